@@ -1,0 +1,23 @@
+# What every target of ours is compiled and linked with.
+#
+# add_own_options(TARGET) sets the warnings; it is kept apart from the global settings so that
+# GoogleTest's sources are not held to them.
+add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00)
+
+if(MINGW)
+  # The compiler's own libraries go into each module: nothing but Windows' DLLs is needed at run
+  # time.
+  add_link_options(-static -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+endif()
+
+function(add_own_options target)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /WX /utf-8)
+  else()
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
+                                             -Wshadow -Wnon-virtual-dtor -Werror
+                           # GCC 12 warns of its own string assignment.
+                           -Wno-restrict)
+  endif()
+  set_target_properties(${target} PROPERTIES PREFIX "")
+endfunction()

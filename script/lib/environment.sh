@@ -1,0 +1,46 @@
+# Where things lie, for every script. Source it; it changes to the project's folder.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+
+project=$PWD
+build=$project/build/mingw
+programs=$build/bin
+
+# One Wine prefix of the project's own, silent and without the prompts for its optional add-ons.
+export WINEPREFIX=${TORVAPDM_WINEPREFIX:-$project/build/wine}
+export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+
+say() { printf '%s\n' "$*"; }
+
+# Runs a command and shows what it printed only when it fails.
+quietly() {
+    local log
+    log=$(mktemp)
+    if "$@" >"$log" 2>&1 </dev/null; then
+        rm -f "$log"
+    else
+        local status=$?
+        cat "$log" >&2
+        rm -f "$log"
+        say "failed: $*" >&2
+        return $status
+    fi
+}
+
+build_all() {
+    quietly cmake --preset mingw
+    quietly cmake --build --preset mingw "$@"
+}
+
+# Runs the rest of the script as `SCRIPT --inside ARGS` in a network of its own (loopback only) and
+# on a virtual screen of its own, so that it meets neither the machine's network nor its desktop.
+# Where the system grants no network of one's own, the machine's is used.
+run_isolated() {
+    local network=(unshare -n)
+    [ "$(id -u)" = 0 ] || network=(unshare -r -n)
+    if ! "${network[@]}" true 2>/dev/null; then
+        say "no network namespace to be had: using the machine's network"
+        network=(env NETWORK=machine)
+    fi
+    exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
+}

@@ -1,0 +1,86 @@
+// Thin shells: each calls one inner function and gives the neutral answer when an exception ends it.
+#include "addin/exports.h"
+
+#include "addin/declared_version.h"
+#include "addin/host_events.h"
+#include "addin/lifecycle.h"
+#include "commit/save_flow.h"
+#include "host/host.h"
+#include "link/edges.h"
+#include "ncqueue/nc_commands.h"
+
+using namespace torvapdm;
+
+int m_version(int hostVersion)
+{
+    return declaredVersion(hostVersion);
+}
+
+int m_open(int)
+{
+    return atEdge(0, openAddIn);
+}
+
+int m_close(int)
+{
+    return atEdge(0, closeAddIn);
+}
+
+int m_notify(int eventCode)
+{
+    return atEdge(0, [&] { return reactToHostEvent(eventCode); });
+}
+
+int m_save(int)
+{
+    return atEdge(0, saveFlow);
+}
+
+int importNC()
+{
+    return importNcFiles();
+}
+
+int renameNC()
+{
+    return renameNcFiles();
+}
+
+int TestFunction()
+{
+    callHost([] { OMgetActiveMachineGroup(true); });
+    return 1;
+}
+
+// The flows behind these are not part of this release: they do nothing and give 0.
+
+int m_main(int)
+{
+    return 0;
+}
+
+int m_about(int)
+{
+    return 0;
+}
+
+int m_tools(int)
+{
+    return 0;
+}
+
+int m_load(int)
+{
+    return 0;
+}
+
+int importNCqueue()
+{
+    return 0;
+}
+
+int DrawTool(std::uint32_t, std::uint32_t, std::uint32_t, double, double, double, double, double,
+             double, double, std::int32_t)
+{
+    return 0;
+}

@@ -1,0 +1,30 @@
+// The entry points that the host finds by name. The host calls all of them on its user-interface
+// thread; none reports failure. Exported undecorated by exports.def.
+#pragma once
+
+#include <cstdint>
+
+extern "C" {
+
+int m_version(int hostVersion);
+int m_open(int unused);
+int m_close(int unused);
+int m_notify(int eventCode);
+int m_main(int unused);
+int m_about(int unused);
+int m_tools(int unused);
+int m_load(int unused);
+int m_save(int unused);
+int importNCqueue();
+int importNC();
+int renameNC(); // gives 1
+
+// Draws the side view of a cutting tool into a picture of width x height pixels and saves it under
+// the image id. Lengths are in the tool's own unit, the angle in degrees.
+int DrawTool(std::uint32_t width, std::uint32_t height, std::uint32_t toolType, double diameter,
+             double cornerRadius, double tipAngle, double fluteLength, double shoulderLength,
+             double overallLength, double shankDiameter, std::int32_t imageId);
+
+int TestFunction(); // asks the host for its active machine group and gives 1
+
+} // extern "C"

@@ -1,0 +1,83 @@
+#include "addin/host_events.h"
+
+#include "commit/host_document.h"
+#include "commit/save_flow.h"
+#include "commit/screen_capture.h"
+#include "link/shared_values.h"
+#include "ncqueue/nc_commands.h"
+
+namespace torvapdm {
+
+namespace {
+
+bool isZemIdSet()
+{
+    return currentZemId != noZemId;
+}
+
+void clearCurrentFile()
+{
+    currentZemId = noZemId;
+    currentFilePath.clear();
+}
+
+void onEvent3()
+{
+    saveNotified = true;
+    clearCurrentFile();
+    captureOnClosePending = false;
+}
+
+void onEvent4()
+{
+    renameNcFiles();
+    if (!isZemIdSet() && captureOnCloseEnabled)
+        captureOnClosePending = true;
+}
+
+void onEvent5()
+{
+    saveNotified = false;
+    if (isZemIdSet()) {
+        saveThroughHost();
+        saveFlow();
+    } else if (captureOnClosePending) {
+        takeScreenCapture();
+    }
+    captureOnClosePending = false;
+}
+
+void onEvent6Or52()
+{
+    clearCurrentFile();
+    captureOnClosePending = false;
+}
+
+} // namespace
+
+int reactToHostEvent(int code)
+{
+    switch (code) {
+    case 3:
+        onEvent3();
+        break;
+    case 4:
+        onEvent4();
+        break;
+    case 5:
+        onEvent5();
+        break;
+    case 6:
+    case 52:
+        onEvent6Or52();
+        break;
+    case 37:
+        event37Seen = true;
+        break;
+    default:
+        break;
+    }
+    return 0;
+}
+
+} // namespace torvapdm

@@ -1,0 +1,61 @@
+#include "checkout/machine_settings.h"
+
+#include "checkout/machine_settings_line.h"
+#include "host/host.h"
+#include "link/host_exceptions.h"
+#include "link/installation_folder.h"
+#include "link/shared_values.h"
+#include "link/text.h"
+#include "ncqueue/nc_commands.h"
+
+#include <cstdio>
+
+namespace torvapdm {
+
+namespace {
+
+std::string machineSettingsFile()
+{
+    return toNarrowAnsi(getInstallationFolder() + L"\\temp\\mcsettings-" +
+                        std::to_wstring(currentRequestId) + L".txt");
+}
+
+void keepNumbers(const MachineSettings& settings)
+{
+    if (settings.ncPathNumber)
+        ncPathNumber = *settings.ncPathNumber;
+    if (settings.secondNumber)
+        secondSettingsNumber = *settings.secondNumber;
+}
+
+void activateMachine(const std::wstring& path)
+{
+    callHost([&] { SetActiveMachine(path.c_str()); });
+    // Deliberate: a second time for files of a CAD system. One would expect once; the host brings
+    // its own machine along with such a file and takes the second call.
+    if (fileTypePrefix == L"CAD")
+        callHost([&] { SetActiveMachine(path.c_str()); });
+}
+
+} // namespace
+
+void transferMachineSettings()
+{
+    const std::string path = machineSettingsFile();
+    FILE* const file = std::fopen(path.c_str(), "r");
+    if (!file)
+        return;
+    wchar_t line[1024];
+    // Deliberate: an empty file is neither closed nor deleted. One would expect both; it stays, and
+    // stays open, until the host ends.
+    if (!std::fgetws(line, 1024, file))
+        return;
+    const MachineSettings settings = parseMachineSettings(line);
+    keepNumbers(settings);
+    activateMachine(settings.machinePath);
+    renameNcFiles();
+    std::fclose(file);
+    std::remove(path.c_str());
+}
+
+} // namespace torvapdm

@@ -1,0 +1,23 @@
+// The one line of the machine-settings file. No platform header: this is a decision.
+//
+//   17|3|0|C:\Machines\Mill 3-axis.mcam-mmd
+//
+// Fields end in "|". Field 1 is the NC-path number, field 2 the second settings number; what stands
+// behind the last "|", up to the first line feed, is the machine definition's path.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace torvapdm {
+
+struct MachineSettings {
+    std::optional<std::int32_t> ncPathNumber; // nothing: the line has no such field
+    std::optional<std::int32_t> secondNumber;
+    std::wstring machinePath;
+};
+
+MachineSettings parseMachineSettings(const std::wstring& line);
+
+} // namespace torvapdm

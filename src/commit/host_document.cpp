@@ -1,0 +1,77 @@
+#include "commit/host_document.h"
+
+#include "host/adapter.h"
+#include "link/host_exceptions.h"
+#include "link/messages.h"
+#include "link/settings.h"
+#include "link/shared_values.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace torvapdm {
+
+namespace {
+
+bool isFtpServerUsed()
+{
+    return getSetting("UseFtpServer") == "y" || getSetting("UseFtpServer") == "Y";
+}
+
+// Deliberate: the base folder is always empty, and an empty text is always found, so that the name
+// is never redirected. One would expect the installation folder here, as the commit has it; the
+// host relies on saving the document under its own name.
+std::wstring redirected(const std::wstring& name)
+{
+    const std::wstring baseFolder;
+    if (name.find(baseFolder) != std::wstring::npos || !isFtpServerUsed())
+        return name;
+    return baseFolder + L"\\tmp\\" + name.substr(name.rfind(L'\\') + 1);
+}
+
+CMastercamInterface* hostApplication()
+{
+    CMastercamInterface* application = nullptr;
+    callHost([&] { application = GetMastercamApp(); });
+    return application;
+}
+
+bool saveAs(const std::wstring& name, CMastercamInterface* application)
+{
+    CWnd* parent = nullptr;
+    bool saved = false;
+    if (application)
+        callHost([&] { parent = host::parentWindow(*application); });
+    callHost([&] { saved = CFile_DoFileSave(name.c_str(), parent, false, true); });
+    return saved;
+}
+
+void refreshHost(CMastercamInterface* application)
+{
+    if (!application)
+        return;
+    callHost([&] { host::refreshDocumentView(*application); });
+    callHost([&] { host::refreshApplication(*application); });
+}
+
+} // namespace
+
+std::wstring hostFileName()
+{
+    const wchar_t* const begin = geo_filename;
+    return {begin, std::find(begin, begin + std::size(geo_filename), L'\0')};
+}
+
+bool saveThroughHost()
+{
+    event37Seen = false;
+    const std::wstring name = redirected(hostFileName());
+    CMastercamInterface* const application = hostApplication();
+    const bool saved = saveAs(name, application);
+    if (!saved)
+        OutputDebugStringW((std::wstring(50, L'-') + L" !status\n").c_str());
+    refreshHost(application);
+    return saved;
+}
+
+} // namespace torvapdm

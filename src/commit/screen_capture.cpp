@@ -1,0 +1,21 @@
+#include "commit/screen_capture.h"
+
+#include "commit/host_document.h"
+#include "host/host.h"
+#include "link/host_exceptions.h"
+#include "link/installation_folder.h"
+
+namespace torvapdm {
+
+void takeScreenCapture()
+{
+    const std::wstring path = getInstallationFolder() + L"\\commit\\screendump.bmp";
+    // Deliberate: the mark is always true, so that a capture never saves the document. One would
+    // expect a question to the host; the save flow relies on saving exactly once.
+    const bool alreadySaved = true;
+    callHost([&] { screen_to_bitmap_file(path.c_str(), false); });
+    if (!alreadySaved)
+        saveThroughHost();
+}
+
+} // namespace torvapdm

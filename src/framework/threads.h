@@ -1,0 +1,51 @@
+// Threads and the application object.
+#pragma once
+
+#include "framework/objects.h"
+
+using AFX_THREADPROC = UINT(__cdecl*)(LPVOID);
+
+class CWinThread : public CCmdTarget {
+public:
+    CWinThread() = default;
+    CWinThread(AFX_THREADPROC procedure, LPVOID parameter)
+        : procedure_(procedure), parameter_(parameter)
+    {
+    }
+    ~CWinThread() override;
+
+    // Called once before the thread works; FALSE ends it. The base returns FALSE as the framework's
+    // does for threads; the application object's base returns TRUE.
+    virtual BOOL InitInstance() { return FALSE; }
+    virtual int ExitInstance() { return 0; }
+
+    HANDLE m_hThread = nullptr;
+    DWORD m_nThreadID = 0;
+
+private:
+    friend CWinThread* AfxBeginThread(AFX_THREADPROC, LPVOID, int, UINT, DWORD,
+                                      LPSECURITY_ATTRIBUTES);
+    static DWORD WINAPI run(LPVOID self);
+
+    AFX_THREADPROC procedure_ = nullptr;
+    LPVOID parameter_ = nullptr;
+};
+
+// The one application object of a module. Constructing it registers it; a second one is an error.
+class CWinApp : public CWinThread {
+public:
+    explicit CWinApp(LPCWSTR applicationName = nullptr);
+    ~CWinApp() override;
+    BOOL InitInstance() override { return TRUE; }
+
+    LPCWSTR m_pszAppName;
+};
+
+// The module's application object, or null before its construction.
+CWinApp* AfxGetApp();
+
+// Starts a worker thread. Returns its thread object, which deletes itself when the thread ends, or
+// null when the thread cannot be created. With CREATE_SUSPENDED the caller resumes it.
+CWinThread* AfxBeginThread(AFX_THREADPROC procedure, LPVOID parameter,
+                           int priority = THREAD_PRIORITY_NORMAL, UINT stackSize = 0,
+                           DWORD creationFlags = 0, LPSECURITY_ATTRIBUTES security = nullptr);

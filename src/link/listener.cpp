@@ -1,0 +1,115 @@
+#include "link/listener.h"
+
+#include "link/command_file.h"
+#include "link/command_request.h"
+#include "link/compiler.h"
+#include "link/edges.h"
+#include "link/pending_request.h"
+#include "link/shared_values.h"
+#include "link/text.h"
+
+#include <io.h>
+
+namespace torvapdm {
+
+namespace {
+
+constexpr DWORD pollingPeriodMs = 100;
+constexpr DWORD stopWaitMs = 1000;
+
+void makeSureCommandFileExists()
+{
+    commandFilePath = commandFilePathNow();
+    // Deliberate: an invalid handle is stored here as it is, not as null. One would expect the same
+    // test as elsewhere; the next cycle finds no file and tries again.
+    if (_waccess(commandFilePath.c_str(), 0) != 0)
+        commandFile = createCommandFile(commandFilePath);
+}
+
+void waitOnePeriod()
+{
+    // Deliberate: a file that can be opened without sharing its deletion doubles the wait. One
+    // would expect one fixed period. While the add-in holds its file such an open fails, so that
+    // only a file of somebody else's making is polled more slowly.
+    if (opensDenyingNone(truncateToBytes(commandFilePath).c_str()))
+        Sleep(pollingPeriodMs);
+    Sleep(pollingPeriodMs);
+}
+
+// Takes the whole request out and leaves the file new and empty.
+std::string takeText(LONGLONG size)
+{
+    std::string text = readCommandFile(commandFile, size);
+    commandFilePath = commandFilePathNow();
+    CloseHandle(commandFile);
+    commandFile = createCommandFileOrNull(commandFilePath);
+    return text;
+}
+
+void repostPendingRequest()
+{
+    if (isRequestPending())
+        postOpenMessage();
+}
+
+// One look at the command file; false when the listener is to end.
+bool serveCommandFile()
+{
+    const LONGLONG size = commandFileSize(commandFile);
+    if (size < 0 || size > longestRequest)
+        return false;
+    if (size == 0)
+        repostPendingRequest();
+    else
+        carryOutCommandText(takeText(size));
+    return true;
+}
+
+// One cycle; false when the listener is to end.
+bool runCycle()
+{
+    if (listenerStopFlag)
+        return false;
+    makeSureCommandFileExists();
+    waitOnePeriod();
+    return !listenerStopFlag && serveCommandFile();
+}
+
+} // namespace
+
+bool startListener()
+{
+    DWORD threadId = 0;
+    const HANDLE thread =
+        CreateThread(nullptr, 0, listenerProcedure, nullptr, CREATE_SUSPENDED, &threadId);
+    if (!thread)
+        return false;
+    ResumeThread(thread);
+    listenerThread = thread;
+    return true;
+}
+
+void stopListener()
+{
+    listenerStopFlag = 1;
+    if (WaitForSingleObject(listenerThread, stopWaitMs) == WAIT_TIMEOUT)
+        TerminateThread(listenerThread, 0);
+    // Deliberate: closed also when it is null, and the command file's handle is not reset. One
+    // would expect a test here and a null there; a second m_close closes a handle that is no longer
+    // open, which the system refuses without harm.
+    CloseHandle(listenerThread);
+    listenerThread = nullptr;
+    if (commandFile)
+        CloseHandle(commandFile);
+}
+
+// The system calls this on the listener's own thread. A cycle that fails is given up; the next one
+// starts afresh.
+DWORD WINAPI listenerProcedure(LPVOID)
+{
+    while (atEdge(true, runCycle)) {
+    }
+    return 0;
+}
+
+} // namespace torvapdm

@@ -1,0 +1,20 @@
+// The listener: the thread that takes requests out of the command file.
+#pragma once
+
+#include <windows.h>
+
+namespace torvapdm {
+
+// Starts the listener's thread; false when it cannot be created. The command file has to have been
+// created. UI thread.
+bool startListener();
+
+// Tells the listener to end, waits up to 1000 ms, ends it by force after that, and closes the
+// thread's handle and then the command file's, which deletes the file. UI thread.
+void stopListener();
+
+// The thread's procedure. Ends with 0 when told to stop, or when the command file is larger than a
+// request may be: the file then stays as it is and no further request is read.
+DWORD WINAPI listenerProcedure(LPVOID);
+
+} // namespace torvapdm

@@ -1,0 +1,31 @@
+#include "link/messages.h"
+
+#include "host/host.h"
+#include "link/host_exceptions.h"
+
+namespace torvapdm {
+
+HWND getMainFrameWindow()
+{
+    static HWND cached = nullptr;
+    if (cached)
+        return cached;
+    callHost([] {
+        if (CWnd* const frame = get_MainFrame())
+            cached = frame->GetSafeHwnd();
+    });
+    return cached;
+}
+
+void showMessage(const std::wstring& caption, const std::wstring& text)
+{
+    const std::wstring shown = caption.empty() ? productName : caption;
+    MessageBoxW(getMainFrameWindow(), text.c_str(), shown.c_str(), MB_OK);
+}
+
+void showMessage(const std::wstring& text)
+{
+    showMessage({}, text);
+}
+
+} // namespace torvapdm

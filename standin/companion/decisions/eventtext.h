@@ -1,0 +1,63 @@
+// The event log, `sys\companion.log`: UTF-8 without a byte-order mark, one event a line, each line
+// ended by a line feed.
+//
+//   2026-11-21 10:11:12.345 sent id=17 host=4711 file="C:\TORVA\ZEM\work\bracket.mcam"
+//   2026-11-21 10:11:12.428 taken id=17 host=4711 after=83.1ms request=open
+//
+// Date and time (local, milliseconds), a blank, the event, then its fields, each with a blank in
+// front: a number as it is, a text between double quotes with nothing escaped. A control character
+// in a text is written as a blank, so that an event is always one line.
+//
+//   started          folder=TEXT pid=N               the one running instance came up
+//   stopped                                          it ends; always its last line
+//   command          text=TEXT                       arguments, its own or of a second start
+//   not-understood   text=TEXT                       arguments that are none of the known ones
+//   library          items=N                         the index was read
+//   library-line-bad line=N                          this line of the index was left out
+//   host-found       host=N title=TEXT               a host window with the add-in came up
+//   host-gone        host=N
+//   check-out        file=TEXT                       the add-in asks for a file
+//   commit           file=TEXT [id=N]                the add-in hands a file back
+//   about            parent=N                        the add-in asks for the about window
+//   settings         id=N host=N file=TEXT           machine settings written for a request
+//   sent             id=N host=N file=TEXT           an open request written
+//   new-file         id=N host=N                     a new-file request written
+//   check-in         id=0 host=N name=TEXT           a check-in written
+//   taken            id=N host=N after=X.Xms request=open|new-file|check-in
+//                    the host emptied its command file; X.X milliseconds since it was closed
+//   not-taken        id=N host=N after=X.Xms request=…    it still holds the request; given up
+//   lost             id=N host=N after=X.Xms request=…    it went away with the request
+//   not-sent         id=N host=N reason=TEXT request=…    nothing was written; given up
+//   refused          reason=TEXT                     a word or button that cannot be carried out
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace companion {
+
+struct Moment {
+    int year, month, day, hour, minute, second, millisecond;
+};
+
+// ` id=17`
+std::wstring numberField(std::wstring_view name, std::int64_t value);
+// ` file="C:\a b.mcam"`
+std::wstring textField(std::wstring_view name, std::wstring_view value);
+// ` after=83.1ms`
+std::wstring millisecondsField(std::wstring_view name, double milliseconds);
+// ` request=open`
+std::wstring wordField(std::wstring_view name, std::wstring_view value);
+
+// The line with its line feed. `fields` is what the functions above give, one after the other.
+std::wstring eventLine(const Moment& moment, std::wstring_view event, std::wstring_view fields);
+
+// `10:11:12.345`, for the window.
+std::wstring timeOfDay(const Moment& moment);
+
+// What the window calls an event: "Sent to host" for `sent`. An event it has no words for stays as
+// it is.
+std::wstring eventTitle(std::wstring_view event);
+
+} // namespace companion

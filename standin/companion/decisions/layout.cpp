@@ -1,0 +1,117 @@
+#include "decisions/layout.h"
+
+#include <algorithm>
+
+namespace companion {
+namespace {
+
+constexpr int headerHeight = 58;
+constexpr int margin = 14;
+constexpr int gap = 10;
+constexpr int titleHeight = 20;
+constexpr int buttonHeight = 30;
+constexpr int sendWidth = 140;
+constexpr int buttonWidth = 104;
+
+constexpr int leastWideWidth = 700;
+constexpr int wideListHeight = 168;
+constexpr int wideHostsWidth = 268;
+constexpr int narrowLibraryHeight = 142;
+constexpr int narrowHostsHeight = 84;
+
+constexpr int roomForHost = 1000;
+constexpr int usualWidth = 760;
+constexpr int usualHeight = 560;
+constexpr int leastNarrowWidth = 520;
+constexpr int narrowHeight = 700;
+
+Rectangle bounded(int left, int top, int width, int height)
+{
+    return {left, top, std::max(width, 0), std::max(height, 0)};
+}
+
+int bottomOf(const Rectangle& area)
+{
+    return area.top + area.height;
+}
+
+// Gives the place of a list under its title.
+Rectangle listUnder(const Rectangle& title, int height)
+{
+    return {title.left, bottomOf(title), title.width, height};
+}
+
+void placeWideLists(WindowLayout& layout, int clientWidth)
+{
+    const int top = headerHeight + gap;
+    const int hostsLeft = clientWidth - margin - wideHostsWidth;
+    layout.libraryTitle = bounded(margin, top, hostsLeft - gap - margin, titleHeight);
+    layout.library = listUnder(layout.libraryTitle, wideListHeight);
+    layout.hostsTitle = bounded(hostsLeft, top, wideHostsWidth, titleHeight);
+    layout.hosts = listUnder(layout.hostsTitle, wideListHeight);
+}
+
+void placeNarrowLists(WindowLayout& layout, int clientWidth)
+{
+    const int width = clientWidth - 2 * margin;
+    layout.libraryTitle = bounded(margin, headerHeight + gap, width, titleHeight);
+    layout.library = listUnder(layout.libraryTitle, narrowLibraryHeight);
+    layout.hostsTitle = bounded(margin, bottomOf(layout.library) + gap, width, titleHeight);
+    layout.hosts = listUnder(layout.hostsTitle, narrowHostsHeight);
+}
+
+void placeButtons(WindowLayout& layout, int top)
+{
+    const int newFileLeft = margin + sendWidth + gap;
+    layout.send = bounded(margin, top, sendWidth, buttonHeight);
+    layout.newFile = bounded(newFileLeft, top, buttonWidth, buttonHeight);
+    layout.checkIn = bounded(newFileLeft + buttonWidth + gap, top, buttonWidth, buttonHeight);
+}
+
+// Beside the buttons where there is room, else beneath them.
+void placeHint(WindowLayout& layout, int clientWidth, bool isWide)
+{
+    const int beside = layout.checkIn.left + layout.checkIn.width + gap;
+    layout.hint = isWide ? bounded(beside, layout.send.top, clientWidth - margin - beside,
+                                   buttonHeight)
+                         : bounded(margin, bottomOf(layout.send) + gap / 2,
+                                   clientWidth - 2 * margin, titleHeight);
+}
+
+void placeEvents(WindowLayout& layout, int clientWidth, int clientHeight)
+{
+    layout.eventsTitle = bounded(margin, bottomOf(layout.hint) + gap, clientWidth - 2 * margin,
+                                 titleHeight);
+    const int height = clientHeight - margin - bottomOf(layout.eventsTitle);
+    layout.events = listUnder(layout.eventsTitle, std::max(height, 0));
+}
+
+} // namespace
+
+WindowLayout layOutWindow(int clientWidth, int clientHeight)
+{
+    const bool isWide = clientWidth >= leastWideWidth;
+    WindowLayout layout;
+    layout.header = bounded(0, 0, clientWidth, headerHeight);
+    if (isWide) {
+        placeWideLists(layout, clientWidth);
+    } else {
+        placeNarrowLists(layout, clientWidth);
+    }
+    placeButtons(layout, bottomOf(layout.hosts) + gap);
+    placeHint(layout, clientWidth, isWide);
+    placeEvents(layout, clientWidth, clientHeight);
+    return layout;
+}
+
+Rectangle placeWindow(const Rectangle& workArea)
+{
+    const int free = workArea.width - roomForHost;
+    const bool isNarrow = free >= leastNarrowWidth && free < usualWidth;
+    const int width = std::min(isNarrow ? free : usualWidth, workArea.width);
+    const int height = std::min(isNarrow ? narrowHeight : usualHeight, workArea.height);
+    return {workArea.left + workArea.width - width, workArea.top + workArea.height - height, width,
+            height};
+}
+
+} // namespace companion

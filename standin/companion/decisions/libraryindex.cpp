@@ -1,0 +1,127 @@
+#include "decisions/libraryindex.h"
+
+#include "decisions/numbers.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace companion {
+namespace {
+
+constexpr std::size_t fieldCount = 6;
+constexpr std::int64_t mostNumber = std::numeric_limits<std::int32_t>::max();
+
+std::wstring_view trim(std::wstring_view text)
+{
+    const std::size_t first = text.find_first_not_of(L" \t\r\n");
+    if (first == std::wstring_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(L" \t\r\n") - first + 1);
+}
+
+// The description comes last and keeps its bars.
+std::vector<std::wstring_view> splitFields(std::wstring_view line)
+{
+    std::vector<std::wstring_view> fields;
+    std::size_t bar = line.find(L'|');
+    while (bar != std::wstring_view::npos && fields.size() + 1 < fieldCount) {
+        fields.push_back(trim(line.substr(0, bar)));
+        line.remove_prefix(bar + 1);
+        bar = line.find(L'|');
+    }
+    fields.push_back(trim(line));
+    return fields;
+}
+
+wchar_t lowerCase(wchar_t c)
+{
+    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
+}
+
+bool isSameName(std::wstring_view a, std::wstring_view b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](wchar_t x, wchar_t y) { return lowerCase(x) == lowerCase(y); });
+}
+
+// A name is a folder's name, so it holds nothing that a path would take apart.
+bool isFolderName(std::wstring_view name)
+{
+    return !name.empty() && name.find_first_of(L"\\/:*?\"<>") == std::wstring_view::npos &&
+           name.find_first_not_of(L'.') != std::wstring_view::npos;
+}
+
+std::optional<LibraryItem> readItem(std::wstring_view line)
+{
+    const std::vector<std::wstring_view> fields = splitFields(line);
+    if (fields.size() != fieldCount || !isFolderName(fields[1])) {
+        return std::nullopt;
+    }
+    const auto number = readNumber(fields[0], 1, mostNumber);
+    const auto version = readNumber(fields[2], 1, mostNumber);
+    const auto ncPath = readNumber(fields[3], 0, mostNumber);
+    if (!number || !version || !ncPath) {
+        return std::nullopt;
+    }
+    return LibraryItem{.number = static_cast<std::int32_t>(*number),
+                       .name = std::wstring(fields[1]),
+                       .version = static_cast<std::int32_t>(*version),
+                       .ncPath = static_cast<std::int32_t>(*ncPath),
+                       .machine = std::wstring(fields[4]),
+                       .description = std::wstring(fields[5])};
+}
+
+bool isKnown(const LibraryIndex& index, const LibraryItem& item)
+{
+    return std::any_of(index.items.begin(), index.items.end(), [&](const LibraryItem& known) {
+        return known.number == item.number || isSameName(known.name, item.name);
+    });
+}
+
+void readLine(std::wstring_view line, int lineNumber, LibraryIndex& index)
+{
+    const std::wstring_view text = trim(line);
+    if (text.empty() || text.starts_with(L'#')) {
+        return;
+    }
+    const auto item = readItem(text);
+    if (item && !isKnown(index, *item)) {
+        index.items.push_back(*item);
+    } else {
+        index.badLines.push_back(lineNumber);
+    }
+}
+
+} // namespace
+
+LibraryIndex readLibraryIndex(std::wstring_view text)
+{
+    LibraryIndex index;
+    if (text.starts_with(L'\xFEFF')) {
+        text.remove_prefix(1);
+    }
+    for (int lineNumber = 1; !text.empty(); ++lineNumber) {
+        const std::size_t end = std::min(text.find(L'\n'), text.size() - 1);
+        readLine(text.substr(0, end + 1), lineNumber, index);
+        text.remove_prefix(end + 1);
+    }
+    return index;
+}
+
+const LibraryItem* findItem(const LibraryIndex& index, std::wstring_view nameOrNumber)
+{
+    const auto named = std::find_if(index.items.begin(), index.items.end(), [&](const auto& item) {
+        return isSameName(item.name, nameOrNumber) ||
+               std::to_wstring(item.number) == nameOrNumber;
+    });
+    return named == index.items.end() ? nullptr : &*named;
+}
+
+std::wstring versionFile(const LibraryItem& item)
+{
+    return item.name + L"\\v" + std::to_wstring(item.version) + L".mcam";
+}
+
+} // namespace companion

@@ -1,0 +1,4 @@
+// Resource numbers.
+#pragma once
+
+#define IDI_COMPANION 1

@@ -1,0 +1,26 @@
+// What the running instance holds. The thread of the window owns it; the event log and the
+// deliveries guard themselves.
+#pragma once
+
+#include "deliveries.h"
+#include "eventlog.h"
+#include "hosts.h"
+#include "library.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace companion {
+
+struct State {
+    std::wstring folder; // installation folder
+    EventLog log;
+    Library library;
+    std::vector<Host> hosts;                        // as last looked for
+    std::map<std::uint32_t, std::wstring> sentFile; // by host: name of the file last sent to it
+    DeliveryDesk deliveries;
+};
+
+} // namespace companion

@@ -1,0 +1,133 @@
+#include "application/commands.h"
+
+#include "application/add_in.h"
+#include "application/file_dialogs.h"
+#include "application/main_window.h"
+#include "application/message_loop.h"
+#include "application/observed_calls.h"
+#include "control.h"
+#include "core/document.h"
+#include "core/session.h"
+
+#include <utility>
+
+namespace standin {
+
+namespace {
+
+constexpr int savedEvent = 5;
+
+// Told path of the next save command; an empty one has the host quit instead.
+std::optional<std::wstring> toldSavePath;
+
+void reportFailure(const wchar_t* text)
+{
+    // A script has nobody who could close this one.
+    if (!areMessageBoxesAnswered())
+        MessageBoxW(mainWindow(), text, L"Mastercam", MB_OK | MB_ICONWARNING);
+}
+
+void save(const std::wstring& path)
+{
+    if (!saveDocument(path)) {
+        reportFailure(L"The part could not be saved.");
+        return;
+    }
+    setDocumentName(path);
+    showNameInTitle(path);
+    sendEvent(savedEvent);
+}
+
+void runSaveAsCommand()
+{
+    const std::optional<std::wstring> told = std::exchange(toldSavePath, std::nullopt);
+    if (told && told->empty()) {
+        requestQuit();
+        return;
+    }
+    if (told)
+        save(*told);
+    else if (!areMessageBoxesAnswered())
+        if (const std::optional<std::wstring> path = askForSavePath(mainWindow(), documentName()))
+            save(*path);
+}
+
+void runSaveCommand()
+{
+    const std::wstring name = documentName();
+    if (name.empty())
+        runSaveAsCommand();
+    else
+        save(name);
+}
+
+void runOpenCommand()
+{
+    const std::optional<std::wstring> path = askForOpenPath(mainWindow());
+    if (!path)
+        return;
+    if (openDocument(*path))
+        showNameInTitle(*path);
+    else
+        reportFailure(L"The file is no part file.");
+}
+
+void runModalDialogCommand()
+{
+    MessageBoxW(mainWindow(), L"Mastercam is busy until this dialog is closed.", L"Mastercam",
+                MB_OK | MB_ICONINFORMATION);
+}
+
+void runExportCommand(std::size_t place)
+{
+    if (place < addInExportCount)
+        callExportWithExample(addInExports[place]);
+}
+
+void runEventCommand(int code)
+{
+    for (const int known : eventCodes)
+        if (known == code)
+            sendEvent(code);
+}
+
+} // namespace
+
+void saveDialogNext(const std::wstring& path)
+{
+    toldSavePath = path;
+}
+
+void runNewCommand()
+{
+    startNewDocument();
+    showNameInTitle({});
+}
+
+void runCommand(UINT command)
+{
+    switch (command) {
+    case newCommand:
+        return runNewCommand();
+    case openCommand:
+        return runOpenCommand();
+    case saveCommand:
+        return runSaveCommand();
+    case saveAsCommand:
+        return runSaveAsCommand();
+    case modalDialogCommand:
+        return runModalDialogCommand();
+    case exitCommand:
+        return requestQuit();
+    case backplotCommand:
+        return setHostSetting(&HostSettings::backplotActive, !hostSettings().backplotActive);
+    default:
+        break;
+    }
+    if (command >= firstEventCommand)
+        runEventCommand(static_cast<int>(command - firstEventCommand));
+    else if (command >= firstExportCommand)
+        runExportCommand(command - firstExportCommand);
+}
+
+} // namespace standin

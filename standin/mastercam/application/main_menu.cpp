@@ -1,0 +1,75 @@
+#include "application/main_menu.h"
+
+#include "application/add_in.h"
+#include "application/commands.h"
+#include "core/document.h"
+
+namespace standin {
+
+namespace {
+
+HMENU createFileMenu()
+{
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING, newCommand, L"&New");
+    AppendMenuW(menu, MF_STRING, openCommand, L"&Open...");
+    AppendMenuW(menu, MF_STRING, saveCommand, L"&Save");
+    AppendMenuW(menu, MF_STRING, saveAsCommand, L"Save &As...");
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING, modalDialogCommand, L"Modal &Dialog...");
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING, exitCommand, L"E&xit");
+    return menu;
+}
+
+HMENU createAddInMenu()
+{
+    const HMENU menu = CreatePopupMenu();
+    for (std::size_t place = 0; place < addInExportCount; ++place) {
+        const std::string_view name = addInExports[place].name;
+        AppendMenuW(menu, MF_STRING, firstExportCommand + place,
+                    std::wstring(name.begin(), name.end()).c_str());
+    }
+    return menu;
+}
+
+HMENU createEventsMenu()
+{
+    const HMENU menu = CreatePopupMenu();
+    for (const int code : eventCodes)
+        AppendMenuW(menu, MF_STRING, firstEventCommand + static_cast<UINT>(code),
+                    (L"Event " + std::to_wstring(code)).c_str());
+    return menu;
+}
+
+HMENU createViewMenu()
+{
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING, backplotCommand, L"&Backplot");
+    return menu;
+}
+
+void append(HMENU bar, HMENU menu, const wchar_t* text)
+{
+    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
+}
+
+} // namespace
+
+HMENU createMainMenu()
+{
+    const HMENU bar = CreateMenu();
+    append(bar, createFileMenu(), L"&File");
+    append(bar, createAddInMenu(), L"&Add-in");
+    append(bar, createEventsMenu(), L"&Events");
+    append(bar, createViewMenu(), L"&View");
+    return bar;
+}
+
+void checkMenuRows(HMENU menu)
+{
+    const bool isActive = hostSettings().backplotActive;
+    CheckMenuItem(menu, backplotCommand, isActive ? MF_CHECKED : MF_UNCHECKED);
+}
+
+} // namespace standin

@@ -1,0 +1,145 @@
+#include "core/faults.h"
+
+#include "control.h"
+
+#include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <map>
+#include <mutex>
+
+namespace standin {
+
+// Not in an anonymous namespace: the add-in catches it by its base in another module, where types
+// are told apart by their names.
+class HostException : public CException {
+public:
+    HostException() { ++alive; }
+    ~HostException() override { --alive; }
+
+    BOOL GetErrorMessage(LPWSTR buffer, UINT bufferLength, PUINT helpContext) const override;
+
+    static std::atomic<int> alive;
+};
+
+std::atomic<int> HostException::alive{0};
+
+BOOL HostException::GetErrorMessage(LPWSTR buffer, UINT bufferLength, PUINT helpContext) const
+{
+    CException::GetErrorMessage(buffer, bufferLength, helpContext);
+    if (!buffer || bufferLength == 0)
+        return FALSE;
+    constexpr std::wstring_view text = L"The host could not carry out the operation.";
+    buffer[text.copy(buffer, bufferLength - 1)] = L'\0';
+    return TRUE;
+}
+
+namespace {
+
+constexpr std::string_view operationNames[] = {
+    "BackplotActive",
+    "CFile_DoFileSave",
+    "CMastercamInterface.position0",
+    "CMastercamInterface.position1",
+    "CMastercamInterface.position2",
+    "CMastercamInterface.position3",
+    "CMastercamInterface.position4",
+    "CMastercamInterface.position5",
+    "CMastercamView.position0",
+    "CalcCycleTime",
+    "DoFileOpen",
+    "GetApp",
+    "GetMainGrpList",
+    "GetMainOpList",
+    "GetMastercamApp",
+    "GetName",
+    "GetPlanePtrByID",
+    "GetSize",
+    "GroupByID",
+    "NCPrefix",
+    "NCSuffix",
+    "OMgetActiveMachineGroup",
+    "RunSetupSheetOnSelectedOpsWithoutUI",
+    "SaveFile",
+    "SetActiveMachine",
+    "get_MainFrame",
+    "has_db_changed",
+    "list_manager",
+    "m_fclose",
+    "operator[]",
+    "post_FT_command",
+    "screen_to_bitmap_file",
+    "set_db_unchanged",
+    "tool_manager",
+};
+
+// How many calls from now on end so.
+struct Faults {
+    int failures = 0;
+    int exceptions = 0;
+};
+
+struct Registry {
+    std::mutex lock;
+    std::map<std::string, Faults, std::less<>> faults;
+};
+
+Registry& theRegistry()
+{
+    static Registry registry;
+    return registry;
+}
+
+bool setCount(const std::string& operationName, int Faults::* count, int value)
+{
+    if (value < 0 || std::ranges::find(operationNames, operationName) == std::end(operationNames))
+        return false;
+    Registry& registry = theRegistry();
+    const std::scoped_lock guard(registry.lock);
+    registry.faults[operationName].*count = value;
+    return true;
+}
+
+// Counts a call down; true when it is one of those.
+bool countDown(int& calls)
+{
+    return calls > 0 && calls-- > 0;
+}
+
+} // namespace
+
+Outcome takeOutcome(std::string_view operationName)
+{
+    Registry& registry = theRegistry();
+    const std::scoped_lock guard(registry.lock);
+    const auto found = registry.faults.find(operationName);
+    if (found == registry.faults.end())
+        return Outcome::works;
+    const bool fails = countDown(found->second.failures);
+    const bool raises = countDown(found->second.exceptions);
+    if (raises)
+        return Outcome::raises;
+    return fails ? Outcome::fails : Outcome::works;
+}
+
+void raiseHostException()
+{
+    throw new HostException;
+}
+
+bool failNext(const std::string& operationName, int count)
+{
+    return setCount(operationName, &Faults::failures, count);
+}
+
+bool raiseNext(const std::string& operationName, int count)
+{
+    return setCount(operationName, &Faults::exceptions, count);
+}
+
+int undeletedExceptions()
+{
+    return HostException::alive;
+}
+
+} // namespace standin

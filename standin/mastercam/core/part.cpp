@@ -1,0 +1,62 @@
+#include "core/part.h"
+
+namespace standin {
+
+namespace {
+
+void linkChain(Part& part)
+{
+    operation_node* previous = nullptr;
+    for (PartOperation& held : part.operations) {
+        if (previous)
+            previous->next = &held.node;
+        previous = &held.node;
+    }
+}
+
+} // namespace
+
+operation blankOperation()
+{
+    operation blank{};
+    blank.toolPlaneId = -1;
+    blank.constructionPlaneId = -1;
+    blank.thirdPlaneId = -1;
+    return blank;
+}
+
+void linkPart(Part& part)
+{
+    linkChain(part);
+    for (Plane& plane : part.planes)
+        part.planeById.emplace(plane.id, &plane);
+    for (TpGroup& group : part.groups)
+        part.groupById.emplace(group.groupId, &group);
+    for (tp_tool& tool : part.tools)
+        part.toolByNumber.emplace(tool.lead.toolNumber, &tool);
+    for (PartOperation& held : part.operations)
+        part.operationById.emplace(held.node.op.operationId, &held);
+}
+
+bool hasGroupRing(const Part& part)
+{
+    for (const TpGroup& start : part.groups) {
+        const TpGroup* group = &start;
+        for (std::size_t step = 0; group; ++step) {
+            if (step > part.groups.size())
+                return true;
+            const auto parent = part.groupById.find(group->parentId);
+            group = parent == part.groupById.end() ? nullptr : parent->second;
+        }
+    }
+    return false;
+}
+
+bool isEmpty(const Part& part)
+{
+    return part.title.empty() && part.material.empty() && part.remark.empty() &&
+           part.shapes.empty() && part.planes.empty() && part.groups.empty() &&
+           part.tools.empty() && part.operationList.empty();
+}
+
+} // namespace standin

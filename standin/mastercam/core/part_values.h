@@ -1,0 +1,96 @@
+// The values of part files, each kind with its reader and its writer. docs/part-file.md tells the
+// notation.
+//
+// A reader returns false, and may leave the value half changed, when the text is no such value. A
+// writer returns false when the value has no notation (a number that is not finite).
+#pragma once
+
+#include "core/decimal.h"
+#include "core/text.h"
+#include "host/records.h"
+
+#include <bit>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace standin {
+
+bool readText(std::string_view notation, std::wstring& text);
+std::string textNotation(std::wstring_view text);
+
+// Numbers with one blank between.
+bool readDecimals(std::string_view notation, std::vector<double>& values);
+bool writeDecimals(std::string& out, const std::vector<double>& values);
+
+inline bool readValue(std::string_view notation, std::int16_t& value)
+{
+    return readInteger(notation, value);
+}
+
+inline bool readValue(std::string_view notation, std::int32_t& value)
+{
+    return readInteger(notation, value);
+}
+
+inline bool readValue(std::string_view notation, double& value)
+{
+    return readDecimal(notation, value);
+}
+
+inline bool readValue(std::string_view notation, std::wstring& value)
+{
+    return readText(notation, value);
+}
+
+bool readValue(std::string_view notation, point3& value);
+
+template <std::size_t capacity>
+bool readValue(std::string_view notation, wchar_t (&value)[capacity])
+{
+    std::wstring text;
+    if (!readText(notation, text) || text.size() >= capacity)
+        return false;
+    setFieldText(value, text);
+    return true;
+}
+
+bool writeValue(std::string& out, std::int32_t value);
+bool writeValue(std::string& out, double value);
+bool writeValue(std::string& out, const point3& value);
+bool writeValue(std::string& out, const std::wstring& value);
+
+inline bool writeValue(std::string& out, std::int16_t value)
+{
+    return writeValue(out, std::int32_t{value});
+}
+
+template <std::size_t capacity> bool writeValue(std::string& out, const wchar_t (&value)[capacity])
+{
+    out += textNotation(fieldText(value));
+    return true;
+}
+
+template <class Value> bool sameValue(const Value& left, const Value& right)
+{
+    return left == right;
+}
+
+// By their bits: -0 is not the default 0 and has to be written.
+inline bool sameValue(double left, double right)
+{
+    return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right);
+}
+
+inline bool sameValue(const point3& left, const point3& right)
+{
+    return sameValue(left.x, right.x) && sameValue(left.y, right.y) && sameValue(left.z, right.z);
+}
+
+template <std::size_t capacity>
+bool sameValue(const wchar_t (&left)[capacity], const wchar_t (&right)[capacity])
+{
+    return fieldText(left) == fieldText(right);
+}
+
+} // namespace standin

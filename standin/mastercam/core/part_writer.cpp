@@ -1,0 +1,106 @@
+// Part files, written: records into sections, each value that differs from the default.
+#include "core/part_fields.h"
+#include "core/part_shapes.h"
+#include "core/part_text.h"
+
+namespace standin {
+
+namespace {
+
+void openSection(std::string& out, std::string_view section)
+{
+    out.append("\n[").append(section).append("]\n");
+}
+
+bool writeHead(std::string& out, const Part& part)
+{
+    std::string lines;
+    const bool allWritten = writeFields(lines, partFields(), part, Part());
+    if (lines.empty())
+        return allWritten;
+    openSection(out, "part");
+    out += lines;
+    return allWritten;
+}
+
+bool writeGeometry(std::string& out, const Part& part)
+{
+    if (part.shapes.empty())
+        return true;
+    openSection(out, "geometry");
+    bool allWritten = true;
+    for (const Shape& shape : part.shapes) {
+        out.append(shapeKey(shape.kind)).append(" = ");
+        allWritten = writeDecimals(out, shape.values) && allWritten;
+        out += '\n';
+    }
+    return allWritten;
+}
+
+bool writeTool(std::string& out, const tp_tool& tool)
+{
+    static const tp_tool blank{};
+    openSection(out, "tool");
+    const bool leadWritten = writeFields(out, toolLeadFields(), tool.lead, blank.lead);
+    return writeFields(out, toolRestFields(), tool, blank) && leadWritten;
+}
+
+bool writePaths(std::string& out, const PartOperation& held)
+{
+    bool allWritten = true;
+    for (const std::vector<ViewPoint>& path : held.paths) {
+        out += "path = ";
+        allWritten = writePath(out, path) && allWritten;
+        out += '\n';
+    }
+    return allWritten;
+}
+
+bool writeOperation(std::string& out, const PartOperation& held)
+{
+    static const operation blank = blankOperation();
+    static const PartOperation blankRest;
+    openSection(out, "operation");
+    const operation& op = held.node.op;
+    bool allWritten = writeFields(out, operationFields(), op, blank);
+    allWritten = writeFields(out, toolLeadFields(), op.tool, blank.tool, "tool.") && allWritten;
+    allWritten = writeFields(out, operationRestFields(), held, blankRest) && allWritten;
+    return writePaths(out, held) && allWritten;
+}
+
+bool writeOperations(std::string& out, const Part& part)
+{
+    bool allWritten = true;
+    for (const PartOperation* held : part.operationList) {
+        if (held)
+            allWritten = writeOperation(out, *held) && allWritten;
+        else
+            openSection(out, "no operation");
+    }
+    return allWritten;
+}
+
+} // namespace
+
+bool writePartText(const Part& part, std::string& text)
+{
+    text.clear();
+    if (isEmpty(part))
+        return true;
+    text = "mastercam part 1\n";
+    bool allWritten = writeHead(text, part);
+    allWritten = writeGeometry(text, part) && allWritten;
+    for (const Plane& plane : part.planes) {
+        openSection(text, "plane");
+        allWritten = writeFields(text, planeFields(), plane, Plane()) && allWritten;
+    }
+    for (const TpGroup& group : part.groups) {
+        openSection(text, "group");
+        allWritten = writeFields(text, groupFields(), group, TpGroup()) && allWritten;
+    }
+    for (const tp_tool& tool : part.tools)
+        allWritten = writeTool(text, tool) && allWritten;
+    return writeOperations(text, part) && allWritten;
+}
+
+} // namespace standin

@@ -1,0 +1,93 @@
+// The stand-in host's program: opens the window, loads the add-in, runs the script or lets the user
+// click, and closes the add-in again.
+#include "control.h"
+#include "program/options.h"
+#include "program/script.h"
+
+#include <cstdio>
+
+namespace {
+
+using namespace standin;
+
+constexpr int hostVersion = 2100;
+constexpr int exitDone = 0;
+constexpr int exitCannotStart = 2;
+
+// What cannot be opened ends a run by script and is shown to a user.
+std::optional<int> reportTrouble(bool byScript, const std::wstring& text)
+{
+    showNote(text);
+    if (byScript)
+        return reportScriptError(text);
+    trace(text);
+    return std::nullopt;
+}
+
+std::optional<int> openFirstPart(const Options& options)
+{
+    if (options.part.empty() || putPart(options.part))
+        return std::nullopt;
+    return reportTrouble(!options.script.empty(), L"no part file: \"" + options.part + L'"');
+}
+
+std::optional<int> openAddIn(const Options& options)
+{
+    if (options.addIn.empty())
+        return std::nullopt;
+    if (!loadAddIn(options.addIn))
+        return reportTrouble(!options.script.empty(),
+                             L"the add-in cannot be loaded: \"" + options.addIn + L'"');
+    callExport("m_version", hostVersion);
+    callExport("m_open", 0);
+    return std::nullopt;
+}
+
+std::optional<int> runGivenScript(const Options& options,
+                                  const std::optional<std::vector<ScriptLine>>& script)
+{
+    if (options.script.empty())
+        return std::nullopt;
+    if (!script)
+        return reportScriptError(L"unreadable script: \"" + options.script + L'"');
+    const std::optional<int> exitCode = runScript(*script);
+    // From here on somebody else works with the program, and closes the boxes.
+    if (!exitCode)
+        answerMessageBoxes(false);
+    return exitCode;
+}
+
+// The exit code of the whole run between start and stop.
+int run(const Options& options)
+{
+    const auto script = readScript(options.script);
+    std::optional<int> exitCode = openFirstPart(options);
+    if (!exitCode)
+        exitCode = openAddIn(options);
+    if (!exitCode)
+        exitCode = runGivenScript(options, script);
+    if (!exitCode)
+        runMessageLoop();
+    callExport("m_close", 0);
+    return exitCode.value_or(exitDone);
+}
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
+{
+    const std::optional<Options> options = readOptions(GetCommandLineW());
+    if (!options) {
+        std::fputs("Mastercam.exe [--addin DLL] [--part FILE] [--script FILE] [--trace FILE]\n",
+                   stderr);
+        return exitCannotStart;
+    }
+    HostOptions hostOptions;
+    hostOptions.tracePath = options->trace;
+    hostOptions.answersMessageBoxes = !options->script.empty();
+    if (!startHost(hostOptions))
+        return exitCannotStart;
+    const int exitCode = run(*options);
+    stopHost();
+    return exitCode;
+}

@@ -1,0 +1,37 @@
+// Pens, brushes and fonts for as long as they are used.
+#pragma once
+
+#include <windows.h>
+
+namespace standin {
+
+// Holds a new object selected in a device context; selects the former one again and deletes the new
+// one at its end.
+class SelectedObject {
+public:
+    SelectedObject(HDC context, HGDIOBJ object)
+        : context_(context), object_(object), former_(SelectObject(context, object))
+    {
+    }
+    ~SelectedObject()
+    {
+        SelectObject(context_, former_);
+        DeleteObject(object_);
+    }
+    SelectedObject(const SelectedObject&) = delete;
+    SelectedObject& operator=(const SelectedObject&) = delete;
+
+private:
+    HDC context_;
+    HGDIOBJ object_;
+    HGDIOBJ former_;
+};
+
+inline void fillArea(HDC context, const RECT& area, COLORREF colour)
+{
+    const HBRUSH brush = CreateSolidBrush(colour);
+    FillRect(context, &area, brush);
+    DeleteObject(brush);
+}
+
+} // namespace standin

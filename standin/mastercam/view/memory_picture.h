@@ -1,0 +1,40 @@
+// A picture in memory to draw into: top row first, 24 bits a pixel.
+#pragma once
+
+#include <string>
+#include <windows.h>
+
+namespace standin {
+
+class MemoryPicture {
+public:
+    // A size below one pixel counts as one pixel.
+    MemoryPicture(int width, int height);
+    ~MemoryPicture();
+    MemoryPicture(const MemoryPicture&) = delete;
+    MemoryPicture& operator=(const MemoryPicture&) = delete;
+
+    // Null when the system has no memory for the picture.
+    HDC context() const { return context_; }
+    RECT area() const { return {0, 0, width_, height_}; }
+
+    // A row of pixels from the top, three bytes each: blue, green, red.
+    unsigned char* row(int fromTop) const;
+
+    // The picture as the bytes of a bitmap file.
+    std::string bitmapFile() const;
+
+private:
+    int width_;
+    int height_;
+    HDC context_ = nullptr;
+    HBITMAP bitmap_ = nullptr;
+    HGDIOBJ formerBitmap_ = nullptr;
+    void* pixels_ = nullptr;
+};
+
+// Fills the small picture with the large one, which is `factor` times as wide and as high: each
+// pixel becomes the mean of those it stands for.
+void reducePicture(const MemoryPicture& large, const MemoryPicture& small, int factor);
+
+} // namespace standin

@@ -1,0 +1,150 @@
+// The library as it ships: its file, looked at as the loader and the host look at it.
+#include "support/installation.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <vector>
+#include <windows.h>
+
+namespace {
+
+class AddInLibrary : public ::testing::Test {
+protected:
+    AddInLibrary()
+        : module_(LoadLibraryExW((testing_support::programFolder() + L"torvapdm.dll").c_str(),
+                                 nullptr, DONT_RESOLVE_DLL_REFERENCES))
+    {
+    }
+    ~AddInLibrary() override { FreeLibrary(module_); }
+
+    void SetUp() override { ASSERT_NE(module_, nullptr); }
+
+    const IMAGE_NT_HEADERS64& headers() const
+    {
+        const auto* const dos = at<IMAGE_DOS_HEADER>(0);
+        return *at<IMAGE_NT_HEADERS64>(static_cast<DWORD>(dos->e_lfanew));
+    }
+    template <class T>
+    const T* at(DWORD offset) const
+    {
+        return reinterpret_cast<const T*>(reinterpret_cast<const BYTE*>(module_) + offset);
+    }
+    template <class T>
+    const T* directory(int number) const
+    {
+        return at<T>(headers().OptionalHeader.DataDirectory[number].VirtualAddress);
+    }
+    std::set<std::string> exportedNames() const
+    {
+        const auto* const table = directory<IMAGE_EXPORT_DIRECTORY>(IMAGE_DIRECTORY_ENTRY_EXPORT);
+        EXPECT_EQ(table->NumberOfFunctions, table->NumberOfNames);
+        const DWORD* const names = at<DWORD>(table->AddressOfNames);
+        std::set<std::string> found;
+        for (DWORD i = 0; i < table->NumberOfNames; ++i)
+            found.insert(at<char>(names[i]));
+        return found;
+    }
+    std::set<std::string> importedLibraries() const
+    {
+        std::set<std::string> found;
+        for (const auto* row = directory<IMAGE_IMPORT_DESCRIPTOR>(IMAGE_DIRECTORY_ENTRY_IMPORT);
+             row->Name; ++row)
+            found.insert(at<char>(row->Name));
+        return found;
+    }
+    std::wstring string(UINT id) const
+    {
+        wchar_t text[256];
+        const int length = LoadStringW(module_, id, text, 256);
+        return {text, static_cast<size_t>(length)};
+    }
+    // The UTF-16 text of a dialog's resource bytes.
+    bool dialogSays(int id, const std::wstring& text) const
+    {
+        const HRSRC place = FindResourceW(module_, MAKEINTRESOURCEW(id), RT_DIALOG);
+        if (!place)
+            return false;
+        const auto* const bytes =
+            static_cast<const char*>(LockResource(LoadResource(module_, place)));
+        const std::string all(bytes, SizeofResource(module_, place));
+        return all.find(std::string(reinterpret_cast<const char*>(text.c_str()),
+                                    text.size() * sizeof(wchar_t))) != all.npos;
+    }
+
+    const HMODULE module_;
+};
+
+} // namespace
+
+TEST_F(AddInLibrary, exportsExactlyItsFourteenEntryPoints)
+{
+    EXPECT_EQ(exportedNames(),
+              (std::set<std::string>{"m_version", "m_open", "m_close", "m_notify", "m_main",
+                                     "m_about", "m_tools", "m_load", "m_save", "importNCqueue",
+                                     "importNC", "renameNC", "DrawTool", "TestFunction"}));
+}
+
+TEST_F(AddInLibrary, importsFromTheFourHostLibrariesAndWindowsAlone)
+{
+    std::set<std::string> others = importedLibraries();
+    for (const char* host : {"Mastercam.dll", "MCCore.dll", "MCMill.dll", "MCMachineDef.dll"})
+        EXPECT_EQ(others.erase(host), 1u) << host;
+    const std::set<std::string> windows = {"ADVAPI32.dll", "GDI32.dll",  "KERNEL32.dll",
+                                           "SHELL32.dll",  "USER32.dll", "WS2_32.dll",
+                                           "msvcrt.dll"};
+    EXPECT_TRUE(std::includes(windows.begin(), windows.end(), others.begin(), others.end()))
+        << testing::PrintToString(others);
+}
+
+TEST_F(AddInLibrary, isA64BitLibraryWithRandomisedAddressesAndNoExecutableData)
+{
+    EXPECT_EQ(headers().FileHeader.Machine, IMAGE_FILE_MACHINE_AMD64);
+    const WORD traits = headers().OptionalHeader.DllCharacteristics;
+    EXPECT_TRUE(traits & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE);
+    EXPECT_TRUE(traits & IMAGE_DLLCHARACTERISTICS_NX_COMPAT);
+    EXPECT_FALSE(headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED);
+}
+
+TEST_F(AddInLibrary, describesTheHostsCommandsInItsStringTable)
+{
+    const std::vector<std::wstring> texts = {L"Main TORVA ZEM menu.",
+                                             L"Load new file from TORVA ZEM.",
+                                             L"Save file to TORVA ZEM.",
+                                             L"About TORVA ZEM.",
+                                             L"Exchange Tools with TORVA ZEM",
+                                             L"Rename NC files in Mastercam",
+                                             L"Import NC files",
+                                             L"Import NC-files to queue",
+                                             L"Import Tools from TORVA ZEM"};
+    for (UINT i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(string(10 + i), texts[i]);
+    EXPECT_EQ(string(9), L"");
+    EXPECT_EQ(string(19), L"");
+}
+
+TEST_F(AddInLibrary, keepsItsTwoDialogs)
+{
+    EXPECT_TRUE(dialogSays(101, L"Tool change from ZEM detected, load new tools?"));
+    EXPECT_TRUE(dialogSays(
+        102, L"File changes detected, save file and save file to ZEM before exit?"));
+}
+
+TEST_F(AddInLibrary, carriesItsVersion)
+{
+    EXPECT_NE(FindResourceW(module_, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION), nullptr);
+}
+
+TEST(LoadedAddIn, startsNothingBeforeItIsOpened)
+{
+    const testing_support::Installation installation;
+    const HMODULE module =
+        LoadLibraryW((testing_support::programFolder() + L"torvapdm.dll").c_str());
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(GetFileAttributesW(installation.commandFile(GetCurrentProcessId()).c_str()),
+              INVALID_FILE_ATTRIBUTES);
+    for (const char* name : {"m_open", "m_notify", "m_save", "DrawTool"})
+        EXPECT_NE(GetProcAddress(module, name), nullptr);
+    EXPECT_TRUE(FreeLibrary(module));
+}

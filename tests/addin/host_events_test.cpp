@@ -1,0 +1,163 @@
+#include "addin/exports.h"
+#include "link/shared_values.h"
+#include "support/host_fixture.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+// What the events read and write.
+struct Values {
+    std::uint32_t zemId = 5;
+    const wchar_t* filePath = L"C:\\a.mcam";
+    bool notified = true;
+    bool event37 = false;
+    bool captureEnabled = false;
+    bool capturePending = false;
+};
+
+class HostEvents : public HostFixture {
+protected:
+    void set(const Values& values)
+    {
+        currentZemId = values.zemId;
+        currentFilePath.assign(values.filePath);
+        saveNotified = values.notified;
+        event37Seen = values.event37;
+        captureOnCloseEnabled = values.captureEnabled;
+        captureOnClosePending = values.capturePending;
+    }
+    void expect(const Values& values)
+    {
+        EXPECT_EQ(currentZemId, values.zemId);
+        EXPECT_EQ(currentFilePath.text(), values.filePath);
+        EXPECT_EQ(saveNotified, values.notified);
+        EXPECT_EQ(event37Seen, values.event37);
+        EXPECT_EQ(captureOnCloseEnabled, values.captureEnabled);
+        EXPECT_EQ(captureOnClosePending, values.capturePending);
+    }
+    std::wstring captured()
+    {
+        return L"ui screen_to_bitmap_file(\"" + installation.path(L"commit\\screendump.bmp") +
+               L"\", false) -> true";
+    }
+};
+
+constexpr Values none = {.zemId = 0xFFFFFFFF, .filePath = L""};
+
+} // namespace
+
+TEST_F(HostEvents, startWithEverySwitchAsDeclared)
+{
+    expect(none);
+}
+
+TEST_F(HostEvents, threeForgetsTheFileAndArmsTheSaveFlag)
+{
+    set({.notified = false, .capturePending = true});
+    EXPECT_EQ(m_notify(3), 0);
+    expect(none);
+}
+
+TEST_F(HostEvents, fourSetsNothingBecauseItsSwitchIsOff)
+{
+    EXPECT_EQ(m_notify(4), 0);
+    expect(none);
+    set({});
+    EXPECT_EQ(m_notify(4), 0);
+    expect({});
+}
+
+TEST_F(HostEvents, fourSetsTheCaptureOnlyForAnUnknownFileWithTheSwitchOn)
+{
+    Values on = none;
+    on.captureEnabled = true;
+    set(on);
+    m_notify(4);
+    on.capturePending = true;
+    expect(on);
+
+    set({.captureEnabled = true});
+    m_notify(4);
+    expect({.captureEnabled = true});
+}
+
+TEST_F(HostEvents, fiveOnlyClearsTheFlagsWithoutAFile)
+{
+    set(none);
+    EXPECT_EQ(m_notify(5), 0);
+    Values cleared = none;
+    cleared.notified = false;
+    expect(cleared);
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
+{
+    standin::setState("geo_filename", L"C:\\nowhere\\a.mcam");
+    set({.event37 = true, .capturePending = true});
+    EXPECT_EQ(m_notify(5), 0);
+    const Lines lines = newTrace();
+    ASSERT_GE(lines.size(), 3u);
+    EXPECT_EQ(lines[0], LR"(ui CFile_DoFileSave("C:\nowhere\a.mcam", main, false, true) -> false)");
+    EXPECT_EQ(lines[1], L"ui CMastercamView.position0()");
+    EXPECT_EQ(lines[2], L"ui CMastercamInterface.position3()");
+    EXPECT_FALSE(saveNotified);
+    EXPECT_FALSE(event37Seen);
+    EXPECT_FALSE(captureOnClosePending);
+}
+
+TEST_F(HostEvents, fiveTakesThePendingPictureWithoutAFile)
+{
+    Values pending = none;
+    pending.capturePending = true;
+    set(pending);
+    EXPECT_EQ(m_notify(5), 0);
+    EXPECT_EQ(newTrace(), Lines{captured()});
+    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_TRUE(readBytes(installation.path(L"commit\\screendump.bmp")).has_value());
+}
+
+TEST_F(HostEvents, fiveOutlivesAHostThatRaisesInThePicture)
+{
+    Values pending = none;
+    pending.capturePending = true;
+    set(pending);
+    standin::raiseNext("screen_to_bitmap_file");
+    EXPECT_EQ(m_notify(5), 0);
+    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(HostEvents, sixAnd52ForgetTheFile)
+{
+    for (const int code : {6, 52}) {
+        set({.notified = false, .event37 = true, .capturePending = true});
+        EXPECT_EQ(m_notify(code), 0);
+        Values expected = none;
+        expected.notified = false;
+        expected.event37 = true;
+        expect(expected);
+    }
+}
+
+TEST_F(HostEvents, thirtySevenOnlyMarksItself)
+{
+    set({.capturePending = true});
+    EXPECT_EQ(m_notify(37), 0);
+    expect({.event37 = true, .capturePending = true});
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(HostEvents, ofEveryOtherCodeDoNothing)
+{
+    for (int code = -1; code <= 100; ++code) {
+        if (code == 3 || code == 4 || code == 5 || code == 6 || code == 37 || code == 52)
+            continue;
+        set({.capturePending = true});
+        EXPECT_EQ(m_notify(code), 0);
+        expect({.capturePending = true});
+    }
+    EXPECT_EQ(newTrace(), Lines{});
+}

@@ -1,0 +1,156 @@
+#include "addin/exports.h"
+#include "host/host.h"
+#include "link/identifiers.h"
+#include "link/messages.h"
+#include "link/shared_values.h"
+#include "support/command_file_writer.h"
+#include "support/host_fixture.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+class Lifecycle : public HostFixture {
+protected:
+    const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
+
+    HANDLE property() { return GetPropW(getMainFrameWindow(), hostInstanceName.c_str()); }
+    bool commandFileExists() { return readBytes(commandPath).has_value(); }
+    bool listenerRuns() { return WaitForSingleObject(listenerThread, 0) == WAIT_TIMEOUT; }
+};
+
+} // namespace
+
+TEST_F(Lifecycle, startsEverythingAndShowsNothing)
+{
+    EXPECT_EQ(m_open(0), 0);
+    EXPECT_NE(openMessage, 0u);
+    EXPECT_NE(commitMessage, 0u);
+    EXPECT_NE(getCheckedOutMessage, 0u);
+    EXPECT_TRUE(IsWindow(messageWindow));
+    EXPECT_EQ(readBytes(commandPath), "");
+    EXPECT_EQ(commandFilePath, commandPath);
+    EXPECT_NE(commandFile, nullptr);
+    EXPECT_TRUE(listenerRuns());
+    EXPECT_EQ(property(), reinterpret_cast<HANDLE>(INT_PTR{1}));
+    EXPECT_EQ(newTrace(), Lines{});
+    m_close(0);
+}
+
+TEST_F(Lifecycle, stopsEverythingAndShowsNothing)
+{
+    m_open(0);
+    const HWND window = messageWindow;
+    EXPECT_EQ(m_close(0), 0);
+    EXPECT_FALSE(IsWindow(window));
+    EXPECT_EQ(messageWindow, nullptr);
+    EXPECT_EQ(property(), nullptr);
+    EXPECT_EQ(listenerStopFlag, 1);
+    EXPECT_EQ(listenerThread, nullptr);
+    EXPECT_FALSE(commandFileExists());
+    EXPECT_NE(commandFile, nullptr); // closed, and yet not reset
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(Lifecycle, hasNoMessageWindowAndNoListenerAfterASecondOpening)
+{
+    m_open(0);
+    m_close(0);
+    EXPECT_EQ(m_open(0), 0);
+    EXPECT_EQ(messageWindow, nullptr);
+    EXPECT_TRUE(commandFileExists());
+    EXPECT_NE(property(), nullptr);
+    ASSERT_NE(listenerThread, nullptr);
+    EXPECT_EQ(WaitForSingleObject(listenerThread, generousMs), WAIT_OBJECT_0);
+    EXPECT_EQ(m_close(0), 0);
+    EXPECT_FALSE(commandFileExists());
+}
+
+TEST_F(Lifecycle, doesWithoutAMainWindow)
+{
+    const HWND mainWindow = get_MainFrame()->GetSafeHwnd();
+    standin::failNext("get_MainFrame", 2); // for the window's parent and for the property
+    EXPECT_EQ(m_open(0), 0);
+    EXPECT_TRUE(IsWindow(messageWindow));
+    EXPECT_EQ(GetWindow(messageWindow, GW_OWNER), nullptr);
+    EXPECT_EQ(GetPropW(mainWindow, hostInstanceName.c_str()), nullptr);
+    EXPECT_TRUE(commandFileExists());
+    EXPECT_EQ(m_close(0), 0);
+    EXPECT_FALSE(commandFileExists());
+}
+
+TEST_F(Lifecycle, doesWithoutATemporaryFolder)
+{
+    removeFolder(installation.path(L"temp"));
+    EXPECT_EQ(m_open(0), 0);
+    EXPECT_EQ(commandFile, nullptr);
+    EXPECT_TRUE(listenerRuns());
+    EXPECT_EQ(m_close(0), 0);
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(Lifecycle, listensOnceTheTemporaryFolderAppears)
+{
+    removeFolder(installation.path(L"temp"));
+    m_open(0);
+    CreateDirectoryW(installation.path(L"temp").c_str(), nullptr);
+    ASSERT_TRUE(waitUntil([&] { return commandFileExists(); }));
+    EXPECT_TRUE(writeRequest(commandPath, openRequest(9, "")));
+    EXPECT_TRUE(waitUntil([] { return currentRequestId == 9; }));
+    m_close(0);
+}
+
+TEST_F(Lifecycle, emptiesACommandFileThatIsThereAlready)
+{
+    writeBytes(commandPath, "left over");
+    m_open(0);
+    EXPECT_EQ(readBytes(commandPath), "");
+    m_close(0);
+}
+
+TEST_F(Lifecycle, endsAListenerThatIgnoresTheStopFlagByForce)
+{
+    m_open(0);
+    HANDLE thread = nullptr;
+    ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), listenerThread, GetCurrentProcess(), &thread,
+                                0, FALSE, DUPLICATE_SAME_ACCESS));
+    SuspendThread(thread);
+    const ULONGLONG before = GetTickCount64();
+    EXPECT_EQ(m_close(0), 0);
+    EXPECT_GE(GetTickCount64() - before, 950u);
+    EXPECT_EQ(WaitForSingleObject(thread, generousMs), WAIT_OBJECT_0);
+    DWORD code = 7;
+    GetExitCodeThread(thread, &code);
+    EXPECT_EQ(code, 0u);
+    EXPECT_FALSE(commandFileExists());
+}
+
+TEST_F(Lifecycle, canBeClosedWithoutHavingBeenOpened)
+{
+    EXPECT_EQ(m_close(0), 0);
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(Lifecycle, answersTheVersionQuestion)
+{
+    EXPECT_EQ(m_version(2150), 2150);
+    EXPECT_EQ(m_version(2200), 2100);
+}
+
+TEST_F(Lifecycle, asksForTheMachineGroupInTheTestFunction)
+{
+    EXPECT_EQ(TestFunction(), 1);
+    EXPECT_EQ(newTrace(), Lines{L"ui OMgetActiveMachineGroup(true) -> null"});
+    standin::raiseNext("OMgetActiveMachineGroup");
+    EXPECT_EQ(TestFunction(), 1);
+    EXPECT_EQ(newTrace(), Lines{L"ui OMgetActiveMachineGroup(true) raised"});
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(Lifecycle, answersTheNcStubsWithZeroAndOne)
+{
+    EXPECT_EQ(importNC(), 0);
+    EXPECT_EQ(renameNC(), 1);
+    EXPECT_EQ(newTrace(), Lines{});
+}

@@ -1,0 +1,98 @@
+#include "commit/host_document.h"
+
+#include "commit/screen_capture.h"
+#include "host/host.h"
+#include "link/shared_values.h"
+#include "support/host_fixture.h"
+
+#include <algorithm>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+class HostDocument : public HostFixture {
+protected:
+    HostDocument() { installation.endStandardInput(); }
+
+    Lines saving(const std::wstring& name, const wchar_t* window, const wchar_t* result)
+    {
+        return {L"ui CFile_DoFileSave(\"" + name + L"\", " + window + L", false, true) " + result,
+                L"ui CMastercamView.position0()", L"ui CMastercamInterface.position3()"};
+    }
+    const std::wstring picture = installation.path(L"commit\\screendump.bmp");
+};
+
+} // namespace
+
+TEST_F(HostDocument, hasAtMost260CharactersInItsName)
+{
+    standin::setState("geo_filename", L"C:\\a.mcam");
+    EXPECT_EQ(hostFileName(), L"C:\\a.mcam");
+    std::fill_n(geo_filename, 260, L'n'); // without a zero
+    EXPECT_EQ(hostFileName(), std::wstring(260, L'n'));
+    geo_filename[0] = L'\0';
+    EXPECT_EQ(hostFileName(), L"");
+}
+
+TEST_F(HostDocument, isSavedUnderItsOwnNameAndRefreshed)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    event37Seen = true;
+    EXPECT_TRUE(saveThroughHost());
+    EXPECT_EQ(newTrace(), saving(name, L"main", L"-> true"));
+    EXPECT_FALSE(event37Seen);
+}
+
+TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    standin::failNext("CFile_DoFileSave");
+    EXPECT_FALSE(saveThroughHost());
+    EXPECT_EQ(newTrace(), saving(name, L"main", L"-> false"));
+    standin::raiseNext("CFile_DoFileSave");
+    EXPECT_FALSE(saveThroughHost());
+    EXPECT_EQ(newTrace(), saving(name, L"main", L"raised"));
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(HostDocument, isSavedWithoutAParentWhenTheHostHasNoInterface)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    standin::failNext("GetMastercamApp");
+    EXPECT_TRUE(saveThroughHost());
+    EXPECT_EQ(newTrace(), Lines{saving(name, L"null", L"-> true")[0]});
+}
+
+TEST_F(HostDocument, isNeverRedirected)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    for (const char* setting : {"UseFtpServer=y\n", "UseFtpServer=Y\n"}) {
+        writeBytes(installation.path(L"cfg\\settings.ini"), setting);
+        EXPECT_TRUE(saveThroughHost());
+        EXPECT_EQ(newTrace(), saving(name, L"main", L"-> true"));
+    }
+}
+
+TEST_F(HostDocument, isPicturedOverTheLastPictureWithoutBeingSaved)
+{
+    writeBytes(picture, "old");
+    takeScreenCapture();
+    EXPECT_EQ(newTrace(), Lines{L"ui screen_to_bitmap_file(\"" + picture + L"\", false) -> true"});
+    EXPECT_EQ(readBytes(picture).value_or("").substr(0, 2), "BM");
+}
+
+TEST_F(HostDocument, isPicturedSilentlyWithoutAFolder)
+{
+    removeFolder(installation.path(L"commit"));
+    takeScreenCapture();
+    EXPECT_EQ(newTrace(), Lines{L"ui screen_to_bitmap_file(\"" + picture + L"\", false) -> false"});
+    standin::raiseNext("screen_to_bitmap_file");
+    takeScreenCapture();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}

@@ -1,0 +1,49 @@
+// The stand-in host's program with the add-in that ships, started for one test.
+#pragma once
+
+#include "support/bytes.h"
+#include "support/installation.h"
+#include "support/processes.h"
+#include "support/waiting.h"
+
+#include <string>
+#include <vector>
+
+namespace testing_support {
+
+using Lines = std::vector<std::wstring>;
+
+class HostProgram {
+public:
+    // Starts the host with this script (lines with line ends), tracing into the installation folder
+    // under this name.
+    explicit HostProgram(const Installation& installation, const std::string& script,
+                         const std::wstring& name = L"host");
+
+    const Process& process() const { return process_; }
+    std::wstring commandFile() const { return installation_.commandFile(process_.id()); }
+
+    Lines trace() const;
+    // True once a line of the trace contains the text.
+    bool waitForTrace(const std::wstring& text) const;
+    // True once the command file exists: the add-in is open.
+    bool waitForCommandFile() const;
+    // The top-level window that carries the host-instance property, or null.
+    HWND window() const;
+
+private:
+    static std::wstring commandLine(const Installation& installation, const std::string& script,
+                                    const std::wstring& name);
+
+    const Installation& installation_;
+    const std::wstring tracePath_;
+    Process process_;
+};
+
+// How many lines of the trace contain the text.
+size_t count(const Lines& lines, const std::wstring& text);
+
+// The lines that come from the listener's thread.
+Lines fromOtherThreads(const Lines& lines);
+
+} // namespace testing_support

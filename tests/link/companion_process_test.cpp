@@ -1,0 +1,252 @@
+#include "link/companion_process.h"
+
+#include "link/identifiers.h"
+#include "link/messages.h"
+#include "support/dialogs.h"
+#include "support/handles.h"
+#include "support/host_fixture.h"
+
+#include <sddl.h>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const std::wstring notInstalled = LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
+const std::wstring failedToStart =
+    LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
+const std::wstring failedToOpen = LR"(ui message-box("TORVA ZEM", "Failed to open TORVA ZEM."))";
+
+class CompanionProcess : public HostFixture {
+protected:
+    ~CompanionProcess() override
+    {
+        if (semaphore_)
+            CloseHandle(semaphore_);
+        if (window_)
+            DestroyWindow(window_);
+    }
+
+    void holdSemaphore(SECURITY_ATTRIBUTES* security = nullptr)
+    {
+        semaphore_ = CreateSemaphoreW(security, 1, 1, companionSemaphoreName.c_str());
+        ASSERT_NE(semaphore_, nullptr);
+    }
+    HWND showCompanionWindow()
+    {
+        window_ = CreateWindowExW(0, L"STATIC", L"companion", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0,
+                                  0, 200, 100, nullptr, nullptr, nullptr, nullptr);
+        SetPropW(window_, companionInstanceName.c_str(), reinterpret_cast<HANDLE>(INT_PTR{1}));
+        pumpMessages();
+        return window_;
+    }
+    void installRecorder() { installation.installCompanion(programFolder() + L"start_recorder.exe"); }
+    // What the recorder wrote, once it holds so many lines.
+    Lines starts(size_t count)
+    {
+        Lines lines;
+        waitUntil([&] {
+            lines = linesOf(fromUtf8(readBytes(installation.path(L"starts.txt")).value_or("")));
+            return lines.size() >= count;
+        });
+        return lines;
+    }
+
+private:
+    HANDLE semaphore_ = nullptr;
+    HWND window_ = nullptr;
+};
+
+} // namespace
+
+TEST(SharedNames, startWithTheNamespaceBase)
+{
+    const std::wstring base = namespaceBase + L"/namespace/torvapdm";
+    EXPECT_EQ(openMessageName, base + L"/message/open");
+    EXPECT_EQ(commitMessageName, base + L"/message/commit");
+    EXPECT_EQ(getCheckedOutMessageName, base + L"/message/get-checked-out");
+    EXPECT_EQ(hostInstanceName, base + L"/mastercam-instance");
+    EXPECT_EQ(companionInstanceName, base + L"/instance");
+    EXPECT_EQ(companionSemaphoreName, L"Local\\" + base + L"/singleton-token");
+}
+
+TEST_F(CompanionProcess, runsWhileItsSemaphoreExists)
+{
+    EXPECT_FALSE(isCompanionRunning());
+    holdSemaphore();
+    EXPECT_TRUE(isCompanionRunning());
+}
+
+TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
+{
+    SECURITY_ATTRIBUTES denied = {sizeof denied, nullptr, FALSE};
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        L"D:(D;;0x1F0003;;;WD)", SDDL_REVISION_1, &denied.lpSecurityDescriptor, nullptr));
+    holdSemaphore(&denied);
+    LocalFree(denied.lpSecurityDescriptor);
+    ASSERT_EQ(OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, companionSemaphoreName.c_str()),
+              nullptr);
+    ASSERT_EQ(GetLastError(), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_TRUE(isCompanionRunning());
+}
+
+TEST_F(CompanionProcess, isLaunchedShownWithoutArguments)
+{
+    installRecorder();
+    EXPECT_TRUE(launchCompanion(L"", true));
+    EXPECT_EQ(starts(1), Lines{L"1"});
+}
+
+TEST_F(CompanionProcess, isLaunchedHiddenWithArguments)
+{
+    installRecorder();
+    EXPECT_TRUE(launchCompanion(L"--about --parentwindow 0", false));
+    EXPECT_EQ(starts(1), Lines{L"0 --about --parentwindow 0"});
+}
+
+TEST_F(CompanionProcess, getsQuotedPathsAsTheyStand)
+{
+    installRecorder();
+    EXPECT_TRUE(launchCompanion(L"--commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295", true));
+    EXPECT_EQ(starts(1), Lines{L"0 --commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295"});
+}
+
+TEST_F(CompanionProcess, leavesTheProcessHandleOpen)
+{
+    installRecorder();
+    launchCompanion(L"", true); // whatever the shell opens once and keeps
+    const size_t before = countHandles();
+    for (int i = 0; i < 3; ++i)
+        launchCompanion(L"", true);
+    EXPECT_EQ(countHandles(), before + 3);
+}
+
+TEST_F(CompanionProcess, isReportedMissingUnlessTheLaunchIsQuiet)
+{
+    EXPECT_FALSE(launchCompanion(L"--about", true));
+    EXPECT_EQ(newTrace(), Lines{});
+    EXPECT_FALSE(launchCompanion(L"--about", false));
+    EXPECT_EQ(newTrace(), Lines{notInstalled});
+}
+
+TEST_F(CompanionProcess, isMissingWhenAFolderHasItsName)
+{
+    CreateDirectoryW(installation.path(L"TORVA-ZEM.exe").c_str(), nullptr);
+    EXPECT_FALSE(launchCompanion(L"", false));
+    EXPECT_EQ(newTrace(), Lines{notInstalled});
+}
+
+TEST_F(CompanionProcess, showsNothingOfItsOwnWhenItsStartFails)
+{
+    const SystemDialogs dismissed;
+    writeBytes(installation.path(L"TORVA-ZEM.exe"), "no program");
+    EXPECT_FALSE(launchCompanion(L"", false));
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, isNotStartedAgainWhileItRuns)
+{
+    installRecorder();
+    holdSemaphore();
+    EXPECT_TRUE(ensureCompanionRunning());
+    EXPECT_FALSE(readBytes(installation.path(L"starts.txt")).has_value());
+}
+
+TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
+{
+    installRecorder();
+    EXPECT_TRUE(ensureCompanionRunning());
+    EXPECT_EQ(starts(1), Lines{L"1"});
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, isReportedOnceWhenItCannotBeStarted)
+{
+    EXPECT_FALSE(ensureCompanionRunning());
+    EXPECT_EQ(newTrace(), Lines{failedToStart});
+}
+
+TEST_F(CompanionProcess, windowIsFoundByItsProperty)
+{
+    EXPECT_EQ(findCompanionWindow(), nullptr);
+    const HWND window = showCompanionWindow();
+    EXPECT_EQ(findCompanionWindow(), window);
+    RemovePropW(window, companionInstanceName.c_str());
+    EXPECT_EQ(findCompanionWindow(), nullptr);
+}
+
+TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
+{
+    holdSemaphore();
+    const HWND window = showCompanionWindow();
+    SetActiveWindow(getMainFrameWindow());
+    openCompanion();
+    EXPECT_EQ(GetActiveWindow(), window);
+    EXPECT_FALSE(IsIconic(window));
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
+{
+    holdSemaphore();
+    const HWND window = showCompanionWindow();
+    ShowWindow(window, SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(window));
+    openCompanion();
+    EXPECT_FALSE(IsIconic(window));
+    EXPECT_EQ(GetActiveWindow(), window);
+}
+
+TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
+{
+    holdSemaphore();
+    const HWND window = showCompanionWindow();
+    ShowWindow(window, SW_SHOWMAXIMIZED);
+    openCompanion();
+    EXPECT_TRUE(IsZoomed(window));
+}
+
+TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
+{
+    holdSemaphore();
+    SetActiveWindow(getMainFrameWindow());
+    const HWND window = showCompanionWindow();
+    RemovePropW(window, companionInstanceName.c_str());
+    // The property comes from another thread while the command waits on this one.
+    const auto publish = [](LPVOID parameter) -> DWORD {
+        Sleep(250);
+        SetPropW(static_cast<HWND>(parameter), companionInstanceName.c_str(),
+                 reinterpret_cast<HANDLE>(INT_PTR{1}));
+        return 0;
+    };
+    const HANDLE thread = CreateThread(nullptr, 0, publish, window, 0, nullptr);
+    openCompanion();
+    WaitForSingleObject(thread, generousMs);
+    CloseHandle(thread);
+    EXPECT_EQ(GetActiveWindow(), window);
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommand)
+{
+    holdSemaphore();
+    openCompanion();
+    EXPECT_EQ(newTrace(), Lines{failedToOpen});
+}
+
+TEST_F(CompanionProcess, thatCannotBeStartedIsReportedOnceByTheOpenCommand)
+{
+    openCompanion();
+    EXPECT_EQ(newTrace(), Lines{failedToStart});
+}
+
+TEST_F(CompanionProcess, shellOpensOnlyWhatExists)
+{
+    const SystemDialogs dismissed;
+    installRecorder();
+    EXPECT_TRUE(shellOpen(installation.path(L"TORVA-ZEM.exe")));
+    EXPECT_EQ(starts(1).size(), 1u);
+    EXPECT_FALSE(shellOpen(installation.path(L"none.exe")));
+    EXPECT_EQ(newTrace(), Lines{});
+}

@@ -1,0 +1,245 @@
+// The listener's real thread in this process, driven through the command file.
+#include "addin/exports.h"
+#include "link/command_file.h"
+#include "link/compiler.h"
+#include "link/network_thread.h"
+#include "link/pending_request.h"
+#include "link/shared_values.h"
+#include "link/text.h"
+#include "support/command_file_writer.h"
+#include "support/host_fixture.h"
+
+#include <winsock2.h>
+
+#include <tlhelp32.h>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const Lines checkInCalls = {L"other m_fclose(null, 0, null)", L"other set_db_unchanged()",
+                            LR"(other post_FT_command("Mastercam", "OnFileNew"))"};
+const Lines newFileCalls(checkInCalls.begin() + 1, checkInCalls.end());
+
+DWORD countThreads()
+{
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry = {};
+    entry.dwSize = sizeof entry;
+    DWORD found = 0;
+    for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry))
+        found += entry.th32OwnerProcessID == GetCurrentProcessId();
+    CloseHandle(snapshot);
+    return found;
+}
+
+class Listener : public HostFixture {
+protected:
+    Listener() { m_open(0); }
+    ~Listener() override { m_close(0); }
+
+    void send(std::string_view request)
+    {
+        ASSERT_TRUE(waitUntil([&] { return writeRequest(commandPath, request); }));
+    }
+    bool isEmptied()
+    {
+        return waitUntil([&] { return readBytes(commandPath) == ""; });
+    }
+    // A malformed request leaves nothing to see; the next good one shows that it is over.
+    void expectNextRequestServed()
+    {
+        newTrace();
+        send(openRequest(4711, ""));
+        EXPECT_EQ(newTrace(2), newFileCalls);
+        EXPECT_EQ(currentRequestId, 4711);
+    }
+
+    const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
+};
+
+} // namespace
+
+TEST_F(Listener, opensTheFileOfAnOpenRequest)
+{
+    const std::wstring part = makePart();
+    send(openRequest(12, toUtf8(part)));
+    ASSERT_TRUE(waitUntil([] { return currentZemId == 12; }));
+    EXPECT_EQ(currentRequestId, 12);
+    EXPECT_EQ(currentFilePath.text(), part);
+    EXPECT_TRUE(isEmptied());
+}
+
+TEST_F(Listener, startsANewFileForAnEmptyPath)
+{
+    send(openRequest(7, ""));
+    EXPECT_EQ(newTrace(2), newFileCalls);
+    EXPECT_EQ(currentRequestId, 7);
+    EXPECT_FALSE(isRequestPending());
+}
+
+TEST_F(Listener, carriesOutACheckInInOrder)
+{
+    currentRequestId = 5;
+    currentZemId = 5;
+    currentFilePath.assign(L"C:\\a.mcam");
+    send("CHECKIN C:\\a.mcam");
+    EXPECT_EQ(newTrace(3), checkInCalls);
+    EXPECT_EQ(currentRequestId, 0);
+    EXPECT_EQ(currentZemId, 0u);
+    EXPECT_EQ(currentFilePath.text(), L"");
+}
+
+TEST_F(Listener, carriesOutACheckInOfTheWordAlone)
+{
+    send("CHECKIN");
+    EXPECT_EQ(newTrace(3), checkInCalls);
+}
+
+TEST_F(Listener, postsAWindowMoveOnACheckIn)
+{
+    std::atomic<HWND> real = messageWindow.load();
+    static int moves;
+    moves = 0;
+    const auto counting = [](HWND window, UINT message, WPARAM w, LPARAM l) -> LRESULT {
+        moves += message == WM_MOVE && w == 0 && l == 0;
+        return DefWindowProcW(window, message, w, l);
+    };
+    const HWND watched = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr,
+                                         nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(watched, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(+counting));
+    messageWindow = watched;
+    send("CHECKIN ");
+    EXPECT_TRUE(waitUntil([] { return moves == 1; }));
+    messageWindow = real.load();
+    DestroyWindow(watched);
+}
+
+TEST_F(Listener, goesOnWhenTheHostRaisesDuringACheckIn)
+{
+    for (const char* operation : {"m_fclose", "set_db_unchanged", "post_FT_command"})
+        standin::raiseNext(operation);
+    send("CHECKIN");
+    EXPECT_EQ(newTrace(3), (Lines{L"other m_fclose(null, 0, null) raised",
+                                  L"other set_db_unchanged() raised",
+                                  LR"(other post_FT_command("Mastercam", "OnFileNew") raised)"}));
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+    expectNextRequestServed();
+}
+
+TEST_F(Listener, repostsARequestUntilTheHostIsReady)
+{
+    const std::wstring part = makePart();
+    standin::setState("backplot", L"true");
+    send(openRequest(12, toUtf8(part)));
+    ASSERT_TRUE(waitUntil([] { return isRequestPending(); }));
+    ASSERT_TRUE(isEmptied());
+    pumpMessages(); // the first post finds the host busy
+    EXPECT_TRUE(isRequestPending());
+    standin::setState("backplot", L"false");
+    EXPECT_TRUE(waitUntil([] { return currentZemId == 12; }));
+}
+
+TEST_F(Listener, replacesAPendingRequestByALaterOne)
+{
+    standin::setState("backplot", L"true");
+    send(openRequest(1, toUtf8(makePart(L"first.mcam"))));
+    ASSERT_TRUE(waitUntil([] { return currentRequestId == 1; }) && isEmptied());
+    send(openRequest(2, toUtf8(makePart(L"second.mcam"))));
+    ASSERT_TRUE(waitUntil([] { return currentRequestId == 2; }));
+    standin::setState("backplot", L"false");
+    ASSERT_TRUE(waitUntil([] { return currentZemId == 2; }));
+    EXPECT_EQ(recentFiles.size(), 1u);
+}
+
+TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
+{
+    using namespace std::string_view_literals;
+    const std::string_view malformed[] = {"\xEF\xBB\xBF" "12"sv,
+                                          "a"sv,
+                                          "\xEF\xBB\xBF" "abc C:\\a\n"sv,
+                                          "\xEF\xBB\xBF" "2147483648 C:\\a\n"sv,
+                                          "\x80\xFF\xFE\xFD"sv,
+                                          "\0\0\0\0\0\0\0"sv,
+                                          "CHECKIN\n"sv,
+                                          "\xEF\xBB\xBF" "CHECKIN x"sv};
+    for (const std::string_view text : malformed) {
+        currentRequestId = 1;
+        send(text);
+        ASSERT_TRUE(isEmptied());
+        expectNextRequestServed();
+    }
+}
+
+TEST_F(Listener, readsARequestOfExactly65536Bytes)
+{
+    std::string request = openRequest(8, std::string(65536 - 6, 'p'));
+    ASSERT_EQ(request.size(), 65536u);
+    send(request);
+    ASSERT_TRUE(waitUntil([] { return currentRequestId == 8; }));
+    EXPECT_TRUE(isEmptied());
+    EXPECT_EQ(newTrace(1), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
+}
+
+TEST_F(Listener, endsForGoodOnARequestOf65537BytesAndLeavesItInPlace)
+{
+    const std::string request = openRequest(8, std::string(65537 - 6, 'p'));
+    send(request);
+    EXPECT_EQ(WaitForSingleObject(listenerThread, generousMs), WAIT_OBJECT_0);
+    EXPECT_EQ(readBytes(commandPath), request);
+    EXPECT_EQ(currentRequestId, 0);
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(Listener, makesANewCommandFileWhenSomebodyDeletedIt)
+{
+    CloseHandle(commandFile); // as if the file had been taken away from under the add-in
+    ASSERT_TRUE(waitUntil([&] { return readBytes(commandPath) == ""; }));
+    expectNextRequestServed();
+}
+
+TEST_F(Listener, keepsItsFileSharedForReadingWritingAndDeleting)
+{
+    const HANDLE file = CreateFileW(commandPath.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(file, INVALID_HANDLE_VALUE);
+    CloseHandle(file);
+}
+
+TEST_F(Listener, findsItsOwnFileClosedToItsProbe)
+{
+    EXPECT_FALSE(opensDenyingNone(truncateToBytes(commandPath).c_str()));
+    writeBytes(installation.path(L"free.txt"), "");
+    EXPECT_TRUE(opensDenyingNone(truncateToBytes(installation.path(L"free.txt")).c_str()));
+}
+
+TEST_F(Listener, usesTheWholeTextAlsoWhenLessCouldBeRead)
+{
+    EXPECT_EQ(readCommandFile(INVALID_HANDLE_VALUE, 3), std::string(3, '\0'));
+    EXPECT_EQ(commandFileSize(INVALID_HANDLE_VALUE), 0);
+}
+
+TEST_F(Listener, runsBesideANetworkThreadThatHasEnded)
+{
+    EXPECT_TRUE(waitUntil([] { return countThreads() == 2; })); // this one and the listener
+}
+
+TEST(NetworkThread, endsAtOnceWithZero)
+{
+    EXPECT_EQ(networkThread(nullptr), 0u);
+}
+
+TEST(NetworkThread, leavesItsPortClosed)
+{
+    EXPECT_EQ(networkThread(nullptr), 0u);
+    const SOCKET caller = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(20248);
+    EXPECT_EQ(connect(caller, reinterpret_cast<sockaddr*>(&address), sizeof address), SOCKET_ERROR);
+    EXPECT_EQ(WSAGetLastError(), WSAECONNREFUSED);
+    closesocket(caller);
+}

@@ -1,0 +1,117 @@
+#include "support/installation.h"
+
+#include "support/bytes.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <windows.h>
+
+namespace testing_support {
+
+namespace {
+
+constexpr wchar_t companionKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
+constexpr wchar_t folderValue[] = L"installation folder";
+
+void mustSucceed(LSTATUS status, const char* what)
+{
+    if (status == ERROR_SUCCESS)
+        return;
+    std::fprintf(stderr, "%s: error %ld\n", what, status);
+    std::exit(99);
+}
+
+std::wstring ownRegistryKey()
+{
+    return L"Software\\torvapdm tests\\" + std::to_wstring(GetCurrentProcessId());
+}
+
+std::wstring freshFolder()
+{
+    wchar_t temp[MAX_PATH];
+    GetTempPathW(MAX_PATH, temp);
+    return temp + (L"zem " + std::to_wstring(GetCurrentProcessId()));
+}
+
+void registerFolder(const std::wstring& folder)
+{
+    const DWORD size = static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t));
+    HKEY key = nullptr;
+    mustSucceed(RegCreateKeyExW(HKEY_CURRENT_USER, companionKey, 0, nullptr, 0,
+                                KEY_WRITE | KEY_WOW64_32KEY, nullptr, &key, nullptr),
+                "create the installation key");
+    mustSucceed(RegSetValueExW(key, folderValue, 0, REG_SZ,
+                               reinterpret_cast<const BYTE*>(folder.c_str()), size),
+                "write the installation folder");
+    RegCloseKey(key);
+}
+
+void removeOwnRegistry()
+{
+    RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+    RegDeleteTreeW(HKEY_CURRENT_USER, ownRegistryKey().c_str());
+}
+
+} // namespace
+
+void useEmptyRegistry()
+{
+    HKEY key = nullptr;
+    mustSucceed(RegCreateKeyExW(HKEY_CURRENT_USER, ownRegistryKey().c_str(), 0, nullptr,
+                                0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+                "create a registry key of the test's own");
+    mustSucceed(RegOverridePredefKey(HKEY_CURRENT_USER, key), "use the test's own registry");
+    RegCloseKey(key);
+    std::atexit(removeOwnRegistry);
+}
+
+Installation::Installation(Registry registry) : registry_(registry), root_(freshFolder())
+{
+    removeFolder(root_); // a process that was ended may have left its own under the same number
+    for (const wchar_t* folder : {L"cfg", L"sys", L"temp", L"tmp", L"commit"})
+        std::filesystem::create_directories(path(folder));
+    if (registry == Registry::ofThisProcess)
+        useEmptyRegistry();
+    registerFolder(root_);
+}
+
+Installation::~Installation()
+{
+    if (registry_ == Registry::ofTheUser)
+        RegDeleteKeyW(HKEY_CURRENT_USER, companionKey);
+    removeFolder(root_);
+}
+
+std::wstring Installation::commandFile(unsigned long processId) const
+{
+    return path(L"temp\\mastercam-" + std::to_wstring(processId) + L".dat");
+}
+
+void Installation::installCompanion(const std::wstring& program) const
+{
+    std::filesystem::copy_file(program, path(L"TORVA-ZEM.exe"));
+}
+
+void Installation::feedStandardInput(std::string_view text) const
+{
+    writeBytes(path(L"input.txt"), text);
+    if (!_wfreopen(path(L"input.txt").c_str(), L"r", stdin))
+        std::exit(99);
+}
+
+std::wstring programFolder()
+{
+    wchar_t path[MAX_PATH];
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const std::wstring whole = path;
+    return whole.substr(0, whole.rfind(L'\\') + 1);
+}
+
+void removeFolder(const std::wstring& path)
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+}
+
+} // namespace testing_support

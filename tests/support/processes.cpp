@@ -1,0 +1,55 @@
+#include "support/processes.h"
+
+#include "support/waiting.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace testing_support {
+
+Process::Process(std::wstring commandLine)
+{
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &start, &information_)) {
+        std::fprintf(stderr, "cannot start %ls\n", commandLine.c_str());
+        std::exit(99);
+    }
+}
+
+Process::~Process()
+{
+    end();
+    CloseHandle(information_.hThread);
+    CloseHandle(information_.hProcess);
+}
+
+bool Process::isRunning() const
+{
+    return WaitForSingleObject(information_.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+std::optional<DWORD> Process::waitForExit() const
+{
+    if (!waitUntil([this] { return !isRunning(); }))
+        return std::nullopt;
+    DWORD code = 0;
+    GetExitCodeProcess(information_.hProcess, &code);
+    return code;
+}
+
+void Process::end()
+{
+    if (!isRunning())
+        return;
+    TerminateProcess(information_.hProcess, 98);
+    WaitForSingleObject(information_.hProcess, generousMs);
+}
+
+std::wstring quoted(const std::wstring& argument)
+{
+    return L'"' + argument + L'"';
+}
+
+} // namespace testing_support
