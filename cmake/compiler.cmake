@@ -4,6 +4,11 @@
 # GoogleTest's sources are not held to them.
 add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00)
 
+if(MSVC)
+  # The C library's and the sockets' older names are meant.
+  add_compile_definitions(_CRT_SECURE_NO_WARNINGS _WINSOCK_DEPRECATED_NO_WARNINGS)
+endif()
+
 if(MINGW)
   # The compiler's own libraries go into each module: nothing but Windows' DLLs is needed at run
   # time.

@@ -1,4 +1,5 @@
-// Thin shells: each calls one inner function and gives the neutral answer when an exception ends it.
+// Thin shells: each calls one inner function and gives the neutral answer when an exception ends
+// it.
 #include "addin/exports.h"
 
 #include "addin/declared_version.h"
@@ -48,8 +49,10 @@ int renameNC()
 
 int TestFunction()
 {
-    callHost([] { OMgetActiveMachineGroup(true); });
-    return 1;
+    return atEdge(1, [] {
+        callHost([] { OMgetActiveMachineGroup(true); });
+        return 1;
+    });
 }
 
 // The flows behind these are not part of this release: they do nothing and give 0.

@@ -2,6 +2,7 @@
 
 #include "framework/framework.h"
 #include "link/command_file.h"
+#include "link/host_exceptions.h"
 #include "link/identifiers.h"
 #include "link/listener.h"
 #include "link/message_window.h"
@@ -15,8 +16,8 @@ namespace {
 
 void createFirstCommandFile()
 {
-    commandFilePath = commandFilePathNow();
-    commandFile = createCommandFileOrNull(commandFilePath);
+    commandFilePath.assign(commandFilePathNow());
+    commandFile = createCommandFileOrNull(commandFilePath.text());
 }
 
 void destroyMessageWindow()
@@ -34,7 +35,7 @@ int openAddIn()
     const HWND mainWindow = getMainFrameWindow();
     registerMessages();
     messageWindow = createMessageWindow();
-    AfxBeginThread(networkThread, nullptr, THREAD_PRIORITY_NORMAL, 0, 0, nullptr);
+    callHost([] { AfxBeginThread(networkThread, nullptr, THREAD_PRIORITY_NORMAL, 0, 0, nullptr); });
     createFirstCommandFile();
     startListener();
     if (mainWindow)

@@ -75,8 +75,8 @@ void saveUnderGivenPath(const std::wstring& path)
 
 void finishCadFile()
 {
-    // Deliberate: the progress line #3 again, now with the kind behind it. One would expect a number
-    // of its own; whoever reads the log tells files of a CAD system by the doubled line.
+    // Deliberate: the progress line #3 again, now with the kind behind it. One would expect a
+    // number of its own; whoever reads the log tells files of a CAD system by the doubled line.
     debugLog("Loading File #3: %s\n", toNarrowAnsi(fileTypePrefix).c_str());
     saveThroughHost();
     saveFlow();

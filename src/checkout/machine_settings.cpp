@@ -46,6 +46,10 @@ void transferMachineSettings()
     if (!file)
         return;
     wchar_t line[1024];
+    // Deliberate: the C runtime widens the line in its own locale. One would expect the system's
+    // code page; in the runtime's standard locale each byte becomes the unit of the same value, so
+    // that the Companion writes the paths of machines in ASCII or Latin-1.
+    //
     // Deliberate: an empty file is neither closed nor deleted. One would expect both; it stays, and
     // stays open, until the host ends.
     if (!std::fgetws(line, 1024, file))

@@ -45,7 +45,9 @@ protected:                                                                      
         static const AFX_MSGMAP_ENTRY rows[] = {
 
 #define END_MESSAGE_MAP()                                                                          \
-    {0, nullptr}                                                                                   \
+    {                                                                                              \
+        0, nullptr                                                                                 \
+    }                                                                                              \
     }                                                                                              \
     ;                                                                                              \
     static const AFX_MSGMAP map = {&TheBase::GetThisMessageMap, rows};                             \

@@ -11,5 +11,4 @@ public:
     HWND m_hWnd = nullptr;
 };
 
-class CFrameWnd : public CWnd {
-};
+class CFrameWnd : public CWnd {};

@@ -2,8 +2,9 @@
 // publishes none; code outside the adapter names no field.
 #pragma once
 
+#include "framework/framework.h"
+
 #include <cstdint>
-#include <windows.h>
 
 // The leading part of a tool record, beginning with the tool number: exactly the 1024 bytes of
 // which each operation keeps a copy of its own.

@@ -2,9 +2,10 @@
 // add-in holds it open, empty, for as long as it is loaded; it vanishes with the handle.
 #pragma once
 
+#include "framework/framework.h"
+
 #include <optional>
 #include <string>
-#include <windows.h>
 
 namespace torvapdm {
 

@@ -10,8 +10,9 @@
 // All of it runs on the UI thread.
 #pragma once
 
+#include "framework/framework.h"
+
 #include <string>
-#include <windows.h>
 
 namespace torvapdm {
 

@@ -1,6 +1,6 @@
 #include "link/installation_folder.h"
 
-#include <windows.h>
+#include "framework/framework.h"
 
 namespace torvapdm {
 

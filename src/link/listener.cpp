@@ -19,11 +19,12 @@ constexpr DWORD stopWaitMs = 1000;
 
 void makeSureCommandFileExists()
 {
-    commandFilePath = commandFilePathNow();
+    const std::wstring path = commandFilePathNow();
+    commandFilePath.assign(path);
     // Deliberate: an invalid handle is stored here as it is, not as null. One would expect the same
     // test as elsewhere; the next cycle finds no file and tries again.
-    if (_waccess(commandFilePath.c_str(), 0) != 0)
-        commandFile = createCommandFile(commandFilePath);
+    if (_waccess(path.c_str(), 0) != 0)
+        commandFile = createCommandFile(path);
 }
 
 void waitOnePeriod()
@@ -31,7 +32,7 @@ void waitOnePeriod()
     // Deliberate: a file that can be opened without sharing its deletion doubles the wait. One
     // would expect one fixed period. While the add-in holds its file such an open fails, so that
     // only a file of somebody else's making is polled more slowly.
-    if (opensDenyingNone(truncateToBytes(commandFilePath).c_str()))
+    if (opensDenyingNone(truncateToBytes(commandFilePath.text()).c_str()))
         Sleep(pollingPeriodMs);
     Sleep(pollingPeriodMs);
 }
@@ -40,9 +41,9 @@ void waitOnePeriod()
 std::string takeText(LONGLONG size)
 {
     std::string text = readCommandFile(commandFile, size);
-    commandFilePath = commandFilePathNow();
+    commandFilePath.assign(commandFilePathNow());
     CloseHandle(commandFile);
-    commandFile = createCommandFileOrNull(commandFilePath);
+    commandFile = createCommandFileOrNull(commandFilePath.text());
     return text;
 }
 
@@ -95,8 +96,8 @@ void stopListener()
     if (WaitForSingleObject(listenerThread, stopWaitMs) == WAIT_TIMEOUT)
         TerminateThread(listenerThread, 0);
     // Deliberate: closed also when it is null, and the command file's handle is not reset. One
-    // would expect a test here and a null there; a second m_close closes a handle that is no longer
-    // open, which the system refuses without harm.
+    // would expect a test here and a null there. The host relies on closing the add-in once: a
+    // second m_close without an m_open would close whatever has that handle's number by then.
     CloseHandle(listenerThread);
     listenerThread = nullptr;
     if (commandFile)

@@ -1,7 +1,7 @@
 // The listener: the thread that takes requests out of the command file.
 #pragma once
 
-#include <windows.h>
+#include "framework/framework.h"
 
 namespace torvapdm {
 

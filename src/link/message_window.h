@@ -2,7 +2,7 @@
 // messages registered for it. UI thread.
 #pragma once
 
-#include <windows.h>
+#include "framework/framework.h"
 
 namespace torvapdm {
 

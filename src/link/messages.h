@@ -1,8 +1,9 @@
 // The host's main window, and the message boxes shown over it.
 #pragma once
 
+#include "framework/framework.h"
+
 #include <string>
-#include <windows.h>
 
 namespace torvapdm {
 

@@ -1,7 +1,7 @@
 // The network thread that m_open starts: a greeting service on port 20248 that never serves.
 #pragma once
 
-#include <windows.h>
+#include "framework/framework.h"
 
 namespace torvapdm {
 

@@ -1,7 +1,8 @@
 #include "link/paths.h"
 
+#include "framework/framework.h"
+
 #include <sys/stat.h>
-#include <windows.h>
 
 namespace torvapdm {
 

@@ -6,6 +6,8 @@
 // hand-over between the two is the posted open message.
 #pragma once
 
+#include "framework/framework.h"
+
 #include "link/recent_file.h"
 
 #include <array>
@@ -13,7 +15,6 @@
 #include <cstdint>
 #include <string>
 #include <vector>
-#include <windows.h>
 
 namespace torvapdm {
 
@@ -30,7 +31,7 @@ inline std::atomic<std::int32_t> currentRequestId{0};
 // Written: UI (load pipeline, host events, save flow), listener (check-in). Read: UI.
 inline std::atomic<std::uint32_t> currentZemId{noZemId};
 
-// A text that both threads write without a lock. Its storage never moves, so that two writers at
+// A text that several threads write without a lock. Its storage never moves, so that two writers at
 // once can mix their characters but never free the other's memory.
 struct SharedPath {
     std::array<wchar_t, 32768> characters{}; // the longest path Windows opens, and its zero
@@ -101,8 +102,8 @@ inline UINT getCheckedOutMessage = 0;
 // The command file and the handle that keeps it alive; the handle is null when there is none.
 // Written: UI (m_open, before the listener starts), then listener. Read: listener, UI (m_close,
 // after the listener has ended).
-inline std::wstring commandFilePath;
-inline HANDLE commandFile = nullptr;
+inline SharedPath commandFilePath;
+inline std::atomic<HANDLE> commandFile{nullptr};
 
 // The listener's thread, null when none runs. Written and read: UI (m_open, m_close).
 inline HANDLE listenerThread = nullptr;

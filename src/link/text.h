@@ -1,8 +1,9 @@
 // Conversions between wide and 8-bit text, and the seam for a later translation.
 #pragma once
 
+#include "framework/framework.h"
+
 #include <string>
-#include <windows.h>
 
 namespace torvapdm {
 

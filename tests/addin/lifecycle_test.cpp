@@ -30,7 +30,7 @@ TEST_F(Lifecycle, startsEverythingAndShowsNothing)
     EXPECT_NE(getCheckedOutMessage, 0u);
     EXPECT_TRUE(IsWindow(messageWindow));
     EXPECT_EQ(readBytes(commandPath), "");
-    EXPECT_EQ(commandFilePath, commandPath);
+    EXPECT_EQ(commandFilePath.text(), commandPath);
     EXPECT_NE(commandFile, nullptr);
     EXPECT_TRUE(listenerRuns());
     EXPECT_EQ(property(), reinterpret_cast<HANDLE>(INT_PTR{1}));

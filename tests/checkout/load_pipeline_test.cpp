@@ -66,6 +66,14 @@ TEST_F(LoadPipeline, opensNamesAndSavesAPartFileInOrder)
     EXPECT_EQ(debugLogText(), logged({1, 2, 3, 4, 5, 6, 7}, path));
 }
 
+TEST_F(LoadPipeline, logsItsPathInTheSystemsCodePage)
+{
+    const std::wstring path = installation.path(L"missing \u00C4\u4E00.mcam");
+    EXPECT_FALSE(loadFile(path));
+    EXPECT_EQ(debugLogText(), "Loading File #1: " + toUtf8(installation.path(L"missing ")) +
+                                  "\xC4?.mcam\r\n");
+}
+
 TEST_F(LoadPipeline, forgetsTheCurrentFileFirst)
 {
     currentZemId = 5;
@@ -253,6 +261,7 @@ TEST_F(LoadPipeline, wakesTheCatiaReaderWhenTheSettingsSaySo)
         EXPECT_TRUE(loadFile(path));
         EXPECT_EQ(newTrace()[2], woken) << settings;
     }
+    EXPECT_NE(GetModuleHandleW(L"catread5x.dll"), nullptr); // loaded for good
 }
 
 TEST_F(LoadPipeline, leavesTheCatiaReaderAloneOtherwise)

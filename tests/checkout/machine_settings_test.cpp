@@ -95,6 +95,13 @@ TEST_F(MachineSettingsFile, isDeletedAlsoWhenTheHostRaises)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
+TEST_F(MachineSettingsFile, isWidenedByteByByte)
+{
+    writeBytes(file(0), "0|1|2|C:\\\x80\xC4\xFF\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{activated(L"C:\\\x80\xC4\xFF")});
+}
+
 TEST_F(MachineSettingsFile, isCutAfter1023Characters)
 {
     writeBytes(file(0), std::string(1000, 'x') + "|" + std::string(100, 'p') + "\n");

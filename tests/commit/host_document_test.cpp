@@ -59,6 +59,27 @@ TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
+TEST_F(HostDocument, leavesALineInTheDebuggersOutputWhenItsSavingFails)
+{
+    static std::string output;
+    output.clear();
+    constexpr DWORD debugOutput = 0x40010006; // what the system raises for a debugger to catch
+    const auto listen = [](EXCEPTION_POINTERS* raised) -> LONG {
+        const EXCEPTION_RECORD& record = *raised->ExceptionRecord;
+        if (record.ExceptionCode == debugOutput)
+            output += reinterpret_cast<const char*>(record.ExceptionInformation[1]);
+        return EXCEPTION_CONTINUE_SEARCH;
+    };
+    void* const listener = AddVectoredExceptionHandler(1, listen);
+    standin::setState("geo_filename", installation.path(L"a.mcam"));
+    EXPECT_TRUE(saveThroughHost());
+    EXPECT_EQ(output, "");
+    standin::failNext("CFile_DoFileSave");
+    EXPECT_FALSE(saveThroughHost());
+    RemoveVectoredExceptionHandler(listener);
+    EXPECT_EQ(output, std::string(50, '-') + " !status\n");
+}
+
 TEST_F(HostDocument, isSavedWithoutAParentWhenTheHostHasNoInterface)
 {
     const std::wstring name = installation.path(L"a.mcam");

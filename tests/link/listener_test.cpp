@@ -1,12 +1,14 @@
 // The listener's real thread in this process, driven through the command file.
 #include "addin/exports.h"
 #include "link/command_file.h"
+#include "link/command_request.h"
 #include "link/compiler.h"
 #include "link/network_thread.h"
 #include "link/pending_request.h"
 #include "link/shared_values.h"
 #include "link/text.h"
 #include "support/command_file_writer.h"
+#include "support/handles.h"
 #include "support/host_fixture.h"
 
 #include <winsock2.h>
@@ -32,6 +34,26 @@ DWORD countThreads()
         found += entry.th32OwnerProcessID == GetCurrentProcessId();
     CloseHandle(snapshot);
     return found;
+}
+
+bool isSocketsLibraryStarted()
+{
+    const SOCKET any = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    return any != INVALID_SOCKET && closesocket(any) == 0;
+}
+
+// The error of a connection to this port of the local computer, 0 for none.
+int connectTo(u_short port)
+{
+    const SOCKET caller = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(port);
+    const int result = connect(caller, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    const int error = result == 0 ? 0 : WSAGetLastError();
+    closesocket(caller);
+    return error;
 }
 
 class Listener : public HostFixture {
@@ -172,6 +194,15 @@ TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
     }
 }
 
+TEST_F(Listener, keepsTheRequestIdWhenARequestIsMalformed)
+{
+    currentRequestId = 5;
+    for (const char* text : {"nospace", "\xEF\xBB\xBF" "x C:\\a\n", "\xEF\xBB\xBF" "7"})
+        carryOutCommandText(text);
+    EXPECT_EQ(currentRequestId, 5);
+    EXPECT_FALSE(isRequestPending());
+}
+
 TEST_F(Listener, readsARequestOfExactly65536Bytes)
 {
     std::string request = openRequest(8, std::string(65536 - 6, 'p'));
@@ -221,25 +252,19 @@ TEST_F(Listener, usesTheWholeTextAlsoWhenLessCouldBeRead)
     EXPECT_EQ(commandFileSize(INVALID_HANDLE_VALUE), 0);
 }
 
-TEST_F(Listener, runsBesideANetworkThreadThatHasEnded)
+TEST_F(Listener, runsBesideANetworkThreadThatHasStartedTheSocketsLibrary)
 {
+    EXPECT_TRUE(waitUntil([] { return isSocketsLibraryStarted(); }));
     EXPECT_TRUE(waitUntil([] { return countThreads() == 2; })); // this one and the listener
 }
 
-TEST(NetworkThread, endsAtOnceWithZero)
+TEST(NetworkThread, endsWithASocketThatListensNowhere)
 {
+    ASSERT_FALSE(isSocketsLibraryStarted());
     EXPECT_EQ(networkThread(nullptr), 0u);
-}
-
-TEST(NetworkThread, leavesItsPortClosed)
-{
+    EXPECT_TRUE(isSocketsLibraryStarted());
+    const size_t before = countHandles();
     EXPECT_EQ(networkThread(nullptr), 0u);
-    const SOCKET caller = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(20248);
-    EXPECT_EQ(connect(caller, reinterpret_cast<sockaddr*>(&address), sizeof address), SOCKET_ERROR);
-    EXPECT_EQ(WSAGetLastError(), WSAECONNREFUSED);
-    closesocket(caller);
+    EXPECT_EQ(countHandles(), before + 1); // the socket stays open
+    EXPECT_EQ(connectTo(20248), WSAECONNREFUSED);
 }

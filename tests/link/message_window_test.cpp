@@ -130,6 +130,25 @@ TEST_F(MessageWindow, takesTheRequestAlsoWhenItsFileCannotBeOpened)
               Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
 }
 
+TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
+{
+    // The message box over the missing file is the moment at which the next one comes in.
+    const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
+        if (code == HCBT_ACTIVATE && currentRequestId != 2) {
+            currentRequestId = 2;
+            parkOpenRequest(2, L"C:\\next.mcam");
+        }
+        return CallNextHookEx(nullptr, code, window, l);
+    };
+    parkOpenRequest(1, installation.path(L"missing.mcam"));
+    const HHOOK hook = SetWindowsHookExW(WH_CBT, parkNext, nullptr, GetCurrentThreadId());
+    EXPECT_EQ(sendOpenMessage(), 1);
+    UnhookWindowsHookEx(hook);
+    const auto request = takeOpenRequest();
+    ASSERT_TRUE(request.has_value());
+    EXPECT_EQ(request->id, 2);
+}
+
 TEST_F(MessageWindow, givesEveryOtherMessageTheDefaultTreatment)
 {
     parkOpenRequest(12, makePart());

@@ -21,6 +21,17 @@ TEST_F(Messages, areShownUnderTheProductsNameByDefault)
 
 TEST_F(Messages, lieOverTheHostsMainWindow)
 {
+    static HWND owner;
+    owner = nullptr;
+    const auto keepOwner = [](int code, WPARAM window, LPARAM l) -> LRESULT {
+        if (code == HCBT_ACTIVATE && !owner)
+            owner = GetWindow(reinterpret_cast<HWND>(window), GW_OWNER);
+        return CallNextHookEx(nullptr, code, window, l);
+    };
+    const HHOOK hook = SetWindowsHookExW(WH_CBT, keepOwner, nullptr, GetCurrentThreadId());
+    showMessage(L"text");
+    UnhookWindowsHookEx(hook);
+    EXPECT_EQ(owner, getMainFrameWindow());
     EXPECT_EQ(getMainFrameWindow(), get_MainFrame()->GetSafeHwnd());
     EXPECT_TRUE(IsWindow(getMainFrameWindow()));
 }
