@@ -3,8 +3,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 project=$PWD
-build=$project/build/mingw
-programs=$build/bin
+programs=$project/build/mingw/bin
 
 # One Wine prefix of the project's own, silent and without the prompts for its optional add-ons.
 export WINEPREFIX=${TORVAPDM_WINEPREFIX:-$project/build/wine}
@@ -27,9 +26,29 @@ quietly() {
     fi
 }
 
-build_all() {
+# Installs the Debian packages that are missing; for anybody but root, says which to install.
+install_packages() {
+    local missing=() package state
+    for package in "$@"; do
+        state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+        [ "$state" = installed ] || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    if [ "$(id -u)" != 0 ]; then
+        say "These Debian packages are missing; install them as root:" >&2
+        say "  apt-get install ${missing[*]}" >&2
+        exit 1
+    fi
+    say "installing ${missing[*]}"
+    quietly apt-get update
+    quietly env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
+        "${missing[@]}"
+}
+
+# build TARGETS: configures and builds these targets, or all.
+build() {
     quietly cmake --preset mingw
-    quietly cmake --build --preset mingw "$@"
+    quietly cmake --build --preset mingw ${1:+--target "$@"}
 }
 
 # Runs the rest of the script as `SCRIPT --inside ARGS` in a network of its own (loopback only) and
