@@ -64,11 +64,11 @@ std::wstring menuLine(const std::vector<MenuRow>& rows)
     return line + L")";
 }
 
-// The first enabled row of that text, or 0.
+// The first enabled row of that text, or 0; an empty text is no row's, also where a row has none.
 UINT idOf(const std::vector<MenuRow>& rows, const std::wstring& text)
 {
     for (const MenuRow& row : rows)
-        if (!row.isSeparator && !row.isDisabled && row.text == text)
+        if (!row.isSeparator && !row.isDisabled && !text.empty() && row.text == text)
             return row.id;
     return 0;
 }

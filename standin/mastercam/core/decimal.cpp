@@ -16,7 +16,8 @@ std::string decimalText(double value)
                              .ptr;
         text.assign(buffer, end);
         double back = 0;
-        if (!readDecimal(text, back) || back == value)
+        // Near the largest number, a text with few digits may stand for none.
+        if (readDecimal(text, back) && back == value)
             break;
     }
     return text;

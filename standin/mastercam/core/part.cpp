@@ -38,20 +38,6 @@ void linkPart(Part& part)
         part.operationById.emplace(held.node.op.operationId, &held);
 }
 
-bool hasGroupRing(const Part& part)
-{
-    for (const TpGroup& start : part.groups) {
-        const TpGroup* group = &start;
-        for (std::size_t step = 0; group; ++step) {
-            if (step > part.groups.size())
-                return true;
-            const auto parent = part.groupById.find(group->parentId);
-            group = parent == part.groupById.end() ? nullptr : parent->second;
-        }
-    }
-    return false;
-}
-
 bool isEmpty(const Part& part)
 {
     return part.title.empty() && part.material.empty() && part.remark.empty() &&

@@ -67,9 +67,6 @@ operation blankOperation();
 // Links the operation chain and fills the look-ups once every record is there.
 void linkPart(Part& part);
 
-// True when a group is its own ancestor: whoever looked for its top group would never end.
-bool hasGroupRing(const Part& part);
-
 // True when the part holds nothing at all.
 MCCORE_API bool isEmpty(const Part& part);
 

@@ -189,7 +189,7 @@ std::shared_ptr<Part> readPartText(std::string_view text)
         if (!readLine(reading, takeLine(text)))
             return nullptr;
     linkPart(*reading.part);
-    return hasGroupRing(*reading.part) ? nullptr : reading.part;
+    return reading.part;
 }
 
 } // namespace standin

@@ -47,7 +47,7 @@ std::optional<NameAndNumber> readNameAndNumber(std::wstring_view value)
 {
     const std::size_t blank = value.find(L' ');
     NameAndNumber read{toUtf8(value.substr(0, blank)), std::nullopt};
-    if (blank == std::wstring_view::npos)
+    if (blank == std::wstring_view::npos || blank + 1 == value.size())
         return read;
     read.number = number<int>(value.substr(blank + 1));
     if (!read.number)

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <set>
 
 namespace standin {
 
@@ -68,7 +69,9 @@ std::wstring timeText(double seconds)
 std::wstring groupPath(const Part& part, int id)
 {
     std::wstring path;
-    for (auto group = part.groupById.find(id); group != part.groupById.end();
+    std::set<int> shown; // a ring of parent groups ends where it would begin again
+    for (auto group = part.groupById.find(id);
+         group != part.groupById.end() && shown.insert(group->first).second;
          group = part.groupById.find(group->second->parentId)) {
         const std::wstring name(fieldText(group->second->name));
         path = path.empty() ? name : name + L"  \u203A  " + path;

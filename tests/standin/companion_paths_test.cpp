@@ -1,0 +1,45 @@
+// Where the Companion looks for files, and the small readers of what others wrote.
+#include "decisions/exchangepaths.h"
+#include "decisions/numbers.h"
+#include "decisions/partsummary.h"
+
+#include <gtest/gtest.h>
+
+using namespace companion;
+
+TEST(ExchangePaths, lieUnderTheInstallationFolder)
+{
+    EXPECT_EQ(commandFilePath(L"C:\\ZEM", 4294967295), L"C:\\ZEM\\temp\\mastercam-4294967295.dat");
+    EXPECT_EQ(machineSettingsPath(L"C:\\ZEM", 17), L"C:\\ZEM\\temp\\mcsettings-17.txt");
+    EXPECT_EQ(machineSettingsPath(L"C:\\ZEM", -1), L"C:\\ZEM\\temp\\mcsettings--1.txt");
+    EXPECT_EQ(logPath(L"C:\\ZEM"), L"C:\\ZEM\\sys\\companion.log");
+    EXPECT_EQ(libraryFolder(L"C:\\ZEM"), L"C:\\ZEM\\library");
+    EXPECT_EQ(libraryIndexPath(L"C:\\ZEM"), L"C:\\ZEM\\library\\library.txt");
+}
+
+TEST(FileName, standsBehindTheLastSeparator)
+{
+    EXPECT_EQ(fileNameOf(L"C:\\a\\b c.mcam"), L"b c.mcam");
+    EXPECT_EQ(fileNameOf(L"C:\\a/b.mcam"), L"b.mcam");
+    EXPECT_EQ(fileNameOf(L"b.mcam"), L"b.mcam");
+    EXPECT_EQ(fileNameOf(L"C:\\a\\"), L"");
+}
+
+TEST(Numbers, areReadWholeAndWithinTheirRange)
+{
+    EXPECT_EQ(readNumber(L"-12", -12, 5), -12);
+    EXPECT_EQ(readNumber(L"005", 0, 5), 5);
+    EXPECT_EQ(readNumber(L"999999999999999", 0, 999999999999999), 999999999999999);
+    for (const wchar_t* text : {L"", L"-", L"6", L"-13", L" 1", L"1 ", L"+1", L"1.0", L"0x1",
+                                L"--1", L"1000000000000000", L"\u0661"})
+        EXPECT_EQ(readNumber(text, -12, 5), std::nullopt) << text;
+}
+
+TEST(PartSummary, countsTheOperationSections)
+{
+    EXPECT_EQ(countOperations("mastercam part 1\n[operation]\nid = 1\n\n[operation]\n"), 2);
+    EXPECT_EQ(countOperations("\xEF\xBB\xBF[operation]\r\n[operation]"), 2);
+    EXPECT_EQ(countOperations("[no operation]\n# [operation]\nname = [operation]\n[operations]\n"),
+              0);
+    EXPECT_EQ(countOperations(""), 0);
+}

@@ -1,0 +1,144 @@
+// The main window as a program to click in.
+#include "host/host.h"
+#include "support/host_fixture.h"
+
+using namespace testing_support;
+
+namespace {
+
+int lastEvent = 0;
+
+int rememberEvent(int code)
+{
+    lastEvent = code;
+    return 0;
+}
+
+int letOutAnException(int)
+{
+    throw new CException;
+}
+
+std::wstring textAt(HMENU menu, int place)
+{
+    wchar_t text[100] = L"";
+    GetMenuStringW(menu, static_cast<UINT>(place), text, 100, MF_BYPOSITION);
+    return text;
+}
+
+class HostMenu : public HostFixture {
+protected:
+    HMENU menu(int place) const { return GetSubMenu(GetMenu(window), place); }
+
+    std::vector<std::wstring> rows(int place) const
+    {
+        std::vector<std::wstring> texts;
+        for (int row = 0; row < GetMenuItemCount(menu(place)); ++row)
+            texts.push_back(textAt(menu(place), row));
+        return texts;
+    }
+    // Sends the command of the row with this text; 0 is no row's.
+    void click(int place, const std::wstring& text) const
+    {
+        for (int row = 0; row < GetMenuItemCount(menu(place)); ++row)
+            if (textAt(menu(place), row) == text)
+                SendMessageW(window, WM_COMMAND, GetMenuItemID(menu(place), row), 0);
+    }
+
+    const HWND window = get_MainFrame()->GetSafeHwnd();
+};
+
+constexpr int file = 0;
+constexpr int addIn = 1;
+constexpr int events = 2;
+constexpr int view = 3;
+
+bool wasDisabled = false;
+
+void CALLBACK closeModalDialog(HWND, UINT, UINT_PTR, DWORD)
+{
+    const HWND dialog = FindWindowW(L"#32770", L"Mastercam");
+    wasDisabled = wasDisabled || !IsWindowEnabled(get_MainFrame()->GetSafeHwnd());
+    if (dialog && wasDisabled)
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+}
+
+} // namespace
+
+TEST_F(HostMenu, hasARowForEveryExport)
+{
+    EXPECT_EQ(rows(addIn), (Lines{L"m_main", L"m_load", L"m_save", L"m_about", L"m_tools",
+                                  L"importNCqueue", L"importNC", L"renameNC", L"DrawTool",
+                                  L"TestFunction", L"m_version", L"m_open", L"m_notify",
+                                  L"m_close"}));
+}
+
+TEST_F(HostMenu, callsTheExportsOfTheLoadedAddIn)
+{
+    ASSERT_TRUE(standin::loadAddIn(programFolder() + L"chooks\\catread5x.dll"));
+    newTrace();
+    click(addIn, L"m_notify");
+    click(addIn, L"m_main"); // which this one does not have
+    EXPECT_EQ(newTrace(),
+              (Lines{L"ui catread5x.m_notify(0) -> 0", L"ui m_notify(0) -> 0"}));
+}
+
+TEST_F(HostMenu, sendsEveryEventOfTheHost)
+{
+    standin::setEventSink(rememberEvent);
+    for (const int code : {3, 4, 5, 6, 37, 52}) {
+        click(events, L"Event " + std::to_wstring(code));
+        EXPECT_EQ(lastEvent, code);
+        EXPECT_EQ(newTrace(), Lines{L"ui m_notify(" + std::to_wstring(code) + L") -> 0"});
+    }
+    EXPECT_EQ(rows(events).size(), 6u);
+    standin::setEventSink(nullptr);
+    click(events, L"Event 3");
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(HostMenu, survivesWhatAnEventOfTheAddInLetsOut)
+{
+    standin::setEventSink(letOutAnException);
+    click(events, L"Event 37");
+    EXPECT_EQ(newTrace(), Lines{L"ui m_notify(37) raised"});
+    standin::setEventSink(nullptr);
+}
+
+TEST_F(HostMenu, switchesTheBackplot)
+{
+    click(view, L"&Backplot");
+    EXPECT_TRUE(BackplotActive());
+    click(view, L"&Backplot");
+    EXPECT_FALSE(BackplotActive());
+}
+
+TEST_F(HostMenu, showsAModalDialogThatDisablesTheMainWindow)
+{
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, closeModalDialog);
+    click(file, L"Modal &Dialog...");
+    KillTimer(nullptr, timer);
+    EXPECT_TRUE(wasDisabled);
+    EXPECT_TRUE(IsWindowEnabled(window));
+}
+
+TEST_F(HostMenu, startsANewFileAndTakesTheNameOutOfTheTitle)
+{
+    standin::setState("geo_filename", L"C:\\a.mcam");
+    standin::setState("title", L"Mastercam  C:\\A.MCAM");
+    click(file, L"&New");
+    EXPECT_EQ(standin::state("geo_filename"), L"");
+    EXPECT_EQ(standin::state("title"), L"Mastercam");
+}
+
+TEST_F(HostMenu, quitsByItsExitAndByItsCloseButton)
+{
+    click(file, L"E&xit");
+    EXPECT_TRUE(standin::isQuitting());
+    EXPECT_TRUE(IsWindow(window)); // the add-in is closed first
+    standin::stopHost();
+    ASSERT_TRUE(standin::startHost({}));
+    EXPECT_FALSE(standin::isQuitting());
+    SendMessageW(get_MainFrame()->GetSafeHwnd(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(standin::isQuitting());
+}
