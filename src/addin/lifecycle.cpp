@@ -2,7 +2,7 @@
 
 #include "framework/framework.h"
 #include "link/command_file.h"
-#include "link/host_exceptions.h"
+#include "link/edges.h"
 #include "link/identifiers.h"
 #include "link/listener.h"
 #include "link/message_window.h"
@@ -22,22 +22,23 @@ void createFirstCommandFile()
 
 void destroyMessageWindow()
 {
-    if (!messageWindow)
-        return;
-    DestroyWindow(messageWindow);
-    messageWindow = nullptr;
+    if (const HWND window = messageWindow.exchange(nullptr))
+        DestroyWindow(window);
 }
 
 } // namespace
 
 int openAddIn()
 {
-    const HWND mainWindow = getMainFrameWindow();
+    const HWND mainWindow = atEdge<HWND>(nullptr, getMainFrameWindow);
     registerMessages();
+    destroyMessageWindow(); // of an opening that was not followed by a closing
     messageWindow = createMessageWindow();
     callHost([] { AfxBeginThread(networkThread, nullptr, THREAD_PRIORITY_NORMAL, 0, 0, nullptr); });
-    createFirstCommandFile();
-    startListener();
+    if (!listenerThread) { // otherwise the file is there and listened to
+        createFirstCommandFile();
+        startListener();
+    }
     if (mainWindow)
         SetPropW(mainWindow, hostInstanceName.c_str(), reinterpret_cast<HANDLE>(INT_PTR{1}));
     return 0;
@@ -45,7 +46,7 @@ int openAddIn()
 
 int closeAddIn()
 {
-    const HWND mainWindow = getMainFrameWindow();
+    const HWND mainWindow = atEdge<HWND>(nullptr, getMainFrameWindow);
     destroyMessageWindow();
     RemovePropW(mainWindow, hostInstanceName.c_str());
     stopListener();

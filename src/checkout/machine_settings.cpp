@@ -9,6 +9,7 @@
 #include "ncqueue/nc_commands.h"
 
 #include <cstdio>
+#include <memory>
 
 namespace torvapdm {
 
@@ -37,12 +38,16 @@ void activateMachine(const std::wstring& path)
         callHost([&] { SetActiveMachine(path.c_str()); });
 }
 
+struct StreamCloser {
+    void operator()(FILE* stream) const { std::fclose(stream); }
+};
+
 } // namespace
 
 void transferMachineSettings()
 {
     const std::string path = machineSettingsFile();
-    FILE* const file = std::fopen(path.c_str(), "r");
+    std::unique_ptr<FILE, StreamCloser> file(std::fopen(path.c_str(), "r"));
     if (!file)
         return;
     wchar_t line[1024];
@@ -52,13 +57,15 @@ void transferMachineSettings()
     //
     // Deliberate: an empty file is neither closed nor deleted. One would expect both; it stays, and
     // stays open, until the host ends.
-    if (!std::fgetws(line, 1024, file))
+    if (!std::fgetws(line, 1024, file.get())) {
+        static_cast<void>(file.release());
         return;
+    }
     const MachineSettings settings = parseMachineSettings(line);
     keepNumbers(settings);
     activateMachine(settings.machinePath);
     renameNcFiles();
-    std::fclose(file);
+    file.reset();
     std::remove(path.c_str());
 }
 

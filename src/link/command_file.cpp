@@ -12,6 +12,9 @@ std::wstring commandFilePathNow()
 
 HANDLE createCommandFile(const std::wstring& path)
 {
+    // A zero inside would name, and empty, and in the end delete, somebody else's file.
+    if (path.find(L'\0') != std::wstring::npos)
+        return INVALID_HANDLE_VALUE;
     return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                        CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);

@@ -10,7 +10,9 @@ namespace torvapdm {
 void debugLog(const char* format, ...)
 {
     const std::string path = truncateToBytes(getInstallationFolder()) + "\\sys\\mcxlog.txt";
-    FILE* const file = std::fopen(path.c_str(), "a");
+    // A unit whose low byte is zero would name somebody else's file.
+    const bool namesTheLog = path.find('\0') == std::string::npos;
+    FILE* const file = namesTheLog ? std::fopen(path.c_str(), "a") : nullptr;
     if (file) {
         va_list arguments;
         va_start(arguments, format);

@@ -2,6 +2,8 @@
 
 #include "framework/framework.h"
 
+#include <cwchar>
+
 namespace torvapdm {
 
 namespace {
@@ -41,10 +43,15 @@ void readFromRegistry(std::wstring& folder)
     // Deliberate: a failed second reading leaves the resized text, which is the default folder cut
     // or followed by zeros. One would expect the default; nobody relies on either, and it is kept.
     folder.resize(lengthWithZero - 1);
-    RegQueryValueExW(key, registryValue, nullptr, &type, reinterpret_cast<BYTE*>(folder.data()),
-                     &byteSize);
+    const LSTATUS read = RegQueryValueExW(key, registryValue, nullptr, &type,
+                                          reinterpret_cast<BYTE*>(folder.data()), &byteSize);
     // A value stored without its zero has just overwritten the text's own.
     folder.data()[folder.size()] = L'\0';
+    // A value stored with more than one zero ends at the first.
+    if (read == ERROR_SUCCESS)
+        folder.resize(std::wcslen(folder.c_str()));
+    if (folder.empty())
+        folder = defaultFolder;
 }
 
 } // namespace

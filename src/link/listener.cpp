@@ -17,14 +17,24 @@ namespace {
 constexpr DWORD pollingPeriodMs = 100;
 constexpr DWORD stopWaitMs = 1000;
 
+// A file that was moved away under the add-in's handle goes with it.
+void letGoOfCommandFile()
+{
+    const HANDLE file = commandFile.exchange(nullptr);
+    if (file && file != INVALID_HANDLE_VALUE)
+        CloseHandle(file);
+}
+
 void makeSureCommandFileExists()
 {
     const std::wstring path = commandFilePathNow();
     commandFilePath.assign(path);
     // Deliberate: an invalid handle is stored here as it is, not as null. One would expect the same
     // test as elsewhere; the next cycle finds no file and tries again.
-    if (_waccess(path.c_str(), 0) != 0)
+    if (_waccess(path.c_str(), 0) != 0) {
+        letGoOfCommandFile();
         commandFile = createCommandFile(path);
+    }
 }
 
 void waitOnePeriod()
@@ -42,7 +52,8 @@ std::string takeText(LONGLONG size)
 {
     std::string text = readCommandFile(commandFile, size);
     commandFilePath.assign(commandFilePathNow());
-    CloseHandle(commandFile);
+    // Nothing is kept of the closed handle: its number may be another's before the file is there.
+    CloseHandle(commandFile.exchange(nullptr));
     commandFile = createCommandFileOrNull(commandFilePath.text());
     return text;
 }
@@ -104,13 +115,19 @@ void stopListener()
         CloseHandle(commandFile);
 }
 
-// The system calls this on the listener's own thread. A cycle that fails is given up; the next one
-// starts afresh.
+// The system calls this on the listener's own thread. A cycle that fails is given up, and the next
+// one starts afresh a period later.
 DWORD WINAPI listenerProcedure(LPVOID)
 {
-    while (atEdge(true, runCycle)) {
+    enum class Cycle { failed, goOn, end };
+    for (;;) {
+        const Cycle cycle =
+            atEdge(Cycle::failed, [] { return runCycle() ? Cycle::goOn : Cycle::end; });
+        if (cycle == Cycle::end)
+            return 0;
+        if (cycle == Cycle::failed)
+            Sleep(pollingPeriodMs);
     }
-    return 0;
 }
 
 } // namespace torvapdm

@@ -52,6 +52,9 @@ LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPA
 {
     if (message == openMessage && window == messageWindow)
         return atEdge<LRESULT>(0, takePendingRequest);
+    // Whoever destroys the window, its handle is not kept: it may be another's later.
+    if (message == WM_NCDESTROY && window == messageWindow)
+        messageWindow = nullptr;
     return DefWindowProcW(window, message, wParam, lParam);
 }
 

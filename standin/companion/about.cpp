@@ -40,11 +40,10 @@ void paint(HWND window, const Look& look)
 
 void createButton(HWND window, const Look& look)
 {
-    HWND button = CreateWindowExW(0, L"BUTTON", L"OK",
-                                  WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
-                                  clientWidth - 96, clientHeight - 42, 80, 28, window,
-                                  reinterpret_cast<HMENU>(INT_PTR{IDOK}),
-                                  GetModuleHandleW(nullptr), nullptr);
+    HWND button =
+        CreateWindowExW(0, L"BUTTON", L"OK", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
+                        clientWidth - 96, clientHeight - 42, 80, 28, window,
+                        reinterpret_cast<HMENU>(INT_PTR{IDOK}), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(look.text.get()), TRUE);
     SetFocus(button);
 }
@@ -106,9 +105,9 @@ void createAbout(HWND over)
     const POINT place = placeOver(over, width, height);
     const std::wstring title = std::wstring(L"About ") + productName;
     // It has no owner: an owner in the host's process would tie the two programs' input together.
-    HWND window = CreateWindowExW(WS_EX_TOPMOST, windowClass, title.c_str(), windowStyle, place.x,
-                                  place.y, width, height, nullptr, nullptr,
-                                  GetModuleHandleW(nullptr), nullptr);
+    HWND window =
+        CreateWindowExW(WS_EX_TOPMOST, windowClass, title.c_str(), windowStyle, place.x, place.y,
+                        width, height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     ShowWindow(window, SW_SHOWNORMAL);
     SetForegroundWindow(window);
 }

@@ -10,8 +10,7 @@ namespace {
 bool isEmptyAndKept(HANDLE file)
 {
     FILE_STANDARD_INFO information{};
-    return GetFileInformationByHandleEx(file, FileStandardInfo, &information,
-                                        sizeof information) &&
+    return GetFileInformationByHandleEx(file, FileStandardInfo, &information, sizeof information) &&
            information.EndOfFile.QuadPart == 0 && !information.DeletePending;
 }
 
@@ -29,10 +28,10 @@ Sight lookAtCommandFile(const std::wstring& path)
 
 bool writeRequest(const std::wstring& path, const std::string& request)
 {
-    const OwnHandle file = ownFile(
-        CreateFileW(path.c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
-                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                    FILE_ATTRIBUTE_NORMAL, nullptr));
+    const OwnHandle file =
+        ownFile(CreateFileW(path.c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
+                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
     return file && isEmptyAndKept(file.get()) &&
            WriteFile(file.get(), request.data(), static_cast<DWORD>(request.size()), &written,

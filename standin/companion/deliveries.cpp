@@ -53,11 +53,40 @@ void endUnwritten(EventLog& log, Ongoing& ongoing, std::wstring_view reason)
     ongoing.isDone = true;
 }
 
+// A name beside the work file that nothing has yet.
+std::wstring freeNameBeside(const std::wstring& workFile)
+{
+    for (int number = 1;; ++number) {
+        const std::wstring name = workFile + L".kept-" + std::to_wstring(number);
+        if (!isFile(name)) {
+            return name;
+        }
+    }
+}
+
+// Work that was saved and never came back as a version is moved aside. False when that fails.
+bool keepChangedWork(EventLog& log, const Delivery& delivery)
+{
+    const std::optional<std::string> work = readFile(delivery.workFile);
+    if (!work || work == readFile(delivery.versionFile)) {
+        return true;
+    }
+    const std::wstring kept = freeNameBeside(delivery.workFile);
+    if (!MoveFileW(delivery.workFile.c_str(), kept.c_str())) {
+        return false;
+    }
+    logEvent(log, L"kept", numberField(L"id", delivery.id) + textField(L"file", kept));
+    return true;
+}
+
 // The copy may come from a write-protected library; the host saves into it.
-bool copyWorkFile(const Delivery& delivery)
+bool copyWorkFile(EventLog& log, const Delivery& delivery)
 {
     if (delivery.workFile.empty()) {
         return true;
+    }
+    if (!keepChangedWork(log, delivery)) {
+        return false;
     }
     SetFileAttributesW(delivery.workFile.c_str(), FILE_ATTRIBUTE_NORMAL);
     return CopyFileW(delivery.versionFile.c_str(), delivery.workFile.c_str(), FALSE) &&
@@ -77,7 +106,7 @@ bool writeSettings(const Delivery& delivery)
 // False when the delivery has ended because something cannot be laid ready.
 bool prepare(EventLog& log, Ongoing& ongoing)
 {
-    if (!copyWorkFile(ongoing.delivery)) {
+    if (!copyWorkFile(log, ongoing.delivery)) {
         endUnwritten(log, ongoing, L"the work file cannot be written");
     } else if (!writeSettings(ongoing.delivery)) {
         endUnwritten(log, ongoing, L"the machine settings cannot be written");

@@ -13,7 +13,7 @@ Moment now()
 {
     SYSTEMTIME time{};
     GetLocalTime(&time);
-    return {time.wYear, time.wMonth,  time.wDay,         time.wHour,
+    return {time.wYear,   time.wMonth,  time.wDay,         time.wHour,
             time.wMinute, time.wSecond, time.wMilliseconds};
 }
 

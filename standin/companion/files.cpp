@@ -22,9 +22,8 @@ bool writeWhole(const std::wstring& path, DWORD access, DWORD disposition, std::
 
 std::optional<std::string> readFile(const std::wstring& path)
 {
-    const OwnHandle file =
-        ownFile(CreateFileW(path.c_str(), GENERIC_READ, shareEverything, nullptr, OPEN_EXISTING,
-                            FILE_ATTRIBUTE_NORMAL, nullptr));
+    const OwnHandle file = ownFile(CreateFileW(path.c_str(), GENERIC_READ, shareEverything, nullptr,
+                                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size{};
     if (!file || !GetFileSizeEx(file.get(), &size) || size.HighPart != 0) {
         return std::nullopt;

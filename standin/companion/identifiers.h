@@ -4,8 +4,7 @@
 namespace companion {
 
 // Window property of this program's main window.
-inline constexpr wchar_t instanceProperty[] =
-    L"https://torva.example/namespace/torvapdm/instance";
+inline constexpr wchar_t instanceProperty[] = L"https://torva.example/namespace/torvapdm/instance";
 // Window property, with the value 1, of a host's main window whose add-in is open.
 inline constexpr wchar_t hostProperty[] =
     L"https://torva.example/namespace/torvapdm/mastercam-instance";

@@ -77,8 +77,7 @@ std::optional<std::wstring> readHandedOver(LPARAM copyData)
     if (data == nullptr || data->dwData != argumentsMark || data->cbData % sizeof(wchar_t) != 0) {
         return std::nullopt;
     }
-    return std::wstring(static_cast<const wchar_t*>(data->lpData),
-                        data->cbData / sizeof(wchar_t));
+    return std::wstring(static_cast<const wchar_t*>(data->lpData), data->cbData / sizeof(wchar_t));
 }
 
 } // namespace companion

@@ -146,9 +146,8 @@ LRESULT drawListRow(NMLVCUSTOMDRAW& drawing)
 
 std::optional<LPARAM> selectedKey(HWND list)
 {
-    const auto row =
-        static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1),
-                                      LVNI_SELECTED));
+    const auto row = static_cast<int>(
+        SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
     if (row < 0) {
         return std::nullopt;
     }

@@ -13,7 +13,7 @@ namespace companion {
 
 struct Column {
     const wchar_t* title;
-    int width; // pixels; 0: what is left of the list's width
+    int width;             // pixels; 0: what is left of the list's width
     bool isNumber = false; // aligned right
 };
 

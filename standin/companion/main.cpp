@@ -75,7 +75,7 @@ int start(const std::wstring& arguments)
             return word == Word::quit ? 0 : runInstance(arguments);
         }
         HWND window = findInstanceWindow();
-        const auto isCarriedOut = window == nullptr      ? std::nullopt
+        const auto isCarriedOut = window == nullptr    ? std::nullopt
                                   : word == Word::quit ? handOverQuit(window, arguments)
                                                        : handOver(window, arguments);
         if (isCarriedOut) {

@@ -286,10 +286,10 @@ HWND createMainWindow(State& state)
     main->state = &state;
     const Rectangle place = firstPlace();
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
-    HWND window = CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, productName,
-                                  WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
-                                  place.width, place.height, nullptr, nullptr,
-                                  GetModuleHandleW(nullptr), main.release());
+    HWND window =
+        CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, productName,
+                        WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.width,
+                        place.height, nullptr, nullptr, GetModuleHandleW(nullptr), main.release());
     if (window != nullptr) {
         // A start with arguments asks for a hidden window, which the first call obeys whatever it
         // is told; the running instance is always seen.

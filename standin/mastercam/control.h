@@ -12,9 +12,9 @@
 namespace standin {
 
 struct HostOptions {
-    std::wstring tracePath;       // empty: the trace is kept in memory only
+    std::wstring tracePath;           // empty: the trace is kept in memory only
     bool answersMessageBoxes = false; // close the add-in's message boxes with OK
-    bool visible = true;          // show the main window
+    bool visible = true;              // show the main window
 };
 
 // Opens the host's main window on the calling thread, which becomes the user-interface thread, and

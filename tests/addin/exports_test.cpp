@@ -109,15 +109,10 @@ TEST_F(AddInLibrary, isA64BitLibraryWithRandomisedAddressesAndNoExecutableData)
 
 TEST_F(AddInLibrary, describesTheHostsCommandsInItsStringTable)
 {
-    const std::vector<std::wstring> texts = {L"Main TORVA ZEM menu.",
-                                             L"Load new file from TORVA ZEM.",
-                                             L"Save file to TORVA ZEM.",
-                                             L"About TORVA ZEM.",
-                                             L"Exchange Tools with TORVA ZEM",
-                                             L"Rename NC files in Mastercam",
-                                             L"Import NC files",
-                                             L"Import NC-files to queue",
-                                             L"Import Tools from TORVA ZEM"};
+    const std::vector<std::wstring> texts = {
+        L"Main TORVA ZEM menu.", L"Load new file from TORVA ZEM.", L"Save file to TORVA ZEM.",
+        L"About TORVA ZEM.",     L"Exchange Tools with TORVA ZEM", L"Rename NC files in Mastercam",
+        L"Import NC files",      L"Import NC-files to queue",      L"Import Tools from TORVA ZEM"};
     for (UINT i = 0; i < texts.size(); ++i)
         EXPECT_EQ(string(10 + i), texts[i]);
     EXPECT_EQ(string(9), L"");
@@ -127,8 +122,8 @@ TEST_F(AddInLibrary, describesTheHostsCommandsInItsStringTable)
 TEST_F(AddInLibrary, keepsItsTwoDialogs)
 {
     EXPECT_TRUE(dialogSays(101, L"Tool change from ZEM detected, load new tools?"));
-    EXPECT_TRUE(dialogSays(
-        102, L"File changes detected, save file and save file to ZEM before exit?"));
+    EXPECT_TRUE(
+        dialogSays(102, L"File changes detected, save file and save file to ZEM before exit?"));
 }
 
 TEST_F(AddInLibrary, carriesItsVersion)

@@ -2,6 +2,7 @@
 #include "host/host.h"
 #include "link/identifiers.h"
 #include "link/messages.h"
+#include "link/pending_request.h"
 #include "link/shared_values.h"
 #include "support/command_file_writer.h"
 #include "support/host_fixture.h"
@@ -67,6 +68,21 @@ TEST_F(Lifecycle, hasNoMessageWindowAndNoListenerAfterASecondOpening)
     EXPECT_FALSE(commandFileExists());
 }
 
+TEST_F(Lifecycle, losesItsMessageWindowWhenItIsOpenedTwice)
+{
+    m_open(0);
+    const HWND first = messageWindow;
+    const HANDLE listener = listenerThread;
+    EXPECT_EQ(m_open(0), 0);
+    EXPECT_FALSE(IsWindow(first));
+    EXPECT_EQ(messageWindow, nullptr);
+    EXPECT_EQ(listenerThread, listener); // still the one
+    ASSERT_TRUE(writeRequest(commandPath, openRequest(9, "C:\\a.mcam")));
+    EXPECT_TRUE(waitUntil([] { return isRequestPending(); }));
+    EXPECT_EQ(m_close(0), 0);
+    EXPECT_FALSE(commandFileExists());
+}
+
 TEST_F(Lifecycle, doesWithoutAMainWindow)
 {
     const HWND mainWindow = get_MainFrame()->GetSafeHwnd();
@@ -84,7 +100,8 @@ TEST_F(Lifecycle, doesWithoutATemporaryFolder)
 {
     removeFolder(installation.path(L"temp"));
     EXPECT_EQ(m_open(0), 0);
-    EXPECT_EQ(commandFile, nullptr);
+    // Null, or invalid once the listener has tried as well.
+    EXPECT_TRUE(!commandFile || commandFile == INVALID_HANDLE_VALUE);
     EXPECT_TRUE(listenerRuns());
     EXPECT_EQ(m_close(0), 0);
     EXPECT_EQ(newTrace(), Lines{});

@@ -34,8 +34,8 @@ protected:
     // What a load of a part file does in the host.
     Lines wholeLoad(const std::wstring& path)
     {
-        return {opened(path), unchanged, introduced(path), viewRefreshed, hostRefreshed, saved(path),
-                unchanged};
+        return {opened(path),  unchanged,   introduced(path), viewRefreshed,
+                hostRefreshed, saved(path), unchanged};
     }
     std::string logged(std::initializer_list<int> numbers, const std::wstring& path)
     {
@@ -70,8 +70,8 @@ TEST_F(LoadPipeline, logsItsPathInTheSystemsCodePage)
 {
     const std::wstring path = installation.path(L"missing \u00C4\u4E00.mcam");
     EXPECT_FALSE(loadFile(path));
-    EXPECT_EQ(debugLogText(), "Loading File #1: " + toUtf8(installation.path(L"missing ")) +
-                                  "\xC4?.mcam\r\n");
+    EXPECT_EQ(debugLogText(),
+              "Loading File #1: " + toUtf8(installation.path(L"missing ")) + "\xC4?.mcam\r\n");
 }
 
 TEST_F(LoadPipeline, forgetsTheCurrentFileFirst)
@@ -179,10 +179,11 @@ TEST_F(LoadPipeline, marksAndSavesNothingButThroughTheSaveOperationsForACadFile)
     fileTypePrefix = L"CAD";
     event37Seen = true;
     EXPECT_TRUE(loadFile(path));
-    EXPECT_EQ(newTrace(), (Lines{opened(path), LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
-                                 LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
-                                 L"ui CFile_DoFileSave(\"" + named + L"\", main, false, true) -> true",
-                                 viewRefreshed, hostRefreshed}));
+    EXPECT_EQ(newTrace(),
+              (Lines{opened(path), LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
+                     LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
+                     L"ui CFile_DoFileSave(\"" + named + L"\", main, false, true) -> true",
+                     viewRefreshed, hostRefreshed}));
     EXPECT_EQ(standin::state("title"), L"Host");
     EXPECT_EQ(debugLogText(), logged({1, 2, 3}, path) + logged({3}, L"CAD"));
 }

@@ -17,10 +17,7 @@ protected:
         writeBytes(path, "");
         return path;
     }
-    std::string request(int id, const std::wstring& path)
-    {
-        return openRequest(id, toUtf8(path));
-    }
+    std::string request(int id, const std::wstring& path) { return openRequest(id, toUtf8(path)); }
     // Writes as soon as the last request has been taken.
     static bool send(const HostProgram& host, std::string_view bytes)
     {
@@ -69,17 +66,17 @@ TEST_F(AddInInHost, opensThePartOfARequestWithItsMachineAndSavesIt)
     std::wstring raised = part.substr(0, part.size() - 5) + L"mcam";
     const std::wstring named = raised;
     CharUpperBuffW(raised.data(), static_cast<DWORD>(raised.size()));
-    EXPECT_EQ(host.trace(),
-              (Lines{L"ui m_version(2100) -> 2100", L"ui m_open(0) -> 0",
-                     L"ui DoFileOpen(\"" + part + L"\", false, false, 1, true, *, null) -> true",
-                     LR"(ui SetActiveMachine("C:\M\Mill.mcam-mmd") -> true)",
-                     L"ui set_db_unchanged()",
-                     L"ui CMastercamInterface.position1(\"" + part + L"\")",
-                     L"ui CMastercamView.position0()", L"ui CMastercamInterface.position3()",
-                     L"ui CFile_DoFileSave(\"" + part + L"\", main, false, false) -> true",
-                     L"ui set_db_unchanged()", L"ui title = \"Mastercam  " + raised + L"\"",
-                     L"ui geo_filename = \"" + named + L"\"", L"ui db_changed = \"false\"",
-                     L"ui m_close(0) -> 0"}));
+    EXPECT_EQ(
+        host.trace(),
+        (Lines{L"ui m_version(2100) -> 2100", L"ui m_open(0) -> 0",
+               L"ui DoFileOpen(\"" + part + L"\", false, false, 1, true, *, null) -> true",
+               LR"(ui SetActiveMachine("C:\M\Mill.mcam-mmd") -> true)", L"ui set_db_unchanged()",
+               L"ui CMastercamInterface.position1(\"" + part + L"\")",
+               L"ui CMastercamView.position0()", L"ui CMastercamInterface.position3()",
+               L"ui CFile_DoFileSave(\"" + part + L"\", main, false, false) -> true",
+               L"ui set_db_unchanged()", L"ui title = \"Mastercam  " + raised + L"\"",
+               L"ui geo_filename = \"" + named + L"\"", L"ui db_changed = \"false\"",
+               L"ui m_close(0) -> 0"}));
     EXPECT_FALSE(readBytes(installation.path(L"temp\\mcsettings-17.txt")).has_value());
     const std::string log = readBytes(installation.path(L"sys\\mcxlog.txt")).value_or("");
     for (const char number : "1234567"s)
@@ -151,8 +148,10 @@ TEST_F(AddInInHost, servesTheNextRequestAfterAMalformedOne)
     ASSERT_TRUE(host.waitForCommandFile());
     const std::string malformed[] = {"nospace",
                                      "a",
-                                     "\xEF\xBB\xBF" "x C:\\a\n",
-                                     "\xEF\xBB\xBF" "99999999999 C:\\a\n",
+                                     "\xEF\xBB\xBF"
+                                     "x C:\\a\n",
+                                     "\xEF\xBB\xBF"
+                                     "99999999999 C:\\a\n",
                                      "\x80\x81\xFF",
                                      std::string(5, '\0'),
                                      std::string(65536, 'x')};
@@ -215,10 +214,9 @@ TEST_F(AddInInHost, answersEveryExportOfThisRelease)
                                          "notify 37\ncall m_version 1105\nquit\n");
     EXPECT_EQ(host.process().waitForExit(), 0u);
     const Lines trace = host.trace();
-    for (const wchar_t* line : {L"ui importNC() -> 0", L"ui renameNC() -> 1",
-                                L"ui OMgetActiveMachineGroup(true) -> null",
-                                L"ui TestFunction() -> 1", L"ui m_notify(37) -> 0",
-                                L"ui m_version(1105) -> 1105"})
+    for (const wchar_t* line :
+         {L"ui importNC() -> 0", L"ui renameNC() -> 1", L"ui OMgetActiveMachineGroup(true) -> null",
+          L"ui TestFunction() -> 1", L"ui m_notify(37) -> 0", L"ui m_version(1105) -> 1105"})
         EXPECT_EQ(count(trace, line), 1u) << line;
 }
 

@@ -44,8 +44,7 @@ void installCompanionWithLibrary(const Installation& installation)
 {
     installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
     std::filesystem::copy(programFolder() + L"shipped\\companion\\library",
-                          installation.path(L"library"),
-                          std::filesystem::copy_options::recursive);
+                          installation.path(L"library"), std::filesystem::copy_options::recursive);
 }
 
 CompanionProgram::CompanionProgram(const Installation& installation, const std::wstring& words)

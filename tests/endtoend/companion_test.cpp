@@ -12,8 +12,7 @@ namespace {
 
 constexpr wchar_t singletonName[] =
     L"Local\\https://torva.example/namespace/torvapdm/singleton-token";
-constexpr wchar_t hostProperty[] =
-    L"https://torva.example/namespace/torvapdm/mastercam-instance";
+constexpr wchar_t hostProperty[] = L"https://torva.example/namespace/torvapdm/mastercam-instance";
 constexpr wchar_t companionKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
 constexpr wchar_t folderValue[] = L"installation folder";
 constexpr DWORD carriedOut = 0;
@@ -98,12 +97,10 @@ TEST_F(Companion, logsItsStartAndItsLibrary)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    EXPECT_EQ(companion.log(),
-              (Lines{L"started folder=\"" + installation.root() + L"\" pid=" +
-                         std::to_wstring(companion.process().id()),
-                     L"library items=4"}));
-    const std::string bytes =
-        readBytes(installation.path(L"sys\\companion.log")).value_or("");
+    EXPECT_EQ(companion.log(), (Lines{L"started folder=\"" + installation.root() + L"\" pid=" +
+                                          std::to_wstring(companion.process().id()),
+                                      L"library items=4"}));
+    const std::string bytes = readBytes(installation.path(L"sys\\companion.log")).value_or("");
     EXPECT_EQ(bytes[4], '-');
     EXPECT_EQ(bytes[10], ' ');
     EXPECT_EQ(bytes[13], ':');
@@ -132,12 +129,11 @@ TEST_F(Companion, takesTheWordsOfASecondStart)
     EXPECT_EQ(companion.tell(L""), carriedOut);
     Lines log = companion.log();
     log.erase(log.begin(), log.begin() + 2);
-    EXPECT_EQ(log,
-              (Lines{LR"(command text="--checkout "C:\a b\"")", LR"(check-out file="C:\a b\")",
-                     LR"(command text="--commit "C:\a b.mcam" --id 4294967295")",
-                     LR"(commit file="C:\a b.mcam" id=4294967295)",
-                     LR"(command text="--commit "C:\a.mcam"")", LR"(commit file="C:\a.mcam")",
-                     LR"(command text="")"}));
+    EXPECT_EQ(log, (Lines{LR"(command text="--checkout "C:\a b\"")", LR"(check-out file="C:\a b\")",
+                          LR"(command text="--commit "C:\a b.mcam" --id 4294967295")",
+                          LR"(commit file="C:\a b.mcam" id=4294967295)",
+                          LR"(command text="--commit "C:\a.mcam"")", LR"(commit file="C:\a.mcam")",
+                          LR"(command text="")"}));
 }
 
 TEST_F(Companion, tellsASecondStartThatItsWordsWereNotCarriedOut)
@@ -249,8 +245,7 @@ TEST_F(CompanionsDelivery, takesIdMachineAndNcPathOfTheWords)
                              toThisHost()),
               carriedOut);
     EXPECT_EQ(takeRequest(), openRequest(-7, L"clamp jaw"));
-    EXPECT_EQ(readBytes(installation.path(L"temp\\mcsettings--7.txt")),
-              "-7|9|0|C:\\M \\a.mmd\r\n");
+    EXPECT_EQ(readBytes(installation.path(L"temp\\mcsettings--7.txt")), "-7|9|0|C:\\M \\a.mmd\r\n");
 }
 
 TEST_F(CompanionsDelivery, writesNoSettingsWithoutAMachineAndRemovesOldOnes)
@@ -302,9 +297,9 @@ TEST_F(CompanionsDelivery, sendsTheCurrentVersionOfTheIndex)
     EXPECT_EQ(takeRequest(), openRequest(17, L"bracket"));
     EXPECT_EQ(readBytes(workFile(L"bracket")), "second version");
     EXPECT_EQ(companion.tell(L"--send gone" + toThisHost()), notCarriedOut);
-    EXPECT_EQ(companion.lastLine(L"refused"),
-              L"refused reason=\"there is no file " +
-                  installation.path(L"library\\gone\\v1.mcam") + L"\"");
+    EXPECT_EQ(companion.lastLine(L"refused"), L"refused reason=\"there is no file " +
+                                                  installation.path(L"library\\gone\\v1.mcam") +
+                                                  L"\"");
 }
 
 TEST_F(CompanionsDelivery, keepsTwentyRequestsInTheirOrderUntilTheHostTakesThem)

@@ -77,8 +77,8 @@ TEST_F(CompanionWithHost, sendsAPartThatTheHostOpensWithItsMachineAndSaves)
     EXPECT_EQ(readBytes(workFile(L"bracket")), libraryPart(L"bracket"));
     EXPECT_FALSE(readBytes(installation.path(L"temp\\mcsettings-17.txt")).has_value());
     ASSERT_TRUE(companion.waitForLog(L"taken "));
-    EXPECT_EQ(companion.lastLine(L"sent "), L"sent id=17 host=" + idOf(host) + L" file=\"" +
-                                                workFile(L"bracket") + L"\"");
+    EXPECT_EQ(companion.lastLine(L"sent "),
+              L"sent id=17 host=" + idOf(host) + L" file=\"" + workFile(L"bracket") + L"\"");
     EXPECT_EQ(companion.lastLine(L"taken ").rfind(L"taken id=17 host=" + idOf(host), 0), 0u);
     EXPECT_EQ(companion.count(L"host-found host=" + idOf(host)), 1u);
 }
@@ -95,6 +95,22 @@ TEST_F(CompanionWithHost, hasEveryPartOfTheLibraryComeBackAsItWas)
         EXPECT_EQ(readBytes(workFile(name)), libraryPart(name)) << name;
         EXPECT_NE(readBytes(workFile(name)), "") << name;
     }
+}
+
+TEST_F(CompanionWithHost, keepsWorkThatWasSavedAndNeverCameBack)
+{
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(isReady(host));
+    const CompanionProgram companion(installation);
+    EXPECT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    ASSERT_TRUE(waitForSaves(host, 1));
+    const std::string changed = *libraryPart(L"flange");
+    writeBytes(workFile(L"bracket"), changed);
+    EXPECT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    ASSERT_TRUE(waitForSaves(host, 2));
+    EXPECT_EQ(readBytes(workFile(L"bracket")), libraryPart(L"bracket"));
+    EXPECT_EQ(readBytes(workFile(L"bracket") + L".kept-1"), changed);
+    EXPECT_EQ(companion.count(L"kept id=17 file=\"" + workFile(L"bracket") + L".kept-1\""), 1u);
 }
 
 TEST_F(CompanionWithHost, sendsTwentyPartsInARowAndLosesNone)
@@ -149,8 +165,8 @@ TEST_F(CompanionWithHost, checksAPartInAgain)
     EXPECT_EQ(fromOtherThreads(host.trace()),
               (Lines{L"other m_fclose(null, 0, null)", L"other set_db_unchanged()",
                      LR"(other post_FT_command("Mastercam", "OnFileNew"))"}));
-    EXPECT_TRUE(companion.waitForLog(L"check-in id=0 host=" + idOf(host) +
-                                     L" name=\"flange.mcam\""));
+    EXPECT_TRUE(
+        companion.waitForLog(L"check-in id=0 host=" + idOf(host) + L" name=\"flange.mcam\""));
 }
 
 TEST_F(CompanionWithHost, hasItsRequestTakenByABusyHostAndCarriedOutWhenThatIsReady)

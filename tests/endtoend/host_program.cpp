@@ -6,8 +6,7 @@ namespace testing_support {
 
 namespace {
 
-constexpr wchar_t hostProperty[] =
-    L"https://torva.example/namespace/torvapdm/mastercam-instance";
+constexpr wchar_t hostProperty[] = L"https://torva.example/namespace/torvapdm/mastercam-instance";
 
 struct Search {
     DWORD processId;
@@ -74,8 +73,9 @@ HWND HostProgram::window() const
 
 size_t count(const Lines& lines, const std::wstring& text)
 {
-    return static_cast<size_t>(std::count_if(
-        lines.begin(), lines.end(), [&](const std::wstring& line) { return contains(line, text); }));
+    return static_cast<size_t>(
+        std::count_if(lines.begin(), lines.end(),
+                      [&](const std::wstring& line) { return contains(line, text); }));
 }
 
 Lines fromOtherThreads(const Lines& lines)

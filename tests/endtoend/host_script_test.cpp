@@ -116,11 +116,10 @@ TEST_F(HostScript, showsEveryStateAtTheStart)
     EXPECT_EQ(run("show geo_filename\nshow db_changed\nshow backplot\nshow main_window_enabled\n"
                   "show nc_prefix\nshow nc_suffix\nshow setup_sheet_files\nquit\n"),
               done);
-    EXPECT_EQ(lines,
-              (Lines{LR"(ui geo_filename = "")", LR"(ui db_changed = "false")",
-                     LR"(ui backplot = "false")", LR"(ui main_window_enabled = "true")",
-                     LR"(ui nc_prefix = "C:\NC\")", LR"(ui nc_suffix = ".NC")",
-                     LR"(ui setup_sheet_files = "")"}));
+    EXPECT_EQ(lines, (Lines{LR"(ui geo_filename = "")", LR"(ui db_changed = "false")",
+                            LR"(ui backplot = "false")", LR"(ui main_window_enabled = "true")",
+                            LR"(ui nc_prefix = "C:\NC\")", LR"(ui nc_suffix = ".NC")",
+                            LR"(ui setup_sheet_files = "")"}));
 }
 
 TEST_F(HostScript, takesTheRestOfTheLineAsTheValueWithEveryCharacter)
@@ -140,8 +139,8 @@ TEST_F(HostScript, takesNothingOrOneBlankAsAnEmptyValue)
     for (const char* empty : {"", " "}) {
         const std::string value = empty;
         EXPECT_EQ(run("set geo_filename x\nset geo_filename" + value + "\nshow geo_filename\n" +
-                      "set nc_prefix" + value + "\nshow nc_prefix\n" +
-                      "set title" + value + "\nshow title\nchoose" + value + "\nquit\n"),
+                      "set nc_prefix" + value + "\nshow nc_prefix\n" + "set title" + value +
+                      "\nshow title\nchoose" + value + "\nquit\n"),
                   done);
         EXPECT_EQ(lines, (Lines{LR"(ui geo_filename = "")", LR"(ui nc_prefix = "")",
                                 LR"(ui title = "")"}));
@@ -192,12 +191,30 @@ TEST_F(HostScript, hasTheNextCallsOfAnOperationRaise)
 
 TEST_F(HostScript, endsWithTwoAtACommandThatIsWrong)
 {
-    for (const char* command :
-         {"jump", "Quit", "call nothing", "call", "call importNC x", "call importNC 1 2", "notify",
-          "notify x", "notify 2147483648", "set nothing 1", "set", "set backplot on",
-          "set db_changed", "show nothing", "show", "show title ", "part C:\\nowhere.mcam",
-          "fail nothing", "fail DoFileOpen x", "fail DoFileOpen -1", "raise nothing", "wait",
-          "wait x", "wait -1"})
+    for (const char* command : {"jump",
+                                "Quit",
+                                "call nothing",
+                                "call",
+                                "call importNC x",
+                                "call importNC 1 2",
+                                "notify",
+                                "notify x",
+                                "notify 2147483648",
+                                "set nothing 1",
+                                "set",
+                                "set backplot on",
+                                "set db_changed",
+                                "show nothing",
+                                "show",
+                                "show title ",
+                                "part C:\\nowhere.mcam",
+                                "fail nothing",
+                                "fail DoFileOpen x",
+                                "fail DoFileOpen -1",
+                                "raise nothing",
+                                "wait",
+                                "wait x",
+                                "wait -1"})
         expectWrong(command);
 }
 

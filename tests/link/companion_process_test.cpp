@@ -41,7 +41,10 @@ protected:
         pumpMessages();
         return window_;
     }
-    void installRecorder() { installation.installCompanion(programFolder() + L"start_recorder.exe"); }
+    void installRecorder()
+    {
+        installation.installCompanion(programFolder() + L"start_recorder.exe");
+    }
     // What the recorder wrote, once it holds so many lines.
     Lines starts(size_t count)
     {

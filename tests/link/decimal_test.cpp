@@ -21,7 +21,9 @@ TEST(DecimalNumber, acceptsLeadingWhiteSpaceAndOneSign)
 
 TEST(DecimalNumber, isNothingWithoutDigits)
 {
-    for (const char* text : {"", " ", "-", "+", "--1", "+-1", "- 1", "x1", "\xEF\xBB\xBF" "1"})
+    for (const char* text : {"", " ", "-", "+", "--1", "+-1", "- 1", "x1",
+                             "\xEF\xBB\xBF"
+                             "1"})
         EXPECT_EQ(decimalNumber(text), std::nullopt) << text;
 }
 

@@ -83,7 +83,8 @@ TEST(Text, isNarrowedByTheRuntimeOnlyAsFarAsItsLocaleGoes)
 
 TEST(Text, isCutToItsLowBytes)
 {
-    EXPECT_EQ(truncateToBytes(L"a\u00C4\u4E41"), "a\xC4" "A");
+    EXPECT_EQ(truncateToBytes(L"a\u00C4\u4E41"), "a\xC4"
+                                                 "A");
 }
 
 TEST(Text, isTranslatedToItself)
@@ -95,7 +96,8 @@ TEST(Text, isTranslatedToItself)
 TEST(WholeText, isReadAsUtf8)
 {
     const Installation installation;
-    writeBytes(installation.path(L"t.txt"), "\xEF\xBB\xBF" "a\xC3\x84\r\nb");
+    writeBytes(installation.path(L"t.txt"), "\xEF\xBB\xBF"
+                                            "a\xC3\x84\r\nb");
     EXPECT_EQ(readWholeText(installation.path(L"t.txt")), L"a\u00C4\nb");
 }
 

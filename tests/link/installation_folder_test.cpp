@@ -116,6 +116,12 @@ TEST_F(InstallationFolder, losesTheLastCharacterOfAValueStoredWithoutItsZero)
     EXPECT_EQ(folder.c_str()[folder.size()], L'\0');
 }
 
+TEST_F(InstallationFolder, endsAtItsFirstZero)
+{
+    store(REG_SZ, L"D:\\alt\0more\0", 12 * sizeof(wchar_t));
+    EXPECT_EQ(getInstallationFolder(), L"D:\\alt");
+}
+
 TEST_F(InstallationFolder, isTheDefaultWhenTheRegistryCannotBeOpened)
 {
     HKEY closed = nullptr;

@@ -143,9 +143,9 @@ TEST_F(Listener, goesOnWhenTheHostRaisesDuringACheckIn)
     for (const char* operation : {"m_fclose", "set_db_unchanged", "post_FT_command"})
         standin::raiseNext(operation);
     send("CHECKIN");
-    EXPECT_EQ(newTrace(3), (Lines{L"other m_fclose(null, 0, null) raised",
-                                  L"other set_db_unchanged() raised",
-                                  LR"(other post_FT_command("Mastercam", "OnFileNew") raised)"}));
+    EXPECT_EQ(newTrace(3),
+              (Lines{L"other m_fclose(null, 0, null) raised", L"other set_db_unchanged() raised",
+                     LR"(other post_FT_command("Mastercam", "OnFileNew") raised)"}));
     EXPECT_EQ(standin::undeletedExceptions(), 0);
     expectNextRequestServed();
 }
@@ -178,14 +178,18 @@ TEST_F(Listener, replacesAPendingRequestByALaterOne)
 TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
 {
     using namespace std::string_view_literals;
-    const std::string_view malformed[] = {"\xEF\xBB\xBF" "12"sv,
+    const std::string_view malformed[] = {"\xEF\xBB\xBF"
+                                          "12"sv,
                                           "a"sv,
-                                          "\xEF\xBB\xBF" "abc C:\\a\n"sv,
-                                          "\xEF\xBB\xBF" "2147483648 C:\\a\n"sv,
+                                          "\xEF\xBB\xBF"
+                                          "abc C:\\a\n"sv,
+                                          "\xEF\xBB\xBF"
+                                          "2147483648 C:\\a\n"sv,
                                           "\x80\xFF\xFE\xFD"sv,
                                           "\0\0\0\0\0\0\0"sv,
                                           "CHECKIN\n"sv,
-                                          "\xEF\xBB\xBF" "CHECKIN x"sv};
+                                          "\xEF\xBB\xBF"
+                                          "CHECKIN x"sv};
     for (const std::string_view text : malformed) {
         currentRequestId = 1;
         send(text);
@@ -197,7 +201,11 @@ TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
 TEST_F(Listener, keepsTheRequestIdWhenARequestIsMalformed)
 {
     currentRequestId = 5;
-    for (const char* text : {"nospace", "\xEF\xBB\xBF" "x C:\\a\n", "\xEF\xBB\xBF" "7"})
+    for (const char* text : {"nospace",
+                             "\xEF\xBB\xBF"
+                             "x C:\\a\n",
+                             "\xEF\xBB\xBF"
+                             "7"})
         carryOutCommandText(text);
     EXPECT_EQ(currentRequestId, 5);
     EXPECT_FALSE(isRequestPending());
@@ -225,9 +233,26 @@ TEST_F(Listener, endsForGoodOnARequestOf65537BytesAndLeavesItInPlace)
 
 TEST_F(Listener, makesANewCommandFileWhenSomebodyDeletedIt)
 {
-    CloseHandle(commandFile); // as if the file had been taken away from under the add-in
-    ASSERT_TRUE(waitUntil([&] { return readBytes(commandPath) == ""; }));
+    ASSERT_TRUE(DeleteFileW(commandPath.c_str()));
     expectNextRequestServed();
+}
+
+TEST_F(Listener, letsGoOfACommandFileThatWasMovedAway)
+{
+    expectNextRequestServed();
+    const size_t before = countHandles();
+    ASSERT_TRUE(MoveFileW(commandPath.c_str(), installation.path(L"moved.dat").c_str()));
+    expectNextRequestServed();
+    EXPECT_EQ(countHandles(), before);
+}
+
+TEST(CommandFile, isNotCreatedUnderAPathThatAZeroCutsShort)
+{
+    const Installation installation;
+    const std::wstring other = installation.path(L"precious.txt");
+    writeBytes(other, "precious");
+    EXPECT_EQ(createCommandFile(other + L'\0' + L"\\temp\\x.dat"), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(readBytes(other), "precious");
 }
 
 TEST_F(Listener, keepsItsFileSharedForReadingWritingAndDeleting)

@@ -126,8 +126,7 @@ TEST_F(MessageWindow, takesTheRequestAlsoWhenItsFileCannotBeOpened)
     parkOpenRequest(12, installation.path(L"missing.mcam"));
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
-    EXPECT_EQ(newTrace(),
-              Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
+    EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
 }
 
 TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
@@ -160,6 +159,15 @@ TEST_F(MessageWindow, givesEveryOtherMessageTheDefaultTreatment)
     wchar_t title[16];
     GetWindowTextW(messageWindow, title, 16);
     EXPECT_STREQ(title, L"title");
+}
+
+TEST_F(MessageWindow, isForgottenWhenSomebodyClosesIt)
+{
+    SendMessageW(messageWindow, WM_CLOSE, 0, 0);
+    EXPECT_EQ(messageWindow, nullptr);
+    parkOpenRequest(12, makePart()); // stays pending; nothing is posted anywhere
+    pumpMessages();
+    EXPECT_TRUE(isRequestPending());
 }
 
 TEST_F(MessageWindow, takesTheOpenMessageForItselfAlone)

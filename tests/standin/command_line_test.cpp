@@ -95,12 +95,11 @@ TEST(CommandLine, refusesAWordWithoutItsValue)
 
 TEST(CommandLine, refusesNumbersOutOfRange)
 {
-    expectNoneUnderstood({L"--commit a --id 4294967296", L"--commit a --id -1",
-                          L"--send a --id 2147483648", L"--send a --id -2147483649",
-                          L"--send a --host -1", L"--send a --host 4294967296",
-                          L"--send a --ncpath 2147483648", L"--send a --id 1x",
-                          L"--send a --id \"\"", L"--send a --id +1",
-                          L"--about --parentwindow -1"});
+    expectNoneUnderstood(
+        {L"--commit a --id 4294967296", L"--commit a --id -1", L"--send a --id 2147483648",
+         L"--send a --id -2147483649", L"--send a --host -1", L"--send a --host 4294967296",
+         L"--send a --ncpath 2147483648", L"--send a --id 1x", L"--send a --id \"\"",
+         L"--send a --id +1", L"--about --parentwindow -1"});
 }
 
 TEST(CommandLine, refusesAnOptionGivenTwice)

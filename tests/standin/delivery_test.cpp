@@ -24,16 +24,15 @@ void expectEach(Judge judge, const std::vector<Case>& cases)
 {
     for (const Case& c : cases)
         EXPECT_EQ(judge(c.sight, c.waitedMs, c.missingMs, bounds), c.expected)
-            << "exists " << c.sight.exists << ", size " << c.sight.size << ", waited "
-            << c.waitedMs << ", missing " << c.missingMs;
+            << "exists " << c.sight.exists << ", size " << c.sight.size << ", waited " << c.waitedMs
+            << ", missing " << c.missingMs;
 }
 
 } // namespace
 
 TEST(DeliveryBeforeWriting, writesIntoAnEmptyFile)
 {
-    expectEach(judgeBeforeWriting,
-               {{empty, 0, 0, Verdict::write}, {empty, 99, 0, Verdict::write}});
+    expectEach(judgeBeforeWriting, {{empty, 0, 0, Verdict::write}, {empty, 99, 0, Verdict::write}});
 }
 
 TEST(DeliveryBeforeWriting, waitsWhileAnEarlierRequestFillsTheFile)
@@ -62,8 +61,7 @@ TEST(DeliveryAfterWriting, hasEndedWhenTheFileIsEmptyAgain)
 
 TEST(DeliveryAfterWriting, waitsWhileTheRequestIsThere)
 {
-    expectEach(judgeAfterWriting,
-               {{filled, 0, 0, Verdict::wait}, {filled, 199, 0, Verdict::wait}});
+    expectEach(judgeAfterWriting, {{filled, 0, 0, Verdict::wait}, {filled, 199, 0, Verdict::wait}});
 }
 
 TEST(DeliveryAfterWriting, givesUpARequestThatStays)

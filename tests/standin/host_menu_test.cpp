@@ -67,10 +67,10 @@ void CALLBACK closeModalDialog(HWND, UINT, UINT_PTR, DWORD)
 
 TEST_F(HostMenu, hasARowForEveryExport)
 {
-    EXPECT_EQ(rows(addIn), (Lines{L"m_main", L"m_load", L"m_save", L"m_about", L"m_tools",
-                                  L"importNCqueue", L"importNC", L"renameNC", L"DrawTool",
-                                  L"TestFunction", L"m_version", L"m_open", L"m_notify",
-                                  L"m_close"}));
+    EXPECT_EQ(rows(addIn),
+              (Lines{L"m_main", L"m_load", L"m_save", L"m_about", L"m_tools", L"importNCqueue",
+                     L"importNC", L"renameNC", L"DrawTool", L"TestFunction", L"m_version",
+                     L"m_open", L"m_notify", L"m_close"}));
 }
 
 TEST_F(HostMenu, callsTheExportsOfTheLoadedAddIn)
@@ -79,8 +79,7 @@ TEST_F(HostMenu, callsTheExportsOfTheLoadedAddIn)
     newTrace();
     click(addIn, L"m_notify");
     click(addIn, L"m_main"); // which this one does not have
-    EXPECT_EQ(newTrace(),
-              (Lines{L"ui catread5x.m_notify(0) -> 0", L"ui m_notify(0) -> 0"}));
+    EXPECT_EQ(newTrace(), (Lines{L"ui catread5x.m_notify(0) -> 0", L"ui m_notify(0) -> 0"}));
 }
 
 TEST_F(HostMenu, sendsEveryEventOfTheHost)

@@ -18,8 +18,8 @@ protected:
         writeBytes(part, tablePart);
         standin::putPart(part);
         standin::setState("setup_sheet_files", L"");
-        operations = hostOperations({part, installation.path(L"out.mcam"), GetMastercamApp(),
-                                     Planes.GetPlanePtrByID(1)});
+        operations = hostOperations(
+            {part, installation.path(L"out.mcam"), GetMastercamApp(), Planes.GetPlanePtrByID(1)});
         part_ = part;
         newTrace();
     }

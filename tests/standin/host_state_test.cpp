@@ -46,8 +46,9 @@ protected:
 TEST_F(HostState, hasItsValuesAtTheStart)
 {
     const std::pair<const char*, const wchar_t*> values[] = {
-        {"geo_filename", L""},           {"db_changed", L"false"},  {"backplot", L"false"},
-        {"main_window_enabled", L"true"}, {"nc_prefix", L"C:\\NC\\"}, {"nc_suffix", L".NC"},
+        {"geo_filename", L""},      {"db_changed", L"false"},
+        {"backplot", L"false"},     {"main_window_enabled", L"true"},
+        {"nc_prefix", L"C:\\NC\\"}, {"nc_suffix", L".NC"},
         {"setup_sheet_files", L""}};
     for (const auto& [name, value] : values)
         EXPECT_EQ(standin::knownState(name), value) << name;
@@ -57,9 +58,13 @@ TEST_F(HostState, hasItsValuesAtTheStart)
 TEST_F(HostState, keepsEachValueAsItWasSet)
 {
     const std::pair<const char*, const wchar_t*> values[] = {
-        {"geo_filename", L" C:\\a  b.mcam "}, {"db_changed", L"true"}, {"backplot", L"true"},
-        {"main_window_enabled", L"false"},    {"title", L" M\u00FC  \u4E2D "},
-        {"nc_prefix", L""},                   {"nc_suffix", L" .n c "},
+        {"geo_filename", L" C:\\a  b.mcam "},
+        {"db_changed", L"true"},
+        {"backplot", L"true"},
+        {"main_window_enabled", L"false"},
+        {"title", L" M\u00FC  \u4E2D "},
+        {"nc_prefix", L""},
+        {"nc_suffix", L" .n c "},
         {"setup_sheet_files", L"C:\\a b.xml;D:\\c"}};
     for (const auto& [name, value] : values) {
         EXPECT_TRUE(standin::setState(name, value)) << name;

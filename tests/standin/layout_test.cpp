@@ -8,9 +8,9 @@ namespace {
 
 std::vector<Rectangle> piecesOf(const WindowLayout& layout)
 {
-    return {layout.header,  layout.libraryTitle, layout.library,     layout.hostsTitle,
-            layout.hosts,   layout.send,         layout.newFile,     layout.checkIn,
-            layout.hint,    layout.eventsTitle,  layout.events};
+    return {layout.header, layout.libraryTitle, layout.library, layout.hostsTitle,
+            layout.hosts,  layout.send,         layout.newFile, layout.checkIn,
+            layout.hint,   layout.eventsTitle,  layout.events};
 }
 
 bool overlap(const Rectangle& a, const Rectangle& b)

@@ -35,8 +35,8 @@ TEST(LibraryIndex, givesTheItemsInTheOrderOfTheFile)
     const LibraryIndex index = readLibraryIndex(twoItems);
     ASSERT_EQ(index.items.size(), 2u);
     EXPECT_TRUE(index.badLines.empty());
-    EXPECT_TRUE((index.items[0] == LibraryItem{17, L"bracket", 1, 3, L"C:\\M\\Mill 3.mmd",
-                                               L"Mounting bracket"}));
+    EXPECT_TRUE((index.items[0] ==
+                 LibraryItem{17, L"bracket", 1, 3, L"C:\\M\\Mill 3.mmd", L"Mounting bracket"}));
     EXPECT_TRUE((index.items[1] == LibraryItem{42, L"Clamp Jaw", 2, 0, L"", L"Make two"}));
 }
 
@@ -78,9 +78,9 @@ TEST(LibraryIndex, leavesOutALineThatLacksAField)
 TEST(LibraryIndex, leavesOutALineWithANumberOutOfRange)
 {
     for (const wchar_t* line :
-         {L"0|a|1|3|m|d", L"2147483648|a|1|3|m|d", L"-1|a|1|3|m|d", L"x|a|1|3|m|d",
-          L"17|a|0|3|m|d", L"17|a|2147483648|3|m|d", L"17|a|1|-1|m|d", L"17|a|1|2147483648|m|d",
-          L"17|a|1 2|3|m|d", L"17|a||3|m|d"})
+         {L"0|a|1|3|m|d", L"2147483648|a|1|3|m|d", L"-1|a|1|3|m|d", L"x|a|1|3|m|d", L"17|a|0|3|m|d",
+          L"17|a|2147483648|3|m|d", L"17|a|1|-1|m|d", L"17|a|1|2147483648|m|d", L"17|a|1 2|3|m|d",
+          L"17|a||3|m|d"})
         expectLineLeftOut(line);
 }
 
@@ -88,8 +88,8 @@ TEST(LibraryIndex, takesTheLargestNumbers)
 {
     const LibraryIndex index = readLibraryIndex(L"2147483647|a|2147483647|2147483647||");
     ASSERT_EQ(index.items.size(), 1u);
-    EXPECT_TRUE((index.items[0] ==
-                 LibraryItem{2147483647, L"a", 2147483647, 2147483647, L"", L""}));
+    EXPECT_TRUE(
+        (index.items[0] == LibraryItem{2147483647, L"a", 2147483647, 2147483647, L"", L""}));
 }
 
 TEST(LibraryIndex, leavesOutANameThatCouldLeaveTheLibraryFolder)

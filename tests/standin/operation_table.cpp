@@ -118,21 +118,22 @@ void addQuestions(Table& table)
 {
     addQuestion(table, "BackplotActive", backplotRuns, L"true", L"false");
     addQuestion(table, "has_db_changed", databaseHasChanged, L"true", L"false");
-    addQuestion(table, "get_MainFrame", [] { return text(get_MainFrame()); }, L"*", L"null");
-    addQuestion(table, "GetMastercamApp", [] { return text(GetMastercamApp()); }, L"*", L"null");
-    addQuestion(table, "GetApp", [] { return text(GetApp()); }, L"*", L"null");
-    const auto listSize = [] {
-        return std::to_wstring(TpMainOpMgr.GetMainOpList().GetSize());
-    };
+    addQuestion(
+        table, "get_MainFrame", [] { return text(get_MainFrame()); }, L"*", L"null");
+    addQuestion(
+        table, "GetMastercamApp", [] { return text(GetMastercamApp()); }, L"*", L"null");
+    addQuestion(
+        table, "GetApp", [] { return text(GetApp()); }, L"*", L"null");
+    const auto listSize = [] { return std::to_wstring(TpMainOpMgr.GetMainOpList().GetSize()); };
     addQuestion(table, "GetMainOpList", listSize, L"3", L"0");
     addQuestion(table, "GetSize", listSize, L"3", L"0");
-    addQuestion(table, "operator[]", [] { return text(TpMainOpMgr.GetMainOpList()[2]); }, L"*",
-                L"null");
+    addQuestion(
+        table, "operator[]", [] { return text(TpMainOpMgr.GetMainOpList()[2]); }, L"*", L"null");
     const auto group = [] { return text(TpMainGrpMgr.GetMainGrpList().GroupByID(7)); };
     addQuestion(table, "GetMainGrpList", group, L"*", L"null");
     addQuestion(table, "GroupByID", group, L"*", L"null");
-    addQuestion(table, "GetPlanePtrByID", [] { return text(Planes.GetPlanePtrByID(1)); }, L"*",
-                L"null");
+    addQuestion(
+        table, "GetPlanePtrByID", [] { return text(Planes.GetPlanePtrByID(1)); }, L"*", L"null");
 }
 
 void addDocumentOperations(Table& table, const OperationSetting& setting)
@@ -221,8 +222,7 @@ void addApplicationQuestions(Table& table, CMastercamInterface& application)
     const auto view = [&] { return text(application.position2()); };
     const auto parent = [&] { return text(application.position4()); };
     const auto processing = [&] { return text(application.position5()); };
-    addQuestion(table, "CMastercamInterface.position0", folder, quoted(programFolder()),
-                LR"("")");
+    addQuestion(table, "CMastercamInterface.position0", folder, quoted(programFolder()), LR"("")");
     addQuestion(table, "CMastercamInterface.position2", view, L"*", L"null");
     addQuestion(table, "CMastercamInterface.position4", parent, L"*", L"null");
     addQuestion(table, "CMastercamInterface.position5", processing, L"true", L"false");
@@ -235,8 +235,8 @@ std::vector<HostOperation> hostOperations(const OperationSetting& setting)
     Table table;
     // First, as long as the part that holds the plane is open.
     if (PlaneBase* const plane = setting.plane)
-        addQuestion(table, "GetName", [plane] { return text(plane->GetName()); }, LR"("Top")",
-                    LR"("")");
+        addQuestion(
+            table, "GetName", [plane] { return text(plane->GetName()); }, LR"("Top")", LR"("")");
     addQuestions(table);
     addDocumentOperations(table, setting);
     addMachiningOperations(table);

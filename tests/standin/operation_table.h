@@ -28,8 +28,8 @@ struct HostOperation {
 
 // What the calls work on: a host in which `part` stands open.
 struct OperationSetting {
-    std::wstring part;   // path of a file with `tablePart`
-    std::wstring output; // path of a file to write
+    std::wstring part;                          // path of a file with `tablePart`
+    std::wstring output;                        // path of a file to write
     CMastercamInterface* application = nullptr; // null: the table leaves out its operations
     PlaneBase* plane = nullptr;                 // plane 1 of the part; null likewise
 };

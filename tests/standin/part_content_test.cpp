@@ -134,13 +134,16 @@ std::optional<tp_tool> filledTool(int number, short code = 5)
 
 std::vector<double> numbersOf(const tp_tool& tool)
 {
-    return {tool.overallLength,    tool.shoulderAngle,    tool.additionalDiameter, tool.tipAngle,
-            tool.pilotDiameter,    tool.fluteLength,      tool.shoulderLength,
-            tool.shoulderDiameter, tool.arborDiameter,    tool.holderDiameter,
-            tool.holderLength,     tool.plungeRate,       tool.retractRate,
-            double(tool.station),  double(tool.slot),     double(tool.spindleSpeed),
-            double(tool.toolGroup), double(tool.machineGroup), double(tool.levelNumber),
-            double(tool.spindleRotation)};
+    return {tool.overallLength,       tool.shoulderAngle,
+            tool.additionalDiameter,  tool.tipAngle,
+            tool.pilotDiameter,       tool.fluteLength,
+            tool.shoulderLength,      tool.shoulderDiameter,
+            tool.arborDiameter,       tool.holderDiameter,
+            tool.holderLength,        tool.plungeRate,
+            tool.retractRate,         double(tool.station),
+            double(tool.slot),        double(tool.spindleSpeed),
+            double(tool.toolGroup),   double(tool.machineGroup),
+            double(tool.levelNumber), double(tool.spindleRotation)};
 }
 
 std::vector<double> numbersOf(const tp_tool_lead& tool)
@@ -220,8 +223,7 @@ TEST_F(PartContent, givesItsChainForTheOneKnownListAlone)
 TEST_F(PartContent, fillsAnOperationsRecord)
 {
     const operation& op = *list[0];
-    EXPECT_EQ(numbersOf(op),
-              (Numbers{11, 8, 12, 41, 42, 43, 1, 44, 45, -12.5, 1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(numbersOf(op), (Numbers{11, 8, 12, 41, 42, 43, 1, 44, 45, -12.5, 1, 2, 3, 4, 5, 6}));
     EXPECT_STREQ(op.ncName, L"C:\\NC\\A.NC");
     EXPECT_STREQ(op.nciName, L"C:\\NC\\A.nci");
     EXPECT_EQ(numbersOf(op.tool), (Numbers{3, 14, 12, 11, -12, 15, 16, 18.5, 1.25, 1.125}));
@@ -244,8 +246,8 @@ TEST_F(PartContent, fillsAToolsRecordByItsNumber)
     EXPECT_EQ(numbersOf(tool->lead), (Numbers{3, 4, 2, 1, -2, 5, 6, 8.5, 0.25, 0.125}));
     EXPECT_STREQ(tool->lead.geometryFileName, L"C:\\T\\drill.step");
     EXPECT_STREQ(tool->lead.comment, L"Drill 8.5");
-    EXPECT_EQ(numbersOf(*tool), (Numbers{79, 1.5, 2.5, 118, 3.5, 47, 50, 12, 16, 40, 80, 350, 3000,
-                                         61, 62, 2800, 63, 64, 65, -1}));
+    EXPECT_EQ(numbersOf(*tool), (Numbers{79, 1.5, 2.5,  118, 3.5, 47,   50, 12, 16, 40,
+                                         80, 350, 3000, 61,  62,  2800, 63, 64, 65, -1}));
 }
 
 TEST_F(PartContent, leavesARecordAloneForAnUnknownToolOrAnotherCode)

@@ -45,11 +45,10 @@ TEST_F(Trace, writesAWindowAsMainNullOrOther)
     for (CWnd* window : {static_cast<CWnd*>(get_MainFrame()), GetMastercamApp()->position4(),
                          static_cast<CWnd*>(nullptr), &desktop, &closed})
         SaveFile(nullptr, window, true);
-    EXPECT_EQ(newTrace(), (Lines{L"ui SaveFile(null, main, true) -> 0",
-                                 L"ui SaveFile(null, main, true) -> 0",
-                                 L"ui SaveFile(null, null, true) -> 0",
-                                 L"ui SaveFile(null, other, true) -> 0",
-                                 L"ui SaveFile(null, other, true) -> 0"}));
+    EXPECT_EQ(newTrace(),
+              (Lines{L"ui SaveFile(null, main, true) -> 0", L"ui SaveFile(null, main, true) -> 0",
+                     L"ui SaveFile(null, null, true) -> 0", L"ui SaveFile(null, other, true) -> 0",
+                     L"ui SaveFile(null, other, true) -> 0"}));
 }
 
 TEST_F(Trace, writesAStringWithNothingEscaped)
@@ -69,18 +68,17 @@ TEST_F(Trace, writesAddressesAsAStarAndNumbersAsTheyAre)
     m_fclose(L"a", -7, reinterpret_cast<FILE*>(this));
     list_manager(-2147483647 - 1, nullptr, -32768, nullptr);
     tool_manager(nullptr, 0, nullptr, nullptr);
-    EXPECT_EQ(newTrace(),
-              (Lines{LR"(ui DoFileOpen("", true, true, -1, false, *, *) -> false)",
-                     LR"(ui m_fclose("a", -7, *))",
-                     L"ui list_manager(-2147483648, null, -32768, null)",
-                     L"ui tool_manager(null, 0, null, null)"}));
+    EXPECT_EQ(newTrace(), (Lines{LR"(ui DoFileOpen("", true, true, -1, false, *, *) -> false)",
+                                 LR"(ui m_fclose("a", -7, *))",
+                                 L"ui list_manager(-2147483648, null, -32768, null)",
+                                 L"ui tool_manager(null, 0, null, null)"}));
     EXPECT_FALSE(escaped);
 }
 
 TEST_F(Trace, writesACycleTimeInAsManyDigitsAsItTakes)
 {
     const std::pair<const char*, const wchar_t*> times[] = {
-        {"0", L"0"},         {"14.5", L"14.5"},         {"0.1", L"0.1"},
+        {"0", L"0"},         {"14.5", L"14.5"},           {"0.1", L"0.1"},
         {"-2.25", L"-2.25"}, {"1234567.5", L"1234567.5"}, {"1e-05", L"1e-05"}};
     for (const auto& [seconds, text] : times) {
         const std::wstring part = makePart();

@@ -6,10 +6,9 @@ namespace testing_support {
 
 bool writeRequest(const std::wstring& commandFile, std::string_view request)
 {
-    const HANDLE file =
-        CreateFileW(commandFile.c_str(), GENERIC_READ | GENERIC_WRITE,
-                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                    0, nullptr);
+    const HANDLE file = CreateFileW(commandFile.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return false;
     DWORD written = 0;

@@ -58,8 +58,8 @@ void removeOwnRegistry()
 void useEmptyRegistry()
 {
     HKEY key = nullptr;
-    mustSucceed(RegCreateKeyExW(HKEY_CURRENT_USER, ownRegistryKey().c_str(), 0, nullptr,
-                                0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+    mustSucceed(RegCreateKeyExW(HKEY_CURRENT_USER, ownRegistryKey().c_str(), 0, nullptr, 0,
+                                KEY_ALL_ACCESS, nullptr, &key, nullptr),
                 "create a registry key of the test's own");
     mustSucceed(RegOverridePredefKey(HKEY_CURRENT_USER, key), "use the test's own registry");
     RegCloseKey(key);

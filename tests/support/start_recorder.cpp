@@ -15,10 +15,9 @@ std::wstring recordPath()
 
 void append(const std::string& line)
 {
-    const HANDLE file =
-        CreateFileW(recordPath().c_str(), FILE_APPEND_DATA,
-                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS, 0,
-                    nullptr);
+    const HANDLE file = CreateFileW(recordPath().c_str(), FILE_APPEND_DATA,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_ALWAYS, 0, nullptr);
     DWORD written = 0;
     WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
     CloseHandle(file);
@@ -29,8 +28,8 @@ void append(const std::string& line)
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int show)
 {
     std::wstring arguments = GetCommandLineW();
-    const size_t programEnd = arguments.front() == L'"' ? arguments.find(L'"', 1) + 1
-                                                        : arguments.find(L' ');
+    const size_t programEnd =
+        arguments.front() == L'"' ? arguments.find(L'"', 1) + 1 : arguments.find(L' ');
     arguments = programEnd < arguments.size() ? arguments.substr(programEnd) : L"";
     const std::wstring line = std::to_wstring(show) + arguments + L'\n';
     char bytes[4096];

@@ -60,8 +60,8 @@ const WordRow* findWord(std::wstring_view text)
 template <class Number>
 bool setNumber(std::optional<Number>& field, std::wstring_view text)
 {
-    const auto number = readNumber(text, std::numeric_limits<Number>::min(),
-                                   std::numeric_limits<Number>::max());
+    const auto number =
+        readNumber(text, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max());
     if (field || !number) {
         return false;
     }
@@ -74,10 +74,9 @@ bool setNumber(std::optional<Number>& field, std::wstring_view text)
 bool setId(Command& command, std::wstring_view text)
 {
     const bool isUnsigned = command.word == Word::commit;
-    const auto number =
-        isUnsigned ? readNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
-                   : readNumber(text, std::numeric_limits<std::int32_t>::min(),
-                                std::numeric_limits<std::int32_t>::max());
+    const auto number = isUnsigned ? readNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
+                                   : readNumber(text, std::numeric_limits<std::int32_t>::min(),
+                                                std::numeric_limits<std::int32_t>::max());
     if (command.id || !number) {
         return false;
     }

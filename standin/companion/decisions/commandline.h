@@ -10,22 +10,22 @@
 namespace companion {
 
 enum class Word {
-    none,          // no arguments: show the window
-    checkOut,      // --checkout "FILE"
-    commit,        // --commit "FILE" [--id N]
-    about,         // --about --parentwindow N
-    send,          // --send NAME [--host PID] [--machine PATH] [--ncpath N] [--id N]
-    newFile,       // --new-file [--host PID] [--id N]
-    checkIn,       // --check-in [--host PID]
-    quit,          // --quit
+    none,           // no arguments: show the window
+    checkOut,       // --checkout "FILE"
+    commit,         // --commit "FILE" [--id N]
+    about,          // --about --parentwindow N
+    send,           // --send NAME [--host PID] [--machine PATH] [--ncpath N] [--id N]
+    newFile,        // --new-file [--host PID] [--id N]
+    checkIn,        // --check-in [--host PID]
+    quit,           // --quit
     registerFolder, // --register
     notUnderstood   // anything else
 };
 
 struct Command {
     Word word = Word::none;
-    std::wstring value{}; // the file of --checkout and --commit, the NAME of --send
-    std::optional<std::uint32_t> host{};         // process id; absent: the first running host
+    std::wstring value{};                // the file of --checkout and --commit, the NAME of --send
+    std::optional<std::uint32_t> host{}; // process id; absent: the first running host
     std::optional<std::uint32_t> parentWindow{}; // low 32 bits of a window handle
     std::optional<std::int64_t> id{};            // --commit: unsigned, else signed 32-bit
     std::optional<std::int32_t> ncPath{};        // absent: the library item's

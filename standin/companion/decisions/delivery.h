@@ -24,13 +24,13 @@ struct DeliveryBounds {
 };
 
 enum class Verdict {
-    wait,      // look again
-    write,     // write the request now
-    full,      // give up: an earlier request was never taken
-    missing,   // give up: there is no command file
-    taken,     // done: the file is empty again
-    notTaken,  // give up: the request is still there
-    lost       // give up: the file went away with the request
+    wait,     // look again
+    write,    // write the request now
+    full,     // give up: an earlier request was never taken
+    missing,  // give up: there is no command file
+    taken,    // done: the file is empty again
+    notTaken, // give up: the request is still there
+    lost      // give up: the file went away with the request
 };
 
 // Times are milliseconds: since the delivery started or the request was written, and since the

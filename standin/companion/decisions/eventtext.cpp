@@ -22,6 +22,7 @@ constexpr TitleRow titleRows[] = {
     {L"check-out", L"Check-out asked for"},
     {L"commit", L"Commit"},
     {L"about", L"About"},
+    {L"kept", L"Changed work kept"},
     {L"settings", L"Machine settings"},
     {L"sent", L"Sent to host"},
     {L"new-file", L"New file sent"},
@@ -74,8 +75,8 @@ std::wstring wordField(std::wstring_view name, std::wstring_view value)
 
 std::wstring eventLine(const Moment& moment, std::wstring_view event, std::wstring_view fields)
 {
-    const std::wstring date = padded(moment.year, 4) + L'-' + padded(moment.month, 2) + L'-' +
-                              padded(moment.day, 2);
+    const std::wstring date =
+        padded(moment.year, 4) + L'-' + padded(moment.month, 2) + L'-' + padded(moment.day, 2);
     return date + L' ' + timeOfDay(moment) + L' ' + std::wstring(event) + std::wstring(fields) +
            L'\n';
 }

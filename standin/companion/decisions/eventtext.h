@@ -19,6 +19,7 @@
 //   check-out        file=TEXT                       the add-in asks for a file
 //   commit           file=TEXT [id=N]                the add-in hands a file back
 //   about            parent=N                        the add-in asks for the about window
+//   kept             id=N file=TEXT                  changed work that was moved aside
 //   settings         id=N host=N file=TEXT           machine settings written for a request
 //   sent             id=N host=N file=TEXT           an open request written
 //   new-file         id=N host=N                     a new-file request written

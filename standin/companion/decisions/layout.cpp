@@ -72,16 +72,16 @@ void placeButtons(WindowLayout& layout, int top)
 void placeHint(WindowLayout& layout, int clientWidth, bool isWide)
 {
     const int beside = layout.checkIn.left + layout.checkIn.width + gap;
-    layout.hint = isWide ? bounded(beside, layout.send.top, clientWidth - margin - beside,
-                                   buttonHeight)
-                         : bounded(margin, bottomOf(layout.send) + gap / 2,
-                                   clientWidth - 2 * margin, titleHeight);
+    layout.hint =
+        isWide ? bounded(beside, layout.send.top, clientWidth - margin - beside, buttonHeight)
+               : bounded(margin, bottomOf(layout.send) + gap / 2, clientWidth - 2 * margin,
+                         titleHeight);
 }
 
 void placeEvents(WindowLayout& layout, int clientWidth, int clientHeight)
 {
-    layout.eventsTitle = bounded(margin, bottomOf(layout.hint) + gap, clientWidth - 2 * margin,
-                                 titleHeight);
+    layout.eventsTitle =
+        bounded(margin, bottomOf(layout.hint) + gap, clientWidth - 2 * margin, titleHeight);
     const int height = clientHeight - margin - bottomOf(layout.eventsTitle);
     layout.events = listUnder(layout.eventsTitle, std::max(height, 0));
 }

@@ -113,8 +113,7 @@ LibraryIndex readLibraryIndex(std::wstring_view text)
 const LibraryItem* findItem(const LibraryIndex& index, std::wstring_view nameOrNumber)
 {
     const auto named = std::find_if(index.items.begin(), index.items.end(), [&](const auto& item) {
-        return isSameName(item.name, nameOrNumber) ||
-               std::to_wstring(item.number) == nameOrNumber;
+        return isSameName(item.name, nameOrNumber) || std::to_wstring(item.number) == nameOrNumber;
     });
     return named == index.items.end() ? nullptr : &*named;
 }

@@ -10,11 +10,10 @@
 namespace standin {
 
 const AddInExport addInExports[] = {
-    {"m_main", true},         {"m_load", true},       {"m_save", true},
-    {"m_about", true},        {"m_tools", true},      {"importNCqueue", false},
-    {"importNC", false},      {"renameNC", false},    {"DrawTool", false},
-    {"TestFunction", false},  {"m_version", true},    {"m_open", true},
-    {"m_notify", true},       {"m_close", true},
+    {"m_main", true},    {"m_load", true},         {"m_save", true},    {"m_about", true},
+    {"m_tools", true},   {"importNCqueue", false}, {"importNC", false}, {"renameNC", false},
+    {"DrawTool", false}, {"TestFunction", false},  {"m_version", true}, {"m_open", true},
+    {"m_notify", true},  {"m_close", true},
 };
 const std::size_t addInExportCount = std::size(addInExports);
 
@@ -32,14 +31,16 @@ constexpr int hostVersion = 2100;
 HMODULE addIn = nullptr;
 NumberEntry eventSink = nullptr;
 
-template <class Entry> Entry entryOf(const std::string& name)
+template <class Entry>
+Entry entryOf(const std::string& name)
 {
     return addIn ? std::bit_cast<Entry>(GetProcAddress(addIn, name.c_str())) : nullptr;
 }
 
 // Calls the add-in and traces the call with what came of it: nothing the add-in lets out gets any
 // further than here. `call` gives what the trace says behind the call.
-template <class Call> void callAndTrace(const std::wstring& line, Call call)
+template <class Call>
+void callAndTrace(const std::wstring& line, Call call)
 {
     std::wstring result = L" raised";
     try {
@@ -111,8 +112,8 @@ void callExportWithExample(const AddInExport& called)
         return;
     }
     const bool isVersion = called.name == std::string_view("m_version");
-    callExport(called.name, called.takesNumber ? std::optional(isVersion ? hostVersion : 0)
-                                               : std::nullopt);
+    callExport(called.name,
+               called.takesNumber ? std::optional(isVersion ? hostVersion : 0) : std::nullopt);
 }
 
 void sendEvent(int code)

@@ -24,7 +24,8 @@ std::optional<bool> readFlag(const std::wstring& text)
     return std::nullopt;
 }
 
-template <bool HostSettings::* setting> bool setFlag(const std::wstring& value)
+template <bool HostSettings::*setting>
+bool setFlag(const std::wstring& value)
 {
     const std::optional<bool> flag = readFlag(value);
     if (flag)
@@ -32,18 +33,21 @@ template <bool HostSettings::* setting> bool setFlag(const std::wstring& value)
     return flag.has_value();
 }
 
-template <bool HostSettings::* setting> std::wstring flag()
+template <bool HostSettings::*setting>
+std::wstring flag()
 {
     return flagText(hostSettings().*setting);
 }
 
-template <std::wstring HostSettings::* setting> bool setText(const std::wstring& value)
+template <std::wstring HostSettings::*setting>
+bool setText(const std::wstring& value)
 {
     setHostSetting(setting, value);
     return true;
 }
 
-template <std::wstring HostSettings::* setting> std::wstring text()
+template <std::wstring HostSettings::*setting>
+std::wstring text()
 {
     return hostSettings().*setting;
 }
@@ -93,8 +97,8 @@ bool setFiles(const std::wstring& value)
 std::wstring files()
 {
     std::wstring joined;
-    for (const std::wstring& file : hostSettings().setupSheetFiles.value_or(
-             std::vector<std::wstring>()))
+    for (const std::wstring& file :
+         hostSettings().setupSheetFiles.value_or(std::vector<std::wstring>()))
         joined.append(joined.empty() ? L"" : L";").append(file);
     return joined;
 }

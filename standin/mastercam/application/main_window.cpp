@@ -71,9 +71,9 @@ void registerClass()
 HWND createMainWindow(bool visible)
 {
     registerClass();
-    const HWND window = CreateWindowExW(0, className, firstTitle, WS_OVERLAPPEDWINDOW, 40, 40,
-                                        firstWidth, firstHeight, nullptr, createMainMenu(),
-                                        ownModule(), nullptr);
+    const HWND window =
+        CreateWindowExW(0, className, firstTitle, WS_OVERLAPPEDWINDOW, 40, 40, firstWidth,
+                        firstHeight, nullptr, createMainMenu(), ownModule(), nullptr);
     if (window && visible) {
         ShowWindow(window, SW_SHOWNORMAL);
         UpdateWindow(window);

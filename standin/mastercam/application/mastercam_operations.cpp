@@ -36,6 +36,6 @@ void post_FT_command(const CString& module, const CString& command)
 
 bool screen_to_bitmap_file(const wchar_t* path, bool wholeScreen)
 {
-    return act("screen_to_bitmap_file", callLine("screen_to_bitmap_file", path, wholeScreen),
-               false, [&] { return path && writeViewPicture(mainWindow(), path); });
+    return act("screen_to_bitmap_file", callLine("screen_to_bitmap_file", path, wholeScreen), false,
+               [&] { return path && writeViewPicture(mainWindow(), path); });
 }

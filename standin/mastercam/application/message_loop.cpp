@@ -51,7 +51,8 @@ void waitForWork(HANDLE signal, DWORD milliseconds)
 }
 
 // Runs the message loop until `isDone`, for at most so long; false when neither came true in time.
-template <class Condition> bool pumpUntil(Condition isDone, HANDLE signal, unsigned milliseconds)
+template <class Condition>
+bool pumpUntil(Condition isDone, HANDLE signal, unsigned milliseconds)
 {
     const ULONGLONG end = GetTickCount64() + milliseconds;
     while (true) {

@@ -8,7 +8,8 @@ namespace standin {
 
 namespace {
 
-template <class Target> Target* inModule(HMODULE module, DWORD offset)
+template <class Target>
+Target* inModule(HMODULE module, DWORD offset)
 {
     return reinterpret_cast<Target*>(reinterpret_cast<char*>(module) + offset);
 }

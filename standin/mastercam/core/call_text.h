@@ -19,14 +19,14 @@ MCCORE_API std::wstring callText(const void* address);
 MCCORE_API std::wstring callText(const CWnd* window);
 
 // A template, since a pointer would otherwise count as a bool.
-template <std::same_as<bool> Flag> std::wstring callText(Flag flag)
+template <std::same_as<bool> Flag>
+std::wstring callText(Flag flag)
 {
     return flag ? L"true" : L"false";
 }
 
 template <std::integral Integer>
-    requires(!std::same_as<Integer, bool>)
-std::wstring callText(Integer number)
+requires(!std::same_as<Integer, bool>) std::wstring callText(Integer number)
 {
     return std::to_wstring(number);
 }

@@ -11,9 +11,9 @@ std::string decimalText(double value)
     char buffer[64];
     std::string text;
     for (int digits = fewestDigits; digits <= mostDigits; ++digits) {
-        const auto end = std::to_chars(buffer, buffer + sizeof buffer, value,
-                                       std::chars_format::general, digits)
-                             .ptr;
+        const auto end =
+            std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits)
+                .ptr;
         text.assign(buffer, end);
         double back = 0;
         // Near the largest number, a text with few digits may stand for none.

@@ -18,7 +18,8 @@ MCCORE_API bool readDecimal(std::string_view text, double& value);
 
 // Reads the whole text as an integer of this width; false, with `value` as it was, when it is none
 // or does not fit.
-template <class Integer> bool readInteger(std::string_view text, Integer& value)
+template <class Integer>
+bool readInteger(std::string_view text, Integer& value)
 {
     Integer read{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), read);

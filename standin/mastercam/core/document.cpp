@@ -111,7 +111,7 @@ HostSettings hostSettings()
     return document.settings;
 }
 
-void setHostSetting(bool HostSettings::* setting, bool value)
+void setHostSetting(bool HostSettings::*setting, bool value)
 {
     {
         Document& document = theDocument();
@@ -121,7 +121,7 @@ void setHostSetting(bool HostSettings::* setting, bool value)
     repaintView();
 }
 
-void setHostSetting(std::wstring HostSettings::* setting, const std::wstring& value)
+void setHostSetting(std::wstring HostSettings::*setting, const std::wstring& value)
 {
     {
         Document& document = theDocument();

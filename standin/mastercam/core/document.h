@@ -48,8 +48,8 @@ struct HostSettings {
 MCCORE_API HostSettings hostSettings();
 
 // Changes one setting, as in `setHostSetting(&HostSettings::backplotActive, true)`.
-MCCORE_API void setHostSetting(bool HostSettings::* setting, bool value);
-MCCORE_API void setHostSetting(std::wstring HostSettings::* setting, const std::wstring& value);
+MCCORE_API void setHostSetting(bool HostSettings::*setting, bool value);
+MCCORE_API void setHostSetting(std::wstring HostSettings::*setting, const std::wstring& value);
 MCCORE_API void setSetupSheetFiles(const std::vector<std::wstring>& files);
 
 // Puts settings and document back to what they are at the program's start.

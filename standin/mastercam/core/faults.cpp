@@ -90,7 +90,7 @@ Registry& theRegistry()
     return registry;
 }
 
-bool setCount(const std::string& operationName, int Faults::* count, int value)
+bool setCount(const std::string& operationName, int Faults::*count, int value)
 {
     if (value < 0 || std::ranges::find(operationNames, operationName) == std::end(operationNames))
         return false;

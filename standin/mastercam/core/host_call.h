@@ -47,7 +47,8 @@ Result act(std::string_view name, const std::wstring& text, Result neutral, Acti
 }
 
 // The same for an operation that gives nothing.
-template <class Action> void act(std::string_view name, const std::wstring& text, Action action)
+template <class Action>
+void act(std::string_view name, const std::wstring& text, Action action)
 {
     if (!isRunning())
         return;

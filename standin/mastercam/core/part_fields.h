@@ -13,16 +13,17 @@ namespace standin {
 
 template <class Record>
 using Member =
-    std::variant<std::int16_t Record::*, std::int32_t Record::*, double Record::*,
-                 point3 Record::*, std::wstring Record::*, wchar_t (Record::*)[260],
-                 wchar_t (Record::*)[200]>;
+    std::variant<std::int16_t Record::*, std::int32_t Record::*, double Record::*, point3 Record::*,
+                 std::wstring Record::*, wchar_t (Record::*)[260], wchar_t (Record::*)[200]>;
 
-template <class Record> struct Field {
+template <class Record>
+struct Field {
     std::string_view key;
     Member<Record> member;
 };
 
-template <class Record> using Fields = std::span<const Field<Record>>;
+template <class Record>
+using Fields = std::span<const Field<Record>>;
 
 Fields<Part> partFields();
 Fields<Plane> planeFields();
@@ -49,9 +50,8 @@ FieldOutcome readField(Fields<Record> fields, Record& record, std::string_view k
         const SeenKeys mark = SeenKeys{1} << (firstMark + place);
         const bool again = (seen & mark) != 0;
         seen |= mark;
-        const bool isRead =
-            std::visit([&](auto member) { return readValue(notation, record.*member); },
-                       fields[place].member);
+        const bool isRead = std::visit(
+            [&](auto member) { return readValue(notation, record.*member); }, fields[place].member);
         return isRead && !again ? FieldOutcome::read : FieldOutcome::refused;
     }
     return FieldOutcome::unknownKey;
@@ -60,8 +60,8 @@ FieldOutcome readField(Fields<Record> fields, Record& record, std::string_view k
 // Writes a line for each field that differs from the blank record's; false when a value has no
 // notation.
 template <class Record>
-bool writeFields(std::string& out, Fields<Record> fields, const Record& record,
-                 const Record& blank, std::string_view prefix = {})
+bool writeFields(std::string& out, Fields<Record> fields, const Record& record, const Record& blank,
+                 std::string_view prefix = {})
 {
     bool allWritten = true;
     for (const Field<Record>& field : fields) {

@@ -26,9 +26,12 @@ struct Reading {
 std::optional<Section> sectionOf(std::string_view line)
 {
     static constexpr std::pair<std::string_view, Section> sections[] = {
-        {"[part]", Section::part},           {"[geometry]", Section::geometry},
-        {"[plane]", Section::plane},         {"[group]", Section::group},
-        {"[tool]", Section::tool},           {"[operation]", Section::operation},
+        {"[part]", Section::part},
+        {"[geometry]", Section::geometry},
+        {"[plane]", Section::plane},
+        {"[group]", Section::group},
+        {"[tool]", Section::tool},
+        {"[operation]", Section::operation},
         {"[no operation]", Section::noOperation},
     };
     for (const auto& [text, section] : sections)
@@ -107,14 +110,14 @@ bool readOperationKey(Reading& reading, std::string_view key, std::string_view n
         return readPath(notation, held.paths.emplace_back());
     FieldOutcome outcome = FieldOutcome::unknownKey;
     if (key.starts_with(operationToolPrefix))
-        outcome = readField(toolLeadFields(), held.node.op.tool,
-                            key.substr(operationToolPrefix.size()), notation, reading.seen,
-                            markOfToolKeys);
+        outcome =
+            readField(toolLeadFields(), held.node.op.tool, key.substr(operationToolPrefix.size()),
+                      notation, reading.seen, markOfToolKeys);
     else
         outcome = readField(operationFields(), held.node.op, key, notation, reading.seen);
     if (outcome == FieldOutcome::unknownKey)
-        outcome = readField(operationRestFields(), held, key, notation, reading.seen,
-                            markOfRestKeys);
+        outcome =
+            readField(operationRestFields(), held, key, notation, reading.seen, markOfRestKeys);
     return outcome == FieldOutcome::read;
 }
 

@@ -65,13 +65,15 @@ inline bool writeValue(std::string& out, std::int16_t value)
     return writeValue(out, std::int32_t{value});
 }
 
-template <std::size_t capacity> bool writeValue(std::string& out, const wchar_t (&value)[capacity])
+template <std::size_t capacity>
+bool writeValue(std::string& out, const wchar_t (&value)[capacity])
 {
     out += textNotation(fieldText(value));
     return true;
 }
 
-template <class Value> bool sameValue(const Value& left, const Value& right)
+template <class Value>
+bool sameValue(const Value& left, const Value& right)
 {
     return left == right;
 }

@@ -16,7 +16,8 @@ MCCORE_API std::optional<std::wstring> fromUtf8(std::string_view bytes);
 MCCORE_API std::string toUtf8(std::wstring_view text);
 
 // The text of a record's field: up to its terminating zero, or all of it when there is none.
-template <std::size_t capacity> std::wstring_view fieldText(const wchar_t (&field)[capacity])
+template <std::size_t capacity>
+std::wstring_view fieldText(const wchar_t (&field)[capacity])
 {
     const std::wstring_view whole(field, capacity);
     return whole.substr(0, whole.find(L'\0'));

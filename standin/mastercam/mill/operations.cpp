@@ -34,7 +34,7 @@ double cycleSeconds(const operation& op)
     return found == part->operationById.end() ? 0.0 : found->second->cycleSeconds;
 }
 
-CString ncName(std::string_view name, TpGroup* group, std::wstring HostSettings::* setting)
+CString ncName(std::string_view name, TpGroup* group, std::wstring HostSettings::*setting)
 {
     return act(name, callLine(name, group), CString(),
                [&] { return CString((hostSettings().*setting).c_str()); });

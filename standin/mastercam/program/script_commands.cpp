@@ -29,7 +29,8 @@ Step nextIf(bool isRight, const Call& call, std::wstring_view reason)
     return isRight ? Step::next : wrong(call, reason);
 }
 
-template <class Integer> std::optional<Integer> number(std::wstring_view text)
+template <class Integer>
+std::optional<Integer> number(std::wstring_view text)
 {
     Integer value{};
     if (!readInteger(toUtf8(text), value))
@@ -81,7 +82,8 @@ Step partCommand(const Call& call)
     return nextIf(putPart(call.value), call, L"no part file");
 }
 
-template <bool (*tell)(const std::string&, int)> Step faultCommand(const Call& call)
+template <bool (*tell)(const std::string&, int)>
+Step faultCommand(const Call& call)
 {
     const std::optional<NameAndNumber> read = readNameAndNumber(call.value);
     return nextIf(read && tell(read->name, read->number.value_or(1)), call, L"no such operation");

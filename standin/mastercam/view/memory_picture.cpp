@@ -36,7 +36,8 @@ void addRow(std::vector<int>& sums, const unsigned char* row, int factor)
                 sums[first + component] += row[component];
 }
 
-template <class Header> void append(std::string& bytes, const Header& header)
+template <class Header>
+void append(std::string& bytes, const Header& header)
 {
     bytes.append(reinterpret_cast<const char*>(&header), sizeof header);
 }

@@ -61,8 +61,8 @@ void drawHead(HDC context, const RECT& area, const Part& part, const HostSetting
     const std::wstring untitled = isEmpty(part) ? L"No part" : L"Part without a title";
     const std::wstring title = part.title.empty() ? untitled : part.title;
     const long middle = area.right - 320;
-    drawLine(context, title, {area.left + 16, area.top + 6, middle, area.top + 34},
-             TextFont::title, colours::text);
+    drawLine(context, title, {area.left + 16, area.top + 6, middle, area.top + 34}, TextFont::title,
+             colours::text);
     drawLine(context, joined(part.material, part.remark),
              {area.left + 16, area.top + 32, middle, area.top + 52}, TextFont::plain,
              colours::quietText);
@@ -105,8 +105,7 @@ void drawView(HDC context, const RECT& area)
     drawHead(context, layout.head, *part, settings);
     drawPart(context, layout.drawing, *part);
     drawOperations(context, layout.list, *part, firstRow);
-    fillArea(context,
-             {layout.list.left, layout.list.top, layout.list.left + 1, layout.list.bottom},
+    fillArea(context, {layout.list.left, layout.list.top, layout.list.left + 1, layout.list.bottom},
              colours::rule);
     drawStatus(context, layout.status, settings);
 }

@@ -186,9 +186,9 @@ void drawPart(HDC context, const RECT& area, const Part& part)
     const ViewBounds bounds = boundsOf(part);
     const ViewScale scale = scaleFor(bounds, width, height, marginPixels);
     const double distance = gridDistance(scale, leastGridPixels);
-    const Sheet sheet = {large.context(), large.area(),
-                         scaleFor(bounds, width * enlargement, height * enlargement,
-                                  marginPixels * enlargement)};
+    const Sheet sheet = {
+        large.context(), large.area(),
+        scaleFor(bounds, width * enlargement, height * enlargement, marginPixels * enlargement)};
     drawSheet(sheet, part, distance);
     reducePicture(large, small, enlargement);
     BitBlt(context, area.left, area.top, width, height, small.context(), 0, 0, SRCCOPY);

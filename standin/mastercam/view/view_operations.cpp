@@ -120,8 +120,8 @@ void drawHeading(HDC context, const RECT& row, const Part& part, const PartOpera
 void drawMark(HDC context, const RECT& row, COLORREF colour)
 {
     const long middle = (row.top + row.bottom) / 2;
-    fillArea(context,
-             {row.left + markColumn, middle - 4, row.left + markColumn + 9, middle + 5}, colour);
+    fillArea(context, {row.left + markColumn, middle - 4, row.left + markColumn + 9, middle + 5},
+             colour);
 }
 
 void drawOperation(HDC context, const RECT& row, const PartOperation& held)
