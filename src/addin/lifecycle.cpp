@@ -2,7 +2,7 @@
 
 #include "framework/framework.h"
 #include "link/command_file.h"
-#include "link/edges.h"
+#include "link/host_exceptions.h"
 #include "link/identifiers.h"
 #include "link/listener.h"
 #include "link/message_window.h"
@@ -16,8 +16,9 @@ namespace {
 
 void createFirstCommandFile()
 {
-    commandFilePath.assign(commandFilePathNow());
-    commandFile = createCommandFileOrNull(commandFilePath.text());
+    const std::wstring path = commandFilePathNow();
+    commandFilePath.assign(path);
+    commandFile = createCommandFileOrNull(path);
 }
 
 void destroyMessageWindow()
@@ -30,12 +31,12 @@ void destroyMessageWindow()
 
 int openAddIn()
 {
-    const HWND mainWindow = atEdge<HWND>(nullptr, getMainFrameWindow);
+    const HWND mainWindow = getMainFrameWindow();
     registerMessages();
     destroyMessageWindow(); // of an opening that was not followed by a closing
     messageWindow = createMessageWindow();
     callHost([] { AfxBeginThread(networkThread, nullptr, THREAD_PRIORITY_NORMAL, 0, 0, nullptr); });
-    if (!listenerThread) { // otherwise the file is there and listened to
+    if (!isListenerRunning()) { // otherwise the file is there and listened to
         createFirstCommandFile();
         startListener();
     }
@@ -46,7 +47,7 @@ int openAddIn()
 
 int closeAddIn()
 {
-    const HWND mainWindow = atEdge<HWND>(nullptr, getMainFrameWindow);
+    const HWND mainWindow = getMainFrameWindow();
     destroyMessageWindow();
     RemovePropW(mainWindow, hostInstanceName.c_str());
     stopListener();

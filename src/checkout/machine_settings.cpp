@@ -32,8 +32,8 @@ void keepNumbers(const MachineSettings& settings)
 void activateMachine(const std::wstring& path)
 {
     callHost([&] { SetActiveMachine(path.c_str()); });
-    // Deliberate: a second time for files of a CAD system. One would expect once; the host brings
-    // its own machine along with such a file and takes the second call.
+    // Deliberate: a second time for files of a CAD system. One would expect once; both
+    // calls are kept.
     if (fileTypePrefix == L"CAD")
         callHost([&] { SetActiveMachine(path.c_str()); });
 }

@@ -19,8 +19,8 @@ bool isFtpServerUsed()
 }
 
 // Deliberate: the base folder is always empty, and an empty text is always found, so that the name
-// is never redirected. One would expect the installation folder here, as the commit has it; the
-// host relies on saving the document under its own name.
+// is never redirected. One would expect the installation folder here; the document is
+// saved under its own name.
 std::wstring redirected(const std::wstring& name)
 {
     const std::wstring baseFolder;

@@ -13,8 +13,7 @@ constexpr size_t byteOrderMarkLength = 3;
 
 // Deliberate: the three leading bytes are skipped unseen, and the number is looked for in as many
 // bytes as the first line has, counted from behind them. One would expect a check for the mark and
-// the line's end as the bound; the Companion relies on any three bytes being accepted. "xyz5 a\n"
-// opens "a" as request 5.
+// the line's end as the bound; any three bytes are accepted. "xyz5 a\n" opens "a" as request 5.
 std::string_view idText(std::string_view text, size_t lineFeed)
 {
     const std::string_view head = text.substr(byteOrderMarkLength, lineFeed);
@@ -23,9 +22,10 @@ std::string_view idText(std::string_view text, size_t lineFeed)
 
 // Deliberate: the path loses exactly its leading blank and one byte at its end, within a piece that
 // is two bytes shorter than the line. For a one-line request that is the text between the blank and
-// the line feed. One would expect a trim; instead a carriage return stays ("7 a\r\n" opens "a\r"),
-// and without a line feed the last byte is lost ("xyz7 abc" opens "ab"). With a line feed among the
-// first two bytes the length wraps round and is clipped at the text's end.
+// the line feed. One would expect a trim; instead a carriage return stays ("xyz7 a\r\n" opens
+// "a\r"), and without a line feed the last byte is lost ("xyz7 abc" opens "ab"). With a line feed
+// among the first two bytes the length wraps round and is clipped at the text's end; as the third
+// byte it leaves nothing to cut, and the request is malformed.
 std::string_view pathText(std::string_view text, size_t lineFeed)
 {
     const std::string_view piece = text.substr(text.find(' '), lineFeed - 2);

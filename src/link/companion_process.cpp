@@ -33,8 +33,8 @@ HWND waitForCompanionWindow()
     HWND window = findCompanionWindow();
     for (int tries = 0; !window && tries < windowSearches; ++tries) {
         window = findCompanionWindow();
-        // Deliberate: the pause follows the search also when it found the window. One would expect
-        // the wait to end at once; the 100 ms give a window that has just appeared time to finish.
+        // Deliberate: the pause follows a repeated search also when it found the window. One would
+        // expect the wait to end at once; a window that has just appeared gets 100 ms to finish.
         Sleep(windowSearchPauseMs);
     }
     return window;

@@ -51,10 +51,11 @@ void waitOnePeriod()
 std::string takeText(LONGLONG size)
 {
     std::string text = readCommandFile(commandFile, size);
-    commandFilePath.assign(commandFilePathNow());
+    const std::wstring path = commandFilePathNow();
+    commandFilePath.assign(path);
     // Nothing is kept of the closed handle: its number may be another's before the file is there.
     CloseHandle(commandFile.exchange(nullptr));
-    commandFile = createCommandFileOrNull(commandFilePath.text());
+    commandFile = createCommandFileOrNull(path);
     return text;
 }
 
@@ -68,6 +69,8 @@ void repostPendingRequest()
 bool serveCommandFile()
 {
     const LONGLONG size = commandFileSize(commandFile);
+    // Deliberate: a file that no request can be ends the listener for good and stays as it is. One
+    // would expect it to be dropped; the Companion relies on finding it untouched.
     if (size < 0 || size > longestRequest)
         return false;
     if (size == 0)
@@ -99,6 +102,11 @@ bool startListener()
     ResumeThread(thread);
     listenerThread = thread;
     return true;
+}
+
+bool isListenerRunning()
+{
+    return listenerThread && WaitForSingleObject(listenerThread, 0) == WAIT_TIMEOUT;
 }
 
 void stopListener()

@@ -9,6 +9,9 @@ namespace torvapdm {
 // created. UI thread.
 bool startListener();
 
+// True while a listener that was started here has not ended. UI thread.
+bool isListenerRunning();
+
 // Tells the listener to end, waits up to 1000 ms, ends it by force after that, and closes the
 // thread's handle and then the command file's, which deletes the file. UI thread.
 void stopListener();

@@ -1,7 +1,7 @@
 #include "link/messages.h"
 
 #include "host/host.h"
-#include "link/host_exceptions.h"
+#include "link/edges.h"
 
 namespace torvapdm {
 
@@ -10,11 +10,10 @@ HWND getMainFrameWindow()
     static HWND cached = nullptr;
     if (cached)
         return cached;
-    callHost([] {
-        if (CWnd* const frame = get_MainFrame())
-            cached = frame->GetSafeHwnd();
-    });
-    return cached;
+    return cached = atEdge<HWND>(nullptr, [] {
+               CWnd* const frame = get_MainFrame();
+               return frame ? frame->GetSafeHwnd() : nullptr;
+           });
 }
 
 void showMessage(const std::wstring& caption, const std::wstring& text)

@@ -47,7 +47,7 @@ UINT __cdecl networkThread(LPVOID)
         return 0;
     // Deliberate: the socket is not bound to the address above, so that listening fails and the
     // service never starts. One would expect a bind here; it would open port 20248 of the machine
-    // to anybody, and the shops' firewalls rely on it staying closed.
+    // to anybody.
     (void)address;
     if (listen(listening, backlog) != 0)
         return 0;

@@ -3,8 +3,8 @@
 namespace torvapdm {
 
 // Deliberate: the identifier is found anywhere in the line, and the last character goes whatever it
-// is. One would expect "identifier=" at the line's start and only a line feed to be dropped; the
-// Companion's files rely on the last matching line winning. "XUseFtpServer=n\n" answers "n" for
+// is. One would expect "identifier=" at the line's start and only a line feed to be dropped; both
+// are kept, and the last matching line wins. "XUseFtpServer=n\n" answers "n" for
 // "UseFtpServer"; "UseFtpServer=y" without a line feed answers an empty value.
 void applySettingLine(std::string_view line, std::string_view identifier, std::string& value)
 {

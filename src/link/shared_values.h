@@ -88,24 +88,26 @@ inline bool captureOnClosePending = false;
 
 // ---- Message window and listener ---------------------------------------------------------------
 
-// The hidden window that takes open requests, or null. Written: UI (m_open, m_close). Read: UI,
+// The hidden window that takes open requests, or null. Written: UI (m_open, m_close, the window's
+// own end). Read: UI,
 // listener.
 inline std::atomic<HWND> messageWindow{nullptr};
 
-// The registered messages, 0 until m_open registers them. Written: UI (m_open, before the listener
-// starts). Read: UI, listener (`openMessage`); the other two are registered so that both programs
-// agree on them and are used by nobody yet.
+// The registered messages, 0 until m_open registers them, always with the same values. Written: UI
+// (m_open, before the first listener starts). Read: UI, listener (`openMessage`); the other two are
+// registered so that both programs agree on them and are used by nobody yet.
 inline UINT openMessage = 0;
 inline UINT commitMessage = 0;
 inline UINT getCheckedOutMessage = 0;
 
-// The command file and the handle that keeps it alive; the handle is null when there is none.
+// The command file and the handle that keeps it alive: null or invalid when there is none, and left
+// as it was after m_close.
 // Written: UI (m_open, before the listener starts), then listener. Read: listener, UI (m_close,
 // after the listener has ended).
 inline SharedPath commandFilePath;
 inline std::atomic<HANDLE> commandFile{nullptr};
 
-// The listener's thread, null when none runs. Written and read: UI (m_open, m_close).
+// The listener's thread, null when none was started. Written and read: UI (m_open, m_close).
 inline HANDLE listenerThread = nullptr;
 
 // Tells the listener to end. Written: UI (m_close). Read: listener.

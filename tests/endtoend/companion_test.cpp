@@ -76,6 +76,18 @@ protected:
         return word + L" id=" + std::to_wstring(id) + L" host=" + self + rest;
     }
 
+    // Requests written and taken, each without what is behind its host.
+    Lines deliveryEvents(const CompanionProgram& companion) const
+    {
+        Lines found;
+        for (const std::wstring& line : companion.log()) {
+            const std::wstring head = line.substr(0, line.find(L" after="));
+            if (head.find(L" host=" + self) != head.npos && head.rfind(L"command ", 0) != 0)
+                found.push_back(head);
+        }
+        return found;
+    }
+
     const std::wstring self = std::to_wstring(GetCurrentProcessId());
     const std::wstring commandFile = installation.commandFile(GetCurrentProcessId());
     const std::string mill = "C:\\Machines\\Mill 3-axis.mcam-mmd";
@@ -290,6 +302,7 @@ TEST_F(CompanionsDelivery, writesNewFileAndCheckInRequests)
 TEST_F(CompanionsDelivery, sendsTheCurrentVersionOfTheIndex)
 {
     const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr); // it has read the index before
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "second version");
     writeBytes(installation.path(L"library\\library.txt"), "17|bracket|2|3||changed\n"
                                                            "18|gone|1|3||no file\n");
@@ -312,6 +325,24 @@ TEST_F(CompanionsDelivery, keepsTwentyRequestsInTheirOrderUntilTheHostTakesThem)
         ASSERT_EQ(takeRequest(), MARK + std::to_string(id) + " \n");
     EXPECT_TRUE(companion.waitForLog(L"taken ", 20));
     EXPECT_EQ(companion.count(L"not-"), 0u);
+    Lines expected;
+    for (int id = 1; id <= 20; ++id) {
+        expected.push_back(event(L"new-file", id, L""));
+        expected.push_back(event(L"taken", id, L""));
+    }
+    EXPECT_EQ(deliveryEvents(companion), expected);
+}
+
+TEST_F(CompanionsDelivery, servesAnotherHostWhileOneTakesNothing)
+{
+    const std::wstring otherFile = installation.commandFile(4294967295);
+    writeBytes(otherFile, "");
+    const CompanionProgram companion(installation);
+    EXPECT_EQ(companion.tell(L"--new-file --id 1" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.tell(L"--new-file --id 2" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.tell(L"--new-file --id 3 --host 4294967295"), carriedOut);
+    EXPECT_TRUE(waitUntil([&] { return readBytes(otherFile) == MARK "3 \n"; }));
+    EXPECT_EQ(readBytes(commandFile), MARK "1 \n");
 }
 
 TEST_F(CompanionsDelivery, givesUpWhatIsUnderWayWhenItEnds)
