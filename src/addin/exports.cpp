@@ -2,13 +2,16 @@
 // it.
 #include "addin/exports.h"
 
+#include "addin/command_menu.h"
 #include "addin/declared_version.h"
 #include "addin/host_events.h"
 #include "addin/lifecycle.h"
+#include "checkout/checkout_request.h"
 #include "commit/save_flow.h"
 #include "host/host.h"
 #include "link/edges.h"
 #include "ncqueue/nc_commands.h"
+#include "tooldata/setup_sheet.h"
 
 using namespace torvapdm;
 
@@ -30,6 +33,36 @@ int m_close(int)
 int m_notify(int eventCode)
 {
     return atEdge(0, [&] { return reactToHostEvent(eventCode); });
+}
+
+// Deliberate: no shell around this one. The framework's exceptions that the host raises in the
+// setup sheet pass on to the host, which one would expect to be caught as in m_tools.
+int m_main(int)
+{
+    return runCommandMenu();
+}
+
+int m_about(int)
+{
+    return atEdge(0, [] {
+        showAbout();
+        return 0;
+    });
+}
+
+int m_tools(int)
+{
+    return atEdge(0, [] {
+        sendSetupSheet();
+        return 0;
+    });
+}
+
+// Deliberate: no shell around this one either. An answer whose first word has one or two characters
+// throws, and nobody catches it.
+int m_load(int)
+{
+    return requestCheckout();
 }
 
 int m_save(int)
@@ -56,26 +89,6 @@ int TestFunction()
 }
 
 // The flows behind these are not part of this release: they do nothing and give 0.
-
-int m_main(int)
-{
-    return 0;
-}
-
-int m_about(int)
-{
-    return 0;
-}
-
-int m_tools(int)
-{
-    return 0;
-}
-
-int m_load(int)
-{
-    return 0;
-}
 
 int importNCqueue()
 {

@@ -5,6 +5,7 @@
 #include "link/host_exceptions.h"
 #include "link/pending_request.h"
 #include "link/shared_values.h"
+#include "link/window_posts.h"
 
 namespace torvapdm {
 
@@ -14,12 +15,6 @@ void startNewFile()
 {
     callHost([] { set_db_unchanged(); }); // so that the host does not ask to save what is open
     callHost([] { post_FT_command(CString(L"Mastercam"), CString(L"OnFileNew")); });
-}
-
-void wakeMessageWindow()
-{
-    if (const HWND window = messageWindow)
-        PostMessageW(window, WM_MOVE, 0, 0); // gets the default treatment there
 }
 
 void checkIn()

@@ -7,6 +7,7 @@
 #include "link/pending_request.h"
 #include "link/shared_values.h"
 #include "link/text.h"
+#include "link/window_posts.h"
 
 #include <io.h>
 

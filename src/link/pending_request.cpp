@@ -1,6 +1,6 @@
 #include "link/pending_request.h"
 
-#include "link/shared_values.h"
+#include "link/window_posts.h"
 
 #include <atomic>
 #include <memory>
@@ -30,12 +30,6 @@ void parkOpenRequest(std::int32_t id, const std::wstring& path)
     else
         exchange(std::make_unique<OpenRequest>(OpenRequest{id, path}));
     postOpenMessage();
-}
-
-void postOpenMessage()
-{
-    if (const HWND window = messageWindow)
-        PostMessageW(window, openMessage, 0, 0);
 }
 
 bool isRequestPending()

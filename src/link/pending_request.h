@@ -17,9 +17,6 @@ struct OpenRequest {
 // if there is one. A request with id -1 or an empty path counts as none. Any thread.
 void parkOpenRequest(std::int32_t id, const std::wstring& path);
 
-// Posts the open message to the message window, if there is one. Any thread.
-void postOpenMessage();
-
 // True while a request is parked. Any thread.
 bool isRequestPending();
 

@@ -20,12 +20,12 @@ bool writeWhole(const std::wstring& path, DWORD access, DWORD disposition, std::
 
 } // namespace
 
-std::optional<std::string> readFile(const std::wstring& path)
+std::optional<std::string> readFile(const std::wstring& path, std::uint32_t mostBytes)
 {
     const OwnHandle file = ownFile(CreateFileW(path.c_str(), GENERIC_READ, shareEverything, nullptr,
                                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size{};
-    if (!file || !GetFileSizeEx(file.get(), &size) || size.HighPart != 0) {
+    if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > mostBytes) {
         return std::nullopt;
     }
     std::string bytes(size.LowPart, '\0');

@@ -1,14 +1,16 @@
 // Whole small files.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace companion {
 
-// Empty when the file cannot be read. Others may write and delete it meanwhile.
-std::optional<std::string> readFile(const std::wstring& path);
+// Empty when the file cannot be read or is larger than that. Others may write and delete it
+// meanwhile.
+std::optional<std::string> readFile(const std::wstring& path, std::uint32_t mostBytes = UINT32_MAX);
 
 // Writes the file anew. False when it cannot be written whole.
 bool writeFile(const std::wstring& path, std::string_view bytes);

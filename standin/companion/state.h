@@ -1,11 +1,12 @@
-// What the running instance holds. The thread of the window owns it; the event log and the
-// deliveries guard themselves.
+// What the running instance holds. The thread of the window owns it; the event log, the
+// deliveries and the line listener guard themselves.
 #pragma once
 
 #include "deliveries.h"
 #include "eventlog.h"
 #include "hosts.h"
 #include "library.h"
+#include "linelistener.h"
 
 #include <cstdint>
 #include <map>
@@ -21,6 +22,7 @@ struct State {
     std::vector<Host> hosts;                        // as last looked for
     std::map<std::uint32_t, std::wstring> sentFile; // by host: name of the file last sent to it
     DeliveryDesk deliveries;
+    LineListener lines;
 };
 
 } // namespace companion

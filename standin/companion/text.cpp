@@ -1,8 +1,22 @@
 #include "text.h"
 
+#include <cstring>
 #include <windows.h>
 
 namespace companion {
+namespace {
+
+// Empty when the flags refuse the bytes.
+std::wstring widen(UINT codePage, DWORD flags, std::string_view bytes)
+{
+    const int length = static_cast<int>(bytes.size());
+    const int needed = MultiByteToWideChar(codePage, flags, bytes.data(), length, nullptr, 0);
+    std::wstring text(static_cast<std::size_t>(needed), L'\0');
+    MultiByteToWideChar(codePage, flags, bytes.data(), length, text.data(), needed);
+    return text;
+}
+
+} // namespace
 
 std::string toUtf8(std::wstring_view text)
 {
@@ -16,11 +30,7 @@ std::string toUtf8(std::wstring_view text)
 
 std::wstring fromUtf8(std::string_view bytes)
 {
-    const int length = static_cast<int>(bytes.size());
-    const int needed = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), length, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(needed), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, bytes.data(), length, text.data(), needed);
-    return text;
+    return widen(CP_UTF8, 0, bytes);
 }
 
 std::optional<std::string> toAnsi(std::wstring_view text)
@@ -36,6 +46,23 @@ std::optional<std::string> toAnsi(std::wstring_view text)
     WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), length, bytes.data(), needed,
                         nullptr, nullptr);
     return bytes;
+}
+
+std::wstring fromAnsi(std::string_view bytes)
+{
+    return widen(CP_ACP, 0, bytes);
+}
+
+std::wstring fromFileBytes(std::string_view bytes)
+{
+    if (bytes.starts_with("\xFF\xFE")) {
+        std::wstring text(bytes.size() / 2 - 1, L'\0');
+        std::memcpy(text.data(), bytes.data() + 2, text.size() * sizeof(wchar_t));
+        return text;
+    }
+    const std::string_view behindMark = bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0);
+    const std::wstring text = widen(CP_UTF8, MB_ERR_INVALID_CHARS, behindMark);
+    return text.empty() ? fromAnsi(behindMark) : text;
 }
 
 } // namespace companion

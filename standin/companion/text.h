@@ -15,5 +15,10 @@ std::wstring fromUtf8(std::string_view bytes);
 // The system's ANSI code page, which hosts read their machine settings with. Empty when a
 // character has no place in it.
 std::optional<std::string> toAnsi(std::wstring_view text);
+std::wstring fromAnsi(std::string_view bytes);
+
+// The text of any file: UTF-16 (little-endian) behind its byte-order mark, else UTF-8 with or
+// without one, else the ANSI code page.
+std::wstring fromFileBytes(std::string_view bytes);
 
 } // namespace companion

@@ -6,8 +6,10 @@
 #include "identifiers.h"
 #include "instance.h"
 #include "listview.h"
+#include "notices.h"
 #include "panes.h"
 #include "resource.h"
+#include "sheetwindow.h"
 
 #include <commctrl.h>
 
@@ -18,6 +20,7 @@ namespace {
 
 constexpr wchar_t windowClass[] = L"ZemMainWindow";
 constexpr UINT newEvents = WM_APP + 1;
+constexpr UINT newLines = WM_APP + 2;
 constexpr UINT_PTR refreshTimer = 1;
 constexpr UINT refreshEveryMs = 1000;
 constexpr int leastWidth = 480;
@@ -69,12 +72,28 @@ void create(MainWindow& main)
     showEverything(main);
     showEventsIn(main.state->log, main.window, newEvents);
     SetTimer(main.window, refreshTimer, refreshEveryMs, nullptr);
+    // A host that finds the property may send a line at once.
+    startListening(main.state->lines, main.state->log, main.window, newLines);
     SetPropW(main.window, instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
 }
 
+void receiveLines(MainWindow& main)
+{
+    for (const std::string& line : takeLines(main.state->lines)) {
+        if (const auto sheet = receiveLine(main.state->log, line)) {
+            showSheet(main.window, *sheet);
+        }
+    }
+}
+
+// Lines that came before the end are logged; there is no time left to show them.
 void destroy(MainWindow& main)
 {
     RemovePropW(main.window, instanceProperty);
+    stopListening(main.state->lines);
+    for (const std::string& line : takeLines(main.state->lines)) {
+        receiveLine(main.state->log, line);
+    }
     KillTimer(main.window, refreshTimer);
     showEventsIn(main.state->log, nullptr, 0);
     PostQuitMessage(0);
@@ -196,6 +215,9 @@ LRESULT receive(MainWindow& main, UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case newEvents:
         showNewEvents(main.panes, main.state->log);
+        return 0;
+    case newLines:
+        receiveLines(main);
         return 0;
     case WM_COMMAND:
         receiveClick(main, LOWORD(wParam), HIWORD(wParam));

@@ -32,6 +32,13 @@ constexpr TitleRow titleRows[] = {
     {L"lost", L"Lost"},
     {L"not-sent", L"Not sent"},
     {L"refused", L"Refused"},
+    {L"port-taken", L"Port taken"},
+    {L"line", L"Line received"},
+    {L"setup-sheet", L"Setup sheet"},
+    {L"setup-sheet-unreadable", L"Setup sheet unreadable"},
+    {L"commit-notice", L"Commit notice"},
+    {L"tool-data", L"Tool data"},
+    {L"nc-queue", L"NC queue"},
 };
 
 std::wstring padded(int number, std::size_t digits)
@@ -66,6 +73,18 @@ std::wstring millisecondsField(std::wstring_view name, double milliseconds)
     wchar_t number[64];
     std::swprintf(number, 64, L"%.1f", milliseconds);
     return named(name) + number + L"ms";
+}
+
+std::wstring bytesField(std::wstring_view name, std::string_view bytes)
+{
+    constexpr wchar_t digits[] = L"0123456789ABCDEF";
+    std::wstring field = named(name);
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        field += digits[value / 16];
+        field += digits[value % 16];
+    }
+    return field;
 }
 
 std::wstring wordField(std::wstring_view name, std::wstring_view value)

@@ -30,6 +30,15 @@
 //   lost             id=N host=N after=X.Xms request=…    it went away with the request
 //   not-sent         id=N host=N reason=TEXT request=…    nothing was written; given up
 //   refused          reason=TEXT                     a word or button that cannot be carried out
+//   port-taken       port=4559 error=N               nothing can be received: another program has
+//                                                    the port, or N tells what else went wrong
+//   line             bytes=N hex=HEX text=TEXT       one connection: all its bytes, and their text
+//                    in the ANSI code page without the line feed at its end
+//   setup-sheet      id=N file=TEXT                  this line says that a setup sheet lies ready
+//   setup-sheet-unreadable id=N file=TEXT            that file is missing or larger than 1 MiB
+//   commit-notice    id=N file=TEXT                  this line says that a file comes back
+//   tool-data        id=N                            this line says that tool data lies ready
+//   nc-queue         file=TEXT                       this line says that an NC queue lies ready
 #pragma once
 
 #include <cstdint>
@@ -48,6 +57,8 @@ std::wstring numberField(std::wstring_view name, std::int64_t value);
 std::wstring textField(std::wstring_view name, std::wstring_view value);
 // ` after=83.1ms`
 std::wstring millisecondsField(std::wstring_view name, double milliseconds);
+// ` hex=544F0A`
+std::wstring bytesField(std::wstring_view name, std::string_view bytes);
 // ` request=open`
 std::wstring wordField(std::wstring_view name, std::wstring_view value);
 

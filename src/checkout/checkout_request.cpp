@@ -1,0 +1,79 @@
+#include "checkout/checkout_request.h"
+
+#include "checkout/checkout_answer.h"
+#include "checkout/exchange_file.h"
+#include "checkout/load_pipeline.h"
+#include "host/host.h"
+#include "link/companion_process.h"
+#include "link/host_exceptions.h"
+#include "link/messages.h"
+#include "link/pending_request.h"
+#include "link/shared_values.h"
+#include "link/text.h"
+#include "link/window_posts.h"
+
+#include <cstdio>
+
+namespace torvapdm {
+
+namespace {
+
+void forgetCheckedInFile()
+{
+    currentRequestId = 0;
+    currentZemId = 0;
+    fileTypePrefix.clear();
+    // Deliberate: every C stream of the process goes. One would expect the file's own alone;
+    // none of the part's streams is left open.
+    _fcloseall();
+    callHost([] { m_fclose(nullptr, 0, nullptr); });
+    wakeMessageWindow();
+}
+
+} // namespace
+
+CheckoutCommand parseAnswer(const std::wstring& text)
+{
+    const CheckoutAnswer answer = interpretAnswer(text);
+    switch (answer.kind) {
+    case CheckoutAnswer::Kind::checkIn:
+        forgetCheckedInFile();
+        break;
+    case CheckoutAnswer::Kind::file:
+        fileTypePrefix = answer.typePrefix;
+        break;
+    case CheckoutAnswer::Kind::unusable:
+        break;
+    }
+    return {answer.id, answer.path};
+}
+
+// Deliberate: the message stands here twice. One would expect one test; each is kept with its own.
+void loadAnsweredFile(const CheckoutCommand& command)
+{
+    if (command.id == 0 || command.path.empty()) {
+        showMessage(translateText(0, L"Failed to load file."));
+        return;
+    }
+    if (!loadFile(command.path)) {
+        showMessage(translateText(0, L"Failed to load file."));
+        return;
+    }
+    currentFilePath.assign(command.path);
+    currentZemId = static_cast<std::uint32_t>(command.id);
+}
+
+int requestCheckout()
+{
+    clearOpenRequest();
+    if (!ensureCompanionRunning())
+        return 0;
+    const std::wstring exchangeFile = makeExchangeFileName();
+    launchCompanion(L"--checkout \"" + exchangeFile + L"\"", false);
+    const std::wstring answer = readAnswer(exchangeFile);
+    if (!answer.empty())
+        loadAnsweredFile(parseAnswer(answer));
+    return 0;
+}
+
+} // namespace torvapdm

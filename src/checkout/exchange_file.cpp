@@ -1,0 +1,77 @@
+#include "checkout/exchange_file.h"
+
+#include "link/paths.h"
+#include "link/shared_values.h"
+
+#include <ctime>
+#include <windows.h>
+
+namespace torvapdm {
+
+namespace {
+
+constexpr int nameAttempts = 1024;
+constexpr LONGLONG longestAnswer = 65536;
+
+// The folder with its backslash; empty when the system does not tell it.
+std::wstring temporaryFolder()
+{
+    std::wstring folder;
+    DWORD length = GetTempPathW(0, nullptr);
+    while (length > folder.size()) {
+        folder.resize(length);
+        length = GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
+    }
+    folder.resize(length);
+    return folder;
+}
+
+// Deliberate: the folder's own backslash and another one. One would expect one; the Companion takes
+// the name as it comes.
+std::wstring exchangeFileName(const std::wstring& folder, std::uint16_t number)
+{
+    return folder + L"\\TORVA ZEM-" + std::to_wstring(number) + L".tmp";
+}
+
+} // namespace
+
+std::uint16_t exchangeFileNumber(std::int64_t seconds)
+{
+    // The low bits of the signed product are those of the unsigned one, which may wrap.
+    return static_cast<std::uint16_t>(static_cast<std::uint64_t>(seconds) * 275604541u);
+}
+
+// Deliberate: every attempt within a second forms the same name. One would expect another number
+// each time; a name that is taken stays taken, and the answer is read from nowhere.
+std::wstring makeExchangeFileName()
+{
+    const std::wstring folder = temporaryFolder();
+    for (int attempt = 0; attempt < nameAttempts; ++attempt) {
+        std::wstring name = exchangeFileName(folder, exchangeFileNumber(_time64(nullptr)));
+        if (!fileExists(name))
+            return name;
+    }
+    return {};
+}
+
+// Deliberate: create-always empties the file, another handle than the one just opened is tested,
+// bytes are counted as characters, and the file is never closed. One would expect the answer; the
+// Companion answers through the command file instead.
+std::wstring readAnswer(const std::wstring& path)
+{
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (commandFile == INVALID_HANDLE_VALUE)
+        return {};
+    LARGE_INTEGER size = {};
+    GetFileSizeEx(file, &size);
+    if (size.QuadPart > longestAnswer)
+        return {};
+    std::wstring text(static_cast<size_t>(size.QuadPart), L'\0');
+    DWORD read = 0;
+    ReadFile(file, text.data(), static_cast<DWORD>(size.QuadPart), &read, nullptr);
+    text.resize(read);
+    return text;
+}
+
+} // namespace torvapdm

@@ -1,0 +1,36 @@
+// Receives the lines of hosts' add-ins on TCP port 4559, on a thread of its own, so that neither
+// the window waits for a host nor a host for the window.
+#pragma once
+
+#include "eventlog.h"
+#include "handle.h"
+
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+#include <windows.h>
+
+namespace companion {
+
+struct LineListener {
+    std::mutex mutex;
+    std::vector<std::string> arrived; // guarded by `mutex`
+    OwnHandle stop;                   // event that ends the thread
+    std::thread worker;
+};
+
+// Opens the port on all IPv4 addresses, for this program alone, and starts the thread: connections
+// are taken from the return on. `message` is posted to the window when there are new lines. When
+// the port cannot be opened, that is logged as port-taken and nothing is ever received.
+void startListening(LineListener& listener, EventLog& log, HWND window, UINT message);
+
+// Closes the port and every connection, and joins the thread.
+void stopListening(LineListener& listener);
+
+// All bytes of each connection that has ended since the last call, in the order in which they
+// ended. A connection ends by its peer, after 1024 bytes or after five seconds; those that are
+// slow hold up no other.
+std::vector<std::string> takeLines(LineListener& listener);
+
+} // namespace companion

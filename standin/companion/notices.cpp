@@ -1,0 +1,61 @@
+#include "notices.h"
+
+#include "decisions/eventtext.h"
+#include "decisions/notice.h"
+#include "files.h"
+#include "text.h"
+
+namespace companion {
+namespace {
+
+constexpr std::uint32_t largestSheet = 1024 * 1024; // more would only hold up the window
+
+void logLine(EventLog& log, std::string_view bytes)
+{
+    const std::string_view text = bytes.substr(0, bytes.size() - (bytes.ends_with('\n') ? 1 : 0));
+    logEvent(log, L"line",
+             numberField(L"bytes", static_cast<std::int64_t>(bytes.size())) +
+                 bytesField(L"hex", bytes) + textField(L"text", fromAnsi(text)));
+}
+
+std::optional<ReceivedSheet> readSheet(EventLog& log, const Notice& notice)
+{
+    const std::wstring file = fromAnsi(notice.path);
+    const std::wstring fields = numberField(L"id", notice.id) + textField(L"file", file);
+    logEvent(log, L"setup-sheet", fields);
+    const auto bytes = readFile(file, largestSheet);
+    if (!bytes) {
+        logEvent(log, L"setup-sheet-unreadable", fields);
+        return std::nullopt;
+    }
+    const std::wstring text = fromFileBytes(*bytes);
+    return ReceivedSheet{static_cast<std::int32_t>(notice.id), file, text, readSetupSheet(text)};
+}
+
+} // namespace
+
+std::optional<ReceivedSheet> receiveLine(EventLog& log, std::string_view bytes)
+{
+    logLine(log, bytes);
+    const Notice notice = readNotice(bytes);
+    const std::wstring id = numberField(L"id", notice.id);
+    const std::wstring file = textField(L"file", fromAnsi(notice.path));
+    switch (notice.kind) {
+    case NoticeKind::setupSheet:
+        return readSheet(log, notice);
+    case NoticeKind::commit:
+        logEvent(log, L"commit-notice", id + file);
+        break;
+    case NoticeKind::toolData:
+        logEvent(log, L"tool-data", id);
+        break;
+    case NoticeKind::ncQueue:
+        logEvent(log, L"nc-queue", file);
+        break;
+    case NoticeKind::unknown:
+        break;
+    }
+    return std::nullopt;
+}
+
+} // namespace companion

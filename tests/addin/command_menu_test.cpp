@@ -1,0 +1,236 @@
+#include "addin/command_menu.h"
+
+#include "addin/exports.h"
+#include "framework/framework.h"
+#include "link/identifiers.h"
+#include "link/messages.h"
+#include "link/shared_values.h"
+#include "support/host_fixture.h"
+#include "support/line_receiver.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const std::wstring rows = LR"(!"TORVA ZEM", -, "Open TORVA ZEM", "Website", "About", "Tools", )"
+                          LR"("Import NC-Files")";
+
+// One row of the real popup menu.
+struct Row {
+    UINT id;
+    bool isDefault;
+
+    bool operator==(const Row&) const = default;
+};
+
+// What the open menu holds, read while it stands on the screen.
+std::vector<Row> openRows;
+POINT openAt;
+
+BOOL CALLBACK readIfMenu(HWND window, LPARAM)
+{
+    wchar_t name[16];
+    GetClassNameW(window, name, 16);
+    if (lstrcmpW(name, L"#32768") != 0 || !IsWindowVisible(window))
+        return TRUE;
+    constexpr UINT getMenuHandle = 0x01E1;
+    const auto menu = reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0));
+    const int standard = static_cast<int>(GetMenuDefaultItem(menu, TRUE, GMDI_USEDISABLED));
+    for (int i = 0; i < GetMenuItemCount(menu); ++i)
+        openRows.push_back({GetMenuItemID(menu, i), i == standard});
+    RECT place = {};
+    GetWindowRect(window, &place);
+    openAt = {place.left, place.top};
+    EndMenu();
+    return FALSE;
+}
+
+void CALLBACK readAndDismiss(HWND, UINT, UINT_PTR, DWORD)
+{
+    if (openRows.empty())
+        EnumThreadWindows(GetCurrentThreadId(), readIfMenu, 0);
+}
+
+// Has this process's shell start the program for web addresses.
+void openWebAddressesWith(const std::wstring& program)
+{
+    const std::wstring command = L"\"" + program + L"\" %1";
+    const DWORD size = static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t));
+    HKEY classes = nullptr;
+    HKEY open = nullptr;
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"classes", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &classes,
+                    nullptr);
+    RegCreateKeyExW(classes, L"https\\shell\\open\\command", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                    &open, nullptr);
+    RegSetValueExW(open, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(command.c_str()), size);
+    RegCloseKey(open);
+    RegOverridePredefKey(HKEY_CLASSES_ROOT, classes);
+    RegCloseKey(classes);
+}
+
+class CommandMenu : public HostFixture {
+protected:
+    // Opens the real menu, reads it and dismisses it.
+    std::vector<Row> readRealMenu()
+    {
+        openRows.clear();
+        const UINT_PTR timer = SetTimer(nullptr, 0, 20, readAndDismiss);
+        EXPECT_EQ(m_main(0), 0);
+        KillTimer(nullptr, timer);
+        return openRows;
+    }
+    void choose(const wchar_t* item)
+    {
+        standin::chooseNext(item);
+        EXPECT_EQ(m_main(0), 0);
+    }
+    static std::wstring menu(const std::wstring& content) { return L"ui menu(" + content + L")"; }
+
+    void installRecorder()
+    {
+        installation.installCompanion(programFolder() + L"start_recorder.exe");
+    }
+    Lines starts(size_t count)
+    {
+        Lines lines;
+        waitUntil([&] {
+            lines = linesOf(fromUtf8(readBytes(installation.path(L"starts.txt")).value_or("")));
+            return lines.size() >= count;
+        });
+        return lines;
+    }
+    static std::wstring aboutStart(HWND window)
+    {
+        const auto number = static_cast<UINT32>(reinterpret_cast<UINT_PTR>(window));
+        return L"0 --about --parentwindow " + std::to_wstring(number);
+    }
+};
+
+const std::wstring notInstalled = LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
+
+} // namespace
+
+TEST_F(CommandMenu, hasSevenRowsWithoutRecentFiles)
+{
+    choose(L"");
+    EXPECT_EQ(newTrace(), Lines{menu(rows)});
+}
+
+TEST_F(CommandMenu, listsTheRecentFilesInTheirOrder)
+{
+    recentFiles = {{3, L"C:\\three.mcam"}, {2, L"C:\\two & more.mcam"}, {1, L"C:\\one.mcam"}};
+    choose(L"");
+    EXPECT_EQ(newTrace(),
+              Lines{menu(rows + LR"(, -, "C:\three.mcam", "C:\two & more.mcam", "C:\one.mcam")")});
+}
+
+TEST_F(CommandMenu, numbersItsItemsAndMarksTheTitleAsDefault)
+{
+    recentFiles = {{3, L"C:\\three.mcam"}, {2, L"C:\\two.mcam"}, {1, L"C:\\one.mcam"}};
+    EXPECT_EQ(readRealMenu(), (std::vector<Row>{{0xF0AD4F01, true},
+                                                {0, false},
+                                                {0xF0AD4F02, false},
+                                                {0xF0AD4F03, false},
+                                                {0xF0AD4F04, false},
+                                                {0xF0AD4F05, false},
+                                                {0xF0AD4F05, false},
+                                                {0, false},
+                                                {0xF0AD4F06, false},
+                                                {0xF0AD4F07, false},
+                                                {0xF0AD4F08, false}}));
+}
+
+TEST_F(CommandMenu, opensAtTheMouse)
+{
+    SetCursorPos(300, 200);
+    POINT mouse = {};
+    GetCursorPos(&mouse);
+    readRealMenu();
+    EXPECT_EQ(openAt.x, mouse.x);
+    EXPECT_EQ(openAt.y, mouse.y);
+}
+
+TEST_F(CommandMenu, doesNothingWhenDismissed)
+{
+    readRealMenu();
+    EXPECT_EQ(newTrace(), Lines{menu(rows)});
+}
+
+TEST_F(CommandMenu, doesNothingForTheTitleAndForARecentFile)
+{
+    recentFiles = {{1, L"C:\\one.mcam"}};
+    for (const wchar_t* item : {L"TORVA ZEM", L"C:\\one.mcam"}) {
+        choose(item);
+        EXPECT_EQ(newTrace(), Lines{menu(rows + LR"(, -, "C:\one.mcam")")}) << item;
+    }
+}
+
+TEST_F(CommandMenu, opensTheCompanion)
+{
+    choose(L"Open TORVA ZEM"); // which is missing
+    EXPECT_EQ(
+        newTrace()[1],
+        LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))");
+}
+
+TEST_F(CommandMenu, opensTheMakersWebSite)
+{
+    installRecorder();
+    openWebAddressesWith(installation.path(L"TORVA-ZEM.exe"));
+    choose(L"Website");
+    const Lines lines = starts(1);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_NE(lines[0].find(namespaceBase), std::wstring::npos) << lines[0];
+    EXPECT_EQ(newTrace(), Lines{menu(rows)});
+}
+
+TEST_F(CommandMenu, startsTheAboutBoxOverTheMainWindow)
+{
+    installRecorder();
+    choose(L"About");
+    EXPECT_EQ(starts(1), Lines{aboutStart(getMainFrameWindow())});
+    EXPECT_EQ(m_about(0), 0);
+    EXPECT_EQ(starts(2),
+              (Lines{aboutStart(getMainFrameWindow()), aboutStart(getMainFrameWindow())}));
+}
+
+TEST_F(CommandMenu, startsTheAboutBoxOverWindowZeroWithoutAMainWindow)
+{
+    installRecorder();
+    standin::failNext("get_MainFrame");
+    EXPECT_EQ(m_about(0), 0);
+    EXPECT_EQ(starts(1), Lines{L"0 --about --parentwindow 0"});
+}
+
+TEST_F(CommandMenu, tellsThatTheCompanionForTheAboutBoxIsMissing)
+{
+    EXPECT_EQ(m_about(0), 0);
+    EXPECT_EQ(newTrace(), Lines{notInstalled});
+}
+
+TEST_F(CommandMenu, handsOverTheSetupSheetFromBothItems)
+{
+    const LineReceiver companion;
+    standin::setState("setup_sheet_files", L"C:\\sheet.xml");
+    for (const wchar_t* item : {L"Tools", L"Import NC-Files"}) {
+        choose(item);
+        EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\sheet.xml\n") << item;
+        EXPECT_EQ(newTrace(),
+                  (Lines{menu(rows), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> true"}));
+    }
+}
+
+TEST_F(CommandMenu, letsTheHostsExceptionThroughFromTheSetupSheet)
+{
+    standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    standin::chooseNext(L"Tools");
+    CException* raised = nullptr;
+    try {
+        m_main(0);
+    } catch (CException* exception) {
+        raised = exception;
+    }
+    ASSERT_NE(raised, nullptr);
+    raised->Delete();
+}

@@ -1,0 +1,197 @@
+#include "checkout/checkout_request.h"
+
+#include "addin/exports.h"
+#include "checkout/exchange_file.h"
+#include "link/identifiers.h"
+#include "link/listener.h"
+#include "link/pending_request.h"
+#include "link/shared_values.h"
+#include "support/host_fixture.h"
+
+#include <ctime>
+#include <filesystem>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+constexpr wchar_t notLoaded[] = LR"(ui message-box("TORVA ZEM", "Failed to load file."))";
+
+class CheckoutRequest : public HostFixture {
+protected:
+    CheckoutRequest()
+    {
+        // A temporary folder of the test's own: the names below are taken and given up in it.
+        SetEnvironmentVariableW(L"TMP", installation.path(L"user temp").c_str());
+        CreateDirectoryW(installation.path(L"user temp").c_str(), nullptr);
+    }
+    void installRecorder()
+    {
+        installation.installCompanion(programFolder() + L"start_recorder.exe");
+    }
+    Lines starts(size_t count)
+    {
+        Lines lines;
+        waitUntil([&] {
+            lines = linesOf(fromUtf8(readBytes(installation.path(L"starts.txt")).value_or("")));
+            return lines.size() >= count;
+        });
+        return lines;
+    }
+    const std::wstring folder = installation.path(L"user temp\\");
+};
+
+} // namespace
+
+TEST_F(CheckoutRequest, startsTheCompanionTwiceWhenItDoesNotRun)
+{
+    installRecorder();
+    EXPECT_EQ(m_load(0), 0);
+    const Lines lines = starts(2);
+    ASSERT_EQ(lines.size(), 2u);
+    const bool plainFirst = lines[0] == L"1"; // two processes: either may write first
+    EXPECT_EQ(lines[plainFirst ? 0 : 1], L"1");
+    const std::wstring& request = lines[plainFirst ? 1 : 0];
+    EXPECT_EQ(request.rfind(L"0 --checkout \"" + folder + L"\\TORVA ZEM-", 0), 0u) << request;
+    EXPECT_EQ(request.substr(request.size() - 5), L".tmp\"");
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CheckoutRequest, startsTheCompanionOnceWhenItRuns)
+{
+    installRecorder();
+    const HANDLE semaphore = CreateSemaphoreW(nullptr, 1, 1, companionSemaphoreName.c_str());
+    EXPECT_EQ(m_load(0), 0);
+    const Lines lines = starts(1);
+    CloseHandle(semaphore);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].rfind(L"0 --checkout ", 0), 0u);
+}
+
+TEST_F(CheckoutRequest, clearsThePendingRequestFirst)
+{
+    parkOpenRequest(5, L"C:\\a.mcam");
+    m_load(0); // the Companion is missing
+    EXPECT_FALSE(isRequestPending());
+}
+
+TEST_F(CheckoutRequest, endsWhenTheCompanionCannotBeStarted)
+{
+    EXPECT_EQ(m_load(0), 0);
+    EXPECT_EQ(
+        newTrace(),
+        Lines{
+            LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))"});
+    EXPECT_TRUE(std::filesystem::is_empty(installation.path(L"user temp")));
+}
+
+TEST_F(CheckoutRequest, goesOnWhenTheCompanionRunsButIsNotInstalled)
+{
+    const HANDLE semaphore = CreateSemaphoreW(nullptr, 1, 1, companionSemaphoreName.c_str());
+    EXPECT_EQ(m_load(0), 0);
+    CloseHandle(semaphore);
+    EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))"});
+    EXPECT_FALSE(std::filesystem::is_empty(installation.path(L"user temp")));
+}
+
+TEST_F(CheckoutRequest, namesTheExchangeFileWithADoubledBackslash)
+{
+    const std::wstring name = makeExchangeFileName();
+    EXPECT_EQ(name.rfind(folder + L"\\TORVA ZEM-", 0), 0u) << name;
+    EXPECT_EQ(name.substr(name.size() - 4), L".tmp");
+}
+
+TEST_F(CheckoutRequest, numbersTheExchangeFileByTheLowBitsOfTheTime)
+{
+    EXPECT_EQ(exchangeFileNumber(0), 0);
+    EXPECT_EQ(exchangeFileNumber(1), 0x643D);
+    EXPECT_EQ(exchangeFileNumber(2), 0xC87A);
+    EXPECT_EQ(exchangeFileNumber(3), 0x2CB7);
+    EXPECT_EQ(exchangeFileNumber(1795000000), (1795000000ull * 275604541ull) & 0xFFFF);
+    EXPECT_EQ(exchangeFileNumber(-1), 0x9BC3);
+}
+
+TEST_F(CheckoutRequest, givesUpWhenTheNamesOfTheSecondAreTaken)
+{
+    const std::int64_t now = _time64(nullptr);
+    for (std::int64_t second = now; second < now + 300; ++second) {
+        const std::uint16_t number = exchangeFileNumber(second);
+        writeBytes(folder + L"TORVA ZEM-" + std::to_wstring(number) + L".tmp", "");
+    }
+    EXPECT_EQ(makeExchangeFileName(), L"");
+}
+
+TEST_F(CheckoutRequest, readsAnEmptyAnswerBecauseOpeningEmptiesTheFile)
+{
+    const std::wstring file = folder + L"answer.tmp";
+    writeBytes(file, "C\0A\0D\0001\0 \0x\0");
+    EXPECT_EQ(readAnswer(file), L"");
+    EXPECT_FALSE(readBytes(file).has_value()); // held without sharing
+    EXPECT_EQ(readAnswer(L""), L"");
+}
+
+TEST_F(CheckoutRequest, readsNothingWhileTheListenersHandleIsInvalid)
+{
+    commandFile = INVALID_HANDLE_VALUE;
+    EXPECT_EQ(readAnswer(folder + L"answer.tmp"), L"");
+}
+
+TEST_F(CheckoutRequest, takesTheKindOfAnAnsweredFile)
+{
+    const CheckoutCommand command = parseAnswer(L"CAD1234 C:\\Parts\\bracket.mcam");
+    EXPECT_EQ(command.id, 1234);
+    EXPECT_EQ(command.path, L"C:\\Parts\\bracket.mcam");
+    EXPECT_EQ(fileTypePrefix, L"CAD");
+    parseAnswer(L"unusable");
+    EXPECT_EQ(fileTypePrefix, L"CAD");
+}
+
+TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
+{
+    currentRequestId = 5;
+    currentZemId = 5;
+    fileTypePrefix = L"CAD";
+    FILE* const stream = _wfopen((folder + L"open.txt").c_str(), L"w");
+    ASSERT_NE(stream, nullptr);
+    std::fputs("buffered", stream);
+    const CheckoutCommand command = parseAnswer(L"CHECKIN C:\\a.mcam");
+    EXPECT_EQ(command.id, 0);
+    EXPECT_EQ(command.path, L"");
+    EXPECT_EQ(currentRequestId, 0);
+    EXPECT_EQ(currentZemId, 0u);
+    EXPECT_EQ(fileTypePrefix, L"");
+    EXPECT_EQ(readBytes(folder + L"open.txt"), "buffered"); // flushed by the closing
+    EXPECT_EQ(newTrace(), Lines{L"ui m_fclose(null, 0, null)"});
+}
+
+TEST_F(CheckoutRequest, loadsTheAnsweredFileAndMakesItTheCurrentOne)
+{
+    const std::wstring part = makePart();
+    loadAnsweredFile({12, part});
+    EXPECT_EQ(currentZemId, 12u);
+    EXPECT_EQ(currentFilePath.text(), part);
+    EXPECT_TRUE(recentFiles.empty());
+}
+
+TEST_F(CheckoutRequest, tellsOfAnAnswerWithoutAFile)
+{
+    for (const CheckoutCommand& command :
+         {CheckoutCommand{0, L"C:\\a.mcam"}, CheckoutCommand{5, L""}, CheckoutCommand{}}) {
+        loadAnsweredFile(command);
+        EXPECT_EQ(newTrace(), Lines{notLoaded});
+    }
+}
+
+TEST_F(CheckoutRequest, tellsOfAnAnsweredFileThatCannotBeLoaded)
+{
+    currentZemId = 5;
+    currentFilePath.assign(L"C:\\old.mcam");
+    standin::failNext("DoFileOpen");
+    loadAnsweredFile({12, makePart()});
+    const Lines lines = newTrace();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[1], notLoaded);
+    EXPECT_EQ(currentZemId, noZemId);
+    EXPECT_EQ(currentFilePath.text(), L"");
+}

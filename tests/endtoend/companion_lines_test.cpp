@@ -1,0 +1,334 @@
+// The stand-in Companion's end of the line protocol, from outside: a client of the test's own sends
+// it bytes, its log and its windows show what it made of them.
+#include "endtoend/companion_program.h"
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+#include <winsock2.h>
+
+using namespace testing_support;
+
+namespace {
+
+constexpr DWORD carriedOut = 0;
+
+sockaddr_in companionsAddress()
+{
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(4559);
+    return address;
+}
+
+// A connection to the Companion, closed with its object.
+class Client {
+public:
+    Client()
+    {
+        const sockaddr_in address = companionsAddress();
+        isConnected_ =
+            connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    }
+    ~Client() { closesocket(socket_); }
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    bool isConnected() const { return isConnected_; }
+    bool sendBytes(const std::string& bytes) const
+    {
+        const int size = static_cast<int>(bytes.size());
+        return send(socket_, bytes.data(), size, 0) == size;
+    }
+    // True once the Companion has closed its end.
+    bool waitForEnd() const
+    {
+        char byte = 0;
+        return recv(socket_, &byte, 1, 0) <= 0;
+    }
+
+private:
+    SOCKET socket_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    bool isConnected_ = false;
+};
+
+// One connection that carries these bytes.
+bool sendLine(const std::string& bytes)
+{
+    const Client client;
+    return client.isConnected() && client.sendBytes(bytes);
+}
+
+// A socket bound to the Companion's port; true when that worked.
+class BoundSocket {
+public:
+    BoundSocket()
+    {
+        const BOOL reuses = TRUE;
+        setsockopt(socket_, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&reuses),
+                   sizeof reuses);
+        const sockaddr_in address = companionsAddress();
+        isBound_ =
+            bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+            listen(socket_, 1) == 0;
+    }
+    ~BoundSocket() { closesocket(socket_); }
+    BoundSocket(const BoundSocket&) = delete;
+    BoundSocket& operator=(const BoundSocket&) = delete;
+
+    bool isBound() const { return isBound_; }
+
+private:
+    SOCKET socket_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    bool isBound_ = false;
+};
+
+HWND waitForWindowTitled(const std::wstring& title)
+{
+    waitUntil([&] { return FindWindowW(nullptr, title.c_str()) != nullptr; });
+    return FindWindowW(nullptr, title.c_str());
+}
+
+// The rows of the window's n-th list, 0 or 1.
+LRESULT rowsOfList(HWND window, int number)
+{
+    HWND list = nullptr;
+    for (int i = 0; i <= number; ++i)
+        list = FindWindowExW(window, list, WC_LISTVIEWW, nullptr);
+    return SendMessageW(list, LVM_GETITEMCOUNT, 0, 0);
+}
+
+std::wstring shownText(HWND window)
+{
+    HWND edit = FindWindowExW(window, nullptr, L"EDIT", nullptr);
+    wchar_t text[256] = L"";
+    SendMessageW(edit, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text));
+    return IsWindowVisible(edit) ? text : L"not shown";
+}
+
+constexpr char twoOperations[] =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<setupSheet file=\"C:\\work\\bracket.mcam\" title=\"Bracket\" machine=\"C:\\M\\Mill.mmd\">\n"
+    "  <operations count=\"2\" seconds=\"90\">\n"
+    "    <operation id=\"1\" type=\"2\" group=\"Top\" depth=\"-3\" ncFile=\"A\" seconds=\"60\">\n"
+    "      <tool number=\"4\" diameter=\"10\" cornerRadius=\"0\" feed=\"900\" comment=\"Mill\"/>\n"
+    "    </operation>\n"
+    "    <operation id=\"2\" type=\"3\" group=\"Top\" depth=\"-9\" ncFile=\"A\" seconds=\"30\">\n"
+    "      <tool number=\"4\" diameter=\"10\" cornerRadius=\"0\" feed=\"900\" comment=\"Mill\"/>\n"
+    "    </operation>\n"
+    "  </operations>\n"
+    "</setupSheet>\n";
+
+class CompanionsLines : public ::testing::Test {
+protected:
+    CompanionsLines()
+    {
+        installCompanionWithLibrary(installation);
+        WSADATA data = {};
+        WSAStartup(MAKEWORD(2, 2), &data);
+    }
+    ~CompanionsLines() override { WSACleanup(); }
+
+    // The log behind the lines of the start, once it has so many lines there.
+    static Lines logOfLines(const CompanionProgram& companion, size_t size)
+    {
+        constexpr size_t linesOfStart = 2;
+        waitUntil([&] { return companion.log().size() >= linesOfStart + size; });
+        Lines log = companion.log();
+        log.erase(log.begin(), log.begin() + linesOfStart);
+        return log;
+    }
+
+    // Writes a file and announces it as the setup sheet of this request.
+    std::wstring announceSheet(int id, const std::wstring& name, const std::string& bytes) const
+    {
+        const std::wstring file = installation.path(L"temp\\" + name);
+        writeBytes(file, bytes);
+        EXPECT_TRUE(
+            sendLine("MCAMXMLIMPORTDATAID=" + std::to_string(id) + ";" + toUtf8(file) + "\n"));
+        return file;
+    }
+
+    Installation installation{Registry::ofTheUser};
+};
+
+} // namespace
+
+TEST_F(CompanionsLines, areLoggedWithAllTheirBytesAndWhatTheySay)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    ASSERT_TRUE(sendLine("TOOL-7\n"));
+    ASSERT_TRUE(sendLine("ZEMID=4294967295|C:\\a.mcam\n"));
+    ASSERT_TRUE(sendLine("IMPORTNCQUEUE|C:\\q\n"));
+    EXPECT_EQ(logOfLines(companion, 6),
+              (Lines{LR"(line bytes=7 hex=544F4F4C2D370A text="TOOL-7")", L"tool-data id=7",
+                     LR"(line bytes=27 hex=5A454D49443D343239343936373239357C433A5C612E6D63616D0A)"
+                     LR"( text="ZEMID=4294967295|C:\a.mcam")",
+                     LR"(commit-notice id=4294967295 file="C:\a.mcam")",
+                     LR"(line bytes=19 hex=494D504F52544E4351554555457C433A5C710A)"
+                     LR"( text="IMPORTNCQUEUE|C:\q")",
+                     LR"(nc-queue file="C:\q")"}));
+}
+
+TEST_F(CompanionsLines, areLoggedAlsoWhenTheySayNothing)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    ASSERT_TRUE(sendLine(""));
+    ASSERT_TRUE(sendLine(std::string("a\tb\0\r\n\n", 7)));
+    ASSERT_TRUE(sendLine("TOOL-7"));
+    EXPECT_EQ(logOfLines(companion, 3), (Lines{LR"(line bytes=0 hex= text="")",
+                                               LR"(line bytes=7 hex=610962000D0A0A text="a b   ")",
+                                               LR"(line bytes=6 hex=544F4F4C2D37 text="TOOL-7")"}));
+}
+
+TEST_F(CompanionsLines, mayComeInPieces)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    {
+        const Client client;
+        ASSERT_TRUE(client.sendBytes("TOOL"));
+        ASSERT_TRUE(sendLine("between\n"));
+        ASSERT_TRUE(companion.waitForLog(L"text=\"between\""));
+        ASSERT_TRUE(client.sendBytes("-7\n"));
+    }
+    EXPECT_TRUE(companion.waitForLog(L"tool-data id=7"));
+    EXPECT_EQ(companion.count(L"line bytes=7 hex=544F4F4C2D370A"), 1u);
+}
+
+TEST_F(CompanionsLines, areLoggedInTheOrderInWhichTheyCame)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    Lines expected;
+    for (int id = 1; id <= 20; ++id) {
+        ASSERT_TRUE(sendLine("TOOL-" + std::to_string(id) + "\n"));
+        expected.push_back(L"tool-data id=" + std::to_wstring(id));
+    }
+    Lines log = logOfLines(companion, 40);
+    std::erase_if(log, [](const std::wstring& line) { return line.rfind(L"line ", 0) == 0; });
+    EXPECT_EQ(log, expected);
+}
+
+TEST_F(CompanionsLines, doNotWaitForASilentConnectionWhichIsGivenUpAfterFiveSeconds)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const ULONGLONG start = GetTickCount64();
+    const Client silent;
+    ASSERT_TRUE(silent.sendBytes("half"));
+    ASSERT_TRUE(sendLine("TOOL-7\n"));
+    ASSERT_TRUE(companion.waitForLog(L"tool-data id=7"));
+    EXPECT_LT(GetTickCount64() - start, 4000u);
+    EXPECT_EQ(companion.count(L"line "), 1u);
+    EXPECT_TRUE(silent.waitForEnd());
+    EXPECT_GE(GetTickCount64() - start, 4900u);
+    EXPECT_TRUE(companion.waitForLog(LR"(line bytes=4 hex=68616C66 text="half")"));
+}
+
+TEST_F(CompanionsLines, areCutAfter1024Bytes)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const Client endless;
+    ASSERT_TRUE(endless.sendBytes(std::string(3000, 'x')));
+    EXPECT_TRUE(endless.waitForEnd());
+    EXPECT_TRUE(companion.waitForLog(L"line bytes=1024 "));
+    const std::wstring aroundTheBytes = L"line bytes=1024 hex= text=\"\"";
+    EXPECT_EQ(companion.lastLine(L"line ").size(), aroundTheBytes.size() + 3 * 1024);
+}
+
+TEST_F(CompanionsLines, comeOverEveryAddressToThisProgramAlone)
+{
+    EXPECT_TRUE(BoundSocket().isBound());
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    EXPECT_FALSE(BoundSocket().isBound());
+    EXPECT_TRUE(Client().isConnected());
+}
+
+TEST_F(CompanionsLines, areMissedWhenThePortIsTakenAndTheProgramGoesOn)
+{
+    const BoundSocket other;
+    ASSERT_TRUE(other.isBound());
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    EXPECT_TRUE(companion.waitForLog(L"port-taken port=4559 error=10048"));
+    EXPECT_EQ(companion.tell(L"--checkout a"), carriedOut);
+    EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+    EXPECT_EQ(companion.log().back(), L"stopped");
+}
+
+TEST_F(CompanionsLines, leaveThePortFreeAfterTheEnd)
+{
+    for (int run = 0; run < 2; ++run) {
+        const CompanionProgram companion(installation);
+        ASSERT_NE(companion.waitForWindow(), nullptr);
+        const Client open;
+        ASSERT_TRUE(open.isConnected());
+        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        EXPECT_EQ(companion.process().waitForExit(), 0u);
+        EXPECT_TRUE(open.waitForEnd());
+        EXPECT_EQ(companion.count(L"port-taken"), 0u);
+    }
+}
+
+TEST_F(CompanionsLines, showTheOperationsAndToolsOfASetupSheet)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const std::wstring file = announceSheet(17, L"sheet 1.xml", twoOperations);
+    const HWND window = waitForWindowTitled(L"Setup sheet 17: bracket.mcam");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(waitUntil([&] { return IsWindowVisible(window) != FALSE; }));
+    EXPECT_EQ(logOfLines(companion, 2).back(), L"setup-sheet id=17 file=\"" + file + L"\"");
+    EXPECT_EQ(rowsOfList(window, 0), 2);
+    EXPECT_EQ(rowsOfList(window, 1), 1);
+    EXPECT_EQ(shownText(window), L"not shown");
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(waitUntil([&] { return !IsWindow(window); }));
+    EXPECT_TRUE(companion.process().isRunning());
+}
+
+TEST_F(CompanionsLines, showAnyOtherSheetAsTextInPlaceOfTheOneBefore)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    announceSheet(17, L"sheet.xml", twoOperations);
+    const HWND window = waitForWindowTitled(L"Setup sheet 17: bracket.mcam");
+    ASSERT_NE(window, nullptr);
+    announceSheet(-3, L"notes.txt", "first \xC3\xA4\nsecond\r\n");
+    EXPECT_EQ(waitForWindowTitled(L"Setup sheet -3: notes.txt"), window);
+    EXPECT_TRUE(waitUntil([&] { return shownText(window) == L"first \u00E4\r\nsecond\r\n"; }));
+}
+
+TEST_F(CompanionsLines, tellOfASetupSheetThatCannotBeRead)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    ASSERT_TRUE(sendLine("MCAMXMLIMPORTDATAID=5;C:\\no such\\file.xml\n"));
+    Lines log = logOfLines(companion, 3);
+    log.erase(log.begin());
+    EXPECT_EQ(log, (Lines{LR"(setup-sheet id=5 file="C:\no such\file.xml")",
+                          LR"(setup-sheet-unreadable id=5 file="C:\no such\file.xml")"}));
+    announceSheet(6, L"large.xml", std::string(1024 * 1024 + 1, ' '));
+    EXPECT_TRUE(companion.waitForLog(L"setup-sheet-unreadable id=6 "));
+    EXPECT_EQ(FindWindowW(L"ZemSheetWindow", nullptr), nullptr);
+}
+
+TEST_F(CompanionsLines, leaveTheWordsOfTheAddInAsTheyAre)
+{
+    const CompanionProgram companion(installation);
+    EXPECT_EQ(companion.tell(LR"(--checkout "C:\Temp\\TORVA ZEM-7.tmp")"), carriedOut);
+    EXPECT_EQ(companion.log().back(), LR"(check-out file="C:\Temp\\TORVA ZEM-7.tmp")");
+    EXPECT_EQ(companion.tell(L"--about --parentwindow 0"), carriedOut);
+    EXPECT_EQ(companion.log().back(), L"about parent=0");
+    const HWND about = waitForWindowTitled(L"About TORVA ZEM");
+    ASSERT_NE(about, nullptr);
+    PostMessageW(FindWindowExW(about, nullptr, L"BUTTON", L"OK"), BM_CLICK, 0, 0);
+    EXPECT_TRUE(waitUntil([&] { return !IsWindow(about); }));
+    EXPECT_TRUE(companion.process().isRunning());
+}

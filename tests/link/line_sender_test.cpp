@@ -1,0 +1,98 @@
+#include "link/line_sender.h"
+
+#include "support/line_receiver.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+// The bytes that arrive of a line.
+std::string sent(const std::string& line)
+{
+    const LineReceiver receiver;
+    sendLine(line);
+    return receiver.nextConnection().value_or("(nothing)");
+}
+
+} // namespace
+
+TEST(LineSender, putsTheLineAndOneLineFeedOnTheWire)
+{
+    EXPECT_EQ(sent("TOOL-7"), "TOOL-7\n");
+    EXPECT_EQ(sent(""), "\n");
+    EXPECT_EQ(sent("a\r"), "a\r\n");
+    EXPECT_EQ(sent("\x80\xFF"), "\x80\xFF\n");
+}
+
+TEST(LineSender, usesAConnectionForEachLine)
+{
+    const LineReceiver receiver;
+    for (const char* line : {"one", "two", "three"}) {
+        sendLine(line);
+        EXPECT_EQ(receiver.nextConnection(), line + std::string("\n"));
+    }
+    EXPECT_TRUE(receiver.isIdle());
+}
+
+TEST(LineSender, sendsUpToTheFirstZeroAlone)
+{
+    EXPECT_EQ(sent(std::string("ab\0cd", 5)), "ab");
+}
+
+TEST(LineSender, sendsALineThatJustFits)
+{
+    const std::string line(1022, 'x');
+    EXPECT_EQ(sent(line), line + "\n");
+}
+
+TEST(LineSender, sendsNoLineOf1024BytesOrMore)
+{
+    const LineReceiver receiver;
+    sendLine(std::string(1023, 'x'));
+    sendLine(std::string(1024, 'x'));
+    sendLine(std::string(100000, 'x'));
+    EXPECT_TRUE(receiver.isIdle());
+    sendLine("next");
+    EXPECT_EQ(receiver.nextConnection(), "next\n");
+}
+
+TEST(LineSender, returnsWhenNobodyListens)
+{
+    sendLine("lost");
+    const LineReceiver late;
+    EXPECT_TRUE(late.isIdle()); // no second attempt
+}
+
+TEST(LineSender, returnsWhenTheListenerNeverReads)
+{
+    const LineReceiver receiver; // the system takes the connections, nobody reads them
+    for (int i = 0; i < 10; ++i)
+        sendLine("unread");
+    EXPECT_FALSE(receiver.isIdle());
+}
+
+TEST(LineSender, returnsWhenTheListenerHangsUp)
+{
+    const LineReceiver receiver;
+    std::thread hangingUp([&] { EXPECT_TRUE(receiver.hangUpOnNext()); });
+    sendLine("cut off");
+    hangingUp.join();
+    EXPECT_TRUE(receiver.isIdle());
+}
+
+TEST(LineSender, leavesTheSocketsLibraryAsItFoundIt)
+{
+    sendLine("lost");
+    EXPECT_EQ(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP), INVALID_SOCKET);
+    EXPECT_EQ(WSAGetLastError(), WSANOTINITIALISED);
+}
+
+TEST(LineSender, canStartTheSocketsLibraryInVersionTwo)
+{
+    EXPECT_EQ(startSockets(), 0);
+    WSACleanup();
+}
