@@ -78,15 +78,11 @@ finish_steps() {
 
 relative() { printf '%s' "${1#"$project"/}"; }
 
-host_title() { xdotool search --onlyvisible --name '^Mastercam' getwindowname 2>/dev/null || true; }
+host_title() { titles_of '^Mastercam'; }
+about_title() { titles_of '^About TORVA ZEM'; }
+sheet_title() { titles_of '^Setup sheet'; }
+titles_of() { xdotool search --onlyvisible --name "$1" getwindowname 2>/dev/null || true; }
 cat_debug_log() { cat "$debug_log" 2>/dev/null || true; }
 
 # Lets the windows paint what they have just been told.
 settle() { sleep 1; }
-
-# close_window TITLE: clicks the window's close button.
-close_window() {
-    local X=0 Y=0 WIDTH=0
-    eval "$(xdotool search --onlyvisible --name "$1" getwindowgeometry --shell | grep -E '^(X|Y|WIDTH)=')"
-    xdotool mousemove $((X + WIDTH - 16)) $((Y + 14)) click 1
-}
