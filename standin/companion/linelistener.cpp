@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <iterator>
 #include <memory>
 #include <utility>
 #include <winsock2.h>
@@ -18,6 +17,7 @@ using Clock = std::chrono::steady_clock;
 constexpr u_short port = 4559;
 constexpr std::size_t mostBytes = 1024;
 constexpr std::chrono::seconds longestConnection{5};
+constexpr INT lookEveryMs = 100; // bounds how long the program's end waits for the thread
 
 class OwnSocket {
 public:
@@ -63,9 +63,13 @@ struct SocketsLibrary {
 struct Port {
     SocketsLibrary library;
     OwnSocket socket{INVALID_SOCKET};
-    // Set when a connection comes, brings bytes or ends; reset by the wait for it.
-    OwnHandle traffic{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
 };
+
+bool makeNonblocking(const OwnSocket& socket)
+{
+    u_long isNonblocking = 1;
+    return ioctlsocket(socket.get(), static_cast<long>(FIONBIO), &isNonblocking) == 0;
+}
 
 // 0, or the error code of what went wrong.
 int openPort(Port& opened)
@@ -82,8 +86,7 @@ int openPort(Port& opened)
         setsockopt(listening, SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                    reinterpret_cast<const char*>(&isExclusive), sizeof isExclusive) == 0 &&
         bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-        WSAEventSelect(listening, opened.traffic.get(), FD_ACCEPT) == 0 &&
-        listen(listening, SOMAXCONN) == 0;
+        listen(listening, SOMAXCONN) == 0 && makeNonblocking(opened.socket);
     return isOpen ? 0 : WSAGetLastError();
 }
 
@@ -94,7 +97,7 @@ void acceptAll(const Port& from, std::vector<Connection>& connections)
         if (!socket.isOpen()) {
             return;
         }
-        WSAEventSelect(socket.get(), from.traffic.get(), FD_READ | FD_CLOSE);
+        makeNonblocking(socket);
         connections.push_back({std::move(socket), Clock::now() + longestConnection});
     }
 }
@@ -126,24 +129,15 @@ void readAvailable(Connection& connection)
     }
 }
 
-// Until the first connection has to be given up.
-DWORD longestWaitMs(const std::vector<Connection>& connections)
+// Until a connection comes, brings bytes or ends, at most for one look's time. A poll, because a
+// notice of such an event can be lost where another one came while it was dealt with.
+void waitForTraffic(const Port& from, const std::vector<Connection>& connections)
 {
-    if (connections.empty()) {
-        return INFINITE;
+    std::vector<WSAPOLLFD> sockets{{from.socket.get(), POLLRDNORM, 0}};
+    for (const Connection& connection : connections) {
+        sockets.push_back({connection.socket.get(), POLLRDNORM, 0});
     }
-    // Each has the same time, so the oldest is the first to be given up.
-    const auto left =
-        std::chrono::ceil<std::chrono::milliseconds>(connections.front().end - Clock::now());
-    return static_cast<DWORD>(std::max<std::int64_t>(left.count(), 0));
-}
-
-// False when the thread has to end.
-bool waitForTraffic(HANDLE stop, HANDLE traffic, DWORD longestMs)
-{
-    const HANDLE events[] = {stop, traffic};
-    return WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE,
-                                  longestMs) != WAIT_OBJECT_0;
+    WSAPoll(sockets.data(), static_cast<ULONG>(sockets.size()), lookEveryMs);
 }
 
 void handOver(LineListener& listener, std::vector<Connection>& connections)
@@ -158,10 +152,12 @@ void handOver(LineListener& listener, std::vector<Connection>& connections)
 
 // Connections are accepted and read in the order in which they came, each as far as its bytes are
 // there, so lines that a host sends one after the other also end one after the other.
-void work(LineListener& listener, const Port& from, HWND window, UINT message)
+void work(LineListener& listener, const Port& from, const std::stop_token& stop, HWND window,
+          UINT message)
 {
     std::vector<Connection> connections;
-    while (waitForTraffic(listener.stop.get(), from.traffic.get(), longestWaitMs(connections))) {
+    while (!stop.stop_requested()) {
+        waitForTraffic(from, connections);
         acceptAll(from, connections);
         std::for_each(connections.begin(), connections.end(), readAvailable);
         handOver(listener, connections);
@@ -182,20 +178,20 @@ void startListening(LineListener& listener, EventLog& log, HWND window, UINT mes
         logEvent(log, L"port-taken", numberField(L"port", port) + numberField(L"error", error));
         return;
     }
-    listener.stop.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    listener.worker = std::thread([&listener, opened = std::move(opened), window, message] {
-        try {
-            work(listener, *opened, window, message);
-        } catch (...) {
-            // Out of memory: nothing more is received, the window goes on.
-        }
-    });
+    listener.worker = std::jthread(
+        [&listener, opened = std::move(opened), window, message](std::stop_token stop) {
+            try {
+                work(listener, *opened, stop, window, message);
+            } catch (...) {
+                // Out of memory: nothing more is received, the window goes on.
+            }
+        });
 }
 
 void stopListening(LineListener& listener)
 {
+    listener.worker.request_stop();
     if (listener.worker.joinable()) {
-        SetEvent(listener.stop.get());
         listener.worker.join();
     }
 }

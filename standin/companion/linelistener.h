@@ -3,7 +3,6 @@
 #pragma once
 
 #include "eventlog.h"
-#include "handle.h"
 
 #include <mutex>
 #include <string>
@@ -16,8 +15,7 @@ namespace companion {
 struct LineListener {
     std::mutex mutex;
     std::vector<std::string> arrived; // guarded by `mutex`
-    OwnHandle stop;                   // event that ends the thread
-    std::thread worker;
+    std::jthread worker;
 };
 
 // Opens the port on all IPv4 addresses, for this program alone, and starts the thread: connections

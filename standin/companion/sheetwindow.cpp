@@ -3,6 +3,7 @@
 #include "decisions/exchangepaths.h"
 #include "listview.h"
 #include "look.h"
+#include "resource.h"
 
 #include <algorithm>
 #include <memory>
@@ -138,6 +139,8 @@ LRESULT receive(SheetWindow& sheet, UINT message, WPARAM wParam, LPARAM lParam)
     case WM_PAINT:
         paint(sheet);
         return 0;
+    case WM_CTLCOLORSTATIC: // of the text, which is read-only but no label
+        return reinterpret_cast<LRESULT>(GetStockObject(WHITE_BRUSH));
     case WM_COMMAND:
         // The escape key comes as IDCANCEL.
         if (LOWORD(wParam) == IDCANCEL) {
@@ -182,6 +185,7 @@ void registerWindowClass()
     WNDCLASSW record{};
     record.lpfnWndProc = windowProcedure;
     record.hInstance = GetModuleHandleW(nullptr);
+    record.hIcon = LoadIconW(record.hInstance, MAKEINTRESOURCEW(IDI_COMPANION));
     record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     record.lpszClassName = windowClass;
     RegisterClassW(&record);
