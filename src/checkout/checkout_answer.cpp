@@ -4,9 +4,10 @@
 
 namespace torvapdm {
 
-// Deliberate: a word of one or two characters throws. One would expect an unusable answer; the
-// number's place lies outside such a word, and nobody on the way up catches it.
-CheckoutAnswer interpretAnswer(const std::wstring& text)
+// Deliberate: a word of fewer than three characters throws, after its prefix was taken. One would
+// expect an unusable answer; the number's place lies outside such a word, and nobody on the way up
+// catches it.
+CheckoutAnswer interpretAnswer(const std::wstring& text, std::wstring& typePrefix)
 {
     const std::wstring firstLine = text.substr(0, text.find(L'\n'));
     const size_t blank = firstLine.find(L' ');
@@ -14,9 +15,9 @@ CheckoutAnswer interpretAnswer(const std::wstring& text)
         return {};
     const std::wstring word = firstLine.substr(0, blank);
     if (word == L"CHECKIN")
-        return {CheckoutAnswer::Kind::checkIn, {}, 0, {}};
-    return {CheckoutAnswer::Kind::file, word.substr(0, 3), decimalOrZero(word.substr(3)),
-            text.substr(blank + 1)};
+        return {CheckoutAnswer::Kind::checkIn, 0, {}};
+    typePrefix = word.substr(0, 3);
+    return {CheckoutAnswer::Kind::file, decimalOrZero(word.substr(3)), text.substr(blank + 1)};
 }
 
 } // namespace torvapdm

@@ -13,15 +13,15 @@ struct CheckoutAnswer {
     enum class Kind { unusable, checkIn, file };
 
     Kind kind = Kind::unusable;
-    std::wstring typePrefix; // the first three letters of the first word
-    std::int32_t id = 0;     // 0: no file
-    std::wstring path;       // everything behind the first blank, later lines included
+    std::int32_t id = 0; // 0: no file
+    std::wstring path;   // everything behind the first blank, later lines included
 };
 
 // Interprets the answer: its first word is looked for in the first line. Without a blank there it
-// is unusable.
+// is unusable. For a file, the first three letters of that word go into `typePrefix`, fewer when it
+// is shorter; otherwise `typePrefix` stays.
 //
-// Throws std::out_of_range for a first word of one or two characters.
-CheckoutAnswer interpretAnswer(const std::wstring& text);
+// Throws std::out_of_range for a first word of fewer than three characters.
+CheckoutAnswer interpretAnswer(const std::wstring& text, std::wstring& typePrefix);
 
 } // namespace torvapdm

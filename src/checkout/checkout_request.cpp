@@ -34,17 +34,9 @@ void forgetCheckedInFile()
 
 CheckoutCommand parseAnswer(const std::wstring& text)
 {
-    const CheckoutAnswer answer = interpretAnswer(text);
-    switch (answer.kind) {
-    case CheckoutAnswer::Kind::checkIn:
+    const CheckoutAnswer answer = interpretAnswer(text, fileTypePrefix);
+    if (answer.kind == CheckoutAnswer::Kind::checkIn)
         forgetCheckedInFile();
-        break;
-    case CheckoutAnswer::Kind::file:
-        fileTypePrefix = answer.typePrefix;
-        break;
-    case CheckoutAnswer::Kind::unusable:
-        break;
-    }
     return {answer.id, answer.path};
 }
 

@@ -45,9 +45,10 @@ const Case cases[] = {
 TEST(CheckoutAnswer, isReadByItsFirstWord)
 {
     for (const Case& expected : cases) {
-        const CheckoutAnswer answer = interpretAnswer(expected.text);
+        std::wstring typePrefix;
+        const CheckoutAnswer answer = interpretAnswer(expected.text, typePrefix);
         EXPECT_EQ(answer.kind, expected.kind) << expected.text;
-        EXPECT_EQ(answer.typePrefix, expected.typePrefix) << expected.text;
+        EXPECT_EQ(typePrefix, expected.typePrefix) << expected.text;
         EXPECT_EQ(answer.id, expected.id) << expected.text;
         EXPECT_EQ(answer.path, expected.path) << expected.text;
     }
@@ -55,6 +56,9 @@ TEST(CheckoutAnswer, isReadByItsFirstWord)
 
 TEST(CheckoutAnswer, throwsForAFirstWordOfFewerThanThreeCharacters)
 {
-    for (const wchar_t* text : {L"AB x", L"A x", L" x", L"12 C:\\a.mcam"})
-        EXPECT_THROW(interpretAnswer(text), std::out_of_range) << text;
+    for (const wchar_t* word : {L"AB", L"A", L"", L"12"}) {
+        std::wstring typePrefix = L"CAD";
+        EXPECT_THROW(interpretAnswer(word + std::wstring(L" x"), typePrefix), std::out_of_range);
+        EXPECT_EQ(typePrefix, word);
+    }
 }

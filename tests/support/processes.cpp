@@ -11,9 +11,13 @@ Process::Process(std::wstring commandLine)
 {
     STARTUPINFOW start = {};
     start.cb = sizeof start;
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &start, &information_)) {
-        std::fprintf(stderr, "cannot start %ls\n", commandLine.c_str());
+    // A start can be refused for a moment while another process of the program is ending.
+    const auto started = [&] {
+        return CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                              nullptr, &start, &information_) != FALSE;
+    };
+    if (!waitUntil(started, 5000)) {
+        std::fprintf(stderr, "cannot start %ls: error %lu\n", commandLine.c_str(), GetLastError());
         std::exit(99);
     }
 }
