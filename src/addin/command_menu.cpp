@@ -7,6 +7,8 @@
 #include "link/text.h"
 #include "tooldata/setup_sheet.h"
 
+#include <memory>
+
 namespace torvapdm {
 
 namespace {
@@ -45,9 +47,15 @@ void appendRecentFiles(HMENU menu)
         appendItem(menu, id++, file.path);
 }
 
-HMENU createCommandMenu()
+struct MenuDestroyer {
+    void operator()(HMENU menu) const { DestroyMenu(menu); }
+};
+using Menu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroyer>;
+
+Menu createCommandMenu()
 {
-    const HMENU menu = CreatePopupMenu();
+    Menu created(CreatePopupMenu());
+    const HMENU menu = created.get();
     AppendMenuW(menu, MF_DISABLED, titleItem, productName);
     appendSeparator(menu);
     appendItem(menu, openItem, L"Open TORVA ZEM");
@@ -57,7 +65,7 @@ HMENU createCommandMenu()
     appendItem(menu, setupSheetItem, L"Import NC-Files");
     appendRecentFiles(menu);
     SetMenuDefaultItem(menu, 0, TRUE);
-    return menu;
+    return created;
 }
 
 // The chosen item's id, 0 when the menu was dismissed.
@@ -93,9 +101,9 @@ void carryOut(UINT chosen)
 
 int runCommandMenu()
 {
-    const HMENU menu = createCommandMenu();
-    const UINT chosen = letUserChoose(menu);
-    DestroyMenu(menu);
+    Menu menu = createCommandMenu();
+    const UINT chosen = letUserChoose(menu.get());
+    menu.reset();
     carryOut(chosen);
     return 0;
 }

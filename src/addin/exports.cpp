@@ -13,6 +13,8 @@
 #include "ncqueue/nc_commands.h"
 #include "tooldata/setup_sheet.h"
 
+#include <stdexcept>
+
 using namespace torvapdm;
 
 int m_version(int hostVersion)
@@ -35,11 +37,11 @@ int m_notify(int eventCode)
     return atEdge(0, [&] { return reactToHostEvent(eventCode); });
 }
 
-// Deliberate: no shell around this one. The framework's exceptions that the host raises in the
-// setup sheet pass on to the host, which one would expect to be caught as in m_tools.
+// Deliberate: the framework's exceptions that the host raises in the setup sheet pass on to the
+// host. One would expect them to be caught as in m_tools; nothing else gets out.
 int m_main(int)
 {
-    return runCommandMenu();
+    return atEdgeLetting<CException*>(0, runCommandMenu);
 }
 
 int m_about(int)
@@ -58,11 +60,11 @@ int m_tools(int)
     });
 }
 
-// Deliberate: no shell around this one either. An answer whose first word has one or two characters
-// throws, and nobody catches it.
+// Deliberate: an answer whose first word has one or two characters throws, and nobody catches it.
+// One would expect "Failed to load file."; nothing else gets out.
 int m_load(int)
 {
-    return requestCheckout();
+    return atEdgeLetting<const std::out_of_range&>(0, requestCheckout);
 }
 
 int m_save(int)

@@ -7,6 +7,7 @@
 #include "commit/save_flow.h"
 #include "host/adapter.h"
 #include "link/debug_log.h"
+#include "link/host_application.h"
 #include "link/host_exceptions.h"
 #include "link/messages.h"
 #include "link/shared_values.h"
@@ -54,11 +55,10 @@ void showNameInTitle()
 // the host has none to give.
 CWnd* introduceDocument(const std::wstring& path)
 {
-    CMastercamInterface* application = nullptr;
-    CWnd* parent = nullptr;
-    callHost([&] { application = GetMastercamApp(); });
+    CMastercamInterface* const application = hostApplication();
     if (!application)
         return nullptr;
+    CWnd* parent = nullptr;
     callHost([&] { host::setDocumentPath(*application, path.c_str()); });
     callHost([&] { host::refreshDocumentView(*application); });
     callHost([&] { host::refreshApplication(*application); });

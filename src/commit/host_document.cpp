@@ -1,9 +1,10 @@
 #include "commit/host_document.h"
 
+#include "commit/ftp_redirection.h"
 #include "host/adapter.h"
+#include "link/host_application.h"
 #include "link/host_exceptions.h"
 #include "link/messages.h"
-#include "link/settings.h"
 #include "link/shared_values.h"
 
 #include <algorithm>
@@ -13,27 +14,15 @@ namespace torvapdm {
 
 namespace {
 
-bool isFtpServerUsed()
-{
-    return getSetting("UseFtpServer") == "y" || getSetting("UseFtpServer") == "Y";
-}
-
 // Deliberate: the base folder is always empty, and an empty text is always found, so that the name
-// is never redirected. One would expect the installation folder here; the document is
-// saved under its own name.
+// is never redirected. One would expect the installation folder here; the document is saved under
+// its own name.
 std::wstring redirected(const std::wstring& name)
 {
     const std::wstring baseFolder;
     if (name.find(baseFolder) != std::wstring::npos || !isFtpServerUsed())
         return name;
-    return baseFolder + L"\\tmp\\" + name.substr(name.rfind(L'\\') + 1);
-}
-
-CMastercamInterface* hostApplication()
-{
-    CMastercamInterface* application = nullptr;
-    callHost([&] { application = GetMastercamApp(); });
-    return application;
+    return redirectedTo(baseFolder, name);
 }
 
 bool saveAs(const std::wstring& name, CMastercamInterface* application)
@@ -62,6 +51,13 @@ std::wstring hostFileName()
     return {begin, std::find(begin, begin + std::size(geo_filename), L'\0')};
 }
 
+bool hasDocumentChanged()
+{
+    bool changed = false;
+    callHost([&] { changed = has_db_changed(); });
+    return changed;
+}
+
 bool saveThroughHost()
 {
     event37Seen = false;
@@ -72,6 +68,14 @@ bool saveThroughHost()
         OutputDebugStringW((std::wstring(50, L'-') + L" !status\n").c_str());
     refreshHost(application);
     return saved;
+}
+
+std::wstring saveUnderCurrentName()
+{
+    const std::wstring name = hostFileName();
+    int saved = 0;
+    callHost([&] { saved = SaveFile(name.c_str(), nullptr, false); });
+    return saved == 1 ? name : std::wstring();
 }
 
 } // namespace torvapdm

@@ -1,9 +1,92 @@
 #include "commit/save_flow.h"
 
+#include "commit/commit_request.h"
+#include "commit/host_document.h"
+#include "commit/save_if_notified.h"
+#include "commit/screen_capture.h"
+#include "commit/tools_option.h"
+#include "commit/untitled_document.h"
+#include "host/host.h"
+#include "link/companion_process.h"
+#include "link/host_exceptions.h"
+#include "link/messages.h"
+#include "link/settings.h"
+#include "link/shared_values.h"
+#include "link/text.h"
+#include "tooldata/setup_sheet.h"
+
+#include <cstdio>
+#include <memory>
+
 namespace torvapdm {
+
+namespace {
+
+// Deliberate: the host is asked for both and the answers are dropped. One would expect no question;
+// the host goes on seeing the calls that it has always seen in a save.
+void askForNcNames()
+{
+    callHost([] { NCPrefix(nullptr); });
+    callHost([] { TpMainGrpMgr.GetMainGrpList(); });
+}
+
+struct StreamCloser {
+    void operator()(FILE* stream) const { std::fclose(stream); }
+};
+
+// Deliberate: the setup sheet goes out for every line that asks for it. One would expect it once;
+// the Companion gets as many notices as the settings file has such lines.
+void handOverToolsIfWanted()
+{
+    FILE* file = nullptr;
+    if (_wfopen_s(&file, settingsFilePath().c_str(), L"r") != 0 || !file)
+        return;
+    const std::unique_ptr<FILE, StreamCloser> settings(file);
+    char line[1024];
+    while (std::fgets(line, sizeof line, settings.get())) {
+        if (asksForTools(line) && currentRequestId != 0)
+            sendSetupSheet();
+        drainStandardInputLine();
+    }
+}
+
+bool saveUnknownDocument()
+{
+    // Deliberate: asked once before the host is asked whether the document changed, for nothing.
+    // One would expect one question; see there for what it does once the host has reported a save.
+    saveIfNotified();
+    if (!hasDocumentChanged() || saveIfNotified())
+        return true;
+    showMessage(translateText(0, L"Failed to save file."));
+    return false;
+}
+
+bool saveKnownDocument()
+{
+    if (saveThroughHost())
+        return true;
+    showMessage(translateText(0, L"Failed to save file."));
+    return false;
+}
+
+bool saveDocument()
+{
+    return currentZemId == noZemId ? saveUnknownDocument() : saveKnownDocument();
+}
+
+} // namespace
 
 int saveFlow()
 {
+    if (!makeSureDocumentIsNamed())
+        return 0;
+    askForNcNames();
+    handOverToolsIfWanted();
+    if (!ensureCompanionRunning() || !saveDocument())
+        return 0;
+    takeScreenCapture();
+    currentZemId = static_cast<std::uint32_t>(currentRequestId);
+    requestCommit();
     return 0;
 }
 

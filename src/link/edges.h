@@ -3,6 +3,8 @@
 
 #include "link/host_exceptions.h"
 
+#include <exception>
+
 namespace torvapdm {
 
 // Runs `body` and gives its result; gives `neutral` when an exception ended it. Nothing is shown:
@@ -17,6 +19,24 @@ Result atEdge(Result neutral, Body&& body) noexcept
     } catch (...) {
     }
     return neutral;
+}
+
+// The same, but an exception of this type passes on to the caller.
+template <class Escaping, class Result, class Body>
+Result atEdgeLetting(Result neutral, Body&& body)
+{
+    std::exception_ptr escaped;
+    const Result result = atEdge(neutral, [&] {
+        try {
+            return body();
+        } catch (Escaping) {
+            escaped = std::current_exception();
+            return neutral;
+        }
+    });
+    if (escaped)
+        std::rethrow_exception(escaped);
+    return result;
 }
 
 } // namespace torvapdm

@@ -9,6 +9,7 @@
 #include "framework/framework.h"
 
 #include "link/recent_file.h"
+#include "link/zem_id.h"
 
 #include <array>
 #include <atomic>
@@ -20,11 +21,9 @@ namespace torvapdm {
 
 // ---- Identity of what is open ------------------------------------------------------------------
 
-// No file of the Companion is known.
-constexpr std::uint32_t noZemId = 0xFFFFFFFF;
-
 // The number of the request the Companion made last; 0 after a check-in.
-// Written: listener (each open request, check-in). Read: UI (machine settings, later flows).
+// Written: listener (each open request, check-in). Read: UI (machine settings, setup
+// sheet, save flow).
 inline std::atomic<std::int32_t> currentRequestId{0};
 
 // The Companion's number for the open file, or `noZemId`.
@@ -88,9 +87,8 @@ inline bool captureOnClosePending = false;
 
 // ---- Message window and listener ---------------------------------------------------------------
 
-// The hidden window that takes open requests, or null. Written: UI (m_open, m_close, the window's
-// own end). Read: UI,
-// listener.
+// The hidden window that takes open requests, or null.
+// Written: UI (m_open, m_close, the window's own end). Read: UI, listener.
 inline std::atomic<HWND> messageWindow{nullptr};
 
 // The registered messages, 0 until m_open registers them, always with the same values. Written: UI

@@ -5,6 +5,7 @@
 #include "link/identifiers.h"
 #include "link/messages.h"
 #include "link/shared_values.h"
+#include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
 
@@ -87,19 +88,6 @@ protected:
     }
     static std::wstring menu(const std::wstring& content) { return L"ui menu(" + content + L")"; }
 
-    void installRecorder()
-    {
-        installation.installCompanion(programFolder() + L"start_recorder.exe");
-    }
-    Lines starts(size_t count)
-    {
-        Lines lines;
-        waitUntil([&] {
-            lines = linesOf(fromUtf8(readBytes(installation.path(L"starts.txt")).value_or("")));
-            return lines.size() >= count;
-        });
-        return lines;
-    }
     static std::wstring aboutStart(HWND window)
     {
         const auto number = static_cast<UINT32>(reinterpret_cast<UINT_PTR>(window));
@@ -176,10 +164,10 @@ TEST_F(CommandMenu, opensTheCompanion)
 
 TEST_F(CommandMenu, opensTheMakersWebSite)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     openWebAddressesWith(installation.path(L"TORVA-ZEM.exe"));
     choose(L"Website");
-    const Lines lines = starts(1);
+    const Lines lines = companionStarts(installation, 1);
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_NE(lines[0].find(namespaceBase), std::wstring::npos) << lines[0];
     EXPECT_EQ(newTrace(), Lines{menu(rows)});
@@ -187,20 +175,20 @@ TEST_F(CommandMenu, opensTheMakersWebSite)
 
 TEST_F(CommandMenu, startsTheAboutBoxOverTheMainWindow)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     choose(L"About");
-    EXPECT_EQ(starts(1), Lines{aboutStart(getMainFrameWindow())});
+    EXPECT_EQ(companionStarts(installation, 1), Lines{aboutStart(getMainFrameWindow())});
     EXPECT_EQ(m_about(0), 0);
-    EXPECT_EQ(starts(2),
+    EXPECT_EQ(companionStarts(installation, 2),
               (Lines{aboutStart(getMainFrameWindow()), aboutStart(getMainFrameWindow())}));
 }
 
 TEST_F(CommandMenu, startsTheAboutBoxOverWindowZeroWithoutAMainWindow)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     standin::failNext("get_MainFrame");
     EXPECT_EQ(m_about(0), 0);
-    EXPECT_EQ(starts(1), Lines{L"0 --about --parentwindow 0"});
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --about --parentwindow 0"});
 }
 
 TEST_F(CommandMenu, tellsThatTheCompanionForTheAboutBoxIsMissing)

@@ -6,6 +6,7 @@
 #include "link/listener.h"
 #include "link/pending_request.h"
 #include "link/shared_values.h"
+#include "support/companion_double.h"
 #include "support/host_fixture.h"
 
 #include <ctime>
@@ -26,19 +27,6 @@ protected:
         SetEnvironmentVariableW(L"TMP", installation.path(L"user temp").c_str());
         CreateDirectoryW(installation.path(L"user temp").c_str(), nullptr);
     }
-    void installRecorder()
-    {
-        installation.installCompanion(programFolder() + L"start_recorder.exe");
-    }
-    Lines starts(size_t count)
-    {
-        Lines lines;
-        waitUntil([&] {
-            lines = linesOf(fromUtf8(readBytes(installation.path(L"starts.txt")).value_or("")));
-            return lines.size() >= count;
-        });
-        return lines;
-    }
     const std::wstring folder = installation.path(L"user temp\\");
 };
 
@@ -46,9 +34,9 @@ protected:
 
 TEST_F(CheckoutRequest, startsTheCompanionTwiceWhenItDoesNotRun)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     EXPECT_EQ(m_load(0), 0);
-    const Lines lines = starts(2);
+    const Lines lines = companionStarts(installation, 2);
     ASSERT_EQ(lines.size(), 2u);
     const bool plainFirst = lines[0] == L"1"; // two processes: either may write first
     EXPECT_EQ(lines[plainFirst ? 0 : 1], L"1");
@@ -60,10 +48,10 @@ TEST_F(CheckoutRequest, startsTheCompanionTwiceWhenItDoesNotRun)
 
 TEST_F(CheckoutRequest, startsTheCompanionOnceWhenItRuns)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     const HANDLE semaphore = CreateSemaphoreW(nullptr, 1, 1, companionSemaphoreName.c_str());
     EXPECT_EQ(m_load(0), 0);
-    const Lines lines = starts(1);
+    const Lines lines = companionStarts(installation, 1);
     CloseHandle(semaphore);
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0].rfind(L"0 --checkout ", 0), 0u);

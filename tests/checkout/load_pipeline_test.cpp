@@ -4,6 +4,7 @@
 #include "host/host.h"
 #include "link/messages.h"
 #include "link/shared_values.h"
+#include "support/companion_double.h"
 #include "support/host_fixture.h"
 
 using namespace torvapdm;
@@ -170,12 +171,16 @@ TEST_F(LoadPipeline, appliesTheMachineOfTheRequestAndDeletesItsFile)
     EXPECT_EQ(secondSettingsNumber, 4);
 }
 
-TEST_F(LoadPipeline, marksAndSavesNothingButThroughTheSaveOperationsForACadFile)
+TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
 {
     const std::wstring path = makePart(L"model.catpart");
     const std::wstring named = installation.path(L"model.mcam");
+    CompanionDouble companion;
+    companion.holdSemaphore();
+    recordCompanionStarts(installation);
     standin::setState("title", L"Host");
-    writeBytes(installation.path(L"temp\\mcsettings-0.txt"), "0|1|2|C:\\M.mcam-mmd\n");
+    writeBytes(installation.path(L"temp\\mcsettings-17.txt"), "0|1|2|C:\\M.mcam-mmd\n");
+    currentRequestId = 17;
     fileTypePrefix = L"CAD";
     event37Seen = true;
     EXPECT_TRUE(loadFile(path));
@@ -183,7 +188,11 @@ TEST_F(LoadPipeline, marksAndSavesNothingButThroughTheSaveOperationsForACadFile)
               (Lines{opened(path), LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
                      LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
                      L"ui CFile_DoFileSave(\"" + named + L"\", main, false, true) -> true",
-                     viewRefreshed, hostRefreshed}));
+                     viewRefreshed, hostRefreshed, LR"(ui NCPrefix(null) -> "C:\NC\")",
+                     L"ui screen_to_bitmap_file(\"" + installation.path(L"commit\\screendump.bmp") +
+                         L"\", false) -> true"}));
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --commit \"" + named + L'"'});
+    EXPECT_EQ(currentZemId, 17u);
     EXPECT_EQ(standin::state("title"), L"Host");
     EXPECT_EQ(debugLogText(), logged({1, 2, 3}, path) + logged({3}, L"CAD"));
 }

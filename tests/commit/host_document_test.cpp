@@ -100,6 +100,29 @@ TEST_F(HostDocument, isNeverRedirected)
     }
 }
 
+TEST_F(HostDocument, hasChangedWhenTheHostSaysSo)
+{
+    EXPECT_FALSE(hasDocumentChanged());
+    standin::setState("db_changed", L"true");
+    EXPECT_TRUE(hasDocumentChanged());
+    standin::raiseNext("has_db_changed");
+    EXPECT_FALSE(hasDocumentChanged());
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(HostDocument, isSavedUnderItsCurrentNameWithoutAWindow)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    EXPECT_EQ(saveUnderCurrentName(), name);
+    EXPECT_EQ(newTrace(), Lines{L"ui SaveFile(\"" + name + L"\", null, false) -> 1"});
+    standin::failNext("SaveFile");
+    EXPECT_EQ(saveUnderCurrentName(), L"");
+    standin::raiseNext("SaveFile");
+    EXPECT_EQ(saveUnderCurrentName(), L"");
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
 TEST_F(HostDocument, isPicturedOverTheLastPictureWithoutBeingSaved)
 {
     writeBytes(picture, "old");

@@ -2,6 +2,7 @@
 // check-out request, the setup sheet, and what goes over the network.
 #include "endtoend/host_program.h"
 #include "support/command_file_writer.h"
+#include "support/companion_double.h"
 #include "support/line_receiver.h"
 
 #include <gtest/gtest.h>
@@ -17,20 +18,6 @@ const std::string toldSheet = "set setup_sheet_files C:\\sheet one.xml;C:\\two.x
 
 class CommandsInHost : public ::testing::Test {
 protected:
-    void installRecorder()
-    {
-        installation.installCompanion(programFolder() + L"start_recorder.exe");
-    }
-    Lines starts(size_t count)
-    {
-        Lines lines;
-        waitUntil([&] {
-            lines = linesOf(fromUtf8(readBytes(installation.path(L"starts.txt")).value_or("")));
-            return lines.size() >= count;
-        });
-        return lines;
-    }
-
     Installation installation{Registry::ofTheUser};
 };
 
@@ -128,9 +115,9 @@ TEST_F(CommandsInHost, listTheFilesThatWereOpened)
 
 TEST_F(CommandsInHost, startTheCompanionsAboutBox)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     const HostProgram host(installation, "choose About\ncall m_main 0\ncall m_about 0\nwait 1\n");
-    const Lines lines = starts(2);
+    const Lines lines = companionStarts(installation, 2);
     ASSERT_EQ(lines.size(), 2u);
     const auto window = static_cast<UINT32>(reinterpret_cast<UINT_PTR>(host.window()));
     for (const std::wstring& line : lines)
@@ -139,9 +126,9 @@ TEST_F(CommandsInHost, startTheCompanionsAboutBox)
 
 TEST_F(CommandsInHost, askTheCompanionForAFile)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     const HostProgram host(installation, "call m_load 0\nquit\n");
-    const Lines lines = starts(2);
+    const Lines lines = companionStarts(installation, 2);
     ASSERT_EQ(lines.size(), 2u);
     const std::wstring& request = lines[0] == L"1" ? lines[1] : lines[0];
     EXPECT_EQ(request.rfind(L"0 --checkout \"", 0), 0u);

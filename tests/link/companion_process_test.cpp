@@ -2,6 +2,7 @@
 
 #include "link/identifiers.h"
 #include "link/messages.h"
+#include "support/companion_double.h"
 #include "support/dialogs.h"
 #include "support/handles.h"
 #include "support/host_fixture.h"
@@ -20,45 +21,7 @@ const std::wstring failedToOpen = LR"(ui message-box("TORVA ZEM", "Failed to ope
 
 class CompanionProcess : public HostFixture {
 protected:
-    ~CompanionProcess() override
-    {
-        if (semaphore_)
-            CloseHandle(semaphore_);
-        if (window_)
-            DestroyWindow(window_);
-    }
-
-    void holdSemaphore(SECURITY_ATTRIBUTES* security = nullptr)
-    {
-        semaphore_ = CreateSemaphoreW(security, 1, 1, companionSemaphoreName.c_str());
-        ASSERT_NE(semaphore_, nullptr);
-    }
-    HWND showCompanionWindow()
-    {
-        window_ = CreateWindowExW(0, L"STATIC", L"companion", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0,
-                                  0, 200, 100, nullptr, nullptr, nullptr, nullptr);
-        SetPropW(window_, companionInstanceName.c_str(), reinterpret_cast<HANDLE>(INT_PTR{1}));
-        pumpMessages();
-        return window_;
-    }
-    void installRecorder()
-    {
-        installation.installCompanion(programFolder() + L"start_recorder.exe");
-    }
-    // What the recorder wrote, once it holds so many lines.
-    Lines starts(size_t count)
-    {
-        Lines lines;
-        waitUntil([&] {
-            lines = linesOf(fromUtf8(readBytes(installation.path(L"starts.txt")).value_or("")));
-            return lines.size() >= count;
-        });
-        return lines;
-    }
-
-private:
-    HANDLE semaphore_ = nullptr;
-    HWND window_ = nullptr;
+    CompanionDouble companion;
 };
 
 } // namespace
@@ -77,7 +40,7 @@ TEST(SharedNames, startWithTheNamespaceBase)
 TEST_F(CompanionProcess, runsWhileItsSemaphoreExists)
 {
     EXPECT_FALSE(isCompanionRunning());
-    holdSemaphore();
+    companion.holdSemaphore();
     EXPECT_TRUE(isCompanionRunning());
 }
 
@@ -86,7 +49,7 @@ TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
     SECURITY_ATTRIBUTES denied = {sizeof denied, nullptr, FALSE};
     ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
         L"D:(D;;0x1F0003;;;WD)", SDDL_REVISION_1, &denied.lpSecurityDescriptor, nullptr));
-    holdSemaphore(&denied);
+    companion.holdSemaphore(&denied);
     LocalFree(denied.lpSecurityDescriptor);
     ASSERT_EQ(OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, companionSemaphoreName.c_str()),
               nullptr);
@@ -96,28 +59,29 @@ TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
 
 TEST_F(CompanionProcess, isLaunchedShownWithoutArguments)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"", true));
-    EXPECT_EQ(starts(1), Lines{L"1"});
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"1"});
 }
 
 TEST_F(CompanionProcess, isLaunchedHiddenWithArguments)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"--about --parentwindow 0", false));
-    EXPECT_EQ(starts(1), Lines{L"0 --about --parentwindow 0"});
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --about --parentwindow 0"});
 }
 
 TEST_F(CompanionProcess, getsQuotedPathsAsTheyStand)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"--commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295", true));
-    EXPECT_EQ(starts(1), Lines{L"0 --commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295"});
+    EXPECT_EQ(companionStarts(installation, 1),
+              Lines{L"0 --commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295"});
 }
 
 TEST_F(CompanionProcess, leavesTheProcessHandleOpen)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     launchCompanion(L"", true); // whatever the shell opens once and keeps
     const size_t before = countHandles();
     for (int i = 0; i < 3; ++i)
@@ -150,17 +114,17 @@ TEST_F(CompanionProcess, showsNothingOfItsOwnWhenItsStartFails)
 
 TEST_F(CompanionProcess, isNotStartedAgainWhileItRuns)
 {
-    installRecorder();
-    holdSemaphore();
+    recordCompanionStarts(installation);
+    companion.holdSemaphore();
     EXPECT_TRUE(ensureCompanionRunning());
     EXPECT_FALSE(readBytes(installation.path(L"starts.txt")).has_value());
 }
 
 TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
 {
-    installRecorder();
+    recordCompanionStarts(installation);
     EXPECT_TRUE(ensureCompanionRunning());
-    EXPECT_EQ(starts(1), Lines{L"1"});
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"1"});
     EXPECT_EQ(newTrace(), Lines{});
 }
 
@@ -173,7 +137,7 @@ TEST_F(CompanionProcess, isReportedOnceWhenItCannotBeStarted)
 TEST_F(CompanionProcess, windowIsFoundByItsProperty)
 {
     EXPECT_EQ(findCompanionWindow(), nullptr);
-    const HWND window = showCompanionWindow();
+    const HWND window = companion.showWindow();
     EXPECT_EQ(findCompanionWindow(), window);
     RemovePropW(window, companionInstanceName.c_str());
     EXPECT_EQ(findCompanionWindow(), nullptr);
@@ -181,8 +145,8 @@ TEST_F(CompanionProcess, windowIsFoundByItsProperty)
 
 TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
 {
-    holdSemaphore();
-    const HWND window = showCompanionWindow();
+    companion.holdSemaphore();
+    const HWND window = companion.showWindow();
     SetActiveWindow(getMainFrameWindow());
     openCompanion();
     EXPECT_EQ(GetActiveWindow(), window);
@@ -192,8 +156,8 @@ TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
 
 TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
 {
-    holdSemaphore();
-    const HWND window = showCompanionWindow();
+    companion.holdSemaphore();
+    const HWND window = companion.showWindow();
     ShowWindow(window, SW_MINIMIZE);
     ASSERT_TRUE(IsIconic(window));
     openCompanion();
@@ -203,8 +167,8 @@ TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
 
 TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
 {
-    holdSemaphore();
-    const HWND window = showCompanionWindow();
+    companion.holdSemaphore();
+    const HWND window = companion.showWindow();
     ShowWindow(window, SW_SHOWMAXIMIZED);
     openCompanion();
     EXPECT_TRUE(IsZoomed(window));
@@ -212,9 +176,9 @@ TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
 
 TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
 {
-    holdSemaphore();
+    companion.holdSemaphore();
     SetActiveWindow(getMainFrameWindow());
-    const HWND window = showCompanionWindow();
+    const HWND window = companion.showWindow();
     RemovePropW(window, companionInstanceName.c_str());
     // The property comes from another thread while the command waits on this one.
     const auto publish = [](LPVOID parameter) -> DWORD {
@@ -233,7 +197,7 @@ TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
 
 TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommand)
 {
-    holdSemaphore();
+    companion.holdSemaphore();
     openCompanion();
     EXPECT_EQ(newTrace(), Lines{failedToOpen});
 }
@@ -247,9 +211,9 @@ TEST_F(CompanionProcess, thatCannotBeStartedIsReportedOnceByTheOpenCommand)
 TEST_F(CompanionProcess, shellOpensOnlyWhatExists)
 {
     const SystemDialogs dismissed;
-    installRecorder();
+    recordCompanionStarts(installation);
     EXPECT_TRUE(shellOpen(installation.path(L"TORVA-ZEM.exe")));
-    EXPECT_EQ(starts(1).size(), 1u);
+    EXPECT_EQ(companionStarts(installation, 1).size(), 1u);
     EXPECT_FALSE(shellOpen(installation.path(L"none.exe")));
     EXPECT_EQ(newTrace(), Lines{});
 }

@@ -1,0 +1,371 @@
+#include "commit/host_document.h"
+
+#include "addin/exports.h"
+#include "host/host.h"
+#include "link/messages.h"
+#include "link/shared_values.h"
+#include "support/companion_double.h"
+#include "support/host_fixture.h"
+#include "support/line_receiver.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const std::wstring notSaved = LR"(ui message-box("TORVA ZEM", "Failed to save file."))";
+const std::wstring notStarted =
+    LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
+const std::wstring asked = LR"(ui NCPrefix(null) -> "")";
+const std::wstring sheet = L"ui RunSetupSheetOnSelectedOpsWithoutUI(*)";
+
+class SaveFlow : public HostFixture {
+protected:
+    SaveFlow()
+    {
+        installation.endStandardInput();
+        standin::setState("nc_prefix", L"");
+        standin::setState("geo_filename", name);
+        currentRequestId = 17;
+    }
+    void runCompanion()
+    {
+        companion.holdSemaphore();
+        companion.showWindow();
+    }
+    void knowDocument() { currentZemId = 5; }
+    void setSettings(const char* text)
+    {
+        writeBytes(installation.path(L"cfg\\settings.ini"), text);
+    }
+
+    std::wstring saved(const std::wstring& result = L"-> true") const
+    {
+        return L"ui CFile_DoFileSave(\"" + name + L"\", main, false, true) " + result;
+    }
+    std::wstring captured(const std::wstring& result = L"-> true") const
+    {
+        return L"ui screen_to_bitmap_file(\"" + installation.path(L"commit\\screendump.bmp") +
+               L"\", false) " + result;
+    }
+    Lines knownSave() const
+    {
+        return {asked, saved(), L"ui CMastercamView.position0()",
+                L"ui CMastercamInterface.position3()", captured()};
+    }
+    size_t commits() const
+    {
+        const std::string records = readBytes(requestFile).value_or("");
+        return records.size() / (8 + 2 * name.size());
+    }
+    void expectNothingCommitted() const
+    {
+        EXPECT_EQ(commits(), 0u);
+        EXPECT_FALSE(readBytes(installation.path(L"commit\\screendump.bmp")).has_value());
+    }
+
+    CompanionDouble companion;
+    const std::wstring name = installation.path(L"a.mcam");
+    const std::wstring requestFile =
+        installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
+};
+
+// A document without a name.
+class SaveFlowUntitled : public SaveFlow {
+protected:
+    // A saved document of more than three characters is never committed: the shorter ones show the
+    // rest of the flow.
+    SaveFlowUntitled()
+    {
+        SetCurrentDirectoryW(installation.path(L"tmp").c_str());
+        standin::setState("geo_filename", L"");
+        standin::setEventSink(m_notify);
+        runCompanion();
+    }
+    ~SaveFlowUntitled() override { SetCurrentDirectoryW(programFolder().c_str()); }
+    bool hasRequestFile() const { return readBytes(requestFile).has_value(); }
+};
+
+} // namespace
+
+TEST_F(SaveFlow, savesAKnownDocumentPicturesItAndCommitsIt)
+{
+    runCompanion();
+    knowDocument();
+    const LineReceiver listener;
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), knownSave());
+    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=17|" + toUtf8(name) + "\n");
+    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_TRUE(saveNotified);
+}
+
+TEST_F(SaveFlow, commitsAnUnknownUnchangedDocumentWithoutSavingIt)
+{
+    runCompanion();
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(currentZemId, 17u);
+}
+
+TEST_F(SaveFlow, refusesAnUnknownChangedDocument)
+{
+    runCompanion();
+    standin::setState("db_changed", L"true");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
+    expectNothingCommitted();
+    EXPECT_EQ(currentZemId, noZemId);
+}
+
+TEST_F(SaveFlow, refusesAChangedDocumentOfAShortNameAfterAHostsSave)
+{
+    runCompanion();
+    saveNotified = false;
+    standin::setState("geo_filename", L"abc");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()})); // unchanged: goes on
+    currentZemId = noZemId;
+    standin::setState("db_changed", L"true");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
+}
+
+TEST_F(SaveFlow, endsWhenTheHostCannotSaveAKnownDocument)
+{
+    runCompanion();
+    knowDocument();
+    standin::failNext("CFile_DoFileSave");
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = knownSave();
+    expected[1] = saved(L"-> false");
+    expected.back() = notSaved;
+    EXPECT_EQ(newTrace(), expected);
+    expectNothingCommitted();
+    EXPECT_EQ(currentZemId, 5u);
+}
+
+TEST_F(SaveFlow, endsWhenTheCompanionCannotBeStarted)
+{
+    knowDocument();
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, notStarted}));
+    expectNothingCommitted();
+    EXPECT_EQ(currentZemId, 5u);
+}
+
+TEST_F(SaveFlow, commitsAlsoWithoutAPicture)
+{
+    runCompanion();
+    knowDocument();
+    removeFolder(installation.path(L"commit"));
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = knownSave();
+    expected.back() = captured(L"-> false");
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 1u);
+}
+
+TEST_F(SaveFlow, givesTheLastPictureToEveryCommit)
+{
+    runCompanion();
+    knowDocument();
+    m_save(0);
+    const auto first = readBytes(installation.path(L"commit\\screendump.bmp"));
+    standin::putPart(programFolder() + L"shipped\\mastercam\\example\\bracket.mcam");
+    standin::setState("geo_filename", name);
+    m_save(0);
+    EXPECT_EQ(commits(), 2u);
+    EXPECT_NE(readBytes(installation.path(L"commit\\screendump.bmp")), first);
+}
+
+TEST_F(SaveFlow, outlivesAHostThatRaises)
+{
+    struct Case {
+        const char* operation;
+        size_t line;
+        size_t commits;
+    };
+    const Case cases[] = {{"NCPrefix", 0, 1},
+                          {"CMastercamView.position0", 2, 1},
+                          {"CMastercamInterface.position3", 3, 1},
+                          {"screen_to_bitmap_file", 4, 1}};
+    runCompanion();
+    size_t committed = 0;
+    for (const Case& c : cases) {
+        knowDocument();
+        Lines expected = knownSave();
+        std::wstring& line = expected[c.line];
+        line = line.substr(0, line.find(L" -> ")) + L" raised";
+        ASSERT_TRUE(standin::raiseNext(c.operation)) << c.operation;
+        EXPECT_EQ(m_save(0), 0) << c.operation;
+        EXPECT_EQ(newTrace(), expected) << c.operation;
+        EXPECT_EQ(commits(), ++committed) << c.operation;
+        EXPECT_EQ(standin::undeletedExceptions(), 0) << c.operation;
+    }
+}
+
+TEST_F(SaveFlow, treatsARaisingSaveAsAFailedOne)
+{
+    runCompanion();
+    knowDocument();
+    standin::raiseNext("CFile_DoFileSave");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace().back(), notSaved);
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlow, handsTheSetupSheetOverOnceForEveryLineThatAsks)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("AlwaysSaveTools=y\nUseFtpServer=n\n;XAlwaysSaveTools=yes\nAlwaysSaveTools=Y\n");
+    standin::setState("setup_sheet_files", L"C:\\one.xml;C:\\two.xml");
+    const LineReceiver listener;
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = knownSave();
+    expected.insert(expected.begin() + 1, 2, sheet);
+    Lines seen = newTrace();
+    for (std::wstring& line : seen)
+        if (line.rfind(sheet, 0) == 0)
+            line = sheet;
+    EXPECT_EQ(seen, expected);
+    const std::string notice = "MCAMXMLIMPORTDATAID=17;C:\\one.xml\n";
+    EXPECT_EQ(listener.nextConnection(), notice);
+    EXPECT_EQ(listener.nextConnection(), notice);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=17|" + toUtf8(name) + "\n");
+}
+
+TEST_F(SaveFlow, handsNoSetupSheetOverForRequestZeroOrUpperCase)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("AlwaysSaveTools=Y\n");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), knownSave());
+    knowDocument();
+    currentRequestId = 0;
+    setSettings("AlwaysSaveTools=y\n");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), knownSave());
+    EXPECT_EQ(currentZemId, 0u);
+}
+
+TEST_F(SaveFlow, drainsALineOfStandardInputForEveryLineOfTheSettings)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("a\nb\n");
+    installation.feedStandardInput("1\n2\n3\n");
+    EXPECT_EQ(m_save(0), 0);
+    // The commit's own look-up, which follows for a document outside the folder, is not made here.
+    EXPECT_EQ(std::getchar(), '3');
+}
+
+TEST_F(SaveFlow, endsQuietlyWhenTheHostRaisesInTheSetupSheet)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("AlwaysSaveTools=y\n");
+    standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, sheet + L" raised"}));
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+    EXPECT_TRUE(DeleteFileW(installation.path(L"cfg\\settings.ini").c_str())); // closed again
+}
+
+TEST_F(SaveFlow, takesADocumentOfThreeCharactersForNamed)
+{
+    runCompanion();
+    standin::setState("geo_filename", L"a:b");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+}
+
+TEST_F(SaveFlow, takesAKnownDocumentForNamedWhateverItsName)
+{
+    runCompanion();
+    knowDocument();
+    standin::setState("geo_filename", L"");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace()[0], asked);
+}
+
+TEST_F(SaveFlow, commitsAfterTheHostsOwnSaveOfAKnownDocument)
+{
+    runCompanion();
+    knowDocument();
+    EXPECT_EQ(m_notify(5), 0);
+    Lines expected = knownSave();
+    const Lines save(expected.begin() + 1, expected.begin() + 4);
+    expected.insert(expected.begin(), save.begin(), save.end());
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 1u);
+}
+
+TEST_F(SaveFlowUntitled, letsTheHostsSaveCommandNameIt)
+{
+    standin::saveDialogNext(L"abc");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{L"ui m_notify(5) -> 0", asked, captured()}));
+    EXPECT_TRUE(hasRequestFile());
+    EXPECT_EQ(hostFileName(), L"abc");
+}
+
+TEST_F(SaveFlowUntitled, keepsTheHostAliveWhileItWaitsForTheSave)
+{
+    standin::setEventSink(nullptr);
+    standin::saveDialogNext(L"abc");
+    SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR timer, DWORD) {
+        KillTimer(nullptr, timer);
+        standin::trace(L"timer");
+        m_notify(5);
+    });
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{L"ui timer", asked, captured()}));
+    EXPECT_TRUE(hasRequestFile());
+}
+
+TEST_F(SaveFlowUntitled, isLeftWhenTheHostQuits)
+{
+    standin::saveDialogNext(L"");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{});
+    expectNothingCommitted();
+}
+
+TEST_F(SaveFlowUntitled, isToldToHaveFailedWithoutAnApplicationInterface)
+{
+    standin::failNext("GetMastercamApp");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{notSaved});
+    standin::raiseNext("GetMastercamApp");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{notSaved});
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlowUntitled, isLeftWhenTheHostRaisesWhileItProcessesMessages)
+{
+    standin::setEventSink(nullptr);
+    standin::saveDialogNext(L"abc");
+    standin::raiseNext("CMastercamInterface.position5");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{});
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlowUntitled, needsNoSaveCommandOnceTheHostHasReportedASave)
+{
+    saveNotified = false;
+    standin::saveDialogNext(L"abc"); // would be taken
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+    EXPECT_EQ(hostFileName(), L"");
+}

@@ -1,0 +1,130 @@
+// Saving and committing from the host's own process.
+#include "endtoend/host_program.h"
+#include "support/companion_double.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace testing_support;
+
+namespace {
+
+const std::wstring commandLine = L"ui m_save(0) -> 0";
+constexpr WPARAM eventMenuCommand = 43000; // of the host's Events menu, for event 0
+
+// The Companion's process is the test's own: it takes the records.
+class SaveInHost : public ::testing::Test {
+protected:
+    SaveInHost()
+    {
+        companion.holdSemaphore();
+        companion.showWindow();
+    }
+    std::string makePart(const std::string& name) const
+    {
+        const std::wstring path = installation.path(fromUtf8(name));
+        writeBytes(path, "");
+        return toUtf8(path);
+    }
+
+    Installation installation{Registry::ofTheUser};
+    CompanionDouble companion;
+    const std::wstring requestFile =
+        installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
+};
+
+std::uint32_t numberAt(const std::string& bytes, size_t offset)
+{
+    std::uint32_t number = 0;
+    for (size_t i = 4; i-- > 0;)
+        number = number << 8 | static_cast<unsigned char>(bytes.at(offset + i));
+    return number;
+}
+
+// The names of the records, in their order; the ids are all 0. Ends at the first odd byte.
+Lines namesOf(const std::string& records)
+{
+    Lines names;
+    for (size_t offset = 0; offset + 8 <= records.size();) {
+        const size_t length = numberAt(records, offset + 4);
+        if (numberAt(records, offset) != 0 || offset + 8 + 2 * length > records.size())
+            break;
+        std::wstring name;
+        for (size_t i = 0; i < length; ++i)
+            name +=
+                static_cast<wchar_t>(static_cast<unsigned char>(records[offset + 8 + 2 * i]) |
+                                     static_cast<unsigned char>(records[offset + 9 + 2 * i]) << 8);
+        names.push_back(name);
+        offset += 8 + 2 * length;
+    }
+    return names;
+}
+
+std::string repeated(const std::string& line, int times)
+{
+    std::string lines;
+    for (int i = 0; i < times; ++i)
+        lines += line;
+    return lines;
+}
+
+} // namespace
+
+TEST_F(SaveInHost, neverReturnsFromTheSaveThatFollowsTheHostsOwn)
+{
+    const std::string part = makePart("a.mcam");
+    const HostProgram host(installation, "notify 5\nset geo_filename " + part +
+                                             "\ncall m_save 0\nshow geo_filename\n");
+    ASSERT_TRUE(host.waitForTrace(L"ui NCPrefix(null)"));
+    // Long enough for the flow to end if it could, and for a growing stack to overflow.
+    EXPECT_FALSE(waitUntil(
+        [&] { return !host.process().isRunning() || count(host.trace(), L"m_save") > 0; }, 3000));
+    EXPECT_TRUE(host.process().isRunning());
+    EXPECT_FALSE(readBytes(requestFile).has_value());
+}
+
+TEST_F(SaveInHost, neverReturnsAfterAnUntitledDocumentWasNamed)
+{
+    const std::string part = toUtf8(installation.path(L"new.mcam"));
+    const HostProgram host(installation,
+                           "set geo_filename \nsave-dialog " + part + "\ncall m_save 0\n");
+    ASSERT_TRUE(host.waitForTrace(L"ui NCPrefix(null)"));
+    EXPECT_EQ(count(host.trace(), L"ui m_notify(5) -> 0"), 1u);
+    EXPECT_TRUE(readBytes(fromUtf8(part)).has_value());
+    EXPECT_FALSE(waitUntil(
+        [&] { return !host.process().isRunning() || count(host.trace(), L"m_save") > 0; }, 3000));
+    EXPECT_TRUE(host.process().isRunning());
+}
+
+TEST_F(SaveInHost, endsWhenTheHostQuitsInsteadOfSaving)
+{
+    const HostProgram host(installation, "set geo_filename \nsave-dialog \ncall m_save 0\n");
+    EXPECT_EQ(host.process().waitForExit(), 0u);
+    const Lines lines = host.trace();
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[lines.size() - 2], commandLine);
+    EXPECT_EQ(lines.back(), L"ui m_close(0) -> 0");
+    EXPECT_EQ(count(lines, L"message-box"), 0u);
+}
+
+TEST_F(SaveInHost, commits200TimesInARowWithAnotherHostInBetween)
+{
+    const std::string part = makePart("first.mcam");
+    const std::string otherPart = makePart("second.mcam");
+    const std::string hundred = repeated("call m_save 0\n", 100);
+    const HostProgram host(installation, "set geo_filename " + part + '\n' + hundred +
+                                             "wait-for m_notify(37) 60000\n" + hundred + "quit\n");
+    ASSERT_TRUE(waitUntil([&] { return count(host.trace(), commandLine) == 100; }));
+    const HostProgram other(installation,
+                            "set geo_filename " + otherPart + '\n' +
+                                repeated("call m_save 0\n", 10) + "quit\n",
+                            L"other");
+    EXPECT_EQ(other.process().waitForExit(), 0u);
+    PostMessageW(host.window(), WM_COMMAND, eventMenuCommand + 37, 0);
+    EXPECT_EQ(host.process().waitForExit(), 0u);
+
+    Lines expected(210, fromUtf8(part));
+    std::fill_n(expected.begin() + 100, 10, fromUtf8(otherPart));
+    EXPECT_EQ(namesOf(readBytes(requestFile).value_or("")), expected);
+}
