@@ -11,6 +11,7 @@
 #include "host/host.h"
 #include "link/edges.h"
 #include "ncqueue/nc_commands.h"
+#include "ncqueue/nc_queue.h"
 #include "tooldata/setup_sheet.h"
 
 #include <stdexcept>
@@ -90,12 +91,12 @@ int TestFunction()
     });
 }
 
-// The flows behind these are not part of this release: they do nothing and give 0.
-
 int importNCqueue()
 {
-    return 0;
+    return atEdge(0, importNcQueue);
 }
+
+// The drawing behind this is not part of this release: it does nothing and gives 0.
 
 int DrawTool(std::uint32_t, std::uint32_t, std::uint32_t, double, double, double, double, double,
              double, double, std::int32_t)

@@ -2,6 +2,7 @@
 
 #include "checkout/machine_settings_line.h"
 #include "host/host.h"
+#include "link/file_stream.h"
 #include "link/host_exceptions.h"
 #include "link/installation_folder.h"
 #include "link/shared_values.h"
@@ -9,7 +10,6 @@
 #include "ncqueue/nc_commands.h"
 
 #include <cstdio>
-#include <memory>
 
 namespace torvapdm {
 
@@ -38,16 +38,12 @@ void activateMachine(const std::wstring& path)
         callHost([&] { SetActiveMachine(path.c_str()); });
 }
 
-struct StreamCloser {
-    void operator()(FILE* stream) const { std::fclose(stream); }
-};
-
 } // namespace
 
 void transferMachineSettings()
 {
     const std::string path = machineSettingsFile();
-    std::unique_ptr<FILE, StreamCloser> file(std::fopen(path.c_str(), "r"));
+    FileStream file(std::fopen(path.c_str(), "r"));
     if (!file)
         return;
     wchar_t line[1024];

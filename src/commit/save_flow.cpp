@@ -8,15 +8,13 @@
 #include "commit/untitled_document.h"
 #include "host/host.h"
 #include "link/companion_process.h"
+#include "link/file_stream.h"
 #include "link/host_exceptions.h"
 #include "link/messages.h"
 #include "link/settings.h"
 #include "link/shared_values.h"
 #include "link/text.h"
 #include "tooldata/setup_sheet.h"
-
-#include <cstdio>
-#include <memory>
 
 namespace torvapdm {
 
@@ -30,10 +28,6 @@ void askForNcNames()
     callHost([] { TpMainGrpMgr.GetMainGrpList(); });
 }
 
-struct StreamCloser {
-    void operator()(FILE* stream) const { std::fclose(stream); }
-};
-
 // Deliberate: the setup sheet goes out for every line that asks for it. One would expect it once;
 // the Companion gets as many notices as the settings file has such lines.
 void handOverToolsIfWanted()
@@ -41,7 +35,7 @@ void handOverToolsIfWanted()
     FILE* file = nullptr;
     if (_wfopen_s(&file, settingsFilePath().c_str(), L"r") != 0 || !file)
         return;
-    const std::unique_ptr<FILE, StreamCloser> settings(file);
+    const FileStream settings(file);
     char line[1024];
     while (std::fgets(line, sizeof line, settings.get())) {
         if (asksForTools(line) && currentRequestId != 0)

@@ -1,6 +1,7 @@
 // What the host's interface leaves unnamed, under names of our own: members that are known by their
-// position alone, fields without a name, the message pump. Fitting the add-in to another release of
-// the host's development kit means editing this file and no other.
+// position alone, the message pump. Fitting the add-in to another release of the host's development
+// kit means editing this file and `record_adapter.h`, which names the records' fields, and no
+// other.
 //
 // Every function passes on the framework's exceptions that the host raises.
 #pragma once

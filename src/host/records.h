@@ -1,5 +1,5 @@
 // The host's operation, tool, group and plane records. Field names are ours where the host
-// publishes none; code outside the adapter names no field.
+// publishes none; code outside `record_adapter.h` names no field.
 #pragma once
 
 #include "framework/framework.h"

@@ -1,0 +1,140 @@
+// The host's records as the add-in reads them: the one place that names their fields. Fitting the
+// add-in to another release of the host's development kit means editing this file and `adapter.h`.
+#pragma once
+
+#include "host/host.h"
+#include "host/operation_values.h"
+
+#include <cstring>
+
+namespace host {
+
+// ---- The operation chain -----------------------------------------------------------------------
+
+inline operation& operationOf(operation_node& node)
+{
+    return node.op;
+}
+
+inline operation_node* nextOf(const operation_node& node)
+{
+    return node.next;
+}
+
+// ---- Operations --------------------------------------------------------------------------------
+
+inline int groupIdOf(const operation& op)
+{
+    return op.groupId;
+}
+
+inline const wchar_t* nciNameOf(const operation& op)
+{
+    return op.nciName;
+}
+
+// The plane's id by selector: 0 the construction plane, 1 the tool plane, 3 a third one; any other
+// selector gives -1, which is no plane.
+inline int planeIdOf(const operation& op, int selector)
+{
+    switch (selector) {
+    case 0:
+        return op.constructionPlaneId;
+    case 1:
+        return op.toolPlaneId;
+    case 3:
+        return op.thirdPlaneId;
+    default:
+        return -1;
+    }
+}
+
+inline Point pointOf(const point3& point)
+{
+    return {point.x, point.y, point.z};
+}
+
+inline OperationValues valuesOf(const operation& op)
+{
+    return {.ncName = op.ncName,
+            .id = op.operationId,
+            .workOffset = op.workOffsetNumber,
+            .type = op.operationType,
+            .holderNumber = op.holderNumber,
+            .compensationType = op.compensationType,
+            .depth = op.depth,
+            .toolPlaneId = op.toolPlaneId,
+            .toolPlaneOrigin = pointOf(op.toolPlaneOrigin),
+            .constructionPlaneId = op.constructionPlaneId,
+            .constructionPlaneOrigin = pointOf(op.constructionPlaneOrigin)};
+}
+
+// ---- Tools -------------------------------------------------------------------------------------
+
+inline OwnToolValues ownToolOf(const operation& op)
+{
+    const tp_tool_lead& tool = op.tool;
+    return {.diameter = tool.diameter,
+            .number = tool.toolNumber,
+            .type = tool.toolType,
+            .geometryFile = tool.geometryFileName,
+            .cornerRadius = tool.cornerRadius,
+            .lengthOffset = tool.lengthOffsetNumber,
+            .diameterOffset = tool.diameterOffsetNumber,
+            .flutes = tool.numberOfFlutes,
+            .cornerRadiusType = tool.cornerRadiusType,
+            .material = tool.toolMaterial,
+            .feedRate = tool.feedRate,
+            .comment = tool.comment};
+}
+
+// A full tool record that holds the operation's tool number and its copy of the tool, and is empty
+// behind it: what the tool manager fills.
+inline tp_tool fullToolFor(const operation& op)
+{
+    tp_tool tool = {};
+    static_assert(sizeof op.tool == 1024);
+    std::memcpy(&tool, &op.tool, sizeof op.tool);
+    return tool;
+}
+
+inline FullToolValues valuesOf(const tp_tool& tool)
+{
+    return {.lengthOffset = tool.lead.lengthOffsetNumber,
+            .overallLength = tool.overallLength,
+            .station = tool.station,
+            .slot = tool.slot,
+            .shoulderAngle = tool.shoulderAngle,
+            .additionalDiameter = tool.additionalDiameter,
+            .geometryFile = tool.lead.geometryFileName,
+            .tipAngle = tool.tipAngle,
+            .pilotDiameter = tool.pilotDiameter,
+            .fluteLength = tool.fluteLength,
+            .shoulderLength = tool.shoulderLength,
+            .shoulderDiameter = tool.shoulderDiameter,
+            .arborDiameter = tool.arborDiameter,
+            .holderDiameter = tool.holderDiameter,
+            .holderLength = tool.holderLength,
+            .spindleSpeed = tool.spindleSpeed,
+            .feedRate = tool.lead.feedRate,
+            .plungeRate = tool.plungeRate,
+            .retractRate = tool.retractRate,
+            .toolGroup = tool.toolGroup,
+            .machineGroup = tool.machineGroup,
+            .levelNumber = tool.levelNumber,
+            .spindleRotation = tool.spindleRotation};
+}
+
+// ---- Groups ------------------------------------------------------------------------------------
+
+inline int parentIdOf(const TpGroup& group)
+{
+    return group.parentId;
+}
+
+inline const wchar_t* nameOf(const TpGroup& group)
+{
+    return group.name;
+}
+
+} // namespace host

@@ -1,0 +1,35 @@
+// The text of one tool data record while it is put together, bounded as its readers' buffers are.
+// No platform header.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace torvapdm {
+
+// The longest record in characters, its line feed included: 2048 with a terminating zero.
+constexpr size_t longestToolRecord = 2047;
+
+struct RecordText {
+    std::array<char, longestToolRecord> characters;
+    size_t size = 0;
+    bool isTooLong = false;
+};
+
+void put(RecordText& record, std::string_view text);
+void put(RecordText& record, std::string_view key, std::int32_t value);
+// In printf's general format with 6 significant digits, whatever the process's locale is; "inf" and
+// "nan" for what is no number, with a sign before them.
+void put(RecordText& record, std::string_view key, double value);
+// The address of a text as 16 upper-case hexadecimal digits.
+void put(RecordText& record, std::string_view key, const wchar_t* handle);
+// Each UTF-16 unit up to the zero, cut to its low byte.
+void putLowBytes(RecordText& record, const wchar_t* text);
+
+// All that was put; nothing when it came to more than `longestToolRecord` characters.
+std::optional<std::string> contentOf(const RecordText& record);
+
+} // namespace torvapdm

@@ -1,0 +1,258 @@
+#include "tooldata/tool_export.h"
+
+#include "host/record_adapter.h"
+#include "link/shared_values.h"
+#include "support/host_fixture.h"
+#include "support/line_receiver.h"
+#include "tooldata/plane_name.h"
+
+#include <algorithm>
+#include <map>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const std::string planes = "[plane]\nid = 1\nname = Top\n\n[plane]\nid = 2\nname = Front\n\n";
+
+std::string operationWith(int id, int tool, const std::string& more = "")
+{
+    return "[operation]\nid = " + std::to_string(id) +
+           "\ntool-plane = 1\nconstruction-plane = 2\ntool.number = " + std::to_string(tool) +
+           "\n" + more + "\n";
+}
+
+// A record's values by key; the second value of a repeated key stands under the key and "'".
+std::map<std::string, std::string> valuesOf(const std::string& record)
+{
+    std::map<std::string, std::string> values;
+    for (size_t bar = record.find('|'); bar != record.npos;) {
+        const size_t next = record.find('|', bar + 1);
+        const std::string pair = record.substr(bar + 1, next - bar - 1);
+        std::string key = pair.substr(0, pair.find('='));
+        if (values.count(key) != 0)
+            key += '\'';
+        values[key] = pair.substr(pair.find('=') + 1);
+        bar = next;
+    }
+    return values;
+}
+
+std::string hexadecimal(const void* address)
+{
+    char digits[17];
+    std::snprintf(digits, sizeof digits, "%016llX",
+                  static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(address)));
+    return digits;
+}
+
+class ToolExport : public HostFixture {
+protected:
+    ToolExport() { currentRequestId = 17; }
+    void putPart(const std::string& sections)
+    {
+        const std::wstring path = installation.path(L"tools.mcam");
+        writeBytes(path, "mastercam part 1\n\n" + sections);
+        ASSERT_TRUE(standin::putPart(path));
+        newTrace();
+    }
+    std::string exported() const { return readBytes(toolFile).value_or("none"); }
+    // The records without their line ends; each ended in CR and LF.
+    std::vector<std::string> records() const
+    {
+        std::vector<std::string> all;
+        const std::string bytes = exported();
+        for (size_t start = 0; start < bytes.size();) {
+            const size_t end = bytes.find("\r\n", start);
+            all.push_back(bytes.substr(start, end - start));
+            start = end + 2;
+        }
+        return all;
+    }
+    const operation& firstInHost() const { return *firstMainOperation(); }
+
+    const std::wstring toolFile = installation.path(L"temp\\tool-17.txt");
+    LineReceiver listener;
+};
+
+} // namespace
+
+TEST_F(ToolExport, writesTheOperationsToolAndTheFullOne)
+{
+    putPart(planes +
+            "[tool]\nnumber = 3\nfeed-rate = 0.12\nlength-offset = 33\noverall-length = 79\n"
+            "geometry-file = full.stl\ncomment = of the list\nstation = 4\n\n" +
+            operationWith(9, 3,
+                          "tool.feed-rate = 0.11\ntool.length-offset = 3\n"
+                          "tool.comment = of the operation \xC3\x84\ndepth = -12\n"
+                          "cycle-time = 14.5\ntool-plane-origin = 1 2 3\n"));
+    exportToolData();
+    ASSERT_EQ(records().size(), 1u);
+    auto values = valuesOf(records()[0]);
+    EXPECT_EQ(records()[0].substr(0, 19), "TOOLDATA|DATAID=17|");
+    EXPECT_EQ(values["OPFEED"], "0.11");
+    EXPECT_EQ(values["FEED"], "0.12");
+    EXPECT_EQ(values["LOFF"], "3");
+    EXPECT_EQ(values["LENGTHOFFSET"], "33");
+    EXPECT_EQ(values["LENGTH OVERALL"], "79");
+    EXPECT_EQ(values["STATION"], "4");
+    EXPECT_EQ(values["COMMENT"], "of the operation \xC4");
+    EXPECT_EQ(values["OPERATION NUMBER"], "1");
+    EXPECT_EQ(values["OPID"], "9");
+    EXPECT_EQ(values["TPTYPE"], "1");
+    EXPECT_EQ(values["CPTYPE"], "2");
+    EXPECT_EQ(values["TPX"] + values["TPY"] + values["TPZ"], "123");
+    EXPECT_EQ(values["DEPTH"], "-12");
+    EXPECT_EQ(values["OPTIME"], "14.5");
+    EXPECT_EQ(values["GEOFILE"], hexadecimal(host::ownToolOf(firstInHost()).geometryFile));
+    EXPECT_EQ(values["NCNAME"], hexadecimal(host::valuesOf(firstInHost()).ncName));
+    EXPECT_NE(values["GEOFILE'"], values["GEOFILE"]);
+    EXPECT_NE(values["TPNAME"], values["CPNAME"]);
+    EXPECT_EQ(listener.nextConnection(), "TOOL-17\n");
+    EXPECT_EQ(newTrace(),
+              (Lines{LR"(ui list_manager(1, "", 0, *))", L"ui tool_manager(*, 5, *, *)",
+                     L"ui CalcCycleTime(*, true) -> 14.5", LR"(ui list_manager(1, "", 1, *))"}));
+}
+
+TEST_F(ToolExport, keepsTheOperationsToolWhereTheHostKnowsNone)
+{
+    putPart(planes + operationWith(1, 8, "tool.feed-rate = 0.11\ntool.length-offset = 3\n"));
+    exportToolData();
+    ASSERT_EQ(records().size(), 1u);
+    auto values = valuesOf(records()[0]);
+    EXPECT_EQ(values["FEED"], "0.11");
+    EXPECT_EQ(values["LENGTHOFFSET"], "3");
+    EXPECT_EQ(values["LENGTH OVERALL"], "0");
+}
+
+TEST_F(ToolExport, countsTheOperationsAndSortsTheirRecords)
+{
+    putPart(planes + operationWith(1, 3, "tool.diameter = 9\n") +
+            operationWith(2, 3, "tool.diameter = 10\n") +
+            operationWith(3, 3, "tool.diameter = 5\n"));
+    exportToolData();
+    const std::vector<std::string> all = records();
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_TRUE(std::is_sorted(all.begin(), all.end()));
+    std::map<std::string, std::string> numberOf;
+    for (const std::string& record : all)
+        numberOf[valuesOf(record)["DIA"]] = valuesOf(record)["OPERATION NUMBER"];
+    EXPECT_EQ(numberOf, (std::map<std::string, std::string>{{"9", "1"}, {"10", "2"}, {"5", "3"}}));
+}
+
+TEST_F(ToolExport, takesThePlaneNamesFromTheFirstOperationOfTheList)
+{
+    putPart("[no operation]\n\n" + planes + operationWith(1, 3, "") +
+            "[operation]\nid = 2\ntool-plane = 7\nconstruction-plane = 8\ntool.number = 4\n");
+    exportToolData(); // the second operation's planes are unknown
+    EXPECT_EQ(records().size(), 2u);
+}
+
+TEST_F(ToolExport, writesAnEmptyFileForAPartWithoutOperationsAndTellsIt)
+{
+    putPart(planes);
+    writeBytes(toolFile, "earlier");
+    exportToolData();
+    EXPECT_EQ(exported(), "");
+    EXPECT_EQ(listener.nextConnection(), "TOOL-17\n");
+    EXPECT_EQ(newTrace(), Lines{LR"(ui list_manager(1, "", 0, *))"}); // nothing to hand back
+}
+
+TEST_F(ToolExport, namesItsFileAndLineAfterTheRequest)
+{
+    putPart(planes + operationWith(1, 3));
+    currentRequestId = 0;
+    exportToolData();
+    const auto bytes = readBytes(installation.path(L"temp\\tool-0.txt"));
+    ASSERT_TRUE(bytes.has_value());
+    EXPECT_EQ(bytes->substr(0, 18), "TOOLDATA|DATAID=0|");
+    EXPECT_EQ(listener.nextConnection(), "TOOL-0\n");
+    currentRequestId = -5;
+    exportToolData();
+    EXPECT_TRUE(readBytes(installation.path(L"temp\\tool--5.txt")).has_value());
+    EXPECT_EQ(listener.nextConnection(), "TOOL--5\n");
+}
+
+TEST_F(ToolExport, leavesAnEarlierFileWhenItCannotDescribeThePart)
+{
+    struct Case {
+        const char* what;
+        std::string part;
+    };
+    const Case cases[] = {
+        {"an unknown plane", planes + "[operation]\nid = 1\ntool-plane = 9\n"},
+        {"another unknown plane",
+         planes + "[operation]\nid = 1\ntool-plane = 1\nconstruction-plane = 9\n"},
+    };
+    for (const Case& c : cases) {
+        putPart(c.part);
+        writeBytes(toolFile, "earlier");
+        exportToolData();
+        EXPECT_EQ(exported(), "earlier") << c.what;
+        EXPECT_TRUE(listener.isIdle()) << c.what;
+        EXPECT_EQ(newTrace().back(), LR"(ui list_manager(1, "", 1, *))") << c.what;
+    }
+}
+
+TEST_F(ToolExport, sendsNothingWhenItsFileCannotBeOpened)
+{
+    putPart(planes + operationWith(1, 3));
+    CreateDirectoryW(toolFile.c_str(), nullptr);
+    exportToolData();
+    EXPECT_TRUE(listener.isIdle());
+    RemoveDirectoryW(toolFile.c_str());
+}
+
+TEST_F(ToolExport, leavesAnEarlierFileWhenTheHostRaisesInPlaceOfItsOperations)
+{
+    putPart(planes + operationWith(1, 3));
+    writeBytes(toolFile, "earlier");
+    for (const char* operation : {"list_manager", "GetMainOpList", "GetSize"}) {
+        standin::raiseNext(operation);
+        exportToolData();
+        EXPECT_EQ(exported(), "earlier") << operation;
+        EXPECT_TRUE(listener.isIdle()) << operation;
+    }
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOf)
+{
+    putPart(planes + operationWith(1, 3, "tool.feed-rate = 0.11\ncycle-time = 5\n"));
+    for (const char* operation : {"tool_manager", "CalcCycleTime", "GetPlanePtrByID", "GetName"}) {
+        ASSERT_TRUE(standin::raiseNext(operation)) << operation;
+        exportToolData();
+        ASSERT_EQ(records().size(), 1u) << operation;
+        EXPECT_EQ(valuesOf(records()[0])["FEED"], "0.11") << operation;
+        EXPECT_EQ(listener.nextConnection(), "TOOL-17\n") << operation;
+        const Lines trace = newTrace();
+        EXPECT_EQ(trace.back(), LR"(ui list_manager(1, "", 1, *))") << operation;
+    }
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(ToolExport, namesPlanesBySelector)
+{
+    putPart(planes + "[plane]\nid = 5\nname = Third\n\n[operation]\nid = 1\ntool-plane = 1\n"
+                     "construction-plane = 2\nthird-plane = 5\n\n");
+    EXPECT_EQ(getPlaneName(firstInHost(), 0), L"Front");
+    EXPECT_EQ(getPlaneName(firstInHost(), 1), L"Top");
+    EXPECT_EQ(getPlaneName(firstInHost(), 2), L"");
+    EXPECT_EQ(getPlaneName(firstInHost(), 3), L"Third");
+    EXPECT_EQ(getPlaneName(firstInHost(), 4), L"");
+    putPart(planes + "[operation]\nid = 1\nthird-plane = 9\n\n");
+    EXPECT_EQ(getPlaneName(firstInHost(), 0), L""); // no plane
+    EXPECT_EQ(getPlaneName(firstInHost(), 3), std::nullopt);
+}
+
+TEST_F(ToolExport, findsTheFirstOperationOfTheList)
+{
+    putPart(planes);
+    EXPECT_EQ(firstMainOperation(), nullptr);
+    putPart("[no operation]\n\n[no operation]\n\n");
+    EXPECT_EQ(firstMainOperation(), nullptr);
+    putPart("[no operation]\n\n[operation]\nid = 4\n\n[operation]\nid = 5\n\n");
+    ASSERT_NE(firstMainOperation(), nullptr);
+    EXPECT_EQ(host::valuesOf(*firstMainOperation()).id, 4);
+}
