@@ -7,6 +7,7 @@
 #include "application/observed_calls.h"
 #include "control.h"
 #include "core/document.h"
+#include "core/posting.h"
 #include "core/session.h"
 
 #include <utility>
@@ -72,6 +73,14 @@ void runOpenCommand()
         reportFailure(L"The file is no part file.");
 }
 
+void runPostCommand()
+{
+    const std::vector<std::wstring> programs = postNcPrograms();
+    showNote(programs.empty() ? L"No NC program was posted."
+                              : L"Posted " + std::to_wstring(programs.size()) +
+                                    L" NC programs, the first as " + programs.front());
+}
+
 void runModalDialogCommand()
 {
     MessageBoxW(mainWindow(), L"Mastercam is busy until this dialog is closed.", L"Mastercam",
@@ -117,6 +126,8 @@ void runCommand(UINT command)
         return runSaveAsCommand();
     case modalDialogCommand:
         return runModalDialogCommand();
+    case postCommand:
+        return runPostCommand();
     case exitCommand:
         return requestQuit();
     case backplotCommand:

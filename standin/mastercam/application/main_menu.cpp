@@ -15,6 +15,7 @@ HMENU createFileMenu()
     AppendMenuW(menu, MF_STRING, openCommand, L"&Open...");
     AppendMenuW(menu, MF_STRING, saveCommand, L"&Save");
     AppendMenuW(menu, MF_STRING, saveAsCommand, L"Save &As...");
+    AppendMenuW(menu, MF_STRING, postCommand, L"&Post NC Programs");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu, MF_STRING, modalDialogCommand, L"Modal &Dialog...");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
