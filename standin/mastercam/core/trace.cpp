@@ -93,7 +93,8 @@ void trace(const std::wstring& line)
 {
     if (!isRunning())
         return;
-    std::wstring whole = (isUserInterfaceThread() ? L"ui " : L"other ") + line;
+    const bool isUi = isUserInterfaceThread();
+    std::wstring whole = (isUi ? L"ui " : L"other ") + line;
     Trace& held = theTrace();
     {
         const std::scoped_lock guard(held.lock);
@@ -101,7 +102,8 @@ void trace(const std::wstring& line)
             writeToFile(held.file, whole);
         held.lines.push_back(std::move(whole));
     }
-    SetEvent(traceSignal());
+    if (!isUi)
+        SetEvent(traceSignal());
 }
 
 } // namespace standin

@@ -16,7 +16,8 @@ MCCORE_API bool openTrace(const std::wstring& path);
 // Closes the file; the lines stay readable in memory.
 MCCORE_API void closeTrace();
 
-// Signalled by each new line, reset by the wait that it ends. Owned by the trace.
+// Signalled by each new line of another thread, reset by the wait that it ends: the
+// user-interface thread, which waits, sees its own lines between its messages. Owned by the trace.
 MCCORE_API HANDLE traceSignal();
 
 // Looks for a line with this text behind the last line found and takes it as the last one found.
