@@ -52,6 +52,7 @@ constexpr int file = 0;
 constexpr int addIn = 1;
 constexpr int events = 2;
 constexpr int view = 3;
+constexpr int edit = 4;
 
 bool wasDisabled = false;
 
@@ -110,6 +111,32 @@ TEST_F(HostMenu, switchesTheBackplot)
     EXPECT_TRUE(BackplotActive());
     click(view, L"&Backplot");
     EXPECT_FALSE(BackplotActive());
+}
+
+TEST_F(HostMenu, addsAFinishingPassBehindTheLastOperation)
+{
+    const std::wstring path = makePart();
+    writeBytes(path, "mastercam part 1\n\n[operation]\nid = 7\ndepth = -2\npath = 0 0 10 20\n");
+    ASSERT_TRUE(standin::putPart(path));
+    EXPECT_FALSE(has_db_changed());
+    click(edit, L"Add a &Finishing Pass");
+    EXPECT_TRUE(has_db_changed());
+    operation_node* chain = nullptr;
+    list_manager(1, L"", 0, &chain);
+    ASSERT_NE(chain->next, nullptr);
+    EXPECT_EQ(chain->next->op.operationId, 8);
+    EXPECT_EQ(chain->next->next, nullptr);
+    EXPECT_EQ(TpMainOpMgr.GetMainOpList().GetSize(), 2);
+    ASSERT_TRUE(CFile_DoFileSave(path.c_str(), nullptr, false, false));
+    const std::string saved = readBytes(path).value_or("");
+    EXPECT_NE(saved.find("depth = -2.5\n"), saved.npos) << saved;
+    EXPECT_NE(saved.find("path = 0.75 1.5 9.25 18.5\n"), saved.npos) << saved;
+}
+
+TEST_F(HostMenu, leavesAPartWithoutOperationsAsItIs)
+{
+    click(edit, L"Add a &Finishing Pass");
+    EXPECT_FALSE(has_db_changed());
 }
 
 TEST_F(HostMenu, showsAModalDialogThatDisablesTheMainWindow)

@@ -7,6 +7,7 @@
 #include "application/observed_calls.h"
 #include "control.h"
 #include "core/document.h"
+#include "core/editing.h"
 #include "core/posting.h"
 #include "core/session.h"
 
@@ -81,6 +82,12 @@ void runPostCommand()
                                     L" NC programs, the first as " + programs.front());
 }
 
+void runFinishingPassCommand()
+{
+    if (!addFinishingPass())
+        showNote(L"There is no operation to add a pass to.");
+}
+
 void runModalDialogCommand()
 {
     MessageBoxW(mainWindow(), L"Mastercam is busy until this dialog is closed.", L"Mastercam",
@@ -128,6 +135,8 @@ void runCommand(UINT command)
         return runModalDialogCommand();
     case postCommand:
         return runPostCommand();
+    case finishingPassCommand:
+        return runFinishingPassCommand();
     case exitCommand:
         return requestQuit();
     case backplotCommand:

@@ -16,6 +16,7 @@ constexpr UINT modalDialogCommand = 41104;
 constexpr UINT exitCommand = 41105;
 constexpr UINT backplotCommand = 41106;
 constexpr UINT postCommand = 41107;
+constexpr UINT finishingPassCommand = 41108;
 constexpr UINT firstExportCommand = 42000; // in the order of `addInExports`
 constexpr UINT firstEventCommand = 43000;  // plus the event's code
 

@@ -50,6 +50,13 @@ HMENU createViewMenu()
     return menu;
 }
 
+HMENU createEditMenu()
+{
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING, finishingPassCommand, L"Add a &Finishing Pass");
+    return menu;
+}
+
 void append(HMENU bar, HMENU menu, const wchar_t* text)
 {
     AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
@@ -64,6 +71,7 @@ HMENU createMainMenu()
     append(bar, createAddInMenu(), L"&Add-in");
     append(bar, createEventsMenu(), L"&Events");
     append(bar, createViewMenu(), L"&View");
+    append(bar, createEditMenu(), L"E&dit");
     return bar;
 }
 
