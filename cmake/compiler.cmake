@@ -12,7 +12,10 @@ endif()
 if(MINGW)
   # The compiler's own libraries go into each module: nothing but Windows' DLLs is needed at run
   # time.
-  add_link_options(-static -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+  add_link_options(-static -fstack-protector-strong
+                   -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+  # A frame whose guard was overwritten ends the program before it can be misused.
+  add_compile_options(-fstack-protector-strong)
 endif()
 
 function(add_own_options target)

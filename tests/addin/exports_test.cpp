@@ -1,4 +1,5 @@
 // The library as it ships: its file, looked at as the loader and the host look at it.
+#include "support/bytes.h"
 #include "support/installation.h"
 
 #include <algorithm>
@@ -103,8 +104,26 @@ TEST_F(AddInLibrary, isA64BitLibraryWithRandomisedAddressesAndNoExecutableData)
     EXPECT_EQ(headers().FileHeader.Machine, IMAGE_FILE_MACHINE_AMD64);
     const WORD traits = headers().OptionalHeader.DllCharacteristics;
     EXPECT_TRUE(traits & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE);
+    EXPECT_TRUE(traits & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA);
     EXPECT_TRUE(traits & IMAGE_DLLCHARACTERISTICS_NX_COMPAT);
+    EXPECT_GT(headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_BASERELOC].Size, 0u);
     EXPECT_FALSE(headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED);
+}
+
+TEST_F(AddInLibrary, hasNoSectionThatIsBothWrittenAndExecuted)
+{
+    const auto* const first = IMAGE_FIRST_SECTION(&headers());
+    for (WORD i = 0; i < headers().FileHeader.NumberOfSections; ++i) {
+        const DWORD traits = first[i].Characteristics;
+        EXPECT_FALSE((traits & IMAGE_SCN_MEM_WRITE) && (traits & IMAGE_SCN_MEM_EXECUTE)) << i;
+    }
+}
+
+TEST_F(AddInLibrary, guardsItsStackFrames)
+{
+    const std::string bytes =
+        testing_support::readBytes(testing_support::programFolder() + L"torvapdm.dll").value_or("");
+    EXPECT_NE(bytes.find("*** stack smashing detected ***"), bytes.npos);
 }
 
 TEST_F(AddInLibrary, describesTheHostsCommandsInItsStringTable)
