@@ -7,10 +7,11 @@ namespace torvapdm {
 // exceptions of the setup-sheet hand-over.
 int runCommandMenu();
 
-// Starts the Companion's about box over the host's main window.
+// Starts the Companion's about box over the host's main window. Shows "TORVA ZEM is not installed."
+// when its program file is missing; a start that fails shows nothing.
 void showAbout();
 
-// Opens the maker's web site.
+// Opens the maker's web site. Shows nothing when the shell cannot.
 void openWebsite();
 
 } // namespace torvapdm

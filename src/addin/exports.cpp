@@ -1,5 +1,6 @@
 // Thin shells: each calls one inner function and gives the neutral answer when an exception ends
-// it.
+// it. m_main and m_load let out the one exception that is meant to pass; m_version, importNC and
+// renameNC call what cannot throw and have no edge.
 #include "addin/exports.h"
 
 #include "addin/command_menu.h"
@@ -61,8 +62,8 @@ int m_tools(int)
     });
 }
 
-// Deliberate: an answer whose first word has one or two characters throws, and nobody catches it.
-// One would expect "Failed to load file."; nothing else gets out.
+// Deliberate: an answer whose first word has fewer than three characters throws, and nobody catches
+// it. One would expect "Failed to load file."; nothing else gets out.
 int m_load(int)
 {
     return atEdgeLetting<const std::out_of_range&>(0, requestCheckout);

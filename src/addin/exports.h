@@ -1,5 +1,6 @@
 // The entry points that the host finds by name. The host calls all of them on its user-interface
-// thread; none reports failure. Exported undecorated by exports.def.
+// thread; none reports failure, and no exception leaves them but where it is said. Exported
+// undecorated by exports.def.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +11,16 @@ int m_version(int hostVersion);
 int m_open(int unused);
 int m_close(int unused);
 int m_notify(int eventCode);
+
+// Throws a `CException*` that the host raised in the setup sheet; it belongs to whoever catches it.
 int m_main(int unused);
+
 int m_about(int unused);
 int m_tools(int unused);
+
+// Throws std::out_of_range for an answer whose first word has fewer than three characters.
 int m_load(int unused);
+
 int m_save(int unused);
 int importNCqueue();
 int importNC();

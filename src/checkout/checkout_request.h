@@ -14,6 +14,8 @@ struct CheckoutCommand {
 
 // Runs the request; always 0. Shows a message when the Companion cannot be started or its answer
 // cannot be loaded.
+//
+// Throws std::out_of_range for an answer whose first word has fewer than three characters.
 int requestCheckout();
 
 // Loads the file that was answered and makes it the current one of the Companion. Shows a message
@@ -24,7 +26,7 @@ void loadAnsweredFile(const CheckoutCommand& command);
 // current file, closes the process's C streams and the host's document, and wakes the message
 // window.
 //
-// Throws std::out_of_range for a first word of one or two characters.
+// Throws std::out_of_range for a first word of fewer than three characters.
 CheckoutCommand parseAnswer(const std::wstring& text);
 
 } // namespace torvapdm

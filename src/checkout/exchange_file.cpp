@@ -1,10 +1,11 @@
 #include "checkout/exchange_file.h"
 
+#include "checkout/exchange_file_name.h"
+#include "framework/framework.h"
 #include "link/paths.h"
 #include "link/shared_values.h"
 
 #include <ctime>
-#include <windows.h>
 
 namespace torvapdm {
 
@@ -26,20 +27,7 @@ std::wstring temporaryFolder()
     return folder;
 }
 
-// Deliberate: the folder's own backslash and another one. One would expect one; the Companion takes
-// the name as it comes.
-std::wstring exchangeFileName(const std::wstring& folder, std::uint16_t number)
-{
-    return folder + L"\\TORVA ZEM-" + std::to_wstring(number) + L".tmp";
-}
-
 } // namespace
-
-std::uint16_t exchangeFileNumber(std::int64_t seconds)
-{
-    // The low bits of the signed product are those of the unsigned one, which may wrap.
-    return static_cast<std::uint16_t>(static_cast<std::uint64_t>(seconds) * 275604541u);
-}
 
 // Deliberate: every attempt within a second forms the same name. One would expect another number
 // each time; a name that is taken stays taken, and the answer is read from nowhere.
@@ -47,7 +35,7 @@ std::wstring makeExchangeFileName()
 {
     const std::wstring folder = temporaryFolder();
     for (int attempt = 0; attempt < nameAttempts; ++attempt) {
-        std::wstring name = exchangeFileName(folder, exchangeFileNumber(_time64(nullptr)));
+        std::wstring name = exchangeFileName(folder, _time64(nullptr));
         if (!fileExists(name))
             return name;
     }

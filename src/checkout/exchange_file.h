@@ -1,7 +1,6 @@
 // The exchange file of a check-out request, in the user's temporary folder.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 namespace torvapdm {
@@ -9,9 +8,6 @@ namespace torvapdm {
 // A name for the file, with a doubled backslash before "TORVA ZEM"; empty when the name of this
 // second is taken.
 std::wstring makeExchangeFileName();
-
-// The number in the name that is made at this time, in seconds.
-std::uint16_t exchangeFileNumber(std::int64_t seconds);
 
 // Reads the answer out of the file. Always an empty text: opening the file empties it. The file
 // stays open and goes with the host's process.

@@ -14,8 +14,9 @@ public:
     }
     ~CWinThread() override;
 
-    // Called once before the thread works; FALSE ends it. The base returns FALSE as the framework's
-    // does for threads; the application object's base returns TRUE.
+    // Called once for the application object, when its module is loaded: FALSE refuses the load. A
+    // worker thread has its procedure instead, and this is not called for it. The base returns
+    // FALSE as the framework's does; the application object's base returns TRUE.
     virtual BOOL InitInstance() { return FALSE; }
     virtual int ExitInstance() { return 0; }
 

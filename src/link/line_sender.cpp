@@ -1,5 +1,7 @@
 #include "link/line_sender.h"
 
+#include "framework/framework.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>

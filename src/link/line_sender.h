@@ -15,7 +15,8 @@ constexpr size_t longestLine = 1023;
 // than `longestLine` is not sent at all. UI thread: calls must not overlap.
 void sendLine(std::string line);
 
-// Starts the sockets library in version 2.0 and gives its result. Nothing calls it.
+// Starts the sockets library in version 2.0: 0 on success, else its error. Whoever starts it with
+// success ends it with WSACleanup. Nothing calls it.
 int startSockets();
 
 } // namespace torvapdm

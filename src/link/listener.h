@@ -5,8 +5,8 @@
 
 namespace torvapdm {
 
-// Starts the listener's thread; false when it cannot be created. The command file has to have been
-// created. UI thread.
+// Starts the listener's thread; false when it cannot be created. A command file that is missing,
+// now or later, is created by the listener. UI thread.
 bool startListener();
 
 // True while a listener that was started here has not ended. UI thread.

@@ -23,7 +23,7 @@ bool isRequestPending();
 // Takes the request out; empty when none is parked. UI thread.
 std::optional<OpenRequest> takeOpenRequest();
 
-// Forgets the request. UI thread.
+// Forgets the request. Any thread.
 void clearOpenRequest();
 
 } // namespace torvapdm

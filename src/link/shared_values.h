@@ -22,12 +22,13 @@ namespace torvapdm {
 // ---- Identity of what is open ------------------------------------------------------------------
 
 // The number of the request the Companion made last; 0 after a check-in.
-// Written: listener (each open request, check-in). Read: UI (machine settings, setup
-// sheet, save flow).
+// Written: listener (each open and new-file request, check-in), UI (a check-in that answers a
+// check-out request). Read: UI (machine settings, setup sheet, tool export, save flow, NC queue).
 inline std::atomic<std::int32_t> currentRequestId{0};
 
 // The Companion's number for the open file, or `noZemId`.
-// Written: UI (load pipeline, host events, save flow), listener (check-in). Read: UI.
+// Written: UI (check-out request, load pipeline, host events, save flow), listener (check-in).
+// Read: UI (host events, save flow, commit request).
 inline std::atomic<std::uint32_t> currentZemId{noZemId};
 
 // A text that several threads write without a lock. Its storage never moves, so that two writers at
@@ -46,7 +47,8 @@ struct SharedPath {
 };
 
 // The path of the Companion's file that is open, or empty.
-// Written: UI (load pipeline, host events), listener (check-in empties it). Read: UI.
+// Written: UI (check-out request, load pipeline, host events), listener (check-in empties it). Read
+// by no flow of this release.
 inline SharedPath currentFilePath;
 
 // The letters that lead the check-out answer's first word, "CAD" for files of a CAD system.
@@ -98,11 +100,14 @@ inline UINT openMessage = 0;
 inline UINT commitMessage = 0;
 inline UINT getCheckedOutMessage = 0;
 
-// The command file and the handle that keeps it alive: null or invalid when there is none, and left
-// as it was after m_close.
-// Written: UI (m_open, before the listener starts), then listener. Read: listener, UI (m_close,
-// after the listener has ended).
+// The command file's path. Written: UI (m_open, before the listener starts), then listener. Read:
+// listener.
 inline SharedPath commandFilePath;
+
+// The handle that keeps the command file alive: null or invalid when there is none, and left as it
+// was after m_close.
+// Written: UI (m_open, before the listener starts), then listener. Read: listener, UI (m_close,
+// after the listener has ended; the check-out request, while it runs).
 inline std::atomic<HANDLE> commandFile{nullptr};
 
 // The listener's thread, null when none was started. Written and read: UI (m_open, m_close).

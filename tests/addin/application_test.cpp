@@ -1,6 +1,7 @@
 #include "addin/application.h"
 
 #include <gtest/gtest.h>
+#include <type_traits>
 
 namespace {
 
@@ -8,7 +9,12 @@ namespace {
 struct Opened : CtorvapdmApp {
     using CtorvapdmApp::GetMessageMap;
     using CtorvapdmApp::GetThisMessageMap;
+    static const AFX_MSGMAP* basesMessageMap() { return CWinApp::GetThisMessageMap(); }
 };
+
+// The class that a member function comes from.
+template <class Class, class Result>
+Class ownerOf(Result (Class::*)());
 
 } // namespace
 
@@ -17,6 +23,12 @@ TEST(Application, startsAndHasNoName)
     CtorvapdmApp application;
     EXPECT_EQ(application.InitInstance(), TRUE);
     EXPECT_EQ(application.m_pszAppName, nullptr);
+}
+
+TEST(Application, startsInAFunctionOfItsOwnAndEndsInTheFrameworks)
+{
+    EXPECT_TRUE((std::is_same_v<decltype(ownerOf(&CtorvapdmApp::InitInstance)), CtorvapdmApp>));
+    EXPECT_FALSE((std::is_same_v<decltype(ownerOf(&CtorvapdmApp::ExitInstance)), CtorvapdmApp>));
 }
 
 TEST(Application, registersItselfWithTheFramework)
@@ -29,5 +41,7 @@ TEST(Application, hasAnEmptyMessageMapOfItsOwn)
 {
     const Opened application;
     EXPECT_EQ(application.GetMessageMap(), Opened::GetThisMessageMap());
+    EXPECT_NE(application.GetMessageMap(), Opened::basesMessageMap());
+    EXPECT_EQ(application.GetMessageMap()->base(), Opened::basesMessageMap());
     EXPECT_EQ(application.GetMessageMap()->rows[0].handler, nullptr);
 }

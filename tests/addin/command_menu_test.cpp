@@ -8,6 +8,7 @@
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
+#include "support/system_calls.h"
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -51,6 +52,14 @@ void CALLBACK readAndDismiss(HWND, UINT, UINT_PTR, DWORD)
 {
     if (openRows.empty())
         EnumThreadWindows(GetCurrentThreadId(), readIfMenu, 0);
+}
+
+// What the user has chosen in the menu that is asked for next.
+UINT chosenId = 0;
+
+BOOL WINAPI choosingPopupMenu(HMENU, UINT, int, int, int, HWND, const RECT*)
+{
+    return static_cast<BOOL>(chosenId);
 }
 
 // Has this process's shell start the program for web addresses.
@@ -145,13 +154,26 @@ TEST_F(CommandMenu, doesNothingWhenDismissed)
     EXPECT_EQ(newTrace(), Lines{menu(rows)});
 }
 
-TEST_F(CommandMenu, doesNothingForTheTitleAndForARecentFile)
+TEST_F(CommandMenu, doesNothingForARecentFile)
 {
     recentFiles = {{1, L"C:\\one.mcam"}};
-    for (const wchar_t* item : {L"TORVA ZEM", L"C:\\one.mcam"}) {
-        choose(item);
-        EXPECT_EQ(newTrace(), Lines{menu(rows + LR"(, -, "C:\one.mcam")")}) << item;
+    choose(L"C:\\one.mcam");
+    EXPECT_EQ(newTrace(), Lines{menu(rows + LR"(, -, "C:\one.mcam")")});
+}
+
+TEST_F(CommandMenu, doesNothingForTheTitleAndForAnyOtherNumberThatIsNoCommand)
+{
+    recordCompanionStarts(installation);
+    // In place of the host's own, which lets nobody choose a title.
+    standin::leadImports(GetModuleHandleW(nullptr), &TrackPopupMenu, &choosingPopupMenu);
+    for (const UINT id : {0xF0AD4F01u, 0xF0AD4F00u, 0xF0AD4F06u, 0xF0AD4F1Au, 1u, 0xFFFFFFFFu}) {
+        chosenId = id;
+        EXPECT_EQ(m_main(0), 0);
+        EXPECT_EQ(newTrace(), Lines{}) << id;
     }
+    chosenId = 0xF0AD4F04; // a command, to see that the numbers arrive
+    EXPECT_EQ(m_main(0), 0);
+    EXPECT_EQ(companionStarts(installation, 1), Lines{aboutStart(getMainFrameWindow())});
 }
 
 TEST_F(CommandMenu, opensTheCompanion)

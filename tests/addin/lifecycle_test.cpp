@@ -6,6 +6,7 @@
 #include "link/shared_values.h"
 #include "support/command_file_writer.h"
 #include "support/host_fixture.h"
+#include "support/system_calls.h"
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -20,6 +21,66 @@ protected:
     bool commandFileExists() { return readBytes(commandPath).has_value(); }
     bool listenerRuns() { return WaitForSingleObject(listenerThread, 0) == WAIT_TIMEOUT; }
 };
+
+using Calls = std::vector<std::string>;
+
+const DWORD ownThread = GetCurrentThreadId();
+
+// What a closing asks of the system, in its order: what the other threads ask is their own.
+Calls closingCalls;
+
+void note(const std::string& call)
+{
+    if (GetCurrentThreadId() == ownThread)
+        closingCalls.push_back(call);
+}
+
+// The handle by the name that it has among the shared values.
+std::string nameOf(HANDLE handle)
+{
+    if (!handle)
+        return "null";
+    return handle == listenerThread ? "thread" : handle == commandFile ? "file" : "other";
+}
+
+DWORD WINAPI notedWait(HANDLE handle, DWORD milliseconds)
+{
+    note("wait " + nameOf(handle) + ' ' + std::to_string(milliseconds));
+    return systems(&WaitForSingleObject, "WaitForSingleObject")(handle, milliseconds);
+}
+
+BOOL WINAPI notedTerminate(HANDLE thread, DWORD code)
+{
+    note("terminate " + nameOf(thread) + ' ' + std::to_string(code));
+    return systems(&TerminateThread, "TerminateThread")(thread, code);
+}
+
+BOOL WINAPI notedClose(HANDLE handle)
+{
+    note("close " + nameOf(handle));
+    return systems(&CloseHandle, "CloseHandle")(handle);
+}
+
+// A listener that never comes out of its first pause.
+std::atomic<bool> isListenerStuck{false};
+
+void WINAPI stickingSleep(DWORD milliseconds)
+{
+    const bool isListeners = GetCurrentThreadId() != ownThread;
+    if (isListeners)
+        isListenerStuck = true;
+    systems(&Sleep, "Sleep")(isListeners ? INFINITE : milliseconds);
+}
+
+// Closes the add-in and gives the calls that this took.
+Calls callsOfClosing()
+{
+    leadCalls(&WaitForSingleObject, "WaitForSingleObject", &notedWait);
+    leadCalls(&TerminateThread, "TerminateThread", &notedTerminate);
+    leadCalls(&CloseHandle, "CloseHandle", &notedClose);
+    EXPECT_EQ(m_close(0), 0);
+    return closingCalls;
+}
 
 } // namespace
 
@@ -43,7 +104,7 @@ TEST_F(Lifecycle, stopsEverythingAndShowsNothing)
 {
     m_open(0);
     const HWND window = messageWindow;
-    EXPECT_EQ(m_close(0), 0);
+    EXPECT_EQ(callsOfClosing(), (Calls{"wait thread 1000", "close thread", "close file"}));
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(messageWindow, nullptr);
     EXPECT_EQ(property(), nullptr);
@@ -111,6 +172,7 @@ TEST_F(Lifecycle, listensOnceTheTemporaryFolderAppears)
 {
     removeFolder(installation.path(L"temp"));
     m_open(0);
+    ASSERT_TRUE(waitUntil([] { return commandFile == INVALID_HANDLE_VALUE; }));
     CreateDirectoryW(installation.path(L"temp").c_str(), nullptr);
     ASSERT_TRUE(waitUntil([&] { return commandFileExists(); }));
     EXPECT_TRUE(writeRequest(commandPath, openRequest(9, "")));
@@ -128,14 +190,14 @@ TEST_F(Lifecycle, emptiesACommandFileThatIsThereAlready)
 
 TEST_F(Lifecycle, endsAListenerThatIgnoresTheStopFlagByForce)
 {
+    leadCalls(&Sleep, "Sleep", &stickingSleep);
     m_open(0);
     HANDLE thread = nullptr;
     ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), listenerThread, GetCurrentProcess(), &thread,
                                 0, FALSE, DUPLICATE_SAME_ACCESS));
-    SuspendThread(thread);
-    const ULONGLONG before = GetTickCount64();
-    EXPECT_EQ(m_close(0), 0);
-    EXPECT_GE(GetTickCount64() - before, 950u);
+    ASSERT_TRUE(waitUntil([] { return isListenerStuck.load(); }));
+    EXPECT_EQ(callsOfClosing(),
+              (Calls{"wait thread 1000", "terminate thread 0", "close thread", "close file"}));
     EXPECT_EQ(WaitForSingleObject(thread, generousMs), WAIT_OBJECT_0);
     DWORD code = 7;
     GetExitCodeThread(thread, &code);
@@ -145,7 +207,7 @@ TEST_F(Lifecycle, endsAListenerThatIgnoresTheStopFlagByForce)
 
 TEST_F(Lifecycle, canBeClosedWithoutHavingBeenOpened)
 {
-    EXPECT_EQ(m_close(0), 0);
+    EXPECT_EQ(callsOfClosing(), (Calls{"wait null 1000", "close null"}));
     EXPECT_EQ(newTrace(), Lines{});
 }
 

@@ -2,13 +2,18 @@
 
 #include "addin/exports.h"
 #include "checkout/exchange_file.h"
+#include "checkout/exchange_file_name.h"
+#include "host/host.h"
 #include "link/identifiers.h"
 #include "link/listener.h"
 #include "link/pending_request.h"
 #include "link/shared_values.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
+#include "support/system_calls.h"
+#include "support/watched_window.h"
 
+#include <algorithm>
 #include <ctime>
 #include <filesystem>
 
@@ -29,6 +34,68 @@ protected:
     }
     const std::wstring folder = installation.path(L"user temp\\");
 };
+
+// What the system answers for an exchange file that holds something: its size, and how many of the
+// bytes asked for it gives, all of them 'a'.
+LONGLONG answerSize = 0;
+DWORD answerRead = 0;
+DWORD bytesAsked = 0;
+
+BOOL WINAPI answeringGetFileSize(HANDLE, PLARGE_INTEGER size)
+{
+    size->QuadPart = answerSize;
+    return TRUE;
+}
+
+BOOL WINAPI answeringReadFile(HANDLE, LPVOID bytes, DWORD size, LPDWORD read, LPOVERLAPPED)
+{
+    bytesAsked = size;
+    std::fill_n(static_cast<char*>(bytes), size, 'a');
+    *read = answerRead;
+    return TRUE;
+}
+
+void answerWith(LONGLONG size, DWORD read)
+{
+    answerSize = size;
+    answerRead = read;
+    bytesAsked = 0;
+    leadCalls(&GetFileSizeEx, "GetFileSizeEx", &answeringGetFileSize);
+    leadCalls(&ReadFile, "ReadFile", &answeringReadFile);
+}
+
+// The steps that close what a check-in answer closes, each with the identity it left behind.
+Lines closingSteps;
+
+void noteStep(const std::wstring& step)
+{
+    closingSteps.push_back(step + L" after " + std::to_wstring(currentRequestId) + L' ' +
+                           std::to_wstring(currentZemId) + L" \"" + fileTypePrefix + L'"');
+}
+
+int __cdecl notedCloseStreams()
+{
+    noteStep(L"_fcloseall");
+    return systems(&_fcloseall, "_fcloseall", L"msvcrt.dll")();
+}
+
+void notedCloseDocument(const wchar_t*, int, FILE*)
+{
+    noteStep(L"m_fclose");
+}
+
+BOOL WINAPI notedPost(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    noteStep(L"post " + std::to_wstring(message));
+    return systems(&PostMessageW, "PostMessageW", L"user32.dll")(window, message, wParam, lParam);
+}
+
+void noteClosingSteps()
+{
+    leadCalls(&_fcloseall, "_fcloseall", &notedCloseStreams, L"msvcrt.dll");
+    standin::leadImports(GetModuleHandleW(nullptr), &m_fclose, &notedCloseDocument);
+    leadCalls(&PostMessageW, "PostMessageW", &notedPost, L"user32.dll");
+}
 
 } // namespace
 
@@ -90,23 +157,11 @@ TEST_F(CheckoutRequest, namesTheExchangeFileWithADoubledBackslash)
     EXPECT_EQ(name.substr(name.size() - 4), L".tmp");
 }
 
-TEST_F(CheckoutRequest, numbersTheExchangeFileByTheLowBitsOfTheTime)
-{
-    EXPECT_EQ(exchangeFileNumber(0), 0);
-    EXPECT_EQ(exchangeFileNumber(1), 0x643D);
-    EXPECT_EQ(exchangeFileNumber(2), 0xC87A);
-    EXPECT_EQ(exchangeFileNumber(3), 0x2CB7);
-    EXPECT_EQ(exchangeFileNumber(1795000000), (1795000000ull * 275604541ull) & 0xFFFF);
-    EXPECT_EQ(exchangeFileNumber(-1), 0x9BC3);
-}
-
 TEST_F(CheckoutRequest, givesUpWhenTheNamesOfTheSecondAreTaken)
 {
     const std::int64_t now = _time64(nullptr);
-    for (std::int64_t second = now; second < now + 300; ++second) {
-        const std::uint16_t number = exchangeFileNumber(second);
-        writeBytes(folder + L"TORVA ZEM-" + std::to_wstring(number) + L".tmp", "");
-    }
+    for (std::int64_t second = now; second < now + 300; ++second)
+        writeBytes(exchangeFileName(folder, second), "");
     EXPECT_EQ(makeExchangeFileName(), L"");
 }
 
@@ -121,8 +176,30 @@ TEST_F(CheckoutRequest, readsAnEmptyAnswerBecauseOpeningEmptiesTheFile)
 
 TEST_F(CheckoutRequest, readsNothingWhileTheListenersHandleIsInvalid)
 {
+    answerWith(2, 2);
     commandFile = INVALID_HANDLE_VALUE;
-    EXPECT_EQ(readAnswer(folder + L"answer.tmp"), L"");
+    EXPECT_EQ(readAnswer(folder + L"invalid.tmp"), L"");
+    commandFile = nullptr; // no handle at all is no invalid one
+    EXPECT_EQ(readAnswer(folder + L"null.tmp"), std::wstring(L"\u6161\0", 2));
+}
+
+TEST_F(CheckoutRequest, readsAnAnswerOfUpTo65536Bytes)
+{
+    answerWith(65536, 65536);
+    EXPECT_EQ(readAnswer(folder + L"longest.tmp").size(), 65536u);
+    EXPECT_EQ(bytesAsked, 65536u);
+    answerWith(65537, 65537);
+    EXPECT_EQ(readAnswer(folder + L"too long.tmp"), L"");
+    EXPECT_EQ(bytesAsked, 0u);
+}
+
+TEST_F(CheckoutRequest, takesTheBytesReadForTheAnswersLength)
+{
+    answerWith(8, 3);
+    EXPECT_EQ(readAnswer(folder + L"answer.tmp"), L"\u6161\u6161\u6161");
+    EXPECT_EQ(bytesAsked, 8u);
+    answerWith(8, 0);
+    EXPECT_EQ(readAnswer(folder + L"empty.tmp"), L"");
 }
 
 TEST_F(CheckoutRequest, takesTheKindOfAnAnsweredFile)
@@ -137,6 +214,7 @@ TEST_F(CheckoutRequest, takesTheKindOfAnAnsweredFile)
 
 TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
 {
+    const WatchedMessageWindow window;
     currentRequestId = 5;
     currentZemId = 5;
     fileTypePrefix = L"CAD";
@@ -151,6 +229,19 @@ TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
     EXPECT_EQ(fileTypePrefix, L"");
     EXPECT_EQ(readBytes(folder + L"open.txt"), "buffered"); // flushed by the closing
     EXPECT_EQ(newTrace(), Lines{L"ui m_fclose(null, 0, null)"});
+    EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
+}
+
+TEST_F(CheckoutRequest, forgetsBeforeItClosesOnACheckInAnswer)
+{
+    const WatchedMessageWindow window;
+    currentRequestId = 5;
+    currentZemId = 6;
+    fileTypePrefix = L"CAD";
+    noteClosingSteps();
+    parseAnswer(L"CHECKIN C:\\a.mcam");
+    EXPECT_EQ(closingSteps, (Lines{LR"(_fcloseall after 0 0 "")", LR"(m_fclose after 0 0 "")",
+                                   LR"(post 3 after 0 0 "")"}));
 }
 
 TEST_F(CheckoutRequest, loadsTheAnsweredFileAndMakesItTheCurrentOne)

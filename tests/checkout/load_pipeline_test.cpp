@@ -323,6 +323,21 @@ TEST_F(LoadPipeline, restoresAndActivatesTheHostsWindow)
     EXPECT_EQ(GetActiveWindow(), window);
 }
 
+TEST_F(LoadPipeline, activatesTheHostsWindowOverAnotherAndLeavesItsSize)
+{
+    const HWND window = getMainFrameWindow();
+    CompanionDouble companion;
+    const HWND other = companion.showWindow();
+    for (const int size : {SW_SHOWNORMAL, SW_SHOWMAXIMIZED}) {
+        ShowWindow(window, size);
+        SetActiveWindow(other);
+        ASSERT_EQ(GetActiveWindow(), other);
+        EXPECT_TRUE(openFile(1, makePart()));
+        EXPECT_EQ(GetActiveWindow(), window);
+        EXPECT_EQ(IsZoomed(window) != FALSE, size == SW_SHOWMAXIMIZED);
+    }
+}
+
 TEST_F(LoadPipeline, refusesSilentlyWhileTheHostIsBusy)
 {
     standin::setState("backplot", L"true");

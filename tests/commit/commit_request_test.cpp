@@ -1,10 +1,10 @@
 #include "commit/commit_request.h"
 
-#include "application/imports.h"
 #include "link/shared_values.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
+#include "support/system_calls.h"
 
 #include <algorithm>
 
@@ -60,12 +60,6 @@ bool doAppendCallsFail = false;
 const std::vector<std::string> appendOf26BytesAt7 = {"seek 0 0 2", "lock 7 0 26 0", "write 26",
                                                      "unlock 7 0 26 0"};
 
-template <class Function>
-Function* systems(Function*, const char* name)
-{
-    return std::bit_cast<Function*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name));
-}
-
 void note(const char* call, std::vector<DWORD> numbers)
 {
     std::string line = call;
@@ -111,11 +105,10 @@ HANDLE WINAPI denyingCreateFile(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DW
 
 void noteAppendCalls()
 {
-    const HMODULE self = GetModuleHandleW(nullptr);
-    standin::leadImports(self, systems(&SetFilePointer, "SetFilePointer"), &notedSetFilePointer);
-    standin::leadImports(self, systems(&LockFile, "LockFile"), &notedLockFile);
-    standin::leadImports(self, systems(&WriteFile, "WriteFile"), &notedWriteFile);
-    standin::leadImports(self, systems(&UnlockFile, "UnlockFile"), &notedUnlockFile);
+    leadCalls(&SetFilePointer, "SetFilePointer", &notedSetFilePointer);
+    leadCalls(&LockFile, "LockFile", &notedLockFile);
+    leadCalls(&WriteFile, "WriteFile", &notedWriteFile);
+    leadCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
 }
 
 } // namespace
@@ -195,8 +188,7 @@ TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileMayNotBeWritten)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
-    standin::leadImports(GetModuleHandleW(nullptr), systems(&CreateFileW, "CreateFileW"),
-                         &denyingCreateFile);
+    leadCalls(&CreateFileW, "CreateFileW", &denyingCreateFile);
     EXPECT_FALSE(requestCommit());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
 }

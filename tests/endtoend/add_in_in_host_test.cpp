@@ -1,6 +1,7 @@
 // The add-in that ships, in the host's own process; the test plays the Companion from outside.
 #include "endtoend/host_program.h"
 #include "support/command_file_writer.h"
+#include "support/threads.h"
 
 #include <gtest/gtest.h>
 
@@ -28,12 +29,28 @@ protected:
     {
         return waitUntil([&] { return readBytes(host.commandFile()) == ""; });
     }
+    // Sends the request. True once it is parked and the host's window has met the message that
+    // tells of it: the listener has served the request behind it by then.
+    static bool park(const HostProgram& host, std::string_view bytes)
+    {
+        return send(host, bytes) && send(host, openRequest(18, "")) &&
+               host.waitForTrace(L"OnFileNew") && host.sendEvent(37);
+    }
 
     Installation installation{Registry::ofTheUser};
 };
 
+constexpr unsigned modalDialogCommand = 41104;
+constexpr unsigned backplotCommand = 41106;
+
 const Lines newFileCalls = {L"other set_db_unchanged()",
                             LR"(other post_FT_command("Mastercam", "OnFileNew"))"};
+
+// The host's own modal dialog, or null.
+HWND modalDialog()
+{
+    return FindWindowW(L"#32770", L"Mastercam");
+}
 
 } // namespace
 
@@ -96,7 +113,7 @@ TEST_F(AddInInHost, closesThePartOnACheckIn)
 {
     const std::wstring part = makePart(L"part.mcam");
     const HostProgram host(installation, "wait-for CFile_DoFileSave 30000\n"
-                                         "wait-for OnFileNew 30000\nwait 300\n"
+                                         "wait-for OnFileNew 30000\n"
                                          "show geo_filename\nnotify 5\nquit\n");
     ASSERT_TRUE(host.waitForCommandFile());
     ASSERT_TRUE(send(host, request(17, part)));
@@ -114,31 +131,25 @@ TEST_F(AddInInHost, closesThePartOnACheckIn)
 TEST_F(AddInInHost, keepsARequestUntilAModalDialogOfTheHostIsClosed)
 {
     const std::wstring part = makePart(L"part.mcam");
-    const HostProgram host(installation, "set main_window_enabled false\n"
-                                         "wait-for go 30000\n");
-    ASSERT_TRUE(host.waitForCommandFile());
-    ASSERT_TRUE(waitUntil([&] { return host.window() && !IsWindowEnabled(host.window()); }));
-    ASSERT_TRUE(send(host, request(17, part)));
-    ASSERT_TRUE(isEmptied(host));
+    const HostProgram host(installation, "");
+    host.command(modalDialogCommand);
+    ASSERT_TRUE(waitUntil([&] { return modalDialog() && !IsWindowEnabled(host.window()); }));
+    ASSERT_TRUE(park(host, request(17, part)));
+    EXPECT_NE(modalDialog(), nullptr);
     EXPECT_EQ(count(host.trace(), L"DoFileOpen"), 0u);
-    EnableWindow(host.window(), TRUE);
-    EXPECT_TRUE(host.waitForTrace(L"DoFileOpen"));
+    PostMessageW(modalDialog(), WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(host.waitForTrace(L"DoFileOpen(\"" + part));
 }
 
 TEST_F(AddInInHost, keepsARequestUntilTheBackplotEnds)
 {
     const std::wstring part = makePart(L"part.mcam");
-    const HostProgram host(installation, "set backplot true\nwait 1500\nshow backplot\n"
-                                         "set backplot false\n"
-                                         "wait-for CFile_DoFileSave 30000\nquit\n");
-    ASSERT_TRUE(host.waitForCommandFile());
-    ASSERT_TRUE(send(host, request(17, part)));
-    ASSERT_TRUE(isEmptied(host));
-    EXPECT_EQ(host.process().waitForExit(), 0u);
-    const Lines trace = host.trace();
-    ASSERT_GE(trace.size(), 4u);
-    EXPECT_EQ(trace[2], LR"(ui backplot = "true")");
-    EXPECT_NE(trace[3].find(L"DoFileOpen"), std::wstring::npos);
+    const HostProgram host(installation, "set backplot true\nshow backplot\n");
+    ASSERT_TRUE(host.waitForTrace(LR"(ui backplot = "true")"));
+    ASSERT_TRUE(park(host, request(17, part)));
+    EXPECT_EQ(count(host.trace(), L"DoFileOpen"), 0u);
+    host.command(backplotCommand); // off again
+    EXPECT_TRUE(host.waitForTrace(L"DoFileOpen(\"" + part));
 }
 
 TEST_F(AddInInHost, servesTheNextRequestAfterAMalformedOne)
@@ -166,14 +177,15 @@ TEST_F(AddInInHost, servesTheNextRequestAfterAMalformedOne)
 
 TEST_F(AddInInHost, livesOnWhenAnOversizedRequestEndsTheListener)
 {
-    const HostProgram host(installation, "wait-for go 30000\n");
-    ASSERT_TRUE(host.waitForCommandFile());
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; })); // the listener runs
     const std::string oversized(65537, 'x');
     ASSERT_TRUE(send(host, oversized));
-    const HWND window = host.window();
-    EXPECT_FALSE(waitUntil([&] { return readBytes(host.commandFile()) != oversized; }, 1000));
-    ASSERT_TRUE(host.process().isRunning());
-    PostMessageW(window, WM_CLOSE, 0, 0);
+    // The listener was the last thread beside the host's own.
+    ASSERT_TRUE(waitUntil([&] { return countThreads(host.process().id()) == 1; }));
+    EXPECT_EQ(readBytes(host.commandFile()), oversized);
+    EXPECT_TRUE(host.sendEvent(37));
+    PostMessageW(host.window(), WM_CLOSE, 0, 0);
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(count(host.trace(), L"m_close(0) -> 0"), 1u);
     EXPECT_FALSE(readBytes(host.commandFile()).has_value());
@@ -199,13 +211,19 @@ TEST_F(AddInInHost, tellsTheUserOfAFileTheHostCannotOpen)
     EXPECT_EQ(count(host.trace(), LR"(ui message-box("TORVA ZEM", "Failed to load file."))"), 1u);
 }
 
-TEST_F(AddInInHost, staysQuietWithoutATemporaryFolder)
+TEST_F(AddInInHost, staysQuietUntilThereIsATemporaryFolder)
 {
     removeFolder(installation.path(L"temp"));
-    const HostProgram host(installation, "wait 500\nquit\n");
+    const HostProgram host(installation, "wait-for OnFileNew 30000\nquit\n");
+    ASSERT_TRUE(host.waitForTrace(L"ui m_open(0) -> 0"));
+    CreateDirectoryW(installation.path(L"temp").c_str(), nullptr);
+    ASSERT_TRUE(host.waitForCommandFile()); // the listener went on trying
+    ASSERT_TRUE(send(host, openRequest(7, "")));
     EXPECT_EQ(host.process().waitForExit(), 0u);
-    EXPECT_EQ(host.trace(),
-              (Lines{L"ui m_version(2100) -> 2100", L"ui m_open(0) -> 0", L"ui m_close(0) -> 0"}));
+    Lines expected = {L"ui m_version(2100) -> 2100", L"ui m_open(0) -> 0"};
+    expected.insert(expected.end(), newFileCalls.begin(), newFileCalls.end());
+    expected.push_back(L"ui m_close(0) -> 0");
+    EXPECT_EQ(host.trace(), expected);
 }
 
 TEST_F(AddInInHost, answersEveryExportOfThisRelease)

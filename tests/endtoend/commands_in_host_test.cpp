@@ -4,6 +4,7 @@
 #include "support/command_file_writer.h"
 #include "support/companion_double.h"
 #include "support/line_receiver.h"
+#include "support/ports.h"
 
 #include <gtest/gtest.h>
 
@@ -51,20 +52,6 @@ void press(WORD key)
     inputs[0].ki.wVk = inputs[1].ki.wVk = key;
     inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;
     SendInput(2, inputs, sizeof *inputs);
-}
-
-// The error of a connection to this port of the local computer.
-int connectTo(u_short port)
-{
-    const SOCKET caller = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(port);
-    const int result = connect(caller, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    const int error = result == 0 ? 0 : WSAGetLastError();
-    closesocket(caller);
-    return error;
 }
 
 } // namespace

@@ -6,6 +6,7 @@ namespace testing_support {
 
 namespace {
 
+constexpr unsigned firstEventCommand = 43000; // of the Events menu, plus the event's code
 constexpr wchar_t hostProperty[] = L"https://torva.example/namespace/torvapdm/mastercam-instance";
 
 struct Search {
@@ -69,6 +70,20 @@ HWND HostProgram::window() const
     Search search = {process_.id(), nullptr};
     EnumWindows(stopAtHostWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+void HostProgram::command(unsigned number) const
+{
+    waitUntil([this] { return window() != nullptr; });
+    PostMessageW(window(), WM_COMMAND, number, 0);
+}
+
+bool HostProgram::sendEvent(int code) const
+{
+    const std::wstring line = L"ui m_notify(" + std::to_wstring(code) + L") ";
+    const size_t before = count(trace(), line);
+    command(firstEventCommand + static_cast<unsigned>(code));
+    return waitUntil([&] { return count(trace(), line) > before; });
 }
 
 size_t count(const Lines& lines, const std::wstring& text)

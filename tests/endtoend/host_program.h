@@ -31,6 +31,12 @@ public:
     // The top-level window that carries the host-instance property, or null.
     HWND window() const;
 
+    // Chooses the command of the host's menu with this number, once the add-in is open.
+    void command(unsigned number) const;
+    // Sends the add-in an event out of the host's menu. True once its line is there: everything
+    // that was posted to the host's user-interface thread before has then had its turn.
+    bool sendEvent(int code) const;
+
 private:
     static std::wstring commandLine(const Installation& installation, const std::string& script,
                                     const std::wstring& name);

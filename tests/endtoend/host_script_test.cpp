@@ -68,6 +68,15 @@ DWORD exitCodeOf(const std::wstring& arguments)
     return host.waitForExit().value_or(STILL_ACTIVE);
 }
 
+// True when the host's message loop has carried out many commands, one after the other.
+bool sendsManyEvents(const HostProgram& host)
+{
+    bool sent = true;
+    for (int i = 0; sent && i < 20; ++i)
+        sent = host.sendEvent(6);
+    return sent;
+}
+
 HWND messageBox()
 {
     return FindWindowW(L"#32770", L"TORVA ZEM");
@@ -91,7 +100,7 @@ TEST_F(HostScript, withoutQuitLeavesTheProgramRunning)
 {
     const HostProgram host(installation, "notify 37\n");
     ASSERT_TRUE(host.waitForTrace(L"m_notify(37)"));
-    EXPECT_FALSE(waitUntil([&] { return !host.process().isRunning(); }, 300));
+    EXPECT_TRUE(sendsManyEvents(host));
     PostMessageW(host.window(), WM_CLOSE, 0, 0);
     EXPECT_EQ(host.process().waitForExit(), done);
     EXPECT_EQ(host.trace().back(), L"ui m_close(0) -> 0");
@@ -256,7 +265,7 @@ TEST_F(HostScript, waitRunsTheMessageLoopForThatLong)
 {
     const HostProgram host(installation, "notify 37\nwait 600000\nnotify 52\n");
     ASSERT_TRUE(host.waitForTrace(L"m_notify(37)"));
-    EXPECT_FALSE(waitUntil([&] { return count(host.trace(), L"m_notify(52)") > 0; }, 300));
+    EXPECT_TRUE(sendsManyEvents(host));
     PostMessageW(host.window(), WM_CLOSE, 0, 0);
     EXPECT_EQ(host.process().waitForExit(), done);
     EXPECT_EQ(count(host.trace(), L"m_notify(52)"), 0u);
@@ -306,7 +315,8 @@ TEST_F(HostScript, hasMessageBoxesAnsweredAsLongAsItRuns)
     ASSERT_TRUE(waitUntil([&] { return readBytes(host.commandFile()) == ""; }));
     writeRequest(host.commandFile(), openRequest(2, "C:\\nowhere\\b.mcam"));
     ASSERT_TRUE(waitUntil([] { return messageBox() != nullptr; }));
-    EXPECT_FALSE(waitUntil([] { return messageBox() == nullptr; }, 300));
+    EXPECT_TRUE(sendsManyEvents(host)); // the box's own message loop runs, and nobody closes it
+    EXPECT_NE(messageBox(), nullptr);
     EXPECT_EQ(count(host.trace(), L"message-box"), 1u);
     PostMessageW(messageBox(), WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(waitUntil([&] { return count(host.trace(), L"message-box") == 2; }));

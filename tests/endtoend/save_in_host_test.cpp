@@ -11,7 +11,6 @@ using namespace testing_support;
 namespace {
 
 const std::wstring commandLine = L"ui m_save(0) -> 0";
-constexpr WPARAM eventMenuCommand = 43000; // of the host's Events menu, for event 0
 
 // The Companion's process is the test's own: it takes the records.
 class SaveInHost : public ::testing::Test {
@@ -121,7 +120,7 @@ TEST_F(SaveInHost, commits200TimesInARowWithAnotherHostInBetween)
                                 repeated("call m_save 0\n", 10) + "quit\n",
                             L"other");
     EXPECT_EQ(other.process().waitForExit(), 0u);
-    PostMessageW(host.window(), WM_COMMAND, eventMenuCommand + 37, 0);
+    EXPECT_TRUE(host.sendEvent(37));
     EXPECT_EQ(host.process().waitForExit(), 0u);
 
     Lines expected(210, fromUtf8(part));

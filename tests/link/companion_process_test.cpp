@@ -6,8 +6,11 @@
 #include "support/dialogs.h"
 #include "support/handles.h"
 #include "support/host_fixture.h"
+#include "support/system_calls.h"
 
+#include <algorithm>
 #include <sddl.h>
+#include <shellapi.h>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -23,6 +26,40 @@ class CompanionProcess : public HostFixture {
 protected:
     CompanionDouble companion;
 };
+
+int starts = 0;
+
+// Counts the start in place of making it, and answers as for one that was made.
+BOOL WINAPI countedShellExecute(SHELLEXECUTEINFOW* start)
+{
+    ++starts;
+    start->hProcess = GetCurrentProcess();
+    return TRUE;
+}
+
+// What the wait for the Companion's window does, in its order, and the window that gets the
+// instance property in the first of its pauses.
+std::vector<std::string> waitSteps;
+HWND appearing = nullptr;
+
+BOOL WINAPI notedEnumWindows(WNDENUMPROC callback, LPARAM parameter)
+{
+    waitSteps.push_back("search");
+    return systems(&EnumWindows, "EnumWindows", L"user32.dll")(callback, parameter);
+}
+
+void WINAPI notedSleep(DWORD milliseconds)
+{
+    waitSteps.push_back("pause " + std::to_string(milliseconds));
+    if (appearing)
+        SetPropW(appearing, companionInstanceName.c_str(), reinterpret_cast<HANDLE>(INT_PTR{1}));
+}
+
+void noteWaitSteps()
+{
+    leadCalls(&EnumWindows, "EnumWindows", &notedEnumWindows, L"user32.dll");
+    leadCalls(&Sleep, "Sleep", &notedSleep);
+}
 
 } // namespace
 
@@ -115,9 +152,12 @@ TEST_F(CompanionProcess, showsNothingOfItsOwnWhenItsStartFails)
 TEST_F(CompanionProcess, isNotStartedAgainWhileItRuns)
 {
     recordCompanionStarts(installation);
+    leadCalls(&ShellExecuteExW, "ShellExecuteExW", &countedShellExecute, L"shell32.dll");
+    EXPECT_TRUE(ensureCompanionRunning());
+    EXPECT_EQ(starts, 1);
     companion.holdSemaphore();
     EXPECT_TRUE(ensureCompanionRunning());
-    EXPECT_FALSE(readBytes(installation.path(L"starts.txt")).has_value());
+    EXPECT_EQ(starts, 1);
 }
 
 TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
@@ -177,28 +217,26 @@ TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
 TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
 {
     companion.holdSemaphore();
-    SetActiveWindow(getMainFrameWindow());
     const HWND window = companion.showWindow();
     RemovePropW(window, companionInstanceName.c_str());
-    // The property comes from another thread while the command waits on this one.
-    const auto publish = [](LPVOID parameter) -> DWORD {
-        Sleep(250);
-        SetPropW(static_cast<HWND>(parameter), companionInstanceName.c_str(),
-                 reinterpret_cast<HANDLE>(INT_PTR{1}));
-        return 0;
-    };
-    const HANDLE thread = CreateThread(nullptr, 0, publish, window, 0, nullptr);
+    SetActiveWindow(getMainFrameWindow());
+    appearing = window;
+    noteWaitSteps();
     openCompanion();
-    WaitForSingleObject(thread, generousMs);
-    CloseHandle(thread);
+    EXPECT_EQ(waitSteps, (std::vector<std::string>{"search", "search", "pause 100", "search",
+                                                   "pause 100"})); // also behind the last search
     EXPECT_EQ(GetActiveWindow(), window);
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommand)
+TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommandAfter16Searches)
 {
     companion.holdSemaphore();
+    noteWaitSteps();
     openCompanion();
+    EXPECT_EQ(std::ranges::count(waitSteps, "search"), 16);
+    EXPECT_EQ(std::ranges::count(waitSteps, "pause 100"), 15);
+    EXPECT_EQ(waitSteps.size(), 31u);
     EXPECT_EQ(newTrace(), Lines{failedToOpen});
 }
 

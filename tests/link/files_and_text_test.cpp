@@ -4,12 +4,26 @@
 #include "link/text.h"
 #include "support/bytes.h"
 #include "support/installation.h"
+#include "support/system_calls.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 using namespace torvapdm;
 using namespace testing_support;
+
+namespace {
+
+// Whether each stream that was closed was a null one.
+std::vector<bool> closedStreams;
+
+int __cdecl notedCloseStream(FILE* stream)
+{
+    closedStreams.push_back(!stream);
+    return systems(&fclose, "fclose", L"msvcrt.dll")(stream);
+}
+
+} // namespace
 
 TEST(Paths, tellFilesFromFolders)
 {
@@ -48,6 +62,16 @@ TEST(DebugLog, survivesAFileThatCannotBeOpened)
     removeFolder(installation.path(L"sys"));
     debugLog("lost %d\n", 1);
     EXPECT_FALSE(pathExists(installation.path(L"sys")));
+}
+
+TEST(DebugLog, closesItsStreamOnceAlsoWhenItDidNotOpen)
+{
+    const Installation installation;
+    leadCalls(&fclose, "fclose", &notedCloseStream, L"msvcrt.dll");
+    debugLog("written\n");
+    removeFolder(installation.path(L"sys"));
+    debugLog("lost\n");
+    EXPECT_EQ(closedStreams, (std::vector<bool>{false, true}));
 }
 
 TEST(Text, becomesNarrowWithoutATerminator)

@@ -1,9 +1,12 @@
 #include "link/line_sender.h"
 
 #include "support/line_receiver.h"
+#include "support/system_calls.h"
 
 #include <gtest/gtest.h>
+#include <string>
 #include <thread>
+#include <vector>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -16,6 +19,28 @@ std::string sent(const std::string& line)
     const LineReceiver receiver;
     sendLine(line);
     return receiver.nextConnection().value_or("(nothing)");
+}
+
+// The calls that put a line on the wire, in their order, while they go through here.
+std::vector<std::string> calls;
+const std::vector<std::string> oneAttempt = {"connect", "send"};
+
+int WINAPI notedConnect(SOCKET connection, const sockaddr* address, int size)
+{
+    calls.push_back("connect");
+    return systems(&connect, "connect", L"ws2_32.dll")(connection, address, size);
+}
+
+int WINAPI notedSend(SOCKET connection, const char* bytes, int size, int flags)
+{
+    calls.push_back("send");
+    return systems(&send, "send", L"ws2_32.dll")(connection, bytes, size, flags);
+}
+
+void noteCalls()
+{
+    leadCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
+    leadCalls(&send, "send", &notedSend, L"ws2_32.dll");
 }
 
 } // namespace
@@ -60,11 +85,14 @@ TEST(LineSender, sendsNoLineOf1024BytesOrMore)
     EXPECT_EQ(receiver.nextConnection(), "next\n");
 }
 
-TEST(LineSender, returnsWhenNobodyListens)
+TEST(LineSender, makesOneAttemptAlsoWhenNobodyListens)
 {
+    noteCalls();
     sendLine("lost");
-    const LineReceiver late;
-    EXPECT_TRUE(late.isIdle()); // no second attempt
+    EXPECT_EQ(calls, oneAttempt);
+    calls.clear();
+    EXPECT_EQ(sent("taken"), "taken\n");
+    EXPECT_EQ(calls, oneAttempt);
 }
 
 TEST(LineSender, returnsWhenTheListenerNeverReads)

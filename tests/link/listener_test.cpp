@@ -3,6 +3,7 @@
 #include "link/command_file.h"
 #include "link/command_request.h"
 #include "link/compiler.h"
+#include "link/listener.h"
 #include "link/network_thread.h"
 #include "link/pending_request.h"
 #include "link/shared_values.h"
@@ -10,10 +11,12 @@
 #include "support/command_file_writer.h"
 #include "support/handles.h"
 #include "support/host_fixture.h"
+#include "support/ports.h"
+#include "support/system_calls.h"
+#include "support/threads.h"
+#include "support/watched_window.h"
 
 #include <winsock2.h>
-
-#include <tlhelp32.h>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -24,36 +27,10 @@ const Lines checkInCalls = {L"other m_fclose(null, 0, null)", L"other set_db_unc
                             LR"(other post_FT_command("Mastercam", "OnFileNew"))"};
 const Lines newFileCalls(checkInCalls.begin() + 1, checkInCalls.end());
 
-DWORD countThreads()
-{
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry = {};
-    entry.dwSize = sizeof entry;
-    DWORD found = 0;
-    for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry))
-        found += entry.th32OwnerProcessID == GetCurrentProcessId();
-    CloseHandle(snapshot);
-    return found;
-}
-
 bool isSocketsLibraryStarted()
 {
     const SOCKET any = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
     return any != INVALID_SOCKET && closesocket(any) == 0;
-}
-
-// The error of a connection to this port of the local computer, 0 for none.
-int connectTo(u_short port)
-{
-    const SOCKET caller = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(port);
-    const int result = connect(caller, reinterpret_cast<sockaddr*>(&address), sizeof address);
-    const int error = result == 0 ? 0 : WSAGetLastError();
-    closesocket(caller);
-    return error;
 }
 
 class Listener : public HostFixture {
@@ -76,6 +53,27 @@ protected:
         send(openRequest(4711, ""));
         EXPECT_EQ(newTrace(2), newFileCalls);
         EXPECT_EQ(currentRequestId, 4711);
+    }
+
+    const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
+};
+
+std::vector<DWORD> pauses;
+
+void WINAPI endingSleep(DWORD milliseconds)
+{
+    pauses.push_back(milliseconds);
+    listenerStopFlag = 1;
+}
+
+class ListenerCycle : public HostFixture {
+protected:
+    // The pauses of one cycle, which sees the stop flag at its end.
+    static std::vector<DWORD> pausesOfOne()
+    {
+        leadCalls(&Sleep, "Sleep", &endingSleep);
+        EXPECT_EQ(listenerProcedure(nullptr), 0u);
+        return pauses;
     }
 
     const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
@@ -121,21 +119,10 @@ TEST_F(Listener, carriesOutACheckInOfTheWordAlone)
 
 TEST_F(Listener, postsAWindowMoveOnACheckIn)
 {
-    std::atomic<HWND> real = messageWindow.load();
-    static int moves;
-    moves = 0;
-    const auto counting = [](HWND window, UINT message, WPARAM w, LPARAM l) -> LRESULT {
-        moves += message == WM_MOVE && w == 0 && l == 0;
-        return DefWindowProcW(window, message, w, l);
-    };
-    const HWND watched = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr,
-                                         nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(watched, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(+counting));
-    messageWindow = watched;
+    const WatchedMessageWindow window;
     send("CHECKIN ");
-    EXPECT_TRUE(waitUntil([] { return moves == 1; }));
-    messageWindow = real.load();
-    DestroyWindow(watched);
+    EXPECT_EQ(newTrace(3), checkInCalls); // the post comes before the last two
+    EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
 }
 
 TEST_F(Listener, goesOnWhenTheHostRaisesDuringACheckIn)
@@ -271,6 +258,19 @@ TEST_F(Listener, findsItsOwnFileClosedToItsProbe)
     EXPECT_TRUE(opensDenyingNone(truncateToBytes(installation.path(L"free.txt")).c_str()));
 }
 
+TEST_F(ListenerCycle, pausesOnceOverItsOwnFile)
+{
+    commandFile = createCommandFileOrNull(commandPath);
+    EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100}));
+    CloseHandle(commandFile);
+}
+
+TEST_F(ListenerCycle, pausesTwiceOverAFileOfSomebodyElses)
+{
+    writeBytes(commandPath, "");
+    EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100, 100}));
+}
+
 TEST_F(Listener, usesTheWholeTextAlsoWhenLessCouldBeRead)
 {
     EXPECT_EQ(readCommandFile(INVALID_HANDLE_VALUE, 3), std::string(3, '\0'));
@@ -280,7 +280,8 @@ TEST_F(Listener, usesTheWholeTextAlsoWhenLessCouldBeRead)
 TEST_F(Listener, runsBesideANetworkThreadThatHasStartedTheSocketsLibrary)
 {
     EXPECT_TRUE(waitUntil([] { return isSocketsLibraryStarted(); }));
-    EXPECT_TRUE(waitUntil([] { return countThreads() == 2; })); // this one and the listener
+    // This one and the listener are left.
+    EXPECT_TRUE(waitUntil([] { return countThreads(GetCurrentProcessId()) == 2; }));
 }
 
 TEST(NetworkThread, endsWithASocketThatListensNowhere)

@@ -1,11 +1,11 @@
 #include "ncqueue/nc_queue.h"
 
 #include "addin/exports.h"
-#include "application/imports.h"
 #include "link/messages.h"
 #include "link/shared_values.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
+#include "support/system_calls.h"
 
 #include <set>
 
@@ -54,15 +54,11 @@ protected:
 // Blocks of 2048 bytes that were allocated and are not released, while they are counted.
 std::set<void*> buffersLeft;
 
-template <class Function>
-Function* runtimes(Function*, const char* name)
-{
-    return std::bit_cast<Function*>(GetProcAddress(GetModuleHandleW(L"msvcrt.dll"), name));
-}
+constexpr wchar_t runtime[] = L"msvcrt.dll";
 
 void* countingMalloc(size_t size)
 {
-    void* const block = runtimes(&countingMalloc, "malloc")(size);
+    void* const block = systems(&countingMalloc, "malloc", runtime)(size);
     if (size == 2048)
         buffersLeft.insert(block);
     return block;
@@ -71,14 +67,13 @@ void* countingMalloc(size_t size)
 void countingFree(void* block)
 {
     buffersLeft.erase(block);
-    runtimes(&countingFree, "free")(block);
+    systems(&countingFree, "free", runtime)(block);
 }
 
 void countBuffers()
 {
-    const HMODULE self = GetModuleHandleW(nullptr);
-    standin::leadImports(self, runtimes(&countingMalloc, "malloc"), &countingMalloc);
-    standin::leadImports(self, runtimes(&countingFree, "free"), &countingFree);
+    leadCalls(&countingMalloc, "malloc", &countingMalloc, runtime);
+    leadCalls(&countingFree, "free", &countingFree, runtime);
 }
 
 } // namespace

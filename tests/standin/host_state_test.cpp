@@ -216,6 +216,21 @@ TEST_F(HostState, setupSheetRunReportsTheFilesItWasTold)
     EXPECT_EQ(files.GetSize(), 0);
 }
 
+TEST_F(HostState, setupSheetRunThatFailsReportsTheToldFilesAndNoneOfItsOwn)
+{
+    CStringArray files;
+    ASSERT_TRUE(standin::putPart(filledPart(L"a.mcam")));
+    standin::failNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    EXPECT_FALSE(RunSetupSheetOnSelectedOpsWithoutUI(files));
+    EXPECT_EQ(files.GetSize(), 0);
+    standin::setState("setup_sheet_files", L"C:\\a b.xml;D:\\c");
+    standin::failNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    EXPECT_FALSE(RunSetupSheetOnSelectedOpsWithoutUI(files));
+    ASSERT_EQ(files.GetSize(), 2);
+    EXPECT_STREQ(files[0], L"C:\\a b.xml");
+    EXPECT_STREQ(files[1], L"D:\\c");
+}
+
 TEST_F(HostState, setupSheetRunWritesADocumentOfItsOwnWhenToldNothing)
 {
     CStringArray files;

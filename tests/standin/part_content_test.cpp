@@ -1,12 +1,13 @@
 // What the host's lists, look-ups and records say of an open part is what its file says.
 #include "host/host.h"
+#include "standin/part_texts.h"
 #include "support/host_fixture.h"
 
 using namespace testing_support;
 
 namespace {
 
-const char part[] = R"(mastercam part 1
+const std::string part = R"(mastercam part 1
 [plane]
 id = 1
 name = Top
@@ -28,73 +29,13 @@ name = First side
 [group]
 id = 9
 parent = 4711
-[tool]
-number = 3
-type = 4
-flutes = 2
-corner-radius-type = 1
-material = -2
-length-offset = 5
-diameter-offset = 6
-diameter = 8.5
-corner-radius = 0.25
-feed-rate = 0.125
-geometry-file = C:\T\drill.step
-comment = Drill 8.5
-overall-length = 79
-shoulder-angle = 1.5
-additional-diameter = 2.5
-tip-angle = 118
-pilot-diameter = 3.5
-flute-length = 47
-shoulder-length = 50
-shoulder-diameter = 12
-arbor-diameter = 16
-holder-diameter = 40
-holder-length = 80
-plunge-rate = 350
-retract-rate = 3000
-station = 61
-slot = 62
-spindle-speed = 2800
-tool-group = 63
-machine-group = 64
-level = 65
-spindle-rotation = -1
-[tool]
+)" + toolWithEveryKey + R"([tool]
 number = 3
 comment = second of its number
 [tool]
 number = 4
-[operation]
-id = 11
-group = 8
-holder = 12
-type = 41
-compensation = 42
-work-offset = 43
-tool-plane = 1
-construction-plane = 44
-third-plane = 45
-depth = -12.5
-tool-plane-origin = 1 2 3
-construction-plane-origin = 4 5 6
-nc-name = C:\NC\A.NC
-nci-name = C:\NC\A.nci
-tool.number = 3
-tool.type = 14
-tool.flutes = 12
-tool.corner-radius-type = 11
-tool.material = -12
-tool.length-offset = 15
-tool.diameter-offset = 16
-tool.diameter = 18.5
-tool.corner-radius = 1.25
-tool.feed-rate = 1.125
-tool.geometry-file = C:\T\old.step
-tool.comment = Drill 18.5
-cycle-time = 14.5
-[no operation]
+)" + operationWithEveryKey +
+                         R"([no operation]
 [operation]
 id = 12
 cycle-time = 2
@@ -243,7 +184,8 @@ TEST_F(PartContent, fillsAToolsRecordByItsNumber)
 {
     const auto tool = filledTool(3);
     ASSERT_TRUE(tool.has_value());
-    EXPECT_EQ(numbersOf(tool->lead), (Numbers{3, 4, 2, 1, -2, 5, 6, 8.5, 0.25, 0.125}));
+    EXPECT_EQ(numbersOf(tool->lead),
+              (Numbers{3, 4, 2, 1, -32768, 5, 2147483647, 8.5, 0.25, 0.125}));
     EXPECT_STREQ(tool->lead.geometryFileName, L"C:\\T\\drill.step");
     EXPECT_STREQ(tool->lead.comment, L"Drill 8.5");
     EXPECT_EQ(numbersOf(*tool), (Numbers{79, 1.5, 2.5,  118, 3.5, 47,   50, 12, 16, 40,

@@ -1,5 +1,6 @@
 // Part files through the host that reads and writes them.
 #include "host/host.h"
+#include "standin/part_texts.h"
 #include "support/host_fixture.h"
 
 #include <filesystem>
@@ -63,69 +64,8 @@ id = 2
 parent = 1
 name = First side
 
-[tool]
-number = 3
-type = 4
-flutes = 2
-corner-radius-type = 1
-material = -32768
-length-offset = 5
-diameter-offset = 2147483647
-diameter = 8.5
-corner-radius = 0.4
-feed-rate = 0.12
-geometry-file = C:\T\drill.step
-comment = Drill 8.5 x 47
-overall-length = 79
-shoulder-angle = 1.5
-additional-diameter = 2.5
-tip-angle = 118
-pilot-diameter = 3.5
-flute-length = 47
-shoulder-length = 50
-shoulder-diameter = 12
-arbor-diameter = 16
-holder-diameter = 40
-holder-length = 80
-plunge-rate = 350
-retract-rate = 3000
-station = 6
-slot = 7
-spindle-speed = 2800
-tool-group = 8
-machine-group = 9
-level = 10
-spindle-rotation = 1
-
-[operation]
-id = 11
-group = 2
-holder = 12
-type = 4
-compensation = 2
-work-offset = -1
-tool-plane = 1
-construction-plane = 2
-third-plane = 3
-depth = -12
-tool-plane-origin = 0 0 25
-construction-plane-origin = 1 2 3.5
-nc-name = C:\NC\PLATE.NC
-nci-name = C:\NC\PLATE.nci
-tool.number = 3
-tool.type = 4
-tool.flutes = 2
-tool.corner-radius-type = 1
-tool.material = 2
-tool.length-offset = 5
-tool.diameter-offset = 6
-tool.diameter = 8.25
-tool.corner-radius = 0.5
-tool.feed-rate = 0.11
-tool.geometry-file = C:\T\old.step
-tool.comment = Drill 8.25
-cycle-time = 14.5
-path = -10 20 20 20
+)" + toolWithEveryKey + "\n" +
+                             operationWithEveryKey + R"(path = -10 20 20 20
 path = 0 0 1 1 2.5 -3
 
 [no operation]

@@ -3,6 +3,7 @@
 #include "addin/exports.h"
 #include "framework/framework.h"
 #include "link/shared_values.h"
+#include "link/text.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
 
@@ -18,12 +19,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(SetupSheet, lineHasNoSeparatorBetweenItsWords)
-{
-    EXPECT_EQ(setupSheetLine(42, L"C:\\P.xml"), L"MCAMXMLIMPORTDATAID=42;C:\\P.xml");
-    EXPECT_EQ(setupSheetLine(-1, L""), L"MCAMXMLIMPORTDATAID=-1;");
-}
 
 TEST_F(SetupSheet, isAnnouncedByItsFirstFileAlone)
 {
@@ -46,16 +41,20 @@ TEST_F(SetupSheet, isNotAnnouncedWithoutAFile)
 TEST_F(SetupSheet, isAnnouncedAlsoWhenTheHostReportsFailureButNamesAFile)
 {
     standin::setState("setup_sheet_files", L"C:\\one.xml");
+    standin::failNext("RunSetupSheetOnSelectedOpsWithoutUI");
     EXPECT_EQ(m_tools(0), 0);
     EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\one.xml\n");
+    EXPECT_EQ(newTrace(), Lines{L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> false"});
 }
 
 TEST_F(SetupSheet, goesOutInTheThreadsCodePage)
 {
-    standin::setState("setup_sheet_files", L"C:\\\u00C4\u4E00.xml");
-    SetThreadLocale(MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT));
+    standin::setState("setup_sheet_files", L"C:\\\u0416\u4E00.xml");
+    // A Russian thread has code page 1251; the system's own has no such letter.
+    ASSERT_EQ(toNarrowAnsi(L"\u0416"), "?");
+    SetThreadLocale(MAKELCID(MAKELANGID(LANG_RUSSIAN, SUBLANG_DEFAULT), SORT_DEFAULT));
     sendSetupSheet();
-    EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\\xC4?.xml\n");
+    EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\\xC6?.xml\n");
 }
 
 TEST_F(SetupSheet, passesTheHostsExceptionOnToItsCaller)

@@ -7,9 +7,6 @@
 #include "core/faults.h"
 #include "core/session.h"
 
-#include <type_traits>
-#include <utility>
-
 namespace standin {
 
 // A pure question: not traced. `neutral` is the answer where no host runs and when told to fail.
@@ -30,9 +27,10 @@ Answer question(std::string_view name, Answer neutral, Action answer)
 }
 
 // An operation that acts and gives something: traced as `text` with its result once it ended.
-// `neutral` is the result where no host runs and when told to fail; the action is left out then.
-template <class Result, class Action>
-Result act(std::string_view name, const std::wstring& text, Result neutral, Action action)
+// `neutral` is the result where no host runs; told to fail, it does and gives what `failure` does.
+template <class Result, class Action, class Failure>
+Result act(std::string_view name, const std::wstring& text, Result neutral, Action action,
+           Failure failure)
 {
     if (!isRunning())
         return neutral;
@@ -41,9 +39,16 @@ Result act(std::string_view name, const std::wstring& text, Result neutral, Acti
         trace(text + L" raised");
         raiseHostException();
     }
-    Result result = outcome == Outcome::fails ? std::move(neutral) : action();
+    Result result = outcome == Outcome::fails ? failure() : action();
     trace(text + L" -> " + callText(result));
     return result;
+}
+
+// The same for one that does nothing when told to fail, and gives `neutral`.
+template <class Result, class Action>
+Result act(std::string_view name, const std::wstring& text, Result neutral, Action action)
+{
+    return act(name, text, neutral, action, [&] { return neutral; });
 }
 
 // The same for an operation that gives nothing.

@@ -37,9 +37,13 @@ int SaveFile(const wchar_t* path, CWnd* parent, bool prompt)
 bool RunSetupSheetOnSelectedOpsWithoutUI(CStringArray& files)
 {
     constexpr std::string_view name = "RunSetupSheetOnSelectedOpsWithoutUI";
-    return act(name, callLine(name, static_cast<const void*>(&files)), false, [&] {
-        for (const std::wstring& file : runSetupSheet())
+    const auto report = [&](const std::vector<std::wstring>& produced, bool succeeded) {
+        for (const std::wstring& file : produced)
             files.Add(file.c_str());
-        return true;
-    });
+        return succeeded;
+    };
+    return act(
+        name, callLine(name, static_cast<const void*>(&files)), false,
+        [&] { return report(runSetupSheet(), true); },
+        [&] { return report(failSetupSheet(), false); });
 }

@@ -110,4 +110,9 @@ std::vector<std::wstring> runSetupSheet()
     return {path};
 }
 
+std::vector<std::wstring> failSetupSheet()
+{
+    return hostSettings().setupSheetFiles.value_or(std::vector<std::wstring>());
+}
+
 } // namespace standin

@@ -11,4 +11,7 @@ namespace standin {
 // written.
 std::vector<std::wstring> runSetupSheet();
 
+// The files of a run that fails: those the host was told to report, none of its own.
+std::vector<std::wstring> failSetupSheet();
+
 } // namespace standin

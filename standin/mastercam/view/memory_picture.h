@@ -1,4 +1,5 @@
-// A picture in memory to draw into: top row first, 24 bits a pixel.
+// A picture in memory to draw into, 24 bits a pixel. Its rows are numbered from the top; in memory
+// and in its file the bottom row stands first.
 #pragma once
 
 #include <string>
@@ -18,7 +19,7 @@ public:
     HDC context() const { return context_; }
     RECT area() const { return {0, 0, width_, height_}; }
 
-    // A row of pixels from the top, three bytes each: blue, green, red.
+    // The pixels of a row, 0 the topmost, three bytes each: blue, green, red.
     unsigned char* row(int fromTop) const;
 
     // The picture as the bytes of a bitmap file.

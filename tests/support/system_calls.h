@@ -1,0 +1,26 @@
+// System calls of the code under test, which stands in the test's own program: led to functions of
+// the test's, they show their order and their arguments, and answer what the system would not.
+#pragma once
+
+#include "application/imports.h"
+
+namespace testing_support {
+
+// The system's own function, also while the program's calls of it are led elsewhere. The first
+// argument tells no more than its type.
+template <class Function>
+Function* systems(Function*, const char* name, const wchar_t* library = L"kernel32.dll")
+{
+    return std::bit_cast<Function*>(GetProcAddress(GetModuleHandleW(library), name));
+}
+
+// Leads this program's calls of the system's function to the one at `to` for the rest of the
+// process's life.
+template <class Function>
+void leadCalls(Function* function, const char* name, Function* to,
+               const wchar_t* library = L"kernel32.dll")
+{
+    standin::leadImports(GetModuleHandleW(nullptr), systems(function, name, library), to);
+}
+
+} // namespace testing_support
