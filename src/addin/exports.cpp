@@ -14,6 +14,7 @@
 #include "ncqueue/nc_commands.h"
 #include "ncqueue/nc_queue.h"
 #include "tooldata/setup_sheet.h"
+#include "tooldata/tool_picture.h"
 
 #include <stdexcept>
 
@@ -97,10 +98,14 @@ int importNCqueue()
     return atEdge(0, importNcQueue);
 }
 
-// The drawing behind this is not part of this release: it does nothing and gives 0.
-
-int DrawTool(std::uint32_t, std::uint32_t, std::uint32_t, double, double, double, double, double,
-             double, double, std::int32_t)
+int DrawTool(std::uint32_t width, std::uint32_t height, std::uint32_t toolType, double diameter,
+             double cornerRadius, double tipAngle, double fluteLength, double shoulderLength,
+             double overallLength, double shankDiameter, std::int32_t imageId)
 {
-    return 0;
+    return atEdge(0, [&] {
+        drawTool({width, height, toolType, diameter, cornerRadius, tipAngle, fluteLength,
+                  shoulderLength, overallLength, shankDiameter},
+                 imageId);
+        return 0;
+    });
 }

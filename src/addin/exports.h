@@ -27,7 +27,8 @@ int importNC();
 int renameNC(); // gives 1
 
 // Draws the side view of a cutting tool into a picture of width x height pixels and saves it under
-// the image id. Lengths are in the tool's own unit, the angle in degrees.
+// the installation folder as temp\toolimage-<image id>.bmp. Lengths are in the tool's own unit, the
+// angle in degrees. Gives 0, with a picture and without.
 int DrawTool(std::uint32_t width, std::uint32_t height, std::uint32_t toolType, double diameter,
              double cornerRadius, double tipAngle, double fluteLength, double shoulderLength,
              double overallLength, double shankDiameter, std::int32_t imageId);

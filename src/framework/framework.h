@@ -6,8 +6,17 @@
 #if __has_include(<afxwin.h>)
 #include <afxcoll.h>
 #include <afxwin.h>
+
+// The image class's headers count on names that NOMINMAX takes from them.
+#include <algorithm>
+namespace Gdiplus {
+using std::max;
+using std::min;
+} // namespace Gdiplus
+#include <atlimage.h>
 #else
 #include "framework/exceptions.h"
+#include "framework/image.h"
 #include "framework/objects.h"
 #include "framework/strings.h"
 #include "framework/threads.h"

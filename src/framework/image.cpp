@@ -1,0 +1,123 @@
+#include "framework/image.h"
+
+#include <cstring>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr WORD bitsAPixel = 32;
+constexpr DWORD offsetOfPixels = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+
+HRESULT lastError()
+{
+    return HRESULT_FROM_WIN32(GetLastError());
+}
+
+bool namesBitmapFile(LPCWSTR path)
+{
+    const wchar_t* const extension = std::wcsrchr(path, L'.');
+    return extension && _wcsicmp(extension, L".bmp") == 0;
+}
+
+BITMAPINFO informationOf(const BITMAP& bitmap)
+{
+    BITMAPINFO information = {};
+    BITMAPINFOHEADER& header = information.bmiHeader;
+    header.biSize = sizeof header;
+    header.biWidth = bitmap.bmWidth;
+    header.biHeight = bitmap.bmHeight;
+    header.biPlanes = 1;
+    header.biBitCount = bitsAPixel;
+    header.biCompression = BI_RGB;
+    header.biSizeImage =
+        static_cast<DWORD>(bitmap.bmWidth) * static_cast<DWORD>(bitmap.bmHeight) * (bitsAPixel / 8);
+    return information;
+}
+
+// Reads the bitmap's pixels; false when the system does not give them.
+bool readPixels(HBITMAP bitmap, BITMAPINFO information, BYTE* pixels)
+{
+    const UINT rows = static_cast<UINT>(information.bmiHeader.biHeight);
+    const HDC screen = GetDC(nullptr);
+    const int read = GetDIBits(screen, bitmap, 0, rows, pixels, &information, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    return read == information.bmiHeader.biHeight;
+}
+
+// The whole file; empty when the bitmap cannot be read.
+std::vector<BYTE> bitmapFile(HBITMAP bitmap)
+{
+    BITMAP description = {};
+    if (GetObjectW(bitmap, sizeof description, &description) != sizeof description)
+        return {};
+    const BITMAPINFO information = informationOf(description);
+    BITMAPFILEHEADER header = {};
+    header.bfType = 0x4D42; // "BM"
+    header.bfSize = offsetOfPixels + information.bmiHeader.biSizeImage;
+    header.bfOffBits = offsetOfPixels;
+    std::vector<BYTE> bytes(header.bfSize);
+    std::memcpy(bytes.data(), &header, sizeof header);
+    std::memcpy(bytes.data() + sizeof header, &information.bmiHeader, sizeof(BITMAPINFOHEADER));
+    if (!readPixels(bitmap, information, bytes.data() + offsetOfPixels))
+        return {};
+    return bytes;
+}
+
+HRESULT writeNewFile(const std::wstring& path, const std::vector<BYTE>& bytes)
+{
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return lastError();
+    DWORD written = 0;
+    const bool whole =
+        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+        written == bytes.size();
+    const HRESULT result = whole ? S_OK : lastError();
+    CloseHandle(file);
+    return result;
+}
+
+// Beside the file, so that it lies on the same volume; of this process and thread alone.
+std::wstring neighbourOf(const std::wstring& path)
+{
+    return path + L'.' + std::to_wstring(GetCurrentProcessId()) + L'-' +
+           std::to_wstring(GetCurrentThreadId());
+}
+
+} // namespace
+
+CImage::~CImage()
+{
+    Destroy();
+}
+
+void CImage::Attach(HBITMAP bitmap)
+{
+    bitmap_ = bitmap;
+}
+
+void CImage::Destroy()
+{
+    if (bitmap_)
+        DeleteObject(bitmap_);
+    bitmap_ = nullptr;
+}
+
+HRESULT CImage::Save(LPCWSTR path) const
+{
+    if (!bitmap_ || !namesBitmapFile(path))
+        return E_FAIL;
+    const std::vector<BYTE> bytes = bitmapFile(bitmap_);
+    if (bytes.empty())
+        return E_FAIL;
+    const std::wstring neighbour = neighbourOf(path);
+    HRESULT result = writeNewFile(neighbour, bytes);
+    if (SUCCEEDED(result) && !MoveFileExW(neighbour.c_str(), path, MOVEFILE_REPLACE_EXISTING))
+        result = lastError();
+    if (FAILED(result))
+        DeleteFileW(neighbour.c_str());
+    return result;
+}

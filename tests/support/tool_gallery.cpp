@@ -1,0 +1,86 @@
+// Plays the Companion that has the add-in draw its tools: loads the library that lies beside it and
+// calls DrawTool for a tool of every kind. For each picture a line goes to the standard output: the
+// file's name and then, each behind a bar, the lines that tell what it shows. Ends with 1 when the
+// library cannot be loaded.
+//
+//   toolimage-2.bmp|2  bull nose end mill|dia. 20, shank 16|flutes 30, length 80|radius 4
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <windows.h>
+
+namespace {
+
+using DrawToolEntry = int (*)(std::uint32_t width, std::uint32_t height, std::uint32_t toolType,
+                              double diameter, double cornerRadius, double tipAngle,
+                              double fluteLength, double shoulderLength, double overallLength,
+                              double shankDiameter, std::int32_t imageId);
+
+constexpr std::uint32_t pictureWidth = 220;
+constexpr std::uint32_t pictureHeight = 260;
+
+// In millimetres and degrees.
+struct Tool {
+    std::uint32_t kind;
+    const char* name;
+    double diameter;
+    double cornerRadius;
+    double tipAngle;
+    double fluteLength;
+    double shoulderLength;
+    double overallLength;
+    double shankDiameter;
+};
+
+const Tool tools[] = {
+    {0, "unknown", 20, 0, 0, 35, 45, 80, 20},
+    {1, "ball end mill", 16, 0, 0, 32, 45, 80, 12},
+    {2, "bull nose end mill", 20, 4, 0, 30, 42, 80, 16},
+    {3, "taper mill", 8, 1.5, 10, 40, 40, 80, 16},
+    {4, "drill", 10, 0, 0, 50, 58, 90, 12},
+    {5, "spot drill", 16, 0, 90, 25, 35, 80, 16},
+    {6, "countersink", 25, 0, 90, 0, 15, 60, 12},
+    {7, "end mill", 20, 0, 0, 38, 50, 85, 20},
+    {8, "slot mill", 30, 0, 0, 8, 14, 70, 16},
+    {9, "reamer", 12, 0, 0, 30, 60, 95, 10},
+    {10, "chamfer mill", 16, 0, 60, 0, 22, 65, 16},
+    {11, "engraver", 6, 0, 30, 0, 8, 50, 6},
+    {12, "tap", 10, 0, 0, 22, 50, 85, 8},
+    {13, "boring bar", 18, 0, 0, 6, 60, 100, 25},
+    {14, "corner rounding mill", 20, 5, 0, 20, 30, 70, 12},
+    {15, "unknown", 40, 0, 0, 45, 45, 60, 22},
+};
+
+void describe(const Tool& tool, int imageId)
+{
+    std::printf("toolimage-%d.bmp|%u  %s|dia. %g, shank %g|", imageId, tool.kind, tool.name,
+                tool.diameter, tool.shankDiameter);
+    if (tool.fluteLength > 0)
+        std::printf("flutes %g, ", tool.fluteLength);
+    std::printf("length %g|", tool.overallLength);
+    if (tool.cornerRadius > 0)
+        std::printf("radius %g", tool.cornerRadius);
+    if (tool.tipAngle > 0)
+        std::printf("%sangle %g", tool.cornerRadius > 0 ? ", " : "", tool.tipAngle);
+    std::printf("\n");
+}
+
+} // namespace
+
+int main()
+{
+    const HMODULE library = LoadLibraryW(L"torvapdm.dll");
+    if (!library)
+        return 1;
+    const auto drawTool = std::bit_cast<DrawToolEntry>(GetProcAddress(library, "DrawTool"));
+    if (!drawTool)
+        return 1;
+    int imageId = 0;
+    for (const Tool& tool : tools) {
+        drawTool(pictureWidth, pictureHeight, tool.kind, tool.diameter, tool.cornerRadius,
+                 tool.tipAngle, tool.fluteLength, tool.shoulderLength, tool.overallLength,
+                 tool.shankDiameter, imageId);
+        describe(tool, imageId++);
+    }
+    return 0;
+}
