@@ -72,7 +72,7 @@ int m_load(int)
 
 int m_save(int)
 {
-    return atEdge(0, saveFlow);
+    return saveFlow();
 }
 
 int importNC()

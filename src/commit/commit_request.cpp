@@ -26,7 +26,8 @@ std::wstring commitFileName()
     return redirectedTo(folder, name);
 }
 
-// The request file belongs to the Companion's process: a Companion that ends leaves it to the next.
+// The request file belongs to the Companion's process, not to the host's. The caller closes it;
+// INVALID_HANDLE_VALUE when it cannot be opened.
 HANDLE openRequestFile(HWND companion)
 {
     DWORD processId = 0;

@@ -31,7 +31,7 @@ std::string commitNotice(std::uint32_t zemId, const std::string& file)
 }
 
 // Deliberate: the id is told exactly when there is none, so that it always reads 4294967295. One
-// would expect it the other way round; the Companion reads that number as "no file of mine".
+// would expect it the other way round; the Companion has to take that number for none.
 std::wstring commitArguments(std::uint32_t zemId, const std::wstring& file)
 {
     const std::wstring arguments = L"--commit \"" + file + L'"';

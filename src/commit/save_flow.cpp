@@ -8,6 +8,7 @@
 #include "commit/untitled_document.h"
 #include "host/host.h"
 #include "link/companion_process.h"
+#include "link/edges.h"
 #include "link/file_stream.h"
 #include "link/host_exceptions.h"
 #include "link/messages.h"
@@ -68,20 +69,27 @@ bool saveDocument()
     return currentZemId == noZemId ? saveUnknownDocument() : saveKnownDocument();
 }
 
-} // namespace
-
-int saveFlow()
+void bringDocumentBack()
 {
     if (!makeSureDocumentIsNamed())
-        return 0;
+        return;
     askForNcNames();
     handOverToolsIfWanted();
     if (!ensureCompanionRunning() || !saveDocument())
-        return 0;
+        return;
     takeScreenCapture();
     currentZemId = static_cast<std::uint32_t>(currentRequestId);
     requestCommit();
-    return 0;
+}
+
+} // namespace
+
+int saveFlow() noexcept
+{
+    return atEdge(0, [] {
+        bringDocumentBack();
+        return 0;
+    });
 }
 
 } // namespace torvapdm

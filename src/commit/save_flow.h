@@ -5,8 +5,8 @@ namespace torvapdm {
 
 // Has the host save the document, leaves a picture of the screen, and commits the document to the
 // Companion; hands the setup sheet over before when the settings ask for it. A failure ends the
-// flow and is shown to the user; the result is always 0. Passes on the framework's exceptions that
-// the host raises in the setup sheet.
-int saveFlow();
+// flow and is shown to the user; an exception ends it quietly, whoever called it. The result is
+// always 0.
+int saveFlow() noexcept;
 
 } // namespace torvapdm

@@ -11,7 +11,7 @@ void takeScreenCapture()
 {
     const std::wstring path = getInstallationFolder() + L"\\commit\\screendump.bmp";
     // Deliberate: the mark is always true, so that a capture never saves the document. One would
-    // expect a question to the host; whoever takes a picture has saved before.
+    // expect a question to the host; saving is left to the flow that takes the picture.
     const bool alreadySaved = true;
     callHost([&] { screen_to_bitmap_file(path.c_str(), false); });
     if (!alreadySaved)

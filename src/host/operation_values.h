@@ -1,8 +1,10 @@
 // What the add-in reads of the host's operation and tool records, without the host's own types. No
-// platform header. The texts stay the host's: their pointers lead into the records.
+// platform header. Lengths are in the part's unit, angles in degrees. The texts stay the host's:
+// pointers and views lead into the records.
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace host {
 
@@ -23,7 +25,7 @@ struct OwnToolValues {
     std::int16_t cornerRadiusType;
     std::int16_t material;
     double feedRate;
-    const wchar_t* comment;
+    std::wstring_view comment;
 };
 
 // The full tool record.

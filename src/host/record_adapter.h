@@ -6,8 +6,17 @@
 #include "host/operation_values.h"
 
 #include <cstring>
+#include <string>
 
 namespace host {
+
+// The text of a field: up to its zero, or all of the field when it holds none.
+template <size_t capacity>
+std::wstring_view textOf(const wchar_t (&field)[capacity])
+{
+    const std::wstring_view whole(field, capacity);
+    return whole.substr(0, whole.find(L'\0'));
+}
 
 // ---- The operation chain -----------------------------------------------------------------------
 
@@ -28,9 +37,9 @@ inline int groupIdOf(const operation& op)
     return op.groupId;
 }
 
-inline const wchar_t* nciNameOf(const operation& op)
+inline std::wstring nciNameOf(const operation& op)
 {
-    return op.nciName;
+    return std::wstring(textOf(op.nciName));
 }
 
 // The plane's id by selector: 0 the construction plane, 1 the tool plane, 3 a third one; any other
@@ -85,7 +94,7 @@ inline OwnToolValues ownToolOf(const operation& op)
             .cornerRadiusType = tool.cornerRadiusType,
             .material = tool.toolMaterial,
             .feedRate = tool.feedRate,
-            .comment = tool.comment};
+            .comment = textOf(tool.comment)};
 }
 
 // A full tool record that holds the operation's tool number and its copy of the tool, and is empty
@@ -132,9 +141,9 @@ inline int parentIdOf(const TpGroup& group)
     return group.parentId;
 }
 
-inline const wchar_t* nameOf(const TpGroup& group)
+inline std::wstring nameOf(const TpGroup& group)
 {
-    return group.name;
+    return std::wstring(textOf(group.name));
 }
 
 } // namespace host

@@ -80,7 +80,7 @@ inline bool event37Seen = false;
 
 // Deliberate: never switched on, so that event 4 never sets `captureOnClosePending` and event 5
 // never takes a picture for it. One would expect a setting behind it; the dormant path is kept with
-// its switch, and switching it on would send pictures nobody asked for. Read: UI (event 4).
+// its switch, and switching it on would write pictures nobody asked for. Read: UI (event 4).
 inline bool captureOnCloseEnabled = false;
 
 // Written: UI (event 4 may set it; events 3, 5, 6, 52 and the load pipeline clear it). Read: UI

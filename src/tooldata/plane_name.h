@@ -8,7 +8,8 @@
 
 namespace torvapdm {
 
-// The first entry of the host's main operation list that is not null; null when there is none.
+// The first entry of the host's main operation list that is not null, owned by the host; null when
+// there is none and when the host raises.
 operation* firstMainOperation();
 
 // The name of the operation's plane: selector 0 its construction plane, 1 its tool plane, 3 a third

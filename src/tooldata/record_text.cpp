@@ -45,10 +45,12 @@ void put(RecordText& record, std::string_view key, const wchar_t* handle)
     put(record, {digits, std::end(digits)});
 }
 
-void putLowBytes(RecordText& record, const wchar_t* text)
+void putLowBytes(RecordText& record, std::wstring_view text)
 {
-    for (; *text != L'\0' && !record.isTooLong; ++text) {
-        const char byte = static_cast<char>(*text & 0xFF);
+    for (const wchar_t unit : text) {
+        const char byte = static_cast<char>(unit & 0xFF);
+        if (byte == '\0')
+            return;
         put(record, {&byte, 1});
     }
 }

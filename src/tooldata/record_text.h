@@ -1,5 +1,4 @@
-// The text of one tool data record while it is put together, bounded as its readers' buffers are.
-// No platform header.
+// The text of one tool data record while it is put together, within its bound. No platform header.
 #pragma once
 
 #include <array>
@@ -26,8 +25,9 @@ void put(RecordText& record, std::string_view key, std::int32_t value);
 void put(RecordText& record, std::string_view key, double value);
 // The address of a text as 16 upper-case hexadecimal digits.
 void put(RecordText& record, std::string_view key, const wchar_t* handle);
-// Each UTF-16 unit up to the zero, cut to its low byte.
-void putLowBytes(RecordText& record, const wchar_t* text);
+// Each UTF-16 unit cut to its low byte, up to the first whose low byte is 0: that would end the
+// record's line for whoever writes or reads it as a text.
+void putLowBytes(RecordText& record, std::wstring_view text);
 
 // All that was put; nothing when it came to more than `longestToolRecord` characters.
 std::optional<std::string> contentOf(const RecordText& record);

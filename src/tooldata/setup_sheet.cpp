@@ -14,8 +14,8 @@ void sendSetupSheet()
     RunSetupSheetOnSelectedOpsWithoutUI(Aarray);
     if (Aarray.GetSize() == 0)
         return;
-    // Deliberate: the first file alone. One would expect a line for each; the Companion takes one
-    // sheet for a request.
+    // Deliberate: the first file alone. One would expect a line for each; the
+    // Companion gets one sheet for each hand-over.
     const std::wstring text = setupSheetLine(currentRequestId, Aarray.GetAt(0).GetString());
     const std::string atext = toNarrow(text, CP_THREAD_ACP);
     sendLine(atext);

@@ -1,6 +1,7 @@
 #include "tooldata/tool_export.h"
 
 #include "host/record_adapter.h"
+#include "link/edges.h"
 #include "link/file_stream.h"
 #include "link/host_exceptions.h"
 #include "link/installation_folder.h"
@@ -21,7 +22,10 @@ using Lines = std::vector<std::string>;
 struct ChainReturner {
     void operator()(operation_node* oplist) const
     {
-        callHost([&] { list_manager(1, L"", 1, &oplist); });
+        atEdge(0, [&] {
+            list_manager(1, L"", 1, &oplist);
+            return 0;
+        });
     }
 };
 using OperationChain = std::unique_ptr<operation_node, ChainReturner>;
@@ -53,7 +57,7 @@ double cycleTimeOf(operation& op)
 }
 
 // Deliberate: the name is formed for every operation and used by nothing. One would expect it in
-// the record; the picture is made elsewhere.
+// the record; no picture of that name is made in this release.
 std::wstring toolAndHolderPicture(std::int32_t toolNumber)
 {
     return getInstallationFolder() + L"\\tmp\\ToolAndHolder" + std::to_wstring(toolNumber) +
@@ -63,7 +67,7 @@ std::wstring toolAndHolderPicture(std::int32_t toolNumber)
 // Nothing for a plane that the host does not know and for a record that is too long.
 //
 // Deliberate: the plane names of every record are those of the part's first operation. One would
-// expect the operation's own; the Companion gets one pair of marks for the whole part.
+// expect the operation's own; the Companion takes the two values for marks, not for planes.
 std::optional<std::string> recordOf(operation& op, std::int32_t number,
                                     const operation& firstOperation)
 {

@@ -25,7 +25,7 @@ void putOwnTool(RecordText& text, const ToolRecordValues& values)
 }
 
 // Deliberate: length offset, geometry file and feed rate again, from the full tool. One would
-// expect each once; the Companion compares the operation's copy with the tool list.
+// expect each once; the operation's copy and the tool list can differ, and the record tells both.
 void putFullTool(RecordText& text, const host::FullToolValues& tool, std::int32_t operationNumber)
 {
     put(text, "|LENGTHOFFSET=", tool.lengthOffset);
@@ -56,7 +56,7 @@ void putFullTool(RecordText& text, const host::FullToolValues& tool, std::int32_
 
 // Deliberate: the comment goes in as it is. One would expect bars and line breaks to be escaped; a
 // comment that holds one breaks its record, and the Companion has to bear with it.
-void putComment(RecordText& text, const wchar_t* comment)
+void putComment(RecordText& text, std::wstring_view comment)
 {
     put(text, "|COMMENT=");
     putLowBytes(text, comment);

@@ -23,11 +23,11 @@ struct ToolRecordValues {
     std::int32_t requestId;
     const wchar_t* toolPlaneName; // written as a handle, like geometry files and NC names
     const wchar_t* constructionPlaneName;
-    host::OwnToolValues ownTool; // its comment is written to the zero, each unit's low byte
+    host::OwnToolValues ownTool; // of its comment, each unit's low byte
     host::FullToolValues fullTool;
     host::OperationValues operation;
     std::int32_t operationNumber; // the operation's place in the walk, from 1
-    double cycleTime;
+    double cycleTime;             // seconds
 };
 
 // The record with its line feed; nothing when it has more than 2047 characters.

@@ -108,6 +108,19 @@ TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
     EXPECT_FALSE(captureOnClosePending);
 }
 
+TEST_F(HostEvents, fiveClearsThePictureAlsoWhenTheHostRaisesInTheSetupSheet)
+{
+    installation.endStandardInput();
+    writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
+    set({.capturePending = true});
+    currentRequestId = 17;
+    ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
+    EXPECT_EQ(m_notify(5), 0);
+    EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
 TEST_F(HostEvents, fiveTakesThePendingPictureWithoutAFile)
 {
     Values pending = none;

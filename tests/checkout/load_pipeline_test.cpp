@@ -197,6 +197,20 @@ TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
     EXPECT_EQ(debugLogText(), logged({1, 2, 3}, path) + logged({3}, L"CAD"));
 }
 
+TEST_F(LoadPipeline, loadsACadFileAlsoWhenTheHostRaisesInItsSetupSheet)
+{
+    const std::wstring path = makePart(L"model.catpart");
+    setSettings("AlwaysSaveTools=y\n");
+    currentRequestId = 17;
+    fileTypePrefix = L"CAD";
+    ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
+    EXPECT_TRUE(openFile(17, path));
+    EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(currentFilePath.text(), path);
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
 TEST_F(LoadPipeline, takesOnlyTheExactPrefixForACadFile)
 {
     const std::wstring path = makePart();

@@ -94,6 +94,14 @@ TEST(RecordText, cutsEachUnitToItsLowByteUpToTheZero)
     EXPECT_EQ(contentOf(record), "a|\n\xC4\xAC");
 }
 
+TEST(RecordText, endsATextAtTheFirstUnitWhoseLowByteIsZero)
+{
+    RecordText record;
+    putLowBytes(record, L"b\u4E00c");
+    put(record, "|next");
+    EXPECT_EQ(contentOf(record), "b|next");
+}
+
 TEST(RecordText, holds2047CharactersAndNoMore)
 {
     RecordText record;
@@ -109,7 +117,7 @@ TEST(RecordText, staysTooLong)
 {
     RecordText record;
     put(record, std::string(2000, 'x'));
-    putLowBytes(record, std::wstring(48, L'c').c_str());
+    putLowBytes(record, std::wstring(48, L'c'));
     put(record, "y");
     EXPECT_EQ(contentOf(record), std::nullopt);
 }

@@ -246,6 +246,18 @@ TEST_F(ToolExport, namesPlanesBySelector)
     EXPECT_EQ(getPlaneName(firstInHost(), 3), std::nullopt);
 }
 
+TEST_F(ToolExport, readsTextsThatFillTheirFieldsWithoutAZero)
+{
+    static operation full;
+    std::fill(std::begin(full.nciName), std::end(full.nciName), L'n');
+    std::fill(std::begin(full.tool.comment), std::end(full.tool.comment), L'c');
+    static TpGroup group;
+    std::fill(std::begin(group.name), std::end(group.name), L'g');
+    EXPECT_EQ(host::nciNameOf(full), std::wstring(260, L'n'));
+    EXPECT_EQ(host::ownToolOf(full).comment, std::wstring(200, L'c'));
+    EXPECT_EQ(host::nameOf(group), std::wstring(260, L'g'));
+}
+
 TEST_F(ToolExport, findsTheFirstOperationOfTheList)
 {
     putPart(planes);

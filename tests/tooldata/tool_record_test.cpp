@@ -93,10 +93,10 @@ TEST(ToolRecord, isNotMadeAbove2047Characters)
     ToolRecordValues values = distinct;
     const size_t others = toolRecord(distinct)->size() - 11;
     std::wstring comment(2047 - others, L'c');
-    values.ownTool.comment = comment.c_str();
+    values.ownTool.comment = comment;
     ASSERT_TRUE(toolRecord(values).has_value());
     EXPECT_EQ(toolRecord(values)->size(), 2047u);
     comment += L'c';
-    values.ownTool.comment = comment.c_str();
+    values.ownTool.comment = comment;
     EXPECT_EQ(toolRecord(values), std::nullopt);
 }
