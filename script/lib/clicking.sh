@@ -6,22 +6,30 @@ place_of() {
     eval "$(xdotool search --onlyvisible --name "$1" getwindowgeometry --shell | grep -E '^(X|Y|WIDTH)=')"
 }
 
-# add_in_command N: chooses the Nth command of the host's Add-in menu, with the mouse left over the
-# drawing.
-add_in_command() {
+# Where the host's menus begin, in pixels from its window's left edge.
+file_menu=17 add_in_menu=55 edit_menu=183
+
+# host_command MENU N: chooses the Nth command of this menu, with the mouse left over the drawing.
+host_command() {
     place_of '^Mastercam'
-    xdotool mousemove $((X + 55)) $((Y + 33)) click 1
+    xdotool mousemove $((X + $1)) $((Y + 33)) click 1
     sleep 0.5
     local i
-    for ((i = 0; i < $1; i++)); do xdotool key Down; done
+    for ((i = 0; i < $2; i++)); do xdotool key Down; done
     xdotool mousemove $((X + 260)) $((Y + 300)) key Return
     sleep 0.5
 }
 
+# The host's commands that the demo chooses, as menu and row.
+run_m_main="$add_in_menu 1" run_m_load="$add_in_menu 2" run_m_save="$add_in_menu 3"
+run_import_nc_queue="$add_in_menu 6"
+post_nc_programs="$file_menu 5" add_finishing_pass="$edit_menu 1"
+
 # The add-in's open menu has its title, a line, and then its commands, 16 pixels each.
 about=2 import_nc_files=4 # counted from "Open TORVA ZEM" at 0
 
-# menu_command N: clicks the Nth command of the add-in's menu, which was opened by add_in_command.
+# menu_command N: clicks the Nth command of the add-in's menu, which `host_command $run_m_main` has
+# opened.
 menu_command() {
     xdotool mousemove $((X + 300)) $((Y + 336 + 16 * $1)) click 1
 }

@@ -93,6 +93,7 @@ bool sendItem(State& state, const Command& command, const LibraryItem& item, std
     if (!addSettings(state, command, item, delivery)) {
         return refuse(state, L"the path of the machine definition cannot be passed on");
     }
+    keepCopy(state.copies, {delivery.id, item.number, delivery.workFile});
     delivery.request = *request;
     delivery.writtenFields = textField(L"file", delivery.workFile);
     state.sentFile[host] = fileNameOf(delivery.workFile);
@@ -100,8 +101,12 @@ bool sendItem(State& state, const Command& command, const LibraryItem& item, std
     return true;
 }
 
+// What hosts have handed back comes first: the part's working copy is about to be written over.
 bool send(State& state, const Command& command)
 {
+    if (!takeAllCommits(state)) {
+        return refuse(state, L"a commit waits to be stored");
+    }
     refreshLibrary(state.library, state.folder, state.log);
     const LibraryItem* item = findItem(state.library.index, command.value);
     if (item == nullptr) {
@@ -119,6 +124,9 @@ bool sendNewFile(State& state, const Command& command)
     }
     const std::int32_t id = requestId(command, 0);
     state.sentFile.erase(*host);
+    if (id != 0) {
+        keepCopy(state.copies, {.id = id}); // what comes back with this id is a new part
+    }
     deliver(state.deliveries, {.host = *host,
                                .id = id,
                                .commandFile = commandFilePath(state.folder, *host),
@@ -145,11 +153,11 @@ bool sendCheckIn(State& state, const Command& command)
     return true;
 }
 
-bool noteCommit(State& state, const Command& command)
+bool commit(State& state, const Command& command)
 {
     const std::wstring id = command.id ? numberField(L"id", *command.id) : std::wstring();
     logEvent(state.log, L"commit", textField(L"file", command.value) + id);
-    return true;
+    return handInCommit(state, command.value, command.id);
 }
 
 bool noteCheckOut(State& state, const Command& command)
@@ -194,7 +202,7 @@ bool carryOut(State& state, const Command& command, const std::wstring& argument
     case Word::checkOut:
         return noteCheckOut(state, command);
     case Word::commit:
-        return noteCommit(state, command);
+        return commit(state, command);
     case Word::send:
         return send(state, command);
     case Word::newFile:

@@ -14,7 +14,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 // The time between two looks at a command file, which bounds the error of `after`.
-constexpr std::chrono::milliseconds lookEvery{5};
+constexpr DWORD lookEveryMs = 5;
+// With nothing to do; bounds how long the program's end can wait for the thread, whatever happens.
+constexpr DWORD idleMs = 100;
 
 struct Ongoing {
     Delivery delivery{};
@@ -53,17 +55,6 @@ void endUnwritten(EventLog& log, Ongoing& ongoing, std::wstring_view reason)
     ongoing.isDone = true;
 }
 
-// A name beside the work file that nothing has yet.
-std::wstring freeNameBeside(const std::wstring& workFile)
-{
-    for (int number = 1;; ++number) {
-        const std::wstring name = workFile + L".kept-" + std::to_wstring(number);
-        if (!isFile(name)) {
-            return name;
-        }
-    }
-}
-
 // Work that was saved and never came back as a version is moved aside. False when that fails.
 bool keepChangedWork(EventLog& log, const Delivery& delivery)
 {
@@ -71,7 +62,7 @@ bool keepChangedWork(EventLog& log, const Delivery& delivery)
     if (!work || work == readFile(delivery.versionFile)) {
         return true;
     }
-    const std::wstring kept = freeNameBeside(delivery.workFile);
+    const std::wstring kept = freeName(delivery.workFile + L".kept-", L"");
     if (!MoveFileW(delivery.workFile.c_str(), kept.c_str())) {
         return false;
     }
@@ -200,16 +191,11 @@ void stepAll(DeliveryDesk& desk, std::vector<Ongoing>& all)
     std::erase_if(all, [](const Ongoing& one) { return one.isDone; });
 }
 
-// Waits for arrivals: without end while there is nothing to do, else for one look's time.
-void collect(DeliveryDesk& desk, const std::stop_token& stop, std::vector<Ongoing>& all)
+// Waits for arrivals or the end. The event stays set until a wait has seen it.
+void collect(DeliveryDesk& desk, std::vector<Ongoing>& all)
 {
-    std::unique_lock lock(desk.mutex);
-    const auto hasArrivals = [&] { return !desk.arrived.empty(); };
-    if (all.empty()) {
-        desk.wake.wait(lock, stop, hasArrivals);
-    } else {
-        desk.wake.wait_for(lock, stop, lookEvery, hasArrivals);
-    }
+    WaitForSingleObject(desk.wake.get(), all.empty() ? idleMs : lookEveryMs);
+    const std::lock_guard lock(desk.mutex);
     for (Delivery& delivery : desk.arrived) {
         all.push_back({.delivery = std::move(delivery)});
     }
@@ -220,7 +206,7 @@ void work(DeliveryDesk& desk, const std::stop_token& stop)
 {
     std::vector<Ongoing> all;
     while (!stop.stop_requested()) {
-        collect(desk, stop, all);
+        collect(desk, all);
         stepAll(desk, all);
     }
     for (Ongoing& one : all) {
@@ -248,6 +234,7 @@ void startDeliveries(DeliveryDesk& desk)
 void stopDeliveries(DeliveryDesk& desk)
 {
     desk.worker.request_stop();
+    SetEvent(desk.wake.get());
     if (desk.worker.joinable()) {
         desk.worker.join();
     }
@@ -255,9 +242,11 @@ void stopDeliveries(DeliveryDesk& desk)
 
 void deliver(DeliveryDesk& desk, Delivery delivery)
 {
-    const std::lock_guard lock(desk.mutex);
-    desk.arrived.push_back(std::move(delivery));
-    desk.wake.notify_one();
+    {
+        const std::lock_guard lock(desk.mutex);
+        desk.arrived.push_back(std::move(delivery));
+    }
+    SetEvent(desk.wake.get());
 }
 
 } // namespace companion

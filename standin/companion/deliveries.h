@@ -3,8 +3,8 @@
 
 #include "decisions/delivery.h"
 #include "eventlog.h"
+#include "handle.h"
 
-#include <condition_variable>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -32,8 +32,9 @@ struct DeliveryDesk {
     EventLog* log = nullptr; // outlives the desk
     DeliveryBounds bounds;
     std::mutex mutex;
-    std::condition_variable_any wake;
     std::vector<Delivery> arrived; // guarded by `mutex`
+    // Set when there are arrivals or the end is asked for; reset by the thread's wait for it.
+    OwnHandle wake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     std::jthread worker;
 };
 

@@ -7,15 +7,37 @@ namespace {
 
 constexpr DWORD shareEverything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-bool writeWhole(const std::wstring& path, DWORD access, DWORD disposition, std::string_view bytes)
+bool writeWhole(const std::wstring& path, DWORD access, DWORD disposition, std::string_view bytes,
+                DWORD flags = FILE_ATTRIBUTE_NORMAL)
 {
-    const OwnHandle file = ownFile(CreateFileW(path.c_str(), access, shareEverything, nullptr,
-                                               disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const OwnHandle file = ownFile(
+        CreateFileW(path.c_str(), access, shareEverything, nullptr, disposition, flags, nullptr));
     DWORD written = 0;
     return file &&
            WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
                      nullptr) &&
            written == bytes.size();
+}
+
+// A file that another program reads at this moment cannot be replaced, but in the next.
+bool moveOver(const std::wstring& from, const std::wstring& to)
+{
+    constexpr int tries = 20;
+    constexpr DWORD pauseMs = 5;
+    for (int i = 0; i < tries; ++i) {
+        if (MoveFileExW(from.c_str(), to.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+            return true;
+        }
+        Sleep(pauseMs);
+    }
+    return false;
+}
+
+bool isWriteProtected(const std::wstring& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
 } // namespace
@@ -42,6 +64,14 @@ bool writeFile(const std::wstring& path, std::string_view bytes)
     return writeWhole(path, GENERIC_WRITE, CREATE_ALWAYS, bytes);
 }
 
+bool replaceFile(const std::wstring& path, std::string_view bytes)
+{
+    const std::wstring beside = path + L".new";
+    return !isWriteProtected(path) &&
+           writeWhole(beside, GENERIC_WRITE, CREATE_ALWAYS, bytes, FILE_FLAG_WRITE_THROUGH) &&
+           moveOver(beside, path);
+}
+
 bool appendToFile(const std::wstring& path, std::string_view bytes)
 {
     return writeWhole(path, FILE_APPEND_DATA, OPEN_ALWAYS, bytes);
@@ -51,6 +81,25 @@ bool isFile(const std::wstring& path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+std::uint64_t fileSize(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
+        return 0;
+    }
+    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
+std::wstring freeName(const std::wstring& start, const std::wstring& end)
+{
+    for (int number = 1;; ++number) {
+        std::wstring name = start + std::to_wstring(number) + end;
+        if (!isFile(name)) {
+            return name;
+        }
+    }
 }
 
 } // namespace companion

@@ -20,6 +20,12 @@ struct Library {
 // True when it had. A missing index is an empty library.
 bool refreshLibrary(Library& library, const std::wstring& folder, EventLog& log);
 
+// False while the index exists and cannot be read; what the library holds then says nothing.
+bool isReadable(const Library& library, const std::wstring& folder);
+
+// Writes the index anew and takes it over. False when it cannot be written; then nothing changes.
+bool changeIndex(Library& library, const std::wstring& folder, const std::string& bytes);
+
 // The part file of the item's current version.
 std::wstring versionPath(const std::wstring& folder, const LibraryItem& item);
 

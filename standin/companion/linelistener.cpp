@@ -18,6 +18,8 @@ constexpr u_short port = 4559;
 constexpr std::size_t mostBytes = 1024;
 constexpr std::chrono::seconds longestConnection{5};
 constexpr INT lookEveryMs = 100; // bounds how long the program's end waits for the thread
+// The sockets of a program that has just ended may stay open for a moment longer than it.
+constexpr std::chrono::seconds quietTries{1};
 
 class OwnSocket {
 public:
@@ -169,23 +171,46 @@ void work(LineListener& listener, const Port& from, const std::stop_token& stop,
     }
 }
 
+void logPortTaken(EventLog& log, int error)
+{
+    logEvent(log, L"port-taken", numberField(L"port", port) + numberField(L"error", error));
+}
+
+// Tries until the port is open. False when the thread has to end first.
+bool waitForPort(Port& opened, int error, const std::stop_token& stop, EventLog& log)
+{
+    const Clock::time_point quietUntil = Clock::now() + quietTries;
+    bool isLogged = false;
+    while (error != 0 && !stop.stop_requested()) {
+        if (!isLogged && Clock::now() >= quietUntil) {
+            logPortTaken(log, error);
+            isLogged = true;
+        }
+        Sleep(lookEveryMs);
+        error = openPort(opened);
+    }
+    if (error == 0 && isLogged) {
+        logEvent(log, L"port-open", numberField(L"port", port));
+    }
+    return error == 0;
+}
+
 } // namespace
 
 void startListening(LineListener& listener, EventLog& log, HWND window, UINT message)
 {
     auto opened = std::make_unique<Port>();
-    if (const int error = openPort(*opened); error != 0) {
-        logEvent(log, L"port-taken", numberField(L"port", port) + numberField(L"error", error));
-        return;
-    }
-    listener.worker = std::jthread(
-        [&listener, opened = std::move(opened), window, message](std::stop_token stop) {
-            try {
+    const int error = openPort(*opened);
+    listener.worker = std::jthread([&listener, &log, error, opened = std::move(opened), window,
+                                    message](const std::stop_token& stop) {
+        try {
+            if (waitForPort(*opened, error, stop, log)) {
                 work(listener, *opened, stop, window, message);
-            } catch (...) {
-                // Out of memory: nothing more is received, the window goes on.
             }
-        });
+        } catch (...) {
+            // Out of memory: nothing more is received, the window goes on.
+        }
+    });
 }
 
 void stopListening(LineListener& listener)

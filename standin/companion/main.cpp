@@ -39,6 +39,8 @@ int runInstance(const std::wstring& arguments)
     makeSubfolders(state.folder);
     logEvent(state.log, L"started",
              textField(L"folder", state.folder) + numberField(L"pid", GetCurrentProcessId()));
+    state.copies = readCopyList(workingCopiesPath(state.folder));
+    startCommits(state);
     HWND window = createMainWindow(state);
     if (window != nullptr) {
         startDeliveries(state.deliveries);

@@ -28,7 +28,7 @@ HWND createButton(HWND parent, const wchar_t* text, DWORD style, int id)
     return createChild(parent, L"BUTTON", text, WS_TABSTOP | style, id);
 }
 
-void createLists(HWND parent, Panes& panes)
+void createLists(HWND parent, const Look& look, Panes& panes)
 {
     panes.library = createList(parent, libraryId);
     setColumns(panes.library, {{L"No.", 44, true},
@@ -38,6 +38,7 @@ void createLists(HWND parent, Panes& panes)
                                {L"Description", 0}});
     panes.hosts = createList(parent, hostsId);
     setColumns(panes.hosts, {{L"Process", 64, true}, {L"Title", 0}});
+    panes.versions = createVersionPane(parent, versionsId, look);
     panes.events = createList(parent, eventsId);
     setColumns(panes.events, {{L"Time", 96}, {L"Event", 132}, {L"Details", 0}});
 }
@@ -104,7 +105,7 @@ Panes createPanes(HWND parent, const Look& look)
     panes.eventsTitle = createTitle(parent, L"Events");
     panes.hint = createChild(parent, L"STATIC", L"",
                              SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS, -1);
-    createLists(parent, panes);
+    createLists(parent, look, panes);
     panes.send = createButton(parent, L"Send to host", BS_DEFPUSHBUTTON, sendId);
     panes.newFile = createButton(parent, L"New file", BS_PUSHBUTTON, newFileId);
     panes.checkIn = createButton(parent, L"Check in", BS_PUSHBUTTON, checkInId);
@@ -123,6 +124,7 @@ void placePanes(const Panes& panes, int clientWidth, int clientHeight)
     moveTo(panes.newFile, layout.newFile);
     moveTo(panes.checkIn, layout.checkIn);
     moveTo(panes.hint, layout.hint);
+    placeVersionPane(panes.versions, layout);
     moveTo(panes.eventsTitle, layout.eventsTitle);
     moveTo(panes.events, layout.events);
     for (HWND list : {panes.library, panes.hosts, panes.events}) {
@@ -163,7 +165,7 @@ void showNewEvents(const Panes& panes, EventLog& log)
     }
 }
 
-void showChoice(const Panes& panes, const State& state)
+void showChoice(Panes& panes, const State& state)
 {
     const LibraryItem* item = chosenItem(panes, state);
     const auto host = chosenHost(panes);
@@ -171,6 +173,7 @@ void showChoice(const Panes& panes, const State& state)
     EnableWindow(panes.newFile, host.has_value());
     EnableWindow(panes.checkIn, host.has_value());
     setText(panes.hint, hintText(item, host));
+    showVersions(panes.versions, state.folder, item);
 }
 
 std::optional<std::int32_t> chosenNumber(const Panes& panes)

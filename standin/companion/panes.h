@@ -1,8 +1,9 @@
-// The pieces inside the main window: three lists, three buttons, the texts around them.
+// The pieces inside the main window: the lists, three buttons, a picture, the texts around them.
 #pragma once
 
 #include "look.h"
 #include "state.h"
+#include "versionpane.h"
 
 #include <cstdint>
 #include <optional>
@@ -10,12 +11,13 @@
 
 namespace companion {
 
-enum ControlId { libraryId = 100, hostsId, eventsId, sendId, newFileId, checkInId };
+enum ControlId { libraryId = 100, hostsId, eventsId, sendId, newFileId, checkInId, versionsId };
 
 struct Panes {
     HWND library = nullptr, hosts = nullptr, events = nullptr;
     HWND send = nullptr, newFile = nullptr, checkIn = nullptr;
     HWND libraryTitle = nullptr, hostsTitle = nullptr, eventsTitle = nullptr, hint = nullptr;
+    VersionPane versions;
 };
 
 // Creates the pieces as children of the window. The look outlives them.
@@ -31,8 +33,9 @@ void showHosts(const Panes& panes, const State& state);
 // Adds the events since the last call to the list.
 void showNewEvents(const Panes& panes, EventLog& log);
 
-// Says what the buttons would do, and enables those that can do something.
-void showChoice(const Panes& panes, const State& state);
+// Says what the buttons would do, enables those that can do something, and shows the versions of
+// the chosen part and the picture of one.
+void showChoice(Panes& panes, const State& state);
 
 // What is selected: a library number and a host's process id.
 std::optional<std::int32_t> chosenNumber(const Panes& panes);

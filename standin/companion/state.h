@@ -2,6 +2,8 @@
 // deliveries and the line listener guard themselves.
 #pragma once
 
+#include "commits.h"
+#include "copylist.h"
 #include "deliveries.h"
 #include "eventlog.h"
 #include "hosts.h"
@@ -19,6 +21,8 @@ struct State {
     std::wstring folder; // installation folder
     EventLog log;
     Library library;
+    CopyList copies;
+    Commits commits;
     std::vector<Host> hosts;                        // as last looked for
     std::map<std::uint32_t, std::wstring> sentFile; // by host: name of the file last sent to it
     DeliveryDesk deliveries;

@@ -23,8 +23,12 @@ constexpr UINT newEvents = WM_APP + 1;
 constexpr UINT newLines = WM_APP + 2;
 constexpr UINT_PTR refreshTimer = 1;
 constexpr UINT refreshEveryMs = 1000;
+// Commits are looked for with a timer, also at once: its message lets those of the user go first.
+constexpr UINT_PTR commitTimer = 2;
+constexpr UINT commitsEveryMs = 500;
+constexpr UINT commitsAtOnceMs = USER_TIMER_MINIMUM;
 constexpr int leastWidth = 480;
-constexpr int leastHeight = 480;
+constexpr int leastHeight = 560;
 
 struct MainWindow {
     HWND window = nullptr;
@@ -63,6 +67,21 @@ void refresh(MainWindow& main)
     showChoice(main.panes, *main.state);
 }
 
+void lookForCommits(MainWindow& main, UINT inMs)
+{
+    SetTimer(main.window, commitTimer, inMs, nullptr);
+}
+
+void receiveCommits(MainWindow& main)
+{
+    const CommitProgress progress = takeCommits(*main.state);
+    lookForCommits(main, progress.isMoreWaiting ? commitsAtOnceMs : commitsEveryMs);
+    if (progress.isLibraryTouched) {
+        showLibrary(main.panes, *main.state);
+        showChoice(main.panes, *main.state);
+    }
+}
+
 void create(MainWindow& main)
 {
     main.look = makeLook();
@@ -72,6 +91,7 @@ void create(MainWindow& main)
     showEverything(main);
     showEventsIn(main.state->log, main.window, newEvents);
     SetTimer(main.window, refreshTimer, refreshEveryMs, nullptr);
+    lookForCommits(main, commitsAtOnceMs); // an ended process may have left some
     // A host that finds the property may send a line at once.
     startListening(main.state->lines, main.state->log, main.window, newLines);
     SetPropW(main.window, instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
@@ -84,19 +104,23 @@ void receiveLines(MainWindow& main)
             showSheet(main.window, *sheet);
         }
     }
+    lookForCommits(main, commitsAtOnceMs); // one of the lines may announce one
 }
 
-// Lines that came before the end are logged; there is no time left to show them.
+// What came before the end is dealt with; there is no time left to show it. The message loop is
+// told first, so that it ends even if memory runs out on the way.
 void destroy(MainWindow& main)
 {
+    PostQuitMessage(0);
     RemovePropW(main.window, instanceProperty);
+    KillTimer(main.window, refreshTimer);
+    KillTimer(main.window, commitTimer);
+    showEventsIn(main.state->log, nullptr, 0);
     stopListening(main.state->lines);
     for (const std::string& line : takeLines(main.state->lines)) {
         receiveLine(main.state->log, line);
     }
-    KillTimer(main.window, refreshTimer);
-    showEventsIn(main.state->log, nullptr, 0);
-    PostQuitMessage(0);
+    finishCommits(*main.state);
 }
 
 void paintHeader(MainWindow& main)
@@ -211,7 +235,11 @@ LRESULT receive(MainWindow& main, UINT message, WPARAM wParam, LPARAM lParam)
         SetFocus(main.panes.library);
         return 0;
     case WM_TIMER:
-        refresh(main);
+        if (wParam == commitTimer) {
+            receiveCommits(main);
+        } else {
+            refresh(main);
+        }
         return 0;
     case newEvents:
         showNewEvents(main.panes, main.state->log);
@@ -330,6 +358,7 @@ bool receiveArguments(HWND window, const std::wstring& arguments)
     }
     logEvent(main->state->log, L"command", textField(L"text", arguments));
     const bool isCarriedOut = carryOutInWindow(*main, readCommandLine(arguments), arguments);
+    lookForCommits(*main, commitsAtOnceMs); // the words may have handed one in
     showEverything(*main);
     return isCarriedOut;
 }

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include <commctrl.h>
 #include <winsock2.h>
 
@@ -62,27 +64,36 @@ bool sendLine(const std::string& bytes)
     return client.isConnected() && client.sendBytes(bytes);
 }
 
-// A socket bound to the Companion's port; true when that worked.
+// A socket that listens on the Companion's port; true when that worked.
 class BoundSocket {
 public:
-    BoundSocket()
-    {
-        const BOOL reuses = TRUE;
-        setsockopt(socket_, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&reuses),
-                   sizeof reuses);
-        const sockaddr_in address = companionsAddress();
-        isBound_ =
-            bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-            listen(socket_, 1) == 0;
-    }
+    BoundSocket() { isBound_ = tryToBind(); }
     ~BoundSocket() { closesocket(socket_); }
     BoundSocket(const BoundSocket&) = delete;
     BoundSocket& operator=(const BoundSocket&) = delete;
 
     bool isBound() const { return isBound_; }
+    // Tries until it works: the sockets of a program that was just ended may stay open for a
+    // moment.
+    bool waitUntilBound()
+    {
+        return waitUntil([this] { return isBound_ || (isBound_ = tryToBind()); });
+    }
 
 private:
-    SOCKET socket_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    bool tryToBind()
+    {
+        closesocket(socket_);
+        socket_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+        const BOOL reuses = TRUE;
+        setsockopt(socket_, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&reuses),
+                   sizeof reuses);
+        const sockaddr_in address = companionsAddress();
+        return bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+               listen(socket_, 1) == 0;
+    }
+
+    SOCKET socket_ = INVALID_SOCKET;
     bool isBound_ = false;
 };
 
@@ -215,19 +226,16 @@ TEST_F(CompanionsLines, areLoggedInTheOrderInWhichTheyCame)
     EXPECT_EQ(log, expected);
 }
 
-TEST_F(CompanionsLines, doNotWaitForASilentConnectionWhichIsGivenUpAfterFiveSeconds)
+TEST_F(CompanionsLines, doNotWaitForASilentConnectionWhichIsGivenUpInTheEnd)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const ULONGLONG start = GetTickCount64();
     const Client silent;
     ASSERT_TRUE(silent.sendBytes("half"));
     ASSERT_TRUE(sendLine("TOOL-7\n"));
     ASSERT_TRUE(companion.waitForLog(L"tool-data id=7"));
-    EXPECT_LT(GetTickCount64() - start, 4000u);
-    EXPECT_EQ(companion.count(L"line "), 1u);
+    EXPECT_EQ(companion.count(L"line "), 1u); // the silent one is still listened to
     EXPECT_TRUE(silent.waitForEnd());
-    EXPECT_GE(GetTickCount64() - start, 4900u);
     EXPECT_TRUE(companion.waitForLog(LR"(line bytes=4 hex=68616C66 text="half")"));
 }
 
@@ -245,7 +253,7 @@ TEST_F(CompanionsLines, areCutAfter1024Bytes)
 
 TEST_F(CompanionsLines, comeOverEveryAddressToThisProgramAlone)
 {
-    EXPECT_TRUE(BoundSocket().isBound());
+    EXPECT_TRUE(BoundSocket().waitUntilBound());
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     EXPECT_FALSE(BoundSocket().isBound());
@@ -253,16 +261,30 @@ TEST_F(CompanionsLines, comeOverEveryAddressToThisProgramAlone)
         EXPECT_TRUE(Client(address).isConnected()) << address;
 }
 
-TEST_F(CompanionsLines, areMissedWhenThePortIsTakenAndTheProgramGoesOn)
+TEST_F(CompanionsLines, areMissedWhileThePortIsTakenAndTheProgramGoesOn)
 {
-    const BoundSocket other;
-    ASSERT_TRUE(other.isBound());
+    BoundSocket other;
+    ASSERT_TRUE(other.waitUntilBound());
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     EXPECT_TRUE(companion.waitForLog(L"port-taken port=4559 error=10048"));
     EXPECT_EQ(companion.tell(L"--checkout a"), carriedOut);
     EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
     EXPECT_EQ(companion.log().back(), L"stopped");
+    EXPECT_EQ(companion.count(L"port-open"), 0u);
+}
+
+TEST_F(CompanionsLines, comeAgainOnceThePortIsFree)
+{
+    auto other = std::make_unique<BoundSocket>();
+    ASSERT_TRUE(other->waitUntilBound());
+    const CompanionProgram companion(installation);
+    EXPECT_TRUE(companion.waitForLog(L"port-taken port=4559 error=10048"));
+    other.reset();
+    ASSERT_TRUE(companion.waitForLog(L"port-open port=4559"));
+    ASSERT_TRUE(sendLine("TOOL-7\n"));
+    EXPECT_TRUE(companion.waitForLog(L"tool-data id=7"));
+    EXPECT_EQ(companion.count(L"port-taken"), 1u);
 }
 
 TEST_F(CompanionsLines, leaveThePortFreeAfterTheEnd)

@@ -1,6 +1,7 @@
 #include "endtoend/companion_program.h"
 
-#include <algorithm>
+#include "support/windows.h"
+
 #include <filesystem>
 
 namespace testing_support {
@@ -10,27 +11,9 @@ namespace {
 constexpr wchar_t instanceProperty[] = L"https://torva.example/namespace/torvapdm/instance";
 constexpr size_t dateTimeAndBlank = 24;
 
-struct Search {
-    DWORD processId;
-    HWND found;
-};
-
-BOOL CALLBACK stopAtInstanceWindow(HWND window, LPARAM parameter)
-{
-    auto* const search = reinterpret_cast<Search*>(parameter);
-    DWORD owner = 0;
-    GetWindowThreadProcessId(window, &owner);
-    if (owner != search->processId || !GetPropW(window, instanceProperty))
-        return TRUE;
-    search->found = window;
-    return FALSE;
-}
-
 HWND windowOf(const Process& process)
 {
-    Search search = {process.id(), nullptr};
-    EnumWindows(stopAtInstanceWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return windowWithProperty(process.id(), instanceProperty);
 }
 
 std::wstring commandLine(const Installation& installation, const std::wstring& words)
@@ -47,8 +30,9 @@ void installCompanionWithLibrary(const Installation& installation)
                           installation.path(L"library"), std::filesystem::copy_options::recursive);
 }
 
-CompanionProgram::CompanionProgram(const Installation& installation, const std::wstring& words)
-    : installation_(installation), process_(commandLine(installation, words))
+CompanionProgram::CompanionProgram(const Installation& installation, const std::wstring& words,
+                                   bool isSuspended)
+    : installation_(installation), process_(commandLine(installation, words), isSuspended)
 {
 }
 
@@ -63,11 +47,7 @@ Lines CompanionProgram::log() const
 
 size_t CompanionProgram::count(const std::wstring& text) const
 {
-    const Lines lines = log();
-    return static_cast<size_t>(
-        std::count_if(lines.begin(), lines.end(), [&](const std::wstring& line) {
-            return line.find(text) != std::wstring::npos;
-        }));
+    return testing_support::count(log(), text);
 }
 
 bool CompanionProgram::waitForLog(const std::wstring& text, size_t times) const

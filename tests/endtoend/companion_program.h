@@ -3,15 +3,13 @@
 
 #include "support/bytes.h"
 #include "support/installation.h"
+#include "support/lines.h"
 #include "support/processes.h"
 #include "support/waiting.h"
 
 #include <string>
-#include <vector>
 
 namespace testing_support {
-
-using Lines = std::vector<std::wstring>;
 
 // Copies the program and the library that it ships with into the installation folder.
 void installCompanionWithLibrary(const Installation& installation);
@@ -19,8 +17,9 @@ void installCompanionWithLibrary(const Installation& installation);
 // The one running instance, ended with its object.
 class CompanionProgram {
 public:
-    // Starts it with these words. It is installed already.
-    explicit CompanionProgram(const Installation& installation, const std::wstring& words = L"");
+    // Starts it with these words, or only makes its process. It is installed already.
+    explicit CompanionProgram(const Installation& installation, const std::wstring& words = L"",
+                              bool isSuspended = false);
 
     const Process& process() const { return process_; }
 

@@ -137,15 +137,19 @@ TEST_F(Companion, takesTheWordsOfASecondStart)
     const CompanionProgram companion(installation);
     EXPECT_EQ(companion.tell(LR"(--checkout "C:\a b\")"), carriedOut);
     EXPECT_EQ(companion.tell(LR"(--commit "C:\a b.mcam" --id 4294967295)"), carriedOut);
+    ASSERT_TRUE(companion.waitForLog(L"commit-failed "));
     EXPECT_EQ(companion.tell(LR"(--commit "C:\a.mcam")"), carriedOut);
+    ASSERT_TRUE(companion.waitForLog(L"commit-failed ", 2));
     EXPECT_EQ(companion.tell(L""), carriedOut);
     Lines log = companion.log();
     log.erase(log.begin(), log.begin() + 2);
+    const std::wstring none = L" id=4294967295 reason=\"there is no such file\"";
     EXPECT_EQ(log, (Lines{LR"(command text="--checkout "C:\a b\"")", LR"(check-out file="C:\a b\")",
                           LR"(command text="--commit "C:\a b.mcam" --id 4294967295")",
                           LR"(commit file="C:\a b.mcam" id=4294967295)",
+                          LR"(commit-failed file="C:\a b.mcam")" + none,
                           LR"(command text="--commit "C:\a.mcam"")", LR"(commit file="C:\a.mcam")",
-                          LR"(command text="")"}));
+                          LR"(commit-failed file="C:\a.mcam")" + none, LR"(command text="")"}));
 }
 
 TEST_F(Companion, tellsASecondStartThatItsWordsWereNotCarriedOut)

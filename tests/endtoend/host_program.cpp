@@ -1,6 +1,6 @@
 #include "endtoend/host_program.h"
 
-#include <algorithm>
+#include "support/windows.h"
 
 namespace testing_support {
 
@@ -8,27 +8,6 @@ namespace {
 
 constexpr unsigned firstEventCommand = 43000; // of the Events menu, plus the event's code
 constexpr wchar_t hostProperty[] = L"https://torva.example/namespace/torvapdm/mastercam-instance";
-
-struct Search {
-    DWORD processId;
-    HWND found;
-};
-
-BOOL CALLBACK stopAtHostWindow(HWND window, LPARAM parameter)
-{
-    auto* const search = reinterpret_cast<Search*>(parameter);
-    DWORD owner = 0;
-    GetWindowThreadProcessId(window, &owner);
-    if (owner != search->processId || !GetPropW(window, hostProperty))
-        return TRUE;
-    search->found = window;
-    return FALSE;
-}
-
-bool contains(const std::wstring& line, const std::wstring& text)
-{
-    return line.find(text) != std::wstring::npos;
-}
 
 } // namespace
 
@@ -67,9 +46,7 @@ bool HostProgram::waitForCommandFile() const
 
 HWND HostProgram::window() const
 {
-    Search search = {process_.id(), nullptr};
-    EnumWindows(stopAtHostWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return windowWithProperty(process_.id(), hostProperty);
 }
 
 void HostProgram::command(unsigned number) const
@@ -86,19 +63,9 @@ bool HostProgram::sendEvent(int code) const
     return waitUntil([&] { return count(trace(), line) > before; });
 }
 
-size_t count(const Lines& lines, const std::wstring& text)
-{
-    return static_cast<size_t>(
-        std::count_if(lines.begin(), lines.end(),
-                      [&](const std::wstring& line) { return contains(line, text); }));
-}
-
 Lines fromOtherThreads(const Lines& lines)
 {
-    Lines found;
-    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
-                 [](const std::wstring& line) { return line.rfind(L"other ", 0) == 0; });
-    return found;
+    return linesThatStart(lines, L"other ");
 }
 
 } // namespace testing_support

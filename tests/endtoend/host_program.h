@@ -3,15 +3,13 @@
 
 #include "support/bytes.h"
 #include "support/installation.h"
+#include "support/lines.h"
 #include "support/processes.h"
 #include "support/waiting.h"
 
 #include <string>
-#include <vector>
 
 namespace testing_support {
-
-using Lines = std::vector<std::wstring>;
 
 class HostProgram {
 public:
@@ -45,9 +43,6 @@ private:
     const std::wstring tracePath_;
     Process process_;
 };
-
-// How many lines of the trace contain the text.
-size_t count(const Lines& lines, const std::wstring& text);
 
 // The lines that come from the listener's thread.
 Lines fromOtherThreads(const Lines& lines);

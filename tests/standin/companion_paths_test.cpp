@@ -15,6 +15,24 @@ TEST(ExchangePaths, lieUnderTheInstallationFolder)
     EXPECT_EQ(logPath(L"C:\\ZEM"), L"C:\\ZEM\\sys\\companion.log");
     EXPECT_EQ(libraryFolder(L"C:\\ZEM"), L"C:\\ZEM\\library");
     EXPECT_EQ(libraryIndexPath(L"C:\\ZEM"), L"C:\\ZEM\\library\\library.txt");
+    EXPECT_EQ(workingCopiesPath(L"C:\\ZEM"), L"C:\\ZEM\\sys\\working-copies.txt");
+    EXPECT_EQ(screenPicturePath(L"C:\\ZEM"), L"C:\\ZEM\\commit\\screendump.bmp");
+    const CommitRequestPaths requests = commitRequestPaths(L"C:\\ZEM", 4294967295);
+    EXPECT_EQ(requests.live, L"C:\\ZEM\\temp\\torvapdm-4294967295.dat");
+    EXPECT_EQ(requests.closed, L"C:\\ZEM\\temp\\torvapdm-4294967295.closed");
+    EXPECT_EQ(requests.bookmark, L"C:\\ZEM\\temp\\torvapdm-4294967295.taken");
+    EXPECT_EQ(commitRequestPattern(L"C:\\ZEM"), L"C:\\ZEM\\temp\\torvapdm-*");
+}
+
+TEST(CommitRequestName, tellsItsProcess)
+{
+    EXPECT_EQ(processOfCommitRequest(L"torvapdm-4711.dat"), 4711u);
+    EXPECT_EQ(processOfCommitRequest(L"torvapdm-4294967295.closed"), 4294967295u);
+    EXPECT_EQ(processOfCommitRequest(L"torvapdm-0.taken"), 0u);
+    for (const wchar_t* name :
+         {L"torvapdm-.dat", L"torvapdm-4711", L"torvapdm-4711.dat.new", L"torvapdm-x.dat",
+          L"torvapdm--1.dat", L"torvapdm-4294967296.dat", L"mastercam-4711.dat", L"4711.dat"})
+        EXPECT_EQ(processOfCommitRequest(name), std::nullopt) << name;
 }
 
 TEST(FileName, standsBehindTheLastSeparator)

@@ -40,6 +40,14 @@ TEST(LibraryIndex, givesTheItemsInTheOrderOfTheFile)
     EXPECT_TRUE((index.items[1] == LibraryItem{42, L"Clamp Jaw", 2, 0, L"", L"Make two"}));
 }
 
+TEST(LibraryIndex, tellsTheLineOfEachItem)
+{
+    const LibraryIndex index = readLibraryIndex(L"# a\n17|a|1|0||\nbad\n\n18|b|1|0||");
+    ASSERT_EQ(index.items.size(), 2u);
+    EXPECT_EQ(index.items[0].line, 2);
+    EXPECT_EQ(index.items[1].line, 5);
+}
+
 TEST(LibraryIndex, ignoresBlanksAroundFields)
 {
     const LibraryIndex index = readLibraryIndex(L"  7 |\tpump  cover | 3 | 5 | a b |  c d \r\n");
@@ -122,6 +130,15 @@ TEST(LibraryItem, isNullForWhatTheIndexDoesNotHave)
     const LibraryIndex index = readLibraryIndex(twoItems);
     for (const wchar_t* asked : {L"", L"brack", L"bracket ", L"1", L"017", L"+17"})
         EXPECT_EQ(findItem(index, asked), nullptr) << asked;
+}
+
+TEST(LibraryItem, isFoundByItsNameAloneOrItsNumberAlone)
+{
+    const LibraryIndex index = readLibraryIndex(L"1|2|1|0||\n2|b|1|0||\n");
+    EXPECT_EQ(findName(index, L"2"), &index.items[0]);
+    EXPECT_EQ(findNumber(index, 2), &index.items[1]);
+    EXPECT_EQ(findName(index, L"1"), nullptr);
+    EXPECT_EQ(findNumber(index, 3), nullptr);
 }
 
 TEST(LibraryItem, namesItsVersionsFile)

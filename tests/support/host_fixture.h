@@ -5,13 +5,12 @@
 #include "mastercam/control.h"
 #include "support/bytes.h"
 #include "support/installation.h"
+#include "support/lines.h"
 #include "support/waiting.h"
 
 #include <gtest/gtest.h>
 
 namespace testing_support {
-
-using Lines = std::vector<std::wstring>;
 
 class HostFixture : public ::testing::Test {
 protected:

@@ -53,6 +53,30 @@ void removeOwnRegistry()
     RegDeleteTreeW(HKEY_CURRENT_USER, ownRegistryKey().c_str());
 }
 
+bool isFolderItself(const std::wstring& name)
+{
+    return name == L"." || name == L"..";
+}
+
+void removeBelow(const std::wstring& path)
+{
+    WIN32_FIND_DATAW found = {};
+    const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
+    for (BOOL isThere = search != INVALID_HANDLE_VALUE; isThere;
+         isThere = FindNextFileW(search, &found)) {
+        const std::wstring below = path + L'\\' + found.cFileName;
+        if (isFolderItself(found.cFileName))
+            continue;
+        SetFileAttributesW(below.c_str(), FILE_ATTRIBUTE_NORMAL);
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+            removeBelow(below);
+        else
+            DeleteFileW(below.c_str());
+    }
+    FindClose(search);
+    RemoveDirectoryW(path.c_str());
+}
+
 } // namespace
 
 void useEmptyRegistry()
@@ -80,6 +104,8 @@ Installation::~Installation()
 {
     if (registry_ == Registry::ofTheUser)
         RegDeleteKeyW(HKEY_CURRENT_USER, companionKey);
+    if (!_wfreopen(L"NUL", L"r", stdin)) // lets go of a file that stood in for it
+        std::exit(99);
     removeFolder(root_);
 }
 
@@ -110,8 +136,7 @@ std::wstring programFolder()
 
 void removeFolder(const std::wstring& path)
 {
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
+    removeBelow(LR"(\\?\)" + path); // which also takes paths that the standard library cannot
 }
 
 } // namespace testing_support

@@ -20,19 +20,29 @@ bool isReadable(SOCKET socket, unsigned milliseconds)
     return select(0, &sockets, nullptr, nullptr, &time) > 0;
 }
 
+// A socket that listens on the port; the invalid one when that is taken.
+SOCKET listenOnPort()
+{
+    const SOCKET listening = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(4559);
+    if (bind(listening, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
+        listen(listening, 16) == 0)
+        return listening;
+    closesocket(listening);
+    return INVALID_SOCKET;
+}
+
 } // namespace
 
 LineReceiver::LineReceiver()
 {
     WSADATA data = {};
     WSAStartup(MAKEWORD(2, 2), &data);
-    listening_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(4559);
-    if (bind(listening_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
-        listen(listening_, 16) != 0) {
+    // The sockets of a program that was just ended may stay open for a moment.
+    if (!waitUntil([this] { return (listening_ = listenOnPort()) != INVALID_SOCKET; })) {
         std::fprintf(stderr, "cannot listen on port 4559: error %d\n", WSAGetLastError());
         std::exit(99);
     }

@@ -9,7 +9,7 @@ namespace testing_support {
 
 class LineReceiver {
 public:
-    // Starts to listen; ends the test program with a message when the port is taken.
+    // Starts to listen; ends the test program with a message when the port stays taken.
     LineReceiver();
     ~LineReceiver();
     LineReceiver(const LineReceiver&) = delete;

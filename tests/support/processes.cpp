@@ -7,14 +7,15 @@
 
 namespace testing_support {
 
-Process::Process(std::wstring commandLine)
+Process::Process(std::wstring commandLine, bool isSuspended)
 {
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     // A start can be refused for a moment while another process of the program is ending.
     const auto started = [&] {
-        return CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                              nullptr, &start, &information_) != FALSE;
+        return CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE,
+                              isSuspended ? CREATE_SUSPENDED : 0, nullptr, nullptr, &start,
+                              &information_) != FALSE;
     };
     if (!waitUntil(started, 5000)) {
         std::fprintf(stderr, "cannot start %ls: error %lu\n", commandLine.c_str(), GetLastError());
@@ -32,6 +33,11 @@ Process::~Process()
 bool Process::isRunning() const
 {
     return WaitForSingleObject(information_.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+void Process::resume() const
+{
+    ResumeThread(information_.hThread);
 }
 
 std::optional<DWORD> Process::waitForExit() const

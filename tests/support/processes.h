@@ -11,14 +11,15 @@ namespace testing_support {
 class Process {
 public:
     // Starts the command line without a console and without standard input; ends the test program
-    // with a message when that fails.
-    explicit Process(std::wstring commandLine);
+    // with a message when that fails. One that starts suspended does nothing until it is resumed.
+    explicit Process(std::wstring commandLine, bool isSuspended = false);
     ~Process();
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
     DWORD id() const { return information_.dwProcessId; }
     bool isRunning() const;
+    void resume() const;
     // The exit code; nothing when the process still runs after so long. Runs the message loop.
     std::optional<DWORD> waitForExit() const;
     void end();

@@ -17,7 +17,21 @@
 //   host-found       host=N title=TEXT               a host window with the add-in came up
 //   host-gone        host=N
 //   check-out        file=TEXT                       the add-in asks for a file
-//   commit           file=TEXT [id=N]                the add-in hands a file back
+//   commit           file=TEXT [id=N] [from=NAME]    the add-in hands a file back: by a record in
+//   the
+//                                                    request file NAME, else on the command line
+//   version          name=TEXT version=N number=N picture=yes|no
+//                                                    it is in the library now, as this version
+//   new-part         number=N name=TEXT file=TEXT    and before that became a part of its own
+//   commit-failed    file=TEXT id=N reason=TEXT      it is not, and will not be; hand it in again
+//   commit-waits     file=TEXT id=N reason=TEXT      it will be, when what hinders it is over
+//   commit-known     name=TEXT version=N number=N picture=yes|no
+//                                                    an earlier process stored it and then ended
+//   commits-left     from=NAME bytes=N               an ended process had not taken these requests
+//   commit-skipped   from=NAME offset=N bytes=N file=TEXT
+//                                                    these bytes of a request file are no record;
+//                                                    they were copied to this file
+//   picture-kept     file=TEXT                       the screen picture of a failed commit
 //   about            parent=N                        the add-in asks for the about window
 //   kept             id=N file=TEXT                  changed work that was moved aside
 //   settings         id=N host=N file=TEXT           machine settings written for a request
@@ -32,6 +46,7 @@
 //   refused          reason=TEXT                     a word or button that cannot be carried out
 //   port-taken       port=4559 error=N               nothing can be received: another program has
 //                                                    the port, or N tells what else went wrong
+//   port-open        port=4559                       it has ended, lines are received from now on
 //   line             bytes=N hex=HEX text=TEXT       one connection: all its bytes, and their text
 //                    in the ANSI code page without the line feed at its end
 //   setup-sheet      id=N file=TEXT                  this line says that a setup sheet lies ready
@@ -59,7 +74,7 @@ std::wstring textField(std::wstring_view name, std::wstring_view value);
 std::wstring millisecondsField(std::wstring_view name, double milliseconds);
 // ` hex=544F0A`
 std::wstring bytesField(std::wstring_view name, std::string_view bytes);
-// ` request=open`
+// ` request=open`; the value has no blanks
 std::wstring wordField(std::wstring_view name, std::wstring_view value);
 
 // The line with its line feed. `fields` is what the functions above give, one after the other.

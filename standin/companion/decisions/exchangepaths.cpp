@@ -1,6 +1,21 @@
 #include "decisions/exchangepaths.h"
 
+#include "decisions/numbers.h"
+
+#include <limits>
+
 namespace companion {
+namespace {
+
+constexpr std::wstring_view requestStart = L"torvapdm-";
+constexpr std::wstring_view requestEnds[] = {L".dat", L".closed", L".taken"};
+
+std::wstring commitRequestBase(const std::wstring& folder)
+{
+    return folder + L"\\temp\\" + std::wstring(requestStart);
+}
+
+} // namespace
 
 std::wstring commandFilePath(const std::wstring& folder, std::uint32_t hostProcess)
 {
@@ -17,6 +32,16 @@ std::wstring logPath(const std::wstring& folder)
     return folder + L"\\sys\\companion.log";
 }
 
+std::wstring workingCopiesPath(const std::wstring& folder)
+{
+    return folder + L"\\sys\\working-copies.txt";
+}
+
+std::wstring screenPicturePath(const std::wstring& folder)
+{
+    return folder + L"\\commit\\screendump.bmp";
+}
+
 std::wstring libraryFolder(const std::wstring& folder)
 {
     return folder + L"\\library";
@@ -25,6 +50,33 @@ std::wstring libraryFolder(const std::wstring& folder)
 std::wstring libraryIndexPath(const std::wstring& folder)
 {
     return libraryFolder(folder) + L"\\library.txt";
+}
+
+CommitRequestPaths commitRequestPaths(const std::wstring& folder, std::uint32_t process)
+{
+    const std::wstring base = commitRequestBase(folder) + std::to_wstring(process);
+    return {base + L".dat", base + L".closed", base + L".taken"};
+}
+
+std::wstring commitRequestPattern(const std::wstring& folder)
+{
+    return commitRequestBase(folder) + L'*';
+}
+
+std::optional<std::uint32_t> processOfCommitRequest(std::wstring_view fileName)
+{
+    if (!fileName.starts_with(requestStart)) {
+        return std::nullopt;
+    }
+    fileName.remove_prefix(requestStart.size());
+    for (const std::wstring_view end : requestEnds) {
+        if (fileName.ends_with(end)) {
+            fileName.remove_suffix(end.size());
+            const auto process = readNumber(fileName, 0, std::numeric_limits<std::uint32_t>::max());
+            return process ? std::optional(static_cast<std::uint32_t>(*process)) : std::nullopt;
+        }
+    }
+    return std::nullopt;
 }
 
 std::wstring fileNameOf(const std::wstring& path)

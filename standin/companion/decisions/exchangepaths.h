@@ -3,15 +3,34 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace companion {
 
 std::wstring commandFilePath(const std::wstring& folder, std::uint32_t hostProcess);
 std::wstring machineSettingsPath(const std::wstring& folder, std::int32_t requestId);
 std::wstring logPath(const std::wstring& folder);
+std::wstring workingCopiesPath(const std::wstring& folder);
+// Of the screen picture that belongs to the commit request written next.
+std::wstring screenPicturePath(const std::wstring& folder);
 std::wstring libraryFolder(const std::wstring& folder);
 std::wstring libraryIndexPath(const std::wstring& folder);
+
+// What belongs to the commit requests for one process of this program.
+struct CommitRequestPaths {
+    std::wstring live;     // hosts append to it
+    std::wstring closed;   // the same file once hosts can no longer find it
+    std::wstring bookmark; // how far it has been taken
+};
+CommitRequestPaths commitRequestPaths(const std::wstring& folder, std::uint32_t process);
+
+// Matches the names of all of these in their folder.
+std::wstring commitRequestPattern(const std::wstring& folder);
+
+// The process that one of these names belongs to; empty for any other name.
+std::optional<std::uint32_t> processOfCommitRequest(std::wstring_view fileName);
 
 // The part of a path behind its last backslash or slash.
 std::wstring fileNameOf(const std::wstring& path);

@@ -1,6 +1,7 @@
 #include "decisions/layout.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace companion {
 namespace {
@@ -14,16 +15,19 @@ constexpr int sendWidth = 140;
 constexpr int buttonWidth = 104;
 
 constexpr int leastWideWidth = 700;
-constexpr int wideListHeight = 168;
+constexpr int wideListHeight = 132;
 constexpr int wideHostsWidth = 268;
-constexpr int narrowLibraryHeight = 142;
-constexpr int narrowHostsHeight = 84;
+constexpr int narrowLibraryHeight = 126;
+constexpr int narrowHostsHeight = 66;
+constexpr int versionsWidth = 272;
+constexpr int mostVersionsHeight = 236;
+constexpr int leastEventsHeight = 110;
 
 constexpr int roomForHost = 1000;
 constexpr int usualWidth = 760;
-constexpr int usualHeight = 560;
+constexpr int usualHeight = 760;
 constexpr int leastNarrowWidth = 520;
-constexpr int narrowHeight = 700;
+constexpr int narrowHeight = 840;
 
 Rectangle bounded(int left, int top, int width, int height)
 {
@@ -78,10 +82,23 @@ void placeHint(WindowLayout& layout, int clientWidth, bool isWide)
                          titleHeight);
 }
 
+void placeVersions(WindowLayout& layout, int clientWidth, int clientHeight)
+{
+    const int top = bottomOf(layout.hint) + gap;
+    const int left = clientHeight - margin - top - 2 * titleHeight - gap; // for the two lists
+    const int height = std::clamp(left - leastEventsHeight, 0, mostVersionsHeight);
+    const int pictureLeft = margin + versionsWidth + gap;
+    layout.versionsTitle = bounded(margin, top, versionsWidth, titleHeight);
+    layout.versions = listUnder(layout.versionsTitle, height);
+    layout.pictureTitle =
+        bounded(pictureLeft, top, clientWidth - margin - pictureLeft, titleHeight);
+    layout.picture = listUnder(layout.pictureTitle, height);
+}
+
 void placeEvents(WindowLayout& layout, int clientWidth, int clientHeight)
 {
     layout.eventsTitle =
-        bounded(margin, bottomOf(layout.hint) + gap, clientWidth - 2 * margin, titleHeight);
+        bounded(margin, bottomOf(layout.versions) + gap, clientWidth - 2 * margin, titleHeight);
     const int height = clientHeight - margin - bottomOf(layout.eventsTitle);
     layout.events = listUnder(layout.eventsTitle, std::max(height, 0));
 }
@@ -100,8 +117,22 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight)
     }
     placeButtons(layout, bottomOf(layout.hosts) + gap);
     placeHint(layout, clientWidth, isWide);
+    placeVersions(layout, clientWidth, clientHeight);
     placeEvents(layout, clientWidth, clientHeight);
     return layout;
+}
+
+Rectangle fitInto(const Rectangle& area, int pictureWidth, int pictureHeight)
+{
+    if (pictureWidth <= 0 || pictureHeight <= 0) {
+        return {area.left, area.top, 0, 0};
+    }
+    const std::int64_t byWidth = std::int64_t{area.width} * pictureHeight;
+    const std::int64_t byHeight = std::int64_t{area.height} * pictureWidth;
+    const int width = byWidth <= byHeight ? area.width : static_cast<int>(byHeight / pictureHeight);
+    const int height = byWidth <= byHeight ? static_cast<int>(byWidth / pictureWidth) : area.height;
+    return {area.left + (area.width - width) / 2, area.top + (area.height - height) / 2, width,
+            height};
 }
 
 Rectangle placeWindow(const Rectangle& workArea)

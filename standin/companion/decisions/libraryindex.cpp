@@ -1,5 +1,6 @@
 #include "decisions/libraryindex.h"
 
+#include "decisions/asciicase.h"
 #include "decisions/numbers.h"
 
 #include <algorithm>
@@ -35,17 +36,6 @@ std::vector<std::wstring_view> splitFields(std::wstring_view line)
     return fields;
 }
 
-wchar_t lowerCase(wchar_t c)
-{
-    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-}
-
-bool isSameName(std::wstring_view a, std::wstring_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](wchar_t x, wchar_t y) { return lowerCase(x) == lowerCase(y); });
-}
-
 // A name is a folder's name, so it holds nothing that a path would take apart.
 bool isFolderName(std::wstring_view name)
 {
@@ -73,25 +63,27 @@ std::optional<LibraryItem> readItem(std::wstring_view line)
                        .description = std::wstring(fields[5])};
 }
 
-bool isKnown(const LibraryIndex& index, const LibraryItem& item)
-{
-    return std::any_of(index.items.begin(), index.items.end(), [&](const LibraryItem& known) {
-        return known.number == item.number || isSameName(known.name, item.name);
-    });
-}
-
 void readLine(std::wstring_view line, int lineNumber, LibraryIndex& index)
 {
     const std::wstring_view text = trim(line);
     if (text.empty() || text.starts_with(L'#')) {
         return;
     }
-    const auto item = readItem(text);
-    if (item && !isKnown(index, *item)) {
+    auto item = readItem(text);
+    if (item && findName(index, item->name) == nullptr &&
+        findNumber(index, item->number) == nullptr) {
+        item->line = lineNumber;
         index.items.push_back(*item);
     } else {
         index.badLines.push_back(lineNumber);
     }
+}
+
+template <class Condition>
+const LibraryItem* findWhere(const LibraryIndex& index, const Condition& condition)
+{
+    const auto found = std::find_if(index.items.begin(), index.items.end(), condition);
+    return found == index.items.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -112,10 +104,21 @@ LibraryIndex readLibraryIndex(std::wstring_view text)
 
 const LibraryItem* findItem(const LibraryIndex& index, std::wstring_view nameOrNumber)
 {
-    const auto named = std::find_if(index.items.begin(), index.items.end(), [&](const auto& item) {
-        return isSameName(item.name, nameOrNumber) || std::to_wstring(item.number) == nameOrNumber;
+    return findWhere(index, [&](const LibraryItem& item) {
+        return isSameIgnoringCase(item.name, nameOrNumber) ||
+               std::to_wstring(item.number) == nameOrNumber;
     });
-    return named == index.items.end() ? nullptr : &*named;
+}
+
+const LibraryItem* findName(const LibraryIndex& index, std::wstring_view name)
+{
+    return findWhere(index,
+                     [&](const LibraryItem& item) { return isSameIgnoringCase(item.name, name); });
+}
+
+const LibraryItem* findNumber(const LibraryIndex& index, std::int32_t number)
+{
+    return findWhere(index, [&](const LibraryItem& item) { return item.number == number; });
 }
 
 std::wstring versionFile(const LibraryItem& item)

@@ -23,6 +23,7 @@ struct LibraryItem {
     std::int32_t ncPath = 0;
     std::wstring machine;
     std::wstring description;
+    int line = 0; // of the index, from 1
 };
 
 struct LibraryIndex {
@@ -37,6 +38,11 @@ LibraryIndex readLibraryIndex(std::wstring_view text);
 // The item of that name (letters A to Z in either case) or, written in decimal, number. Null when
 // there is none. The pointer is good as long as the index.
 const LibraryItem* findItem(const LibraryIndex& index, std::wstring_view nameOrNumber);
+
+// The item of that name alone, or of that number alone; null when there is none. The pointer is
+// good as long as the index.
+const LibraryItem* findName(const LibraryIndex& index, std::wstring_view name);
+const LibraryItem* findNumber(const LibraryIndex& index, std::int32_t number);
 
 // `bracket\v2.mcam`, relative to the library folder.
 std::wstring versionFile(const LibraryItem& item);

@@ -1,0 +1,150 @@
+#include "pictureview.h"
+
+#include "decisions/picturescale.h"
+
+#include <memory>
+
+namespace companion {
+namespace {
+
+constexpr wchar_t windowClass[] = L"ZemPictureView";
+constexpr COLORREF frameColour = RGB(172, 182, 194);
+constexpr COLORREF paperColour = RGB(255, 255, 255);
+constexpr COLORREF faintColour = RGB(112, 124, 138);
+
+struct PictureView {
+    const Look* look = nullptr;
+    Pixels picture; // empty: the text is shown
+    std::wstring otherwise;
+};
+
+PictureView* viewOf(HWND window)
+{
+    return reinterpret_cast<PictureView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+// A negative height: the rows go downwards.
+BITMAPINFO descriptionOf(const Pixels& picture)
+{
+    BITMAPINFO description{};
+    description.bmiHeader.biSize = sizeof description.bmiHeader;
+    description.bmiHeader.biWidth = picture.width;
+    description.bmiHeader.biHeight = -picture.height;
+    description.bmiHeader.biPlanes = 1;
+    description.bmiHeader.biBitCount = 32;
+    description.bmiHeader.biCompression = BI_RGB;
+    return description;
+}
+
+// Empty when the file is missing or no bitmap.
+Pixels readBitmap(const std::wstring& path)
+{
+    const OwnObject bitmap(LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0,
+                                      LR_LOADFROMFILE | LR_CREATEDIBSECTION));
+    BITMAP size{};
+    if (!bitmap || GetObjectW(bitmap.get(), sizeof size, &size) == 0) {
+        return {};
+    }
+    Pixels picture{size.bmWidth, size.bmHeight};
+    picture.values.resize(static_cast<std::size_t>(size.bmWidth) *
+                          static_cast<std::size_t>(size.bmHeight));
+    BITMAPINFO description = descriptionOf(picture);
+    HDC screen = GetDC(nullptr);
+    const int rows =
+        GetDIBits(screen, static_cast<HBITMAP>(bitmap.get()), 0, static_cast<UINT>(size.bmHeight),
+                  picture.values.data(), &description, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    return rows == size.bmHeight ? picture : Pixels{};
+}
+
+void drawPicture(HDC context, const Rectangle& inside, const Pixels& picture)
+{
+    const Rectangle place = fitInto(inside, picture.width, picture.height);
+    const Pixels shown = scaled(picture, place.width, place.height);
+    const BITMAPINFO description = descriptionOf(shown);
+    SetDIBitsToDevice(context, place.left, place.top, static_cast<DWORD>(shown.width),
+                      static_cast<DWORD>(shown.height), 0, 0, 0, static_cast<UINT>(shown.height),
+                      shown.values.data(), &description, DIB_RGB_COLORS);
+}
+
+void paint(HWND window, const PictureView& view)
+{
+    PAINTSTRUCT record{};
+    RECT client{};
+    HDC context = BeginPaint(window, &record);
+    GetClientRect(window, &client);
+    const Rectangle inside{1, 1, client.right - 2, client.bottom - 2};
+    fillArea(context, {0, 0, client.right, client.bottom}, frameColour);
+    fillArea(context, inside, paperColour);
+    if (!view.picture.values.empty()) {
+        drawPicture(context, inside, view.picture);
+    } else {
+        drawLine(context, inside, view.otherwise, view.look->text.get(), faintColour,
+                 DT_CENTER | DT_VCENTER);
+    }
+    EndPaint(window, &record);
+}
+
+LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const PictureView* view = viewOf(window);
+    switch (message) {
+    case WM_NCCREATE:
+        SetWindowLongPtrW(window, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(
+                              reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams));
+        break;
+    case WM_SIZE:
+        InvalidateRect(window, nullptr, FALSE);
+        return 0;
+    case WM_PAINT:
+        try {
+            paint(window, *view);
+        } catch (...) {
+            ValidateRect(window, nullptr); // out of memory: it stays blank
+        }
+        return 0;
+    case WM_NCDESTROY:
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        delete view;
+        break;
+    default:
+        break;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void registerWindowClass()
+{
+    WNDCLASSW record{};
+    record.lpfnWndProc = windowProcedure;
+    record.hInstance = GetModuleHandleW(nullptr);
+    record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    record.lpszClassName = windowClass;
+    RegisterClassW(&record);
+}
+
+} // namespace
+
+HWND createPictureView(HWND parent, const Look& look)
+{
+    registerWindowClass();
+    auto view = std::make_unique<PictureView>();
+    view->look = &look;
+    // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
+    return CreateWindowExW(0, windowClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, parent, nullptr,
+                           GetModuleHandleW(nullptr), view.release());
+}
+
+void showPicture(HWND window, const std::wstring& path, const std::wstring& otherwise)
+{
+    PictureView* view = viewOf(window);
+    if (view == nullptr) {
+        return;
+    }
+    view->picture = path.empty() ? Pixels{} : readBitmap(path);
+    view->otherwise = otherwise;
+    InvalidateRect(window, nullptr, FALSE);
+}
+
+} // namespace companion

@@ -1,0 +1,149 @@
+#include "versionstore.h"
+
+#include "decisions/exchangepaths.h"
+#include "decisions/indexedit.h"
+#include "files.h"
+#include "handle.h"
+#include "screenpicture.h"
+#include "text.h"
+
+#include <limits>
+
+namespace companion {
+namespace {
+
+std::wstring inLibrary(const std::wstring& folder, const std::wstring& file)
+{
+    return libraryFolder(folder) + L'\\' + file;
+}
+
+// A file's size and time, which differ when somebody has written to it.
+struct Stamp {
+    DWORD sizeHigh = 0, sizeLow = 0, timeHigh = 0, timeLow = 0;
+
+    bool operator==(const Stamp&) const = default;
+};
+
+std::optional<Stamp> stampOf(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) ||
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return std::nullopt;
+    }
+    return Stamp{data.nFileSizeHigh, data.nFileSizeLow, data.ftLastWriteTime.dwHighDateTime,
+                 data.ftLastWriteTime.dwLowDateTime};
+}
+
+bool canBeRead(const std::wstring& path)
+{
+    return static_cast<bool>(ownFile(CreateFileW(
+        path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
+}
+
+// The copied file may be write-protected; a copy that is not on the disk is none.
+bool makeOrdinaryAndFlush(const std::wstring& path)
+{
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    const OwnHandle file =
+        ownFile(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                            FILE_ATTRIBUTE_NORMAL, nullptr));
+    return file && FlushFileBuffers(file.get());
+}
+
+// A host may be saving the file again while it is copied.
+Storing copyWhole(const std::wstring& from, const std::wstring& to)
+{
+    const auto before = stampOf(from);
+    if (!before || !canBeRead(from)) {
+        return Storing::unreadable;
+    }
+    const bool isCopied = CopyFileW(from.c_str(), to.c_str(), FALSE) && makeOrdinaryAndFlush(to);
+    if (stampOf(from) != before || !canBeRead(from)) {
+        return Storing::unreadable;
+    }
+    return isCopied ? Storing::stored : Storing::unwritable;
+}
+
+// The part file gets its name last: where it has it, the picture is in its place too.
+Storing placeFiles(const std::wstring& folder, const VersionPlan& plan, const CommittedFile& file)
+{
+    const std::wstring part = inLibrary(folder, versionFile(plan));
+    const std::wstring beside = part + L".new";
+    CreateDirectoryW(libraryFolder(folder).c_str(), nullptr);
+    CreateDirectoryW(inLibrary(folder, plan.name).c_str(), nullptr);
+    const Storing copied = copyWhole(file.path, beside);
+    if (copied != Storing::stored) {
+        DeleteFileW(beside.c_str());
+        return copied;
+    }
+    if (file.pictureNotAfter) {
+        takeScreenPicture(folder, *file.pictureNotAfter, inLibrary(folder, pictureFile(plan)));
+    }
+    return MoveFileExW(beside.c_str(), part.c_str(), MOVEFILE_WRITE_THROUGH) ? Storing::stored
+                                                                             : Storing::unwritable;
+}
+
+std::string indexWith(const Library& library, const VersionPlan& plan, const std::wstring& file)
+{
+    const std::string bytes = library.indexBytes.value_or("");
+    const LibraryItem* item = findName(library.index, plan.name);
+    if (item != nullptr) {
+        return withVersion(bytes, item->line, plan.version);
+    }
+    const bool isTaken = findNumber(library.index, plan.number) != nullptr;
+    LibraryItem added;
+    added.number = isTaken ? freeNumber(library.index) : plan.number;
+    added.name = plan.name;
+    added.version = plan.version;
+    added.description = L"From " + file;
+    return withLine(bytes, toUtf8(indexLine(added)));
+}
+
+bool hasAnything(const std::wstring& folder, const VersionPlan& plan)
+{
+    return isFile(inLibrary(folder, versionFile(plan))) ||
+           isFile(inLibrary(folder, pictureFile(plan)));
+}
+
+} // namespace
+
+std::optional<VersionPlan> planVersion(const Library& library, const std::wstring& folder,
+                                       std::optional<std::int32_t> part, const std::wstring& file)
+{
+    constexpr std::int32_t lastVersion = std::numeric_limits<std::int32_t>::max();
+    const LibraryItem* item = part ? findNumber(library.index, *part) : nullptr;
+    VersionPlan plan = item != nullptr ? VersionPlan{item->number, item->version, item->name}
+                                       : VersionPlan{freeNumber(library.index), 0,
+                                                     newPartName(library.index, file)};
+    do {
+        if (plan.version == lastVersion) {
+            return std::nullopt;
+        }
+        ++plan.version;
+    } while (hasAnything(folder, plan));
+    return plan;
+}
+
+Storing storeVersion(Library& library, const std::wstring& folder, EventLog& log,
+                     const VersionPlan& plan, const CommittedFile& file)
+{
+    refreshLibrary(library, folder, log);
+    if (!isReadable(library, folder)) {
+        return Storing::unwritable;
+    }
+    if (isInIndex(library.index, plan)) {
+        return Storing::storedBefore;
+    }
+    if (!isFile(inLibrary(folder, versionFile(plan)))) {
+        const Storing placed = placeFiles(folder, plan, file);
+        if (placed != Storing::stored) {
+            return placed;
+        }
+    }
+    return changeIndex(library, folder, indexWith(library, plan, file.path)) ? Storing::stored
+                                                                             : Storing::unwritable;
+}
+
+} // namespace companion

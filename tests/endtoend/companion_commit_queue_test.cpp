@@ -1,0 +1,493 @@
+// The stand-in Companion's commit request file under everything that can happen to it: records are
+// neither lost nor stored twice nor stored in another order.
+#include "endtoend/companion_commit_fixture.h"
+
+#include <filesystem>
+#include <thread>
+
+using namespace testing_support;
+
+namespace {
+
+constexpr DWORD endedProcess = 4242; // no process has an id that 4 does not divide
+
+class CommitQueue : public CommitFixture {
+protected:
+    // A part file of its own for each number; a commit of it makes a part of the same name.
+    std::wstring numberedPart(int number) const
+    {
+        const std::wstring name = partName(number);
+        return makePart(name + L".mcam", "part file " + std::to_string(number));
+    }
+    static std::wstring partName(int number) { return L"part " + std::to_wstring(1000 + number); }
+
+    // The parts that the library got beyond its own four, in the order of its index.
+    Lines newParts() const
+    {
+        Lines names;
+        for (const std::wstring& line : linesOf(indexText())) {
+            const size_t name = line.find(L"| part ");
+            if (name != line.npos)
+                names.push_back(line.substr(name + 2, 9));
+        }
+        return names;
+    }
+    static Lines partNames(int count)
+    {
+        Lines names;
+        for (int number = 1; number <= count; ++number)
+            names.push_back(partName(number));
+        return names;
+    }
+    // Each of the parts is there once, in their order, with its own bytes and one version.
+    void expectParts(int count) const
+    {
+        EXPECT_EQ(newParts(), partNames(count));
+        for (int number = 1; number <= count; ++number) {
+            const std::wstring folder = partName(number);
+            EXPECT_EQ(libraryBytes(folder + L"\\v1.mcam"), "part file " + std::to_string(number));
+            EXPECT_EQ(libraryBytes(folder + L"\\v2.mcam"), std::nullopt) << folder;
+        }
+    }
+    // Waits until the Companion has looked into its request file once more: it looks there behind
+    // each commit of the command line, here of a file that is not there.
+    void waitForALook(const CompanionProgram& companion) const
+    {
+        const size_t failed = companion.count(L"commit-failed");
+        for (size_t i = 1; i <= 2; ++i) {
+            EXPECT_EQ(companion.tell(L"--commit C:\\no.mcam"), carriedOut);
+            EXPECT_TRUE(companion.waitForLog(L"commit-failed", failed + i));
+        }
+    }
+    // Bytes that were put aside, in the order in which that was done.
+    std::optional<std::string> skippedBytes(int number) const
+    {
+        return readBytes(
+            installation.path(L"sys\\skipped-commit-" + std::to_wstring(number) + L".dat"));
+    }
+    std::wstring beside(DWORD process, const wchar_t* extension) const
+    {
+        return installation.path(L"temp\\torvapdm-" + std::to_wstring(process) + extension);
+    }
+};
+
+} // namespace
+
+TEST_F(CommitQueue, storesTwoInARow)
+{
+    const CompanionProgram companion(installation);
+    commit(companion, noId, numberedPart(1));
+    commit(companion, noId, numberedPart(2));
+    ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
+    expectParts(2);
+}
+
+TEST_F(CommitQueue, storesTwoHundredThatComeWhileItTakesThem)
+{
+    const CompanionProgram companion(installation);
+    constexpr int all = 200;
+    for (int number = 1; number <= all; ++number)
+        commit(companion, noId, numberedPart(number));
+    ASSERT_TRUE(waitForVersion(companion, partName(all), 1));
+    expectParts(all);
+    EXPECT_EQ(companion.count(L"version name"), static_cast<size_t>(all));
+    EXPECT_EQ(companion.count(L"commit-skipped"), 0u);
+}
+
+TEST_F(CommitQueue, storesTwoHundredVersionsOfOnePart)
+{
+    const CompanionProgram companion(installation);
+    const std::wstring part = makePart(L"a.mcam", "a");
+    for (int i = 0; i < 200; ++i)
+        commit(companion, 17, part);
+    ASSERT_TRUE(waitForVersion(companion, L"bracket", 201));
+    EXPECT_EQ(companion.count(L"version name"), 200u);
+    EXPECT_EQ(libraryBytes(L"bracket\\v201.mcam"), "a");
+    EXPECT_EQ(libraryBytes(L"bracket\\v202.mcam"), std::nullopt);
+}
+
+TEST_F(CommitQueue, leavesTheFileAsItIsWhileTheProgramRuns)
+{
+    const CompanionProgram companion(installation);
+    const std::wstring one = numberedPart(1);
+    commit(companion, noId, one);
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    EXPECT_EQ(readBytes(requestFile(companion.process().id())), commitRecord(noId, one));
+}
+
+// A writer that found the end, then waits, is not disturbed by a reader that takes all before it.
+TEST_F(CommitQueue, doesNotMoveTheEndUnderAWriter)
+{
+    const CompanionProgram companion(installation);
+    commit(companion, noId, numberedPart(1));
+    CommitAppend slow(requestFile(companion.process().id()));
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    const std::string record = commitRecord(noId, numberedPart(2));
+    EXPECT_TRUE(slow.lock(record.size()));
+    EXPECT_TRUE(slow.write(record));
+    slow.unlock();
+    ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
+    expectParts(2);
+}
+
+TEST_F(CommitQueue, waitsForAWriterThatIsHalfThrough)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const std::string record = commitRecord(noId, numberedPart(1));
+    CommitAppend slow(requestFile(companion.process().id()));
+    EXPECT_TRUE(slow.lock(record.size()));
+    for (const char byte : record)
+        EXPECT_TRUE(slow.write(std::string(1, byte)));
+    // Whole as it is, it is the writer's until that lets go of it.
+    waitForALook(companion);
+    EXPECT_EQ(companion.count(partName(1)), 0u);
+    slow.unlock();
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    expectParts(1);
+}
+
+TEST_F(CommitQueue, waitsForTheRestOfHalfARecord)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const std::wstring file = requestFile(companion.process().id());
+    const std::string record = commitRecord(noId, numberedPart(1));
+    appendCommit(file, record.substr(0, 5));
+    waitForALook(companion);
+    appendCommit(file, record.substr(5, 15));
+    waitForALook(companion);
+    EXPECT_EQ(companion.count(partName(1)), 0u);
+    appendCommit(file, record.substr(20));
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    expectParts(1);
+    EXPECT_EQ(companion.count(L"commit-skipped"), 0u);
+}
+
+TEST_F(CommitQueue, putsHalfARecordAsideWhenAnotherFollowsIt)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const std::wstring file = requestFile(companion.process().id());
+    const std::string record = commitRecord(noId, numberedPart(1));
+    const std::string half = commitRecord(17, L"C:\\never finished.mcam").substr(0, 31);
+    appendCommit(file, half);
+    appendCommit(file, record);
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    EXPECT_EQ(companion.lastLine(L"commit-skipped"),
+              L"commit-skipped from=torvapdm-" + std::to_wstring(companion.process().id()) +
+                  L".dat offset=0 bytes=31 file=\"" +
+                  installation.path(L"sys\\skipped-commit-1.dat") + L"\"");
+    EXPECT_EQ(skippedBytes(1), half);
+    expectParts(1);
+}
+
+TEST_F(CommitQueue, isNotBlindedByGarbage)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const std::wstring file = requestFile(companion.process().id());
+    const std::string garbage[] = {"this is no record, it is far too long to be one",
+                                   std::string(100, '\0'), std::string(60, '\xFF')};
+    int number = 0;
+    for (const std::string& bytes : garbage) {
+        appendCommit(file, bytes);
+        appendCommit(file, commitRecord(noId, numberedPart(++number)));
+        ASSERT_TRUE(waitForVersion(companion, partName(number), 1)) << number;
+        EXPECT_EQ(skippedBytes(number), bytes);
+    }
+    expectParts(3);
+    EXPECT_EQ(companion.count(L"commit-skipped"), 3u);
+}
+
+TEST_F(CommitQueue, findsRecordsBehindALotOfGarbage)
+{
+    constexpr size_t oneLook = 4 * (8 + 2 * 32767); // bytes; it ends in the record's first ones
+    const std::string garbage(oneLook - 5, '\xEE');
+    appendCommit(requestFile(endedProcess), garbage);
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    std::string skipped;
+    for (int number = 1; skippedBytes(number); ++number)
+        skipped += *skippedBytes(number);
+    EXPECT_TRUE(skipped == garbage) << skipped.size();
+    expectParts(1);
+}
+
+TEST_F(CommitQueue, takesWhatAnEndedProcessLeft)
+{
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(2)));
+    const auto size = std::filesystem::file_size(requestFile(endedProcess));
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
+    expectParts(2);
+    EXPECT_EQ(
+        companion.count(L"commits-left from=torvapdm-4242.dat bytes=" + std::to_wstring(size)), 1u);
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+}
+
+TEST_F(CommitQueue, takesWhatAnEndedProcessOfTheSameIdLeft)
+{
+    const CompanionProgram companion(installation, L"", true);
+    const DWORD process = companion.process().id();
+    writeBytes(beside(process, L".closed"), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(process), commitRecord(noId, numberedPart(2)));
+    companion.process().resume();
+    commit(companion, noId, numberedPart(3));
+    ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
+    expectParts(3);
+}
+
+TEST_F(CommitQueue, tellsWhatAnEndedProcessOfTheSameIdLeft)
+{
+    const CompanionProgram companion(installation, L"", true);
+    const std::wstring file = requestFile(companion.process().id());
+    appendCommit(file, commitRecord(noId, numberedPart(1)));
+    companion.process().resume();
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    EXPECT_EQ(companion.count(L"commits-left from=torvapdm-"), 1u);
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    expectParts(1);
+}
+
+TEST_F(CommitQueue, startsWithTheOldest)
+{
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    const CompanionProgram companion(installation, L"--commit " + quoted(numberedPart(2)));
+    commit(companion, noId, numberedPart(3));
+    ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
+    expectParts(3);
+}
+
+TEST_F(CommitQueue, takesWhatIsWrittenToAnEndedProcessLater)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(2)));
+    ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
+    expectParts(2);
+}
+
+// A host that asks a window which has just gone for its process gets 0.
+TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    appendCommit(requestFile(0), commitRecord(noId, numberedPart(1)));
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    EXPECT_EQ(companion.count(L" from=torvapdm-0.dat"), 2u); // commits-left and commit
+    expectParts(1);
+}
+
+TEST_F(CommitQueue, leavesTheFileOfARunningProcessOfTheProgramToIt)
+{
+    std::filesystem::create_directories(installation.path(L"other"));
+    std::filesystem::copy_file(programFolder() + L"desktop_keeper.exe",
+                               installation.path(L"other\\TORVA-ZEM.exe"));
+    Process other(quoted(installation.path(L"other\\TORVA-ZEM.exe")));
+    const std::string record = commitRecord(noId, numberedPart(1));
+    appendCommit(requestFile(other.id()), record);
+    const CompanionProgram companion(installation);
+    commit(companion, noId, numberedPart(2));
+    ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
+    EXPECT_EQ(readBytes(requestFile(other.id())), record);
+    EXPECT_EQ(newParts(), Lines{partName(2)});
+    other.end();
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+}
+
+TEST_F(CommitQueue, goesOnBehindTheBookmarkOfAnEndedProcess)
+{
+    const std::string first = commitRecord(noId, numberedPart(7));
+    appendCommit(requestFile(endedProcess), first);
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    writeBytes(beside(endedProcess, L".taken"), "taken " + std::to_string(first.size()) + "\n");
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    expectParts(1);
+}
+
+// The process ended between the index and the bookmark.
+TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
+{
+    appendCommit(requestFile(endedProcess), commitRecord(17, numberedPart(7)));
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 1 bracket\n");
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    EXPECT_EQ(companion.count(L"commit-known name=\"bracket\" version=1 number=17 picture=no"), 1u);
+    EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), std::nullopt);
+    expectParts(1);
+}
+
+// The same, for a part that the commit brought in: it is found by its file all the same.
+TEST_F(CommitQueue, knowsANewPartThatIsInTheIndexByItsFile)
+{
+    const std::wstring part = numberedPart(1);
+    appendCommit(requestFile(endedProcess), commitRecord(noId, part));
+    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 43 1 part 1001\n");
+    writeBytes(installation.path(L"library\\library.txt"),
+               toUtf8(indexText()) + "43 | part 1001 | 1 | 0 |  | \n");
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(companion.waitForLog(L"commit-known name=\"part 1001\" version=1 number=43"));
+    commit(companion, noId, part);
+    EXPECT_TRUE(waitForVersion(companion, partName(1), 2));
+    EXPECT_EQ(newParts(), partNames(1));
+}
+
+// The process ended between the part file and the index: what it copied is what was committed then.
+TEST_F(CommitQueue, finishesAVersionThatIsNotInTheIndexYet)
+{
+    const std::wstring changedSince = numberedPart(7);
+    appendCommit(requestFile(endedProcess), commitRecord(17, changedSince));
+    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
+    writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "as it was");
+    writeBytes(installation.path(L"library\\bracket\\v2.bmp"), "BM as it was");
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
+    EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), "as it was");
+    EXPECT_EQ(companion.lastLine(L"version name"),
+              L"version name=\"bracket\" version=2 number=17 picture=yes");
+    EXPECT_NE(indexText().find(L"17 | bracket    | 2 |"), std::wstring::npos);
+}
+
+// The process ended before the part file was whole.
+TEST_F(CommitQueue, copiesAnewWhatWasHalfCopied)
+{
+    appendCommit(requestFile(endedProcess), commitRecord(17, numberedPart(7)));
+    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
+    writeBytes(installation.path(L"library\\bracket\\v2.mcam.new"), "part f");
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
+    EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), "part file 7");
+    EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam.new"), std::nullopt);
+    EXPECT_EQ(libraryBytes(L"bracket\\v3.mcam"), std::nullopt);
+}
+
+// The process ended while it removed the request file of an earlier one; a host made a new one
+// since.
+TEST_F(CommitQueue, doesNotTakeAFinishedBookmarkForThatOfALaterFile)
+{
+    writeBytes(beside(endedProcess, L".taken"), "finished\n");
+    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    expectParts(1);
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+}
+
+TEST_F(CommitQueue, removesAFinishedFileUnread)
+{
+    writeBytes(beside(endedProcess, L".taken"), "finished\n");
+    writeBytes(beside(endedProcess, L".closed"), commitRecord(noId, numberedPart(1)));
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_EQ(companion.count(L"commit"), 0u);
+}
+
+TEST_F(CommitQueue, losesAndDoublesNothingWhenTheProgramIsKilledAgainAndAgain)
+{
+    constexpr int all = 60;
+    for (int number = 1; number <= all; ++number)
+        appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(number)));
+    for (size_t stored = 1; stored < all; stored += 6) {
+        CompanionProgram companion(installation);
+        EXPECT_TRUE(companion.waitForLog(L"version name", stored));
+    } // which ends it on the spot
+    const CompanionProgram companion(installation);
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    expectParts(all);
+}
+
+TEST_F(CommitQueue, isEmptiedAndRemovedBeforeTheProgramEnds)
+{
+    const CompanionProgram companion(installation);
+    for (int number = 1; number <= 20; ++number)
+        commit(companion, noId, numberedPart(number));
+    EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+    expectParts(20);
+    EXPECT_EQ(requestFiles(), Lines{});
+    EXPECT_EQ(companion.log().back(), L"stopped");
+}
+
+TEST_F(CommitQueue, keepsARecordThatIsWrittenWhileTheProgramEnds)
+{
+    std::string record = commitRecord(noId, numberedPart(1));
+    {
+        const CompanionProgram companion(installation);
+        ASSERT_NE(companion.waitForWindow(), nullptr);
+        CommitAppend late(requestFile(companion.process().id()));
+        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        EXPECT_TRUE(late.lock(record.size()));
+        EXPECT_TRUE(late.write(record));
+        late.unlock();
+        EXPECT_EQ(companion.count(L"commit"), 0u);
+    }
+    const CompanionProgram companion(installation);
+    ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
+    expectParts(1);
+    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+}
+
+// Two hosts that take turns: each finds the end only when no other is between its own steps.
+TEST_F(CommitQueue, takesThoseOfTwoWritersThatTakeTurns)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const std::wstring file = requestFile(companion.process().id());
+    constexpr int each = 50;
+    std::vector<std::string> records(1);
+    for (int number = 1; number <= 2 * each; ++number)
+        records.push_back(commitRecord(noId, numberedPart(number)));
+    std::mutex turn;
+    const auto write = [&](int first) {
+        for (int number = first; number <= 2 * each; number += 2) {
+            const std::lock_guard mine(turn);
+            appendCommit(file, records[static_cast<size_t>(number)]);
+        }
+    };
+    std::thread odd(write, 1);
+    std::thread even(write, 2);
+    odd.join();
+    even.join();
+    ASSERT_TRUE(companion.waitForLog(L"version name", 2 * each));
+    Lines odds, evens, expectedOdds, expectedEvens;
+    for (const std::wstring& name : newParts())
+        (std::stoi(name.substr(5)) % 2 == 1 ? odds : evens).push_back(name);
+    for (int number = 1; number <= 2 * each; ++number)
+        (number % 2 == 1 ? expectedOdds : expectedEvens).push_back(partName(number));
+    EXPECT_EQ(odds, expectedOdds);
+    EXPECT_EQ(evens, expectedEvens);
+}
+
+// Two hosts that do not: one's record may take the place of the other's, and nothing but that is
+// lost. What is stored is what was written, once, and those that come later are found.
+TEST_F(CommitQueue, goesOnAfterTwoWritersThatMetAtOneEnd)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const std::wstring file = requestFile(companion.process().id());
+    const std::string one = commitRecord(noId, numberedPart(1));
+    const std::string two = commitRecord(noId, makePart(partName(2) + L", longer.mcam", "2"));
+    {
+        CommitAppend first(file);
+        CommitAppend second(file);
+        EXPECT_TRUE(first.lock(one.size()));
+        EXPECT_FALSE(second.lock(two.size()));
+        first.write(one);
+        second.write(two);
+        first.unlock();
+    }
+    appendCommit(file, commitRecord(noId, numberedPart(3)));
+    ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
+    const Lines names = newParts();
+    EXPECT_EQ(std::count(names.begin(), names.end(), partName(3)), 1);
+    EXPECT_EQ(names.size(), 2u);
+}
