@@ -35,35 +35,29 @@ std::optional<Stamp> stampOf(const std::wstring& path)
                  data.ftLastWriteTime.dwLowDateTime};
 }
 
-bool canBeRead(const std::wstring& path)
+// A copy that is not on the disk is none.
+bool writeWhole(const std::wstring& path, const std::string& bytes)
 {
-    return static_cast<bool>(ownFile(CreateFileW(
-        path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
-}
-
-// The copied file may be write-protected; a copy that is not on the disk is none.
-bool makeOrdinaryAndFlush(const std::wstring& path)
-{
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     const OwnHandle file =
-        ownFile(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+        ownFile(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
-    return file && FlushFileBuffers(file.get());
+    DWORD written = 0;
+    return file &&
+           WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                     nullptr) &&
+           written == bytes.size() && FlushFileBuffers(file.get());
 }
 
-// A host may be saving the file again while it is copied.
+// A host may be saving the file again meanwhile: the file is held no longer than it takes to read
+// it, and shared with everybody.
 Storing copyWhole(const std::wstring& from, const std::wstring& to)
 {
     const auto before = stampOf(from);
-    if (!before || !canBeRead(from)) {
+    const auto bytes = before ? readFile(from) : std::nullopt;
+    if (!bytes || stampOf(from) != before) {
         return Storing::unreadable;
     }
-    const bool isCopied = CopyFileW(from.c_str(), to.c_str(), FALSE) && makeOrdinaryAndFlush(to);
-    if (stampOf(from) != before || !canBeRead(from)) {
-        return Storing::unreadable;
-    }
-    return isCopied ? Storing::stored : Storing::unwritable;
+    return writeWhole(to, *bytes) ? Storing::stored : Storing::unwritable;
 }
 
 // The part file gets its name last: where it has it, the picture is in its place too.

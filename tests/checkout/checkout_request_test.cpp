@@ -14,8 +14,10 @@
 #include "support/watched_window.h"
 
 #include <algorithm>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
+#include <stdexcept>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -36,9 +38,10 @@ protected:
 };
 
 // What the system answers for an exchange file that holds something: its size, and how many of the
-// bytes asked for it gives, all of them 'a'.
+// bytes asked for it gives, the text's or, without a text, all of them 'a'.
 LONGLONG answerSize = 0;
 DWORD answerRead = 0;
+std::wstring answerText;
 DWORD bytesAsked = 0;
 
 BOOL WINAPI answeringGetFileSize(HANDLE, PLARGE_INTEGER size)
@@ -51,6 +54,8 @@ BOOL WINAPI answeringReadFile(HANDLE, LPVOID bytes, DWORD size, LPDWORD read, LP
 {
     bytesAsked = size;
     std::fill_n(static_cast<char*>(bytes), size, 'a');
+    if (!answerText.empty())
+        std::memcpy(bytes, answerText.data(), size);
     *read = answerRead;
     return TRUE;
 }
@@ -63,6 +68,27 @@ void answerWith(LONGLONG size, DWORD read)
     leadCalls(&GetFileSizeEx, "GetFileSizeEx", &answeringGetFileSize);
     leadCalls(&ReadFile, "ReadFile", &answeringReadFile);
 }
+
+// An answer of this text, as the Companion would write it: two bytes a unit.
+void answerWith(const std::wstring& text)
+{
+    answerText = text;
+    const size_t size = text.size() * sizeof(wchar_t);
+    answerWith(static_cast<LONGLONG>(size), static_cast<DWORD>(size));
+}
+
+// A check-out of a Companion that runs, so that it is asked, and is not installed, which is told.
+class AnsweredCheckout : public CheckoutRequest {
+protected:
+    AnsweredCheckout()
+    {
+        companion.holdSemaphore();
+        currentZemId = 5;
+    }
+    CompanionDouble companion;
+    const std::wstring notInstalled =
+        LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
+};
 
 // The steps that close what a check-in answer closes, each with the identity it left behind.
 Lines closingSteps;
@@ -273,4 +299,39 @@ TEST_F(CheckoutRequest, tellsOfAnAnsweredFileThatCannotBeLoaded)
     EXPECT_EQ(lines[1], notLoaded);
     EXPECT_EQ(currentZemId, noZemId);
     EXPECT_EQ(currentFilePath.text(), L"");
+}
+
+TEST_F(AnsweredCheckout, loadsThePartThatTheAnswerNames)
+{
+    const std::wstring part = makePart();
+    answerWith(L"PRT12 " + part);
+    EXPECT_EQ(m_load(0), 0);
+    const Lines lines = newTrace();
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[0], notInstalled);
+    EXPECT_EQ(lines[1],
+              L"ui DoFileOpen(\"" + part + L"\", false, false, 1, true, *, null) -> true");
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), notLoaded), 0);
+    EXPECT_EQ(currentZemId, 12u);
+    EXPECT_EQ(currentFilePath.text(), part);
+    EXPECT_EQ(fileTypePrefix, L"PRT");
+}
+
+TEST_F(AnsweredCheckout, tellsOfAnAnswerThatNamesNoFileOrNoNumber)
+{
+    for (const wchar_t* answer : {L"CAD C:\\f.mcam", L"CAD0 C:\\f.mcam", L"CAD7"}) {
+        answerWith(answer);
+        EXPECT_EQ(m_load(0), 0) << answer;
+        EXPECT_EQ(newTrace(), (Lines{notInstalled, notLoaded})) << answer;
+        EXPECT_EQ(currentZemId, 5u) << answer;
+    }
+}
+
+TEST_F(AnsweredCheckout, throwsOutOfTheEntryPointForAFirstWordOfTwoCharacters)
+{
+    answerWith(L"CA C:\\f.mcam");
+    EXPECT_THROW(m_load(0), std::out_of_range);
+    EXPECT_EQ(newTrace(), Lines{notInstalled});
+    EXPECT_EQ(fileTypePrefix, L"CA");
+    EXPECT_EQ(currentZemId, 5u);
 }

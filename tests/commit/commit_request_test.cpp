@@ -59,6 +59,8 @@ std::vector<std::string> appendCalls;
 bool doAppendCallsFail = false;
 const std::vector<std::string> appendOf26BytesAt7 = {"seek 0 0 2", "lock 7 0 26 0", "write 26",
                                                      "unlock 7 0 26 0"};
+// For reading and writing, shared for all, made when missing.
+const std::string opening = "open " + std::to_string(0xC0000000) + " 7 4 0";
 
 void note(const char* call, std::vector<DWORD> numbers)
 {
@@ -96,6 +98,26 @@ BOOL WINAPI notedUnlockFile(HANDLE file, DWORD low, DWORD high, DWORD length, DW
            systems(&UnlockFile, "UnlockFile")(file, low, high, length, lengthHigh);
 }
 
+HANDLE WINAPI notedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES own,
+                              DWORD disposition, DWORD flags, HANDLE model)
+{
+    note("open", {access, sharing, disposition, flags});
+    return systems(&CreateFileW, "CreateFileW")(path, access, sharing, own, disposition, flags,
+                                                model);
+}
+
+BOOL WINAPI notedCloseHandle(HANDLE handle)
+{
+    note("close", {});
+    return systems(&CloseHandle, "CloseHandle")(handle);
+}
+
+int WINAPI notedConnect(SOCKET connection, const sockaddr* server, int size)
+{
+    note("connect", {});
+    return systems(&connect, "connect", L"ws2_32.dll")(connection, server, size);
+}
+
 // What the system answers for a file that may not be written.
 HANDLE WINAPI denyingCreateFile(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE)
 {
@@ -105,10 +127,20 @@ HANDLE WINAPI denyingCreateFile(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DW
 
 void noteAppendCalls()
 {
+    appendCalls.clear();
     leadCalls(&SetFilePointer, "SetFilePointer", &notedSetFilePointer);
     leadCalls(&LockFile, "LockFile", &notedLockFile);
     leadCalls(&WriteFile, "WriteFile", &notedWriteFile);
     leadCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
+}
+
+// The same, and what comes before and behind them.
+void noteDeliveryCalls()
+{
+    noteAppendCalls();
+    leadCalls(&CreateFileW, "CreateFileW", &notedCreateFile);
+    leadCalls(&CloseHandle, "CloseHandle", &notedCloseHandle);
+    leadCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
 }
 
 } // namespace
@@ -141,6 +173,29 @@ TEST_F(CommitRequest, locksExactlyItsRecordWhileItWritesItInOneCall)
     noteAppendCalls();
     EXPECT_TRUE(requestCommit());
     EXPECT_EQ(appendCalls, appendOf26BytesAt7);
+}
+
+TEST_F(CommitRequest, isAppendedToItsFileBeforeItIsAnnounced)
+{
+    runCompanion();
+    writeBytes(requestFile, "earlier");
+    const LineReceiver listener;
+    noteDeliveryCalls();
+    EXPECT_TRUE(requestCommit());
+    const std::vector<std::string> calls(std::find(appendCalls.begin(), appendCalls.end(), opening),
+                                         appendCalls.end());
+    std::vector<std::string> expected = {opening};
+    expected.insert(expected.end(), appendOf26BytesAt7.begin(), appendOf26BytesAt7.end());
+    expected.insert(expected.end(), {"close", "connect"});
+    EXPECT_EQ(calls, expected);
+}
+
+TEST_F(CommitRequest, leavesItsFileToWhoeverOpensItAlone)
+{
+    runCompanion();
+    EXPECT_TRUE(requestCommit());
+    const OtherHandle owner(requestFile, 0);
+    EXPECT_NE(owner.file, INVALID_HANDLE_VALUE);
 }
 
 TEST_F(CommitRequest, isMadeBesideAReaderThatSharesEverything)
@@ -238,6 +293,7 @@ TEST_F(CommitRequest, isRedirectedOutsideTheInstallationFolderWithTheFtpServer)
         {"UseFtpServer=y\n", L"C:\\work\\a.mcam", installation.path(L"tmp\\a.mcam")},
         {"UseFtpServer=y\n", L"a.mcam", installation.path(L"tmp\\a.mcam")},
         {"UseFtpServer=y\n", inside, inside},
+        {"UseFtpServer=y\n", L"\\\\?\\" + inside, L"\\\\?\\" + inside}, // not at its beginning
         {"UseFtpServer=n\n", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
         {"", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
     };

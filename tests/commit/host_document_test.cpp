@@ -24,6 +24,19 @@ protected:
     const std::wstring picture = installation.path(L"commit\\screendump.bmp");
 };
 
+// A file's name beside the installation folder, not below it; the file goes with its object.
+struct FileOutside {
+    FileOutside() : path(temporaryFolder() + std::to_wstring(GetCurrentProcessId()) + L".mcam") {}
+    ~FileOutside() { DeleteFileW(path.c_str()); }
+    static std::wstring temporaryFolder()
+    {
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        return folder;
+    }
+    const std::wstring path;
+};
+
 } // namespace
 
 TEST_F(HostDocument, hasAtMost260CharactersInItsName)
@@ -91,13 +104,16 @@ TEST_F(HostDocument, isSavedWithoutAParentWhenTheHostHasNoInterface)
 
 TEST_F(HostDocument, isNeverRedirected)
 {
-    const std::wstring name = installation.path(L"a.mcam");
-    standin::setState("geo_filename", name);
-    for (const char* setting : {"UseFtpServer=y\n", "UseFtpServer=Y\n"}) {
-        writeBytes(installation.path(L"cfg\\settings.ini"), setting);
-        EXPECT_TRUE(saveThroughHost());
-        EXPECT_EQ(newTrace(), saving(name, L"main", L"-> true"));
+    const FileOutside document;
+    for (const std::wstring& name : {installation.path(L"a.mcam"), document.path}) {
+        standin::setState("geo_filename", name);
+        for (const char* setting : {"UseFtpServer=y\n", "UseFtpServer=Y\n"}) {
+            writeBytes(installation.path(L"cfg\\settings.ini"), setting);
+            EXPECT_TRUE(saveThroughHost());
+            EXPECT_EQ(newTrace(), saving(name, L"main", L"-> true"));
+        }
     }
+    EXPECT_TRUE(readBytes(document.path).has_value());
 }
 
 TEST_F(HostDocument, hasChangedWhenTheHostSaysSo)

@@ -51,6 +51,18 @@ protected:
     LineReceiver listener;
 };
 
+// The queue of an installation whose folder has a name beyond ASCII.
+class ForeignNcQueue : public NcQueue {
+protected:
+    ForeignNcQueue()
+    {
+        CreateDirectoryW(foreignFolder.c_str(), nullptr);
+        CreateDirectoryW((foreignFolder + L"\\temp").c_str(), nullptr);
+        registerInstallation(foreignFolder);
+    }
+    const std::wstring foreignFolder = installation.path(L"\u00C4\u20AC");
+};
+
 // Blocks of 2048 bytes that were allocated and are not released, while they are counted.
 std::set<void*> buffersLeft;
 
@@ -205,6 +217,27 @@ TEST_F(NcQueue, writesNamesInTheSystemsCodePage)
     importNcQueue();
     // The system's code page is 1252.
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "Fr\xE4se \x80") + "\r\n");
+}
+
+TEST_F(NcQueue, writesFolderProgramAndSuffixInTheSystemsCodePage)
+{
+    const std::wstring ncFolder = folder + L"\u00C4\u20AC\\";
+    CreateDirectoryW(ncFolder.c_str(), nullptr);
+    standin::setState("nc_prefix", ncFolder);
+    standin::setState("nc_suffix", L".\u00C4\u20AC");
+    putPart(twoGroups + operationIn(1, "C:\\P\xC3\x84\xE2\x82\xAC.nci"));
+    writeBytes(ncFolder + L"P\u00C4\u20AC.\u00C4\u20AC", "%\n");
+    importNcQueue();
+    EXPECT_EQ(queue(), "NCPATH|-1|" + toUtf8(folder) + "\xC4\x80\\P\xC4\x80.\xC4\x80|Mill\r\n");
+}
+
+TEST_F(ForeignNcQueue, isAnnouncedInTheSystemsCodePage)
+{
+    putPart(twoGroups + operationIn(1, "PART.nci"));
+    importNcQueue();
+    EXPECT_EQ(readBytes(foreignFolder + L"\\temp\\ncqueue-17.txt"), "");
+    EXPECT_EQ(listener.nextConnection(), "IMPORTNCQUEUE|" + toUtf8(installation.root()) +
+                                             "\\\xC4\x80\\temp\\ncqueue-17.txt\n");
 }
 
 TEST_F(NcQueue, isAnnouncedAlsoWhenItsFileCannotBeOpened)

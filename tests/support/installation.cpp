@@ -34,19 +34,6 @@ std::wstring freshFolder()
     return temp + (L"zem " + std::to_wstring(GetCurrentProcessId()));
 }
 
-void registerFolder(const std::wstring& folder)
-{
-    const DWORD size = static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t));
-    HKEY key = nullptr;
-    mustSucceed(RegCreateKeyExW(HKEY_CURRENT_USER, companionKey, 0, nullptr, 0,
-                                KEY_WRITE | KEY_WOW64_32KEY, nullptr, &key, nullptr),
-                "create the installation key");
-    mustSucceed(RegSetValueExW(key, folderValue, 0, REG_SZ,
-                               reinterpret_cast<const BYTE*>(folder.c_str()), size),
-                "write the installation folder");
-    RegCloseKey(key);
-}
-
 void removeOwnRegistry()
 {
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
@@ -90,6 +77,19 @@ void useEmptyRegistry()
     std::atexit(removeOwnRegistry);
 }
 
+void registerInstallation(const std::wstring& folder)
+{
+    const DWORD size = static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t));
+    HKEY key = nullptr;
+    mustSucceed(RegCreateKeyExW(HKEY_CURRENT_USER, companionKey, 0, nullptr, 0,
+                                KEY_WRITE | KEY_WOW64_32KEY, nullptr, &key, nullptr),
+                "create the installation key");
+    mustSucceed(RegSetValueExW(key, folderValue, 0, REG_SZ,
+                               reinterpret_cast<const BYTE*>(folder.c_str()), size),
+                "write the installation folder");
+    RegCloseKey(key);
+}
+
 Installation::Installation(Registry registry) : registry_(registry), root_(freshFolder())
 {
     removeFolder(root_); // a process that was ended may have left its own under the same number
@@ -97,7 +97,7 @@ Installation::Installation(Registry registry) : registry_(registry), root_(fresh
         std::filesystem::create_directories(path(folder));
     if (registry == Registry::ofThisProcess)
         useEmptyRegistry();
-    registerFolder(root_);
+    registerInstallation(root_);
 }
 
 Installation::~Installation()

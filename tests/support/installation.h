@@ -37,6 +37,9 @@ private:
     std::wstring root_;
 };
 
+// Writes this folder down as the installation folder, in place of an installation's own.
+void registerInstallation(const std::wstring& folder);
+
 // Gives this process an empty current-user registry of its own for the rest of its life.
 void useEmptyRegistry();
 

@@ -4,6 +4,7 @@
 #include "link/shared_values.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
+#include "support/system_calls.h"
 #include "tooldata/plane_name.h"
 
 #include <algorithm>
@@ -45,6 +46,147 @@ std::string hexadecimal(const void* address)
     std::snprintf(digits, sizeof digits, "%016llX",
                   static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(address)));
     return digits;
+}
+
+// A part in which no two fields of an operation, its own tool and the full tool are alike.
+const std::string everyField = R"([plane]
+id = 41
+name = Top
+
+[plane]
+id = 42
+name = Front
+
+[tool]
+number = 21
+type = 43
+flutes = 44
+corner-radius-type = 45
+material = 46
+length-offset = 47
+diameter-offset = 48
+diameter = 49.5
+corner-radius = 50.5
+feed-rate = 51.5
+geometry-file = full.stl
+comment = of the list
+overall-length = 52.5
+shoulder-angle = 53.5
+additional-diameter = 54.5
+tip-angle = 55.5
+pilot-diameter = 56.5
+flute-length = 57.5
+shoulder-length = 58.5
+shoulder-diameter = 59.5
+arbor-diameter = 60.5
+holder-diameter = 61.5
+holder-length = 62.5
+plunge-rate = 63.5
+retract-rate = 64.5
+station = 65
+slot = 66
+spindle-speed = 67
+tool-group = 68
+machine-group = 69
+level = 70
+spindle-rotation = 71
+
+[operation]
+id = 72
+group = 73
+holder = 74
+type = 75
+compensation = 76
+work-offset = 77
+tool-plane = 41
+construction-plane = 42
+third-plane = 78
+depth = 79.5
+tool-plane-origin = 80.5 81.5 82.5
+construction-plane-origin = 83.5 84.5 85.5
+nc-name = P.NC
+nci-name = P.nci
+cycle-time = 86.5
+tool.number = 21
+tool.type = 87
+tool.flutes = 88
+tool.corner-radius-type = 89
+tool.material = 90
+tool.length-offset = 91
+tool.diameter-offset = 92
+tool.diameter = 93.5
+tool.corner-radius = 94.5
+tool.feed-rate = 95.5
+tool.geometry-file = own.stl
+tool.comment = of the operation
+)";
+
+// What its record says, but for the texts' addresses.
+const std::map<std::string, std::string> valuesOfEveryField = {
+    {"DATAID", "17"},
+    // the operation's own tool
+    {"DIA", "93.5"},
+    {"TNUM", "21"},
+    {"TTYPE", "87"},
+    {"CRAD", "94.5"},
+    {"LOFF", "91"},
+    {"DOFF", "92"},
+    {"FLUTES", "88"},
+    {"RADTYPE", "89"},
+    {"TLMATERIAL", "90"},
+    {"OPFEED", "95.5"},
+    {"COMMENT", "of the operation"},
+    // the full tool
+    {"LENGTHOFFSET", "47"},
+    {"LENGTH OVERALL", "52.5"},
+    {"STATION", "65"},
+    {"SLOT", "66"},
+    {"ADSHLDRANGLE", "53.5"},
+    {"ADDIAM", "54.5"},
+    {"TIPANGLE", "55.5"},
+    {"PILOTDIA", "56.5"},
+    {"FLUTELENGTH", "57.5"},
+    {"SHLDRLENGTH", "58.5"},
+    {"SHLDRDIAM", "59.5"},
+    {"ARBORDIA", "60.5"},
+    {"HOLDERDIA", "61.5"},
+    {"HOLDERLENGTH", "62.5"},
+    {"RPM", "67"},
+    {"FEED", "51.5"},
+    {"PLUNGE", "63.5"},
+    {"RETRACT", "64.5"},
+    {"GROUP", "68"},
+    {"MACHINEGROUP", "69"},
+    {"LEVELNUMBER", "70"},
+    {"SPINDLEROT", "71"},
+    // the operation
+    {"OPID", "72"},
+    {"OPERATION NUMBER", "1"},
+    {"PLANEWOFF", "77"},
+    {"OPERATIONCOMMENT", ""},
+    {"OPERATIONTYPE", "75"},
+    {"HOLDERNO", "74"},
+    {"COMPENSATIONTYPE", "76"},
+    {"DEPTH", "79.5"},
+    {"TPTYPE", "41"},
+    {"TPX", "80.5"},
+    {"TPY", "81.5"},
+    {"TPZ", "82.5"},
+    {"CPTYPE", "42"},
+    {"CPX", "83.5"},
+    {"CPY", "84.5"},
+    {"CPZ", "85.5"},
+    {"OPTIME", "86.5"},
+};
+
+// The full tool's text lies in a record that is gone with the export: noted when the host fills it.
+const wchar_t* filledGeometryFile = nullptr;
+decltype(&tool_manager) hostsToolManager = nullptr;
+
+void notedToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeeded)
+{
+    filledGeometryFile = tool->lead.geometryFileName;
+    hostsToolManager(tool, code, entity, succeeded);
 }
 
 class ToolExport : public HostFixture {
@@ -113,6 +255,30 @@ TEST_F(ToolExport, writesTheOperationsToolAndTheFullOne)
     EXPECT_EQ(newTrace(),
               (Lines{LR"(ui list_manager(1, "", 0, *))", L"ui tool_manager(*, 5, *, *)",
                      L"ui CalcCycleTime(*, true) -> 14.5", LR"(ui list_manager(1, "", 1, *))"}));
+}
+
+TEST_F(ToolExport, tellsEveryFieldUnderItsOwnKey)
+{
+    putPart(everyField);
+    exportToolData();
+    ASSERT_EQ(records().size(), 1u);
+    auto values = valuesOf(records()[0]);
+    const operation& op = firstInHost();
+    EXPECT_EQ(values["GEOFILE"], hexadecimal(op.tool.geometryFileName));
+    EXPECT_EQ(values["NCNAME"], hexadecimal(op.ncName));
+    for (const char* address : {"TPNAME", "CPNAME", "GEOFILE", "GEOFILE'", "NCNAME"})
+        EXPECT_EQ(values.erase(address), 1u) << address;
+    EXPECT_EQ(values, valuesOfEveryField);
+}
+
+TEST_F(ToolExport, tellsTheGeometryFileOfTheToolThatTheHostFilled)
+{
+    putPart(everyField);
+    hostsToolManager = &tool_manager;
+    standin::leadImports(GetModuleHandleW(nullptr), hostsToolManager, &notedToolManager);
+    exportToolData();
+    ASSERT_EQ(records().size(), 1u);
+    EXPECT_EQ(valuesOf(records()[0])["GEOFILE'"], hexadecimal(filledGeometryFile));
 }
 
 TEST_F(ToolExport, keepsTheOperationsToolWhereTheHostKnowsNone)
@@ -206,10 +372,10 @@ TEST_F(ToolExport, sendsNothingWhenItsFileCannotBeOpened)
 
 TEST_F(ToolExport, leavesAnEarlierFileWhenTheHostRaisesInPlaceOfItsOperations)
 {
-    putPart(planes + operationWith(1, 3));
+    putPart(planes + operationWith(1, 3) + operationWith(2, 4));
     writeBytes(toolFile, "earlier");
-    for (const char* operation : {"list_manager", "GetMainOpList", "GetSize"}) {
-        standin::raiseNext(operation);
+    for (const char* operation : {"list_manager", "GetMainOpList", "GetSize", "operator[]"}) {
+        ASSERT_TRUE(standin::raiseNext(operation)) << operation;
         exportToolData();
         EXPECT_EQ(exported(), "earlier") << operation;
         EXPECT_TRUE(listener.isIdle()) << operation;

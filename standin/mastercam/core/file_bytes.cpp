@@ -22,6 +22,32 @@ std::optional<std::string> readAll(HANDLE file)
     return bytes;
 }
 
+bool writeNewFile(const std::wstring& path, std::string_view bytes)
+{
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                    CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    DWORD written = 0;
+    const bool isWritten =
+        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+        written == bytes.size();
+    return CloseHandle(file) && isWritten;
+}
+
+// Moves the file over the other one, and waits a moment for whoever is just reading that.
+bool moveOver(const std::wstring& file, const std::wstring& other)
+{
+    constexpr int attempts = 50;
+    constexpr DWORD pauseMs = 10;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (MoveFileExW(file.c_str(), other.c_str(), MOVEFILE_REPLACE_EXISTING))
+            return true;
+        Sleep(pauseMs);
+    }
+    return false;
+}
+
 } // namespace
 
 std::optional<std::string> readFileBytes(const std::wstring& path)
@@ -37,15 +63,11 @@ std::optional<std::string> readFileBytes(const std::wstring& path)
 
 bool writeFileBytes(const std::wstring& path, std::string_view bytes)
 {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                    CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
-    DWORD written = 0;
-    const bool isWritten =
-        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-        written == bytes.size();
-    return CloseHandle(file) && isWritten;
+    const std::wstring beside = path + L"." + std::to_wstring(GetCurrentProcessId()) + L".new";
+    if (writeNewFile(beside, bytes) && moveOver(beside, path))
+        return true;
+    DeleteFileW(beside.c_str());
+    return false;
 }
 
 } // namespace standin

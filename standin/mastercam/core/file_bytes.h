@@ -12,7 +12,8 @@ namespace standin {
 // Nothing when the file cannot be read whole.
 MCCORE_API std::optional<std::string> readFileBytes(const std::wstring& path);
 
-// Creates the file or writes over it; false when not all of it could be written.
+// Writes the file beside its place and then moves it there, so that whoever reads it gets the old
+// one or the new one whole. False, with the old one as it was, when that failed.
 MCCORE_API bool writeFileBytes(const std::wstring& path, std::string_view bytes);
 
 } // namespace standin

@@ -3,8 +3,6 @@
 #include "core/file_bytes.h"
 #include "core/part_text.h"
 
-#include <windows.h>
-
 namespace standin {
 
 std::shared_ptr<Part> readPartFile(const std::wstring& path)
@@ -16,14 +14,7 @@ std::shared_ptr<Part> readPartFile(const std::wstring& path)
 bool writePartFile(const Part& part, const std::wstring& path)
 {
     std::string text;
-    if (!writePartText(part, text))
-        return false;
-    const std::wstring beside = path + L".writing";
-    if (writeFileBytes(beside, text) &&
-        MoveFileExW(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING))
-        return true;
-    DeleteFileW(beside.c_str());
-    return false;
+    return writePartText(part, text) && writeFileBytes(path, text);
 }
 
 } // namespace standin
