@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <windows.h>
+// Needs the one above.
+#include <tlhelp32.h>
 
 namespace testing_support {
 
@@ -64,6 +66,39 @@ void removeBelow(const std::wstring& path)
     RemoveDirectoryW(path.c_str());
 }
 
+bool isProgramIn(const std::wstring& folder, DWORD processId)
+{
+    const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId);
+    wchar_t path[1024] = L"";
+    DWORD size = 1024;
+    const bool isKnown = process && QueryFullProcessImageNameW(process, 0, path, &size);
+    CloseHandle(process);
+    return isKnown && std::wstring_view(path, size).find(folder + L'\\') == 0;
+}
+
+void endProcess(DWORD processId)
+{
+    constexpr DWORD patienceMs = 10000;
+    const HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, processId);
+    TerminateProcess(process, 98);
+    WaitForSingleObject(process, patienceMs);
+    CloseHandle(process);
+}
+
+// A Companion that the add-in has started through the shell is nobody's child; left running, it
+// would hold its port and its semaphore against the tests that follow.
+void endProgramsIn(const std::wstring& folder)
+{
+    const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(processes, &entry); more;
+         more = Process32NextW(processes, &entry))
+        if (isProgramIn(folder, entry.th32ProcessID))
+            endProcess(entry.th32ProcessID);
+    CloseHandle(processes);
+}
+
 } // namespace
 
 void useEmptyRegistry()
@@ -102,6 +137,7 @@ Installation::Installation(Registry registry) : registry_(registry), root_(fresh
 
 Installation::~Installation()
 {
+    endProgramsIn(root_);
     if (registry_ == Registry::ofTheUser)
         RegDeleteKeyW(HKEY_CURRENT_USER, companionKey);
     if (!_wfreopen(L"NUL", L"r", stdin)) // lets go of a file that stood in for it
