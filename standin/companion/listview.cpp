@@ -95,6 +95,15 @@ void fitLastColumn(HWND list)
     SendMessageW(list, LVM_SETCOLUMNWIDTH, last, std::max(left, 40L));
 }
 
+std::vector<ListRow> numberedRows(const std::vector<std::vector<std::wstring>>& rows)
+{
+    std::vector<ListRow> result;
+    for (const auto& cells : rows) {
+        result.push_back({cells, static_cast<LPARAM>(result.size())});
+    }
+    return result;
+}
+
 void setRows(HWND list, const std::vector<ListRow>& rows)
 {
     const std::optional<LPARAM> key = selectedKey(list);

@@ -30,6 +30,9 @@ void setColumns(HWND list, std::initializer_list<Column> columns);
 // Gives the column of width 0 the width that is left. Call it when the list's size has changed.
 void fitLastColumn(HWND list);
 
+// Rows of these cells, each with its place, from 0, as the key.
+std::vector<ListRow> numberedRows(const std::vector<std::vector<std::wstring>>& rows);
+
 // Replaces all rows. The row with the key of the selected one stays selected; without such a row,
 // the first one is.
 void setRows(HWND list, const std::vector<ListRow>& rows);

@@ -5,10 +5,10 @@
 #include "files.h"
 #include "text.h"
 
+#include <utility>
+
 namespace companion {
 namespace {
-
-constexpr std::uint32_t largestSheet = 1024 * 1024; // more would only hold up the window
 
 void logLine(EventLog& log, std::string_view bytes)
 {
@@ -23,7 +23,7 @@ std::optional<ReceivedSheet> readSheet(EventLog& log, const Notice& notice)
     const std::wstring file = fromAnsi(notice.path);
     const std::wstring fields = numberField(L"id", notice.id) + textField(L"file", file);
     logEvent(log, L"setup-sheet", fields);
-    const auto bytes = readFile(file, largestSheet);
+    const auto bytes = readFile(file, largestAnnouncedFile);
     if (!bytes) {
         logEvent(log, L"setup-sheet-unreadable", fields);
         return std::nullopt;
@@ -32,30 +32,36 @@ std::optional<ReceivedSheet> readSheet(EventLog& log, const Notice& notice)
     return ReceivedSheet{static_cast<std::int32_t>(notice.id), file, text, readSetupSheet(text)};
 }
 
+template <class Content>
+Received orNothing(std::optional<Content>&& content)
+{
+    return content ? Received(std::move(*content)) : Received();
+}
+
 } // namespace
 
-std::optional<ReceivedSheet> receiveLine(EventLog& log, std::string_view bytes)
+Received receiveLine(EventLog& log, const std::wstring& folder, std::string_view bytes)
 {
     logLine(log, bytes);
     const Notice notice = readNotice(bytes);
     const std::wstring id = numberField(L"id", notice.id);
-    const std::wstring file = textField(L"file", fromAnsi(notice.path));
+    const std::wstring path = fromAnsi(notice.path);
     switch (notice.kind) {
     case NoticeKind::setupSheet:
-        return readSheet(log, notice);
+        return orNothing(readSheet(log, notice));
     case NoticeKind::commit:
-        logEvent(log, L"commit-notice", id + file);
-        break;
+        logEvent(log, L"commit-notice", id + textField(L"file", path));
+        return {};
     case NoticeKind::toolData:
         logEvent(log, L"tool-data", id);
-        break;
+        return orNothing(receiveTools(log, folder, notice.id));
     case NoticeKind::ncQueue:
-        logEvent(log, L"nc-queue", file);
-        break;
+        logEvent(log, L"nc-queue", textField(L"file", path));
+        return orNothing(receiveQueue(log, path));
     case NoticeKind::unknown:
         break;
     }
-    return std::nullopt;
+    return {};
 }
 
 } // namespace companion

@@ -3,11 +3,14 @@
 
 #include "decisions/setupsheet.h"
 #include "eventlog.h"
+#include "queuefile.h"
+#include "toolfile.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace companion {
 
@@ -19,8 +22,11 @@ struct ReceivedSheet {
     std::optional<SetupSheet> content; // empty: show the text
 };
 
-// Logs a connection's bytes and what they say. Gives the setup sheet that they announce, when its
-// file can be read.
-std::optional<ReceivedSheet> receiveLine(EventLog& log, std::string_view bytes);
+// What a line brought that is to be shown; often nothing.
+using Received = std::variant<std::monostate, ReceivedSheet, ReceivedQueue, ReceivedTools>;
+
+// Logs a connection's bytes and what they say, and reads the file that they announce. `folder`: the
+// installation folder.
+Received receiveLine(EventLog& log, const std::wstring& folder, std::string_view bytes);
 
 } // namespace companion

@@ -8,9 +8,8 @@
 namespace companion {
 
 // Shows the sheet in a window titled `Setup sheet 17: bracket.mcam`, the request id and the name
-// of the part, or of the file where the sheet names no part. The window comes without taking the
-// keyboard from the host, blocks nobody and closes with its owner. There is one: a later sheet
-// takes the place of the one before.
+// of the part, or of the file where the sheet names no part. A later sheet takes the place
+// of the one before.
 void showSheet(HWND owner, const ReceivedSheet& sheet);
 
 } // namespace companion

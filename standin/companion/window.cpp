@@ -8,12 +8,15 @@
 #include "listview.h"
 #include "notices.h"
 #include "panes.h"
+#include "queuewindow.h"
 #include "resource.h"
 #include "sheetwindow.h"
+#include "toolwindow.h"
 
 #include <commctrl.h>
 
 #include <memory>
+#include <variant>
 
 namespace companion {
 namespace {
@@ -97,12 +100,20 @@ void create(MainWindow& main)
     SetPropW(main.window, instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
 }
 
+// Shows what a line brought.
+struct ShowIn {
+    HWND owner;
+
+    void operator()(std::monostate) const {}
+    void operator()(const ReceivedSheet& sheet) const { showSheet(owner, sheet); }
+    void operator()(const ReceivedQueue& queue) const { showQueue(owner, queue); }
+    void operator()(const ReceivedTools& tools) const { showTools(owner, tools); }
+};
+
 void receiveLines(MainWindow& main)
 {
     for (const std::string& line : takeLines(main.state->lines)) {
-        if (const auto sheet = receiveLine(main.state->log, line)) {
-            showSheet(main.window, *sheet);
-        }
+        std::visit(ShowIn{main.window}, receiveLine(main.state->log, main.state->folder, line));
     }
     lookForCommits(main, commitsAtOnceMs); // one of the lines may announce one
 }
@@ -118,7 +129,7 @@ void destroy(MainWindow& main)
     showEventsIn(main.state->log, nullptr, 0);
     stopListening(main.state->lines);
     for (const std::string& line : takeLines(main.state->lines)) {
-        receiveLine(main.state->log, line);
+        receiveLine(main.state->log, main.state->folder, line);
     }
     finishCommits(*main.state);
 }

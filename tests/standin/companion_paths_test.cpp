@@ -12,6 +12,8 @@ TEST(ExchangePaths, lieUnderTheInstallationFolder)
     EXPECT_EQ(commandFilePath(L"C:\\ZEM", 4294967295), L"C:\\ZEM\\temp\\mastercam-4294967295.dat");
     EXPECT_EQ(machineSettingsPath(L"C:\\ZEM", 17), L"C:\\ZEM\\temp\\mcsettings-17.txt");
     EXPECT_EQ(machineSettingsPath(L"C:\\ZEM", -1), L"C:\\ZEM\\temp\\mcsettings--1.txt");
+    EXPECT_EQ(toolDataPath(L"C:\\ZEM", -17), L"C:\\ZEM\\temp\\tool--17.txt");
+    EXPECT_EQ(toolPicturePath(L"C:\\ZEM", 4), L"C:\\ZEM\\temp\\toolimage-4.bmp");
     EXPECT_EQ(logPath(L"C:\\ZEM"), L"C:\\ZEM\\sys\\companion.log");
     EXPECT_EQ(libraryFolder(L"C:\\ZEM"), L"C:\\ZEM\\library");
     EXPECT_EQ(libraryIndexPath(L"C:\\ZEM"), L"C:\\ZEM\\library\\library.txt");

@@ -53,7 +53,16 @@
 //   setup-sheet-unreadable id=N file=TEXT            that file is missing or larger than 1 MiB
 //   commit-notice    id=N file=TEXT                  this line says that a file comes back
 //   tool-data        id=N                            this line says that tool data lies ready
+//   tool             id=N number=N type=N diameter=X operation=N comment=TEXT
+//                    a tool of that data: request id, tool number and type, its diameter with up
+//                    to six digits, and the id of the operation that uses it
+//   tool-record-bad  line=N                          this line of it is no record of a tool
+//   tool-data-unreadable file=TEXT                   that file is missing or larger than 1 MiB
 //   nc-queue         file=TEXT                       this line says that an NC queue lies ready
+//   nc-program       number=N file=TEXT bytes=N group=TEXT
+//                    a program of it, with its NC-path number; bytes=-1 when it is missing
+//   nc-queue-line-bad line=N                         this line of the queue names no program
+//   nc-queue-unreadable file=TEXT                    that file is missing or larger than 1 MiB
 #pragma once
 
 #include <cstdint>

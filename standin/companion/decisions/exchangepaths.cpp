@@ -27,6 +27,16 @@ std::wstring machineSettingsPath(const std::wstring& folder, std::int32_t reques
     return folder + L"\\temp\\mcsettings-" + std::to_wstring(requestId) + L".txt";
 }
 
+std::wstring toolDataPath(const std::wstring& folder, std::int64_t requestId)
+{
+    return folder + L"\\temp\\tool-" + std::to_wstring(requestId) + L".txt";
+}
+
+std::wstring toolPicturePath(const std::wstring& folder, std::int32_t toolNumber)
+{
+    return folder + L"\\temp\\toolimage-" + std::to_wstring(toolNumber) + L".bmp";
+}
+
 std::wstring logPath(const std::wstring& folder)
 {
     return folder + L"\\sys\\companion.log";

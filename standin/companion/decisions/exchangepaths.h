@@ -11,6 +11,8 @@ namespace companion {
 
 std::wstring commandFilePath(const std::wstring& folder, std::uint32_t hostProcess);
 std::wstring machineSettingsPath(const std::wstring& folder, std::int32_t requestId);
+std::wstring toolDataPath(const std::wstring& folder, std::int64_t requestId);
+std::wstring toolPicturePath(const std::wstring& folder, std::int32_t toolNumber);
 std::wstring logPath(const std::wstring& folder);
 std::wstring workingCopiesPath(const std::wstring& folder);
 // Of the screen picture that belongs to the commit request written next.

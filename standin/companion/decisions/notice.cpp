@@ -31,13 +31,10 @@ bool isControl(char c)
 // The number as the add-in prints it.
 std::optional<std::int64_t> readId(std::string_view text, NoticeKind kind)
 {
-    const bool isUnsigned = kind == NoticeKind::commit;
-    const auto number = isUnsigned ? readNumber(std::wstring(text.begin(), text.end()), 0,
-                                                std::numeric_limits<std::uint32_t>::max())
-                                   : readNumber(std::wstring(text.begin(), text.end()),
-                                                std::numeric_limits<std::int32_t>::min(),
-                                                std::numeric_limits<std::int32_t>::max());
-    return number && std::to_string(*number) == text ? number : std::nullopt;
+    return kind == NoticeKind::commit
+               ? readPrintedNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
+               : readPrintedNumber(text, std::numeric_limits<std::int32_t>::min(),
+                                   std::numeric_limits<std::int32_t>::max());
 }
 
 // `rest` is what stands behind the form's start.

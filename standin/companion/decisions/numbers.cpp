@@ -1,5 +1,9 @@
 #include "decisions/numbers.h"
 
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
 namespace companion {
 
 std::optional<std::int64_t> readNumber(std::wstring_view text, std::int64_t least,
@@ -22,6 +26,35 @@ std::optional<std::int64_t> readNumber(std::wstring_view text, std::int64_t leas
         return std::nullopt;
     }
     return number;
+}
+
+std::optional<std::int64_t> readPrintedNumber(std::string_view text, std::int64_t least,
+                                              std::int64_t most)
+{
+    const auto number = readNumber(std::wstring(text.begin(), text.end()), least, most);
+    return number && std::to_string(*number) == text ? number : std::nullopt;
+}
+
+std::optional<double> readPrintedDecimal(std::string_view text)
+{
+    double number = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc{} || stop != end) {
+        return std::nullopt;
+    }
+    // What is behind a "nan" differs between runtime libraries.
+    return std::isnan(number) || printedDecimal(number) == text ? std::optional(number)
+                                                                : std::nullopt;
+}
+
+std::string printedDecimal(double number)
+{
+    constexpr int digits = 6;
+    char text[32]; // more than "-1.23457e-308" takes
+    const auto result =
+        std::to_chars(text, text + sizeof text, number, std::chars_format::general, digits);
+    return {text, result.ptr};
 }
 
 } // namespace companion
