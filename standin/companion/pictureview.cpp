@@ -57,6 +57,13 @@ Pixels readBitmap(const std::wstring& path)
     return rows == size.bmHeight ? picture : Pixels{};
 }
 
+// "toolimage-4.bmp, 100 x 200"
+std::wstring describe(const std::wstring& path, const Pixels& picture)
+{
+    return path.substr(path.find_last_of(L'\\') + 1) + L", " + std::to_wstring(picture.width) +
+           L" x " + std::to_wstring(picture.height);
+}
+
 void drawPicture(HDC context, const Rectangle& inside, const Pixels& picture)
 {
     const Rectangle place = fitInto(inside, picture.width, picture.height);
@@ -144,6 +151,8 @@ void showPicture(HWND window, const std::wstring& path, const std::wstring& othe
     }
     view->picture = path.empty() ? Pixels{} : readBitmap(path);
     view->otherwise = otherwise;
+    const bool shown = !view->picture.values.empty();
+    SetWindowTextW(window, (shown ? describe(path, view->picture) : otherwise).c_str());
     InvalidateRect(window, nullptr, FALSE);
 }
 

@@ -1,4 +1,6 @@
-// A child window that shows a bitmap file, fitted into it, or a line of text in its place.
+// A child window that shows a bitmap file, fitted into it, or a line of text in its place. Its
+// window text says the same to who cannot see it: the file's name with the picture's size in
+// pixels, or the line.
 #pragma once
 
 #include "look.h"

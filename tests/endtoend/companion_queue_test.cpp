@@ -29,6 +29,31 @@ std::string toolRecord(int number, const std::string& comment)
            "|DEPTH=-12.5|TPTYPE=22|TPX=0|TPY=0|TPZ=0|CPTYPE=23|CPX=0|CPY=0|CPZ=0|OPTIME=61.5\r\n";
 }
 
+// A bitmap file of 64 x 32 white pixels, one bit each.
+const std::string bitmapOf64x32 = std::string("BM\x3E\1\0\0\0\0\0\0\x3E\0\0\0"
+                                              "\x28\0\0\0\x40\0\0\0\x20\0\0\0\1\0\1\0\0\0\0\0\0\1"
+                                              "\0\0\0\0\0\0\0\0\0\0\2\0\0\0\2\0\0\0"
+                                              "\0\0\0\0\xFF\xFF\xFF\0",
+                                              62) +
+                                  std::string(256, '\xFF');
+
+// What the window of the tools says its picture is.
+std::wstring shownPicture(HWND window)
+{
+    wchar_t text[256] = L"";
+    DWORD_PTR length = 0;
+    SendMessageTimeoutW(FindWindowExW(window, nullptr, L"ZemPictureView", nullptr), WM_GETTEXT,
+                        std::size(text), reinterpret_cast<LPARAM>(text), SMTO_NORMAL, 1000,
+                        &length);
+    return text;
+}
+
+// Presses the key in the window's list of tools, which selects another one.
+void selectWith(WPARAM key, HWND window)
+{
+    PostMessageW(FindWindowExW(window, nullptr, L"SysListView32", nullptr), WM_KEYDOWN, key, 1);
+}
+
 class CompanionsExchange : public ::testing::Test {
 protected:
     CompanionsExchange() { installCompanionWithLibrary(installation); }
@@ -136,6 +161,25 @@ TEST_F(CompanionsToolData, isListedToolByTool)
         (Lines{L"tool-data id=17", L"tool id=17 number=4" + behindNumber + L"\"Mill |PLANEWOFF=1\"",
                L"tool-record-bad line=2", L"tool id=17 number=-5" + behindNumber + L"\"\u00C4\""}));
     EXPECT_TRUE(readBytes(file).has_value());
+}
+
+TEST_F(CompanionsToolData, isShownWithThePictureOfTheSelectedTool)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    write(L"toolimage-4.bmp", bitmapOf64x32);
+    write(L"toolimage-6.bmp", "no bitmap");
+    write(L"tool-17.txt", toolRecord(4, "") + toolRecord(5, "") + toolRecord(6, ""));
+    ASSERT_TRUE(sendLine("TOOL-17\n"));
+    const HWND window = waitForWindowTitled(L"Tools 17");
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"toolimage-4.bmp, 64 x 32"; }));
+    selectWith(VK_DOWN, window);
+    EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"No picture of this tool yet"; }));
+    selectWith(VK_HOME, window);
+    EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"toolimage-4.bmp, 64 x 32"; }));
+    selectWith(VK_END, window);
+    EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"No picture of this tool yet"; }));
 }
 
 TEST_F(CompanionsToolData, mayHoldNoToolAtAll)
