@@ -25,7 +25,7 @@ function(add_own_options target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
                                              -Wshadow -Wnon-virtual-dtor -Werror
                            # GCC 12 warns of its own string assignment.
-                           -Wno-restrict)
+                           $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
   endif()
   set_target_properties(${target} PROPERTIES PREFIX "")
 endfunction()

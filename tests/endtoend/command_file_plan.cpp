@@ -1,0 +1,172 @@
+#include "endtoend/command_file_plan.h"
+
+#include "fuzz/command_text_rule.h"
+#include "fuzz/mutator.h"
+#include "support/bytes.h"
+#include "support/command_file_writer.h"
+
+#include <cstdlib>
+#include <windows.h>
+
+namespace testing_support {
+
+using Kind = torvapdm::CommandRequest::Kind;
+
+const char lastPartName[] = "the last part.mcam";
+
+namespace {
+
+constexpr size_t longestRequest = 65536;
+constexpr std::int32_t neverCarriedOut = -1;
+const std::string newFileLines = "other set_db_unchanged()\n"
+                                 "other post_FT_command(\"Mastercam\", \"OnFileNew\")\n";
+
+std::string machineOf(std::int32_t id)
+{
+    return "C:\\Machines\\" + std::to_string(id) + ".mcam-mmd";
+}
+
+// What opening, naming and saving a part leaves in the trace.
+std::string openingLines(const std::string& path, std::int32_t id)
+{
+    return "ui DoFileOpen(\"" + path + "\", false, false, 1, true, *, null) -> true\n" +
+           "ui SetActiveMachine(\"" + machineOf(id) + "\") -> true\n" +
+           "ui set_db_unchanged()\n"
+           "ui CMastercamInterface.position1(\"" +
+           path +
+           "\")\n"
+           "ui CMastercamView.position0()\n"
+           "ui CMastercamInterface.position3()\n"
+           "ui CFile_DoFileSave(\"" +
+           path + "\", main, false, false) -> true\n" + "ui set_db_unchanged()\n";
+}
+
+bool isFile(const wchar_t* path)
+{
+    const DWORD attributes = GetFileAttributesW(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+} // namespace
+
+std::wstring machineSettingsPath(const Installation& installation, std::int32_t id)
+{
+    return installation.path(L"temp\\mcsettings-" + std::to_wstring(id) + L".txt");
+}
+
+std::string machineSettingsText(std::int32_t id)
+{
+    return "a|3|0|" + machineOf(id) + "\r\n";
+}
+
+CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNumber& host,
+                                 std::uint64_t seed)
+    : host_(host),
+      random_(seed),
+      folder_(installation.path(L"parts of " + std::to_wstring(host.number) + L"\\")),
+      seeds_(fuzzing::commandTextSeeds()),
+      tokens_(fuzzing::commandTextTokens())
+{
+    CreateDirectoryW(folder_.c_str(), nullptr);
+    // A request spells the last one with a byte E4.
+    const std::wstring names[] = {L"a.mcam", L"b c.emcam", L"no dot", L"fr\xFFE4ser.mcam"};
+    const std::string spelled[] = {"a.mcam", "b c.emcam", "no dot", "fr\xE4ser.mcam"};
+    for (size_t i = 0; i < std::size(names); ++i) {
+        writeBytes(folder_ + names[i], "");
+        parts_.push_back(toUtf8(folder_) + spelled[i]);
+        seeds_.push_back(openRequest(1000 + static_cast<int>(i), parts_.back()));
+    }
+    writeBytes(folder_ + fromUtf8(lastPartName), "");
+}
+
+// An open request of a part, its id in one of the forms that a number can have.
+std::string CommandFilePlan::openText()
+{
+    static const char* const before[] = {"", "", "+", "-", "000", "\t\r\v\f", "\t-0"};
+    static const char* const behind[] = {"", "", "x", ".5", "-", "\xFF"};
+    static const char* const marks[] = {"\xEF\xBB\xBF", "\xEF\xBB\xBF", "abc", "123"};
+    const std::uint64_t id = random_.below(2147483647 / host_.count) * host_.count + host_.number;
+    std::string text = marks[random_.below(4)];
+    text += before[random_.below(7)] + std::to_string(id);
+    text += behind[random_.below(6)];
+    return text + ' ' + parts_[random_.below(parts_.size())] + '\n';
+}
+
+std::string CommandFilePlan::newFileText()
+{
+    const std::string text = "\xEF\xBB\xBF" + std::to_string(random_.below(100)) + ' ';
+    return random_.isOneIn(2) ? text + '\n' : text;
+}
+
+std::string CommandFilePlan::anyText()
+{
+    const std::uint64_t kind = random_.below(9);
+    if (kind < 2)
+        return openText();
+    if (kind == 3)
+        return newFileText();
+    std::string bytes = fuzzing::mutated({seeds_, tokens_}, random_);
+    if (kind == 2)
+        bytes.insert(0, random_.isOneIn(2) ? "CHECKIN " : "CHECKIN");
+    if (random_.isOneIn(50))
+        bytes.resize(longestRequest, 'x');
+    return bytes.substr(0, longestRequest);
+}
+
+PlannedFile CommandFilePlan::next()
+{
+    for (;;) {
+        const std::string bytes = anyText();
+        if (bytes.empty())
+            continue;
+        if (const auto file = planned(bytes))
+            return *file;
+    }
+}
+
+PlannedFile CommandFilePlan::last()
+{
+    std::int32_t id = static_cast<std::int32_t>(host_.number);
+    while (machineRequests_.count(id) > 0)
+        id += static_cast<std::int32_t>(host_.count);
+    return planned(openRequest(id, toUtf8(folder_) + lastPartName)).value();
+}
+
+// Nothing for a file whose effect depends on something else.
+std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
+{
+    const torvapdm::CommandRequest request = fuzzing::plainRequest(bytes);
+    PlannedFile file = {bytes, "", std::nullopt};
+    if (request.kind == Kind::checkIn)
+        file.trace = "other m_fclose(null, 0, null)\n" + newFileLines;
+    else if (request.kind == Kind::newFile)
+        file.trace = newFileLines;
+    else if (request.kind == Kind::open && request.id != neverCarriedOut)
+        return opening(file, request.id, request.path);
+    return file;
+}
+
+// False for the number of another host or of a file before this one.
+bool CommandFilePlan::takeNumber(std::int32_t id)
+{
+    return static_cast<std::uint64_t>(std::abs(std::int64_t{id})) % host_.count == host_.number &&
+           machineRequests_.insert(id).second;
+}
+
+// Nothing for a file outside the parts' folder, and for a number that is not to be had.
+std::optional<PlannedFile> CommandFilePlan::opening(PlannedFile file, std::int32_t id,
+                                                    const std::wstring& path)
+{
+    const std::wstring seen = path.c_str(); // as far as the system looks
+    if (!isFile(seen.c_str())) {
+        file.trace = "ui message-box(\"TORVA ZEM\", \"The file does not exist.\")\n";
+        return file;
+    }
+    if (seen.rfind(folder_, 0) != 0 || !takeNumber(id))
+        return std::nullopt;
+    file.trace = openingLines(toUtf8(seen), id);
+    file.machineRequest = id;
+    return file;
+}
+
+} // namespace testing_support

@@ -1,0 +1,43 @@
+// A host that is handed one command file after the other.
+#pragma once
+
+#include "endtoend/command_file_plan.h"
+#include "endtoend/host_program.h"
+
+#include <vector>
+
+namespace testing_support {
+
+class CommandFileRun {
+public:
+    // Starts a host of this name. The last file opens the part after which the host closes.
+    CommandFileRun(const Installation& installation, const std::wstring& name,
+                   std::vector<PlannedFile> files);
+
+    // Hands the next file over, once the last one has been taken and its lines are in the trace.
+    // Never waits.
+    void goOn();
+    // All files are through, or the one that was handed over last has been waited for too long.
+    bool isAtEnd() const { return isLost_ || (done_ && sent_ == files_.size()); }
+
+    // What went otherwise than planned, with the file's bytes; empty when nothing did. Waits for
+    // the host to close when all files are through.
+    std::string complaint() const;
+
+private:
+    bool isThroughWithTheLast() const;
+    std::string lostFile() const;
+    std::string firstDifference(const std::string& trace) const;
+
+    const Installation& installation_;
+    const std::wstring tracePath_;
+    const std::vector<PlannedFile> files_;
+    HostProgram host_;
+    size_t sent_ = 0;
+    std::uint64_t plannedTraceSize_; // of what the files so far leave in the trace
+    unsigned long long sentAt_;      // milliseconds
+    bool done_ = false;
+    bool isLost_ = false;
+};
+
+} // namespace testing_support

@@ -1,0 +1,77 @@
+// What a decision answered otherwise than the plain rule says.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fuzzing {
+
+// A value as a reader can tell it apart: bytes and units that are no plain ASCII as \xHH and
+// \uHHHH, floating-point numbers to the last bit.
+std::string shown(std::string_view bytes);
+std::string shown(const std::wstring& text);
+std::string shown(std::int64_t number);
+std::string shown(double number);
+
+inline std::string shown(const std::string& bytes)
+{
+    return shown(std::string_view(bytes));
+}
+inline std::string shown(std::int32_t number)
+{
+    return shown(std::int64_t{number});
+}
+inline std::string shown(std::uint32_t number)
+{
+    return shown(std::int64_t{number});
+}
+inline std::string shown(bool yes)
+{
+    return yes ? "true" : "false";
+}
+
+template <class Value>
+std::string shown(const std::optional<Value>& value)
+{
+    return value ? shown(*value) : "nothing";
+}
+
+template <class Value>
+std::string shown(const std::vector<Value>& values)
+{
+    std::string text = "[";
+    for (const Value& value : values)
+        text += shown(value) + ", ";
+    return text + ']';
+}
+
+template <class Value>
+bool isSame(const Value& a, const Value& b)
+{
+    return a == b;
+}
+
+// Also for what is no number.
+bool isSame(double a, double b);
+
+// Collects the differences; empty as long as everything agrees.
+class Differences {
+public:
+    template <class Value>
+    void compare(const char* what, const Value& answer, const Value& expected)
+    {
+        if (!isSame(answer, expected))
+            text_ += std::string(what) + ": answered " + shown(answer) + ", expected " +
+                     shown(expected) + '\n';
+    }
+
+    const std::string& text() const { return text_; }
+
+private:
+    std::string text_;
+};
+
+} // namespace fuzzing

@@ -1,0 +1,60 @@
+// A million inputs, the same ones in every run, for the decisions that take what comes from
+// outside.
+#include "fuzz/differences.h"
+#include "fuzz/mutator.h"
+#include "fuzz/targets.h"
+
+#include <gtest/gtest.h>
+
+using namespace fuzzing;
+
+namespace fuzzing {
+
+void PrintTo(const Target& target, std::ostream* out)
+{
+    *out << target.name;
+}
+
+} // namespace fuzzing
+
+namespace {
+
+constexpr std::size_t inputsInAll = 1'000'000;
+constexpr std::uint64_t firstSeed = 20'260;
+
+std::size_t inputsEach()
+{
+    return inputsInAll / allTargets().size() + 1;
+}
+
+class Decision : public ::testing::TestWithParam<Target> {};
+
+void expectAgreement(const Target& target, const std::string& bytes, const std::string& origin)
+{
+    const std::string difference = target.check(bytes);
+    ASSERT_EQ(difference, "") << target.name << " with " << origin << ":\n" << shown(bytes);
+}
+
+std::string nameOf(const ::testing::TestParamInfo<Target>& parameter)
+{
+    return parameter.param.name;
+}
+
+} // namespace
+
+TEST_P(Decision, answersEachInputAsThePlainRuleSays)
+{
+    const Target& target = GetParam();
+    for (std::size_t i = 0; i < target.seeds.size(); ++i)
+        ASSERT_NO_FATAL_FAILURE(
+            expectAgreement(target, target.seeds[i], "its seed " + std::to_string(i)));
+    const std::size_t count = inputsEach();
+    for (std::uint64_t seed = firstSeed; seed < firstSeed + count; ++seed) {
+        Random random(seed);
+        ASSERT_NO_FATAL_FAILURE(expectAgreement(target,
+                                                mutated({target.seeds, target.tokens}, random),
+                                                "the random numbers of " + std::to_string(seed)));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Fuzz, Decision, ::testing::ValuesIn(allTargets()), nameOf);

@@ -1,0 +1,88 @@
+// The list of recent files: any number of files, each an id of one byte and a path.
+#include "checkout/recent_file_list.h"
+#include "fuzz/differences.h"
+#include "fuzz/input.h"
+#include "fuzz/targets.h"
+
+namespace fuzzing {
+
+namespace {
+
+using torvapdm::RecentFile;
+
+std::vector<RecentFile> plainList(const std::vector<RecentFile>& before, const RecentFile& file)
+{
+    std::vector<RecentFile> list = {file};
+    bool hasLostItsOldEntry = false;
+    for (const RecentFile& entry : before) {
+        if (!hasLostItsOldEntry && entry.path == file.path)
+            hasLostItsOldEntry = true;
+        else
+            list.push_back(entry);
+    }
+    if (list.size() - 1 > 20)
+        list.pop_back();
+    return list;
+}
+
+std::vector<std::wstring> described(const std::vector<RecentFile>& files)
+{
+    std::vector<std::wstring> texts;
+    for (const RecentFile& file : files)
+        texts.push_back(std::to_wstring(file.id) + L' ' + file.path);
+    return texts;
+}
+
+bool areSame(const std::vector<RecentFile>& a, const std::vector<RecentFile>& b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (a[i].id != b[i].id || a[i].path != b[i].path)
+            return false;
+    return true;
+}
+
+std::string checkRecentFileList(std::string_view bytes)
+{
+    Input input(bytes);
+    std::vector<RecentFile> answer;
+    std::vector<RecentFile> expected;
+    Differences differences;
+    while (!input.isAtEnd() && differences.text().empty()) {
+        const std::int32_t id = input.number<signed char>();
+        const std::wstring path = input.wideField();
+        torvapdm::rememberRecentFile(answer, id, path);
+        expected = plainList(expected, {id, path});
+        if (!areSame(answer, expected))
+            differences.compare("list", described(answer), described(expected));
+    }
+    return differences.text();
+}
+
+// So many files, each of another path.
+std::string manyFiles(char count)
+{
+    std::string bytes;
+    for (char i = 0; i < count; ++i)
+        bytes += std::string{i, static_cast<char>('A' + i), fieldEnd};
+    return bytes;
+}
+
+} // namespace
+
+Target recentFileListTarget()
+{
+    return {"recent_file_list",
+            checkRecentFileList,
+            {"1a\x1F"
+             "2b\x1F"
+             "3a\x1F",
+             "1C:\\a\x1F"
+             "2C:\\A\x1F",
+             manyFiles(20), manyFiles(25), manyFiles(22) + manyFiles(3) + manyFiles(23),
+             "\x1F\x1F\x1F\x1F"},
+            {"1a\x1F", "2b\x1F", "3C\x1F", "4D\x1F", "5\x1F"}};
+}
+
+} // namespace fuzzing

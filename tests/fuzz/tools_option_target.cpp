@@ -1,0 +1,32 @@
+// The option to hand the tools over: the settings file.
+#include "commit/tools_option.h"
+#include "fuzz/differences.h"
+#include "fuzz/plain_text.h"
+#include "fuzz/targets.h"
+
+namespace fuzzing {
+
+namespace {
+
+std::string checkToolsOption(std::string_view bytes)
+{
+    Differences differences;
+    for (const std::string& line : linesAsRead(bytes))
+        differences.compare("asks for tools", torvapdm::asksForTools(line),
+                            hasAnywhere(line, "AlwaysSaveTools=y"));
+    return differences.text();
+}
+
+} // namespace
+
+Target toolsOptionTarget()
+{
+    return {"tools_option",
+            checkToolsOption,
+            {"AlwaysSaveTools=y\n", "AlwaysSaveTools=Y\n",
+             "xAlwaysSaveTools=yes\nalwaysSaveTools=y",
+             "AlwaysSaveTools = y\r\nAlwaysSaveTools=n\r\n"},
+            {"AlwaysSaveTools", "=", "y", "Y", "\n", "AlwaysSaveTools=y"}};
+}
+
+} // namespace fuzzing
