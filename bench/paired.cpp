@@ -34,25 +34,39 @@ Middle middleOf(std::vector<double> values)
     return {quantile(values, 0.5), quantile(values, 0.25), quantile(values, 0.75)};
 }
 
+double quantileOf(std::vector<double> values, double share)
+{
+    if (values.empty())
+        return 0;
+    std::sort(values.begin(), values.end());
+    return quantile(values, share);
+}
+
 double timeOnce(const Work& work)
 {
     return timeEach(1, work);
 }
 
-Pair timeInPairs(size_t rounds, size_t calls, const Work& ours, const Work& bare)
+Pair measureInPairs(size_t rounds, const Timing& ours, const Timing& bare)
 {
     std::vector<double> ourTimes, bareTimes, ratios;
-    timeEach(calls, ours);
-    timeEach(calls, bare);
+    ours();
+    bare();
     for (size_t round = 0; round < rounds; ++round) {
         const bool oursFirst = round % 2 == 0;
-        const double first = timeEach(calls, oursFirst ? ours : bare);
-        const double second = timeEach(calls, oursFirst ? bare : ours);
+        const double first = oursFirst ? ours() : bare();
+        const double second = oursFirst ? bare() : ours();
         ourTimes.push_back(oursFirst ? first : second);
         bareTimes.push_back(oursFirst ? second : first);
         ratios.push_back(ourTimes.back() / bareTimes.back());
     }
     return {middleOf(ratios), middleOf(ourTimes), middleOf(bareTimes), rounds};
+}
+
+Pair timeInPairs(size_t rounds, size_t calls, const Work& ours, const Work& bare)
+{
+    return measureInPairs(
+        rounds, [&] { return timeEach(calls, ours); }, [&] { return timeEach(calls, bare); });
 }
 
 } // namespace bench

@@ -9,6 +9,7 @@
 namespace bench {
 
 using Work = std::function<void()>;
+using Timing = std::function<double()>; // does some work and gives its time in microseconds
 
 // The middle of some values and the middle half around it.
 struct Middle {
@@ -19,6 +20,9 @@ struct Middle {
 
 Middle middleOf(std::vector<double> values);
 
+// The value below which this share of the values lies; 0 when there are none.
+double quantileOf(std::vector<double> values, double share);
+
 struct Pair {
     Middle ratio; // ours to bare, round by round
     Middle ours;  // microseconds a call
@@ -26,8 +30,11 @@ struct Pair {
     size_t rounds = 0;
 };
 
-// Calls both in turns, each `calls` times in a row, for so many rounds; one round more comes first
-// and does not count. The turns change places from round to round.
+// Has both timed in turns, for so many rounds; one round more comes first and does not count. The
+// turns change places from round to round.
+Pair measureInPairs(size_t rounds, const Timing& ours, const Timing& bare);
+
+// The same for works that are called `calls` times in a row, timed as one.
 Pair timeInPairs(size_t rounds, size_t calls, const Work& ours, const Work& bare);
 
 // The time of one call in microseconds.

@@ -26,6 +26,11 @@ std::string optionalText(const std::optional<Middle>& middle)
     return middle ? numberText(middle->median) : "";
 }
 
+double medianOf(const std::optional<Middle>& middle)
+{
+    return middle ? middle->median : 0;
+}
+
 json jsonOf(const Middle& middle)
 {
     return {{"median", middle.median}, {"lower", middle.lower}, {"upper", middle.upper}};
@@ -84,6 +89,22 @@ bool writeJson(const std::wstring& path, const std::vector<Row>& rows)
         all.push_back(jsonOf(row));
     std::ofstream file(path.c_str(), std::ios::binary);
     file << all.dump(2) << '\n';
+    return file.good();
+}
+
+bool writeCurves(const std::wstring& path, const std::vector<Row>& rows)
+{
+    std::ofstream file(path.c_str(), std::ios::binary);
+    std::string series;
+    for (const Row& row : rows) {
+        if (row.series.empty())
+            continue;
+        if (row.series != series)
+            file << (series.empty() ? "# " : "\n\n# ") << row.series << '\n';
+        series = row.series;
+        file << row.operations << ' ' << row.value.median << ' ' << medianOf(row.ours) << ' '
+             << medianOf(row.bare) << '\n';
+    }
     return file.good();
 }
 

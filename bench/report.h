@@ -17,6 +17,8 @@ struct Row {
     std::optional<Middle> ours;  // microseconds a call, for ratios
     std::optional<Middle> bare;
     size_t rounds = 0;
+    std::string series = {}; // which curve of the growth plot it is a point of; empty for none
+    size_t operations = 0;   // where on that curve
 };
 
 // A row for a ratio to the bare calls.
@@ -32,5 +34,10 @@ void printTable(const std::vector<Row>& rows);
 
 // False when the file cannot be written.
 bool writeJson(const std::wstring& path, const std::vector<Row>& rows);
+
+// The curves as a plotting program reads them, a block for each: its name behind a #, then for each
+// point the operations, the figure, and the microseconds of ours and of the bare calls (0 where
+// there are none). False when the file cannot be written.
+bool writeCurves(const std::wstring& path, const std::vector<Row>& rows);
 
 } // namespace bench

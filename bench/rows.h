@@ -7,9 +7,14 @@ namespace bench {
 
 using Rows = std::vector<Row>;
 
-Rows toolExportRows(); // parts of 100, 1,000 and 10,000 operations
+Rows toolExportRows(); // parts of 100 to 10,000 operations, see chains.h
 Rows ncQueueRows();    // the same
+Rows toolPictureRows();
 Rows commitRows();
 Rows settingsRows();
+Rows startRows();
+Rows listenerRows();
+Rows latencyRows();
+Rows hostMemoryRows();
 
 } // namespace bench

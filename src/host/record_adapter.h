@@ -5,6 +5,7 @@
 #include "host/host.h"
 #include "host/operation_values.h"
 
+#include <cstddef>
 #include <cstring>
 #include <string>
 
@@ -28,6 +29,15 @@ inline operation& operationOf(operation_node& node)
 inline operation_node* nextOf(const operation_node& node)
 {
     return node.next;
+}
+
+// How many operations the chain from this node on holds; 0 without one.
+inline size_t lengthOf(const operation_node* chain)
+{
+    size_t length = 0;
+    for (const operation_node* node = chain; node; node = nextOf(*node))
+        ++length;
+    return length;
 }
 
 // ---- Operations --------------------------------------------------------------------------------

@@ -81,6 +81,7 @@ int importNcQueue()
     operation_node* first = nullptr;
     list_manager(1, L"", 0, &first);
     Entries entries;
+    entries.reserve(host::lengthOf(first)); // one NC file an operation, as a rule
     if (!first || !addEntriesOfChain(entries, folder, groups, first))
         return 0;
     sortAndDropRepeats(entries);

@@ -1,47 +1,55 @@
 #include "tooldata/record_text.h"
 
 #include <charconv>
-#include <cstring>
+#include <cmath>
 #include <iterator>
 
 namespace torvapdm {
 
-void put(RecordText& record, std::string_view text)
+namespace {
+
+// The value as an integer when it has no more than six digits and no fraction: the general format
+// writes it the same way then, but for a negative zero.
+std::optional<std::int32_t> shortInteger(double value)
 {
-    if (record.isTooLong || text.size() > record.characters.size() - record.size) {
-        record.isTooLong = true;
-        return;
-    }
-    std::memcpy(record.characters.data() + record.size, text.data(), text.size());
-    record.size += text.size();
+    if (!(value > -1e6 && value < 1e6))
+        return std::nullopt;
+    const auto whole = static_cast<std::int32_t>(value);
+    if (whole != value || (whole == 0 && std::signbit(value)))
+        return std::nullopt;
+    return whole;
 }
 
-void put(RecordText& record, std::string_view key, std::int32_t value)
+} // namespace
+
+void putValue(RecordText& record, std::int32_t value)
 {
     char digits[11]; // "-2147483648"
     const auto end = std::to_chars(digits, std::end(digits), value).ptr;
-    put(record, key);
     put(record, {digits, end});
 }
 
-void put(RecordText& record, std::string_view key, double value)
+void putValue(RecordText& record, double value)
 {
+    // Most of a record's values are, and an integer is written several times as fast.
+    if (const auto integer = shortInteger(value)) {
+        putValue(record, *integer);
+        return;
+    }
     char digits[16]; // "-1.79769e+308"
     const auto end =
         std::to_chars(digits, std::end(digits), value, std::chars_format::general, 6).ptr;
-    put(record, key);
     put(record, {digits, end});
 }
 
 // Deliberate: the text's address, not its characters. One would expect the name; the Companion
 // takes these values for marks that differ from run to run.
-void put(RecordText& record, std::string_view key, const wchar_t* handle)
+void putValue(RecordText& record, const wchar_t* handle)
 {
     char digits[16];
     auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(handle));
     for (size_t place = std::size(digits); place-- > 0; address >>= 4)
         digits[place] = "0123456789ABCDEF"[address & 0xF];
-    put(record, key);
     put(record, {digits, std::end(digits)});
 }
 

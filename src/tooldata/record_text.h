@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,13 +19,32 @@ struct RecordText {
     bool isTooLong = false;
 };
 
-void put(RecordText& record, std::string_view text);
-void put(RecordText& record, std::string_view key, std::int32_t value);
+// Here, so that a key of known length is copied in a few moves: a record has more than fifty.
+inline void put(RecordText& record, std::string_view text)
+{
+    if (record.isTooLong || text.size() > record.characters.size() - record.size) {
+        record.isTooLong = true;
+        return;
+    }
+    std::memcpy(record.characters.data() + record.size, text.data(), text.size());
+    record.size += text.size();
+}
+
+void putValue(RecordText& record, std::int32_t value);
 // In printf's general format with 6 significant digits, whatever the process's locale is; "inf" and
 // "nan" for what is no number, with a sign before them.
-void put(RecordText& record, std::string_view key, double value);
+void putValue(RecordText& record, double value);
 // The address of a text as 16 upper-case hexadecimal digits.
-void put(RecordText& record, std::string_view key, const wchar_t* handle);
+void putValue(RecordText& record, const wchar_t* handle);
+
+// The key, then the value as putValue writes it.
+template <class Value>
+void put(RecordText& record, std::string_view key, Value value)
+{
+    put(record, key);
+    putValue(record, value);
+}
+
 // Each UTF-16 unit cut to its low byte, up to the first whose low byte is 0: that would end the
 // record's line for whoever writes or reads it as a text.
 void putLowBytes(RecordText& record, std::wstring_view text);

@@ -92,6 +92,7 @@ std::optional<std::string> recordOf(operation& op, std::int32_t number,
 std::optional<Lines> recordsOf(operation_node* oplist, const operation* firstOperation)
 {
     Lines toolsList;
+    toolsList.reserve(host::lengthOf(oplist)); // growing would hold the list twice for a moment
     std::int32_t number = 0;
     for (operation_node* node = oplist; node; node = host::nextOf(*node)) {
         std::optional<std::string> record;

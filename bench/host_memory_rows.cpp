@@ -1,0 +1,73 @@
+// What the add-in adds to the host's private memory: the host's program is started without it, with
+// its library alone (mapped and linked, nothing of it run) and with it, in turn, and asked from
+// outside once it has settled.
+#include "bench/bare_start.h"
+#include "bench/rows.h"
+#include "bench/surroundings.h"
+#include "support/bytes.h"
+#include "support/processes.h"
+#include "support/waiting.h"
+
+// Needs windows.h.
+#include <psapi.h>
+
+namespace bench {
+
+namespace {
+
+constexpr size_t rounds = 5;
+
+std::string traceText(const std::wstring& path)
+{
+    return testing_support::readBytes(path).value_or("");
+}
+
+// The field for the pagefile is the one that every system fills with the private bytes.
+double privateKilobytesOf(DWORD processId)
+{
+    const HANDLE process =
+        OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId);
+    PROCESS_MEMORY_COUNTERS counters = {};
+    require(GetProcessMemoryInfo(process, &counters, sizeof counters),
+            "the system tells the host's memory");
+    CloseHandle(process);
+    return static_cast<double>(counters.PagefileUsage) / 1024;
+}
+
+double measureHost(const std::wstring& library)
+{
+    const std::wstring addIn =
+        library.empty() ? L"" : L" --addin " + testing_support::quoted(library);
+    const std::wstring script = installation().path(L"tmp\\settle.script");
+    const std::wstring trace = installation().path(L"tmp\\settle.trace");
+    // Two cycles of the listener, then a line to wait for.
+    testing_support::writeBytes(script, "wait 500\nshow title\n");
+    testing_support::writeBytes(trace, "");
+    const testing_support::Process host(
+        testing_support::quoted(testing_support::programFolder() + L"Mastercam.exe") + addIn +
+        L" --script " + testing_support::quoted(script) + L" --trace " +
+        testing_support::quoted(trace));
+    require(testing_support::waitUntil(
+                [&] { return traceText(trace).find("title = ") != std::string::npos; }),
+            "the host settles");
+    return privateKilobytesOf(host.id());
+}
+
+} // namespace
+
+Rows hostMemoryRows()
+{
+    const std::wstring ours = testing_support::programFolder() + L"torvapdm.dll";
+    const std::wstring bare = writeBareLibrary();
+    std::vector<double> addedByLibrary, addedInAll;
+    for (size_t round = 0; round < rounds; ++round) {
+        const double without = measureHost(L"");
+        addedByLibrary.push_back(measureHost(bare) - without);
+        addedInAll.push_back(measureHost(ours) - without);
+    }
+    return {figureRow("memory added to the host", "KB", middleOf(addedInAll), rounds),
+            figureRow("memory added by mapping the library alone", "KB", middleOf(addedByLibrary),
+                      rounds)};
+}
+
+} // namespace bench

@@ -1,0 +1,95 @@
+// A cycle of the listener that finds no request.
+//
+// The listener's own procedure runs here on the measuring thread, and its waiting is led to a
+// counter that tells it to end: what is left of a cycle is processor time, that of the system's
+// other processes included, and in finer steps than a thread's times are counted in.
+#include "bench/rows.h"
+#include "bench/surroundings.h"
+#include "link/command_file.h"
+#include "link/listener.h"
+#include "link/shared_values.h"
+#include "support/bytes.h"
+#include "support/system_calls.h"
+
+#include <cstdio>
+#include <io.h>
+#include <share.h>
+
+namespace bench {
+
+namespace {
+
+constexpr double limit = 1.1;
+// Short and many: a pair of a few milliseconds lies within one mood of the machine.
+constexpr size_t rounds = 401;
+constexpr int cycles = 100;
+
+int cyclesLeft = 0;
+
+void WINAPI countWait(DWORD)
+{
+    if (--cyclesLeft == 0)
+        torvapdm::listenerStopFlag = 1;
+}
+
+void leadSleep(bool toCounter)
+{
+    const auto real = testing_support::systems(&countWait, "Sleep");
+    standin::leadImports(GetModuleHandleW(nullptr), toCounter ? real : &countWait,
+                         toCounter ? &countWait : real);
+}
+
+void startCounting()
+{
+    cyclesLeft = cycles;
+    torvapdm::listenerStopFlag = 0;
+}
+
+void runOurs()
+{
+    startCounting();
+    torvapdm::listenerProcedure(nullptr);
+}
+
+// Is there a file, can it be opened, wait, how large is it: a cycle's calls.
+void runBare(const std::wstring& path, const std::string& narrow, HANDLE file)
+{
+    startCounting();
+    for (;;) {
+        require(_waccess(path.c_str(), 0) == 0, "the command file is there");
+        if (FILE* const stream = _fsopen(narrow.c_str(), "r", _SH_DENYNO))
+            std::fclose(stream);
+        Sleep(100);
+        if (torvapdm::listenerStopFlag)
+            return;
+        LARGE_INTEGER size = {};
+        GetFileSizeEx(file, &size);
+    }
+}
+
+Pair measure()
+{
+    runOurs(); // creates the command file
+    const std::wstring path = torvapdm::commandFilePathNow();
+    const std::string narrow = testing_support::toUtf8(path);
+    const HANDLE file = torvapdm::commandFile;
+    Pair pair = timeInPairs(rounds, 1, runOurs, [&] { runBare(path, narrow, file); });
+    require(torvapdm::commandFile == file, "the command file stays");
+    for (Middle* const times : {&pair.ours, &pair.bare})
+        *times = {times->median / cycles, times->lower / cycles, times->upper / cycles};
+    return pair;
+}
+
+} // namespace
+
+Rows listenerRows()
+{
+    leadSleep(true);
+    const Pair pair = measure();
+    leadSleep(false);
+    CloseHandle(torvapdm::commandFile.exchange(nullptr));
+    torvapdm::listenerStopFlag = 0;
+    return {ratioRow("listener cycle without a request", pair, limit)};
+}
+
+} // namespace bench
