@@ -60,8 +60,8 @@ std::wstring getInstallationFolder()
 {
     static std::wstring folder;
     if (!lookedUp) {
+        folder = defaultFolder; // may run out of memory, and is tried again then
         lookedUp = true;
-        folder = defaultFolder;
         readFromRegistry(folder);
     }
     return folder;

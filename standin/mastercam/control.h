@@ -47,6 +47,11 @@ MASTERCAM_API bool putPart(const std::wstring& path);
 MCCORE_API bool failNext(const std::string& operation, int count = 1);
 MCCORE_API bool raiseNext(const std::string& operation, int count = 1);
 
+// How often the operation was called since the program began; 0 for a name that is none.
+MCCORE_API int callsOf(const std::string& operation);
+// The names of all host operations.
+MCCORE_API std::vector<std::string> operations();
+
 // What happens to the next popup menu, and what the host's own save command does next.
 MASTERCAM_API void chooseNext(const std::wstring& item);
 MASTERCAM_API void saveDialogNext(const std::wstring& path);

@@ -73,10 +73,11 @@ constexpr std::string_view operationNames[] = {
     "tool_manager",
 };
 
-// How many calls from now on end so.
+// How many calls from now on end so, and how many there were.
 struct Faults {
     int failures = 0;
     int exceptions = 0;
+    int calls = 0;
 };
 
 struct Registry {
@@ -112,9 +113,8 @@ Outcome takeOutcome(std::string_view operationName)
 {
     Registry& registry = theRegistry();
     const std::scoped_lock guard(registry.lock);
-    const auto found = registry.faults.find(operationName);
-    if (found == registry.faults.end())
-        return Outcome::works;
+    const auto found = registry.faults.try_emplace(std::string(operationName)).first;
+    ++found->second.calls;
     const bool fails = countDown(found->second.failures);
     const bool raises = countDown(found->second.exceptions);
     if (raises)
@@ -135,6 +135,19 @@ bool failNext(const std::string& operationName, int count)
 bool raiseNext(const std::string& operationName, int count)
 {
     return setCount(operationName, &Faults::exceptions, count);
+}
+
+int callsOf(const std::string& operationName)
+{
+    Registry& registry = theRegistry();
+    const std::scoped_lock guard(registry.lock);
+    const auto found = registry.faults.find(operationName);
+    return found == registry.faults.end() ? 0 : found->second.calls;
+}
+
+std::vector<std::string> operations()
+{
+    return {std::begin(operationNames), std::end(operationNames)};
 }
 
 int undeletedExceptions()

@@ -1,0 +1,292 @@
+// What becomes of each entry point when a call fails that it relies on: the documentation's table
+// of faults, row by row. A row that differs prints the line as it should stand.
+#include "faults/fault_table.h"
+#include "faults/outcome.h"
+#include "faults/scenario.h"
+#include "framework/framework.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <stdexcept>
+
+using namespace testing_support;
+
+namespace {
+
+constexpr int everyCall = 1000000;
+
+// The name of the row that tells what happens without a fault.
+constexpr char noFault[] = "none";
+
+const std::set<std::wstring> knownBoxes = {
+    LR"("Failed to load file.")",
+    LR"("Failed to save file.")",
+    LR"("Failed to commit file to ZEM.")",
+    LR"("Failed to open TORVA ZEM.")",
+    LR"("Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed.")",
+    LR"("TORVA ZEM is not installed.")",
+    LR"("The file does not exist.")",
+};
+
+// A kind of call that fails, as the table names it.
+class Fault {
+public:
+    explicit Fault(const std::string& name) : call_(name)
+    {
+        raises_ = name.ends_with(" raises");
+        isHosts_ = raises_ || name.ends_with(" fails");
+        if (isHosts_)
+            call_ = name.substr(0, name.find(' '));
+    }
+    ~Fault() { stop(); }
+
+    // Every such call fails from now on, or the n-th alone.
+    void start(int nth = 0) const
+    {
+        if (!isHosts_)
+            failPlatformCall(call_, nth);
+        else if (raises_)
+            standin::raiseNext(call_, nth == 0 ? everyCall : nth);
+        else
+            standin::failNext(call_, nth == 0 ? everyCall : nth);
+    }
+    void stop() const
+    {
+        failPlatformCall("");
+        if (isHosts_) {
+            standin::raiseNext(call_, 0);
+            standin::failNext(call_, 0);
+        }
+    }
+    bool isHosts() const { return isHosts_; }
+    const std::string& call() const { return call_; }
+
+private:
+    std::string call_;
+    bool isHosts_ = false;
+    bool raises_ = false;
+};
+
+// What was called while a scenario ran, and how often.
+std::map<std::string, int> lastCalls;
+
+std::map<std::string, int> hostCalls()
+{
+    std::map<std::string, int> calls;
+    for (const std::string& operation : standin::operations())
+        calls[operation] = standin::callsOf(operation);
+    return calls;
+}
+
+void noteCalls(const std::vector<CallCount>& platform, const std::map<std::string, int>& before)
+{
+    lastCalls.clear();
+    for (const CallCount& call : platform)
+        lastCalls[call.call] = call.count;
+    for (const auto& [operation, count] : hostCalls())
+        if (count > before.at(operation)) {
+            lastCalls[operation + " fails"] = count - before.at(operation);
+            lastCalls[operation + " raises"] = count - before.at(operation);
+        }
+}
+
+std::string escapeOf(void (*act)(FaultWorld&), FaultWorld& world)
+{
+    try {
+        act(world);
+        return "";
+    } catch (CException* exception) {
+        exception->Delete();
+        return "the host's exception comes back to it";
+    } catch (const std::exception& exception) {
+        return exception.what();
+    } catch (...) {
+        return "something unknown";
+    }
+}
+
+const Scenario& scenarioOf(const std::string& name)
+{
+    return *std::ranges::find(scenarios(), name, &Scenario::name);
+}
+
+// A row as it should stand, for whoever brings the page up to date.
+void keepForThePage(const FaultRow& row)
+{
+    if (const char* const file = std::getenv("FAULT_ROWS"))
+        std::ofstream(file, std::ios::app) << row.scenario << '\t' << asLine(row) << '\n';
+}
+
+// Which of so many calls fail alone: the first few, then ever fewer, and the last.
+std::vector<int> choiceOf(int count)
+{
+    std::vector<int> chosen;
+    for (int nth = 1; nth <= count; nth += nth < 4 ? 1 : nth / 2)
+        chosen.push_back(nth);
+    if (!chosen.empty() && chosen.back() != count)
+        chosen.push_back(count);
+    return chosen;
+}
+
+class Faults : public HostFixture {
+protected:
+    Faults()
+    {
+        leadPlatformCalls();
+        world_.emplace(installation);
+    }
+
+    // Runs it with this fault, or with none.
+    Outcome run(const Scenario& scenario, const Fault* fault = nullptr, int nth = 0)
+    {
+        scenario.prepare(*world_);
+        newTrace();
+        const Files before = filesBelow(installation.root());
+        const std::map<std::string, int> callsBefore = hostCalls();
+        const int startsBefore = shellStarts();
+        Outcome outcome;
+        {
+            const WatchedCalls watched(scenario.callers);
+            if (fault)
+                fault->start(nth);
+            outcome.escaped = escapeOf(scenario.act, *world_);
+            noteCalls(watched.made(), callsBefore);
+            if (fault)
+                fault->stop();
+        }
+        const Files after = filesBelow(installation.root());
+        outcome.starts = shellStarts() - startsBefore;
+        outcome.trace = newTrace();
+        outcome.boxes = boxesIn(outcome.trace);
+        outcome.changes = changesBetween(before, after);
+        expectNothingLost(scenario, outcome);
+        return outcome;
+    }
+
+    static void expectNothingLost(const Scenario& scenario, const Outcome& outcome)
+    {
+        for (const std::wstring& box : outcome.boxes)
+            EXPECT_TRUE(knownBoxes.contains(box)) << toUtf8(box);
+        for (const Change& change : outcome.changes)
+            EXPECT_TRUE(isAllowed(scenario, change)) << toUtf8(change.file);
+        EXPECT_EQ(standin::undeletedExceptions(), 0);
+    }
+
+    // What was there before keeps its bytes, but for the files that the scenario is about.
+    static bool isAllowed(const Scenario& scenario, const Change& change)
+    {
+        return change.kind == Change::Kind::made || change.kind == Change::Kind::grown ||
+               std::ranges::any_of(scenario.replaces, [&](const std::wstring& end) {
+                   return change.file.ends_with(end);
+               });
+    }
+
+    // The row as it should stand: what becomes of the scenario when every such call fails, and of
+    // the same once more. A call that fails alone loses nothing either.
+    FaultRow rowOf(const Scenario& scenario, const std::string& name)
+    {
+        const Fault fault(name);
+        if (scenario.repeats == Repeats::never) {
+            const Outcome failed = run(scenario, &fault);
+            return {scenario.name, name, seenByUser(failed), leftOnDisk(failed), "\u2013"};
+        }
+        const Outcome clean = run(scenario);
+        if (scenario.repeats == Repeats::always)
+            for (const int nth : choiceOf(lastCalls[name]))
+                run(scenario, &fault, nth);
+        const Outcome failed = run(scenario, &fault);
+        const bool works = run(scenario) == clean;
+        return {scenario.name, name, cell(seenByUser(failed), seenByUser(clean), name),
+                cell(leftOnDisk(failed), leftOnDisk(clean), name),
+                works ? "works" : "does nothing more"};
+    }
+
+    // What differs from the scenario without a fault, whose own row tells everything.
+    static std::string cell(const std::string& failed, const std::string& clean,
+                            const std::string& name)
+    {
+        return name != noFault && failed == clean ? "no difference" : failed;
+    }
+
+    void expectRow(const FaultRow& said)
+    {
+        const FaultRow found = rowOf(scenarioOf(said.scenario), said.fault);
+        keepForThePage(found);
+        EXPECT_EQ(asLine(found), asLine(said));
+    }
+
+private:
+    std::optional<FaultWorld> world_;
+};
+
+std::vector<FaultRow> tableRows()
+{
+    return readFaultTable(programFolder() + L"shipped\\docs\\faults.md");
+}
+
+std::string nameOf(const std::string& text)
+{
+    std::string name = text;
+    std::ranges::replace_if(
+        name, [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+    return name;
+}
+
+std::vector<FaultRow> rowsOf(const Scenario& scenario)
+{
+    std::vector<FaultRow> rows = tableRows();
+    std::erase_if(rows, [&](const FaultRow& row) { return row.scenario != scenario.name; });
+    return rows;
+}
+
+// The rows that a fault may leave the process useless for the next.
+std::vector<FaultRow> rowsApart()
+{
+    std::vector<FaultRow> rows = tableRows();
+    std::erase_if(rows, [](const FaultRow& row) {
+        return scenarioOf(row.scenario).repeats == Repeats::always;
+    });
+    return rows;
+}
+
+class EachFault : public Faults, public ::testing::WithParamInterface<FaultRow> {};
+class EachScenario : public Faults, public ::testing::WithParamInterface<Scenario> {};
+
+} // namespace
+
+TEST_P(EachFault, endsAsTheTableSays)
+{
+    expectRow(GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, EachFault, ::testing::ValuesIn(rowsApart()), [](const auto& row) {
+    return nameOf(row.param.scenario) + "__" + nameOf(row.param.fault);
+});
+
+TEST_P(EachScenario, endsAsTheTableSays)
+{
+    if (GetParam().repeats == Repeats::always)
+        for (const FaultRow& row : rowsOf(GetParam()))
+            expectRow(row);
+}
+
+TEST_P(EachScenario, hasARowForEachCallThatItMakes)
+{
+    std::set<std::string> listed;
+    for (const FaultRow& row : rowsOf(GetParam()))
+        listed.insert(row.fault);
+    run(GetParam());
+    std::set<std::string> made{noFault};
+    keepForThePage({GetParam().name, noFault, "?", "?", "?"});
+    for (const auto& [call, count] : lastCalls) {
+        made.insert(call);
+        keepForThePage({GetParam().name, call, "?", "?", "?"});
+    }
+    EXPECT_EQ(made, listed);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, EachScenario, ::testing::ValuesIn(scenarios()),
+                         [](const auto& row) { return nameOf(row.param.name); });

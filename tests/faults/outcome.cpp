@@ -1,0 +1,113 @@
+#include "faults/outcome.h"
+
+#include "support/bytes.h"
+
+#include <filesystem>
+#include <windows.h>
+
+namespace testing_support {
+
+namespace {
+
+constexpr wchar_t usersTemporaryFolder[] = L"user temp";
+
+std::wstring withoutProcessId(std::wstring name)
+{
+    const std::wstring own = std::to_wstring(GetCurrentProcessId());
+    const size_t place = name.find(own);
+    return place == name.npos ? name : name.replace(place, own.size(), L"PID");
+}
+
+Change::Kind kindOf(const std::string& before, const std::string& after)
+{
+    return after.starts_with(before) ? Change::Kind::grown : Change::Kind::rewritten;
+}
+
+const char* nameOf(Change::Kind kind)
+{
+    switch (kind) {
+    case Change::Kind::made:
+        return "made";
+    case Change::Kind::grown:
+        return "grown";
+    case Change::Kind::rewritten:
+        return "rewritten";
+    case Change::Kind::gone:
+        break;
+    }
+    return "gone";
+}
+
+// The parts with commas between them.
+std::string joined(const std::vector<std::string>& parts)
+{
+    std::string all;
+    for (const std::string& part : parts)
+        all += (all.empty() ? "" : ", ") + part;
+    return all.empty() ? "nothing" : all;
+}
+
+} // namespace
+
+Files filesBelow(const std::wstring& folder)
+{
+    Files files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        const std::wstring name = entry.path().wstring().substr(folder.size() + 1);
+        if (!entry.is_directory() && !name.starts_with(usersTemporaryFolder))
+            files[withoutProcessId(name)] = readBytes(entry.path().wstring()).value_or("");
+    }
+    return files;
+}
+
+std::vector<Change> changesBetween(const Files& before, const Files& after)
+{
+    std::map<std::wstring, Change::Kind> changes;
+    for (const auto& [file, bytes] : before)
+        if (!after.contains(file))
+            changes[file] = Change::Kind::gone;
+        else if (after.at(file) != bytes)
+            changes[file] = kindOf(bytes, after.at(file));
+    for (const auto& [file, bytes] : after)
+        if (!before.contains(file))
+            changes[file] = Change::Kind::made;
+    std::vector<Change> all;
+    for (const auto& [file, kind] : changes)
+        all.push_back({file, kind});
+    return all;
+}
+
+std::vector<std::wstring> boxesIn(const Lines& trace)
+{
+    const std::wstring start = L"message-box(\"TORVA ZEM\", ";
+    std::vector<std::wstring> boxes;
+    for (const std::wstring& line : trace)
+        if (const size_t place = line.find(start); place != line.npos)
+            boxes.push_back(
+                line.substr(place + start.size(), line.rfind(L')') - place - start.size()));
+    return boxes;
+}
+
+std::string seenByUser(const Outcome& outcome)
+{
+    std::vector<std::string> parts;
+    for (const std::wstring& box : outcome.boxes)
+        parts.push_back(toUtf8(box));
+    if (outcome.starts == 1)
+        parts.emplace_back("a program starts");
+    if (outcome.starts > 1)
+        parts.push_back("a program starts " + std::to_string(outcome.starts) + " times");
+    if (!outcome.escaped.empty())
+        parts.push_back(outcome.escaped);
+    return joined(parts);
+}
+
+std::string leftOnDisk(const Outcome& outcome)
+{
+    std::vector<std::string> parts;
+    for (const Change& change : outcome.changes)
+        parts.push_back(nameOf(change.kind) + (" `" + toUtf8(change.file) + '`'));
+    return joined(parts);
+}
+
+} // namespace testing_support

@@ -1,0 +1,221 @@
+#include "faults/scenario.h"
+
+#include "addin/exports.h"
+#include "link/listener.h"
+#include "link/message_window.h"
+#include "link/messages.h"
+#include "link/network_thread.h"
+#include "link/pending_request.h"
+#include "link/shared_values.h"
+#include "support/command_file_writer.h"
+#include "support/watched_window.h"
+#include "tooldata/tool_export.h"
+
+#include <algorithm>
+
+using namespace torvapdm;
+
+namespace testing_support {
+
+namespace {
+
+using Replaced = std::vector<std::wstring>;
+
+const Replaced nothing = {};
+const Replaced thePart = {L"a.mcam"};
+
+// ---- Settings ----------------------------------------------------------------------------------
+
+void withCompanion(FaultWorld& world)
+{
+    world.reset();
+    world.runCompanion();
+}
+
+void withoutCompanion(FaultWorld& world)
+{
+    world.reset();
+}
+
+void chooseWith(FaultWorld& world, const wchar_t* item)
+{
+    withCompanion(world);
+    standin::chooseNext(item);
+}
+
+void withUnknownDocument(FaultWorld& world)
+{
+    withCompanion(world);
+    currentZemId = noZemId;
+}
+
+void withUntitledDocument(FaultWorld& world)
+{
+    withUnknownDocument(world);
+    SetCurrentDirectoryW(world.path(L"parts").c_str());
+    standin::setState("geo_filename", L"");
+    standin::setEventSink(m_notify);
+    // A saved document of more than three characters would never be committed.
+    standin::saveDialogNext(L"b");
+}
+
+void withOpenRequest(FaultWorld& world)
+{
+    world.openMessageWindow();
+    pumpMessages(); // what an earlier run has posted
+    world.reset();
+    writeBytes(world.path(L"temp\\mcsettings-17.txt"), "C:\\Machines\\Mill.mcam-mmd;3;4\r\n");
+    parkOpenRequest(5, world.part());
+}
+
+void withReaderWanted(FaultWorld& world)
+{
+    withOpenRequest(world);
+    writeBytes(world.path(L"cfg\\settings.ini"), "MCXCATIA=y\r\nImportNC=y\r\n");
+}
+
+void withCadFile(FaultWorld& world)
+{
+    world.runCompanion();
+    withOpenRequest(world);
+    fileTypePrefix = L"CAD";
+}
+
+void asLoaded(FaultWorld&) {}
+
+void waitForCycles(int cycles)
+{
+    const int pauses = pausesOfOtherThreads();
+    waitUntil([pauses, cycles] {
+        return pausesOfOtherThreads() >= pauses + cycles || !isListenerRunning();
+    });
+}
+
+// The listener has done what was asked before, where it still does, and looks at an empty file.
+void opened(FaultWorld& world)
+{
+    world.openAddIn();
+    waitUntil([&] { return readBytes(world.commandFile()) == "" || !isListenerRunning(); });
+    waitForCycles(1);
+    world.reset();
+}
+
+// ---- Acts --------------------------------------------------------------------------------------
+
+void deliverOpenMessage(FaultWorld&)
+{
+    messageWindowProc(messageWindow, openMessage, 0, 0);
+}
+
+// Where the host's own command does nothing, the add-in waits until the user saves.
+void saveUntitled(FaultWorld&)
+{
+    const UINT_PTR timer = SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR, DWORD) {
+        if (currentZemId == noZemId && saveNotified)
+            m_notify(5);
+    });
+    m_save(0);
+    KillTimer(nullptr, timer);
+}
+
+void drawOneTool(FaultWorld&)
+{
+    DrawTool(30, 60, 10, 10, 2, 0, 20, 30, 60, 8, 4);
+}
+
+// What it posts to the message window is noted and left there.
+void sendRequest(const FaultWorld& world, const std::string& request)
+{
+    const WatchedMessageWindow window;
+    writeRequest(world.commandFile(), request);
+    waitForCycles(3);
+    const auto& arrived = window.arrived();
+    if (std::ranges::find(arrived, openMessage) != arrived.end())
+        standin::trace(L"open message posted");
+}
+
+} // namespace
+
+const std::vector<Scenario>& scenarios()
+{
+    constexpr Callers here = Callers::thisThread;
+    constexpr Callers listener = Callers::listener;
+    constexpr auto always = Repeats::always;
+    constexpr auto untilAFault = Repeats::untilAFault;
+    constexpr auto never = Repeats::never;
+    static const std::vector<Scenario> all = {
+        {"m_open", here, never, asLoaded, [](FaultWorld& world) { world.openAddIn(); }, nothing},
+        {"m_close", here, never, opened, [](FaultWorld&) { m_close(0); }, {L"PID.dat"}},
+        {"m_notify 5", here, always, withCompanion, [](FaultWorld&) { m_notify(5); }, thePart},
+        {"m_main, Open TORVA ZEM", here, always,
+         [](FaultWorld& world) { chooseWith(world, L"Open TORVA ZEM"); },
+         [](FaultWorld&) { m_main(0); }, nothing},
+        {"m_main, Website", here, always, [](FaultWorld& world) { chooseWith(world, L"Website"); },
+         [](FaultWorld&) { m_main(0); }, nothing},
+        {"m_main, Tools", here, always, [](FaultWorld& world) { chooseWith(world, L"Tools"); },
+         [](FaultWorld&) { m_main(0); }, nothing},
+        {"m_about", here, always, withCompanion, [](FaultWorld&) { m_about(0); }, nothing},
+        {"m_tools", here, always, withCompanion, [](FaultWorld&) { m_tools(0); }, nothing},
+        {"m_load", here, always, withCompanion, [](FaultWorld&) { m_load(0); }, nothing},
+        {"m_save", here, always, withCompanion, [](FaultWorld&) { m_save(0); }, thePart},
+        {"m_save, Companion not running", here, always, withoutCompanion,
+         [](FaultWorld&) { m_save(0); }, thePart},
+        {"m_save, unknown document", here, always, withUnknownDocument,
+         [](FaultWorld&) { m_save(0); }, thePart},
+        {"m_save, untitled document",
+         here,
+         always,
+         withUntitledDocument,
+         saveUntitled,
+         {L"a.mcam", L"\\b"}},
+        {"importNCqueue", here, always, withCompanion, [](FaultWorld&) { importNCqueue(); },
+         nothing},
+        {"DrawTool", here, always, withCompanion, drawOneTool, nothing},
+        {"TestFunction", here, always, withCompanion, [](FaultWorld&) { TestFunction(); }, nothing},
+        {"tool data export", here, always, withCompanion, [](FaultWorld&) { exportToolData(); },
+         nothing},
+        {"open message",
+         here,
+         always,
+         withOpenRequest,
+         deliverOpenMessage,
+         {L"a.mcam", L"mcsettings-17.txt"}},
+        {"open message, reader wanted",
+         here,
+         always,
+         withReaderWanted,
+         deliverOpenMessage,
+         {L"a.mcam", L"mcsettings-17.txt"}},
+        {"open message, CAD file",
+         here,
+         always,
+         withCadFile,
+         deliverOpenMessage,
+         {L"a.mcam", L"mcsettings-17.txt"}},
+        {"network thread", here, always, asLoaded, [](FaultWorld&) { networkThread(nullptr); },
+         nothing},
+        {"listener, no request", listener, untilAFault, opened,
+         [](FaultWorld&) { waitForCycles(3); }, nothing},
+        {"listener, open request",
+         listener,
+         untilAFault,
+         opened,
+         [](FaultWorld& world) { sendRequest(world, openRequest(5, toUtf8(world.part()))); },
+         {L"PID.dat"}},
+        {"listener, new file",
+         listener,
+         untilAFault,
+         opened,
+         [](FaultWorld& world) { sendRequest(world, openRequest(5, "")); },
+         {L"PID.dat"}},
+        {"listener, check-in",
+         listener,
+         untilAFault,
+         opened,
+         [](FaultWorld& world) { sendRequest(world, "CHECKIN"); },
+         {L"PID.dat"}},
+    };
+    return all;
+}
+
+} // namespace testing_support
