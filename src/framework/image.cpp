@@ -72,10 +72,13 @@ HRESULT writeNewFile(const std::wstring& path, const std::vector<BYTE>& bytes)
     if (file == INVALID_HANDLE_VALUE)
         return lastError();
     DWORD written = 0;
-    const bool whole =
-        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-        written == bytes.size();
-    const HRESULT result = whole ? S_OK : lastError();
+    HRESULT result =
+        WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)
+            ? S_OK
+            : lastError();
+    // A write that stops short counts as done, and leaves no error behind.
+    if (SUCCEEDED(result) && written != bytes.size())
+        result = HRESULT_FROM_WIN32(ERROR_DISK_FULL);
     CloseHandle(file);
     return result;
 }

@@ -2,20 +2,19 @@
 
 #include "host/record_adapter.h"
 
-#include <algorithm>
-#include <vector>
+#include <unordered_set>
 
 namespace torvapdm {
 
 TpGroup* topGroup(TpGrpList& groups, int groupId)
 {
-    TpGroup* group = groups.GroupByID(groupId);
-    std::vector<TpGroup*> passed;
-    for (TpGroup* parent = group; parent; parent = groups.GroupByID(host::parentIdOf(*parent))) {
-        if (std::find(passed.begin(), passed.end(), parent) != passed.end())
+    TpGroup* group = nullptr;
+    std::unordered_set<int> asked;
+    for (int id = groupId; asked.insert(id).second; id = host::parentIdOf(*group)) {
+        TpGroup* const known = groups.GroupByID(id);
+        if (!known)
             break;
-        passed.push_back(parent);
-        group = parent;
+        group = known;
     }
     return group;
 }

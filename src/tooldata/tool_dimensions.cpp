@@ -37,9 +37,16 @@ void makeBullNose(ToolDimensions& tool)
     tool.angle = 0;
 }
 
-void makePointedWithoutFlutes(ToolDimensions& tool)
+// A point has no corner: whatever is told of one does not count, not even as no number.
+void makePointed(ToolDimensions& tool)
 {
     tool.isPointed = true;
+    tool.radius = 0;
+}
+
+void makePointedWithoutFlutes(ToolDimensions& tool)
+{
+    makePointed(tool);
     tool.fluteLength = 0;
 }
 
@@ -69,8 +76,7 @@ void shapeByKind(std::uint32_t toolType, ToolDimensions& tool)
         return;
     case 4:
     case 5:
-        tool.isPointed = true;
-        return;
+        return makePointed(tool);
     case 6:
     case 10:
     case 11:

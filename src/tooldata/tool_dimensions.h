@@ -23,7 +23,7 @@ struct ToolArguments {
 // The tool as it is drawn.
 struct ToolDimensions {
     double diameter;
-    double radius; // of the corner; never negative
+    double radius; // of the corner; never negative, 0 for a pointed kind
     double angle;  // 0 to 90
     double fluteLength;
     double shoulderLength; // at least the flute length

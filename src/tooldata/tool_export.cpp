@@ -71,6 +71,7 @@ std::wstring toolAndHolderPicture(std::int32_t toolNumber)
 std::optional<std::string> recordOf(operation& op, std::int32_t number,
                                     const operation& firstOperation)
 {
+    const std::int32_t requestId = currentRequestId; // may change while the host works
     const std::optional<std::wstring> tPlaneName = getPlaneName(firstOperation, 1);
     const std::optional<std::wstring> cPlaneName = getPlaneName(firstOperation, 0);
     if (!tPlaneName || !cPlaneName)
@@ -78,7 +79,7 @@ std::optional<std::string> recordOf(operation& op, std::int32_t number,
     const tp_tool tl = fullToolOf(op);
     const host::OwnToolValues ownTool = host::ownToolOf(op);
     toolAndHolderPicture(ownTool.number);
-    return toolRecord({.requestId = currentRequestId,
+    return toolRecord({.requestId = requestId,
                        .toolPlaneName = tPlaneName->c_str(),
                        .constructionPlaneName = cPlaneName->c_str(),
                        .ownTool = ownTool,
@@ -110,9 +111,8 @@ std::wstring toolFilePath()
     return getInstallationFolder() + L"\\temp\\tool-" + std::to_wstring(currentRequestId) + L".txt";
 }
 
-bool writeToolFile(const Lines& toolsList)
+bool writeToolFile(const std::string& sPath, const Lines& toolsList)
 {
-    const std::string sPath = toNarrowByRuntime(toolFilePath());
     const FileStream file(std::fopen(sPath.c_str(), "w"));
     if (!file)
         return false;
@@ -125,6 +125,9 @@ bool writeToolFile(const Lines& toolsList)
 
 void exportToolData()
 {
+    // The request id is read for the file's name first, then for each record and for the line: it
+    // is not the same everywhere when the listener thread takes a request meanwhile.
+    const std::string sPath = toNarrowByRuntime(toolFilePath());
     const operation* const firstOperation = firstMainOperation();
     OperationChain oplist;
     if (!takeOperationChain(oplist))
@@ -134,7 +137,7 @@ void exportToolData()
     if (!toolsList)
         return;
     sortAndDropRepeats(*toolsList);
-    if (writeToolFile(*toolsList))
+    if (writeToolFile(sPath, *toolsList))
         sendLine("TOOL-" + std::to_string(currentRequestId));
 }
 

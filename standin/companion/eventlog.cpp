@@ -26,10 +26,22 @@ EventRow makeRow(const Moment& moment, std::wstring_view event, const std::wstri
 
 void logEvent(EventLog& log, std::wstring_view event, const std::wstring& fields)
 {
+    logEvents(log, {{event, fields}});
+}
+
+void logEvents(EventLog& log, const std::vector<LoggedEvent>& events)
+{
+    if (events.empty()) {
+        return;
+    }
     const std::lock_guard lock(log.mutex);
     const Moment moment = now();
-    appendToFile(log.path, toUtf8(eventLine(moment, event, fields)));
-    log.newRows.push_back(makeRow(moment, event, fields));
+    std::string lines;
+    for (const auto& [event, fields] : events) {
+        lines += toUtf8(eventLine(moment, event, fields));
+        log.newRows.push_back(makeRow(moment, event, fields));
+    }
+    appendToFile(log.path, lines);
     if (log.window != nullptr) {
         PostMessageW(log.window, log.message, 0, 0);
     }

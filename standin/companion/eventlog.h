@@ -28,6 +28,14 @@ struct EventLog {
 // event still shows in the window.
 void logEvent(EventLog& log, std::wstring_view event, const std::wstring& fields = {});
 
+struct LoggedEvent {
+    std::wstring_view event;
+    std::wstring fields{};
+};
+
+// The same for several events of one moment, with one write for all of them.
+void logEvents(EventLog& log, const std::vector<LoggedEvent>& events);
+
 // Names the window that is told of new rows; null for none. It is told at once if there are some.
 void showEventsIn(EventLog& log, HWND window, UINT message);
 

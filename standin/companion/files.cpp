@@ -47,7 +47,8 @@ std::optional<std::string> readFile(const std::wstring& path, std::uint32_t most
     const OwnHandle file = ownFile(CreateFileW(path.c_str(), GENERIC_READ, shareEverything, nullptr,
                                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size{};
-    if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > mostBytes) {
+    if (!file || GetFileType(file.get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.get(), &size) ||
+        size.QuadPart > mostBytes) {
         return std::nullopt;
     }
     std::string bytes(size.LowPart, '\0');

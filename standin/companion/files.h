@@ -11,8 +11,8 @@ namespace companion {
 // A file that a host announces is read up to this size; more would only hold up the window.
 inline constexpr std::uint32_t largestAnnouncedFile = 1024 * 1024;
 
-// Empty when the file cannot be read or is larger than that. Others may write and delete it
-// meanwhile.
+// Empty when the file cannot be read, is larger than that or lies on no disk, as a pipe does not.
+// Others may write and delete it meanwhile.
 std::optional<std::string> readFile(const std::wstring& path, std::uint32_t mostBytes = UINT32_MAX);
 
 // Writes the file anew. False when it cannot be written whole.

@@ -1,6 +1,7 @@
 #include "linelistener.h"
 
 #include "decisions/eventtext.h"
+#include "decisions/ownaddress.h"
 
 #include <algorithm>
 #include <array>
@@ -92,12 +93,32 @@ int openPort(Port& opened)
     return isOpen ? 0 : WSAGetLastError();
 }
 
+// The address of one end of the connection, as `isOwnAddress` takes it; 0 when it is not known.
+std::uint32_t addressOf(const OwnSocket& socket, decltype(&getsockname) end)
+{
+    sockaddr_in address{};
+    int size = sizeof address;
+    if (end(socket.get(), reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+        return 0;
+    }
+    return ntohl(address.sin_addr.s_addr);
+}
+
+bool isOfThisComputer(const OwnSocket& socket)
+{
+    const std::uint32_t peer = addressOf(socket, &getpeername);
+    return peer != 0 && isOwnAddress(peer, addressOf(socket, &getsockname));
+}
+
 void acceptAll(const Port& from, std::vector<Connection>& connections)
 {
     for (;;) {
         OwnSocket socket(accept(from.socket.get(), nullptr, nullptr));
         if (!socket.isOpen()) {
             return;
+        }
+        if (!isOfThisComputer(socket)) {
+            continue;
         }
         makeNonblocking(socket);
         connections.push_back({std::move(socket), Clock::now() + longestConnection});

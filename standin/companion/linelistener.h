@@ -18,10 +18,12 @@ struct LineListener {
     std::jthread worker;
 };
 
-// Opens the port on all IPv4 addresses, for this program alone, and starts the thread: connections
-// are taken from the return on. `message` is posted to the window when there are new lines. While
-// another program has the port nothing is received; the thread goes on trying to open it. The log,
-// which outlives the listener, then gets port-taken and, once the port is open, port-open.
+// Opens the port on all IPv4 addresses, for this program alone, because a host's add-in sends to
+// whichever address the computer names first; and starts the thread: connections are taken from the
+// return on. One that comes from another computer is closed unread. `message` is posted to the
+// window when there are new lines. While another program has the port nothing is received; the
+// thread goes on trying to open it. The log, which outlives the listener, then gets port-taken and,
+// once the port is open, port-open.
 void startListening(LineListener& listener, EventLog& log, HWND window, UINT message);
 
 // Closes the port and every connection, and joins the thread.

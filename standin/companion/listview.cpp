@@ -121,12 +121,14 @@ void setRows(HWND list, const std::vector<ListRow>& rows)
 
 void appendRows(HWND list, const std::vector<ListRow>& rows, int most)
 {
+    const int added = std::min(static_cast<int>(rows.size()), most);
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
-    for (const ListRow& row : rows) {
-        insertRow(list, rowCount(list), row);
-    }
-    while (rowCount(list) > most) {
+    // First of all, so that no row is inserted only to go again.
+    while (rowCount(list) > most - added) {
         SendMessageW(list, LVM_DELETEITEM, 0, 0);
+    }
+    for (auto row = rows.end() - added; row != rows.end(); ++row) {
+        insertRow(list, rowCount(list), *row);
     }
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
     fitLastColumn(list);

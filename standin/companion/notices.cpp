@@ -57,7 +57,7 @@ Received receiveLine(EventLog& log, const std::wstring& folder, std::string_view
         return orNothing(receiveTools(log, folder, notice.id));
     case NoticeKind::ncQueue:
         logEvent(log, L"nc-queue", textField(L"file", path));
-        return orNothing(receiveQueue(log, path));
+        return orNothing(receiveQueue(log, folder, path));
     case NoticeKind::unknown:
         break;
     }

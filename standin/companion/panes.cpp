@@ -156,9 +156,11 @@ void showHosts(const Panes& panes, const State& state)
 
 void showNewEvents(const Panes& panes, EventLog& log)
 {
+    const std::vector<EventRow> events = takeNewRows(log);
+    const std::size_t shown = std::min(events.size(), std::size_t{mostEventRows});
     std::vector<ListRow> rows;
-    for (const EventRow& row : takeNewRows(log)) {
-        rows.push_back({{row.time, row.title, row.details}});
+    for (auto row = events.end() - static_cast<std::ptrdiff_t>(shown); row != events.end(); ++row) {
+        rows.push_back({{row->time, row->title, row->details}});
     }
     if (!rows.empty()) {
         appendRows(panes.events, rows, mostEventRows);

@@ -1,6 +1,7 @@
 #include "pictureview.h"
 
-#include "decisions/picturescale.h"
+#include "decisions/bitmapfile.h"
+#include "files.h"
 
 #include <memory>
 
@@ -36,25 +37,11 @@ BITMAPINFO descriptionOf(const Pixels& picture)
     return description;
 }
 
-// Empty when the file is missing or no bitmap.
-Pixels readBitmap(const std::wstring& path)
+// Empty when the file is missing or no bitmap. Not the system's own reader: it trusts the sizes
+// that a file claims, which anybody can have written.
+Pixels readPicture(const std::wstring& path)
 {
-    const OwnObject bitmap(LoadImageW(nullptr, path.c_str(), IMAGE_BITMAP, 0, 0,
-                                      LR_LOADFROMFILE | LR_CREATEDIBSECTION));
-    BITMAP size{};
-    if (!bitmap || GetObjectW(bitmap.get(), sizeof size, &size) == 0) {
-        return {};
-    }
-    Pixels picture{size.bmWidth, size.bmHeight};
-    picture.values.resize(static_cast<std::size_t>(size.bmWidth) *
-                          static_cast<std::size_t>(size.bmHeight));
-    BITMAPINFO description = descriptionOf(picture);
-    HDC screen = GetDC(nullptr);
-    const int rows =
-        GetDIBits(screen, static_cast<HBITMAP>(bitmap.get()), 0, static_cast<UINT>(size.bmHeight),
-                  picture.values.data(), &description, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, screen);
-    return rows == size.bmHeight ? picture : Pixels{};
+    return readBitmapFile(readFile(path, largestBitmapFile).value_or(""));
 }
 
 // "toolimage-4.bmp, 100 x 200"
@@ -149,7 +136,7 @@ void showPicture(HWND window, const std::wstring& path, const std::wstring& othe
     if (view == nullptr) {
         return;
     }
-    view->picture = path.empty() ? Pixels{} : readBitmap(path);
+    view->picture = path.empty() ? Pixels{} : readPicture(path);
     view->otherwise = otherwise;
     const bool shown = !view->picture.values.empty();
     SetWindowTextW(window, (shown ? describe(path, view->picture) : otherwise).c_str());

@@ -15,8 +15,11 @@ struct QueuedProgram {
     std::int32_t pathNumber = 0; // -1: no machine settings were applied
     std::wstring file;
     std::wstring group;
-    std::int64_t bytes = -1; // -1: the file is missing
+    std::int64_t bytes = -1; // -1: the file is missing; or notLookedAt
 };
+
+// The size of a program that may lie on another computer.
+inline constexpr std::int64_t notLookedAt = -2;
 
 // A queue to be shown, in the order of its file.
 struct ReceivedQueue {
@@ -24,8 +27,11 @@ struct ReceivedQueue {
     std::vector<QueuedProgram> programs;
 };
 
-// Reads the queue file, logs each of its lines, and removes the file if it is named as a queue's;
-// what cannot be removed stays. Empty when it cannot be read, which is logged.
-std::optional<ReceivedQueue> receiveQueue(EventLog& log, const std::wstring& file);
+// Reads the queue file and logs its lines. A file of an add-in, `temp\ncqueue-<id>.txt` under the
+// installation folder, is first given `.taken` behind its name and removed once it is read, so that
+// the host can write its next one at any time; a file that cannot be moved or has another name or
+// place stays. Empty when it cannot be read, which is logged.
+std::optional<ReceivedQueue> receiveQueue(EventLog& log, const std::wstring& folder,
+                                          const std::wstring& file);
 
 } // namespace companion

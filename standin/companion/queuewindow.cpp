@@ -46,14 +46,20 @@ std::unique_ptr<NoticeWindow> makeQueueWindow()
 
 bool isMissing(const QueuedProgram& program)
 {
-    return program.bytes < 0;
+    return program.bytes == -1;
+}
+
+std::wstring sizeText(const QueuedProgram& program)
+{
+    return isMissing(program)             ? L"missing"
+           : program.bytes == notLookedAt ? L"elsewhere"
+                                          : std::to_wstring(program.bytes);
 }
 
 std::vector<std::wstring> cellsOf(const QueuedProgram& program)
 {
     const std::wstring name = fileNameOf(program.file);
-    return {name, isMissing(program) ? L"missing" : std::to_wstring(program.bytes), program.group,
-            std::to_wstring(program.pathNumber),
+    return {name, sizeText(program), program.group, std::to_wstring(program.pathNumber),
             program.file.substr(0, program.file.size() - name.size())};
 }
 

@@ -1,5 +1,6 @@
 #include "toolfile.h"
 
+#include "decisions/badlines.h"
 #include "decisions/eventtext.h"
 #include "decisions/exchangepaths.h"
 #include "decisions/numbers.h"
@@ -8,15 +9,14 @@
 namespace companion {
 namespace {
 
-void logTool(EventLog& log, const ToolRecord& record)
+LoggedEvent eventOf(const ToolRecord& record)
 {
     const std::string diameter = printedDecimal(record.diameter);
-    logEvent(log, L"tool",
-             numberField(L"id", record.dataId) + numberField(L"number", record.number) +
-                 numberField(L"type", record.type) +
-                 wordField(L"diameter", std::wstring(diameter.begin(), diameter.end())) +
-                 numberField(L"operation", record.operationId) +
-                 textField(L"comment", record.comment));
+    return {L"tool", numberField(L"id", record.dataId) + numberField(L"number", record.number) +
+                         numberField(L"type", record.type) +
+                         wordField(L"diameter", std::wstring(diameter.begin(), diameter.end())) +
+                         numberField(L"operation", record.operationId) +
+                         textField(L"comment", record.comment)};
 }
 
 } // namespace
@@ -31,16 +31,22 @@ std::optional<ReceivedTools> receiveTools(EventLog& log, const std::wstring& fol
         return std::nullopt;
     }
     ReceivedTools tools{id, folder, {}};
+    std::vector<LoggedEvent> events;
+    BadLines bad;
     std::int64_t line = 0;
     for (const auto& record : readToolData(*bytes)) {
         ++line;
         if (record) {
-            logTool(log, *record);
+            events.push_back(eventOf(*record));
             tools.records.push_back(*record);
-        } else {
-            logEvent(log, L"tool-record-bad", numberField(L"line", line));
+        } else if (countBadLine(bad)) {
+            events.push_back({L"tool-record-bad", numberField(L"line", line)});
         }
     }
+    if (const std::int64_t more = untoldBadLines(bad); more != 0) {
+        events.push_back({L"tool-records-bad", numberField(L"lines", more)});
+    }
+    logEvents(log, events);
     return tools;
 }
 

@@ -46,6 +46,9 @@ MASTERCAM_API bool putPart(const std::wstring& path);
 // False for a name that is no host operation.
 MCCORE_API bool failNext(const std::string& operation, int count = 1);
 MCCORE_API bool raiseNext(const std::string& operation, int count = 1);
+// The `nth` call from now on, from 1, raises it, and none before; 0 takes that back. False as
+// above.
+MCCORE_API bool raiseAt(const std::string& operation, int nth);
 
 // How often the operation was called since the program began; 0 for a name that is none.
 MCCORE_API int callsOf(const std::string& operation);

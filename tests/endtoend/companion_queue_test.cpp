@@ -37,22 +37,10 @@ const std::string bitmapOf64x32 = std::string("BM\x3E\1\0\0\0\0\0\0\x3E\0\0\0"
                                               62) +
                                   std::string(256, '\xFF');
 
-// What the window of the tools says its picture is.
-std::wstring shownPicture(HWND window)
-{
-    wchar_t text[256] = L"";
-    DWORD_PTR length = 0;
-    SendMessageTimeoutW(FindWindowExW(window, nullptr, L"ZemPictureView", nullptr), WM_GETTEXT,
-                        std::size(text), reinterpret_cast<LPARAM>(text), SMTO_NORMAL, 1000,
-                        &length);
-    return text;
-}
-
-// Presses the key in the window's list of tools, which selects another one.
-void selectWith(WPARAM key, HWND window)
-{
-    PostMessageW(FindWindowExW(window, nullptr, L"SysListView32", nullptr), WM_KEYDOWN, key, 1);
-}
+// A bitmap file that claims 4000 x 4000 pixels of 24 bits and holds four bytes.
+const std::string bitmapOfFourBytes =
+    std::string("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xA0\x0F\0\0\xA0\x0F\0\0\1\0\x18\0", 30) +
+    std::string(28, '\0');
 
 class CompanionsExchange : public ::testing::Test {
 protected:
@@ -168,7 +156,7 @@ TEST_F(CompanionsToolData, isShownWithThePictureOfTheSelectedTool)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     write(L"toolimage-4.bmp", bitmapOf64x32);
-    write(L"toolimage-6.bmp", "no bitmap");
+    write(L"toolimage-6.bmp", bitmapOfFourBytes);
     write(L"tool-17.txt", toolRecord(4, "") + toolRecord(5, "") + toolRecord(6, ""));
     ASSERT_TRUE(sendLine("TOOL-17\n"));
     const HWND window = waitForWindowTitled(L"Tools 17");

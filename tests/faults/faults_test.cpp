@@ -43,13 +43,15 @@ public:
     }
     ~Fault() { stop(); }
 
-    // Every such call fails from now on, or the n-th alone.
+    // Every such call fails from now on, or the n-th alone; the host's fail up to the n-th.
     void start(int nth = 0) const
     {
         if (!isHosts_)
             failPlatformCall(call_, nth);
+        else if (raises_ && nth > 0)
+            standin::raiseAt(call_, nth);
         else if (raises_)
-            standin::raiseNext(call_, nth == 0 ? everyCall : nth);
+            standin::raiseNext(call_, everyCall);
         else
             standin::failNext(call_, nth == 0 ? everyCall : nth);
     }
@@ -57,6 +59,7 @@ public:
     {
         failPlatformCall("");
         if (isHosts_) {
+            standin::raiseAt(call_, 0);
             standin::raiseNext(call_, 0);
             standin::failNext(call_, 0);
         }

@@ -3,6 +3,7 @@
 
 #include "support/bytes.h"
 #include "support/installation.h"
+#include "support/system_calls.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -34,6 +35,16 @@ const std::string smallBitmapFile("BM\x4E\0\0\0\0\0\0\0\x36\0\0\0"             /
                                   "\0\0\x01\0\0\0\x02\0\0\0\x03\0"             // the lower row
                                   "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0",
                                   78);
+
+// Writes half of the bytes and says that it went well.
+WINBOOL WINAPI shortWrite(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written,
+                          LPOVERLAPPED overlapped)
+{
+    const WINBOOL result =
+        systems(&shortWrite, "WriteFile")(file, bytes, size / 2, written, overlapped);
+    SetLastError(ERROR_SUCCESS);
+    return result;
+}
 
 class Image : public ::testing::Test {
 protected:
@@ -98,6 +109,15 @@ TEST_F(Image, leavesAnEarlierFileThatItCannotReplace)
 TEST_F(Image, isNotSavedIntoAFolderThatIsMissing)
 {
     EXPECT_EQ(save(L"nowhere\\small.bmp"), HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
+}
+
+TEST_F(Image, leavesAnEarlierFileWhenTheDiskTakesOnlyAPart)
+{
+    writeBytes(installation.path(L"temp\\small.bmp"), "earlier");
+    leadCalls(&shortWrite, "WriteFile", &shortWrite);
+    EXPECT_EQ(save(L"temp\\small.bmp"), HRESULT_FROM_WIN32(ERROR_DISK_FULL));
+    EXPECT_EQ(saved(L"temp\\small.bmp"), "earlier");
+    EXPECT_EQ(filesInFolder(), std::vector<std::wstring>{L"small.bmp"});
 }
 
 TEST_F(Image, isNotSavedWithoutABitmap)

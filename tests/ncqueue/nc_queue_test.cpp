@@ -3,10 +3,12 @@
 #include "addin/exports.h"
 #include "link/messages.h"
 #include "link/shared_values.h"
+#include "support/handles.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
 #include "support/system_calls.h"
 
+#include <io.h>
 #include <set>
 
 using namespace torvapdm;
@@ -80,6 +82,14 @@ void countingFree(void* block)
 {
     buffersLeft.erase(block);
     systems(&countingFree, "free", runtime)(block);
+}
+
+size_t searchesEnded = 0;
+
+int countingFindClose(intptr_t handle)
+{
+    ++searchesEnded;
+    return systems(&countingFindClose, "_findclose", runtime)(handle);
 }
 
 void countBuffers()
@@ -210,6 +220,19 @@ TEST_F(NcQueue, endsAtParentsThatLeadBack)
                            entry("B.NC", "Four") + "\r\n");
 }
 
+TEST_F(NcQueue, namesTheTopOfADeepChainOfGroups)
+{
+    constexpr int depth = 10000;
+    std::string groups = "[group]\nid = 1\nname = Top\n\n";
+    for (int id = 2; id <= depth; ++id)
+        groups += "[group]\nid = " + std::to_string(id) + "\nparent = " + std::to_string(id - 1) +
+                  "\nname = Inner\n\n";
+    putPart(groups + operationIn(depth, "PART.nci"));
+    post(L"PART.NC");
+    importNcQueue();
+    EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "Top") + "\r\n");
+}
+
 TEST_F(NcQueue, writesNamesInTheSystemsCodePage)
 {
     putPart("[group]\nid = 1\nname = Fr\xC3\xA4se \xE2\x82\xAC\n\n" + operationIn(1, "PART.nci"));
@@ -217,6 +240,53 @@ TEST_F(NcQueue, writesNamesInTheSystemsCodePage)
     importNcQueue();
     // The system's code page is 1252.
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "Fr\xE4se \x80") + "\r\n");
+}
+
+TEST_F(NcQueue, writesAGroupsCharactersThatTheCodePageLacksAsQuestionMarks)
+{
+    putPart("[group]\nid = 1\nname = A\xE4\xB8\xAD"
+            "B\n\n" +
+            operationIn(1, "PART.nci"));
+    post(L"PART.NC");
+    importNcQueue();
+    EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "A?B") + "\r\n");
+}
+
+TEST_F(NcQueue, writesAFilesCharactersThatTheCodePageLacksAsQuestionMarks)
+{
+    putPart(twoGroups + operationIn(1, "PA*.nci"));
+    post(L"PA\u4E2D.NC");
+    importNcQueue();
+    EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PA?.NC", "Mill") + "\r\n");
+}
+
+TEST_F(NcQueue, findsForAProgramThatTheCodePageLacksWhateverAQuestionMarkMatches)
+{
+    putPart(twoGroups + operationIn(1, "P\xE4\xB8\xAD.nci"));
+    post(L"P\u4E2D.NC");
+    post(L"PX.NC");
+    post(L"PXY.NC");
+    importNcQueue();
+    EXPECT_EQ(queue(), "NCPATH|-1|" + entry("P?.NC", "Mill") + "\r\nNCPATH|-1|" +
+                           entry("PX.NC", "Mill") + "\r\n");
+}
+
+TEST_F(NcQueue, endsEachSearchThatItBegins)
+{
+    putPart(twoGroups + operationIn(1, "PA*.nci") + operationIn(1, "GONE.nci"));
+    post(L"PA1.NC");
+    post(L"PA2.NC");
+    importNcQueue();
+    listener.nextConnection();
+    leadCalls(&_findclose, "_findclose", &countingFindClose, runtime);
+    const size_t handles = countHandles();
+    constexpr size_t times = 100;
+    for (size_t i = 0; i < times; ++i) {
+        importNcQueue();
+        listener.nextConnection();
+    }
+    EXPECT_EQ(searchesEnded, times); // none is begun where nothing is found
+    EXPECT_LT(countHandles(), handles + times);
 }
 
 TEST_F(NcQueue, writesFolderProgramAndSuffixInTheSystemsCodePage)
@@ -258,6 +328,29 @@ TEST_F(NcQueue, leavesABufferBehindWithEachAnnouncement)
     importNcQueue();
     importNcQueue();
     EXPECT_EQ(buffersLeft.size(), 2u);
+}
+
+TEST_F(NcQueue, endsQuietlyAtWhicheverCallTheHostRaises)
+{
+    putPart(twoGroups + operationIn(2, "PART.nci") + operationIn(2, "OTHER.nci"));
+    post(L"PART.NC");
+    post(L"OTHER.NC");
+    writeBytes(queueFile, "earlier");
+    struct Calls {
+        const char* operation;
+        int count;
+    };
+    // Of each operation the group, its parent, and the parent's parent, which is not there.
+    for (const auto& [operation, count] : {Calls{"GroupByID", 6}, Calls{"NCSuffix", 2}})
+        for (int nth = 1; nth <= count; ++nth) {
+            ASSERT_TRUE(standin::raiseAt(operation, nth));
+            EXPECT_EQ(importNCqueue(), 0) << operation << nth;
+            EXPECT_EQ(queue(), "earlier") << operation << nth;
+            EXPECT_TRUE(listener.isIdle()) << operation << nth;
+            EXPECT_EQ(standin::undeletedExceptions(), 0) << operation << nth;
+        }
+    importNCqueue();
+    EXPECT_NE(queue(), "earlier");
 }
 
 TEST_F(NcQueue, endsQuietlyWhenTheHostRaises)

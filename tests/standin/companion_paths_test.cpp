@@ -37,6 +37,16 @@ TEST(CommitRequestName, tellsItsProcess)
         EXPECT_EQ(processOfCommitRequest(name), std::nullopt) << name;
 }
 
+TEST(Path, mayLeadElsewhereWhenItStartsWithTwoSlashes)
+{
+    for (const wchar_t* path : {L"\\\\server\\share\\a.NC", L"//server/share/a.NC", L"\\/server",
+                                L"/\\", L"\\\\?\\C:\\a.NC", L"\\\\.\\pipe\\a"})
+        EXPECT_TRUE(mayBeElsewhere(path)) << path;
+    for (const wchar_t* path :
+         {L"", L"\\", L"\\a.NC", L"a.NC", L"C:\\a.NC", L"C:\\\\a.NC", L"a\\\\b"})
+        EXPECT_FALSE(mayBeElsewhere(path)) << path;
+}
+
 TEST(FileName, standsBehindTheLastSeparator)
 {
     EXPECT_EQ(fileNameOf(L"C:\\a\\b c.mcam"), L"b c.mcam");

@@ -99,7 +99,15 @@ TEST(EventTitle, hasWordsForEveryEventOfTheLog)
         {L"setup-sheet-unreadable", L"Setup sheet unreadable"},
         {L"commit-notice", L"Commit notice"},
         {L"tool-data", L"Tool data"},
+        {L"tool", L"Tool"},
+        {L"tool-record-bad", L"Tool record left out"},
+        {L"tool-records-bad", L"Tool records left out"},
+        {L"tool-data-unreadable", L"Tool data unreadable"},
         {L"nc-queue", L"NC queue"},
+        {L"nc-program", L"NC program"},
+        {L"nc-queue-line-bad", L"NC queue line left out"},
+        {L"nc-queue-lines-bad", L"NC queue lines left out"},
+        {L"nc-queue-unreadable", L"NC queue unreadable"},
     };
     for (const auto& [event, title] : titles)
         EXPECT_EQ(eventTitle(event), title);

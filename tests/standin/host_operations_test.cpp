@@ -10,6 +10,17 @@ using Kind = HostOperation::Kind;
 
 namespace {
 
+bool endsWithoutException(void (*call)())
+{
+    try {
+        call();
+        return true;
+    } catch (CException* exception) {
+        exception->Delete();
+        return false;
+    }
+}
+
 class HostOperations : public HostFixture {
 protected:
     HostOperations()
@@ -125,11 +136,26 @@ TEST_F(HostOperations, failAsOftenAsTold)
     EXPECT_TRUE(SetActiveMachine(L"a"));
 }
 
+TEST_F(HostOperations, raiseAtTheCallThatIsToldAlone)
+{
+    const auto raises = [] { return !endsWithoutException([] { SetActiveMachine(L"a"); }); };
+    ASSERT_TRUE(standin::raiseAt("SetActiveMachine", 3));
+    for (const bool expected : {false, false, true, false})
+        EXPECT_EQ(raises(), expected);
+    standin::raiseAt("SetActiveMachine", 1);
+    EXPECT_TRUE(raises());
+    standin::raiseAt("SetActiveMachine", 1);
+    standin::raiseAt("SetActiveMachine", 0);
+    EXPECT_FALSE(raises());
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
 TEST_F(HostOperations, doNotFailUnderAnUnknownName)
 {
     for (const char* name : {"", "dofileopen", "DoFileOpen()", "position0", "m_open"}) {
         EXPECT_FALSE(standin::failNext(name)) << name;
         EXPECT_FALSE(standin::raiseNext(name)) << name;
+        EXPECT_FALSE(standin::raiseAt(name, 1)) << name;
     }
     EXPECT_FALSE(standin::failNext("DoFileOpen", -1));
 }

@@ -230,11 +230,13 @@ TEST_F(PartContent, namesItsPlanesAndTheFirstOfAnIdCounts)
     EXPECT_EQ(Planes.GetPlanePtrByID(2), nullptr);
 }
 
-TEST_F(PartContent, givesTheCycleTimeOfTheFirstOperationOfAnId)
+TEST_F(PartContent, givesEachOperationItsOwnCycleTime)
 {
     EXPECT_EQ(CalcCycleTime(*list[0], false), 14.5);
     EXPECT_EQ(CalcCycleTime(*list[2], false), 2.0);
-    EXPECT_EQ(CalcCycleTime(*list[3], false), 2.0);
+    EXPECT_EQ(CalcCycleTime(*list[3], false), 3.0); // of the same id
+    operation copy = *list[3];
+    EXPECT_EQ(CalcCycleTime(copy, false), 2.0); // known by its id alone
     operation unknown{};
     EXPECT_EQ(CalcCycleTime(unknown, true), 0.0);
 }

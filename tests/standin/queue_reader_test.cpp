@@ -83,6 +83,15 @@ TEST(QueueReader, refusesWhatIsNoEntry)
         EXPECT_FALSE(readQueue(line).front().has_value()) << line;
 }
 
+TEST(QueueReader, refusesAnEntryWithAControlCharacter)
+{
+    for (const char control : {'\0', '\1', '\t', '\r', '\x1F', '\x7F'})
+        for (const char* const start : {"NCPATH|1|C:\\A", "NCPATH|1|C:\\A.NC|G"}) {
+            const std::string line = start + std::string(1, control) + ".NC|G";
+            EXPECT_FALSE(readQueue(line).front().has_value()) << static_cast<int>(control);
+        }
+}
+
 TEST(QueueReader, findsNothingInAnEmptyFile)
 {
     EXPECT_TRUE(readQueue("").empty());

@@ -8,6 +8,7 @@
 #include "tooldata/plane_name.h"
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 
 using namespace torvapdm;
@@ -189,6 +190,24 @@ void notedToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* suc
     hostsToolManager(tool, code, entity, succeeded);
 }
 
+// Another request comes in while the host fills a tool.
+void interruptedToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeeded)
+{
+    currentRequestId = currentRequestId + 1;
+    hostsToolManager(tool, code, entity, succeeded);
+}
+
+// A member function's call passes its object first.
+using PlaneLookUp = PlaneBase*(MastercamPlanes*, int);
+PlaneLookUp* hostsPlaneLookUp = nullptr;
+std::vector<int> askedPlanes;
+
+PlaneBase* notedPlaneLookUp(MastercamPlanes* allPlanes, int id)
+{
+    askedPlanes.push_back(id);
+    return hostsPlaneLookUp(allPlanes, id);
+}
+
 class ToolExport : public HostFixture {
 protected:
     ToolExport() { currentRequestId = 17; }
@@ -207,6 +226,8 @@ protected:
         const std::string bytes = exported();
         for (size_t start = 0; start < bytes.size();) {
             const size_t end = bytes.find("\r\n", start);
+            if (end == bytes.npos)
+                break;
             all.push_back(bytes.substr(start, end - start));
             start = end + 2;
         }
@@ -340,6 +361,18 @@ TEST_F(ToolExport, namesItsFileAndLineAfterTheRequest)
     EXPECT_EQ(listener.nextConnection(), "TOOL--5\n");
 }
 
+TEST_F(ToolExport, readsTheRequestForItsFileThenForEachRecordThenForItsLine)
+{
+    putPart(planes + operationWith(1, 3) + operationWith(2, 4));
+    hostsToolManager = &tool_manager;
+    standin::leadImports(GetModuleHandleW(nullptr), hostsToolManager, &interruptedToolManager);
+    exportToolData();
+    ASSERT_EQ(records().size(), 2u);
+    EXPECT_EQ(valuesOf(records()[0])["DATAID"], "17");
+    EXPECT_EQ(valuesOf(records()[1])["DATAID"], "18");
+    EXPECT_EQ(listener.nextConnection(), "TOOL-19\n");
+}
+
 TEST_F(ToolExport, leavesAnEarlierFileWhenItCannotDescribeThePart)
 {
     struct Case {
@@ -396,6 +429,61 @@ TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOf)
         EXPECT_EQ(trace.back(), LR"(ui list_manager(1, "", 1, *))") << operation;
     }
     EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(ToolExport, endsAlsoWhenTheHostRaisesInPlaceOfTakingItsOperationsBack)
+{
+    putPart(planes + operationWith(1, 3));
+    ASSERT_TRUE(standin::raiseAt("list_manager", 2));
+    exportToolData();
+    EXPECT_EQ(records().size(), 1u);
+    EXPECT_EQ(listener.nextConnection(), "TOOL-17\n");
+    EXPECT_EQ(newTrace().back(), LR"(ui list_manager(1, "", 1, *) raised)");
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOfForTheSecondRecord)
+{
+    const std::string more = "tool.feed-rate = 0.11\ncycle-time = 5\n";
+    putPart(planes + "[tool]\nnumber = 3\nfeed-rate = 9\n\n[tool]\nnumber = 4\nfeed-rate = 9\n\n" +
+            operationWith(1, 3, more) + operationWith(2, 4, more));
+    const auto feedsAndTimes = [&](const char* operation, int nth) {
+        EXPECT_TRUE(standin::raiseAt(operation, nth)) << operation;
+        exportToolData();
+        std::map<std::string, std::string> told;
+        for (const std::string& record : records()) {
+            auto values = valuesOf(record);
+            told[values["OPERATION NUMBER"]] = values["FEED"] + " in " + values["OPTIME"];
+        }
+        EXPECT_EQ(listener.nextConnection(), "TOOL-17\n") << operation;
+        return told;
+    };
+    using Told = std::map<std::string, std::string>;
+    EXPECT_EQ(feedsAndTimes("tool_manager", 2), (Told{{"1", "9 in 5"}, {"2", "0.11 in 5"}}));
+    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 2), (Told{{"1", "9 in 5"}, {"2", "9 in 0"}}));
+    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 1), (Told{{"1", "9 in 0"}, {"2", "9 in 5"}}));
+    EXPECT_EQ(feedsAndTimes("GetName", 3), (Told{{"1", "9 in 5"}, {"2", "9 in 5"}}));
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(ToolExport, losesTheNameOfTheOnePlaneThatTheHostRaisesInPlaceOf)
+{
+    putPart(planes + operationWith(1, 3));
+    ASSERT_TRUE(standin::raiseAt("GetName", 2));
+    EXPECT_EQ(getPlaneName(firstInHost(), 1), L"Top");
+    EXPECT_EQ(getPlaneName(firstInHost(), 0), L"");
+    EXPECT_EQ(getPlaneName(firstInHost(), 0), L"Front");
+}
+
+TEST_F(ToolExport, asksForTheToolPlaneThenForTheConstructionPlane)
+{
+    putPart(planes + operationWith(1, 3) + operationWith(2, 3));
+    PlaneBase* (MastercamPlanes::*const lookUp)(int) = &MastercamPlanes::GetPlanePtrByID;
+    std::memcpy(&hostsPlaneLookUp, &lookUp, sizeof hostsPlaneLookUp);
+    standin::leadImports(GetModuleHandleW(nullptr), hostsPlaneLookUp, &notedPlaneLookUp);
+    exportToolData();
+    EXPECT_EQ(records().size(), 2u);
+    EXPECT_EQ(askedPlanes, (std::vector<int>{1, 2, 1, 2}));
 }
 
 TEST_F(ToolExport, namesPlanesBySelector)

@@ -5,6 +5,7 @@
 #include "support/graphics_objects.h"
 #include "support/installation.h"
 #include "support/raster.h"
+#include "support/system_calls.h"
 #include "tooldata/reference_picture.h"
 #include "tooldata/tool_geometry.h"
 
@@ -141,6 +142,143 @@ const GoldenRows goldenEndMill[] = {
       0xE2B257, 0xE1B560, 0xE1B86A, 0xE2BC73}},
 };
 
+// The section that a pixel, 0x00BBGGRR, belongs to, by which of its parts is the greatest: `c`ap,
+// `s`hank, `h` for the shoulder, `f`lutes, `.` for the background.
+char sectionOf(std::uint32_t pixel)
+{
+    const int red = pixel & 0xFF, green = pixel >> 8 & 0xFF, blue = pixel >> 16 & 0xFF;
+    if (red == green && green == blue)
+        return 'c';
+    if (blue < red && blue < green)
+        return 's';
+    if (green > red && green > blue)
+        return 'h';
+    return red == green ? 'f' : '.';
+}
+
+// The left half with the centre column, a text each for the rows; rows that are alike are told
+// once, behind their number.
+std::vector<std::string> shapeOf(const Raster& picture)
+{
+    std::vector<std::string> rows;
+    std::string last;
+    int alike = 0;
+    for (int y = 0; y <= picture.height; ++y) {
+        std::string row;
+        for (int x = 0; y < picture.height && x <= picture.width / 2; ++x)
+            row += sectionOf(picture.at(x, y));
+        if (row != last && alike != 0)
+            rows.push_back((alike < 10 ? " " : "") + std::to_string(alike) + " " + last);
+        alike = row == last ? alike + 1 : 1;
+        last = row;
+    }
+    return rows;
+}
+
+struct GoldenShape {
+    const char* what;
+    ToolArguments tool;
+    std::vector<std::string> rows;
+};
+
+const GoldenShape goldenShapes[] = {
+    {"a ball mill",
+     {31, 41, 1, 20, 0, 0, 15, 22, 40, 12},
+     {
+         " 1 .....ccccccccccc",
+         " 1 ......cccccccccc",
+         " 1 .......ccccccccc",
+         " 1 ........cccccccc",
+         " 1 .........ccccccc",
+         " 1 ..........cccccc",
+         "11 ...........sssss",
+         " 6 ........hhhhhhhh",
+         " 3 ........ffffffff",
+         " 2 .........fffffff",
+         " 1 ..........ffffff",
+         " 1 ...........fffff",
+         " 1 .............fff",
+         "10 ................",
+     }},
+    {"a bull nose",
+     {33, 45, 2, 20, 5, 0, 15, 22, 40, 12},
+     {
+         " 1 .....cccccccccccc",
+         " 1 ......ccccccccccc",
+         " 1 .......cccccccccc",
+         " 1 ........ccccccccc",
+         " 1 .........cccccccc",
+         " 1 ..........ccccccc",
+         "12 ............sssss",
+         " 6 .........hhhhhhhh",
+         " 7 .........ffffffff",
+         " 1 ..........fffffff",
+         " 1 ...........ffffff",
+         " 1 ............fffff",
+         "11 .................",
+     }},
+    {"a reversed corner",
+     {33, 45, 14, 24, 10, 0, 15, 22, 34, 12},
+     {
+         " 1 .....cccccccccccc",
+         " 1 ......ccccccccccc",
+         " 1 .......cccccccccc",
+         " 1 ........ccccccccc",
+         " 1 .........cccccccc",
+         " 1 ..........ccccccc",
+         " 9 ...........ssssss",
+         " 7 ......hhhhhhhhhhh",
+         " 3 ......fffffffffff",
+         " 1 ........fffffffff",
+         " 1 .........ffffffff",
+         " 1 ..........fffffff",
+         " 1 ...........ffffff",
+         " 1 ............fffff",
+         " 2 .............ffff",
+         " 1 ..............fff",
+         "12 .................",
+     }},
+    {"a drill",
+     {29, 43, 4, 16, 0, 118, 18, 24, 36, 12},
+     {
+         " 1 .....cccccccccc",
+         " 1 ......ccccccccc",
+         " 1 .......cccccccc",
+         " 1 ........ccccccc",
+         " 1 .........cccccc",
+         " 1 ..........ccccc",
+         " 6 ...........ssss",
+         " 4 .........hhhhhh",
+         "11 .........ffffff",
+         " 1 ..........fffff",
+         " 1 ............fff",
+         "14 ...............",
+     }},
+    {"a tapered tool with a rounded corner",
+     {37, 45, 3, 12, 4, 10, 20, 20, 40, 10},
+     {
+         " 1 ......ccccccccccccc",
+         " 1 .......cccccccccccc",
+         " 1 ........ccccccccccc",
+         " 1 .........cccccccccc",
+         " 1 ..........ccccccccc",
+         " 1 ...........cccccccc",
+         "16 ..............sssss",
+         " 3 ..........fffffffff",
+         " 4 ...........ffffffff",
+         " 4 ............fffffff",
+         " 3 .............ffffff",
+         " 1 ..............fffff",
+         " 1 ...............ffff",
+         " 7 ...................",
+     }},
+};
+
+BOOL WINAPI failingBitBlt(HDC, int, int, int, int, HDC, int, int, DWORD)
+{
+    return FALSE;
+}
+
 int lightnessOf(std::uint32_t pixel)
 {
     const int parts[] = {static_cast<int>(pixel & 0xFF), static_cast<int>(pixel >> 8 & 0xFF),
@@ -208,6 +346,21 @@ TEST_F(ToolPicture, ofAnEndMillHasThesePixels)
             EXPECT_EQ(rowOf(picture, y, 13), golden.pixels) << "row " << y;
 }
 
+TEST_F(ToolPicture, ofEachShapeOfEndHasTheseColours)
+{
+    for (const GoldenShape& golden : goldenShapes) {
+        const Raster picture = drawn(golden.tool);
+        EXPECT_EQ(picture.width, static_cast<int>(golden.tool.width)) << golden.what;
+        EXPECT_EQ(shapeOf(picture), golden.rows) << golden.what;
+    }
+}
+
+TEST_F(ToolPicture, isNotMadeWhenItCannotBeCutOut)
+{
+    leadCalls(&BitBlt, "BitBlt", &failingBitBlt, L"gdi32.dll");
+    expectNoPicture(endMill);
+}
+
 TEST_F(ToolPicture, repeatsItsRowsBetweenTheMarks)
 {
     const Raster picture = drawn(endMill);
@@ -253,8 +406,9 @@ TEST_F(ToolPicture, isNotMadeInASizeThatNoBitmapHas)
 {
     ToolArguments tool = endMill;
     for (const std::uint32_t width :
-         {0xFFFFFFFFu, 0x80000000u, 0x7FFFFFFFu, 0x40000000u, 134217727u})
+         {0xFFFFFFFFu, 0x80000000u, 0x7FFFFFFFu, 0x40000000u, 134217728u})
         for (const std::uint32_t height : {1u, 100u, 4096u, 0x80000000u, 0xFFFFFFFFu}) {
+            EXPECT_FALSE(isPictureSize(width, height));
             tool.width = width;
             tool.height = height;
             expectNoPicture(tool);
@@ -286,8 +440,9 @@ TEST_F(ToolPicture, isNotMadeOfACornerThatNoCallCanDraw)
 
 TEST_F(ToolPicture, takesAnyValueThatItsKindLeavesOut)
 {
-    const auto isLikeUsual = [&](std::uint32_t toolType, size_t argument, double odd) {
-        Lengths l = {10, 0, 0, 20, 30, 60, 8};
+    const auto isLikeUsual = [&](std::uint32_t toolType, size_t argument, double odd,
+                                 double angle = 0) {
+        Lengths l = {10, 0, angle, 20, 30, 60, 8};
         const Raster usual = drawn(toolOf(toolType, l));
         l[argument] = odd;
         return usual.width == 100 && drawn(toolOf(toolType, l)).pixels == usual.pixels;
@@ -295,6 +450,9 @@ TEST_F(ToolPicture, takesAnyValueThatItsKindLeavesOut)
     for (const double odd : {infinity, -infinity, noNumber, 1e300}) {
         EXPECT_TRUE(isLikeUsual(7, 1, odd)) << odd;
         EXPECT_TRUE(isLikeUsual(7, 2, odd)) << odd;
+        for (const std::uint32_t pointed : {4u, 5u, 6u, 10u, 11u})
+            for (const double angle : {0.0, 30.0})
+                EXPECT_TRUE(isLikeUsual(pointed, 1, odd, angle)) << pointed << ", " << odd;
     }
     EXPECT_TRUE(isLikeUsual(6, 3, noNumber)); // a kind without flutes
     EXPECT_TRUE(isLikeUsual(3, 4, noNumber)); // a kind without a shoulder

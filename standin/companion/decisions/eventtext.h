@@ -18,8 +18,8 @@
 //   host-gone        host=N
 //   check-out        file=TEXT                       the add-in asks for a file
 //   commit           file=TEXT [id=N] [from=NAME]    the add-in hands a file back: by a record in
-//   the
-//                                                    request file NAME, else on the command line
+//                                                    the request file NAME, else on the command
+//                                                    line
 //   version          name=TEXT version=N number=N picture=yes|no
 //                                                    it is in the library now, as this version
 //   new-part         number=N name=TEXT file=TEXT    and before that became a part of its own
@@ -56,12 +56,17 @@
 //   tool             id=N number=N type=N diameter=X operation=N comment=TEXT
 //                    a tool of that data: request id, tool number and type, its diameter with up
 //                    to six digits, and the id of the operation that uses it
-//   tool-record-bad  line=N                          this line of it is no record of a tool
+//   tool-record-bad  line=N                          this line of it is no record of a tool; the
+//                                                    first 20 such lines
+//   tool-records-bad lines=N                         so many more lines of it are none
 //   tool-data-unreadable file=TEXT                   that file is missing or larger than 1 MiB
 //   nc-queue         file=TEXT                       this line says that an NC queue lies ready
 //   nc-program       number=N file=TEXT bytes=N group=TEXT
-//                    a program of it, with its NC-path number; bytes=-1 when it is missing
-//   nc-queue-line-bad line=N                         this line of the queue names no program
+//                    a program of it, with its NC-path number; bytes=-1 when it is missing, -2 for
+//                    a path that starts with two slashes: other computers are not asked
+//   nc-queue-line-bad line=N                         this line of the queue names no program; the
+//                                                    first 20 such lines
+//   nc-queue-lines-bad lines=N                       so many more lines of it name none
 //   nc-queue-unreadable file=TEXT                    that file is missing or larger than 1 MiB
 #pragma once
 

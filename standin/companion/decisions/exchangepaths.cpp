@@ -89,6 +89,12 @@ std::optional<std::uint32_t> processOfCommitRequest(std::wstring_view fileName)
     return std::nullopt;
 }
 
+bool mayBeElsewhere(std::wstring_view path)
+{
+    return path.substr(0, 2).find_first_not_of(L"\\/") == std::wstring_view::npos &&
+           path.size() >= 2;
+}
+
 std::wstring fileNameOf(const std::wstring& path)
 {
     return path.substr(path.find_last_of(L"\\/") + 1);

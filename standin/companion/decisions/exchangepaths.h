@@ -34,6 +34,10 @@ std::wstring commitRequestPattern(const std::wstring& folder);
 // The process that one of these names belongs to; empty for any other name.
 std::optional<std::uint32_t> processOfCommitRequest(std::wstring_view fileName);
 
+// True for a path that starts with two slashes of either kind: to look at what it names may mean to
+// ask another computer.
+bool mayBeElsewhere(std::wstring_view path);
+
 // The part of a path behind its last backslash or slash.
 std::wstring fileNameOf(const std::wstring& path);
 

@@ -3,6 +3,7 @@
 #include "decisions/filelines.h"
 #include "decisions/numbers.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace companion {
@@ -23,9 +24,18 @@ std::optional<std::string_view> takeUpToBar(std::string_view& rest)
     return taken;
 }
 
+bool isControl(char c)
+{
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+}
+
 // No file's name holds a bar, so the one behind the program is where the group starts.
 std::optional<QueueEntry> readEntry(std::string_view line)
 {
+    // The system would read a path with a zero byte only up to it.
+    if (std::ranges::any_of(line, isControl)) {
+        return std::nullopt;
+    }
     const auto word = takeUpToBar(line);
     const auto number = takeUpToBar(line);
     const auto program = takeUpToBar(line);

@@ -19,8 +19,8 @@ struct QueueEntry {
     std::string group{};         // may be empty, and may hold bars
 };
 
-// One for each line of the file. A line that is none of these, an empty one too, gives an empty
-// one.
+// One for each line of the file. A line that is none of these, or holds a control character, an
+// empty one too, gives an empty one.
 using QueueLines = std::vector<std::optional<QueueEntry>>;
 QueueLines readQueue(std::string_view bytes);
 

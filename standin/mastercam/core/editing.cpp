@@ -56,6 +56,7 @@ void append(Part& part, PartOperation pass)
     previous.node.next = &added.node;
     part.operationList.push_back(&added);
     part.operationById.emplace(added.node.op.operationId, &added);
+    part.operationByRecord.emplace(&added.node.op, &added);
 }
 
 } // namespace

@@ -73,10 +73,11 @@ constexpr std::string_view operationNames[] = {
     "tool_manager",
 };
 
-// How many calls from now on end so, and how many there were.
+// Which calls from now on end so, and how many there were.
 struct Faults {
     int failures = 0;
     int exceptions = 0;
+    int raisingCall = 0; // the one of them that raises; 0 for none
     int calls = 0;
 };
 
@@ -113,10 +114,15 @@ Outcome takeOutcome(std::string_view operationName)
 {
     Registry& registry = theRegistry();
     const std::scoped_lock guard(registry.lock);
-    const auto found = registry.faults.try_emplace(std::string(operationName)).first;
-    ++found->second.calls;
-    const bool fails = countDown(found->second.failures);
-    const bool raises = countDown(found->second.exceptions);
+    auto found = registry.faults.find(operationName);
+    if (found == registry.faults.end())
+        found = registry.faults.try_emplace(std::string(operationName)).first;
+    Faults& faults = found->second;
+    ++faults.calls;
+    const bool fails = countDown(faults.failures);
+    const bool isRaisingCall = faults.raisingCall == 1;
+    countDown(faults.raisingCall);
+    const bool raises = countDown(faults.exceptions) || isRaisingCall;
     if (raises)
         return Outcome::raises;
     return fails ? Outcome::fails : Outcome::works;
@@ -135,6 +141,11 @@ bool failNext(const std::string& operationName, int count)
 bool raiseNext(const std::string& operationName, int count)
 {
     return setCount(operationName, &Faults::exceptions, count);
+}
+
+bool raiseAt(const std::string& operationName, int nth)
+{
+    return setCount(operationName, &Faults::raisingCall, nth);
 }
 
 int callsOf(const std::string& operationName)

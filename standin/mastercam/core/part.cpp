@@ -34,8 +34,10 @@ void linkPart(Part& part)
         part.groupById.emplace(group.groupId, &group);
     for (tp_tool& tool : part.tools)
         part.toolByNumber.emplace(tool.lead.toolNumber, &tool);
-    for (PartOperation& held : part.operations)
+    for (PartOperation& held : part.operations) {
         part.operationById.emplace(held.node.op.operationId, &held);
+        part.operationByRecord.emplace(&held.node.op, &held);
+    }
 }
 
 bool isEmpty(const Part& part)

@@ -59,6 +59,7 @@ struct Part {
     std::unordered_map<int, TpGroup*> groupById;
     std::unordered_map<int, tp_tool*> toolByNumber;
     std::unordered_map<int, PartOperation*> operationById;
+    std::unordered_map<const operation*, PartOperation*> operationByRecord;
 };
 
 // An operation before any key of it is read: planes -1, everything else zero.

@@ -27,9 +27,12 @@ bool fillTool(tp_tool* tool)
     return true;
 }
 
+// The host's own record tells itself from another of its id; a copy is known by its id alone.
 double cycleSeconds(const operation& op)
 {
     const std::shared_ptr<Part> part = openPart();
+    if (const auto own = part->operationByRecord.find(&op); own != part->operationByRecord.end())
+        return own->second->cycleSeconds;
     const auto found = part->operationById.find(op.operationId);
     return found == part->operationById.end() ? 0.0 : found->second->cycleSeconds;
 }

@@ -1,0 +1,22 @@
+// Windows bitmap files, as far as pictures are shown here.
+#pragma once
+
+#include "decisions/picturescale.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace companion {
+
+// A picture of more pixels is not shown; the largest screens have 33,177,600 (7680 x 4320).
+inline constexpr std::int64_t mostPicturePixels = std::int64_t{1} << 25;
+
+// The size of the largest file that can hold such a picture, with room for its headers.
+inline constexpr std::uint32_t largestBitmapFile = (1u << 27) + 4096;
+
+// The picture in the bytes of a bitmap file: an information header of 40 bytes or more, 1, 4, 8, 24
+// or 32 bits a pixel, not compressed, rows from the bottom up or, with a negative height, from the
+// top down. Empty when the bytes are anything else or fewer than the headers say.
+Pixels readBitmapFile(std::string_view bytes);
+
+} // namespace companion
