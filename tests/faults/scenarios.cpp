@@ -64,14 +64,14 @@ void withOpenRequest(FaultWorld& world)
     world.openMessageWindow();
     pumpMessages(); // what an earlier run has posted
     world.reset();
-    writeBytes(world.path(L"temp\\mcsettings-17.txt"), "C:\\Machines\\Mill.mcam-mmd;3;4\r\n");
+    writeBytes(world.path(L"temp\\mcsettings-17.txt"), "17|3|0|C:\\Machines\\Mill.mcam-mmd\r\n");
     parkOpenRequest(5, world.part());
 }
 
 void withReaderWanted(FaultWorld& world)
 {
     withOpenRequest(world);
-    writeBytes(world.path(L"cfg\\settings.ini"), "MCXCATIA=y\r\nImportNC=y\r\n");
+    writeBytes(world.path(L"cfg\\settings.ini"), "MCXCATIA=y\r\n");
 }
 
 void withCadFile(FaultWorld& world)

@@ -86,7 +86,7 @@ void FaultWorld::reset()
         receiver_.hangUpOnNext();
     writeBytes(part(), wholePart);
     writeBytes(path(L"tmp\\SIDE 1.NC"), "%\nO1\nM30\n%\n");
-    writeBytes(path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\r\nUseFTPServer=n\r\nMCXCATIA=n\r\n");
+    writeBytes(path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\r\nUseFtpServer=n\r\nMCXCATIA=n\r\n");
     installation_.endStandardInput();
     EXPECT_TRUE(standin::putPart(part()));
     standin::setState("db_changed", L"true");
