@@ -41,6 +41,11 @@ QuerySystemInformation systemQuery()
 
 size_t countHandles()
 {
+    return countHandles(GetCurrentProcessId());
+}
+
+size_t countHandles(unsigned long processId)
+{
     std::vector<BYTE> bytes(8 << 20);
     ULONG size = 0;
     if (systemQuery()(extendedHandleInformation, bytes.data(), static_cast<ULONG>(bytes.size()),
@@ -51,7 +56,7 @@ size_t countHandles()
     const auto* const table = reinterpret_cast<const HandleTable*>(bytes.data());
     size_t found = 0;
     for (ULONG_PTR i = 0; i < table->count; ++i)
-        found += table->rows[i].processId == GetCurrentProcessId();
+        found += table->rows[i].processId == processId;
     return found;
 }
 

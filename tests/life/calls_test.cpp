@@ -1,0 +1,138 @@
+// What the calls of the library that ships leave open in the process that holds it: each alone, and
+// a thousand of them mixed.
+#include "fuzz/random.h"
+#include "life/called_library.h"
+#include "support/graphics_objects.h"
+#include "support/handles.h"
+#include "support/life_table.h"
+#include "support/threads.h"
+#include "support/user_objects.h"
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+struct Row {
+    LibraryCall call;
+    const char* name; // of the table
+};
+
+const Row rows[] = {
+    {{"m_load"}, "m_load"},
+    {{"m_about"}, "m_about"},
+    {{"m_save", 0, L"", 1}, "m_save"},
+    {{"m_tools", 0, L"", 1}, "m_tools"},
+    {{"m_main"}, "m_main"},
+    {{"m_main", 0, L"Open TORVA ZEM"}, "m_main"},
+    {{"m_main", 0, L"About"}, "m_about"},
+    {{"m_main", 0, L"Tools", 1}, "m_main"},
+    {{"m_notify", 3}, "m_notify"},
+    {{"m_notify", 4}, "m_notify"},
+    {{"m_notify", 37}, "m_notify"},
+    {{"m_notify", 52}, "m_notify"},
+    {{"importNCqueue", 0, L"", 1}, "importNCqueue"},
+    {{"importNC"}, "importNC"},
+    {{"renameNC"}, "renameNC"},
+    {{"DrawTool"}, "DrawTool"},
+    {{"TestFunction"}, "TestFunction"},
+};
+
+size_t perCall(const std::string& row)
+{
+    return lifeTable().at(row).handles;
+}
+
+struct Objects {
+    int graphics = countFreeGraphicsObjects();
+    int user = countFreeUserObjects();
+
+    bool operator==(const Objects&) const = default;
+};
+
+} // namespace
+
+TEST(LifeOfCalls, leavesOpenWhatTheTableSaysOfEachAlone)
+{
+    CalledLibrary library;
+    for (const Row& row : rows) {
+        library.make(row.call);
+        library.make(row.call); // whatever the system opens once and keeps
+        const size_t before = countHandles();
+        for (int i = 0; i < 3; ++i)
+            library.make(row.call);
+        EXPECT_EQ(countHandles(), before + 3 * perCall(row.name))
+            << row.call.name << ' ' << row.call.argument;
+    }
+}
+
+TEST(LifeOfCalls, leavesOneHandleOpenForEachStartOfTheCompanion)
+{
+    CalledLibrary library(CompanionMarks::none);
+    const LibraryCall openCompanion = {"m_main", 0, L"Open TORVA ZEM"};
+    library.make(openCompanion);
+    const size_t before = countHandles();
+    library.make(openCompanion);
+    EXPECT_EQ(countHandles(), before + perCall("a start of the Companion"));
+}
+
+TEST(LifeOfCalls, leavesOneHandleOpenForEachCommitOnTheCommandLine)
+{
+    CalledLibrary library(CompanionMarks::semaphore);
+    library.make({"m_save"});
+    const size_t before = countHandles();
+    library.make({"m_save"});
+    EXPECT_EQ(countHandles(), before + perCall("a commit on the command line"));
+}
+
+TEST(LifeOfCalls, leavesAnEmptyMachineSettingsFileOpen)
+{
+    CalledLibrary library;
+    library.requestPart(1, "1|3|0|C:\\a.mcam-mmd\r\n");
+    library.requestPart(2, "");
+    const size_t before = countHandles();
+    library.requestPart(3, "");
+    EXPECT_EQ(countHandles(), before + perCall("an empty machine-settings file"));
+    library.requestPart(4, "4|3|0|C:\\a.mcam-mmd\r\n");
+    EXPECT_EQ(countHandles(), before + perCall("an empty machine-settings file"));
+}
+
+TEST(LifeOfCalls, leavesTheNetworkThreadsSocketOpen)
+{
+    CalledLibrary library;
+    const auto opened = [&] {
+        library.make({"m_open"});
+        EXPECT_TRUE(waitUntil([] { return countThreads(GetCurrentProcessId()) == 2; }));
+        return countHandles();
+    };
+    const size_t before = opened();
+    EXPECT_EQ(opened(), before + perCall("m_open"));
+}
+
+TEST(LifeOfCalls, leavesNothingElseOpenAfterAThousandMixedCalls)
+{
+    CalledLibrary library;
+    for (const Row& row : rows)
+        library.make(row.call);
+    const size_t handles = countHandles();
+    const size_t threads = countThreads(GetCurrentProcessId());
+    const Objects before;
+    fuzzing::Random random(20'262);
+    size_t onPurpose = 0;
+    for (int i = 0; i < 1000; ++i) {
+        const Row* row = &rows[random.below(std::size(rows))];
+        // A check-out waits for another second.
+        while (row->call.name == "m_load" && !random.isOneIn(10))
+            row = &rows[random.below(std::size(rows))];
+        library.make(row->call);
+        onPurpose += perCall(row->name);
+    }
+    EXPECT_EQ(countHandles(), handles + onPurpose);
+    EXPECT_EQ(countThreads(GetCurrentProcessId()), threads);
+    // A menu or a window of a program that has just ended goes a moment later.
+    Objects after;
+    waitUntil([&] { return (after = Objects()) == before; });
+    EXPECT_EQ(after.graphics, before.graphics);
+    EXPECT_EQ(after.user, before.user);
+}
