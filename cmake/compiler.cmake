@@ -22,10 +22,22 @@ function(add_own_options target)
   if(MSVC)
     target_compile_options(${target} PRIVATE /W4 /WX /utf-8)
   else()
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
-                                             -Wshadow -Wnon-virtual-dtor -Werror
-                           # GCC 12 warns of its own string assignment.
-                           $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+    target_compile_options(${target} PRIVATE
+      -Wall -Wextra -Wpedantic -Werror
+      -Wconversion -Wsign-conversion -Wdouble-promotion
+      -Wold-style-cast -Wcast-qual
+      -Wshadow -Wredundant-decls
+      -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi -Wmismatched-tags
+      -Wzero-as-null-pointer-constant -Wformat=2 -Wundef -Wunused-macros -Wvla)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+      target_compile_options(${target} PRIVATE
+        -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Warith-conversion
+        -Wformat-signedness -Wsuggest-override -Wctor-dtor-privacy -Wdeprecated-copy-dtor -Walloca
+        # Left out: -Wnull-dereference, which suspects GCC 12's own containers; -Wcast-align, which
+        # suspects every look into a module's headers; -Wuseless-cast, whose casts another
+        # compiler's types need.
+        -Wno-restrict) # GCC 12 warns of its own string assignment.
+    endif()
   endif()
   set_target_properties(${target} PROPERTIES PREFIX "")
 endfunction()

@@ -19,7 +19,7 @@ namespace {
 // Companion is told a file of its own "tmp".
 std::wstring commitFileName()
 {
-    const std::wstring name = hostFileName();
+    std::wstring name = hostFileName();
     const std::wstring folder = getInstallationFolder();
     if (name.find(folder) != std::wstring::npos || !isFtpServerUsed())
         return name;

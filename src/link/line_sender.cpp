@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <sstream>
+#include <utility>
 #include <winsock2.h>
 
 namespace torvapdm {
@@ -46,10 +47,10 @@ void sendBufferOnce(SOCKET connection)
 
 } // namespace
 
-void sendLine(std::string line) // cppcheck-suppress passedByValue // the caller's text is its own
+void sendLine(std::string line)
 {
-    std::ostringstream amsg;
-    amsg << line << '\n';
+    std::ostringstream amsg(std::move(line), std::ios_base::ate);
+    amsg << '\n';
     const std::string text = amsg.str();
     if (text.size() > longestLine)
         return;
@@ -58,7 +59,9 @@ void sendLine(std::string line) // cppcheck-suppress passedByValue // the caller
     std::memcpy(sendBuffer, text.c_str(), text.size() + 1);
     const SOCKET connection = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
     const sockaddr_in server = targetAddress();
-    connect(connection, reinterpret_cast<const sockaddr*>(&server), sizeof server);
+    // Without a connection the sending fails too.
+    static_cast<void>(
+        connect(connection, reinterpret_cast<const sockaddr*>(&server), sizeof server));
     sendBufferOnce(connection);
     closesocket(connection);
     WSACleanup();

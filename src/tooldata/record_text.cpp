@@ -47,7 +47,7 @@ void putValue(RecordText& record, double value)
 void putValue(RecordText& record, const wchar_t* handle)
 {
     char digits[16];
-    auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(handle));
+    std::uint64_t address = reinterpret_cast<std::uintptr_t>(handle);
     for (size_t place = std::size(digits); place-- > 0; address >>= 4)
         digits[place] = "0123456789ABCDEF"[address & 0xF];
     put(record, {digits, std::end(digits)});

@@ -61,6 +61,7 @@ double toolScale(const ToolDimensions& tool, PictureSize picture)
 ToolGeometry toolGeometry(const ToolDimensions& tool, PictureSize picture)
 {
     const double scale = toolScale(tool, picture);
+    const int topMargin = picture.height / 20; // whole pixels
     ToolGeometry geometry = {};
     geometry.scale = scale;
     geometry.centreColumn = picture.width / 2;
@@ -68,7 +69,7 @@ ToolGeometry toolGeometry(const ToolDimensions& tool, PictureSize picture)
     geometry.shankHalf = truncated(tool.shankDiameter / (2 * scale));
     geometry.fluteHalf = truncated((tool.diameter * 0.5 + tool.taper) / scale);
     geometry.diameterHalf = truncated(tool.diameter * 0.5 / scale);
-    geometry.tipRow = truncated(tool.totalLength / scale + picture.height / 20);
+    geometry.tipRow = truncated(tool.totalLength / scale + topMargin);
     return geometry;
 }
 

@@ -55,7 +55,7 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         auto look = std::make_unique<Look>(makeLook());
         createButton(window, *look);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(look.release()));
-        return 0;
+        return 0; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks) // the window owns it now
     }
     case WM_PAINT:
         paint(window, *lookOf(window));

@@ -222,7 +222,7 @@ void work(DeliveryDesk& desk, const std::stop_token& stop)
 
 void startDeliveries(DeliveryDesk& desk)
 {
-    desk.worker = std::jthread([&desk](std::stop_token stop) {
+    desk.worker = std::jthread([&desk](const std::stop_token& stop) {
         try {
             work(desk, stop);
         } catch (...) {

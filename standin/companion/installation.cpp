@@ -42,7 +42,7 @@ void makeSubfolders(const std::wstring& folder)
 
 std::wstring workFolder(const std::wstring& folder)
 {
-    const std::wstring work = folder + L"\\work";
+    std::wstring work = folder + L"\\work";
     CreateDirectoryW(work.c_str(), nullptr);
     if (isPlainAscii(work)) {
         return work;

@@ -98,6 +98,7 @@ void fitLastColumn(HWND list)
 std::vector<ListRow> numberedRows(const std::vector<std::vector<std::wstring>>& rows)
 {
     std::vector<ListRow> result;
+    result.reserve(rows.size());
     for (const auto& cells : rows) {
         result.push_back({cells, static_cast<LPARAM>(result.size())});
     }

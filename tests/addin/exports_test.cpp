@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 #include <windows.h>
@@ -55,6 +56,38 @@ protected:
             found.insert(at<char>(row->Name));
         return found;
     }
+    std::span<const IMAGE_SECTION_HEADER> sections() const
+    {
+        const auto* const optional = reinterpret_cast<const BYTE*>(&headers().OptionalHeader);
+        const auto* const first = reinterpret_cast<const IMAGE_SECTION_HEADER*>(
+            optional + headers().FileHeader.SizeOfOptionalHeader);
+        return {first, headers().FileHeader.NumberOfSections};
+    }
+    // True when the place lies in a section of code.
+    bool isExecuted(DWORD place) const
+    {
+        const auto all = sections();
+        return std::any_of(all.begin(), all.end(), [place](const IMAGE_SECTION_HEADER& section) {
+            return (section.Characteristics & IMAGE_SCN_MEM_EXECUTE) &&
+                   place >= section.VirtualAddress &&
+                   place < section.VirtualAddress + section.Misc.VirtualSize;
+        });
+    }
+    // What is imported by name from this library.
+    std::set<std::string> importedNames(const std::string& library) const
+    {
+        std::set<std::string> found;
+        for (const auto* row = directory<IMAGE_IMPORT_DESCRIPTOR>(IMAGE_DIRECTORY_ENTRY_IMPORT);
+             row->Name; ++row) {
+            if (at<char>(row->Name) != library)
+                continue;
+            for (const auto* thunk = at<IMAGE_THUNK_DATA64>(row->OriginalFirstThunk);
+                 thunk->u1.AddressOfData; ++thunk)
+                found.insert(
+                    at<IMAGE_IMPORT_BY_NAME>(static_cast<DWORD>(thunk->u1.AddressOfData))->Name);
+        }
+        return found;
+    }
     std::wstring string(UINT id) const
     {
         wchar_t text[256];
@@ -99,6 +132,32 @@ TEST_F(AddInLibrary, importsFromTheFourHostLibrariesAndWindowsAlone)
         << testing::PrintToString(others);
 }
 
+TEST_F(AddInLibrary, loadsNoLibraryBehindItsImportTable)
+{
+    for (const int table : {IMAGE_DIRECTORY_ENTRY_DELAY_IMPORT, IMAGE_DIRECTORY_ENTRY_BOUND_IMPORT})
+        EXPECT_EQ(headers().OptionalHeader.DataDirectory[table].Size, 0u) << table;
+}
+
+TEST_F(AddInLibrary, importsWhatItConnectsWithAndNothingThatGivesASocketAPort)
+{
+    const std::set<std::string> sockets = importedNames("WS2_32.dll");
+    EXPECT_EQ(sockets.count("connect"), 1u);
+    EXPECT_EQ(sockets.count("bind"), 0u);
+}
+
+TEST_F(AddInLibrary, exportsCodeOfItsOwnAlone)
+{
+    const auto& range = headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT];
+    const auto* const table = directory<IMAGE_EXPORT_DIRECTORY>(IMAGE_DIRECTORY_ENTRY_EXPORT);
+    const DWORD* const places = at<DWORD>(table->AddressOfFunctions);
+    for (DWORD i = 0; i < table->NumberOfFunctions; ++i) {
+        EXPECT_TRUE(isExecuted(places[i])) << i;
+        EXPECT_FALSE(places[i] >= range.VirtualAddress &&
+                     places[i] < range.VirtualAddress + range.Size)
+            << i << " is another library's";
+    }
+}
+
 TEST_F(AddInLibrary, isA64BitLibraryWithRandomisedAddressesAndNoExecutableData)
 {
     EXPECT_EQ(headers().FileHeader.Machine, IMAGE_FILE_MACHINE_AMD64);
@@ -110,12 +169,13 @@ TEST_F(AddInLibrary, isA64BitLibraryWithRandomisedAddressesAndNoExecutableData)
     EXPECT_FALSE(headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED);
 }
 
-TEST_F(AddInLibrary, hasNoSectionThatIsBothWrittenAndExecuted)
+TEST_F(AddInLibrary, hasNoSectionThatIsBothWrittenAndExecutedOrThatProcessesShare)
 {
-    const auto* const first = IMAGE_FIRST_SECTION(&headers());
-    for (WORD i = 0; i < headers().FileHeader.NumberOfSections; ++i) {
-        const DWORD traits = first[i].Characteristics;
-        EXPECT_FALSE((traits & IMAGE_SCN_MEM_WRITE) && (traits & IMAGE_SCN_MEM_EXECUTE)) << i;
+    ASSERT_FALSE(sections().empty());
+    for (const IMAGE_SECTION_HEADER& section : sections()) {
+        const DWORD traits = section.Characteristics;
+        EXPECT_FALSE((traits & IMAGE_SCN_MEM_WRITE) && (traits & IMAGE_SCN_MEM_EXECUTE));
+        EXPECT_FALSE(traits & IMAGE_SCN_MEM_SHARED);
     }
 }
 

@@ -76,6 +76,37 @@ TEST_F(MachineSettingsFile, withoutBarsIsTheMachineWhole)
     EXPECT_EQ(secondSettingsNumber, 6);
 }
 
+TEST_F(MachineSettingsFile, givesTheHostThePathOfAMachineAsItStands)
+{
+    writeBytes(installation.path(L"a.txt"), "precious");
+    const Lines paths = {L"..\\..\\a.txt",
+                         installation.path(L"temp\\..\\a.txt"),
+                         L"\\\\server.invalid\\share\\m",
+                         L"NUL",
+                         L"COM1",
+                         L"\\\\.\\pipe\\nobodys",
+                         L"\\\\?\\C:\\m",
+                         L"C:\\a.txt:stream"};
+    for (const std::wstring& path : paths) {
+        writeBytes(file(0), "0|8|9|" + toUtf8(path) + '\n');
+        transferMachineSettings();
+        EXPECT_EQ(newTrace(), Lines{activated(path)});
+        EXPECT_FALSE(exists(0));
+    }
+    EXPECT_EQ(readBytes(installation.path(L"a.txt")), "precious");
+}
+
+TEST_F(MachineSettingsFile, isNamedByTheRequestsNumberAlone)
+{
+    for (const std::int32_t id : {std::int32_t{INT32_MIN}, std::int32_t{INT32_MAX}}) {
+        currentRequestId = id;
+        writeBytes(file(id), "x");
+        transferMachineSettings();
+        EXPECT_FALSE(exists(id));
+    }
+    EXPECT_EQ(newTrace(), Lines(2, activated(L"x")));
+}
+
 TEST_F(MachineSettingsFile, activatesTheMachineTwiceForACadFile)
 {
     fileTypePrefix = L"CAD";

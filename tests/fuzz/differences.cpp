@@ -6,10 +6,11 @@ namespace fuzzing {
 
 namespace {
 
-std::string formatted(const char* format, unsigned value)
+// The escape of this letter, with so many digits at least.
+std::string escaped(char letter, int digits, unsigned value)
 {
     char text[16];
-    std::snprintf(text, sizeof text, format, value);
+    std::snprintf(text, sizeof text, "\\%c%0*X", letter, digits, value);
     return text;
 }
 
@@ -25,7 +26,7 @@ std::string shown(std::string_view bytes)
     std::string text = "\"";
     for (const char byte : bytes) {
         const unsigned value = static_cast<unsigned char>(byte);
-        text += isPlain(value) ? std::string(1, byte) : formatted("\\x%02X", value);
+        text += isPlain(value) ? std::string(1, byte) : escaped('x', 2, value);
     }
     return text + '"';
 }
@@ -35,8 +36,7 @@ std::string shown(const std::wstring& wide)
     std::string text = "L\"";
     for (const wchar_t unit : wide) {
         const auto value = static_cast<unsigned>(unit);
-        text +=
-            isPlain(value) ? std::string(1, static_cast<char>(unit)) : formatted("\\u%04X", value);
+        text += isPlain(value) ? std::string(1, static_cast<char>(unit)) : escaped('u', 4, value);
     }
     return text + '"';
 }

@@ -37,6 +37,32 @@ int WINAPI notedSend(SOCKET connection, const char* bytes, int size, int flags)
     return systems(&send, "send", L"ws2_32.dll")(connection, bytes, size, flags);
 }
 
+// A computer with two addresses of which the second one would do as well, and what it was asked.
+std::vector<std::string> namesAsked;
+
+hostent* WSAAPI twoAddresses(const char* name)
+{
+    static char first[] = {127, 0, 0, 1};
+    static char second[] = {127, 0, 0, 2};
+    static char* addresses[] = {first, second, nullptr};
+    static hostent entry = {};
+    namesAsked.emplace_back(name);
+    entry.h_addrtype = AF_INET;
+    entry.h_length = 4;
+    entry.h_addr_list = addresses;
+    return &entry;
+}
+
+// Where connections went: address and port.
+std::vector<std::string> targets;
+
+int WINAPI targetedConnect(SOCKET connection, const sockaddr* address, int size)
+{
+    const auto& target = *reinterpret_cast<const sockaddr_in*>(address);
+    targets.push_back(inet_ntoa(target.sin_addr) + (':' + std::to_string(ntohs(target.sin_port))));
+    return systems(&connect, "connect", L"ws2_32.dll")(connection, address, size);
+}
+
 void noteCalls()
 {
     leadCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
@@ -93,6 +119,16 @@ TEST(LineSender, makesOneAttemptAlsoWhenNobodyListens)
     calls.clear();
     EXPECT_EQ(sent("taken"), "taken\n");
     EXPECT_EQ(calls, oneAttempt);
+}
+
+TEST(LineSender, connectsToTheFirstOfTheLocalComputersAddressesAlone)
+{
+    leadCalls(&connect, "connect", &targetedConnect, L"ws2_32.dll");
+    leadCalls(&gethostbyname, "gethostbyname", &twoAddresses, L"ws2_32.dll");
+    EXPECT_EQ(sent("taken"), "taken\n");
+    sendLine("lost");
+    EXPECT_EQ(namesAsked, (std::vector<std::string>(2, ""))); // the local computer's
+    EXPECT_EQ(targets, (std::vector<std::string>(2, "127.0.0.1:4559")));
 }
 
 TEST(LineSender, returnsWhenTheListenerNeverReads)

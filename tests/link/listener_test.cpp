@@ -242,6 +242,18 @@ TEST(CommandFile, isNotCreatedUnderAPathThatAZeroCutsShort)
     EXPECT_EQ(readBytes(other), "precious");
 }
 
+TEST(CommandFile, isEmptiedAndRemovedUnderItsNameWhereALinkLiesInItsPlace)
+{
+    const Installation installation;
+    const std::wstring other = installation.path(L"linked.txt");
+    const std::wstring path = installation.commandFile(1);
+    writeBytes(other, "linked");
+    ASSERT_TRUE(CreateHardLinkW(path.c_str(), other.c_str(), nullptr));
+    CloseHandle(createCommandFileOrNull(path));
+    EXPECT_FALSE(readBytes(path).has_value());
+    EXPECT_EQ(readBytes(other), "");
+}
+
 TEST_F(Listener, keepsItsFileSharedForReadingWritingAndDeleting)
 {
     const HANDLE file = CreateFileW(commandPath.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,

@@ -160,6 +160,30 @@ TEST_F(NcQueue, listsEveryFileThatANameMatches)
                            entry("PA2.NC", "Mill") + "\r\n");
 }
 
+TEST_F(NcQueue, listsNothingOutsideTheProgramsFolderForANameThatLeadsOut)
+{
+    writeBytes(installation.path(L"A.NC"), "outside");
+    post(L"A.NC");
+    for (const char* name : {R"(..\A.nci)", R"(C:..\A.nci)", R"(\\server.invalid\share\A.nci)",
+                             "../A.nci", R"(\\.\pipe\A.nci)"}) {
+        putPart(twoGroups + operationIn(2, name));
+        importNcQueue();
+        EXPECT_EQ(queue(), "NCPATH|-1|" + entry("A.NC", "Mill") + "\r\n") << name;
+    }
+    for (const char* name : {"...nci", "C:A.nci", "A:stream.nci", "A/.nci", "A|B.nci"}) {
+        putPart(twoGroups + operationIn(2, name));
+        importNcQueue();
+        EXPECT_EQ(queue(), "") << name;
+    }
+}
+
+TEST_F(NcQueue, listsADeviceThatTheSystemFindsInEveryFolder)
+{
+    putPart(twoGroups + operationIn(2, "COM1.nci"));
+    importNcQueue();
+    EXPECT_EQ(queue(), "NCPATH|-1|" + entry("COM1", "Mill") + "\r\n");
+}
+
 TEST_F(NcQueue, takesTheSuffixAsTheHostGivesIt)
 {
     standin::setState("nc_suffix", L"-x");

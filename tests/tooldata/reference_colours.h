@@ -31,7 +31,7 @@ inline std::uint32_t packedOf(int low, int second, int third)
 // Every step's result as single precision keeps it.
 inline double single(double value)
 {
-    return static_cast<float>(value);
+    return static_cast<double>(static_cast<float>(value));
 }
 
 inline int cut(double unit, double range)

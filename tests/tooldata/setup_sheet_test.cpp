@@ -47,6 +47,27 @@ TEST_F(SetupSheet, isAnnouncedAlsoWhenTheHostReportsFailureButNamesAFile)
     EXPECT_EQ(newTrace(), Lines{L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> false"});
 }
 
+TEST_F(SetupSheet, isAnnouncedUnderItsNameAsItStands)
+{
+    for (const char* name : {R"(..\..\a.xml)", R"(\\server.invalid\share\a.xml)", "CON",
+                             R"(\\.\pipe\nobodys)", "a.xml:stream", "a|b", "a\nZEMID=1|b"}) {
+        standin::setState("setup_sheet_files", fromUtf8(name));
+        sendSetupSheet();
+        EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;" + std::string(name) + '\n');
+    }
+}
+
+TEST_F(SetupSheet, isNotAnnouncedUnderANameThatFillsTheLine)
+{
+    const std::wstring longest(1023 - 23, L'x'); // behind "MCAMXMLIMPORTDATAID=0;", with its end
+    standin::setState("setup_sheet_files", longest + L'x');
+    sendSetupSheet();
+    EXPECT_TRUE(companion.isIdle());
+    standin::setState("setup_sheet_files", longest);
+    sendSetupSheet();
+    EXPECT_EQ(companion.nextConnection().value_or("").size(), 1023u);
+}
+
 TEST_F(SetupSheet, goesOutInTheThreadsCodePage)
 {
     standin::setState("setup_sheet_files", L"C:\\\u0416\u4E00.xml");

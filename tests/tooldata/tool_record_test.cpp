@@ -100,3 +100,11 @@ TEST(ToolRecord, isNotMadeAbove2047Characters)
     values.ownTool.comment = comment;
     EXPECT_EQ(toolRecord(values), std::nullopt);
 }
+
+TEST(ToolRecord, takesACommentThatLooksLikeItsOwnKeysAsItStands)
+{
+    ToolRecordValues values = distinct;
+    values.ownTool.comment = L"a|TNUM=9\nTOOLDATA|DATAID=1";
+    EXPECT_NE(toolRecord(values)->find("|COMMENT=a|TNUM=9\nTOOLDATA|DATAID=1|PLANEWOFF=141|"),
+              std::string::npos);
+}

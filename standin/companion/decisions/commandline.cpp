@@ -127,7 +127,7 @@ bool readOptions(const WordRow& row, const std::vector<std::wstring>& arguments,
 
 Command readCommandLine(std::wstring_view text)
 {
-    const Command notUnderstood{.word = Word::notUnderstood};
+    Command notUnderstood{.word = Word::notUnderstood};
     const std::vector<std::wstring> arguments = splitArguments(text);
     if (arguments.empty()) {
         return {};

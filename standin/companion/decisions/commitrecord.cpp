@@ -48,7 +48,7 @@ bool isLetter(wchar_t c)
 
 Piece recordOrStart(std::string_view bytes)
 {
-    const Piece foreign{PieceKind::foreign, 0};
+    Piece foreign{PieceKind::foreign, 0};
     if (bytes.size() < headSize) {
         return {PieceKind::incomplete, bytes.size()};
     }

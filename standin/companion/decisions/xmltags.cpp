@@ -51,7 +51,7 @@ std::wstring resolved(std::wstring_view text)
 // Takes a name off the front, up to white space or one of the characters that end it.
 std::wstring takeName(std::wstring_view& text)
 {
-    const std::wstring name(text.substr(0, text.find_first_of(L" \t\r\n=/>\"")));
+    std::wstring name(text.substr(0, text.find_first_of(L" \t\r\n=/>\"")));
     text.remove_prefix(name.size());
     return name;
 }

@@ -109,7 +109,7 @@ struct StateEntry {
     std::wstring (*get)();
 };
 
-constexpr StateEntry entries[] = {
+const StateEntry entries[] = {
     {"geo_filename", setName, documentName},
     {"db_changed", setFlag<&HostSettings::databaseChanged>, flag<&HostSettings::databaseChanged>},
     {"backplot", setFlag<&HostSettings::backplotActive>, flag<&HostSettings::backplotActive>},

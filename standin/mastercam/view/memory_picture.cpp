@@ -23,7 +23,7 @@ BITMAPINFOHEADER headerFor(int width, int height)
     header.biPlanes = 1;
     header.biBitCount = bitsAPixel;
     header.biCompression = BI_RGB;
-    header.biSizeImage = static_cast<DWORD>(rowBytes(width) * height);
+    header.biSizeImage = static_cast<DWORD>(rowBytes(width)) * static_cast<DWORD>(height);
     return header;
 }
 
