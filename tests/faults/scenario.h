@@ -38,14 +38,10 @@ private:
     bool isOpen_ = false;
 };
 
-// How often a scenario may be run in one process: again and again, also after a fault; again, but a
-// fault may end what it needs; once.
-enum class Repeats { always, untilAFault, never };
-
 struct Scenario {
     std::string name;
     Callers callers;
-    Repeats repeats;
+    bool repeats; // may be run more than once in a process
     void (*prepare)(FaultWorld& world);
     void (*act)(FaultWorld& world);
     // Files that it may write anew or remove, as the ends of their names in an outcome.
