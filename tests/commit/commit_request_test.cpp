@@ -310,12 +310,12 @@ TEST_F(CommitRequest, isRedirectedOutsideTheInstallationFolderWithTheFtpServer)
 TEST_F(CommitRequest, tellsANameWithoutABackslashWholeBehindTheRedirectionsFolder)
 {
     writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y\n");
-    standin::setState("geo_filename", L"C:/work/../../a.mcam");
+    standin::setState("geo_filename", L"C:/parts/../../a.mcam");
     const LineReceiver receiver;
     runCompanion();
     EXPECT_TRUE(requestCommit());
     EXPECT_EQ(receiver.nextConnection(),
-              "ZEMID=42|" + toUtf8(installation.path(L"tmp\\C:/work/../../a.mcam")) + '\n');
+              "ZEMID=42|" + toUtf8(installation.path(L"tmp\\C:/parts/../../a.mcam")) + '\n');
     EXPECT_FALSE(readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // told, never written
 }
 
