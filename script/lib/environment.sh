@@ -55,11 +55,15 @@ build() {
 # on a virtual screen of its own, so that it meets neither the machine's network nor its desktop.
 # Where the system grants no network of one's own, the machine's is used.
 run_isolated() {
-    local network=(unshare -n)
-    [ "$(id -u)" = 0 ] || network=(unshare -r -n)
-    if ! "${network[@]}" true 2>/dev/null; then
+    local network=("${own_network[@]}")
+    if ! has_own_network; then
         say "no network namespace to be had: using the machine's network"
         network=(env NETWORK=machine)
     fi
     exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
 }
+
+# How a command gets a network of its own, and whether the system grants one.
+own_network=(unshare -n)
+[ "$(id -u)" = 0 ] || own_network=(unshare -r -n)
+has_own_network() { "${own_network[@]}" true 2>/dev/null; }

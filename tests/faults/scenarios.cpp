@@ -83,6 +83,7 @@ void withCadFile(FaultWorld& world)
 
 void asLoaded(FaultWorld&) {}
 
+// So many pauses have begun: after the second, the listener has had a whole look at its file.
 void waitForCycles(int cycles)
 {
     const int pauses = pausesOfOtherThreads();
@@ -128,7 +129,7 @@ void sendRequest(const FaultWorld& world, const std::string& request)
 {
     const WatchedMessageWindow window;
     writeRequest(world.commandFile(), request);
-    waitForCycles(3);
+    waitForCycles(2);
     const auto& arrived = window.arrived();
     if (std::ranges::find(arrived, openMessage) != arrived.end())
         standin::trace(L"open message posted");
@@ -193,7 +194,7 @@ const std::vector<Scenario>& scenarios()
          {L"a.mcam", L"mcsettings-17.txt"}},
         {"network thread", here, again, asLoaded, [](FaultWorld&) { networkThread(nullptr); },
          nothing},
-        {"listener, no request", listener, again, opened, [](FaultWorld&) { waitForCycles(3); },
+        {"listener, no request", listener, again, opened, [](FaultWorld&) { waitForCycles(2); },
          nothing},
         {"listener, open request",
          listener,
