@@ -1,0 +1,29 @@
+// Which kind of exchange file a file is.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zemlink {
+
+enum class ExchangeKind {
+    commandFile,
+    machineSettings,
+    commitRecords,
+    toolData,
+    ncQueue,
+    settings
+};
+
+// `command`, `machine`, `commits`, `tools`, `queue`, `settings`: the words of --as, in this order.
+std::vector<std::string> kindWords();
+std::string kindWord(ExchangeKind kind);
+// Empty for any other word.
+std::optional<ExchangeKind> kindOfWord(std::string_view word);
+
+// By the name that such a file has, or else by what it holds. Empty when neither tells.
+std::optional<ExchangeKind> kindOf(std::wstring_view fileName, std::string_view bytes);
+
+} // namespace zemlink

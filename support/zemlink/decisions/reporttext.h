@@ -1,0 +1,24 @@
+// A report as text for people.
+#pragma once
+
+#include "zemlink/decisions/report.h"
+
+#include <string>
+
+namespace zemlink {
+
+// A line for each value, `key: value`, each ended by a line feed; what belongs to a key stands
+// below it, two blanks further in, and each entry of a list starts with a dash.
+//
+//   installation:
+//     folder: C:\TORVA\ZEM
+//   hosts:
+//     - process: 4711
+//       title: bracket.mcam
+//   commits waiting: none
+//
+// A key `likeThis` is shown as `like this`; one that starts with a capital stays as it is.
+// A control character in a text is shown as its two hexadecimal digits, `<0D>`.
+std::string asText(const Report& report);
+
+} // namespace zemlink

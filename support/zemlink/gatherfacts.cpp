@@ -1,0 +1,97 @@
+#include "zemlink/gatherfacts.h"
+
+#include "decisions/exchangepaths.h"
+#include "decisions/numbers.h"
+#include "files.h"
+#include "handle.h"
+#include "zemlink/commitfacts.h"
+#include "zemlink/companionfacts.h"
+#include "zemlink/portfacts.h"
+#include "zemlink/processes.h"
+#include "zemlink/registry.h"
+#include "zemlink/systemerror.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zemlink {
+namespace {
+
+Result lookAt(const std::wstring& path, bool isFolderExpected)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return resultOf(false, GetLastError());
+    }
+    const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return resultOf(isFolder == isFolderExpected,
+                    isFolderExpected ? ERROR_DIRECTORY : ERROR_FILE_NOT_FOUND);
+}
+
+Result tryToMakeFile(const std::wstring& folder)
+{
+    const std::wstring path =
+        folder + L"\\zemlink-" + std::to_wstring(GetCurrentProcessId()) + L".tmp";
+    const companion::OwnHandle file = companion::ownFile(
+        CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    const DWORD error = GetLastError();
+    return resultOf(file != nullptr, error);
+}
+
+// The process of `mastercam-4711.dat`; empty for any other name.
+std::optional<std::uint32_t> processOfCommandFile(std::wstring_view name)
+{
+    constexpr std::wstring_view start = L"mastercam-", end = L".dat";
+    if (!name.starts_with(start) || !name.ends_with(end)) {
+        return std::nullopt;
+    }
+    name.remove_prefix(start.size());
+    name.remove_suffix(end.size());
+    const auto number = companion::readNumber(name, 0, std::numeric_limits<std::uint32_t>::max());
+    return number ? std::optional(static_cast<std::uint32_t>(*number)) : std::nullopt;
+}
+
+std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
+{
+    std::vector<CommandFile> files;
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW((folder + L"\\temp\\mastercam-*.dat").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return files;
+    }
+    do {
+        if (const auto process = processOfCommandFile(found.cFileName)) {
+            const std::wstring path = folder + L"\\temp\\" + found.cFileName;
+            files.push_back({path, *process, companion::fileSize(path), isRunning(*process)});
+        }
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+    std::sort(files.begin(), files.end(),
+              [](const CommandFile& a, const CommandFile& b) { return a.process < b.process; });
+    return files;
+}
+
+} // namespace
+
+Facts gatherFacts(Temp temp)
+{
+    Facts facts;
+    facts.folder = registeredFolder();
+    const std::wstring& folder = facts.folder.path;
+    facts.folderThere = lookAt(folder, true);
+    facts.commitThere = lookAt(folder + L"\\commit", true);
+    facts.programThere = lookAt(folder + L"\\TORVA-ZEM.exe", false);
+    if (temp == Temp::isTried) {
+        facts.tempWritable = tryToMakeFile(folder + L"\\temp");
+    }
+    facts.settings = companion::readFile(folder + L"\\cfg\\settings.ini");
+    facts.companion = lookAtCompanion();
+    facts.hosts = companion::findHosts();
+    facts.commandFiles = findCommandFiles(folder);
+    facts.commitFiles = findCommitFiles(folder);
+    facts.port = lookAtPort();
+    return facts;
+}
+
+} // namespace zemlink

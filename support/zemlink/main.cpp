@@ -1,0 +1,23 @@
+// zemlink: speaks the exchanges between the Companion and the hosts' add-in from outside.
+#include "text.h"
+#include "zemlink/commands.h"
+#include "zemlink/decisions/report.h"
+#include "zemlink/output.h"
+
+#include <exception>
+#include <string>
+#include <vector>
+
+int wmain(int count, wchar_t** words)
+{
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) {
+        arguments.push_back(companion::toUtf8(words[i]));
+    }
+    try {
+        return zemlink::carryOut(zemlink::readArguments(std::move(arguments)));
+    } catch (const std::exception& error) {
+        zemlink::print(zemlink::Stream::error, std::string("zemlink: ") + error.what() + '\n');
+        return zemlink::trouble;
+    }
+}

@@ -1,0 +1,52 @@
+#include "zemlink/output.h"
+
+#include "text.h"
+#include "zemlink/decisions/reporttext.h"
+
+#include <windows.h>
+
+namespace zemlink {
+namespace {
+
+constexpr int indent = 2;
+
+bool printToConsole(HANDLE stream, std::string_view text)
+{
+    DWORD mode = 0;
+    if (!GetConsoleMode(stream, &mode)) {
+        return false;
+    }
+    const std::wstring wide = companion::fromUtf8(text);
+    DWORD written = 0;
+    return WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+}
+
+// Text that is not UTF-8 cannot be in a report, but would be shown rather than end the program.
+std::string json(const Report& report, int depth)
+{
+    return report.dump(depth, ' ', false, Report::error_handler_t::replace) + '\n';
+}
+
+} // namespace
+
+void print(Stream stream, std::string_view text)
+{
+    HANDLE handle = GetStdHandle(stream == Stream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    DWORD written = 0;
+    if (!printToConsole(handle, text)) {
+        WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    }
+}
+
+void printReport(const Report& report, bool isJson)
+{
+    if (isJson) {
+        print(Stream::output, json(report, indent));
+    } else if (report.contains("error")) {
+        print(Stream::error, "zemlink: " + report["error"].get<std::string>() + '\n');
+    } else {
+        print(Stream::output, asText(report));
+    }
+}
+
+} // namespace zemlink

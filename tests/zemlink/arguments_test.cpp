@@ -1,0 +1,128 @@
+// The words of a start of zemlink, and its answers about requests and the port.
+#include "zemlink/decisions/answer.h"
+#include "zemlink/decisions/arguments.h"
+#include "zemlink/decisions/hostchoice.h"
+
+#include <gtest/gtest.h>
+
+using namespace zemlink;
+using companion::Verdict;
+
+namespace {
+
+// What is said about wrong words, or an empty text when they are understood.
+std::string complaint(std::vector<std::string> words)
+{
+    const Arguments arguments = readArguments(std::move(words));
+    EXPECT_EQ(arguments.exitCode, arguments.text.empty() ? 0 : 2);
+    EXPECT_EQ(arguments.command == Command::none, !arguments.text.empty());
+    return arguments.text.substr(0, arguments.text.find('\n'));
+}
+
+Port heldBy(std::uint32_t process, const wchar_t* program)
+{
+    Port port;
+    port.holder = process;
+    port.program = program;
+    return port;
+}
+
+} // namespace
+
+TEST(Arguments, nameACommandWithItsOptionsInAnyOrder)
+{
+    const Arguments open =
+        readArguments({"open", "--timeout", "3", "-5", "C:\\a b.mcam", "--json", "--host", "4711"});
+    EXPECT_EQ(open.command, Command::open);
+    EXPECT_EQ(open.id, -5);
+    EXPECT_EQ(open.path, "C:\\a b.mcam");
+    EXPECT_EQ(open.host, 4711u);
+    EXPECT_EQ(open.timeoutMs, 3000);
+    EXPECT_TRUE(open.isJson);
+    const Arguments decode = readArguments({"--json", "decode", "x", "--as", "queue"});
+    EXPECT_EQ(decode.command, Command::decode);
+    EXPECT_EQ(decode.kind, ExchangeKind::ncQueue);
+    EXPECT_TRUE(decode.isJson);
+}
+
+TEST(Arguments, leaveWhatIsNotSaidEmpty)
+{
+    const Arguments listen = readArguments({"listen"});
+    EXPECT_EQ(listen.command, Command::listen);
+    EXPECT_FALSE(listen.isJson || listen.count || listen.timeoutMs || listen.host || listen.kind);
+    EXPECT_EQ(readArguments({"checkin"}).path, "");
+    EXPECT_EQ(readArguments({"new", "4294967"}).id, 4294967);
+    EXPECT_EQ(readArguments({"status"}).command, Command::status);
+    EXPECT_EQ(readArguments({"doctor"}).command, Command::doctor);
+}
+
+TEST(Arguments, areComplainedAboutWithTheirCause)
+{
+    EXPECT_EQ(complaint({}), "A command is required");
+    EXPECT_EQ(complaint({"bogus"}), "The following argument was not expected: bogus");
+    EXPECT_EQ(complaint({"open", "17"}), "PATH is required");
+    EXPECT_EQ(complaint({"open", "-1", "x"}),
+              "ID: -1 stands for no request; the host would open nothing");
+    EXPECT_EQ(complaint({"new", "2147483648"}),
+              "ID: Value 2147483648 not in range -2147483648 to 2147483647");
+    EXPECT_EQ(complaint({"checkin", "--host", "0"}),
+              "--host: Value 0 not in range 1 to 4294967295");
+    EXPECT_EQ(complaint({"decode", "x", "--as", "y"}),
+              "--as: y not in {command,machine,commits,tools,queue,settings}");
+    EXPECT_NE(complaint({"status", "--count", "1"}), "");
+    EXPECT_NE(complaint({"listen", "--timeout", "0"}), "");
+}
+
+TEST(Arguments, askForTheVersionAndForHelp)
+{
+    const Arguments version = readArguments({"--version"});
+    EXPECT_EQ(version.command, Command::none);
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_EQ(version.text, "zemlink " PROJECT_VERSION_TEXT "\n");
+    const Arguments help = readArguments({"decode", "--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_NE(help.text.find("Exit codes: 0 done, 1 trouble found or request not taken, 2 wrong "
+                             "usage."),
+              std::string::npos)
+        << help.text;
+}
+
+TEST(HostChoice, isTheOnlyHostOrTheNamedOne)
+{
+    const std::vector<companion::Host> two = {{4, L"a"}, {8, L"b"}};
+    EXPECT_EQ(chooseHost({two[0]}, {}).process, 4u);
+    EXPECT_EQ(chooseHost(two, 8).process, 8u);
+    EXPECT_EQ(chooseHost({}, {}).reason, "no host with the add-in runs");
+    EXPECT_FALSE(chooseHost(two, {}).process.has_value());
+    EXPECT_EQ(chooseHost(two, {}).reason,
+              "several hosts run, choose one with --host: 4 (a), 8 (b)");
+    EXPECT_EQ(chooseHost(two, 9).reason, "process 9 is no running host with the add-in");
+}
+
+TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
+{
+    const Report request{{"request", "new file"}};
+    EXPECT_EQ(answerOutcome(request, 4, Verdict::taken, "").report.dump(),
+              R"({"request":"new file","host":4,"taken":true,)"
+              R"("answer":"The host has taken the request."})");
+    EXPECT_EQ(answerOutcome(request, 4, Verdict::taken, "").exitCode, done);
+    for (const Verdict verdict :
+         {Verdict::full, Verdict::missing, Verdict::notTaken, Verdict::lost})
+        EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, trouble);
+    EXPECT_EQ(answerText(Verdict::full, "Access denied. (error 5)"),
+              "Nothing was written, the command file cannot be: Access denied. (error 5)");
+    EXPECT_EQ(answerText(Verdict::lost, ""),
+              "The command file went away with the request: the host has ended.");
+}
+
+TEST(Answer, namesTheHolderOfThePortAsFarAsItIsKnown)
+{
+    EXPECT_EQ(portTakenText("In use. (error 10048)", heldBy(99, L"C:\\x.exe"), true),
+              "port 4559 cannot be opened: In use. (error 10048); process 99 (C:\\x.exe) holds it");
+    EXPECT_EQ(portTakenText("e", heldBy(99, L""), false),
+              "port 4559 cannot be opened: e; process 99 holds it");
+    EXPECT_EQ(portTakenText("e", Port(), true),
+              "port 4559 cannot be opened: e; the Companion runs, end it first");
+    EXPECT_EQ(portTakenText("e", Port(), false),
+              "port 4559 cannot be opened: e; another program seems to hold it");
+}

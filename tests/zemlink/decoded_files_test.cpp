@@ -1,0 +1,112 @@
+// zemlink's reading of exchange files that the stand-in Companion and the add-in have written.
+#include "endtoend/companion_program.h"
+#include "endtoend/host_program.h"
+#include "support/companion_double.h"
+#include "zemlink/announced_host.h"
+#include "zemlink/tool_run.h"
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+const std::wstring ownId = std::to_wstring(GetCurrentProcessId());
+
+class ZemlinkDecodes : public ::testing::Test {
+protected:
+    ToolResult decode(const std::wstring& file, const std::wstring& options = L"") const
+    {
+        return runTool(installation, L"decode " + quoted(file) + L' ' + options);
+    }
+
+    Installation installation{Registry::ofTheUser};
+};
+
+} // namespace
+
+TEST_F(ZemlinkDecodes, aRequestAndItsMachineSettingsFromTheCompanion)
+{
+    installCompanionWithLibrary(installation);
+    const AnnouncedHost host;
+    const std::wstring commandFile = AnnouncedHost::makeCommandFile(installation);
+    const CompanionProgram companion(installation);
+    ASSERT_EQ(companion.tell(L"--send \"pump cover\" --host " + ownId), 0u);
+    ASSERT_TRUE(companion.waitForLog(L"sent id=31"));
+    ASSERT_TRUE(waitUntil([&] { return readBytes(commandFile).value_or("") != ""; }));
+    const std::string path = toUtf8(installation.path(L"work\\pump cover.mcam"));
+    const ToolResult request = decode(commandFile);
+    EXPECT_EQ(request.exitCode, 0u);
+    EXPECT_EQ(request.output, "kind: command\nbytes: " + std::to_string(7 + path.size()) +
+                                  "\nrequest: open\nid: 31\npath: " + path + "\n");
+    const ToolResult machine = decode(installation.path(L"temp\\mcsettings-31.txt"));
+    EXPECT_EQ(machine.exitCode, 0u);
+    EXPECT_EQ(machine.output, "kind: machine\nbytes: 41\nid: 31\nnc path: 5\nsecond number: 0\n"
+                              "machine: C:\\Machines\\Mill 4-axis.mcam-mmd\n");
+}
+
+TEST_F(ZemlinkDecodes, theCommitsOfTheAddIn)
+{
+    CompanionDouble companion;
+    companion.holdSemaphore();
+    companion.showWindow();
+    const std::wstring part = installation.path(L"a.mcam");
+    writeBytes(part, "");
+    const std::string script = "set geo_filename " + toUtf8(part) + "\ncall m_save 0\n";
+    const HostProgram host(installation, script + script);
+    const std::wstring file = installation.path(L"temp\\torvapdm-" + ownId + L".dat");
+    const size_t size = 8 + 2 * part.size();
+    ASSERT_TRUE(waitUntil([&] { return readBytes(file).value_or("").size() == 2 * size; }));
+    const ToolResult result = decode(file);
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.output, "kind: commits\nbytes: " + std::to_string(2 * size) +
+                                 "\nrecords:\n  - at: 0\n    id: 0\n    file: " + toUtf8(part) +
+                                 "\n  - at: " + std::to_string(size) +
+                                 "\n    id: 0\n    file: " + toUtf8(part) + "\n");
+    const ToolResult status = runTool(installation, L"status");
+    EXPECT_NE(status.output.find("commits waiting:\n  - file: " + toUtf8(file) +
+                                 "\n    process running: yes\n    records:\n      - at: 0\n"
+                                 "        id: 0\n        file: " +
+                                 toUtf8(part) + "\n"),
+              std::string::npos)
+        << status.output;
+}
+
+TEST_F(ZemlinkDecodes, settingsAsTheyAreInForce)
+{
+    const std::wstring file = installation.path(L"cfg\\settings.ini");
+    writeBytes(file, "UseFtpServer=y\r\nAlwaysSaveTools=Y\r\nXUseFtpServer=n\r\nMCXCATIA=y");
+    const ToolResult result = decode(file);
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.output,
+              "kind: settings\nbytes: 62\nlines:\n  - UseFtpServer=y\n  - AlwaysSaveTools=Y\n"
+              "  - XUseFtpServer=n\n  - MCXCATIA=y\nin force:\n  UseFtpServer: no\n"
+              "  AlwaysSaveTools: no\n  MCXCATIA: no\n  MCXIMPORTNC: yes\nremarks:\n"
+              "  - The last line has no line end: its value loses its last character.\n");
+}
+
+TEST_F(ZemlinkDecodes, aFileOfAnyNameByItsContentOrAsItIsTold)
+{
+    const std::wstring file = installation.path(L"copy.bin");
+    writeBytes(file, "CHECKIN a.mcam");
+    EXPECT_EQ(decode(file, L"--json").output,
+              "{\n  \"kind\": \"command\",\n  \"bytes\": 14,\n  \"request\": \"check-in\",\n"
+              "  \"name\": \"a.mcam\"\n}\n");
+    EXPECT_EQ(decode(file, L"--as queue").output,
+              "kind: queue\nbytes: 14\nprograms: none\nbad lines:\n  - 1\n");
+}
+
+TEST_F(ZemlinkDecodes, noFileThatIsMissingOrOfNoKnownKind)
+{
+    const ToolResult missing = decode(installation.path(L"temp\\tool-17.txt"));
+    EXPECT_EQ(missing.exitCode, 1u);
+    EXPECT_NE(missing.errors.find("(error 2)\n"), std::string::npos) << missing.errors;
+    const std::wstring file = installation.path(L"readme.txt");
+    writeBytes(file, "hello");
+    const ToolResult unknown = decode(file);
+    EXPECT_EQ(unknown.exitCode, 1u);
+    EXPECT_EQ(unknown.errors,
+              "zemlink: " + toUtf8(file) +
+                  ": neither its name nor what it holds tells its kind; name it with --as\n");
+    EXPECT_EQ(decode(file, L"--as nonsense").exitCode, 2u);
+}

@@ -1,0 +1,140 @@
+// How zemlink recognises exchange files, and what it makes of each kind.
+#include "zemlink/decisions/decoding.h"
+#include "zemlink/decisions/noticereport.h"
+#include "zemlink/decisions/reporttext.h"
+
+#include <gtest/gtest.h>
+
+using namespace zemlink;
+using namespace std::string_literals;
+
+namespace {
+
+std::string wordOf(std::wstring_view name, std::string_view bytes)
+{
+    const auto kind = kindOf(name, bytes);
+    return kind ? kindWord(*kind) : "none";
+}
+
+const std::string record =
+    "TOOLDATA|DATAID=17|TPNAME=000002A1F3C05E40|CPNAME=000002A1F3C05E80|DIA=12.5|TNUM=4"
+    "|TTYPE=10|GEOFILE=000002A1F3C05EC0|CRAD=0.5|LOFF=5|DOFF=6|NCNAME=000002A1F3C05F00"
+    "|FLUTES=3|OPID=101|RADTYPE=2|TLMATERIAL=1|OPFEED=900|LENGTHOFFSET=7"
+    "|LENGTH OVERALL=80|STATION=8|SLOT=9|ADSHLDRANGLE=45|ADDIAM=11.5"
+    "|GEOFILE=000002A1F3C05F40|OPERATION NUMBER=1|TIPANGLE=118|PILOTDIA=1.25"
+    "|FLUTELENGTH=26|SHLDRLENGTH=30|SHLDRDIAM=13|ARBORDIA=14|HOLDERDIA=50"
+    "|HOLDERLENGTH=inf|RPM=8000|FEED=901|PLUNGE=300|RETRACT=1e+06|GROUP=15"
+    "|MACHINEGROUP=16|LEVELNUMBER=18|SPINDLEROT=1|COMMENT=End \xC4 mill"
+    "|PLANEWOFF=54|OPERATIONCOMMENT=|OPERATIONTYPE=19|HOLDERNO=20|COMPENSATIONTYPE=21"
+    "|DEPTH=-12.5|TPTYPE=22|TPX=1|TPY=2|TPZ=3|CPTYPE=23|CPX=4|CPY=5|CPZ=6|OPTIME=61.5\r\n";
+
+} // namespace
+
+TEST(ExchangeKind, isKnownByTheNameFirst)
+{
+    EXPECT_EQ(wordOf(L"mastercam-4711.dat", ""), "command");
+    EXPECT_EQ(wordOf(L"McSettings-17.TXT", ""), "machine");
+    EXPECT_EQ(wordOf(L"torvapdm-12.dat", "x=y"), "commits");
+    EXPECT_EQ(wordOf(L"torvapdm-12.closed", ""), "commits");
+    EXPECT_EQ(wordOf(L"tool-17.txt", ""), "tools");
+    EXPECT_EQ(wordOf(L"ncqueue--5.txt", ""), "queue");
+    EXPECT_EQ(wordOf(L"settings.ini", ""), "settings");
+}
+
+TEST(ExchangeKind, isElseKnownByTheContent)
+{
+    EXPECT_EQ(wordOf(L"a", "\xEF\xBB\xBF"
+                           "1 C:\\a\n"),
+              "command");
+    EXPECT_EQ(wordOf(L"a", "CHECKIN"), "command");
+    EXPECT_EQ(wordOf(L"a", "17|3|0|C:\\m\r\n"), "machine");
+    EXPECT_EQ(wordOf(L"a", "\1\0\0\0\3\0\0\0C\0:\0\\\0"s), "commits");
+    EXPECT_EQ(wordOf(L"a", record), "tools");
+    EXPECT_EQ(wordOf(L"a", "NCPATH|3|C:\\a.NC|\r\n"), "queue");
+    EXPECT_EQ(wordOf(L"a", "UseFtpServer=y\n"), "settings");
+    EXPECT_EQ(wordOf(L"a", "hello"), "none");
+    EXPECT_EQ(wordOf(L"a", ""), "none");
+}
+
+TEST(ExchangeKind, hasAWordOfItsOwn)
+{
+    EXPECT_EQ(kindWords().size(), 6u);
+    for (const std::string& word : kindWords())
+        EXPECT_EQ(kindWord(kindOfWord(word).value()), word);
+    EXPECT_FALSE(kindOfWord("dat").has_value());
+}
+
+TEST(Decoding, showsEveryValueOfATool)
+{
+    const Outcome outcome = decode(ExchangeKind::toolData, record + "nonsense\r\n");
+    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.report["badLines"].dump(), "[2]");
+    ASSERT_EQ(outcome.report["tools"].size(), 1u);
+    EXPECT_EQ(
+        outcome.report["tools"][0].dump(),
+        R"({"requestId":17,"number":4,"type":10,"comment":"End )"
+        "\xC3\x84"
+        R"( mill","lengthOffset":5,"diameterOffset":6,"shape":{"diameter":12.5,)"
+        R"("additionalDiameter":11.5,"cornerRadius":0.5,"cornerRadiusType":2,"tipAngle":118,)"
+        R"("pilotDiameter":1.25,"flutes":3,"fluteLength":26,"shoulderLength":30,)"
+        R"("shoulderDiameter":13,"shoulderAngle":45,"overallLength":80,"arborDiameter":14,)"
+        R"("holderDiameter":50,"holderLength":"inf","material":1},"table":{"station":8,"slot":9,)"
+        R"("lengthOffset":7,"spindleSpeed":8000,"spindleDirection":1,"feed":901,)"
+        R"("plungeRate":300,"retractRate":1000000.0},"operation":{"id":101,"place":1,"type":19,)"
+        R"("group":15,"machineGroup":16,"level":18,"feed":900,"depth":-12.5,"workOffset":54,)"
+        R"("holder":20,"compensation":21,"toolPlane":{"plane":22,"x":1,"y":2,"z":3},)"
+        R"("constructionPlane":{"plane":23,"x":4,"y":5,"z":6},"seconds":61.5}})");
+}
+
+TEST(Decoding, showsTheProgramsOfAQueue)
+{
+    const Outcome outcome = decode(ExchangeKind::ncQueue,
+                                   "NCPATH|3|C:\\NC\\\xC4.NC|Setup 1\r\nNCPATH|-1|C:\\b.NC|\r\n");
+    EXPECT_EQ(outcome.exitCode, done);
+    EXPECT_EQ(asText(outcome.report), "kind: queue\nbytes: 49\nprograms:\n  - nc path: 3\n"
+                                      "    program: C:\\NC\\\xC3\x84.NC\n    group: Setup 1\n"
+                                      "  - nc path: -1\n    program: C:\\b.NC\n    group: none\n");
+}
+
+TEST(Decoding, showsCommitsAndWhatIsNone)
+{
+    const std::string commit = "\xFF\xFF\xFF\xFF\4\0\0\0C\0:\0\\\0a\0"s;
+    const std::string bytes = std::string(8, '\0') + commit + commit.substr(0, 12);
+    const Outcome outcome = decode(ExchangeKind::commitRecords, bytes);
+    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.report.dump(), R"({"kind":"commits","bytes":36,"records":[{"at":8,)"
+                                     R"("id":null,"file":"C:\\a"}],"foreign":[{"at":0,)"
+                                     R"("bytes":8}],"incomplete":12})");
+    EXPECT_EQ(decode(ExchangeKind::commitRecords, commit).exitCode, done);
+}
+
+TEST(Decoding, showsWhatIsOddInARequest)
+{
+    const Outcome outcome = decode(ExchangeKind::commandFile, "\xEF\xBB\xBF"
+                                                              "12 C:\\ab\r\n");
+    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.report.dump(),
+              R"({"kind":"command","bytes":13,"request":"open","id":12,"path":"C:\\ab\r",)"
+              R"("remarks":["A carriage return stays at the end of the path."]})");
+    EXPECT_EQ(decode(ExchangeKind::commandFile, "").report.dump(),
+              R"({"kind":"command","bytes":0,"request":"none"})");
+    EXPECT_EQ(decode(ExchangeKind::commandFile, "").exitCode, done);
+}
+
+TEST(Decoding, showsMachineSettingsThatAreNotWhole)
+{
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").report.dump(),
+              R"({"kind":"machine","bytes":3,"id":"1","ncPath":null,"secondNumber":null,)"
+              R"("machine":"2"})");
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2|3|m\r\n").exitCode, done);
+}
+
+TEST(NoticeReport, tellsOfALineThatIsNone)
+{
+    EXPECT_EQ(noticeReport("TOOL-017\n").dump(),
+              R"({"notice":"unknown","hex":"544F4F4C2D3031370A","text":"TOOL-017 "})");
+    EXPECT_EQ(noticeReport("ZEMID=4294967295|C:\\a\n").dump(),
+              R"({"notice":"commit","id":null,"file":"C:\\a"})");
+}

@@ -1,0 +1,123 @@
+// What zemlink sees and finds wrong in installations, sound and broken.
+#include "endtoend/companion_program.h"
+#include "endtoend/host_program.h"
+#include "support/line_receiver.h"
+#include "zemlink/tool_run.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+using namespace testing_support;
+using Json = nlohmann::json;
+
+namespace {
+
+class ZemlinkDoctor : public ::testing::Test {
+protected:
+    // The names of the troubles, in their order, behind the exit code.
+    std::vector<std::string> troubles() const
+    {
+        const ToolResult result = runTool(installation, L"doctor --json");
+        std::vector<std::string> names{std::to_string(result.exitCode)};
+        const Json report = Json::parse(result.output, nullptr, false);
+        for (const Json& trouble : report.value("troubles", Json::array()))
+            names.push_back(trouble.value("name", ""));
+        return names;
+    }
+    Json status() const
+    {
+        return Json::parse(runTool(installation, L"status --json").output, nullptr, false);
+    }
+
+    Installation installation{Registry::ofTheUser};
+};
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(ZemlinkDoctor, findsNoTroubleBetweenTheRealPrograms)
+{
+    installCompanionWithLibrary(installation);
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile());
+    EXPECT_EQ(runTool(installation, L"doctor").output, "troubles: none\n");
+    EXPECT_EQ(troubles(), Names{"0"});
+    const Json report = status();
+    EXPECT_EQ(report["installation"], (Json{{"folder", toUtf8(installation.root())},
+                                            {"from", report["installation"]["from"]},
+                                            {"there", true}}));
+    EXPECT_EQ(report["installation"]["from"].get<std::string>().find("registry value"), 0u);
+    EXPECT_EQ(
+        report["companion"],
+        (Json{{"running", true}, {"window", "TORVA ZEM"}, {"process", companion.process().id()}}));
+    ASSERT_EQ(report["hosts"].size(), 1u);
+    EXPECT_EQ(report["hosts"][0]["process"], host.process().id());
+    EXPECT_EQ(report["hosts"][0]["commandFile"],
+              (Json{{"path", toUtf8(host.commandFile())}, {"bytes", 0}}));
+    EXPECT_EQ(report["port"]["number"], 4559);
+    EXPECT_EQ(report["port"]["answers"], true);
+}
+
+TEST_F(ZemlinkDoctor, seesThatNothingRuns)
+{
+    writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
+    const Json report = status();
+    EXPECT_EQ(report["settings"], (Json{{"file", true},
+                                        {"UseFtpServer", false},
+                                        {"AlwaysSaveTools", true},
+                                        {"MCXCATIA", false},
+                                        {"MCXIMPORTNC", true}}));
+    EXPECT_EQ(report["companion"], (Json{{"running", false}, {"window", nullptr}}));
+    EXPECT_EQ(report["hosts"], Json::array());
+    EXPECT_EQ(report["commitsWaiting"], Json::array());
+    EXPECT_EQ(report["port"]["answers"], false);
+}
+
+TEST_F(ZemlinkDoctor, findsEachTroubleOfABrokenInstallation)
+{
+    const LineReceiver other; // has the port
+    RemoveDirectoryW(installation.path(L"commit").c_str());
+    writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y");
+    writeBytes(installation.path(L"temp\\mastercam-4294967292.dat"), "");
+    writeBytes(installation.path(L"temp\\torvapdm-4294967292.dat"),
+               std::string("\1\0\0\0\1\0\0\0a\0", 10));
+    EXPECT_EQ(troubles(), (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
+                                 "stale-command-file", "commits-left", "port-held"}));
+}
+
+TEST_F(ZemlinkDoctor, findsThatNoFileCanBeMadeInTemp)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    EXPECT_EQ(troubles(), Names{"0"});
+    RemoveDirectoryW(installation.path(L"temp").c_str());
+    EXPECT_EQ(troubles(), (Names{"1", "temp-not-writable"}));
+    const std::string text = runTool(installation, L"doctor").output;
+    EXPECT_NE(
+        text.find("what: No file can be made in " + toUtf8(installation.path(L"temp")) + ": "),
+        std::string::npos)
+        << text;
+    EXPECT_NE(text.find("(error 3)"), std::string::npos) << text;
+}
+
+TEST_F(ZemlinkDoctor, leavesNothingBehindInTemp)
+{
+    runTool(installation, L"doctor");
+    EXPECT_TRUE(RemoveDirectoryW(installation.path(L"temp").c_str()));
+}
+
+TEST_F(ZemlinkDoctor, findsThatTheFolderIsMissingOrHasNoPlainName)
+{
+    registerInstallation(installation.path(L"nowhere"));
+    EXPECT_EQ(troubles(), (Names{"1", "folder-missing", "companion-missing", "temp-not-writable",
+                                 "commit-folder-missing"}));
+    const std::wstring foreign = installation.path(L"\u00C4\u20AC");
+    for (const wchar_t* below : {L"", L"\\temp", L"\\commit"})
+        CreateDirectoryW((foreign + below).c_str(), nullptr);
+    writeBytes(foreign + L"\\TORVA-ZEM.exe", "");
+    registerInstallation(foreign);
+    EXPECT_EQ(troubles(), (Names{"1", "folder-not-ascii"}));
+    EXPECT_EQ(status()["installation"]["folder"], toUtf8(foreign));
+}

@@ -1,0 +1,22 @@
+// Facts of a sound installation, for a test to break.
+#pragma once
+
+#include "zemlink/decisions/facts.h"
+
+namespace testing_support {
+
+// The Companion runs as process 12, one host as process 4711.
+inline zemlink::Facts soundFacts()
+{
+    zemlink::Facts facts;
+    facts.folder = {L"C:\\TORVA\\ZEM", zemlink::FolderSource::registry, L""};
+    facts.settings = "UseFtpServer=y\r\n";
+    facts.companion = {true, 12, L"TORVA ZEM"};
+    facts.hosts = {{4711, L"bracket.mcam"}};
+    facts.commandFiles = {{L"C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat", 4711, 0, true}};
+    facts.port.holder = 12;
+    facts.port.program = L"C:\\TORVA\\ZEM\\TORVA-ZEM.exe";
+    return facts;
+}
+
+} // namespace testing_support

@@ -1,0 +1,183 @@
+// zemlink's requests to hosts: the stand-in host with the add-in that ships, and hosts that do not
+// read.
+#include "endtoend/companion_program.h"
+#include "endtoend/host_program.h"
+#include "zemlink/announced_host.h"
+#include "zemlink/tool_run.h"
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+class ZemlinkRequests : public ::testing::Test {
+protected:
+    ToolResult run(const std::wstring& words) const { return runTool(installation, words); }
+
+    std::wstring makePart() const
+    {
+        const std::wstring path = installation.path(L"plate.mcam");
+        writeBytes(path, "");
+        return path;
+    }
+
+    Installation installation{Registry::ofTheUser};
+};
+
+bool isReady(const HostProgram& host)
+{
+    return waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile();
+}
+
+std::string idOf(const HostProgram& host)
+{
+    return std::to_string(host.process().id());
+}
+
+const std::string taken = "taken: yes\nanswer: The host has taken the request.\n";
+const std::string ownId = std::to_string(GetCurrentProcessId());
+
+} // namespace
+
+TEST_F(ZemlinkRequests, haveAHostOpenAFile)
+{
+    const std::wstring part = makePart();
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(isReady(host));
+    const ToolResult result = run(L"open 17 " + quoted(part));
+    EXPECT_EQ(result.exitCode, 0u) << result.errors;
+    EXPECT_EQ(result.output, "request: open\nid: 17\npath: " + toUtf8(part) +
+                                 "\nhost: " + idOf(host) + "\n" + taken);
+    EXPECT_TRUE(host.waitForTrace(L"ui DoFileOpen(\"" + part + L"\""));
+}
+
+TEST_F(ZemlinkRequests, haveAHostStartANewFile)
+{
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(isReady(host));
+    const ToolResult result = run(L"--json new 5");
+    EXPECT_EQ(result.exitCode, 0u) << result.errors;
+    EXPECT_EQ(result.output,
+              "{\n  \"request\": \"new file\",\n  \"id\": 5,\n  \"host\": " + idOf(host) +
+                  ",\n  \"taken\": true,\n"
+                  "  \"answer\": \"The host has taken the request.\"\n}\n");
+    EXPECT_TRUE(host.waitForTrace(LR"(other post_FT_command("Mastercam", "OnFileNew"))"));
+    EXPECT_EQ(count(host.trace(), L"m_fclose"), 0u);
+}
+
+TEST_F(ZemlinkRequests, haveAHostCloseACheckedInFile)
+{
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(isReady(host));
+    const ToolResult result = run(L"checkin plate.mcam");
+    EXPECT_EQ(result.exitCode, 0u) << result.errors;
+    EXPECT_EQ(result.output,
+              "request: check-in\nname: plate.mcam\nhost: " + idOf(host) + "\n" + taken);
+    EXPECT_TRUE(host.waitForTrace(LR"(other post_FT_command("Mastercam", "OnFileNew"))"));
+    EXPECT_EQ(count(host.trace(), L"other m_fclose(null, 0, null)"), 1u);
+}
+
+TEST_F(ZemlinkRequests, goToTheHostThatIsNamed)
+{
+    const HostProgram one(installation, "", L"one");
+    const HostProgram two(installation, "", L"two");
+    ASSERT_TRUE(isReady(one) && isReady(two));
+    const ToolResult refused = run(L"checkin");
+    EXPECT_EQ(refused.exitCode, 1u);
+    EXPECT_EQ(refused.errors.find("zemlink: several hosts run, choose one with --host: "), 0u);
+    EXPECT_NE(refused.errors.find(idOf(one) + " ("), std::string::npos) << refused.errors;
+    EXPECT_NE(refused.errors.find(idOf(two) + " ("), std::string::npos) << refused.errors;
+    EXPECT_EQ(run(L"checkin --host " + fromUtf8(idOf(two))).exitCode, 0u);
+    EXPECT_TRUE(two.waitForTrace(L"other m_fclose("));
+    EXPECT_EQ(count(one.trace(), L"m_fclose"), 0u);
+}
+
+TEST_F(ZemlinkRequests, areNotTakenWithoutAHost)
+{
+    for (const wchar_t* words : {L"checkin", L"new 3"}) {
+        const ToolResult result = run(words);
+        EXPECT_EQ(result.exitCode, 1u);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors, "zemlink: no host with the add-in runs\n");
+    }
+    EXPECT_EQ(run(L"new 3 --host 1").errors,
+              "zemlink: process 1 is no running host with the add-in\n");
+}
+
+TEST_F(ZemlinkRequests, stayInTheFileOfAHostThatDoesNotRead)
+{
+    const AnnouncedHost host;
+    const std::wstring file = AnnouncedHost::makeCommandFile(installation);
+    const ToolResult first = run(L"new 12 --timeout 1");
+    EXPECT_EQ(first.exitCode, 1u);
+    EXPECT_EQ(first.output, "request: new file\nid: 12\nhost: " + ownId +
+                                "\ntaken: no\n"
+                                "answer: The host has not taken the request; it still lies in the "
+                                "command file and is carried out should the host go on.\n");
+    EXPECT_EQ(readBytes(file), "\xEF\xBB\xBF"
+                               "12 \n");
+}
+
+TEST_F(ZemlinkRequests, neverOverwriteAnEarlierOne)
+{
+    const AnnouncedHost host;
+    const std::wstring file = AnnouncedHost::makeCommandFile(installation);
+    writeBytes(file, "CHECKIN a");
+    const ToolResult result = run(L"new 12 --timeout 1");
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.output, "request: new file\nid: 12\nhost: " + ownId +
+                                 "\ntaken: no\nanswer: Nothing was written: an earlier request "
+                                 "still fills the command file, the host does not read it.\n");
+    EXPECT_EQ(readBytes(file), "CHECKIN a");
+}
+
+TEST_F(ZemlinkRequests, neverMakeACommandFile)
+{
+    const AnnouncedHost host;
+    const ToolResult result = run(L"checkin --timeout 1");
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.output.find("answer: Nothing was written: there is no command file, the "
+                                 "add-in is not open.\n"),
+              std::string::npos)
+        << result.output;
+    EXPECT_FALSE(readBytes(installation.commandFile(GetCurrentProcessId())).has_value());
+}
+
+TEST_F(ZemlinkRequests, nameTheCauseWhenTheFileCannotBeWritten)
+{
+    const AnnouncedHost host;
+    const std::wstring file = AnnouncedHost::makeCommandFile(installation);
+    const HANDLE held = CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const ToolResult result = run(L"checkin --timeout 1");
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.output.find("answer: Nothing was written, the command file cannot be: "),
+              std::string::npos)
+        << result.output;
+    EXPECT_NE(result.output.find("(error 32)\n"), std::string::npos) << result.output;
+    CloseHandle(held);
+}
+
+TEST_F(ZemlinkRequests, areRefusedForAFileThatIsMissingOrHasNoPlainName)
+{
+    const ToolResult missing = run(L"open 17 C:\\nowhere.mcam");
+    EXPECT_EQ(missing.exitCode, 1u);
+    EXPECT_EQ(missing.errors.find("zemlink: C:\\nowhere.mcam: "), 0u) << missing.errors;
+    EXPECT_NE(missing.errors.find("(error 2)\n"), std::string::npos) << missing.errors;
+    const std::wstring foreign = installation.path(L"\u00C4.mcam");
+    writeBytes(foreign, "");
+    const ToolResult refused = run(L"open 17 " + quoted(foreign));
+    EXPECT_EQ(refused.exitCode, 1u);
+    EXPECT_EQ(refused.errors, "zemlink: " + toUtf8(foreign) +
+                                  ": hosts take only paths of plain ASCII of less than 65536 "
+                                  "bytes\n");
+}
+
+TEST_F(ZemlinkRequests, withWrongWordsSayWhatIsWrongAndEndWithTwo)
+{
+    const ToolResult result = run(L"open seventeen C:\\a.mcam");
+    EXPECT_EQ(result.exitCode, 2u);
+    EXPECT_EQ(result.output, "");
+    EXPECT_NE(result.errors.find("seventeen"), std::string::npos) << result.errors;
+}

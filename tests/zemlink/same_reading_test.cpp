@@ -1,0 +1,130 @@
+// The support tool's reading of the exchanges against the add-in's: two readers that share no code,
+// on the same thousands of texts, sound and broken.
+#include "checkout/machine_settings_line.h"
+#include "checkout/nc_import_line.h"
+#include "commit/tools_option.h"
+#include "fuzz/random.h"
+#include "link/command_text.h"
+#include "link/settings_line.h"
+#include "zemlink/decisions/commandtext.h"
+#include "zemlink/decisions/machinetext.h"
+#include "zemlink/decisions/settingstext.h"
+
+#include <gtest/gtest.h>
+
+using namespace zemlink;
+
+namespace {
+
+using Pieces = std::vector<std::string>;
+
+constexpr int texts = 20000;
+
+// A text of up to so many of the pieces.
+std::string textOf(const Pieces& pieces, fuzzing::Random& random, unsigned most)
+{
+    std::string text;
+    for (auto left = random.below(most + 1); left > 0; --left)
+        text += pieces[static_cast<std::size_t>(random.below(pieces.size()))];
+    return text;
+}
+
+std::wstring widened(const std::string& bytes)
+{
+    std::wstring text;
+    for (const char c : bytes)
+        text += static_cast<wchar_t>(static_cast<signed char>(c));
+    return text;
+}
+
+RequestKind kindOf(torvapdm::CommandRequest::Kind kind)
+{
+    using Kind = torvapdm::CommandRequest::Kind;
+    return kind == Kind::checkIn   ? RequestKind::checkIn
+           : kind == Kind::newFile ? RequestKind::newFile
+           : kind == Kind::open    ? RequestKind::open
+                                   : RequestKind::malformed;
+}
+
+// The value as the add-in's look-up gives it, line by line.
+std::string addInsValue(const std::vector<std::string>& lines, std::string_view key)
+{
+    std::string value;
+    for (const std::string& line : lines)
+        torvapdm::applySettingLine(line, key, value);
+    return value;
+}
+
+} // namespace
+
+TEST(SupportTool, readsRequestsAsTheAddInDoes)
+{
+    const Pieces pieces = {"\xEF\xBB\xBF", "CHECKIN", " ", "\n", "\r",  "-", "+", "7",
+                           "12",           "C:\\",    "a", "b",  "\xC4"};
+    fuzzing::Random random(17);
+    for (int i = 0; i < texts; ++i) {
+        const std::string start = i % 2 == 0 ? "\xEF\xBB\xBF"
+                                               "5 "
+                                             : "";
+        const std::string text = start + textOf(pieces, random, 8);
+        if (text.empty())
+            continue; // the add-in never looks at it
+        const CommandText ours = readCommandText(text);
+        const torvapdm::CommandRequest theirs = torvapdm::interpretCommandText(text);
+        ASSERT_EQ(requestName(ours.kind), requestName(kindOf(theirs.kind))) << text;
+        if (ours.kind == RequestKind::open || ours.kind == RequestKind::newFile) {
+            ASSERT_EQ(ours.id, theirs.id) << text;
+            ASSERT_EQ(widened(ours.path), theirs.path) << text;
+        }
+    }
+}
+
+TEST(SupportTool, readsMachineSettingsAsTheAddInDoes)
+{
+    const Pieces pieces = {"|", "|", "|", "17", "-3", "0", " ", "C:\\m", "x"};
+    fuzzing::Random random(18);
+    for (int i = 0; i < texts; ++i) {
+        const std::string line = "1" + textOf(pieces, random, 10) + "\n";
+        const auto ours = readMachineText(line);
+        const torvapdm::MachineSettings theirs = torvapdm::parseMachineSettings(widened(line));
+        ASSERT_TRUE(ours) << line;
+        ASSERT_EQ(ours->ncPath, theirs.ncPathNumber) << line;
+        ASSERT_EQ(ours->secondNumber, theirs.secondNumber) << line;
+        ASSERT_EQ(widened(ours->machine), theirs.machinePath) << line;
+    }
+}
+
+TEST(SupportTool, readsSettingsAsTheAddInDoes)
+{
+    const Pieces pieces = {"UseFtpServer=",
+                           "MCXCATIA=",
+                           "MCXIMPORTNC=",
+                           "AlwaysSaveTools=",
+                           "y",
+                           "Y",
+                           "n",
+                           "N",
+                           "\n",
+                           "\n",
+                           "X",
+                           "="};
+    fuzzing::Random random(19);
+    for (int i = 0; i < texts; ++i) {
+        const std::string text = textOf(pieces, random, 16);
+        const std::vector<std::string> lines = settingLines(text);
+        const Report ours = settingsInForce(text);
+        std::string import = "y";
+        bool areToolsSaved = false;
+        for (const std::string& line : lines) {
+            torvapdm::applyNcImportLine(line, import);
+            areToolsSaved = areToolsSaved || torvapdm::asksForTools(line);
+        }
+        for (const char* key : {"UseFtpServer", "MCXCATIA"}) {
+            const std::string value = addInsValue(lines, key);
+            ASSERT_EQ(settingValue(lines, key), value) << text;
+            ASSERT_EQ(ours[key], value == "y" || value == "Y") << text;
+        }
+        ASSERT_EQ(ours["MCXIMPORTNC"], import == "y") << text;
+        ASSERT_EQ(ours["AlwaysSaveTools"], areToolsSaved) << text;
+    }
+}

@@ -1,0 +1,86 @@
+// The status of an installation, in words.
+#include "zemlink/decisions/reporttext.h"
+#include "zemlink/decisions/status.h"
+#include "zemlink/facts_fixture.h"
+
+#include <gtest/gtest.h>
+
+using namespace zemlink;
+using namespace testing_support;
+
+TEST(StatusReport, tellsOfEverythingThatRuns)
+{
+    Facts facts = soundFacts();
+    facts.hosts.push_back({4712, L"Mastercam"});
+    facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-12.dat", 12, true, 84,
+                          std::string("\x2A\0\0\0\3\0\0\0a\0b\0c\0\1\0", 16)},
+                         {L"C:\\TORVA\\ZEM\\temp\\torvapdm-13.dat", 13, false, 0, {}}};
+    EXPECT_EQ(asText(statusReport(facts)), R"(installation:
+  folder: C:\TORVA\ZEM
+  from: registry value
+  there: yes
+settings:
+  file: yes
+  UseFtpServer: yes
+  AlwaysSaveTools: no
+  MCXCATIA: no
+  MCXIMPORTNC: yes
+companion:
+  running: yes
+  window: TORVA ZEM
+  process: 12
+hosts:
+  - process: 4711
+    title: bracket.mcam
+    command file:
+      path: C:\TORVA\ZEM\temp\mastercam-4711.dat
+      bytes: 0
+  - process: 4712
+    title: Mastercam
+    command file: none
+commits waiting:
+  - file: C:\TORVA\ZEM\temp\torvapdm-12.dat
+    process running: yes
+    records:
+      - at: 84
+        id: 42
+        file: abc
+    incomplete: 2
+  - file: C:\TORVA\ZEM\temp\torvapdm-13.dat
+    process running: no
+    being written: yes
+port:
+  number: 4559
+  answers: yes
+  process: 12
+  program: C:\TORVA\ZEM\TORVA-ZEM.exe
+)");
+}
+
+TEST(StatusReport, tellsWhyNothingAnswers)
+{
+    Facts facts;
+    facts.folderThere = {2, "File not found. (error 2)"};
+    facts.port.answer = {10061, "Connection refused. (error 10061)"};
+    EXPECT_EQ(statusReport(facts)["port"].dump(),
+              R"~({"number":4559,"answers":false,"cause":"Connection refused. (error 10061)"})~");
+    EXPECT_EQ(statusReport(facts)["installation"].dump(),
+              R"({"folder":"C:\\TORVA\\ZEM","from":"default, the registry names none",)"
+              R"("there":false})");
+    EXPECT_EQ(statusReport(facts)["settings"]["file"], false);
+}
+
+TEST(ReportText, writesScalarsListsAndWhatIsEmpty)
+{
+    EXPECT_EQ(asText({{"ncPath", -1},
+                      {"MCXCATIA", true},
+                      {"numbers", {1, 2}},
+                      {"nothing", nullptr},
+                      {"emptyText", ""},
+                      {"odd", "a\r\x1F"},
+                      {"emptyList", Report::array()},
+                      {"pairs", {Report{{"a", "x"}, {"b", {{"c", 0.5}}}}}}}),
+              "nc path: -1\nMCXCATIA: yes\nnumbers:\n  - 1\n  - 2\nnothing: none\n"
+              "empty text: none\nodd: a<0D><1F>\nempty list: none\npairs:\n  - a: x\n    b:\n      "
+              "c: 0.5\n");
+}
