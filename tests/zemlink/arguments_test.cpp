@@ -68,7 +68,8 @@ TEST(Arguments, areComplainedAboutWithTheirCause)
     EXPECT_EQ(complaint({"checkin", "--host", "0"}),
               "--host: Value 0 not in range 1 to 4294967295");
     EXPECT_EQ(complaint({"decode", "x", "--as", "y"}),
-              "--as: y not in {command,machine,commits,tools,queue,settings}");
+              "--as: y not in "
+              "{command,machine,answer,commits,tools,queue,notices,picture,log,settings}");
     EXPECT_NE(complaint({"status", "--count", "1"}), "");
     EXPECT_NE(complaint({"listen", "--timeout", "0"}), "");
 }

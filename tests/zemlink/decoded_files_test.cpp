@@ -72,6 +72,29 @@ TEST_F(ZemlinkDecodes, theCommitsOfTheAddIn)
         << status.output;
 }
 
+TEST_F(ZemlinkDecodes, theLogOfALoadAndThePictureOfASave)
+{
+    CompanionDouble companion;
+    companion.holdSemaphore();
+    companion.showWindow();
+    const std::wstring part = installation.path(L"bracket.mcam");
+    writeBytes(part, "");
+    const HostProgram host(installation, "wait-for CFile_DoFileSave 60000\ncall m_save 0\n");
+    ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile());
+    ASSERT_EQ(runTool(installation, L"open 17 " + quoted(part)).exitCode, 0u);
+    ASSERT_TRUE(host.waitForTrace(L"ui m_save(0) -> 0"));
+    const ToolResult log = decode(installation.path(L"sys\\mcxlog.txt"));
+    EXPECT_EQ(log.exitCode, 0u);
+    EXPECT_NE(log.output.find("loads:\n  - file: " + toUtf8(part) +
+                              "\n    finished: yes\n    last step: 7\n"),
+              std::string::npos)
+        << log.output;
+    const ToolResult picture = decode(installation.path(L"commit\\screendump.bmp"));
+    EXPECT_EQ(picture.exitCode, 0u) << picture.output;
+    EXPECT_NE(picture.output.find("\nbits a pixel: 24\nfirst row: bottom\n"), std::string::npos)
+        << picture.output;
+}
+
 TEST_F(ZemlinkDecodes, settingsAsTheyAreInForce)
 {
     const std::wstring file = installation.path(L"cfg\\settings.ini");

@@ -38,6 +38,10 @@ TEST(ExchangeKind, isKnownByTheNameFirst)
     EXPECT_EQ(wordOf(L"torvapdm-12.closed", ""), "commits");
     EXPECT_EQ(wordOf(L"tool-17.txt", ""), "tools");
     EXPECT_EQ(wordOf(L"ncqueue--5.txt", ""), "queue");
+    EXPECT_EQ(wordOf(L"TORVA ZEM-61501.tmp", ""), "answer");
+    EXPECT_EQ(wordOf(L"screendump.bmp", ""), "picture");
+    EXPECT_EQ(wordOf(L"toolimage-4.bmp", ""), "picture");
+    EXPECT_EQ(wordOf(L"mcxlog.txt", ""), "log");
     EXPECT_EQ(wordOf(L"settings.ini", ""), "settings");
 }
 
@@ -51,6 +55,13 @@ TEST(ExchangeKind, isElseKnownByTheContent)
     EXPECT_EQ(wordOf(L"a", "\1\0\0\0\3\0\0\0C\0:\0\\\0"s), "commits");
     EXPECT_EQ(wordOf(L"a", record), "tools");
     EXPECT_EQ(wordOf(L"a", "NCPATH|3|C:\\a.NC|\r\n"), "queue");
+    EXPECT_EQ(wordOf(L"a", "C\0A\0D\0"s), "answer");
+    EXPECT_EQ(wordOf(L"a", "BM"), "picture");
+    EXPECT_EQ(wordOf(L"a", "Loading File #1: C:\\a\n"), "log");
+    EXPECT_EQ(wordOf(L"a", "ZEMID=17|C:\\a\n"), "notices");
+    EXPECT_EQ(wordOf(L"a", "TOOL-17\n"), "notices");
+    EXPECT_EQ(wordOf(L"a", "MCAMXMLIMPORTDATAID=17;C:\\a\n"), "notices");
+    EXPECT_EQ(wordOf(L"a", "IMPORTNCQUEUE|C:\\a\n"), "notices");
     EXPECT_EQ(wordOf(L"a", "UseFtpServer=y\n"), "settings");
     EXPECT_EQ(wordOf(L"a", "hello"), "none");
     EXPECT_EQ(wordOf(L"a", ""), "none");
@@ -58,7 +69,7 @@ TEST(ExchangeKind, isElseKnownByTheContent)
 
 TEST(ExchangeKind, hasAWordOfItsOwn)
 {
-    EXPECT_EQ(kindWords().size(), 6u);
+    EXPECT_EQ(kindWords().size(), 10u);
     for (const std::string& word : kindWords())
         EXPECT_EQ(kindWord(kindOfWord(word).value()), word);
     EXPECT_FALSE(kindOfWord("dat").has_value());
@@ -129,6 +140,121 @@ TEST(Decoding, showsMachineSettingsThatAreNotWhole)
               R"("machine":"2"})");
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").exitCode, trouble);
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2|3|m\r\n").exitCode, done);
+}
+
+namespace {
+
+// As the file of an answer holds it.
+std::string utf16(std::string_view text)
+{
+    std::string bytes;
+    for (const char c : text)
+        bytes += {c, '\0'};
+    return bytes;
+}
+
+std::string answerText(const std::string& bytes)
+{
+    return decode(ExchangeKind::checkoutAnswer, bytes).report.dump();
+}
+
+std::string loadsIn(std::string_view log)
+{
+    return asText(decode(ExchangeKind::loadLog, log).report);
+}
+
+} // namespace
+
+TEST(Decoding, showsACheckOutAnswer)
+{
+    const std::string bytes = utf16("CAD1234 C:\\Parts\\a b.mcam");
+    EXPECT_EQ(answerText(bytes), R"({"kind":"answer","bytes":50,"answer":"file","fileType":"CAD",)"
+                                 R"("id":1234,"path":"C:\\Parts\\a b.mcam"})");
+    EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, bytes).exitCode, done);
+    EXPECT_EQ(answerText(utf16("CHECKIN x")),
+              R"({"kind":"answer","bytes":18,"answer":"check-in"})");
+    EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CHECKIN x")).exitCode, done);
+}
+
+TEST(Decoding, showsAnswersThatLoadNothing)
+{
+    EXPECT_EQ(answerText(utf16("CAD C:\\a")),
+              R"({"kind":"answer","bytes":16,"answer":"file","fileType":"CAD","id":0,)"
+              R"("path":"C:\\a","remarks":["It has no id: the add-in loads nothing."]})");
+    EXPECT_EQ(answerText(utf16("CAD7 ")),
+              R"({"kind":"answer","bytes":10,"answer":"file","fileType":"CAD","id":7,"path":"",)"
+              R"("remarks":["It has no path: the add-in loads nothing."]})");
+    EXPECT_EQ(answerText(utf16("CAD7")),
+              R"({"kind":"answer","bytes":8,"answer":"unusable","remarks":)"
+              R"(["Its first line has no blank: it is no answer."]})");
+    EXPECT_EQ(answerText(utf16("C7 C:\\a")),
+              R"({"kind":"answer","bytes":14,"answer":"unusable","remarks":["Its first word has )"
+              R"(fewer than three characters: the add-in's command ends at it."]})");
+    EXPECT_EQ(answerText(utf16("CAD7 a\nb") + "x"),
+              R"({"kind":"answer","bytes":17,"answer":"file","fileType":"CAD","id":7,)"
+              R"("path":"a\nb","remarks":["Lines follow the first; they become part of the )"
+              R"(path.","It ends within a character."]})");
+    EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CAD7")).exitCode, trouble);
+}
+
+TEST(Decoding, showsNoticesOneBehindTheOther)
+{
+    const Outcome outcome = decode(ExchangeKind::notices, "TOOL-17\nZEMID=5|C:\\a\n");
+    EXPECT_EQ(outcome.exitCode, done);
+    EXPECT_EQ(outcome.report.dump(),
+              R"({"kind":"notices","bytes":21,"notices":[{"notice":"tool data","id":17},)"
+              R"({"notice":"commit","id":5,"file":"C:\\a"}]})");
+    EXPECT_EQ(decode(ExchangeKind::notices, "TOOL-17\nTOOL-17").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::notices, "hello\nTOOL-17\n").exitCode, trouble);
+}
+
+TEST(Decoding, showsTheFormOfAPicture)
+{
+    std::string bitmap = "BM" + std::string(12, '\0');
+    bitmap[10] = 54; // where the pixels start
+    bitmap += "\x28\0\0\0\2\0\0\0\3\0\0\0\1\0\x18\0"s + std::string(24, '\0');
+    const std::string whole = bitmap + std::string(3 * 8, 'p');
+    EXPECT_EQ(decode(ExchangeKind::picture, whole).report.dump(),
+              R"({"kind":"picture","bytes":78,"width":2,"height":3,"bitsAPixel":24,)"
+              R"("firstRow":"bottom"})");
+    EXPECT_EQ(decode(ExchangeKind::picture, whole).exitCode, done);
+    const Outcome cut = decode(ExchangeKind::picture, whole.substr(0, 77));
+    EXPECT_EQ(cut.exitCode, trouble);
+    EXPECT_FALSE(cut.report.contains("width"));
+}
+
+TEST(Decoding, showsHowFarEachLoadCame)
+{
+    EXPECT_EQ(loadsIn("Loading File #1: C:\\a\r\nLoading File #2: C:\\a\r\n"
+                      "Loading File #1: C:\\b.CATPart\r\nLoading File #2: C:\\b.CATPart\r\n"
+                      "Loading File #3: C:\\b.CATPart\r\nLoading File #3: CAD\r\n"),
+              "kind: log\nbytes: 161\nloads:\n  - file: C:\\a\n    finished: no\n    last step: 2\n"
+              "  - file: C:\\b.CATPart\n    finished: yes\n    cad system: CAD\n");
+    std::string whole;
+    for (const char step : {'1', '2', '3', '4', '5', '6', '7'})
+        whole += std::string("Loading File #") + step + ": C:\\a\n";
+    EXPECT_EQ(loadsIn(whole), "kind: log\nbytes: 154\nloads:\n  - file: C:\\a\n    finished: yes\n"
+                              "    last step: 7\n");
+}
+
+TEST(Decoding, tellsLoadsApartThatWereLoggedAtTheSameTime)
+{
+    const Outcome outcome = decode(ExchangeKind::loadLog, "Loading File #1: a\nLoading File #1: b\n"
+                                                          "Loading File #2: a\nLoading File #2: b\n"
+                                                          "Loading File #3: a\n");
+    EXPECT_EQ(outcome.exitCode, done);
+    EXPECT_EQ(outcome.report["loads"].dump(), R"([{"file":"a","finished":false,"lastStep":3},)"
+                                              R"({"file":"b","finished":false,"lastStep":2}])");
+}
+
+TEST(Decoding, showsWhichLinesOfALogNoLoadWrote)
+{
+    const Outcome outcome =
+        decode(ExchangeKind::loadLog, "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
+                                      "Loading File #8: a\nhello\nLoading File #2:\n");
+    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.report["badLines"].dump(), "[1,3,4,5,6]");
+    EXPECT_EQ(outcome.report["loads"][0]["lastStep"], 1);
 }
 
 TEST(NoticeReport, tellsOfALineThatIsNone)

@@ -1,11 +1,13 @@
 // The support tool's reading of the exchanges against the add-in's: two readers that share no code,
 // on the same thousands of texts, sound and broken.
+#include "checkout/checkout_answer.h"
 #include "checkout/machine_settings_line.h"
 #include "checkout/nc_import_line.h"
 #include "commit/tools_option.h"
 #include "fuzz/random.h"
 #include "link/command_text.h"
 #include "link/settings_line.h"
+#include "zemlink/decisions/answertext.h"
 #include "zemlink/decisions/commandtext.h"
 #include "zemlink/decisions/machinetext.h"
 #include "zemlink/decisions/settingstext.h"
@@ -91,6 +93,33 @@ TEST(SupportTool, readsMachineSettingsAsTheAddInDoes)
         ASSERT_EQ(ours->ncPath, theirs.ncPathNumber) << line;
         ASSERT_EQ(ours->secondNumber, theirs.secondNumber) << line;
         ASSERT_EQ(widened(ours->machine), theirs.machinePath) << line;
+    }
+}
+
+TEST(SupportTool, readsAnswersAsTheAddInDoes)
+{
+    using Kind = torvapdm::CheckoutAnswer::Kind;
+    const Pieces pieces = {"CAD", "CHECKIN", " ",           " ",     "\n", "-",
+                           "+",   "7",       "99999999999", "C:\\a", "\t"};
+    fuzzing::Random random(20);
+    for (int i = 0; i < texts; ++i) {
+        const std::wstring text = widened(textOf(pieces, random, 6));
+        const AnswerText ours = readAnswerText(
+            {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)});
+        std::wstring fileType;
+        torvapdm::CheckoutAnswer theirs;
+        try {
+            theirs = torvapdm::interpretAnswer(text, fileType);
+        } catch (const std::out_of_range&) {
+            fileType.clear(); // what ends the add-in's command is no answer
+        }
+        ASSERT_EQ(ours.kind == AnswerKind::checkIn, theirs.kind == Kind::checkIn) << i;
+        ASSERT_EQ(ours.kind == AnswerKind::file, theirs.kind == Kind::file) << i;
+        if (theirs.kind == Kind::file) {
+            ASSERT_EQ(ours.fileType, fileType) << i;
+            ASSERT_EQ(ours.id, theirs.id) << i;
+            ASSERT_EQ(ours.path, theirs.path) << i;
+        }
     }
 }
 

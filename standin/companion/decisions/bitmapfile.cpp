@@ -80,6 +80,16 @@ bool isWhole(const Form& form, std::uint64_t size)
            form.offset + form.rowSize * static_cast<std::uint64_t>(form.height) <= size;
 }
 
+// Empty when the file is no readable one, or holds less than its headers say.
+std::optional<Form> formOfWhole(std::string_view bytes)
+{
+    if (!hasReadableHeaders(bytes)) {
+        return std::nullopt;
+    }
+    const Form form = readForm(bytes);
+    return isWhole(form, bytes.size()) ? std::optional(form) : std::nullopt;
+}
+
 std::uint32_t pixelAt(std::string_view bytes, const Form& form, std::size_t row, std::size_t column)
 {
     const std::size_t place = row + column * form.bits / 8;
@@ -94,24 +104,31 @@ std::uint32_t pixelAt(std::string_view bytes, const Form& form, std::size_t row,
 
 } // namespace
 
+std::optional<BitmapForm> bitmapForm(std::string_view bytes)
+{
+    const auto form = formOfWhole(bytes);
+    if (!form) {
+        return std::nullopt;
+    }
+    return BitmapForm{static_cast<int>(form->width), static_cast<int>(form->height),
+                      static_cast<int>(form->bits), form->isTopDown};
+}
+
 Pixels readBitmapFile(std::string_view bytes)
 {
-    if (!hasReadableHeaders(bytes)) {
+    const auto form = formOfWhole(bytes);
+    if (!form) {
         return {};
     }
-    const Form form = readForm(bytes);
-    if (!isWhole(form, bytes.size())) {
-        return {};
-    }
-    const auto width = static_cast<std::size_t>(form.width);
-    const auto height = static_cast<std::size_t>(form.height);
-    Pixels picture{static_cast<int>(form.width), static_cast<int>(form.height)};
+    const auto width = static_cast<std::size_t>(form->width);
+    const auto height = static_cast<std::size_t>(form->height);
+    Pixels picture{static_cast<int>(form->width), static_cast<int>(form->height)};
     picture.values.reserve(width * height);
     for (std::size_t y = 0; y < height; ++y) {
-        const std::size_t stored = form.isTopDown ? y : height - 1 - y;
-        const auto row = static_cast<std::size_t>(form.offset + stored * form.rowSize);
+        const std::size_t stored = form->isTopDown ? y : height - 1 - y;
+        const auto row = static_cast<std::size_t>(form->offset + stored * form->rowSize);
         for (std::size_t x = 0; x < width; ++x) {
-            picture.values.push_back(pixelAt(bytes, form, row, x));
+            picture.values.push_back(pixelAt(bytes, *form, row, x));
         }
     }
     return picture;

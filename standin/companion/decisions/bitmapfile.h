@@ -4,6 +4,7 @@
 #include "decisions/picturescale.h"
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace companion {
@@ -13,6 +14,16 @@ inline constexpr std::int64_t mostPicturePixels = std::int64_t{1} << 25;
 
 // The size of the largest file that can hold such a picture, with room for its headers.
 inline constexpr std::uint32_t largestBitmapFile = (1u << 27) + 4096;
+
+// What a bitmap file's headers say of its picture.
+struct BitmapForm {
+    int width = 0, height = 0;
+    int bits = 0; // a pixel
+    bool isTopDown = false;
+};
+
+// The form of a file that `readBitmapFile` reads; empty for any other.
+std::optional<BitmapForm> bitmapForm(std::string_view bytes);
 
 // The picture in the bytes of a bitmap file: an information header of 40 bytes or more, 1, 4, 8, 24
 // or 32 bits a pixel, not compressed, rows from the bottom up or, with a negative height, from the

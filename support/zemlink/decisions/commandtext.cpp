@@ -1,6 +1,7 @@
 #include "zemlink/decisions/commandtext.h"
 
 #include "decisions/requests.h"
+#include "zemlink/decisions/leadingnumber.h"
 
 #include <algorithm>
 #include <limits>
@@ -16,21 +17,12 @@ std::string_view part(std::string_view text, std::size_t from, std::size_t lengt
     return from < text.size() ? text.substr(from, length) : std::string_view();
 }
 
-// A number in front of anything else, behind blanks and a sign.
 std::optional<std::int32_t> leadingId(std::string_view text)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-    const bool isNegative = text.starts_with('-');
-    text.remove_prefix(isNegative || text.starts_with('+') ? 1 : 0);
-    std::int64_t number = 0;
-    std::size_t digits = 0;
-    for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits) {
-        number = std::min<std::int64_t>(number * 10 + (text[digits] - '0'), INT64_C(1) << 40);
-    }
-    const std::int64_t id = isNegative ? -number : number;
-    const bool isInRange = id >= std::numeric_limits<std::int32_t>::min() &&
-                           id <= std::numeric_limits<std::int32_t>::max();
-    return digits != 0 && isInRange ? std::optional(static_cast<std::int32_t>(id)) : std::nullopt;
+    using Limits = std::numeric_limits<std::int32_t>;
+    const auto id = leadingNumber(text);
+    const bool isInRange = id && *id >= Limits::min() && *id <= Limits::max();
+    return isInRange ? std::optional(static_cast<std::int32_t>(*id)) : std::nullopt;
 }
 
 // Deliberate: the rest of the line from the first blank on, without its first and its last byte and

@@ -1,63 +1,18 @@
 #include "zemlink/decisions/decoding.h"
 
+#include "decisions/bitmapfile.h"
 #include "decisions/ncqueue.h"
 #include "decisions/toolrecord.h"
-#include "text.h"
-#include "zemlink/decisions/commandtext.h"
-#include "zemlink/decisions/machinetext.h"
+#include "zemlink/decisions/ansitext.h"
+#include "zemlink/decisions/loadlog.h"
+#include "zemlink/decisions/noticereport.h"
+#include "zemlink/decisions/requestreports.h"
 #include "zemlink/decisions/settingstext.h"
 #include "zemlink/decisions/toolreport.h"
 #include "zemlink/decisions/waitingcommits.h"
 
 namespace zemlink {
 namespace {
-
-std::string ansi(std::string_view bytes)
-{
-    return companion::toUtf8(companion::fromAnsi(bytes));
-}
-
-Outcome decodeCommand(std::string_view bytes)
-{
-    const CommandText text = readCommandText(bytes);
-    Report report{{"request", requestName(text.kind)}};
-    if (text.kind == RequestKind::open || text.kind == RequestKind::newFile) {
-        report["id"] = text.id;
-    }
-    if (text.kind == RequestKind::open) {
-        report["path"] = ansi(text.path);
-    }
-    if (text.kind == RequestKind::checkIn) {
-        report["name"] = ansi(text.path);
-    }
-    if (!text.remarks.empty()) {
-        report["remarks"] = text.remarks;
-    }
-    return {report, text.remarks.empty() ? done : trouble};
-}
-
-Outcome decodeMachine(std::string_view bytes)
-{
-    const auto text = readMachineText(bytes);
-    if (!text) {
-        return {Report{{"remarks", {"The file is empty: nothing is read from it."}}}, trouble};
-    }
-    Report report{{"id", ansi(text->id)},
-                  {"ncPath", nullptr},
-                  {"secondNumber", nullptr},
-                  {"machine", ansi(text->machine)}};
-    if (text->ncPath) {
-        report["ncPath"] = *text->ncPath;
-    }
-    if (text->secondNumber) {
-        report["secondNumber"] = *text->secondNumber;
-    }
-    if (text->hasMore) {
-        report["remarks"].push_back("Lines follow the first; nobody reads them.");
-    }
-    const bool isWhole = text->ncPath && text->secondNumber && !text->machine.empty();
-    return {report, isWhole && !text->hasMore ? done : trouble};
-}
 
 Outcome decodeCommits(std::string_view bytes)
 {
@@ -85,21 +40,74 @@ Outcome decodeLines(const char* name, const std::vector<std::optional<Entry>>& e
 Report queueReport(const companion::QueueEntry& entry)
 {
     return {{"ncPath", entry.pathNumber},
-            {"program", ansi(entry.program)},
-            {"group", ansi(entry.group)}};
+            {"program", ansiToUtf8(entry.program)},
+            {"group", ansiToUtf8(entry.group)}};
 }
 
 Outcome decodeSettings(std::string_view bytes)
 {
     Report report{{"lines", Report::array()}, {"inForce", settingsInForce(bytes)}};
     for (const std::string& line : settingLines(bytes)) {
-        report["lines"].push_back(ansi(line.substr(0, line.find('\n'))));
+        report["lines"].push_back(ansiToUtf8(line.substr(0, line.find('\n'))));
     }
     if (isLastSettingCut(bytes)) {
         report["remarks"].push_back("The last line has no line end: its value loses its last "
                                     "character.");
     }
     return {report, report.contains("remarks") ? trouble : done};
+}
+
+Report loadReport(const LoggedLoad& load)
+{
+    Report report{{"file", ansiToUtf8(load.file)}, {"finished", load.isFinished()}};
+    if (load.system.empty()) {
+        report["lastStep"] = load.lastStep;
+    } else {
+        report["cadSystem"] = ansiToUtf8(load.system);
+    }
+    return report;
+}
+
+Outcome decodeLoadLog(std::string_view bytes)
+{
+    const LoadLog log = readLoadLog(bytes);
+    Report report{{"loads", Report::array()}};
+    for (const LoggedLoad& load : log.loads) {
+        report["loads"].push_back(loadReport(load));
+    }
+    if (!log.badLines.empty()) {
+        report["badLines"] = log.badLines;
+    }
+    return {report, log.badLines.empty() ? done : trouble};
+}
+
+// What came over the port, one notice behind the other.
+Outcome decodeNotices(std::string_view bytes)
+{
+    Outcome outcome{Report{{"notices", Report::array()}}};
+    while (!bytes.empty()) {
+        const std::size_t end = std::min(bytes.find('\n'), bytes.size() - 1) + 1;
+        const Report notice = noticeReport(bytes.substr(0, end));
+        outcome.exitCode = notice["notice"] == "unknown" ? trouble : outcome.exitCode;
+        outcome.report["notices"].push_back(notice);
+        bytes.remove_prefix(end);
+    }
+    return outcome;
+}
+
+Outcome decodePicture(std::string_view bytes)
+{
+    const auto form = companion::bitmapForm(bytes);
+    if (!form) {
+        return {
+            Report{{"remarks",
+                    {"It is no bitmap file that hosts and the add-in write, or is cut short."}}},
+            trouble};
+    }
+    return {Report{{"width", form->width},
+                   {"height", form->height},
+                   {"bitsAPixel", form->bits},
+                   {"firstRow", form->isTopDown ? "top" : "bottom"}}};
 }
 
 Outcome decodeContent(ExchangeKind kind, std::string_view bytes)
@@ -109,12 +117,20 @@ Outcome decodeContent(ExchangeKind kind, std::string_view bytes)
         return decodeCommand(bytes);
     case ExchangeKind::machineSettings:
         return decodeMachine(bytes);
+    case ExchangeKind::checkoutAnswer:
+        return decodeAnswer(bytes);
     case ExchangeKind::commitRecords:
         return decodeCommits(bytes);
     case ExchangeKind::toolData:
         return decodeLines("tools", companion::readToolData(bytes), toolReport);
     case ExchangeKind::ncQueue:
         return decodeLines("programs", companion::readQueue(bytes), queueReport);
+    case ExchangeKind::notices:
+        return decodeNotices(bytes);
+    case ExchangeKind::picture:
+        return decodePicture(bytes);
+    case ExchangeKind::loadLog:
+        return decodeLoadLog(bytes);
     case ExchangeKind::settings:
         break;
     }

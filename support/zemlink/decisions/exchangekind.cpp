@@ -2,15 +2,24 @@
 
 #include "decisions/commitrecord.h"
 
-#include <array>
-#include <utility>
+#include <algorithm>
+#include <iterator>
 
 namespace zemlink {
 namespace {
 
-constexpr std::array kinds{ExchangeKind::commandFile,   ExchangeKind::machineSettings,
-                           ExchangeKind::commitRecords, ExchangeKind::toolData,
-                           ExchangeKind::ncQueue,       ExchangeKind::settings};
+struct KindWord {
+    ExchangeKind kind;
+    const char* word;
+};
+
+constexpr KindWord words[] = {
+    {ExchangeKind::commandFile, "command"},   {ExchangeKind::machineSettings, "machine"},
+    {ExchangeKind::checkoutAnswer, "answer"}, {ExchangeKind::commitRecords, "commits"},
+    {ExchangeKind::toolData, "tools"},        {ExchangeKind::ncQueue, "queue"},
+    {ExchangeKind::notices, "notices"},       {ExchangeKind::picture, "picture"},
+    {ExchangeKind::loadLog, "log"},           {ExchangeKind::settings, "settings"},
+};
 
 struct NameForm {
     std::wstring_view start, end;
@@ -24,6 +33,10 @@ constexpr NameForm forms[] = {
     {L"torvapdm-", L".closed", ExchangeKind::commitRecords},
     {L"tool-", L".txt", ExchangeKind::toolData},
     {L"ncqueue-", L".txt", ExchangeKind::ncQueue},
+    {L"torva zem-", L".tmp", ExchangeKind::checkoutAnswer},
+    {L"screendump", L".bmp", ExchangeKind::picture},
+    {L"toolimage-", L".bmp", ExchangeKind::picture},
+    {L"mcxlog", L".txt", ExchangeKind::loadLog},
     {L"settings", L".ini", ExchangeKind::settings},
 };
 
@@ -47,11 +60,6 @@ std::optional<ExchangeKind> kindOfName(std::wstring_view fileName)
     return std::nullopt;
 }
 
-bool isCommand(std::string_view bytes)
-{
-    return bytes.starts_with("\xEF\xBB\xBF") || bytes.substr(0, bytes.find(' ')) == "CHECKIN";
-}
-
 bool isMachine(std::string_view line)
 {
     const std::size_t first = line.find('|');
@@ -59,41 +67,70 @@ bool isMachine(std::string_view line)
            line.find('|', first + 1) != line.npos;
 }
 
+// UTF-16 that starts with a word of ASCII.
+bool isAnswer(std::string_view bytes)
+{
+    return bytes.size() > 2 && bytes[0] > ' ' && bytes[0] <= '~' && bytes[1] == '\0';
+}
+
+struct TextStart {
+    std::string_view start;
+    ExchangeKind kind;
+};
+
+constexpr TextStart starts[] = {
+    {"\xEF\xBB\xBF", ExchangeKind::commandFile},
+    {"CHECKIN ", ExchangeKind::commandFile},
+    {"TOOLDATA|", ExchangeKind::toolData},
+    {"NCPATH|", ExchangeKind::ncQueue},
+    {"Loading File #", ExchangeKind::loadLog},
+    {"ZEMID=", ExchangeKind::notices},
+    {"TOOL-", ExchangeKind::notices},
+    {"MCAMXMLIMPORTDATAID=", ExchangeKind::notices},
+    {"IMPORTNCQUEUE|", ExchangeKind::notices},
+    {"BM", ExchangeKind::picture},
+};
+
+std::optional<ExchangeKind> kindOfContent(std::string_view bytes)
+{
+    for (const TextStart& each : starts) {
+        if (bytes.starts_with(each.start)) {
+            return each.kind;
+        }
+    }
+    const std::string_view line = bytes.substr(0, bytes.find('\n'));
+    return bytes == "CHECKIN" ? ExchangeKind::commandFile
+           : companion::nextPiece(bytes).kind == companion::PieceKind::record
+               ? ExchangeKind::commitRecords
+           : isAnswer(bytes)             ? ExchangeKind::checkoutAnswer
+           : isMachine(line)             ? ExchangeKind::machineSettings
+           : line.find('=') != line.npos ? std::optional(ExchangeKind::settings)
+                                         : std::nullopt;
+}
+
 } // namespace
 
 std::vector<std::string> kindWords()
 {
-    std::vector<std::string> words;
-    for (const ExchangeKind kind : kinds) {
-        words.push_back(kindWord(kind));
+    std::vector<std::string> all;
+    for (const KindWord& each : words) {
+        all.emplace_back(each.word);
     }
-    return words;
+    return all;
 }
 
 std::string kindWord(ExchangeKind kind)
 {
-    switch (kind) {
-    case ExchangeKind::commandFile:
-        return "command";
-    case ExchangeKind::machineSettings:
-        return "machine";
-    case ExchangeKind::commitRecords:
-        return "commits";
-    case ExchangeKind::toolData:
-        return "tools";
-    case ExchangeKind::ncQueue:
-        return "queue";
-    case ExchangeKind::settings:
-        break;
-    }
-    return "settings";
+    return std::find_if(std::begin(words), std::end(words),
+                        [&](const KindWord& each) { return each.kind == kind; })
+        ->word;
 }
 
 std::optional<ExchangeKind> kindOfWord(std::string_view word)
 {
-    for (const ExchangeKind kind : kinds) {
-        if (kindWord(kind) == word) {
-            return kind;
+    for (const KindWord& each : words) {
+        if (each.word == word) {
+            return each.kind;
         }
     }
     return std::nullopt;
@@ -101,26 +138,8 @@ std::optional<ExchangeKind> kindOfWord(std::string_view word)
 
 std::optional<ExchangeKind> kindOf(std::wstring_view fileName, std::string_view bytes)
 {
-    if (const auto kind = kindOfName(fileName)) {
-        return kind;
-    }
-    const std::string_view line = bytes.substr(0, bytes.find('\n'));
-    if (isCommand(bytes)) {
-        return ExchangeKind::commandFile;
-    }
-    if (line.starts_with("TOOLDATA|")) {
-        return ExchangeKind::toolData;
-    }
-    if (line.starts_with("NCPATH|")) {
-        return ExchangeKind::ncQueue;
-    }
-    if (companion::nextPiece(bytes).kind == companion::PieceKind::record) {
-        return ExchangeKind::commitRecords;
-    }
-    if (isMachine(line)) {
-        return ExchangeKind::machineSettings;
-    }
-    return line.find('=') == line.npos ? std::nullopt : std::optional(ExchangeKind::settings);
+    const auto kind = kindOfName(fileName);
+    return kind ? kind : kindOfContent(bytes);
 }
 
 } // namespace zemlink

@@ -11,13 +11,18 @@ namespace zemlink {
 enum class ExchangeKind {
     commandFile,
     machineSettings,
+    checkoutAnswer,
     commitRecords,
     toolData,
     ncQueue,
+    notices,
+    picture,
+    loadLog,
     settings
 };
 
-// `command`, `machine`, `commits`, `tools`, `queue`, `settings`: the words of --as, in this order.
+// `command`, `machine`, `answer`, `commits`, `tools`, `queue`, `notices`, `picture`, `log`,
+// `settings`: the words of --as, in this order.
 std::vector<std::string> kindWords();
 std::string kindWord(ExchangeKind kind);
 // Empty for any other word.

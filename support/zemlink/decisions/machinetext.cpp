@@ -1,27 +1,8 @@
 #include "zemlink/decisions/machinetext.h"
 
-#include <algorithm>
-#include <limits>
+#include "zemlink/decisions/leadingnumber.h"
 
 namespace zemlink {
-namespace {
-
-// The number in front of anything else, behind blanks and a sign; 0 for none.
-std::int32_t leadingNumber(std::string_view text)
-{
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    const bool isNegative = text.starts_with('-');
-    text.remove_prefix(isNegative || text.starts_with('+') ? 1 : 0);
-    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
-    std::int64_t number = 0;
-    for (std::size_t i = 0; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
-        number = std::min(number * 10 + (text[i] - '0'), largest);
-    }
-    return static_cast<std::int32_t>(isNegative ? -number : number);
-}
-
-} // namespace
-
 std::optional<MachineText> readMachineText(std::string_view bytes)
 {
     if (bytes.empty()) {
@@ -38,9 +19,9 @@ std::optional<MachineText> readMachineText(std::string_view bytes)
         if (field == 0) {
             text.id = std::string(value);
         } else if (field == 1) {
-            text.ncPath = leadingNumber(value);
+            text.ncPath = leadingNumberOrZero(value);
         } else if (field == 2) {
-            text.secondNumber = leadingNumber(value);
+            text.secondNumber = leadingNumberOrZero(value);
         }
         line.remove_prefix(bar + 1);
     }

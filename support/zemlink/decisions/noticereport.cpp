@@ -1,17 +1,12 @@
 #include "zemlink/decisions/noticereport.h"
 
 #include "decisions/notice.h"
-#include "text.h"
+#include "zemlink/decisions/ansitext.h"
 
 namespace zemlink {
 namespace {
 
 constexpr std::int64_t noId = 0xFFFFFFFF;
-
-std::string ansi(std::string_view bytes)
-{
-    return companion::toUtf8(companion::fromAnsi(bytes));
-}
 
 std::string hexadecimal(std::string_view bytes)
 {
@@ -31,7 +26,7 @@ std::string oneLine(std::string_view bytes)
     for (char& c : line) {
         c = static_cast<unsigned char>(c) < ' ' ? ' ' : c;
     }
-    return ansi(line);
+    return ansiToUtf8(line);
 }
 
 } // namespace
@@ -41,15 +36,15 @@ Report noticeReport(std::string_view bytes)
     const companion::Notice notice = companion::readNotice(bytes);
     switch (notice.kind) {
     case companion::NoticeKind::setupSheet:
-        return {{"notice", "setup sheet"}, {"id", notice.id}, {"file", ansi(notice.path)}};
+        return {{"notice", "setup sheet"}, {"id", notice.id}, {"file", ansiToUtf8(notice.path)}};
     case companion::NoticeKind::commit:
         return {{"notice", "commit"},
                 {"id", notice.id == noId ? Report() : Report(notice.id)},
-                {"file", ansi(notice.path)}};
+                {"file", ansiToUtf8(notice.path)}};
     case companion::NoticeKind::toolData:
         return {{"notice", "tool data"}, {"id", notice.id}};
     case companion::NoticeKind::ncQueue:
-        return {{"notice", "NC queue"}, {"file", ansi(notice.path)}};
+        return {{"notice", "NC queue"}, {"file", ansiToUtf8(notice.path)}};
     case companion::NoticeKind::unknown:
         break;
     }
