@@ -197,10 +197,14 @@ protected:
             return {scenario.name, name, seenByUser(failed), leftOnDisk(failed), "\u2013"};
         }
         const Outcome& clean = runClean(scenario);
+        std::set<std::string> escapedAlone;
         if (scenario.callers == Callers::thisThread) // the listener's would take too long
             for (const int nth : choiceOf(cleanCalls_[name]))
-                run(scenario, &fault, nth);
+                escapedAlone.insert(run(scenario, &fault, nth).escaped);
         const Outcome failed = run(scenario, &fault);
+        for (const std::string& escaped : escapedAlone)
+            EXPECT_TRUE(escaped.empty() || escaped == failed.escaped)
+                << scenario.name << ", " << name << " alone: " << escaped;
         const bool works = run(scenario) == clean;
         return {scenario.name, name, cell(seenByUser(failed), seenByUser(clean), name),
                 cell(leftOnDisk(failed), leftOnDisk(clean), name),
