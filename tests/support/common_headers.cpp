@@ -1,0 +1,1 @@
+// A target of its own for the headers that the tests have compiled beforehand.
