@@ -125,7 +125,10 @@ void registerInstallation(const std::wstring& folder)
     RegCloseKey(key);
 }
 
-Installation::Installation(Registry registry) : registry_(registry), root_(freshFolder())
+Installation::Installation(Registry registry) : Installation(registry, freshFolder()) {}
+
+Installation::Installation(Registry registry, const std::wstring& root)
+    : registry_(registry), root_(root)
 {
     removeFolder(root_); // a process that was ended may have left its own under the same number
     for (const wchar_t* folder : {L"cfg", L"sys", L"temp", L"tmp", L"commit"})

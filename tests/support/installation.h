@@ -17,6 +17,8 @@ enum class Registry {
 class Installation {
 public:
     explicit Installation(Registry registry = Registry::ofThisProcess);
+    // At this place, for a test whose paths have to be the same in every run.
+    Installation(Registry registry, const std::wstring& root);
     ~Installation();
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;

@@ -13,7 +13,7 @@ namespace testing_support {
 std::map<std::string, LeftOpen> lifeTable()
 {
     static const std::regex row(R"(\| `?([^|`]+)`? \| (\d+) \| (\d+) \|.*)");
-    std::istringstream page(readBytes(programFolder() + L"shipped\\life.md").value_or(""));
+    std::istringstream page(readBytes(programFolder() + L"shipped\\docs\\life.md").value_or(""));
     std::map<std::string, LeftOpen> table;
     std::smatch found;
     for (std::string line; std::getline(page, line);)

@@ -1,0 +1,157 @@
+// The dumps of the pages against what the programs write. A dump that differs is printed as it
+// should stand.
+#include "documents/exchange_run.h"
+#include "documents/pages.h"
+#include "zemlink/decisions/decoding.h"
+#include "zemlink/decisions/noticereport.h"
+#include "zemlink/decisions/reporttext.h"
+
+#include <gtest/gtest.h>
+#include <set>
+
+using namespace documents;
+
+namespace documents {
+
+// For GoogleTest.
+static void PrintTo(const ExchangeRun& run, std::ostream* stream)
+{
+    *stream << run.name;
+}
+static void PrintTo(const GivenBytes& bytes, std::ostream* stream)
+{
+    *stream << bytes.dump;
+}
+
+} // namespace documents
+
+namespace {
+
+const ExchangeRun runs[] = {
+    {"requests",
+     {"registry-value", "open-request", "machine-settings", "new-file-request", "check-in-request"},
+     requestsOfTheCompanion},
+    {"roundTrip",
+     {"commit-notice", "setup-sheet-notice", "load-log", "screen-picture", "queue-notice",
+      "nc-queue", "commit-records"},
+     roundTripOfAPart},
+    {"toolData", {"tools-notice", "tool-data"}, toolDataOfAPart},
+    {"toolPicture", {"tool-picture"}, pictureOfATool},
+};
+
+const GivenBytes given[] = {
+    {"settings", giveSettings},
+    {"check-out-answer", giveCheckoutAnswer},
+    {"check-in-answer", giveCheckinAnswer},
+};
+
+// A dump for a page that has none: of a long file, how it begins.
+std::string newDump(const std::string& name, const std::string& bytes)
+{
+    constexpr std::size_t enough = 256;
+    Dump dump = showing(std::string_view(bytes).substr(0, enough), {name, {}});
+    if (bytes.size() > enough)
+        dump.rows.push_back({.kind = DumpRow::Kind::rest});
+    return asBlock(dump);
+}
+
+void expectShown(const std::string& name, const std::string& bytes)
+{
+    const auto dumps = dumpsOfPages();
+    const auto dump = dumps.find(name);
+    if (dump == dumps.end()) {
+        ADD_FAILURE() << "no page has a sound dump of it; this one would do:\n"
+                      << newDump(name, bytes);
+        return;
+    }
+    EXPECT_TRUE(isShown(bytes, dump->second)) << "the dump as it should stand:\n"
+                                              << asBlock(showing(bytes, dump->second));
+}
+
+class EachRun : public ::testing::TestWithParam<ExchangeRun> {};
+class EachGivenDump : public ::testing::TestWithParam<GivenBytes> {};
+
+std::string testName(const std::string& dump)
+{
+    std::string name = dump;
+    std::erase(name, '-');
+    return name;
+}
+
+} // namespace
+
+TEST_P(EachRun, writesWhatThePagesShow)
+{
+    const Made made = GetParam().make();
+    std::set<std::string> names;
+    for (const auto& [name, bytes] : made) {
+        names.insert(name);
+        expectShown(name, bytes);
+    }
+    EXPECT_EQ(names, std::set(GetParam().dumps.begin(), GetParam().dumps.end()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, EachRun, ::testing::ValuesIn(runs),
+                         [](const auto& run) { return std::string(run.param.name); });
+
+TEST_P(EachGivenDump, doesWhatThePageSays)
+{
+    const auto dumps = dumpsOfPages();
+    ASSERT_TRUE(dumps.contains(GetParam().dump)) << "no page has a sound dump of it";
+    GetParam().give(bytesOf(dumps.at(GetParam().dump)).value_or(""));
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, EachGivenDump, ::testing::ValuesIn(given),
+                         [](const auto& bytes) { return testName(bytes.param.dump); });
+
+TEST(Pages, haveSoundDumpsAlone)
+{
+    for (const auto& [page, block] : blocksOfPages("dump"))
+        EXPECT_EQ(readDump(block).fault, "") << page << ": " << block.name;
+}
+
+TEST(Pages, haveNoDumpThatNoTestReadsAndNoneTwice)
+{
+    std::multiset<std::string> read;
+    for (const ExchangeRun& run : runs)
+        read.insert(run.dumps.begin(), run.dumps.end());
+    for (const GivenBytes& bytes : given)
+        read.insert(bytes.dump);
+    std::multiset<std::string> shown;
+    for (const auto& [page, block] : blocksOfPages("dump"))
+        shown.insert(block.name);
+    EXPECT_EQ(shown, read);
+}
+
+TEST(Pages, sayWhatTheSupportToolMakesOfADump)
+{
+    const auto dumps = dumpsOfPages();
+    const auto blocks = blocksOfPages("decoded");
+    EXPECT_FALSE(blocks.empty());
+    for (const auto& [page, block] : blocks) {
+        ASSERT_TRUE(dumps.contains(block.name)) << page << ": " << block.name;
+        const std::string bytes = bytesOf(dumps.at(block.name)).value_or("");
+        const auto kind = zemlink::kindOf(L"", bytes);
+        ASSERT_TRUE(kind) << page << ": " << block.name;
+        const std::string text = zemlink::asText(zemlink::decode(*kind, bytes).report);
+        EXPECT_TRUE(joined(block.lines) == text) << page << ": the block as it should stand:\n"
+                                                 << "```decoded " << block.name << '\n'
+                                                 << text << "```";
+    }
+}
+
+TEST(Pages, showNothingThatTheSupportToolFindsAmiss)
+{
+    const auto dumps = dumpsOfPages();
+    for (const char* name : {"open-request", "new-file-request", "check-in-request", "settings",
+                             "machine-settings", "commit-records", "nc-queue", "tool-data"}) {
+        const std::string bytes = bytesOf(dumps.at(name)).value_or("");
+        const auto kind = zemlink::kindOf(L"", bytes);
+        EXPECT_TRUE(kind && zemlink::decode(*kind, bytes).exitCode == zemlink::done) << name;
+    }
+    for (const char* name :
+         {"commit-notice", "setup-sheet-notice", "queue-notice", "tools-notice"}) {
+        const std::string bytes = bytesOf(dumps.at(name)).value_or("");
+        EXPECT_NE(zemlink::noticeReport(bytes)["notice"], "unknown") << name;
+    }
+}

@@ -1,0 +1,71 @@
+#include "documents/page_table.h"
+
+#include <sstream>
+
+namespace documents {
+
+namespace {
+
+// The cells of a line `| a | b |`. A bar behind a backslash is text.
+TableRow cellsOf(const std::string& line)
+{
+    TableRow cells;
+    std::string cell;
+    for (std::size_t i = 2; i < line.size(); ++i) {
+        if (line[i] == '\\' && i + 1 < line.size() && line[i + 1] == '|') {
+            cell += line[++i];
+        } else if (line[i] == '|') {
+            cells.push_back(cell.substr(0, cell.find_last_not_of(' ') + 1));
+            cell.clear();
+            ++i; // the blank
+        } else {
+            cell += line[i];
+        }
+    }
+    return cells;
+}
+
+} // namespace
+
+std::vector<TableRow> tableBelow(std::string_view page, std::string_view heading)
+{
+    std::vector<TableRow> rows;
+    std::istringstream lines{std::string(page)};
+    bool isBelow = false;
+    for (std::string line; std::getline(lines, line);) {
+        const bool isRow = line.starts_with("| ") || line.starts_with("|-");
+        if (isBelow && isRow)
+            rows.push_back(cellsOf(line));
+        else if (isBelow && (!rows.empty() || line.starts_with("## ")))
+            break;
+        isBelow = isBelow || line == heading;
+    }
+    constexpr std::ptrdiff_t linesOfHead = 2;
+    if (std::ssize(rows) < linesOfHead)
+        return {};
+    rows.erase(rows.begin(), rows.begin() + linesOfHead);
+    return rows;
+}
+
+std::string codeIn(std::string_view text)
+{
+    const std::size_t begin = text.find('`');
+    const std::size_t end = begin == text.npos ? begin : text.find('`', begin + 1);
+    return end == text.npos ? "" : std::string(text.substr(begin + 1, end - begin - 1));
+}
+
+bool isLike(std::string_view text, std::string_view pattern)
+{
+    const std::size_t begin = pattern.find('<');
+    const std::size_t end = pattern.find('>', begin);
+    if (begin == pattern.npos || end == pattern.npos)
+        return text == pattern;
+    if (text.substr(0, begin) != pattern.substr(0, begin))
+        return false;
+    for (std::size_t taken = begin + 1; taken <= text.size(); ++taken)
+        if (isLike(text.substr(taken), pattern.substr(end + 1)))
+            return true;
+    return false;
+}
+
+} // namespace documents
