@@ -14,6 +14,8 @@ if(MINGW)
   # time.
   add_link_options(-static -fstack-protector-strong
                    -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+  # The same sources give the same programs, whenever they are linked.
+  add_link_options(-Wl,--no-insert-timestamp)
   # A frame whose guard was overwritten ends the program before it can be misused.
   add_compile_options(-fstack-protector-strong)
 endif()

@@ -31,7 +31,7 @@ HANDLE openForChild(const std::wstring& path)
 } // namespace
 
 ToolRun::ToolRun(const Installation& installation, const std::wstring& words,
-                 const std::wstring& name)
+                 const std::wstring& name, const std::wstring& program)
     : outputPath_(installation.path(name + L".out")), errorPath_(installation.path(name + L".err"))
 {
     STARTUPINFOW start = {};
@@ -39,7 +39,7 @@ ToolRun::ToolRun(const Installation& installation, const std::wstring& words,
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdOutput = openForChild(outputPath_);
     start.hStdError = openForChild(errorPath_);
-    std::wstring commandLine = quoted(programFolder() + L"zemlink.exe") + L' ' + words;
+    std::wstring commandLine = quoted(program) + L' ' + words;
     const bool isStarted = CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0,
                                           nullptr, nullptr, &start, &information_) != FALSE;
     if (!isStarted)

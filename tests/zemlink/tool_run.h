@@ -14,8 +14,10 @@ namespace testing_support {
 class ToolRun {
 public:
     // Starts it with these words. What it prints is kept in the installation folder under the name.
+    // The program is the one beside the test's.
     ToolRun(const Installation& installation, const std::wstring& words,
-            const std::wstring& name = L"zemlink");
+            const std::wstring& name = L"zemlink",
+            const std::wstring& program = programFolder() + L"zemlink.exe");
     ~ToolRun();
     ToolRun(const ToolRun&) = delete;
     ToolRun& operator=(const ToolRun&) = delete;

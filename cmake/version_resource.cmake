@@ -1,0 +1,8 @@
+# add_version_resource(TARGET FILE_NAME FILE_TYPE DESCRIPTION): what the system shows of a program's
+# version. The version is the project's, so that no two programs tell different ones.
+function(add_version_resource target file_name file_type description)
+  cmake_path(GET file_name STEM internal_name)
+  set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/cmake/version_resource.rc.in ${resource} @ONLY)
+  target_sources(${target} PRIVATE ${resource})
+endfunction()
