@@ -15,7 +15,7 @@ const std::string traceOfTheEnd = "ui m_close(0) -> 0\n";
 // Answers boxes, as a host does while a script runs, until the last part has been saved.
 std::string scriptUntilTheLastPart()
 {
-    return "wait-for " + std::string(lastPartName) + "\", main 90000\nquit\n";
+    return "wait-for " + std::string(lastPartName) + "\", main 240000\nquit\n";
 }
 
 // Nothing is opened for it, so that it never stands in the way of who deletes the file.
