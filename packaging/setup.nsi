@@ -107,9 +107,9 @@ Section
     Call EndInTrouble
     Call RemoveEarlierVersion
     Call EndInTrouble
+    Call WriteEntry
     Call PutInPlace
     Call EndInTrouble
-    Call WriteEntry
     Call RemoveEmptyFolders ; that the earlier version had and this one has not
 SectionEnd
 
@@ -234,9 +234,10 @@ FunctionEnd
     !insertmacro PutFileInPlace "$INSTDIR\${FILE}"
 !macroend
 
+; The uninstaller first, so that what is in place can always be removed again.
 Function PutInPlace
-    !insertmacro FOR_EACH_FILE PutInstalledFileInPlace
     !insertmacro PutInstalledFileInPlace "${UNINSTALLER}"
+    !insertmacro FOR_EACH_FILE PutInstalledFileInPlace
     !insertmacro PutFileInPlace "$HostFolder\${LIBRARY}"
 FunctionEnd
 
@@ -251,6 +252,7 @@ Function WriteEntry
     WriteRegDWORD HKLM "${ENTRY}" "EstimatedSize" $0
     WriteRegDWORD HKLM "${ENTRY}" "NoModify" 1
     WriteRegDWORD HKLM "${ENTRY}" "NoRepair" 1
+    StrCpy $EarlierFolder $INSTDIR ; from here on the entry stays, whatever comes
 FunctionEnd
 
 Function EndInTrouble
@@ -313,7 +315,9 @@ SectionEnd
 !macroend
 
 Function un.CheckFiles
-    !insertmacro CheckFile "un." "$HostFolder\${LIBRARY}" "Mastercam"
+    ${If} $HostFolder != "" ; which the entry alone tells
+        !insertmacro CheckFile "un." "$HostFolder\${LIBRARY}" "Mastercam"
+    ${EndIf}
     !insertmacro FOR_EACH_FILE CheckInstalledFileAgain
 FunctionEnd
 
@@ -325,7 +329,9 @@ FunctionEnd
 ; after all others, so that what is left can still be uninstalled.
 Function un.DeleteFiles
     ClearErrors
-    Delete "$HostFolder\${LIBRARY}"
+    ${If} $HostFolder != ""
+        Delete "$HostFolder\${LIBRARY}"
+    ${EndIf}
     ${If} ${Errors}
         ${NoteTrouble} ${IN_USE} "$HostFolder\${LIBRARY}${IN_USE_TEXT}Mastercam and try again."
         Return
