@@ -3,7 +3,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 project=$PWD
-programs=$project/build/mingw/bin
+preset=${PRESET:-mingw} # of CMakePresets.json
+programs=$project/build/$preset/bin
 
 # One Wine prefix of the project's own, silent and without the prompts for its optional add-ons.
 export WINEPREFIX=${TORVAPDM_WINEPREFIX:-$project/build/wine}
@@ -47,8 +48,8 @@ install_packages() {
 
 # build TARGETS: configures and builds these targets, or all.
 build() {
-    quietly cmake --preset mingw
-    quietly cmake --build --preset mingw ${1:+--target "$@"}
+    quietly cmake --preset "$preset"
+    quietly cmake --build --preset "$preset" ${1:+--target "$@"}
 }
 
 # Runs the rest of the script as `SCRIPT --inside ARGS` in a network of its own (loopback only) and
