@@ -14,6 +14,15 @@ bool isEmptyAndKept(HANDLE file)
            information.EndOfFile.QuadPart == 0 && !information.DeletePending;
 }
 
+// Two writers that both found the file empty would write over each other. The place that is locked
+// lies far behind all that a host reads, and the lock goes with the handle.
+bool lockOutOtherWriters(HANDLE file)
+{
+    OVERLAPPED place{};
+    place.OffsetHigh = 1;
+    return LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place);
+}
+
 } // namespace
 
 Sight lookAtCommandFile(const std::wstring& path)
@@ -33,7 +42,7 @@ bool writeRequest(const std::wstring& path, const std::string& request)
                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
-    return file && isEmptyAndKept(file.get()) &&
+    return file && lockOutOtherWriters(file.get()) && isEmptyAndKept(file.get()) &&
            WriteFile(file.get(), request.data(), static_cast<DWORD>(request.size()), &written,
                      nullptr) &&
            written == request.size();

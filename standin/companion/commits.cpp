@@ -3,6 +3,7 @@
 #include "commitstep.h"
 #include "decisions/commitrecord.h"
 #include "decisions/eventtext.h"
+#include "decisions/exchangepaths.h"
 #include "files.h"
 #include "state.h"
 

@@ -2,6 +2,7 @@
 
 #include "decisions/commitrecord.h"
 #include "decisions/eventtext.h"
+#include "decisions/exchangepaths.h"
 #include "files.h"
 #include "screenpicture.h"
 #include "state.h"

@@ -50,9 +50,13 @@ std::wstring fullPath(const std::wstring& path)
 Outcome sendOpen(const Arguments& arguments)
 {
     const std::wstring path = fullPath(fromUtf8(arguments.path));
-    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
         const DWORD error = GetLastError();
         return failure(toUtf8(path) + ": " + systemErrorText(error));
+    }
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return failure(toUtf8(path) + ": it is a folder");
     }
     const auto bytes = companion::openRequest(arguments.id, path);
     if (!bytes) {
@@ -143,7 +147,11 @@ int carryOut(const Arguments& arguments)
 {
     if (arguments.command == Command::none) {
         const bool isAsked = arguments.exitCode == done;
-        print(isAsked ? Stream::output : Stream::error, arguments.text);
+        if (isAsked) {
+            print(Stream::output, arguments.text);
+        } else {
+            printComplaint(arguments.text);
+        }
         return arguments.exitCode;
     }
     const Outcome outcome = outcomeOf(arguments);

@@ -12,11 +12,15 @@
 namespace zemlink {
 namespace {
 
-// A bookmark tells how far the file has been taken, where the Companion keeps one.
-std::uint64_t takenOf(const companion::CommitRequestPaths& paths)
+// A bookmark tells how far the file has been taken, where the Companion keeps one; `finished` says
+// so of a closed file alone.
+std::uint64_t takenOf(const companion::CommitRequestPaths& paths, bool isClosed)
 {
     const auto bytes = companion::readFile(paths.bookmark);
     const auto bookmark = companion::readBookmark(companion::fromUtf8(bytes.value_or("")));
+    if (bookmark && bookmark->isFinished) {
+        return isClosed ? companion::fileSize(paths.closed) : 0;
+    }
     return bookmark ? bookmark->taken : 0;
 }
 
@@ -26,7 +30,8 @@ CommitFile commitFile(const std::wstring& folder, const std::wstring& name, std:
     CommitFile file{folder + L"\\temp\\" + name, process, isRunning(process)};
     const bool hasClosed = companion::isFile(paths.closed);
     // The bookmark is the closed file's while there is one.
-    file.taken = hasClosed == (file.path == paths.closed) ? takenOf(paths) : 0;
+    const bool isClosed = file.path == paths.closed;
+    file.taken = hasClosed == isClosed ? takenOf(paths, isClosed) : 0;
     file.waiting = companion::readFile(file.path);
     if (file.waiting) {
         file.taken = file.taken <= file.waiting->size() ? file.taken : 0;

@@ -49,7 +49,9 @@ std::optional<std::uint32_t> processOfCommandFile(std::wstring_view name)
     name.remove_prefix(start.size());
     name.remove_suffix(end.size());
     const auto number = companion::readNumber(name, 0, std::numeric_limits<std::uint32_t>::max());
-    return number ? std::optional(static_cast<std::uint32_t>(*number)) : std::nullopt;
+    const bool isHosts =
+        number && std::to_wstring(*number) == name; // no host writes zeros in front
+    return isHosts ? std::optional(static_cast<std::uint32_t>(*number)) : std::nullopt;
 }
 
 std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
@@ -61,7 +63,8 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
         return files;
     }
     do {
-        if (const auto process = processOfCommandFile(found.cFileName)) {
+        const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (const auto process = processOfCommandFile(found.cFileName); process && !isFolder) {
             const std::wstring path = folder + L"\\temp\\" + found.cFileName;
             files.push_back({path, *process, companion::fileSize(path), isRunning(*process)});
         }

@@ -2,6 +2,7 @@
 #include "text.h"
 #include "zemlink/commands.h"
 #include "zemlink/decisions/report.h"
+#include "zemlink/decisions/reporttext.h"
 #include "zemlink/output.h"
 
 #include <exception>
@@ -17,7 +18,8 @@ int wmain(int count, wchar_t** words)
     try {
         return zemlink::carryOut(zemlink::readArguments(std::move(arguments)));
     } catch (const std::exception& error) {
-        zemlink::print(zemlink::Stream::error, std::string("zemlink: ") + error.what() + '\n');
+        zemlink::print(zemlink::Stream::error,
+                       std::string("zemlink: ") + zemlink::visible(error.what()) + '\n');
         return zemlink::trouble;
     }
 }

@@ -1,8 +1,11 @@
 #include "zemlink/output.h"
 
+#include "decisions/filelines.h"
 #include "text.h"
 #include "zemlink/decisions/reporttext.h"
+#include "zemlink/systemerror.h"
 
+#include <stdexcept>
 #include <windows.h>
 
 namespace zemlink {
@@ -33,8 +36,20 @@ void print(Stream stream, std::string_view text)
 {
     HANDLE handle = GetStdHandle(stream == Stream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
     DWORD written = 0;
-    if (!printToConsole(handle, text)) {
-        WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    const bool isPrinted =
+        printToConsole(handle, text) ||
+        (WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
+         written == text.size());
+    if (!isPrinted && stream == Stream::output) {
+        throw std::runtime_error("the output cannot be written: " +
+                                 systemErrorText(GetLastError()));
+    }
+}
+
+void printComplaint(std::string_view lines)
+{
+    for (const std::string_view line : companion::fileLines(lines)) {
+        print(Stream::error, visible(std::string(line)) + '\n');
     }
 }
 
@@ -43,7 +58,7 @@ void printReport(const Report& report, bool isJson)
     if (isJson) {
         print(Stream::output, json(report, indent));
     } else if (report.contains("error")) {
-        print(Stream::error, "zemlink: " + report["error"].get<std::string>() + '\n');
+        print(Stream::error, "zemlink: " + visible(report["error"].get<std::string>()) + '\n');
     } else {
         print(Stream::output, asText(report));
     }

@@ -65,6 +65,10 @@ TEST(Arguments, areComplainedAboutWithTheirCause)
               "ID: -1 stands for no request; the host would open nothing");
     EXPECT_EQ(complaint({"new", "2147483648"}),
               "ID: Value 2147483648 not in range -2147483648 to 2147483647");
+    EXPECT_EQ(complaint({"open", "010", "x"}), "ID: 010 is no decimal number");
+    EXPECT_EQ(complaint({"open", "0x11", "x"}), "ID: 0x11 is no decimal number");
+    EXPECT_EQ(complaint({"open", "--", "-01", "x"}), "ID: -01 is no decimal number");
+    EXPECT_EQ(complaint({"new", "5", "--host", "0x10"}), "--host: 0x10 is no decimal number");
     EXPECT_EQ(complaint({"checkin", "--host", "0"}),
               "--host: Value 0 not in range 1 to 4294967295");
     EXPECT_EQ(complaint({"decode", "x", "--as", "y"}),

@@ -257,6 +257,15 @@ TEST(Decoding, showsWhichLinesOfALogNoLoadWrote)
     EXPECT_EQ(outcome.report["loads"][0]["lastStep"], 1);
 }
 
+TEST(ReportText, showsWhatWouldSteerTheTerminalByItsDigits)
+{
+    EXPECT_EQ(visible("a\r\x1B[1m\x7F b"), "a<0D><1B>[1m<7F> b");
+    EXPECT_EQ(visible("\xC2\x9B"
+                      "1m \xE2\x80\xAE"
+                      "x \xC3\xA4"),
+              "<9B>1m <202E>x \xC3\xA4");
+}
+
 TEST(NoticeReport, tellsOfALineThatIsNone)
 {
     EXPECT_EQ(noticeReport("TOOL-017\n").dump(),

@@ -132,13 +132,33 @@ TEST_F(ZemlinkRequests, neverOverwriteAnEarlierOne)
     EXPECT_EQ(readBytes(file), "CHECKIN a");
 }
 
+TEST_F(ZemlinkRequests, doNotComeBetweenTheLookAndTheWriteOfAnother)
+{
+    const AnnouncedHost host;
+    const std::wstring file = AnnouncedHost::makeCommandFile(installation);
+    // Another writer that has looked and not written yet.
+    const HANDLE other = CreateFileW(file.c_str(), GENERIC_WRITE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
+    OVERLAPPED place{};
+    place.OffsetHigh = 1;
+    ASSERT_TRUE(
+        LockFileEx(other, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place));
+    const ToolResult result = run(L"new 5 --timeout 1");
+    CloseHandle(other);
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.output.find("taken: no"), std::string::npos) << result.output;
+    EXPECT_EQ(readBytes(file), "");
+}
+
 TEST_F(ZemlinkRequests, neverMakeACommandFile)
 {
     const AnnouncedHost host;
     const ToolResult result = run(L"checkin --timeout 1");
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_NE(result.output.find("answer: Nothing was written: there is no command file, the "
-                                 "add-in is not open.\n"),
+    EXPECT_NE(result.output.find("answer: Nothing was written: there is no command file. The "
+                                 "add-in is not open, works with another folder, or has stopped "
+                                 "listening.\n"),
               std::string::npos)
         << result.output;
     EXPECT_FALSE(readBytes(installation.commandFile(GetCurrentProcessId())).has_value());
@@ -172,6 +192,16 @@ TEST_F(ZemlinkRequests, areRefusedForAFileThatIsMissingOrHasNoPlainName)
     EXPECT_EQ(refused.errors, "zemlink: " + toUtf8(foreign) +
                                   ": hosts take only paths of plain ASCII of less than 65536 "
                                   "bytes\n");
+}
+
+TEST_F(ZemlinkRequests, areRefusedForAFolder)
+{
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(isReady(host));
+    const ToolResult result = run(L"open 17 " + quoted(installation.path(L"temp")));
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.errors,
+              "zemlink: " + toUtf8(installation.path(L"temp")) + ": it is a folder\n");
 }
 
 TEST_F(ZemlinkRequests, withWrongWordsSayWhatIsWrongAndEndWithTwo)

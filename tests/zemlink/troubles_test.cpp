@@ -47,6 +47,26 @@ TEST(Troubles, areWhatIsMissingOrCannotBeWritten)
                "The installation folder C:\\TORVA\\ZEM: Access denied. (error 5)");
 }
 
+TEST(Troubles, areAHostWithoutACommandFile)
+{
+    Facts facts = soundFacts();
+    facts.hosts.push_back({4713, L"plate.mcam"});
+    expectOnly(facts, "host-without-command-file",
+               "The host with process 4713 has no command file in C:\\TORVA\\ZEM\\temp.");
+}
+
+TEST(Troubles, areCommitsOfACommandLineWhenNobodyRunsToTakeThem)
+{
+    Facts facts = soundFacts();
+    facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat", 1, false, 0, "commit"}};
+    EXPECT_TRUE(findTroubles(facts).empty());
+    facts.companion = {};
+    facts.port = {refused};
+    expectOnly(facts, "commits-left",
+               "C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat: these commits came by a command line and "
+               "nobody took them.");
+}
+
 TEST(Troubles, areAFolderBeyondAsciiAndOneThatOnlyTheOtherViewNames)
 {
     Facts facts = soundFacts();

@@ -26,19 +26,23 @@ void append(std::string& bytes, std::uint32_t number, int size)
     }
 }
 
-// The name, or as much of it as is there.
+bool isControl(wchar_t c)
+{
+    return c < L' ';
+}
+
+// The name, or as much of it as is there, up to the first control character: behind that nothing
+// counts, and garbage would be read again from each of its places.
 std::wstring nameIn(std::string_view bytes, std::size_t units)
 {
     std::wstring name;
     for (std::size_t i = headSize; name.size() < units && i + 1 < bytes.size(); i += 2) {
         name += static_cast<wchar_t>(byteAt(bytes, i) | byteAt(bytes, i + 1) << 8);
+        if (isControl(name.back())) {
+            break;
+        }
     }
     return name;
-}
-
-bool isControl(wchar_t c)
-{
-    return c < L' ';
 }
 
 bool isLetter(wchar_t c)
@@ -59,7 +63,7 @@ Piece recordOrStart(std::string_view bytes)
         return foreign;
     }
     std::wstring name = nameIn(bytes, units);
-    if (std::any_of(name.begin(), name.end(), isControl)) {
+    if (!name.empty() && isControl(name.back())) {
         return foreign;
     }
     if (name.size() < units) {

@@ -20,6 +20,11 @@ std::wstring screenPicturePath(const std::wstring& folder);
 std::wstring libraryFolder(const std::wstring& folder);
 std::wstring libraryIndexPath(const std::wstring& folder);
 
+// The process id under which commits of the command line are kept. No process has it, because ids
+// are multiples of 4, and no host ever writes there; one that asks a window that has just gone for
+// its process gets 0.
+inline constexpr std::uint32_t commandLineProcess = 1;
+
 // What belongs to the commit requests for one process of this program.
 struct CommitRequestPaths {
     std::wstring live;     // hosts append to it

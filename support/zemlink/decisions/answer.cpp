@@ -14,7 +14,8 @@ std::string answerText(companion::Verdict verdict, const std::string& cause)
                                "file, the host does not read it."
                              : "Nothing was written, the command file cannot be: " + cause;
     case companion::Verdict::missing:
-        return "Nothing was written: there is no command file, the add-in is not open.";
+        return "Nothing was written: there is no command file. The add-in is not open, works with "
+               "another folder, or has stopped listening.";
     case companion::Verdict::notTaken:
         return "The host has not taken the request; it still lies in the command file and is "
                "carried out should the host go on.";

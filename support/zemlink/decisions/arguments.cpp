@@ -24,6 +24,20 @@ CLI::Validator idRange()
                       std::numeric_limits<std::int32_t>::max());
 }
 
+// The parser would take `010` for eight and `0x11` for seventeen.
+std::string notDecimal(const std::string& number)
+{
+    const std::string digits = number.substr(number.starts_with('-') ? 1 : 0);
+    const bool isDecimal = !digits.empty() && digits.find_first_not_of("0123456789") == digits.npos;
+    const bool isPlain = isDecimal && (digits.front() != '0' || number == "0");
+    return isPlain ? "" : number + " is no decimal number";
+}
+
+CLI::Validator decimal()
+{
+    return CLI::Validator(notDecimal, "");
+}
+
 std::string notMinusOne(const std::string& id)
 {
     return id == "-1" ? "-1 stands for no request; the host would open nothing" : "";
@@ -32,12 +46,14 @@ std::string notMinusOne(const std::string& id)
 void addDeliveryOptions(CLI::App& command, Given& given)
 {
     command.add_option("--host", given.host, "process id of the host; without it, the only one")
+        ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, largestProcess))
         ->type_name("PID");
     command
         .add_option("--timeout", given.timeoutSeconds,
                     "seconds to wait for the file to be empty, and as long again for the request "
                     "to be taken (10)")
+        ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
         ->type_name("SECONDS");
 }
@@ -47,11 +63,15 @@ void addRequests(CLI::App& app, Given& given)
     CLI::App* open = app.add_subcommand("open", "have a host open a file");
     open->add_option("ID", given.id, "request id")
         ->required()
+        ->check(decimal())
         ->check(idRange())
         ->check(CLI::Validator(notMinusOne, ""));
     open->add_option("PATH", given.path, "the file")->required();
     CLI::App* newFile = app.add_subcommand("new", "have a host start a new file");
-    newFile->add_option("ID", given.id, "request id")->required()->check(idRange());
+    newFile->add_option("ID", given.id, "request id")
+        ->required()
+        ->check(decimal())
+        ->check(idRange());
     CLI::App* checkIn =
         app.add_subcommand("checkin", "have a host close its file, as after a check-in");
     checkIn->add_option("NAME", given.path, "name of the file, for people; the host ignores it");
@@ -65,9 +85,11 @@ void addListen(CLI::App& app, Given& given)
     CLI::App* listen = app.add_subcommand("listen", "show the notices that hosts send, on "
                                                     "port 4559; the Companion must not run");
     listen->add_option("--count", given.count, "end after so many notices")
+        ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}))
         ->type_name("N");
     listen->add_option("--timeout", given.timeoutSeconds, "end after so many seconds")
+        ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
         ->type_name("SECONDS");
 }

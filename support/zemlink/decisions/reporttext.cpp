@@ -1,5 +1,7 @@
 #include "zemlink/decisions/reporttext.h"
 
+#include "text.h"
+
 namespace zemlink {
 namespace {
 
@@ -20,17 +22,22 @@ std::string label(const std::string& key)
     return words;
 }
 
-// A control character as `<0D>`: it would break the line, and it is what one looks for.
-std::string visible(const std::string& text)
+bool isHidden(wchar_t c)
 {
-    constexpr char digits[] = "0123456789ABCDEF";
-    std::string shown;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        shown += byte < ' ' ? std::string{'<', digits[byte >> 4], digits[byte & 15], '>'}
-                            : std::string{c};
+    const bool isControl = c < L' ' || (c >= 0x7F && c < 0xA0);
+    const bool turnsTheLine =
+        c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+    return isControl || turnsTheLine;
+}
+
+std::wstring hexadecimal(wchar_t c)
+{
+    constexpr wchar_t digits[] = L"0123456789ABCDEF";
+    std::wstring text;
+    for (int shift = c > 0xFF ? 12 : 4; shift >= 0; shift -= 4) {
+        text += digits[c >> shift & 15];
     }
-    return shown;
+    return text;
 }
 
 std::string scalarText(const Report& value)
@@ -79,6 +86,15 @@ std::string branchText(const Report& branch, const std::string& indent)
 }
 
 } // namespace
+
+std::string visible(const std::string& text)
+{
+    std::wstring shown;
+    for (const wchar_t c : companion::fromUtf8(text)) {
+        shown += isHidden(c) ? L'<' + hexadecimal(c) + L'>' : std::wstring{c};
+    }
+    return companion::toUtf8(shown);
+}
 
 std::string asText(const Report& report)
 {

@@ -18,7 +18,11 @@ namespace zemlink {
 //   commits waiting: none
 //
 // A key `likeThis` is shown as `like this`; one that starts with a capital stays as it is.
-// A control character in a text is shown as its two hexadecimal digits, `<0D>`.
+// The texts are made visible.
 std::string asText(const Report& report);
+
+// With the hexadecimal digits of what would break the line, steer the terminal or turn the reading
+// direction in its place, `<0D>`: it is what one looks for.
+std::string visible(const std::string& text);
 
 } // namespace zemlink

@@ -6,6 +6,8 @@
 #include "text.h"
 #include "zemlink/decisions/settingstext.h"
 
+#include <algorithm>
+
 namespace zemlink {
 namespace {
 
@@ -87,16 +89,38 @@ void judgeCommandFiles(Troubles& troubles, const Facts& facts)
     }
 }
 
+void judgeHosts(Troubles& troubles, const Facts& facts)
+{
+    for (const companion::Host& host : facts.hosts) {
+        const bool hasFile =
+            std::any_of(facts.commandFiles.begin(), facts.commandFiles.end(),
+                        [&](const CommandFile& file) { return file.process == host.process; });
+        if (!hasFile) {
+            troubles.push_back({"host-without-command-file",
+                                "The host with process " + std::to_string(host.process) +
+                                    " has no command file in " + below(facts, L"\\temp") + ".",
+                                "Restart the host: it works with another folder, or has stopped "
+                                "listening."});
+        }
+    }
+}
+
 void judgeCommits(Troubles& troubles, const Facts& facts)
 {
     for (const CommitFile& file : facts.commitFiles) {
-        if (!file.isProcessThere && !file.waiting.value_or("").empty()) {
-            troubles.push_back({"commits-left",
-                                toUtf8(file.path) + ": the Companion's process " +
-                                    std::to_string(file.process) +
-                                    " ended before it took these commits.",
-                                "Start the Companion. Should they stay, commit the files that "
-                                "`zemlink decode` shows once more."});
+        const bool isCommandLines = file.process == companion::commandLineProcess;
+        const bool isLeft = !file.isProcessThere && !(isCommandLines && facts.companion.isRunning);
+        if (isLeft && !file.waiting.value_or("").empty()) {
+            const std::string process = std::to_string(file.process);
+            troubles.push_back(
+                {"commits-left",
+                 toUtf8(file.path) +
+                     (isCommandLines
+                          ? ": these commits came by a command line and nobody took them."
+                          : ": the Companion's process " + process +
+                                " ended before it took these commits."),
+                 "Start the Companion. Should they stay, commit the files that "
+                 "`zemlink decode` shows once more."});
         }
     }
 }
@@ -152,6 +176,7 @@ std::vector<Trouble> findTroubles(const Facts& facts)
     judgeFolder(troubles, facts);
     judgeContents(troubles, facts);
     judgeCommandFiles(troubles, facts);
+    judgeHosts(troubles, facts);
     judgeCompanion(troubles, facts);
     judgeCommits(troubles, facts);
     judgePort(troubles, facts);
