@@ -45,9 +45,11 @@ Var HostFolder
 Var EarlierFolder ; of the version that is installed, or empty
 Var EarlierHostFolder
 Var HasBegun ; to write, so that there is something to take back
+Var HasMadeEntry ; so that it goes with the rest
 Var KeepsEntry
 
 !include trouble.nsh
+!include alone.nsh
 !include folders.nsh
 
 !define MUI_ICON "${NSISDIR}/Contrib/Graphics/Icons/box-install.ico"
@@ -78,6 +80,8 @@ Var KeepsEntry
 Function .onInit
     StrCpy $Trouble 0
     StrCpy $HasBegun 0
+    StrCpy $HasMadeEntry 0
+    Call EndUnlessAlone
     ReadRegStr $EarlierFolder HKLM "${ENTRY}" "InstallLocation"
     ReadRegStr $EarlierHostFolder HKLM "${ENTRY}" "HostFolder"
     ${GetParameters} $0
@@ -114,11 +118,17 @@ Section
 SectionEnd
 
 Function CheckHostFolder
-    StrCpy $0 $HostFolder 1 -1
-    ${If} $0 == "\"
-        StrCpy $HostFolder $HostFolder -1
+    StrCpy $0 $HostFolder "" 1
+    ${If} $0 == ":" ; what the page makes of a drive's root; alone it is the current folder there
+        StrCpy $HostFolder "$HostFolder\"
     ${EndIf}
     GetFullPathName $0 $HostFolder
+    StrLen $1 $0
+    StrCpy $2 $0 1 -1
+    ${If} $2 == "\"
+    ${AndIf} $1 > 3
+        StrCpy $0 $0 -1
+    ${EndIf}
     ${If} $HostFolder == ""
     ${OrIfNot} ${FileExists} "$0\Mastercam.exe"
         ${NoteTrouble} ${NO_HOST} "There is no Mastercam.exe in the folder $\"$HostFolder$\"."
@@ -143,11 +153,24 @@ Function CheckNamedFolder
     ${EndIf}
 FunctionEnd
 
+; What lies there without an earlier version is somebody else's, whatever its name: it would be
+; overwritten now and deleted in the end.
+!macro CheckIsNotThere FILE
+    ${If} ${FileExists} "$INSTDIR\${FILE}"
+        ${NoteTrouble} ${CANNOT_WRITE} "$INSTDIR\${FILE} is there already and is not this \
+            program's. Choose another folder."
+    ${EndIf}
+!macroend
+
 !macro CheckInstalledFile FILE
     !insertmacro CheckFile "" "$INSTDIR\${FILE}" "the program that uses it"
 !macroend
 
 Function CheckFiles
+    ${If} $INSTDIR != $EarlierFolder
+        !insertmacro FOR_EACH_FILE CheckIsNotThere
+        !insertmacro CheckIsNotThere "${UNINSTALLER}"
+    ${EndIf}
     !insertmacro CheckFile "" "$HostFolder\${LIBRARY}" "Mastercam"
     ${If} $EarlierHostFolder != ""
         !insertmacro CheckFile "" "$EarlierHostFolder\${LIBRARY}" "Mastercam"
@@ -175,6 +198,11 @@ FunctionEnd
 Function WriteBesidePlaces
     StrCpy $HasBegun 1
     SetOverwrite try
+    EnumRegValue $0 HKLM "${ENTRY}" 0
+    EnumRegKey $1 HKLM "${ENTRY}" 0
+    ${If} "$0$1" == ""
+        StrCpy $HasMadeEntry 1
+    ${EndIf}
     ClearErrors
     WriteRegStr HKLM "${ENTRY}" "Publisher" "TORVA AS"
     ${If} ${Errors}
@@ -252,7 +280,7 @@ Function WriteEntry
     WriteRegDWORD HKLM "${ENTRY}" "EstimatedSize" $0
     WriteRegDWORD HKLM "${ENTRY}" "NoModify" 1
     WriteRegDWORD HKLM "${ENTRY}" "NoRepair" 1
-    StrCpy $EarlierFolder $INSTDIR ; from here on the entry stays, whatever comes
+    StrCpy $HasMadeEntry 0 ; from here on the entry stays, whatever comes
 FunctionEnd
 
 Function EndInTrouble
@@ -277,7 +305,7 @@ Function TakeBack
     !insertmacro FOR_EACH_FILE DeleteNewFile
     !insertmacro DeleteNewFile "${UNINSTALLER}"
     Call RemoveEmptyFolders
-    ${If} $EarlierFolder == ""
+    ${If} $HasMadeEntry = 1
         DeleteRegKey HKLM "${ENTRY}"
     ${EndIf}
 FunctionEnd
@@ -288,13 +316,29 @@ FunctionEnd
 
 Function un.onInit
     StrCpy $Trouble 0
-    ReadRegStr $HostFolder HKLM "${ENTRY}" "HostFolder"
     ${GetParameters} $0
     ClearErrors
     ${GetOptions} $0 "/KEEPENTRY" $1
     StrCpy $KeepsEntry 1
     ${If} ${Errors}
         StrCpy $KeepsEntry 0
+        Call un.EndUnlessAlone ; the setup that it runs for holds the place for both
+    ${EndIf}
+    Call un.ReadEntry
+FunctionEnd
+
+; The entry may be that of another folder, when this uninstaller was left over in its own: then
+; neither the library nor the entry is its to remove.
+Function un.ReadEntry
+    StrCpy $0 $INSTDIR 1 -1
+    ${If} $0 == "\"
+        StrCpy $INSTDIR $INSTDIR -1
+    ${EndIf}
+    ReadRegStr $0 HKLM "${ENTRY}" "InstallLocation"
+    ${If} $0 == $INSTDIR
+        ReadRegStr $HostFolder HKLM "${ENTRY}" "HostFolder"
+    ${Else}
+        StrCpy $KeepsEntry 1
     ${EndIf}
 FunctionEnd
 

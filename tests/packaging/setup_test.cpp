@@ -68,6 +68,15 @@ std::set<std::wstring> installedPaths()
     return paths;
 }
 
+bool isSetupRunning()
+{
+    const HANDLE running =
+        OpenMutexW(SYNCHRONIZE, FALSE, L"Global\\TORVA ZEM add-in for Mastercam setup");
+    if (running != nullptr)
+        CloseHandle(running);
+    return running != nullptr;
+}
+
 // The host's own program, with the library that was installed.
 class RunningHost {
 public:
@@ -331,5 +340,91 @@ TEST_F(Setup, removesItsFoldersOnceTheUsersOwnFilesHaveGone)
     EXPECT_EQ(installed(L"bench\\own notes.txt"), "notes");
     DeleteFileW((shop.addInFolder + L"\\bench\\own notes.txt").c_str());
     ASSERT_TRUE(shop.uninstall());
+    expectNothingInstalled();
+}
+
+TEST_F(Setup, refusesAFolderWithSomebodyElsesFilesOfTheSameName)
+{
+    std::filesystem::create_directories(shop.addInFolder + L"\\docs");
+    for (const wchar_t* name : {L"\\CHANGELOG.md", L"\\docs\\installing.md", L"\\uninstall.exe"}) {
+        writeBytes(shop.addInFolder + name, "somebody else's");
+        const State before = files();
+        EXPECT_EQ(shop.setUp(), cannotWrite) << toUtf8(name);
+        EXPECT_EQ(files(), before) << toUtf8(name);
+        EXPECT_EQ(entry(), State()) << toUtf8(name);
+        DeleteFileW((shop.addInFolder + name).c_str());
+    }
+    EXPECT_EQ(shop.setUp(), done);
+}
+
+TEST_F(Setup, refusesSomebodyElsesFilesWhenItMovesToAnotherFolder)
+{
+    ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
+    const std::wstring otherFolder = installation.path(L"tools");
+    std::filesystem::create_directory(otherFolder);
+    writeBytes(otherFolder + L"\\zemlink.exe", "somebody else's");
+    const State before = files();
+    const State entryBefore = entry();
+    const std::wstring move = quoted(setupProgram()) + L" /S /D=" + otherFolder;
+    EXPECT_EQ(Process(move).waitForExit(), cannotWrite);
+    EXPECT_EQ(files(), before);
+    EXPECT_EQ(entry(), entryBefore);
+}
+
+TEST_F(Setup, runsAlone)
+{
+    ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
+    const State before = files();
+    const State entryBefore = entry();
+    {
+        const Process other(quoted(setupProgram())); // which waits on its first page
+        ASSERT_TRUE(waitUntil(isSetupRunning));
+        EXPECT_EQ(shop.setUp(), inUse);
+        EXPECT_EQ(shop.uninstallInPlace(), inUse);
+        EXPECT_EQ(files(), before);
+        EXPECT_EQ(entry(), entryBefore);
+    }
+    EXPECT_EQ(shop.setUp(), done);
+}
+
+TEST_F(Setup, takesBackNoEntryButItsOwn)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyW(HKEY_LOCAL_MACHINE, entryKey, &key), ERROR_SUCCESS);
+    const wchar_t publisher[] = L"TORVA AS";
+    RegSetValueExW(key, L"Publisher", 0, REG_SZ, reinterpret_cast<const BYTE*>(publisher),
+                   sizeof publisher);
+    RegCloseKey(key);
+    const State before = entry();
+    std::filesystem::create_directories(shop.addInFolder);
+    writeBytes(shop.addInFolder + L"\\docs", "a file where the folder should be");
+    EXPECT_EQ(shop.setUp(), cannotWrite);
+    EXPECT_EQ(entry(), before);
+}
+
+TEST_F(Setup, leavesAnotherInstallationToItsOwnUninstaller)
+{
+    ASSERT_EQ(shop.setUp(), done);
+    ASSERT_EQ(shop.uninstallInPlace(), done);
+    const std::wstring otherFolder = installation.path(L"tools");
+    const std::wstring words = L" /S /HOST=" + quoted(shop.hostFolder) + L" /D=";
+    ASSERT_EQ(Process(quoted(setupProgram()) + words + otherFolder).waitForExit(), done);
+    const State entryBefore = entry();
+    const State before = filesBelow(otherFolder);
+    EXPECT_EQ(shop.uninstallInPlace(), done);
+    EXPECT_EQ(entry(), entryBefore);
+    EXPECT_EQ(filesBelow(otherFolder), before);
+    EXPECT_EQ(readBytes(shop.library()), packed(L"torvapdm.dll"));
+}
+
+TEST_F(Setup, takesADrivesRootForNoOtherFolder)
+{
+    SetCurrentDirectoryW(shop.hostFolder.c_str());
+    for (const wchar_t* separator : {L"\\", L""}) {
+        const std::wstring root = shop.hostFolder.substr(0, 2) + separator;
+        const std::wstring words = L" /S /HOST=" + root + L" /D=" + shop.addInFolder;
+        EXPECT_EQ(Process(quoted(setupProgram()) + words).waitForExit(), noHost) << toUtf8(root);
+    }
+    SetCurrentDirectoryW(programFolder().c_str());
     expectNothingInstalled();
 }
