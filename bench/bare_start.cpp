@@ -1,8 +1,8 @@
 #include "bench/bare_start.h"
 
 #include "bench/surroundings.h"
-#include "link/identifiers.h"
-#include "mastercam/control.h"
+#include "companion/identifiers.h"
+#include "control.h"
 #include "support/bytes.h"
 
 #include <atomic>

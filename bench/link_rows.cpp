@@ -1,10 +1,10 @@
 // Commits and settings.
 #include "bench/rows.h"
 #include "bench/surroundings.h"
-#include "commit/commit_request.h"
-#include "link/settings.h"
-#include "link/shared_values.h"
-#include "mastercam/control.h"
+#include "outgoing/commit.h"
+#include "companion/settings.h"
+#include "shared_state.h"
+#include "control.h"
 #include "support/bytes.h"
 #include "support/companion_double.h"
 

@@ -5,9 +5,9 @@
 // other processes included, and in finer steps than a thread's times are counted in.
 #include "bench/rows.h"
 #include "bench/surroundings.h"
-#include "link/command_file.h"
-#include "link/listener.h"
-#include "link/shared_values.h"
+#include "incoming/command_file.h"
+#include "incoming/listener.h"
+#include "shared_state.h"
 #include "support/bytes.h"
 #include "support/system_calls.h"
 

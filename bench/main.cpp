@@ -5,7 +5,7 @@
 //                              makes only the measurements that they name, see `measurements`
 #include "bench/rows.h"
 #include "bench/surroundings.h"
-#include "mastercam/control.h"
+#include "control.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -2,9 +2,9 @@
 #include "bench/chains.h"
 #include "bench/surroundings.h"
 #include "host/record_adapter.h"
-#include "link/shared_values.h"
-#include "mastercam/control.h"
-#include "ncqueue/nc_queue.h"
+#include "shared_state.h"
+#include "control.h"
+#include "outgoing/nc_queue.h"
 #include "support/bytes.h"
 
 #include <io.h>

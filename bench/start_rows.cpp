@@ -3,8 +3,8 @@
 #include "bench/bare_start.h"
 #include "bench/rows.h"
 #include "bench/surroundings.h"
-#include "link/identifiers.h"
-#include "link/messages.h"
+#include "companion/identifiers.h"
+#include "host/message_box.h"
 #include "support/threads.h"
 #include "support/waiting.h"
 

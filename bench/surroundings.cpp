@@ -1,6 +1,6 @@
 #include "bench/surroundings.h"
 
-#include "mastercam/control.h"
+#include "control.h"
 #include "support/bytes.h"
 
 #include <cstdio>

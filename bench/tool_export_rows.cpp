@@ -2,9 +2,9 @@
 #include "bench/chains.h"
 #include "bench/surroundings.h"
 #include "host/record_adapter.h"
-#include "link/shared_values.h"
-#include "tooldata/plane_name.h"
-#include "tooldata/tool_export.h"
+#include "shared_state.h"
+#include "outgoing/plane_name.h"
+#include "outgoing/tool_export.h"
 
 namespace bench {
 

@@ -5,7 +5,7 @@
 #include "bench/rows.h"
 #include "bench/surroundings.h"
 #include "support/bytes.h"
-#include "tooldata/tool_picture.h"
+#include "toolpicture/picture.h"
 
 #include <cstring>
 

@@ -1,11 +1,11 @@
 #include "addin/command_menu.h"
 
-#include "link/companion_process.h"
-#include "link/identifiers.h"
-#include "link/messages.h"
-#include "link/shared_values.h"
-#include "link/text.h"
-#include "tooldata/setup_sheet.h"
+#include "companion/process.h"
+#include "companion/identifiers.h"
+#include "host/message_box.h"
+#include "shared_state.h"
+#include "platform/text.h"
+#include "outgoing/setup_sheet.h"
 
 #include <memory>
 

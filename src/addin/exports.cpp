@@ -7,14 +7,14 @@
 #include "addin/declared_version.h"
 #include "addin/host_events.h"
 #include "addin/lifecycle.h"
-#include "checkout/checkout_request.h"
-#include "commit/save_flow.h"
+#include "incoming/checkout_command.h"
+#include "outgoing/save.h"
 #include "host/host.h"
-#include "link/edges.h"
-#include "ncqueue/nc_commands.h"
-#include "ncqueue/nc_queue.h"
-#include "tooldata/setup_sheet.h"
-#include "tooldata/tool_picture.h"
+#include "host/barriers.h"
+#include "outgoing/nc_commands.h"
+#include "outgoing/nc_queue.h"
+#include "outgoing/setup_sheet.h"
+#include "toolpicture/picture.h"
 
 #include <stdexcept>
 

@@ -1,10 +1,10 @@
 #include "addin/host_events.h"
 
-#include "commit/host_document.h"
-#include "commit/save_flow.h"
-#include "commit/screen_capture.h"
-#include "link/shared_values.h"
-#include "ncqueue/nc_commands.h"
+#include "host/document.h"
+#include "outgoing/save.h"
+#include "outgoing/screen_capture.h"
+#include "shared_state.h"
+#include "outgoing/nc_commands.h"
 
 namespace torvapdm {
 

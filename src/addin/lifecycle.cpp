@@ -1,14 +1,14 @@
 #include "addin/lifecycle.h"
 
 #include "framework/framework.h"
-#include "link/command_file.h"
-#include "link/host_exceptions.h"
-#include "link/identifiers.h"
-#include "link/listener.h"
-#include "link/message_window.h"
-#include "link/messages.h"
-#include "link/network_thread.h"
-#include "link/shared_values.h"
+#include "incoming/command_file.h"
+#include "host/host_exceptions.h"
+#include "companion/identifiers.h"
+#include "incoming/listener.h"
+#include "incoming/message_window.h"
+#include "host/message_box.h"
+#include "companion/network_thread.h"
+#include "shared_state.h"
 
 namespace torvapdm {
 

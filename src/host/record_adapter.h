@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/host.h"
-#include "host/operation_values.h"
+#include "formats/operation_values.h"
 
 #include <cstddef>
 #include <cstring>

@@ -2,9 +2,9 @@
 
 #include "addin/exports.h"
 #include "framework/framework.h"
-#include "link/identifiers.h"
-#include "link/messages.h"
-#include "link/shared_values.h"
+#include "companion/identifiers.h"
+#include "host/message_box.h"
+#include "shared_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"

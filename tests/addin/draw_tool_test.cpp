@@ -2,7 +2,7 @@
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/raster.h"
-#include "tooldata/reference_picture.h"
+#include "toolpicture/reference_picture.h"
 
 #include <bit>
 #include <gtest/gtest.h>

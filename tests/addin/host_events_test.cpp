@@ -1,5 +1,5 @@
 #include "addin/exports.h"
-#include "link/shared_values.h"
+#include "shared_state.h"
 #include "support/host_fixture.h"
 
 using namespace torvapdm;

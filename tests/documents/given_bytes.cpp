@@ -1,4 +1,4 @@
-#include "checkout/checkout_answer.h"
+#include "formats/checkout_answer.h"
 #include "documents/exchange_run.h"
 #include "endtoend/host_program.h"
 #include "support/command_file_writer.h"

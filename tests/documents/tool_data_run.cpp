@@ -1,12 +1,12 @@
 // The tool data of a part, from the host's records through the add-in's own code: no entry point of
 // the library reaches it.
 #include "documents/exchange_run.h"
-#include "link/shared_values.h"
-#include "mastercam/control.h"
+#include "shared_state.h"
+#include "control.h"
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/line_receiver.h"
-#include "tooldata/tool_export.h"
+#include "outgoing/tool_export.h"
 
 #include <gtest/gtest.h>
 

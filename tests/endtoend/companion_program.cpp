@@ -26,7 +26,7 @@ std::wstring commandLine(const Installation& installation, const std::wstring& w
 void installCompanionWithLibrary(const Installation& installation)
 {
     installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
-    std::filesystem::copy(programFolder() + L"shipped\\companion\\library",
+    std::filesystem::copy(programFolder() + L"shipped\\companion\\parts",
                           installation.path(L"library"), std::filesystem::copy_options::recursive);
 }
 

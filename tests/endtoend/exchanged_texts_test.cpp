@@ -1,9 +1,9 @@
 // What the add-in's code writes, read by the Companion's: both ends of the tool data and of the NC
 // queue, which share no code.
-#include "decisions/ncqueue.h"
-#include "decisions/toolrecord.h"
-#include "ncqueue/queue_texts.h"
-#include "tooldata/tool_record.h"
+#include "peer/nc_queue_file.h"
+#include "peer/tool_record.h"
+#include "formats/nc_queue_file.h"
+#include "formats/tool_record.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

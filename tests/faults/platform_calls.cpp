@@ -2,7 +2,7 @@
 
 #include "application/imports.h"
 #include "faults/call_watch.h"
-#include "link/shared_values.h"
+#include "shared_state.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,15 +1,15 @@
 #include "faults/scenario.h"
 
 #include "addin/exports.h"
-#include "link/listener.h"
-#include "link/message_window.h"
-#include "link/messages.h"
-#include "link/network_thread.h"
-#include "link/pending_request.h"
-#include "link/shared_values.h"
+#include "incoming/listener.h"
+#include "incoming/message_window.h"
+#include "host/message_box.h"
+#include "companion/network_thread.h"
+#include "incoming/pending_request.h"
+#include "shared_state.h"
 #include "support/command_file_writer.h"
 #include "support/watched_window.h"
-#include "tooldata/tool_export.h"
+#include "outgoing/tool_export.h"
 
 #include <algorithm>
 

@@ -2,10 +2,10 @@
 
 #include "addin/exports.h"
 #include "host/host.h"
-#include "link/installation_folder.h"
-#include "link/message_window.h"
-#include "link/pending_request.h"
-#include "link/shared_values.h"
+#include "companion/installation.h"
+#include "incoming/message_window.h"
+#include "incoming/pending_request.h"
+#include "shared_state.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -1,5 +1,5 @@
 // The answer to a check-out request: the kind's prefix as it was before, the text.
-#include "checkout/checkout_answer.h"
+#include "formats/checkout_answer.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"

@@ -2,7 +2,7 @@
 // through a host.
 #pragma once
 
-#include "link/command_text.h"
+#include "formats/command_file.h"
 
 #include <string>
 #include <string_view>

@@ -1,5 +1,5 @@
 // The texts of a commit: the ZEM id, the file.
-#include "commit/commit_texts.h"
+#include "formats/commit_record.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"

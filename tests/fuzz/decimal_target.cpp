@@ -3,7 +3,7 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"
-#include "link/decimal.h"
+#include "formats/decimal.h"
 
 namespace fuzzing {
 

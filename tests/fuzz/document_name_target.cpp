@@ -1,5 +1,5 @@
 // The document's name and the window's title: title, path.
-#include "checkout/document_name.h"
+#include "incoming/document_name.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"

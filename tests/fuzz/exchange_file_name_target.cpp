@@ -1,5 +1,5 @@
 // The exchange file's name: seconds, folder.
-#include "checkout/exchange_file_name.h"
+#include "formats/exchange_file_name.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"

@@ -1,5 +1,5 @@
 // The line of a machine-settings file.
-#include "checkout/machine_settings_line.h"
+#include "formats/machine_settings_file.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"

@@ -2,7 +2,7 @@
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/targets.h"
-#include "tooldata/numbers.h"
+#include "toolpicture/numbers.h"
 
 namespace fuzzing {
 

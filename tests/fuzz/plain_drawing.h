@@ -1,7 +1,7 @@
 // A tool's outline once more, as one plain run through its steps.
 #pragma once
 
-#include "tooldata/tool_dimensions.h"
+#include "toolpicture/dimensions.h"
 
 #include <vector>
 

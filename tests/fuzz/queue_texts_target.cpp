@@ -3,7 +3,7 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"
-#include "ncqueue/queue_texts.h"
+#include "formats/nc_queue_file.h"
 
 #include <algorithm>
 

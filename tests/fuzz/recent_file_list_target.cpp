@@ -1,5 +1,5 @@
 // The list of recent files: any number of files, each an id of one byte and a path.
-#include "checkout/recent_file_list.h"
+#include "incoming/recent_files.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/targets.h"

@@ -3,7 +3,7 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_record.h"
 #include "fuzz/targets.h"
-#include "tooldata/record_text.h"
+#include "formats/record_text.h"
 
 namespace fuzzing {
 

@@ -3,7 +3,7 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"
-#include "link/settings_line.h"
+#include "formats/settings_file.h"
 
 namespace fuzzing {
 

@@ -3,7 +3,7 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"
-#include "tooldata/setup_sheet_line.h"
+#include "formats/notices.h"
 
 namespace fuzzing {
 

@@ -1,7 +1,7 @@
 // Sorting and dropping repeats: lines, each ended by a line feed.
 #include "fuzz/differences.h"
 #include "fuzz/targets.h"
-#include "link/sorted_lines.h"
+#include "formats/sorted_lines.h"
 
 namespace fuzzing {
 

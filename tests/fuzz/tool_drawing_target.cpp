@@ -4,7 +4,7 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_drawing.h"
 #include "fuzz/targets.h"
-#include "tooldata/tool_outline.h"
+#include "toolpicture/outline.h"
 
 #include <cmath>
 

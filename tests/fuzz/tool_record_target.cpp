@@ -3,7 +3,7 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_record.h"
 #include "fuzz/targets.h"
-#include "tooldata/tool_record.h"
+#include "formats/tool_record.h"
 
 #include <array>
 

@@ -3,8 +3,8 @@
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/targets.h"
-#include "tooldata/reference_colours.h"
-#include "tooldata/tool_shading.h"
+#include "toolpicture/reference_colours.h"
+#include "toolpicture/shading.h"
 
 #include <cmath>
 

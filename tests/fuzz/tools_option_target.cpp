@@ -1,5 +1,5 @@
 // The option to hand the tools over: the settings file.
-#include "commit/tools_option.h"
+#include "formats/tools_option.h"
 #include "fuzz/differences.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"

@@ -1,6 +1,6 @@
 #include "life/called_library.h"
 
-#include "mastercam/control.h"
+#include "control.h"
 #include "support/bytes.h"
 #include "support/command_file_writer.h"
 
@@ -39,7 +39,7 @@ CalledLibrary::CalledLibrary(CompanionMarks marks)
     EXPECT_TRUE(standin::startHost(options));
     EXPECT_TRUE(standin::loadAddIn(programFolder() + L"torvapdm.dll"));
     EXPECT_TRUE(standin::callExport("m_open", 0));
-    EXPECT_TRUE(standin::putPart(programFolder() + L"shipped\\mastercam\\example\\bracket.mcam"));
+    EXPECT_TRUE(standin::putPart(programFolder() + L"shipped\\host\\example\\bracket.mcam"));
     EXPECT_TRUE(standin::setState("geo_filename", installation_.path(L"part.mcam")));
 }
 

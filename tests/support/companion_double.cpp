@@ -1,6 +1,6 @@
 #include "support/companion_double.h"
 
-#include "link/identifiers.h"
+#include "companion/identifiers.h"
 #include "support/bytes.h"
 #include "support/waiting.h"
 

@@ -2,7 +2,7 @@
 // an installation folder of its own.
 #pragma once
 
-#include "mastercam/control.h"
+#include "control.h"
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/lines.h"

@@ -1,6 +1,6 @@
 #include "support/watched_window.h"
 
-#include "link/shared_values.h"
+#include "shared_state.h"
 #include "support/waiting.h"
 
 namespace testing_support {

@@ -1,16 +1,16 @@
 // The support tool's reading of the exchanges against the add-in's: two readers that share no code,
 // on the same thousands of texts, sound and broken.
-#include "checkout/checkout_answer.h"
-#include "checkout/machine_settings_line.h"
-#include "checkout/nc_import_line.h"
-#include "commit/tools_option.h"
+#include "formats/checkout_answer.h"
+#include "formats/machine_settings_file.h"
+#include "formats/nc_import_line.h"
+#include "formats/tools_option.h"
 #include "fuzz/random.h"
-#include "link/command_text.h"
-#include "link/settings_line.h"
-#include "zemlink/decisions/answertext.h"
-#include "zemlink/decisions/commandtext.h"
-#include "zemlink/decisions/machinetext.h"
-#include "zemlink/decisions/settingstext.h"
+#include "formats/command_file.h"
+#include "formats/settings_file.h"
+#include "peer/answer_text.h"
+#include "peer/command_text.h"
+#include "peer/machine_text.h"
+#include "tools/zemlink/decisions/settings_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // zemlink's own reading of the texts that are exchanged, on literal bytes.
-#include "zemlink/decisions/commandtext.h"
-#include "zemlink/decisions/folder.h"
-#include "zemlink/decisions/machinetext.h"
-#include "zemlink/decisions/settingstext.h"
+#include "peer/command_text.h"
+#include "peer/folder.h"
+#include "peer/machine_text.h"
+#include "tools/zemlink/decisions/settings_text.h"
 
 #include <gtest/gtest.h>
 

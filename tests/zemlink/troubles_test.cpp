@@ -1,5 +1,5 @@
 // Which facts are troubles, and what is said about them.
-#include "zemlink/decisions/troubles.h"
+#include "tools/zemlink/decisions/troubles.h"
 #include "zemlink/facts_fixture.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,77 @@
+#include "peer/load_log.h"
+
+#include "peer/file_lines.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace zemlink {
+namespace {
+
+constexpr std::string_view start = "Loading File #";
+constexpr std::string_view separator = ": ";
+constexpr std::ptrdiff_t mostAtOnce = 64; // loads of hosts that write into one log
+
+struct Step {
+    int number = 0; // 0: the line is none
+    std::string text{};
+};
+
+Step readStep(std::string_view line)
+{
+    const std::size_t textAt = start.size() + 1 + separator.size();
+    if (line.size() < textAt || !line.starts_with(start) ||
+        line.substr(start.size() + 1, separator.size()) != separator) {
+        return {};
+    }
+    const char digit = line[start.size()];
+    return digit >= '1' && digit <= '7' ? Step{digit - '0', std::string(line.substr(textAt))}
+                                        : Step{};
+}
+
+bool isNext(const LoggedLoad& load, const Step& step)
+{
+    return !load.isFinished() && step.number == load.lastStep + 1 && step.text == load.file;
+}
+
+bool isSystemOf(const LoggedLoad& load, const Step& step)
+{
+    return !load.isFinished() && load.lastStep == 3 && step.number == 3 && !step.text.empty();
+}
+
+// The step counts for the latest load that it continues. False when there is none.
+bool goOn(std::vector<LoggedLoad>& loads, const Step& step)
+{
+    const auto end = loads.rbegin() + std::min(mostAtOnce, std::ssize(loads));
+    for (auto load = loads.rbegin(); load != end; ++load) {
+        if (isNext(*load, step)) {
+            ++load->lastStep;
+            return true;
+        }
+        if (isSystemOf(*load, step)) {
+            load->system = step.text;
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+LoadLog readLoadLog(std::string_view bytes)
+{
+    LoadLog log;
+    std::size_t number = 0;
+    for (const std::string_view line : companion::fileLines(bytes)) {
+        ++number;
+        const Step step = readStep(line);
+        if (step.number == 1) {
+            log.loads.push_back({step.text, 1});
+        } else if (step.number == 0 || !goOn(log.loads, step)) {
+            log.badLines.push_back(number);
+        }
+    }
+    return log;
+}
+
+} // namespace zemlink

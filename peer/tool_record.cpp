@@ -1,0 +1,229 @@
+#include "peer/tool_record.h"
+
+#include "peer/file_lines.h"
+#include "peer/numbers.h"
+
+#include <algorithm>
+#include <limits>
+#include <variant>
+
+namespace companion {
+namespace {
+
+using R = ToolRecord;
+
+struct Nothing {}; // the value is always empty
+
+struct PlaneOf {
+    PlanePlace R::*place;
+};
+
+struct InPlane {
+    PlanePlace R::*place;
+    double PlanePlace::*coordinate;
+};
+
+struct Pair {
+    std::string_view key; // from its bar to its equals sign
+    std::variant<std::int16_t R::*, std::int32_t R::*, std::uint64_t R::*, double R::*,
+                 std::wstring R::*, PlaneOf, InPlane, Nothing>
+        field;
+};
+
+constexpr std::string_view recordStart = "TOOLDATA";
+constexpr Pair pairs[] = {
+    {"|DATAID=", &R::dataId},
+    {"|TPNAME=", &R::toolPlaneName},
+    {"|CPNAME=", &R::constructionPlaneName},
+    {"|DIA=", &R::diameter},
+    {"|TNUM=", &R::number},
+    {"|TTYPE=", &R::type},
+    {"|GEOFILE=", &R::geometryFile},
+    {"|CRAD=", &R::cornerRadius},
+    {"|LOFF=", &R::lengthOffset},
+    {"|DOFF=", &R::diameterOffset},
+    {"|NCNAME=", &R::ncName},
+    {"|FLUTES=", &R::flutes},
+    {"|OPID=", &R::operationId},
+    {"|RADTYPE=", &R::cornerRadiusType},
+    {"|TLMATERIAL=", &R::material},
+    {"|OPFEED=", &R::operationFeed},
+    {"|LENGTHOFFSET=", &R::tableLengthOffset},
+    {"|LENGTH OVERALL=", &R::overallLength},
+    {"|STATION=", &R::station},
+    {"|SLOT=", &R::slot},
+    {"|ADSHLDRANGLE=", &R::shoulderAngle},
+    {"|ADDIAM=", &R::additionalDiameter},
+    {"|GEOFILE=", &R::tableGeometryFile},
+    {"|OPERATION NUMBER=", &R::operationPlace},
+    {"|TIPANGLE=", &R::tipAngle},
+    {"|PILOTDIA=", &R::pilotDiameter},
+    {"|FLUTELENGTH=", &R::fluteLength},
+    {"|SHLDRLENGTH=", &R::shoulderLength},
+    {"|SHLDRDIAM=", &R::shoulderDiameter},
+    {"|ARBORDIA=", &R::arborDiameter},
+    {"|HOLDERDIA=", &R::holderDiameter},
+    {"|HOLDERLENGTH=", &R::holderLength},
+    {"|RPM=", &R::spindleSpeed},
+    {"|FEED=", &R::feed},
+    {"|PLUNGE=", &R::plungeRate},
+    {"|RETRACT=", &R::retractRate},
+    {"|GROUP=", &R::group},
+    {"|MACHINEGROUP=", &R::machineGroup},
+    {"|LEVELNUMBER=", &R::level},
+    {"|SPINDLEROT=", &R::spindleDirection},
+    {"|COMMENT=", &R::comment},
+    {"|PLANEWOFF=", &R::workOffset},
+    {"|OPERATIONCOMMENT=", Nothing{}},
+    {"|OPERATIONTYPE=", &R::operationType},
+    {"|HOLDERNO=", &R::holder},
+    {"|COMPENSATIONTYPE=", &R::compensation},
+    {"|DEPTH=", &R::depth},
+    {"|TPTYPE=", PlaneOf{&R::toolPlane}},
+    {"|TPX=", InPlane{&R::toolPlane, &PlanePlace::x}},
+    {"|TPY=", InPlane{&R::toolPlane, &PlanePlace::y}},
+    {"|TPZ=", InPlane{&R::toolPlane, &PlanePlace::z}},
+    {"|CPTYPE=", PlaneOf{&R::constructionPlane}},
+    {"|CPX=", InPlane{&R::constructionPlane, &PlanePlace::x}},
+    {"|CPY=", InPlane{&R::constructionPlane, &PlanePlace::y}},
+    {"|CPZ=", InPlane{&R::constructionPlane, &PlanePlace::z}},
+    {"|OPTIME=", &R::seconds},
+};
+
+template <class Integer>
+bool readInto(Integer& field, std::string_view text)
+{
+    const auto number = readPrintedNumber(text, std::numeric_limits<Integer>::min(),
+                                          std::numeric_limits<Integer>::max());
+    field = static_cast<Integer>(number.value_or(0));
+    return number.has_value();
+}
+
+bool readInto(double& field, std::string_view text)
+{
+    const auto number = readPrintedDecimal(text);
+    field = number.value_or(0);
+    return number.has_value();
+}
+
+bool readInto(std::uint64_t& field, std::string_view text)
+{
+    constexpr std::size_t handleDigits = 16;
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    field = 0;
+    for (const char c : text) {
+        const std::size_t value = digits.find(c);
+        if (value == std::string_view::npos) {
+            return false;
+        }
+        field = field << 4 | value;
+    }
+    return text.size() == handleDigits;
+}
+
+// Each byte is the character of its number: the low half of what the host's text had there.
+bool readInto(std::wstring& field, std::string_view text)
+{
+    field.clear();
+    for (const char c : text) {
+        field += static_cast<wchar_t>(static_cast<unsigned char>(c));
+    }
+    return true;
+}
+
+// Reads the value into the field of the pair.
+struct ReadPair {
+    ToolRecord& record;
+    std::string_view value;
+
+    template <class Value>
+    bool operator()(Value R::*field) const
+    {
+        return readInto(record.*field, value);
+    }
+    bool operator()(PlaneOf field) const { return readInto((record.*field.place).plane, value); }
+    bool operator()(InPlane field) const
+    {
+        return readInto(record.*field.place.*field.coordinate, value);
+    }
+    bool operator()(Nothing) const { return value.empty(); }
+};
+
+// Where the value at the front of the rest ends. No value but a comment holds a bar.
+std::size_t valueEnd(const Pair& pair, std::string_view rest)
+{
+    const bool isComment = std::holds_alternative<std::wstring R::*>(pair.field);
+    return std::min(isComment ? rest.rfind("|PLANEWOFF=") : rest.find('|'), rest.size());
+}
+
+std::wstring widened(const std::string& ascii)
+{
+    return {ascii.begin(), ascii.end()};
+}
+
+std::wstring decimal(double number)
+{
+    return widened(printedDecimal(number));
+}
+
+} // namespace
+
+std::optional<ToolRecord> readToolRecord(std::string_view line)
+{
+    if (!line.starts_with(recordStart)) {
+        return std::nullopt;
+    }
+    line.remove_prefix(recordStart.size());
+    ToolRecord record;
+    for (const Pair& pair : pairs) {
+        if (!line.starts_with(pair.key)) {
+            return std::nullopt;
+        }
+        line.remove_prefix(pair.key.size());
+        const std::size_t end = valueEnd(pair, line);
+        if (!std::visit(ReadPair{record, line.substr(0, end)}, pair.field)) {
+            return std::nullopt;
+        }
+        line.remove_prefix(end);
+    }
+    return line.empty() ? std::optional(record) : std::nullopt;
+}
+
+std::vector<std::optional<ToolRecord>> readToolData(std::string_view bytes)
+{
+    std::vector<std::optional<ToolRecord>> records;
+    for (const std::string_view line : fileLines(bytes)) {
+        records.push_back(readToolRecord(line));
+    }
+    return records;
+}
+
+std::vector<std::wstring> toolCells(const ToolRecord& record)
+{
+    return {std::to_wstring(record.number), std::to_wstring(record.type), decimal(record.diameter),
+            std::to_wstring(record.operationId), record.comment};
+}
+
+std::vector<std::vector<std::wstring>> toolDetails(const ToolRecord& record)
+{
+    return {{L"Corner radius", decimal(record.cornerRadius)},
+            {L"Tip angle", decimal(record.tipAngle)},
+            {L"Flutes", std::to_wstring(record.flutes)},
+            {L"Flute length", decimal(record.fluteLength)},
+            {L"Shoulder length", decimal(record.shoulderLength)},
+            {L"Shoulder diameter", decimal(record.shoulderDiameter)},
+            {L"Overall length", decimal(record.overallLength)},
+            {L"Arbor diameter", decimal(record.arborDiameter)},
+            {L"Holder diameter", decimal(record.holderDiameter)},
+            {L"Holder length", decimal(record.holderLength)},
+            {L"Spindle speed", std::to_wstring(record.spindleSpeed)},
+            {L"Feed", decimal(record.feed)},
+            {L"Plunge rate", decimal(record.plungeRate)},
+            {L"Retract rate", decimal(record.retractRate)},
+            {L"Length offset", std::to_wstring(record.lengthOffset)},
+            {L"Diameter offset", std::to_wstring(record.diameterOffset)},
+            {L"Depth", decimal(record.depth)},
+            {L"Cycle time, seconds", decimal(record.seconds)}};
+}
+
+} // namespace companion

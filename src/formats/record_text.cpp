@@ -1,0 +1,73 @@
+#include "formats/record_text.h"
+
+#include <charconv>
+#include <cmath>
+#include <iterator>
+
+namespace torvapdm {
+
+namespace {
+
+// The value as an integer when it has no more than six digits and no fraction: the general format
+// writes it the same way then, but for a negative zero.
+std::optional<std::int32_t> shortInteger(double value)
+{
+    if (!(value > -1e6 && value < 1e6))
+        return std::nullopt;
+    const auto whole = static_cast<std::int32_t>(value);
+    if (whole != value || (whole == 0 && std::signbit(value)))
+        return std::nullopt;
+    return whole;
+}
+
+} // namespace
+
+void putValue(RecordText& record, std::int32_t value)
+{
+    char digits[11]; // "-2147483648"
+    const auto end = std::to_chars(digits, std::end(digits), value).ptr;
+    put(record, {digits, end});
+}
+
+void putValue(RecordText& record, double value)
+{
+    // Most of a record's values are, and an integer is written several times as fast.
+    if (const auto integer = shortInteger(value)) {
+        putValue(record, *integer);
+        return;
+    }
+    char digits[16]; // "-1.79769e+308"
+    const auto end =
+        std::to_chars(digits, std::end(digits), value, std::chars_format::general, 6).ptr;
+    put(record, {digits, end});
+}
+
+// Deliberate: the text's address, not its characters. One would expect the name; the Companion
+// takes these values for marks that differ from run to run.
+void putValue(RecordText& record, const wchar_t* handle)
+{
+    char digits[16];
+    std::uint64_t address = reinterpret_cast<std::uintptr_t>(handle);
+    for (size_t place = std::size(digits); place-- > 0; address >>= 4)
+        digits[place] = "0123456789ABCDEF"[address & 0xF];
+    put(record, {digits, std::end(digits)});
+}
+
+void putLowBytes(RecordText& record, std::wstring_view text)
+{
+    for (const wchar_t unit : text) {
+        const char byte = static_cast<char>(unit & 0xFF);
+        if (byte == '\0')
+            return;
+        put(record, {&byte, 1});
+    }
+}
+
+std::optional<std::string> contentOf(const RecordText& record)
+{
+    if (record.isTooLong)
+        return std::nullopt;
+    return std::string(record.characters.data(), record.size);
+}
+
+} // namespace torvapdm

@@ -1,0 +1,12 @@
+#include "host/host_exceptions.h"
+
+namespace torvapdm {
+
+void discard(CException* exception)
+{
+    wchar_t message[255];
+    exception->GetErrorMessage(message, 255);
+    exception->Delete();
+}
+
+} // namespace torvapdm

@@ -1,0 +1,64 @@
+#include "platform/text.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+namespace torvapdm {
+
+std::string toNarrow(const std::wstring& text, UINT codePage)
+{
+    const int length = static_cast<int>(text.size());
+    const int size =
+        WideCharToMultiByte(codePage, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string narrow(static_cast<size_t>(std::max(size, 0)), '\0');
+    WideCharToMultiByte(codePage, 0, text.data(), length, narrow.data(), size, nullptr, nullptr);
+    return narrow;
+}
+
+std::string toNarrowAnsi(const std::wstring& text)
+{
+    return toNarrow(text, GetACP());
+}
+
+std::wstring toWide(const std::string& text, UINT codePage)
+{
+    const int size = MultiByteToWideChar(codePage, 0, text.c_str(), -1, nullptr, 0);
+    if (size <= 0)
+        return {};
+    std::vector<wchar_t> wide(static_cast<size_t>(size));
+    MultiByteToWideChar(codePage, 0, text.c_str(), -1, wide.data(), size);
+    return wide.data();
+}
+
+std::wstring toWideAnsi(const std::string& text)
+{
+    return toWide(text, GetACP());
+}
+
+std::string toNarrowByRuntime(const std::wstring& text)
+{
+    const size_t failed = static_cast<size_t>(-1);
+    const size_t length = std::wcstombs(nullptr, text.c_str(), 0);
+    if (length == failed)
+        return {};
+    std::vector<char> narrow(length + 1);
+    if (std::wcstombs(narrow.data(), text.c_str(), narrow.size()) == failed)
+        return {};
+    return narrow.data();
+}
+
+std::string truncateToBytes(const std::wstring& text)
+{
+    std::string bytes(text.size(), '\0');
+    std::transform(text.begin(), text.end(), bytes.begin(),
+                   [](wchar_t unit) { return static_cast<char>(unit); });
+    return bytes;
+}
+
+std::wstring translateText(int, const std::wstring& text)
+{
+    return text;
+}
+
+} // namespace torvapdm

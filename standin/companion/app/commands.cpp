@@ -1,0 +1,219 @@
+#include "commands.h"
+
+#include "event_text.h"
+#include "peer/exchange_paths.h"
+#include "peer/requests.h"
+#include "peer/files.h"
+#include "installation.h"
+#include "peer/text.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace companion {
+namespace {
+
+constexpr std::int32_t secondNumber = 0; // no host does anything with it
+
+bool refuse(State& state, const std::wstring& reason)
+{
+    logEvent(state.log, L"refused", textField(L"reason", reason));
+    return false;
+}
+
+bool isListed(const std::vector<Host>& hosts, std::uint32_t process)
+{
+    return std::any_of(hosts.begin(), hosts.end(),
+                       [&](const Host& host) { return host.process == process; });
+}
+
+// A host without a main window has no property to be found by; its command file shows it.
+bool isRunning(const State& state, std::uint32_t process)
+{
+    return isListed(state.hosts, process) || isFile(commandFilePath(state.folder, process));
+}
+
+// The host of the command, else the first one that runs. Empty, and logged, when there is none.
+std::optional<std::uint32_t> chooseHost(State& state, const Command& command)
+{
+    refreshHosts(state);
+    if (!command.host && state.hosts.empty()) {
+        refuse(state, L"no host is running");
+        return std::nullopt;
+    }
+    const std::uint32_t process = command.host ? *command.host : state.hosts.front().process;
+    if (!isRunning(state, process)) {
+        refuse(state, L"host " + std::to_wstring(process) + L" is not running");
+        return std::nullopt;
+    }
+    return process;
+}
+
+std::int32_t requestId(const Command& command, std::int32_t otherwise)
+{
+    return static_cast<std::int32_t>(command.id.value_or(otherwise));
+}
+
+// A host applies machine settings only if there are some for the request; an item without a
+// machine definition gets none. False when there is one that cannot be written down.
+bool addSettings(const State& state, const Command& command, const LibraryItem& item,
+                 Delivery& delivery)
+{
+    delivery.settingsFile = machineSettingsPath(state.folder, delivery.id);
+    const std::wstring machine = command.machine.value_or(item.machine);
+    if (machine.empty()) {
+        return true;
+    }
+    const auto line = machineSettingsLine(delivery.id, command.ncPath.value_or(item.ncPath),
+                                          secondNumber, machine);
+    const auto bytes = line ? toAnsi(*line) : std::nullopt;
+    if (!bytes) {
+        return false;
+    }
+    delivery.settings = *bytes;
+    return true;
+}
+
+bool sendItem(State& state, const Command& command, const LibraryItem& item, std::uint32_t host)
+{
+    Delivery delivery{.host = host,
+                      .id = requestId(command, item.number),
+                      .commandFile = commandFilePath(state.folder, host),
+                      .kind = L"open",
+                      .writtenEvent = L"sent",
+                      .versionFile = versionPath(state.folder, item),
+                      .workFile = workFolder(state.folder) + L'\\' + item.name + L".mcam"};
+    if (!isFile(delivery.versionFile)) {
+        return refuse(state, L"there is no file " + delivery.versionFile);
+    }
+    const auto request = openRequest(delivery.id, delivery.workFile);
+    if (!request) {
+        return refuse(state, L"a host cannot be given the path " + delivery.workFile);
+    }
+    if (!addSettings(state, command, item, delivery)) {
+        return refuse(state, L"the path of the machine definition cannot be passed on");
+    }
+    keepCopy(state.copies, {delivery.id, item.number, delivery.workFile});
+    delivery.request = *request;
+    delivery.writtenFields = textField(L"file", delivery.workFile);
+    state.sentFile[host] = fileNameOf(delivery.workFile);
+    deliver(state.deliveries, std::move(delivery));
+    return true;
+}
+
+// What hosts have handed back comes first: the part's working copy is about to be written over.
+bool send(State& state, const Command& command)
+{
+    if (!takeAllCommits(state)) {
+        return refuse(state, L"a commit waits to be stored");
+    }
+    refreshLibrary(state.library, state.folder, state.log);
+    const LibraryItem* item = findItem(state.library.index, command.value);
+    if (item == nullptr) {
+        return refuse(state, L"the library has no item " + command.value);
+    }
+    const auto host = chooseHost(state, command);
+    return host && sendItem(state, command, *item, *host);
+}
+
+bool sendNewFile(State& state, const Command& command)
+{
+    const auto host = chooseHost(state, command);
+    if (!host) {
+        return false;
+    }
+    const std::int32_t id = requestId(command, 0);
+    state.sentFile.erase(*host);
+    if (id != 0) {
+        keepCopy(state.copies, {.id = id}); // what comes back with this id is a new part
+    }
+    deliver(state.deliveries, {.host = *host,
+                               .id = id,
+                               .commandFile = commandFilePath(state.folder, *host),
+                               .request = newFileRequest(id),
+                               .kind = L"new-file",
+                               .writtenEvent = L"new-file"});
+    return true;
+}
+
+bool sendCheckIn(State& state, const Command& command)
+{
+    const auto host = chooseHost(state, command);
+    if (!host) {
+        return false;
+    }
+    const std::wstring name = state.sentFile[*host];
+    state.sentFile.erase(*host);
+    deliver(state.deliveries, {.host = *host,
+                               .commandFile = commandFilePath(state.folder, *host),
+                               .request = checkInRequest(name),
+                               .kind = L"check-in",
+                               .writtenEvent = L"check-in",
+                               .writtenFields = textField(L"name", name)});
+    return true;
+}
+
+bool commit(State& state, const Command& command)
+{
+    const std::wstring id = command.id ? numberField(L"id", *command.id) : std::wstring();
+    logEvent(state.log, L"commit", textField(L"file", command.value) + id);
+    return handInCommit(state, command.value, command.id);
+}
+
+bool noteCheckOut(State& state, const Command& command)
+{
+    logEvent(state.log, L"check-out", textField(L"file", command.value));
+    return true;
+}
+
+bool noteNotUnderstood(State& state, const std::wstring& arguments)
+{
+    logEvent(state.log, L"not-understood", textField(L"text", arguments));
+    return false;
+}
+
+} // namespace
+
+bool refreshHosts(State& state)
+{
+    std::vector<Host> found = findHosts();
+    if (found == state.hosts) {
+        return false;
+    }
+    found.swap(state.hosts);
+    for (const Host& host : state.hosts) {
+        if (!isListed(found, host.process)) {
+            logEvent(state.log, L"host-found",
+                     numberField(L"host", host.process) + textField(L"title", host.title));
+        }
+    }
+    for (const Host& host : found) {
+        if (!isListed(state.hosts, host.process)) {
+            logEvent(state.log, L"host-gone", numberField(L"host", host.process));
+            state.sentFile.erase(host.process);
+        }
+    }
+    return true;
+}
+
+bool carryOut(State& state, const Command& command, const std::wstring& arguments)
+{
+    switch (command.word) {
+    case Word::checkOut:
+        return noteCheckOut(state, command);
+    case Word::commit:
+        return commit(state, command);
+    case Word::send:
+        return send(state, command);
+    case Word::newFile:
+        return sendNewFile(state, command);
+    case Word::checkIn:
+        return sendCheckIn(state, command);
+    case Word::notUnderstood:
+        return noteNotUnderstood(state, arguments);
+    default:
+        return true;
+    }
+}
+
+} // namespace companion

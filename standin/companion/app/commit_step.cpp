@@ -1,0 +1,241 @@
+#include "commit_step.h"
+
+#include "peer/commit_record.h"
+#include "event_text.h"
+#include "peer/exchange_paths.h"
+#include "peer/files.h"
+#include "standin/companion/ui/screen_picture.h"
+#include "state.h"
+#include "peer/text.h"
+#include "standin/companion/library/version_store.h"
+
+#include <chrono>
+
+namespace companion {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Whoever holds a committed file may let go of it; the commits behind it wait as well.
+constexpr std::chrono::seconds patienceForAFile{10};
+
+std::wstring commitFields(const CommitRecord& record)
+{
+    return textField(L"file", record.file) + numberField(L"id", record.id);
+}
+
+std::wstring sourceField(const RequestFile& file)
+{
+    return wordField(L"from", fileNameOf(file.paths.live));
+}
+
+// The end of a record, whatever became of it. An unwritten bookmark only means that a next start
+// would find the version stored before.
+CommitStep passOver(State& state, RequestFile& file, std::size_t size)
+{
+    file.bookmark.taken += size;
+    file.bookmark.underWay.reset();
+    saveBookmark(file);
+    state.commits.waitsFor.clear();
+    state.commits.unreadableSince.reset();
+    return CommitStep::done;
+}
+
+CommitStep wait(State& state, const CommitRecord& record, const std::wstring& reason)
+{
+    if (state.commits.waitsFor != reason) {
+        logEvent(state.log, L"commit-waits", commitFields(record) + textField(L"reason", reason));
+        state.commits.waitsFor = reason;
+    }
+    return CommitStep::waits;
+}
+
+// The picture that was made for it would pass for the next commit's.
+void putPictureAside(State& state, const CommittedFile& file)
+{
+    const std::wstring kept = freeName(screenPicturePath(state.folder) + L".kept-", L"");
+    if (file.pictureNotAfter && takeScreenPicture(state.folder, *file.pictureNotAfter, kept)) {
+        logEvent(state.log, L"picture-kept", textField(L"file", kept));
+    }
+}
+
+CommitStep fail(State& state, RequestFile& file, const Piece& piece, const CommittedFile& committed,
+                const std::wstring& reason)
+{
+    logEvent(state.log, L"commit-failed",
+             commitFields(piece.record) + textField(L"reason", reason));
+    putPictureAside(state, committed);
+    return passOver(state, file, piece.size);
+}
+
+// Why the record can never become a version; empty when it can.
+std::wstring refusalOf(const CommitRecord& record)
+{
+    if (record.file.empty()) {
+        return L"the request names no file";
+    }
+    if (!isFullPath(record.file)) {
+        return L"the request names no full path";
+    }
+    return isFile(record.file) ? L"" : L"there is no such file";
+}
+
+void logVersion(State& state, const VersionPlan& plan, const wchar_t* event)
+{
+    const bool hasPicture = isFile(libraryFolder(state.folder) + L'\\' + pictureFile(plan));
+    const LibraryItem* item = findName(state.library.index, plan.name);
+    logEvent(state.log, event,
+             textField(L"name", plan.name) + numberField(L"version", plan.version) +
+                 numberField(L"number", item != nullptr ? item->number : plan.number) +
+                 wordField(L"picture", hasPicture ? L"yes" : L"no"));
+}
+
+// False when there is no plan to be had just now; `failure` then tells why there never will be one.
+bool plan(State& state, RequestFile& file, const CommitRecord& record, std::wstring& failure)
+{
+    refreshLibrary(state.library, state.folder, state.log);
+    if (!isReadable(state.library, state.folder)) {
+        return false;
+    }
+    const auto part = partOfCommit(state.copies.copies, state.library.index, record);
+    file.bookmark.underWay = planVersion(state.library, state.folder, part, record.file);
+    if (!file.bookmark.underWay) {
+        failure = L"the part can have no further version";
+    }
+    return file.bookmark.underWay.has_value();
+}
+
+// A part that came from a host for the first time is found by its file from then on. That is noted
+// once the library has it, but before the bookmark moves on: a next start would come back here.
+void noteNewPart(State& state, const VersionPlan& plan, const std::wstring& path, bool isStoredNow)
+{
+    const LibraryItem* item = findName(state.library.index, plan.name);
+    if (item == nullptr) {
+        return;
+    }
+    keepCopy(state.copies, {.number = item->number, .path = path});
+    if (isStoredNow) {
+        logEvent(state.log, L"new-part",
+                 numberField(L"number", item->number) + textField(L"name", item->name) +
+                     textField(L"file", path));
+    }
+}
+
+CommitStep finish(State& state, RequestFile& file, const Piece& piece, bool isNewPart,
+                  bool isStoredNow)
+{
+    const VersionPlan plan = *file.bookmark.underWay;
+    if (isNewPart) {
+        noteNewPart(state, plan, piece.record.file, isStoredNow);
+    }
+    logVersion(state, plan, isStoredNow ? L"version" : L"commit-known");
+    return passOver(state, file, piece.size);
+}
+
+CommitStep waitForFile(State& state, RequestFile& file, const Piece& piece,
+                       const CommittedFile& committed)
+{
+    const std::wstring reason = L"the file cannot be read";
+    auto& since = state.commits.unreadableSince;
+    since = since.value_or(Clock::now());
+    return Clock::now() - *since < patienceForAFile ? wait(state, piece.record, reason)
+                                                    : fail(state, file, piece, committed, reason);
+}
+
+CommitStep store(State& state, RequestFile& file, const Piece& piece,
+                 const CommittedFile& committed)
+{
+    if (!saveBookmark(file)) {
+        return wait(state, piece.record, L"the bookmark of the requests cannot be written");
+    }
+    const bool isNewPart = !partOfCommit(state.copies.copies, state.library.index, piece.record);
+    switch (
+        storeVersion(state.library, state.folder, state.log, *file.bookmark.underWay, committed)) {
+    case Storing::stored:
+        return finish(state, file, piece, isNewPart, true);
+    case Storing::storedBefore:
+        return finish(state, file, piece, isNewPart, false);
+    case Storing::unreadable:
+        return waitForFile(state, file, piece, committed);
+    default:
+        return wait(state, piece.record, L"the library cannot be written");
+    }
+}
+
+// A record that has a plan was begun before, here or by a process that has ended, and goes on.
+CommitStep handleRecord(State& state, RequestFile& file, const Piece& piece,
+                        const CommittedFile& committed)
+{
+    if (file.bookmark.underWay) {
+        return store(state, file, piece, committed);
+    }
+    const bool isFirstLook = state.commits.waitsFor.empty();
+    if (isFirstLook && file.process != commandLineProcess) {
+        logEvent(state.log, L"commit", commitFields(piece.record) + sourceField(file));
+    }
+    std::wstring failure = refusalOf(piece.record);
+    if (failure.empty() && plan(state, file, piece.record, failure)) {
+        return store(state, file, piece, committed);
+    }
+    return failure.empty() ? wait(state, piece.record, L"the library cannot be read")
+                           : fail(state, file, piece, committed, failure);
+}
+
+// Only the newest commit can be the one that the screen picture was made for.
+CommittedFile committedFile(const Waiting& waiting, const Piece& piece)
+{
+    CommittedFile committed{.path = piece.record.file};
+    if (waiting.areAll && piece.size == waiting.bytes.size()) {
+        committed.pictureNotAfter = waiting.written;
+    }
+    return committed;
+}
+
+CommitStep putAside(State& state, RequestFile& file, std::string_view bytes)
+{
+    const std::wstring kept = freeName(state.folder + L"\\sys\\skipped-commit-", L".dat");
+    if (!writeFile(kept, bytes)) {
+        return CommitStep::nothing;
+    }
+    logEvent(state.log, L"commit-skipped",
+             sourceField(file) +
+                 numberField(L"offset", static_cast<std::int64_t>(file.bookmark.taken)) +
+                 numberField(L"bytes", static_cast<std::int64_t>(bytes.size())) +
+                 textField(L"file", kept));
+    return passOver(state, file, bytes.size());
+}
+
+// The look may have cut a record in two at its end; what could be its start stays for the next.
+std::size_t foreignSize(const Waiting& waiting, const Piece& piece)
+{
+    const bool goesToTheEnd = piece.size == waiting.bytes.size();
+    return goesToTheEnd && !waiting.areAll ? piece.size - surestStart : piece.size;
+}
+
+} // namespace
+
+CommitStep takeNextCommit(State& state, RequestFile& file)
+{
+    const auto waiting = readWaiting(file);
+    if (!waiting) {
+        return CommitStep::nothing;
+    }
+    if (waiting->bytes.empty()) {
+        if (waiting->isClosed) {
+            removeRequestFile(file);
+        }
+        return CommitStep::nothing;
+    }
+    const Piece piece = nextPiece(waiting->bytes);
+    switch (piece.kind) {
+    case PieceKind::record:
+        return handleRecord(state, file, piece, committedFile(*waiting, piece));
+    case PieceKind::foreign:
+        return putAside(state, file,
+                        std::string_view(waiting->bytes).substr(0, foreignSize(*waiting, piece)));
+    default: // to a closed file the rest never comes
+        return waiting->isClosed ? putAside(state, file, waiting->bytes) : CommitStep::nothing;
+    }
+}
+
+} // namespace companion

@@ -1,0 +1,18 @@
+// One step through a commit request file.
+#pragma once
+
+#include "request_file.h"
+
+namespace companion {
+
+struct State;
+
+enum class CommitStep {
+    nothing, // nothing to do in this file now
+    done,    // the first record was dealt with, or what is none was put aside
+    waits    // the first record cannot be stored now
+};
+
+CommitStep takeNextCommit(State& state, RequestFile& file);
+
+} // namespace companion

@@ -1,0 +1,143 @@
+#include "version_store.h"
+
+#include "peer/exchange_paths.h"
+#include "index_edit.h"
+#include "peer/files.h"
+#include "peer/handle.h"
+#include "standin/companion/ui/screen_picture.h"
+#include "peer/text.h"
+
+#include <limits>
+
+namespace companion {
+namespace {
+
+std::wstring inLibrary(const std::wstring& folder, const std::wstring& file)
+{
+    return libraryFolder(folder) + L'\\' + file;
+}
+
+// A file's size and time, which differ when somebody has written to it.
+struct Stamp {
+    DWORD sizeHigh = 0, sizeLow = 0, timeHigh = 0, timeLow = 0;
+
+    bool operator==(const Stamp&) const = default;
+};
+
+std::optional<Stamp> stampOf(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) ||
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return std::nullopt;
+    }
+    return Stamp{data.nFileSizeHigh, data.nFileSizeLow, data.ftLastWriteTime.dwHighDateTime,
+                 data.ftLastWriteTime.dwLowDateTime};
+}
+
+// A copy that is not on the disk is none.
+bool writeWhole(const std::wstring& path, const std::string& bytes)
+{
+    const OwnHandle file =
+        ownFile(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                            FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD written = 0;
+    return file &&
+           WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                     nullptr) &&
+           written == bytes.size() && FlushFileBuffers(file.get());
+}
+
+// A host may be saving the file again meanwhile: the file is held no longer than it takes to read
+// it, and shared with everybody.
+Storing copyWhole(const std::wstring& from, const std::wstring& to)
+{
+    const auto before = stampOf(from);
+    const auto bytes = before ? readFile(from) : std::nullopt;
+    if (!bytes || stampOf(from) != before) {
+        return Storing::unreadable;
+    }
+    return writeWhole(to, *bytes) ? Storing::stored : Storing::unwritable;
+}
+
+// The part file gets its name last: where it has it, the picture is in its place too.
+Storing placeFiles(const std::wstring& folder, const VersionPlan& plan, const CommittedFile& file)
+{
+    const std::wstring part = inLibrary(folder, versionFile(plan));
+    const std::wstring beside = part + L".new";
+    CreateDirectoryW(libraryFolder(folder).c_str(), nullptr);
+    CreateDirectoryW(inLibrary(folder, plan.name).c_str(), nullptr);
+    const Storing copied = copyWhole(file.path, beside);
+    if (copied != Storing::stored) {
+        DeleteFileW(beside.c_str());
+        return copied;
+    }
+    if (file.pictureNotAfter) {
+        takeScreenPicture(folder, *file.pictureNotAfter, inLibrary(folder, pictureFile(plan)));
+    }
+    return MoveFileExW(beside.c_str(), part.c_str(), MOVEFILE_WRITE_THROUGH) ? Storing::stored
+                                                                             : Storing::unwritable;
+}
+
+std::string indexWith(const Library& library, const VersionPlan& plan, const std::wstring& file)
+{
+    const std::string bytes = library.indexBytes.value_or("");
+    const LibraryItem* item = findName(library.index, plan.name);
+    if (item != nullptr) {
+        return withVersion(bytes, item->line, plan.version);
+    }
+    const bool isTaken = findNumber(library.index, plan.number) != nullptr;
+    LibraryItem added;
+    added.number = isTaken ? freeNumber(library.index) : plan.number;
+    added.name = plan.name;
+    added.version = plan.version;
+    added.description = L"From " + file;
+    return withLine(bytes, toUtf8(indexLine(added)));
+}
+
+bool hasAnything(const std::wstring& folder, const VersionPlan& plan)
+{
+    return isFile(inLibrary(folder, versionFile(plan))) ||
+           isFile(inLibrary(folder, pictureFile(plan)));
+}
+
+} // namespace
+
+std::optional<VersionPlan> planVersion(const Library& library, const std::wstring& folder,
+                                       std::optional<std::int32_t> part, const std::wstring& file)
+{
+    constexpr std::int32_t lastVersion = std::numeric_limits<std::int32_t>::max();
+    const LibraryItem* item = part ? findNumber(library.index, *part) : nullptr;
+    VersionPlan plan = item != nullptr ? VersionPlan{item->number, item->version, item->name}
+                                       : VersionPlan{freeNumber(library.index), 0,
+                                                     newPartName(library.index, file)};
+    do {
+        if (plan.version == lastVersion) {
+            return std::nullopt;
+        }
+        ++plan.version;
+    } while (hasAnything(folder, plan));
+    return plan;
+}
+
+Storing storeVersion(Library& library, const std::wstring& folder, EventLog& log,
+                     const VersionPlan& plan, const CommittedFile& file)
+{
+    refreshLibrary(library, folder, log);
+    if (!isReadable(library, folder)) {
+        return Storing::unwritable;
+    }
+    if (isInIndex(library.index, plan)) {
+        return Storing::storedBefore;
+    }
+    if (!isFile(inLibrary(folder, versionFile(plan)))) {
+        const Storing placed = placeFiles(folder, plan, file);
+        if (placed != Storing::stored) {
+            return placed;
+        }
+    }
+    return changeIndex(library, folder, indexWith(library, plan, file.path)) ? Storing::stored
+                                                                             : Storing::unwritable;
+}
+
+} // namespace companion

@@ -1,0 +1,44 @@
+// Which part of the library a file that a host works on is a copy of. The list outlives the
+// program, `sys\working-copies.txt`: UTF-8, one copy a line, later lines count more than earlier
+// ones, `-` for no id and 0 for no part.
+//
+//   17 | 17 | C:\TORVA\ZEM\work\bracket.mcam     sent with request id 17
+//   - | 43 | C:\parts\plate.mcam                 committed without having been sent
+//   5 | 0 |                                      request id 5 asked for a new file
+#pragma once
+
+#include "peer/commit_record.h"
+#include "standin/companion/library/library_index.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace companion {
+
+struct WorkingCopy {
+    std::optional<std::int32_t> id{}; // of the request that sent it
+    std::int32_t number = 0;          // of the part; 0: none yet
+    std::wstring path{};              // empty: none yet
+};
+
+using WorkingCopies = std::vector<WorkingCopy>;
+
+// A line that is none of these is passed over.
+WorkingCopies readWorkingCopies(std::wstring_view text);
+std::wstring workingCopiesText(const WorkingCopies& copies);
+
+// Adds a copy. An earlier one loses its path or its id to it where they are the same, and goes when
+// it has neither.
+void noteWorkingCopy(WorkingCopies& copies, const WorkingCopy& copy);
+
+// The part that a committed file belongs to: the one whose copy the file is, because a version must
+// never land under another part; else the one that was sent with the id, for a file that was saved
+// elsewhere; else the one with the id as its number. Empty for a new part. The ids 0, which hosts
+// have after a check-in, and 4294967295 say nothing.
+std::optional<std::int32_t> partOfCommit(const WorkingCopies& copies, const LibraryIndex& index,
+                                         const CommitRecord& record);
+
+} // namespace companion

@@ -1,0 +1,42 @@
+// Fonts and colours of the windows.
+#pragma once
+
+#include "layout.h"
+
+#include <memory>
+#include <string_view>
+#include <windows.h>
+
+namespace companion {
+
+struct ObjectDeleter {
+    using pointer = HGDIOBJ;
+    void operator()(HGDIOBJ object) const { DeleteObject(object); }
+};
+using OwnObject = std::unique_ptr<void, ObjectDeleter>;
+
+inline constexpr COLORREF backgroundColour = RGB(244, 246, 249);
+inline constexpr COLORREF headerColour = RGB(22, 50, 79);
+inline constexpr COLORREF accentColour = RGB(240, 130, 40);
+inline constexpr COLORREF headerTextColour = RGB(255, 255, 255);
+inline constexpr COLORREF faintHeaderTextColour = RGB(168, 190, 212);
+inline constexpr COLORREF titleColour = RGB(22, 50, 79);
+inline constexpr COLORREF selectionColour = RGB(205, 224, 243);
+
+// Lives from the window's creation to its end; the windows use what is in it.
+struct Look {
+    OwnObject text, title, product; // fonts
+    OwnObject background;           // brush
+};
+
+Look makeLook();
+
+// Fills the rectangle with a colour.
+void fillArea(HDC context, const Rectangle& area, COLORREF colour);
+
+// Draws one line of text into the rectangle, cut with dots where it is too long. `format`: the
+// system's DT_ flags for its place.
+void drawLine(HDC context, const Rectangle& area, std::wstring_view text, HGDIOBJ font,
+              COLORREF colour, UINT format);
+
+} // namespace companion

@@ -1,0 +1,137 @@
+#include "version_pane.h"
+
+#include "peer/exchange_paths.h"
+#include "standin/companion/library/part_summary.h"
+#include "standin/companion/library/version_plan.h"
+#include "peer/files.h"
+#include "list_view.h"
+#include "picture_view.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <vector>
+
+namespace companion {
+namespace {
+
+constexpr std::int32_t mostVersions = 50; // listed, counted back from the current one
+constexpr LPARAM currentKey = 0;          // of the current version's row, whatever its number
+
+std::wstring inLibrary(const std::wstring& folder, const std::wstring& file)
+{
+    return libraryFolder(folder) + L'\\' + file;
+}
+
+// `2026-11-21 10:11`, local time; empty when there is no such file.
+std::wstring savedAt(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    SYSTEMTIME universal{};
+    SYSTEMTIME local{};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) ||
+        !FileTimeToSystemTime(&data.ftLastWriteTime, &universal) ||
+        !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local)) {
+        return {};
+    }
+    wchar_t text[32];
+    std::swprintf(text, 32, L"%04d-%02d-%02d %02d:%02d", local.wYear, local.wMonth, local.wDay,
+                  local.wHour, local.wMinute);
+    return text;
+}
+
+std::vector<ListRow> versionRows(const std::wstring& folder, const LibraryItem& part)
+{
+    std::vector<ListRow> rows;
+    const std::int32_t last = std::max(part.version - mostVersions, 0);
+    for (std::int32_t version = part.version; version > last; --version) {
+        const std::wstring file =
+            inLibrary(folder, versionFile(VersionPlan{part.number, version, part.name}));
+        const std::wstring saved = savedAt(file);
+        if (saved.empty()) {
+            continue;
+        }
+        rows.push_back({{std::to_wstring(version), saved,
+                         std::to_wstring(countOperations(readFile(file).value_or("")))},
+                        version == part.version ? currentKey : version});
+    }
+    return rows;
+}
+
+void setTitle(HWND window, const std::wstring& text)
+{
+    SetWindowTextW(window, text.c_str());
+}
+
+void showSelectedPicture(VersionPane& pane, const std::wstring& folder)
+{
+    const auto key = selectedKey(pane.versions);
+    const std::int32_t version = !key                 ? 0
+                                 : *key == currentKey ? pane.shownVersion
+                                                      : static_cast<std::int32_t>(*key);
+    const std::wstring title =
+        version == 0 ? L"Picture" : L"Picture of version " + std::to_wstring(version);
+    const std::wstring shown = pane.shownName + L'\n' + title;
+    if (shown == pane.shownPicture) {
+        return;
+    }
+    pane.shownPicture = shown;
+    setTitle(pane.pictureTitle, title);
+    const std::wstring file = pictureFile(VersionPlan{0, version, pane.shownName});
+    showPicture(pane.picture, version == 0 ? L"" : inLibrary(folder, file),
+                version == 0 ? L"" : L"Version " + std::to_wstring(version) + L" has no picture.");
+}
+
+void moveTo(HWND window, const Rectangle& place)
+{
+    SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+HWND createTitle(HWND parent, const Look& look)
+{
+    HWND title = CreateWindowExW(
+        0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_ENDELLIPSIS,
+        0, 0, 0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(title, WM_SETFONT, reinterpret_cast<WPARAM>(look.title.get()), TRUE);
+    return title;
+}
+
+} // namespace
+
+VersionPane createVersionPane(HWND parent, int listId, const Look& look)
+{
+    VersionPane pane;
+    pane.title = createTitle(parent, look);
+    pane.versions = createList(parent, listId);
+    setColumns(pane.versions, {{L"Version", 58, true}, {L"Saved", 126}, {L"Operations", 0, true}});
+    SendMessageW(pane.versions, WM_SETFONT, reinterpret_cast<WPARAM>(look.text.get()), TRUE);
+    pane.pictureTitle = createTitle(parent, look);
+    pane.picture = createPictureView(parent, look);
+    return pane;
+}
+
+void placeVersionPane(const VersionPane& pane, const WindowLayout& layout)
+{
+    moveTo(pane.title, layout.versionsTitle);
+    moveTo(pane.versions, layout.versions);
+    moveTo(pane.pictureTitle, layout.pictureTitle);
+    moveTo(pane.picture, layout.picture);
+    fitLastColumn(pane.versions);
+}
+
+void showVersions(VersionPane& pane, const std::wstring& folder, const LibraryItem* part)
+{
+    const std::wstring name = part != nullptr ? part->name : std::wstring();
+    const std::int32_t version = part != nullptr ? part->version : 0;
+    if (name != pane.shownName || version != pane.shownVersion) {
+        // Set first: the list tells of its new rows while it gets them, which leads here again.
+        pane.shownName = name;
+        pane.shownVersion = version;
+        setTitle(pane.title, part != nullptr ? L"Versions of " + name : L"Versions");
+        setRows(pane.versions,
+                part != nullptr ? versionRows(folder, *part) : std::vector<ListRow>{});
+    }
+    showSelectedPicture(pane, folder);
+}
+
+} // namespace companion

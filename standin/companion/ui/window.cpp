@@ -1,0 +1,377 @@
+#include "window.h"
+
+#include "about.h"
+#include "standin/companion/app/commands.h"
+#include "standin/companion/app/event_text.h"
+#include "peer/identifiers.h"
+#include "peer/instance.h"
+#include "list_view.h"
+#include "standin/companion/app/notices.h"
+#include "panes.h"
+#include "queue_window.h"
+#include "standin/companion/app/resource.h"
+#include "sheet_window.h"
+#include "tool_window.h"
+
+#include <commctrl.h>
+
+#include <memory>
+#include <variant>
+
+namespace companion {
+namespace {
+
+constexpr wchar_t windowClass[] = L"ZemMainWindow";
+constexpr UINT newEvents = WM_APP + 1;
+constexpr UINT newLines = WM_APP + 2;
+constexpr UINT_PTR refreshTimer = 1;
+constexpr UINT refreshEveryMs = 1000;
+// Commits are looked for with a timer, also at once: its message lets those of the user go first.
+constexpr UINT_PTR commitTimer = 2;
+constexpr UINT commitsEveryMs = 500;
+constexpr UINT commitsAtOnceMs = USER_TIMER_MINIMUM;
+constexpr int leastWidth = 480;
+constexpr int leastHeight = 560;
+
+struct MainWindow {
+    HWND window = nullptr;
+    State* state = nullptr;
+    Look look;
+    Panes panes;
+};
+
+MainWindow* mainWindowOf(HWND window)
+{
+    return reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+void bringForward(HWND window)
+{
+    ShowWindow(window, IsIconic(window) ? SW_RESTORE : SW_SHOW);
+    SetForegroundWindow(window);
+    BringWindowToTop(window);
+}
+
+void showEverything(MainWindow& main)
+{
+    showLibrary(main.panes, *main.state);
+    showHosts(main.panes, *main.state);
+    showChoice(main.panes, *main.state);
+}
+
+void refresh(MainWindow& main)
+{
+    if (refreshLibrary(main.state->library, main.state->folder, main.state->log)) {
+        showLibrary(main.panes, *main.state);
+    }
+    if (refreshHosts(*main.state)) {
+        showHosts(main.panes, *main.state);
+    }
+    showChoice(main.panes, *main.state);
+}
+
+void lookForCommits(MainWindow& main, UINT inMs)
+{
+    SetTimer(main.window, commitTimer, inMs, nullptr);
+}
+
+void receiveCommits(MainWindow& main)
+{
+    const CommitProgress progress = takeCommits(*main.state);
+    lookForCommits(main, progress.isMoreWaiting ? commitsAtOnceMs : commitsEveryMs);
+    if (progress.isLibraryTouched) {
+        showLibrary(main.panes, *main.state);
+        showChoice(main.panes, *main.state);
+    }
+}
+
+void create(MainWindow& main)
+{
+    main.look = makeLook();
+    main.panes = createPanes(main.window, main.look);
+    refreshLibrary(main.state->library, main.state->folder, main.state->log);
+    refreshHosts(*main.state);
+    showEverything(main);
+    showEventsIn(main.state->log, main.window, newEvents);
+    SetTimer(main.window, refreshTimer, refreshEveryMs, nullptr);
+    lookForCommits(main, commitsAtOnceMs); // an ended process may have left some
+    // A host that finds the property may send a line at once.
+    startListening(main.state->lines, main.state->log, main.window, newLines);
+    SetPropW(main.window, instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
+}
+
+// Shows what a line brought.
+struct ShowIn {
+    HWND owner;
+
+    void operator()(std::monostate) const {}
+    void operator()(const ReceivedSheet& sheet) const { showSheet(owner, sheet); }
+    void operator()(const ReceivedQueue& queue) const { showQueue(owner, queue); }
+    void operator()(const ReceivedTools& tools) const { showTools(owner, tools); }
+};
+
+void receiveLines(MainWindow& main)
+{
+    for (const std::string& line : takeLines(main.state->lines)) {
+        std::visit(ShowIn{main.window}, receiveLine(main.state->log, main.state->folder, line));
+    }
+    lookForCommits(main, commitsAtOnceMs); // one of the lines may announce one
+}
+
+// What came before the end is dealt with; there is no time left to show it. The message loop is
+// told first, so that it ends even if memory runs out on the way.
+void destroy(MainWindow& main)
+{
+    PostQuitMessage(0);
+    RemovePropW(main.window, instanceProperty);
+    KillTimer(main.window, refreshTimer);
+    KillTimer(main.window, commitTimer);
+    showEventsIn(main.state->log, nullptr, 0);
+    stopListening(main.state->lines);
+    for (const std::string& line : takeLines(main.state->lines)) {
+        receiveLine(main.state->log, main.state->folder, line);
+    }
+    finishCommits(*main.state);
+}
+
+void paintHeader(MainWindow& main)
+{
+    PAINTSTRUCT paint{};
+    RECT client{};
+    HDC context = BeginPaint(main.window, &paint);
+    GetClientRect(main.window, &client);
+    const Rectangle header = layOutWindow(client.right, client.bottom).header;
+    const int half = header.width / 2;
+    fillArea(context, header, headerColour);
+    fillArea(context, {0, header.height - 3, header.width, 3}, accentColour);
+    drawLine(context, {16, 6, half, 28}, productName, main.look.product.get(), headerTextColour,
+             DT_LEFT | DT_VCENTER);
+    drawLine(context, {16, 33, half, 18}, L"Part files for the machines on the shop floor",
+             main.look.text.get(), faintHeaderTextColour, DT_LEFT | DT_VCENTER);
+    drawLine(context, {half, 33, half - 16, 18}, main.state->folder, main.look.text.get(),
+             faintHeaderTextColour, DT_RIGHT | DT_VCENTER);
+    EndPaint(main.window, &paint);
+}
+
+// Buttons do what the words of a start do, for what is selected.
+void pressButton(MainWindow& main, int id)
+{
+    Command command;
+    command.host = chosenHost(main.panes);
+    if (id == sendId) {
+        command.word = Word::send;
+        command.value = std::to_wstring(chosenNumber(main.panes).value_or(0));
+    } else {
+        command.word = id == newFileId ? Word::newFile : Word::checkIn;
+    }
+    carryOut(*main.state, command, {});
+    showEverything(main);
+}
+
+// The return key, pressed in a list, comes as IDOK.
+void receiveClick(MainWindow& main, int id, int code)
+{
+    if (id == IDOK && IsWindowEnabled(main.panes.send)) {
+        pressButton(main, sendId);
+    }
+    if (code == BN_CLICKED && (id == sendId || id == newFileId || id == checkInId)) {
+        pressButton(main, id);
+    }
+}
+
+LRESULT receiveNotice(MainWindow& main, LPARAM lParam)
+{
+    const auto& notice = *reinterpret_cast<const NMHDR*>(lParam);
+    if (notice.code == NM_CUSTOMDRAW) {
+        return drawListRow(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
+    }
+    if (notice.code == LVN_ITEMCHANGED) {
+        showChoice(main.panes, *main.state);
+    }
+    if (notice.code == NM_DBLCLK && notice.idFrom == libraryId &&
+        IsWindowEnabled(main.panes.send)) {
+        pressButton(main, sendId);
+    }
+    return 0;
+}
+
+LRESULT receiveCopyData(HWND window, LPARAM lParam)
+{
+    const auto arguments = readHandedOver(lParam);
+    if (!arguments) {
+        return 0;
+    }
+    return receiveArguments(window, *arguments) ? carriedOut : notCarriedOut;
+}
+
+LRESULT colourOfText(const MainWindow& main, WPARAM wParam)
+{
+    HDC context = reinterpret_cast<HDC>(wParam);
+    SetTextColor(context, titleColour);
+    SetBkColor(context, backgroundColour);
+    return reinterpret_cast<LRESULT>(main.look.background.get());
+}
+
+void limitSize(LPARAM lParam)
+{
+    reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {leastWidth, leastHeight};
+}
+
+LRESULT receive(MainWindow& main, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE:
+        create(main);
+        return 0;
+    case WM_SIZE:
+        placePanes(main.panes, LOWORD(lParam), HIWORD(lParam));
+        InvalidateRect(main.window, nullptr, TRUE);
+        return 0;
+    case WM_GETMINMAXINFO:
+        limitSize(lParam);
+        return 0;
+    case WM_ERASEBKGND: {
+        RECT client{};
+        GetClientRect(main.window, &client);
+        fillArea(reinterpret_cast<HDC>(wParam), {0, 0, client.right, client.bottom},
+                 backgroundColour);
+        return 1;
+    }
+    case WM_PAINT:
+        paintHeader(main);
+        return 0;
+    case WM_CTLCOLORSTATIC:
+        return colourOfText(main, wParam);
+    case WM_SETFOCUS:
+        SetFocus(main.panes.library);
+        return 0;
+    case WM_TIMER:
+        if (wParam == commitTimer) {
+            receiveCommits(main);
+        } else {
+            refresh(main);
+        }
+        return 0;
+    case newEvents:
+        showNewEvents(main.panes, main.state->log);
+        return 0;
+    case newLines:
+        receiveLines(main);
+        return 0;
+    case WM_COMMAND:
+        receiveClick(main, LOWORD(wParam), HIWORD(wParam));
+        return 0;
+    case WM_NOTIFY:
+        return receiveNotice(main, lParam);
+    case WM_COPYDATA:
+        return receiveCopyData(main.window, lParam);
+    case WM_DESTROY:
+        destroy(main);
+        return 0;
+    default:
+        return DefWindowProcW(main.window, message, wParam, lParam);
+    }
+}
+
+LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCCREATE) {
+        auto* main = static_cast<MainWindow*>(
+            reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
+        main->window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(main));
+    }
+    MainWindow* main = mainWindowOf(window);
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        const std::unique_ptr<MainWindow> owned(main);
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    if (main == nullptr) {
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    try {
+        return receive(*main, message, wParam, lParam);
+    } catch (...) {
+        return 0; // out of memory; the system's callers know no exceptions
+    }
+}
+
+void registerWindowClass()
+{
+    WNDCLASSEXW record{};
+    record.cbSize = sizeof record;
+    record.lpfnWndProc = windowProcedure;
+    record.hInstance = GetModuleHandleW(nullptr);
+    record.hIcon = LoadIconW(record.hInstance, MAKEINTRESOURCEW(IDI_COMPANION));
+    record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    record.lpszClassName = windowClass;
+    RegisterClassExW(&record);
+}
+
+Rectangle firstPlace()
+{
+    RECT work{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    return placeWindow({work.left, work.top, work.right - work.left, work.bottom - work.top});
+}
+
+bool carryOutInWindow(MainWindow& main, const Command& command, const std::wstring& arguments)
+{
+    const std::uint32_t parent = command.parentWindow.value_or(0);
+    switch (command.word) {
+    case Word::none:
+        bringForward(main.window);
+        return true;
+    case Word::about:
+        logEvent(main.state->log, L"about", numberField(L"parent", parent));
+        showAbout(main.window, parent);
+        return true;
+    case Word::quit:
+        // Posted, so that the start that asks for it gets its answer first.
+        PostMessageW(main.window, WM_CLOSE, 0, 0);
+        return true;
+    default:
+        return carryOut(*main.state, command, arguments);
+    }
+}
+
+} // namespace
+
+HWND createMainWindow(State& state)
+{
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&controls);
+    registerWindowClass();
+    auto main = std::make_unique<MainWindow>();
+    main->state = &state;
+    const Rectangle place = firstPlace();
+    // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
+    HWND window =
+        CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, productName,
+                        WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.width,
+                        place.height, nullptr, nullptr, GetModuleHandleW(nullptr), main.release());
+    if (window != nullptr) {
+        // A start with arguments asks for a hidden window, which the first call obeys whatever it
+        // is told; the running instance is always seen.
+        ShowWindow(window, SW_SHOWNORMAL);
+        ShowWindow(window, SW_SHOWNORMAL);
+        UpdateWindow(window);
+    }
+    return window;
+}
+
+bool receiveArguments(HWND window, const std::wstring& arguments)
+{
+    MainWindow* main = mainWindowOf(window);
+    if (main == nullptr) {
+        return false;
+    }
+    logEvent(main->state->log, L"command", textField(L"text", arguments));
+    const bool isCarriedOut = carryOutInWindow(*main, readCommandLine(arguments), arguments);
+    lookForCommits(*main, commitsAtOnceMs); // the words may have handed one in
+    showEverything(*main);
+    return isCarriedOut;
+}
+
+} // namespace companion

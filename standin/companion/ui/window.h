@@ -1,0 +1,19 @@
+// The main window of the running instance.
+#pragma once
+
+#include "standin/companion/app/state.h"
+
+#include <string>
+#include <windows.h>
+
+namespace companion {
+
+// Creates and shows the window, which carries the instance property from then on. The state
+// outlives it. Null when it cannot be created.
+HWND createMainWindow(State& state);
+
+// Carries out the arguments of a start, the first one's or those a later one handed over. False
+// when they were refused or not understood.
+bool receiveArguments(HWND window, const std::wstring& arguments);
+
+} // namespace companion

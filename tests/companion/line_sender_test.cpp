@@ -1,0 +1,162 @@
+#include "companion/line_sender.h"
+
+#include "support/line_receiver.h"
+#include "support/system_calls.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+// The bytes that arrive of a line.
+std::string sent(const std::string& line)
+{
+    const LineReceiver receiver;
+    sendLine(line);
+    return receiver.nextConnection().value_or("(nothing)");
+}
+
+// The calls that put a line on the wire, in their order, while they go through here.
+std::vector<std::string> calls;
+const std::vector<std::string> oneAttempt = {"connect", "send"};
+
+int WINAPI notedConnect(SOCKET connection, const sockaddr* address, int size)
+{
+    calls.push_back("connect");
+    return systems(&connect, "connect", L"ws2_32.dll")(connection, address, size);
+}
+
+int WINAPI notedSend(SOCKET connection, const char* bytes, int size, int flags)
+{
+    calls.push_back("send");
+    return systems(&send, "send", L"ws2_32.dll")(connection, bytes, size, flags);
+}
+
+// A computer with two addresses of which the second one would do as well, and what it was asked.
+std::vector<std::string> namesAsked;
+
+hostent* WSAAPI twoAddresses(const char* name)
+{
+    static char first[] = {127, 0, 0, 1};
+    static char second[] = {127, 0, 0, 2};
+    static char* addresses[] = {first, second, nullptr};
+    static hostent entry = {};
+    namesAsked.emplace_back(name);
+    entry.h_addrtype = AF_INET;
+    entry.h_length = 4;
+    entry.h_addr_list = addresses;
+    return &entry;
+}
+
+// Where connections went: address and port.
+std::vector<std::string> targets;
+
+int WINAPI targetedConnect(SOCKET connection, const sockaddr* address, int size)
+{
+    const auto& target = *reinterpret_cast<const sockaddr_in*>(address);
+    targets.push_back(inet_ntoa(target.sin_addr) + (':' + std::to_string(ntohs(target.sin_port))));
+    return systems(&connect, "connect", L"ws2_32.dll")(connection, address, size);
+}
+
+void noteCalls()
+{
+    leadCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
+    leadCalls(&send, "send", &notedSend, L"ws2_32.dll");
+}
+
+} // namespace
+
+TEST(LineSender, putsTheLineAndOneLineFeedOnTheWire)
+{
+    EXPECT_EQ(sent("TOOL-7"), "TOOL-7\n");
+    EXPECT_EQ(sent(""), "\n");
+    EXPECT_EQ(sent("a\r"), "a\r\n");
+    EXPECT_EQ(sent("\x80\xFF"), "\x80\xFF\n");
+}
+
+TEST(LineSender, usesAConnectionForEachLine)
+{
+    const LineReceiver receiver;
+    for (const char* line : {"one", "two", "three"}) {
+        sendLine(line);
+        EXPECT_EQ(receiver.nextConnection(), line + std::string("\n"));
+    }
+    EXPECT_TRUE(receiver.isIdle());
+}
+
+TEST(LineSender, sendsUpToTheFirstZeroAlone)
+{
+    EXPECT_EQ(sent(std::string("ab\0cd", 5)), "ab");
+}
+
+TEST(LineSender, sendsALineThatJustFits)
+{
+    const std::string line(1022, 'x');
+    EXPECT_EQ(sent(line), line + "\n");
+}
+
+TEST(LineSender, sendsNoLineOf1024BytesOrMore)
+{
+    const LineReceiver receiver;
+    sendLine(std::string(1023, 'x'));
+    sendLine(std::string(1024, 'x'));
+    sendLine(std::string(100000, 'x'));
+    EXPECT_TRUE(receiver.isIdle());
+    sendLine("next");
+    EXPECT_EQ(receiver.nextConnection(), "next\n");
+}
+
+TEST(LineSender, makesOneAttemptAlsoWhenNobodyListens)
+{
+    noteCalls();
+    sendLine("lost");
+    EXPECT_EQ(calls, oneAttempt);
+    calls.clear();
+    EXPECT_EQ(sent("taken"), "taken\n");
+    EXPECT_EQ(calls, oneAttempt);
+}
+
+TEST(LineSender, connectsToTheFirstOfTheLocalComputersAddressesAlone)
+{
+    leadCalls(&connect, "connect", &targetedConnect, L"ws2_32.dll");
+    leadCalls(&gethostbyname, "gethostbyname", &twoAddresses, L"ws2_32.dll");
+    EXPECT_EQ(sent("taken"), "taken\n");
+    sendLine("lost");
+    EXPECT_EQ(namesAsked, (std::vector<std::string>(2, ""))); // the local computer's
+    EXPECT_EQ(targets, (std::vector<std::string>(2, "127.0.0.1:4559")));
+}
+
+TEST(LineSender, returnsWhenTheListenerNeverReads)
+{
+    const LineReceiver receiver; // the system takes the connections, nobody reads them
+    for (int i = 0; i < 10; ++i)
+        sendLine("unread");
+    EXPECT_FALSE(receiver.isIdle());
+}
+
+TEST(LineSender, returnsWhenTheListenerHangsUp)
+{
+    const LineReceiver receiver;
+    std::thread hangingUp([&] { EXPECT_TRUE(receiver.hangUpOnNext()); });
+    sendLine("cut off");
+    hangingUp.join();
+    EXPECT_TRUE(receiver.isIdle());
+}
+
+TEST(LineSender, leavesTheSocketsLibraryAsItFoundIt)
+{
+    sendLine("lost");
+    EXPECT_EQ(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP), INVALID_SOCKET);
+    EXPECT_EQ(WSAGetLastError(), WSANOTINITIALISED);
+}
+
+TEST(LineSender, canStartTheSocketsLibraryInVersionTwo)
+{
+    EXPECT_EQ(startSockets(), 0);
+    WSACleanup();
+}

@@ -1,0 +1,257 @@
+#include "companion/process.h"
+
+#include "companion/identifiers.h"
+#include "host/message_box.h"
+#include "support/companion_double.h"
+#include "support/dialogs.h"
+#include "support/handles.h"
+#include "support/host_fixture.h"
+#include "support/system_calls.h"
+
+#include <algorithm>
+#include <sddl.h>
+#include <shellapi.h>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const std::wstring notInstalled = LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
+const std::wstring failedToStart =
+    LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
+const std::wstring failedToOpen = LR"(ui message-box("TORVA ZEM", "Failed to open TORVA ZEM."))";
+
+class CompanionProcess : public HostFixture {
+protected:
+    CompanionDouble companion;
+};
+
+int starts = 0;
+
+// Counts the start in place of making it, and answers as for one that was made.
+BOOL WINAPI countedShellExecute(SHELLEXECUTEINFOW* start)
+{
+    ++starts;
+    start->hProcess = GetCurrentProcess();
+    return TRUE;
+}
+
+// What the wait for the Companion's window does, in its order, and the window that gets the
+// instance property in the first of its pauses.
+std::vector<std::string> waitSteps;
+HWND appearing = nullptr;
+
+BOOL WINAPI notedEnumWindows(WNDENUMPROC callback, LPARAM parameter)
+{
+    waitSteps.push_back("search");
+    return systems(&EnumWindows, "EnumWindows", L"user32.dll")(callback, parameter);
+}
+
+void WINAPI notedSleep(DWORD milliseconds)
+{
+    waitSteps.push_back("pause " + std::to_string(milliseconds));
+    if (appearing)
+        SetPropW(appearing, companionInstanceName.c_str(), reinterpret_cast<HANDLE>(INT_PTR{1}));
+}
+
+void noteWaitSteps()
+{
+    leadCalls(&EnumWindows, "EnumWindows", &notedEnumWindows, L"user32.dll");
+    leadCalls(&Sleep, "Sleep", &notedSleep);
+}
+
+} // namespace
+
+TEST(SharedNames, startWithTheNamespaceBase)
+{
+    const std::wstring base = namespaceBase + L"/namespace/torvapdm";
+    EXPECT_EQ(openMessageName, base + L"/message/open");
+    EXPECT_EQ(commitMessageName, base + L"/message/commit");
+    EXPECT_EQ(getCheckedOutMessageName, base + L"/message/get-checked-out");
+    EXPECT_EQ(hostInstanceName, base + L"/mastercam-instance");
+    EXPECT_EQ(companionInstanceName, base + L"/instance");
+    EXPECT_EQ(companionSemaphoreName, L"Local\\" + base + L"/singleton-token");
+}
+
+TEST_F(CompanionProcess, runsWhileItsSemaphoreExists)
+{
+    EXPECT_FALSE(isCompanionRunning());
+    companion.holdSemaphore();
+    EXPECT_TRUE(isCompanionRunning());
+}
+
+TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
+{
+    SECURITY_ATTRIBUTES denied = {sizeof denied, nullptr, FALSE};
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        L"D:(D;;0x1F0003;;;WD)", SDDL_REVISION_1, &denied.lpSecurityDescriptor, nullptr));
+    companion.holdSemaphore(&denied);
+    LocalFree(denied.lpSecurityDescriptor);
+    ASSERT_EQ(OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, companionSemaphoreName.c_str()),
+              nullptr);
+    ASSERT_EQ(GetLastError(), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_TRUE(isCompanionRunning());
+}
+
+TEST_F(CompanionProcess, isLaunchedShownWithoutArguments)
+{
+    recordCompanionStarts(installation);
+    EXPECT_TRUE(launchCompanion(L"", true));
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"1"});
+}
+
+TEST_F(CompanionProcess, isLaunchedHiddenWithArguments)
+{
+    recordCompanionStarts(installation);
+    EXPECT_TRUE(launchCompanion(L"--about --parentwindow 0", false));
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --about --parentwindow 0"});
+}
+
+TEST_F(CompanionProcess, getsQuotedPathsAsTheyStand)
+{
+    recordCompanionStarts(installation);
+    EXPECT_TRUE(launchCompanion(L"--commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295", true));
+    EXPECT_EQ(companionStarts(installation, 1),
+              Lines{L"0 --commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295"});
+}
+
+TEST_F(CompanionProcess, leavesTheProcessHandleOpen)
+{
+    recordCompanionStarts(installation);
+    launchCompanion(L"", true); // whatever the shell opens once and keeps
+    const size_t before = countHandles();
+    for (int i = 0; i < 3; ++i)
+        launchCompanion(L"", true);
+    EXPECT_EQ(countHandles(), before + 3);
+}
+
+TEST_F(CompanionProcess, isReportedMissingUnlessTheLaunchIsQuiet)
+{
+    EXPECT_FALSE(launchCompanion(L"--about", true));
+    EXPECT_EQ(newTrace(), Lines{});
+    EXPECT_FALSE(launchCompanion(L"--about", false));
+    EXPECT_EQ(newTrace(), Lines{notInstalled});
+}
+
+TEST_F(CompanionProcess, isMissingWhenAFolderHasItsName)
+{
+    CreateDirectoryW(installation.path(L"TORVA-ZEM.exe").c_str(), nullptr);
+    EXPECT_FALSE(launchCompanion(L"", false));
+    EXPECT_EQ(newTrace(), Lines{notInstalled});
+}
+
+TEST_F(CompanionProcess, showsNothingOfItsOwnWhenItsStartFails)
+{
+    const SystemDialogs dismissed;
+    writeBytes(installation.path(L"TORVA-ZEM.exe"), "no program");
+    EXPECT_FALSE(launchCompanion(L"", false));
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, isNotStartedAgainWhileItRuns)
+{
+    recordCompanionStarts(installation);
+    leadCalls(&ShellExecuteExW, "ShellExecuteExW", &countedShellExecute, L"shell32.dll");
+    EXPECT_TRUE(ensureCompanionRunning());
+    EXPECT_EQ(starts, 1);
+    companion.holdSemaphore();
+    EXPECT_TRUE(ensureCompanionRunning());
+    EXPECT_EQ(starts, 1);
+}
+
+TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
+{
+    recordCompanionStarts(installation);
+    EXPECT_TRUE(ensureCompanionRunning());
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"1"});
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, isReportedOnceWhenItCannotBeStarted)
+{
+    EXPECT_FALSE(ensureCompanionRunning());
+    EXPECT_EQ(newTrace(), Lines{failedToStart});
+}
+
+TEST_F(CompanionProcess, windowIsFoundByItsProperty)
+{
+    EXPECT_EQ(findCompanionWindow(), nullptr);
+    const HWND window = companion.showWindow();
+    EXPECT_EQ(findCompanionWindow(), window);
+    RemovePropW(window, companionInstanceName.c_str());
+    EXPECT_EQ(findCompanionWindow(), nullptr);
+}
+
+TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
+{
+    companion.holdSemaphore();
+    const HWND window = companion.showWindow();
+    SetActiveWindow(getMainFrameWindow());
+    openCompanion();
+    EXPECT_EQ(GetActiveWindow(), window);
+    EXPECT_FALSE(IsIconic(window));
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
+{
+    companion.holdSemaphore();
+    const HWND window = companion.showWindow();
+    ShowWindow(window, SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(window));
+    openCompanion();
+    EXPECT_FALSE(IsIconic(window));
+    EXPECT_EQ(GetActiveWindow(), window);
+}
+
+TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
+{
+    companion.holdSemaphore();
+    const HWND window = companion.showWindow();
+    ShowWindow(window, SW_SHOWMAXIMIZED);
+    openCompanion();
+    EXPECT_TRUE(IsZoomed(window));
+}
+
+TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
+{
+    companion.holdSemaphore();
+    const HWND window = companion.showWindow();
+    RemovePropW(window, companionInstanceName.c_str());
+    SetActiveWindow(getMainFrameWindow());
+    appearing = window;
+    noteWaitSteps();
+    openCompanion();
+    EXPECT_EQ(waitSteps, (std::vector<std::string>{"search", "search", "pause 100", "search",
+                                                   "pause 100"})); // also behind the last search
+    EXPECT_EQ(GetActiveWindow(), window);
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommandAfter16Searches)
+{
+    companion.holdSemaphore();
+    noteWaitSteps();
+    openCompanion();
+    EXPECT_EQ(std::ranges::count(waitSteps, "search"), 16);
+    EXPECT_EQ(std::ranges::count(waitSteps, "pause 100"), 15);
+    EXPECT_EQ(waitSteps.size(), 31u);
+    EXPECT_EQ(newTrace(), Lines{failedToOpen});
+}
+
+TEST_F(CompanionProcess, thatCannotBeStartedIsReportedOnceByTheOpenCommand)
+{
+    openCompanion();
+    EXPECT_EQ(newTrace(), Lines{failedToStart});
+}
+
+TEST_F(CompanionProcess, shellOpensOnlyWhatExists)
+{
+    const SystemDialogs dismissed;
+    recordCompanionStarts(installation);
+    EXPECT_TRUE(shellOpen(installation.path(L"TORVA-ZEM.exe")));
+    EXPECT_EQ(companionStarts(installation, 1).size(), 1u);
+    EXPECT_FALSE(shellOpen(installation.path(L"none.exe")));
+    EXPECT_EQ(newTrace(), Lines{});
+}

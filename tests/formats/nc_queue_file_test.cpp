@@ -1,0 +1,43 @@
+#include "formats/nc_queue_file.h"
+
+#include <gtest/gtest.h>
+
+using namespace torvapdm;
+
+TEST(ProgramName, isCutBeforeTheLastDotAndBehindTheLastSeparator)
+{
+    struct Case {
+        const wchar_t* nciName;
+        const wchar_t* program;
+    };
+    const Case cases[] = {
+        {L"C:\\NC\\PART.nci", L"PART"},
+        {L"C:/NC/PART.nci", L"PART"},
+        {L"C:\\NC/a\\b/PART.nci", L"PART"},
+        {L"PART.nci", L"PART"},
+        {L"PART", L"PART"},
+        {L"C:\\NC\\PART", L"PART"},
+        {L"C:\\NC\\PART.op1.nci", L"PART.op1"},
+        {L"C:\\a.b\\PART", L"a"}, // a folder's dot counts when the name has none
+        {L"C:\\a.b\\PART.nci", L"PART"},
+        {L"C:\\NC\\.nci", L""},
+        {L"C:\\NC\\", L""},
+        {L".", L""},
+        {L"", L""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(programName(c.nciName), c.program) << c.nciName;
+}
+
+TEST(QueueEntry, isFolderFileAndGroup)
+{
+    EXPECT_EQ(queueEntry("C:\\NC\\", "PART.NC", "Mill"), "C:\\NC\\PART.NC|Mill");
+    EXPECT_EQ(queueEntry("", "P", ""), "P|");
+}
+
+TEST(QueueLine, tellsTheNcPathNumberInDecimal)
+{
+    EXPECT_EQ(queueLine(3, "E|G"), "NCPATH|3|E|G\n");
+    EXPECT_EQ(queueLine(-1, "E|G"), "NCPATH|-1|E|G\n");
+    EXPECT_EQ(queueLine(-2147483647 - 1, ""), "NCPATH|-2147483648|\n");
+}

@@ -1,0 +1,62 @@
+#include "host/barriers.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+using namespace torvapdm;
+
+namespace {
+
+// The framework's exception with a record of its end.
+class WatchedException : public CException {
+public:
+    ~WatchedException() override { ++ended; }
+    static inline int ended = 0;
+};
+
+template <class Thrown>
+auto throwing(Thrown thrown)
+{
+    return [thrown]() -> int { throw thrown; };
+}
+
+} // namespace
+
+TEST(Edge, givesTheBodysResult)
+{
+    EXPECT_EQ(atEdge(0, [] { return 7; }), 7);
+    EXPECT_EQ(atEdgeLetting<CException*>(0, [] { return 7; }), 7);
+}
+
+TEST(Edge, givesTheNeutralAnswerForEveryException)
+{
+    EXPECT_EQ(atEdge(3, throwing(std::bad_alloc())), 3);
+    EXPECT_EQ(atEdge(3, throwing(5)), 3);
+    EXPECT_EQ(atEdge(3, []() -> int { throw new WatchedException; }), 3);
+    EXPECT_EQ(WatchedException::ended, 1);
+}
+
+TEST(Edge, letsTheNamedExceptionPassAndNoOther)
+{
+    const auto outOfRange = throwing(std::out_of_range("short"));
+    EXPECT_THROW(atEdgeLetting<const std::out_of_range&>(3, outOfRange), std::out_of_range);
+    EXPECT_EQ(atEdgeLetting<const std::out_of_range&>(3, throwing(std::bad_alloc())), 3);
+    EXPECT_EQ(
+        atEdgeLetting<const std::out_of_range&>(3, []() -> int { throw new WatchedException; }), 3);
+    EXPECT_EQ(WatchedException::ended, 1);
+}
+
+TEST(Edge, letsTheFrameworksExceptionPassAliveAndNoOther)
+{
+    EXPECT_EQ(atEdgeLetting<CException*>(3, throwing(std::bad_alloc())), 3);
+    try {
+        atEdgeLetting<CException*>(3, []() -> int { throw new WatchedException; });
+        FAIL() << "nothing passed";
+    } catch (CException* exception) {
+        EXPECT_EQ(WatchedException::ended, 0);
+        exception->Delete();
+    }
+    EXPECT_EQ(WatchedException::ended, 1);
+}

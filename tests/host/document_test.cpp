@@ -1,0 +1,158 @@
+#include "host/document.h"
+
+#include "outgoing/screen_capture.h"
+#include "host/host.h"
+#include "shared_state.h"
+#include "support/host_fixture.h"
+
+#include <algorithm>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+class HostDocument : public HostFixture {
+protected:
+    HostDocument() { installation.endStandardInput(); }
+
+    Lines saving(const std::wstring& name, const wchar_t* window, const wchar_t* result)
+    {
+        return {L"ui CFile_DoFileSave(\"" + name + L"\", " + window + L", false, true) " + result,
+                L"ui CMastercamView.position0()", L"ui CMastercamInterface.position3()"};
+    }
+    const std::wstring picture = installation.path(L"commit\\screendump.bmp");
+};
+
+// A file's name beside the installation folder, not below it; the file goes with its object.
+struct FileOutside {
+    FileOutside() : path(temporaryFolder() + std::to_wstring(GetCurrentProcessId()) + L".mcam") {}
+    ~FileOutside() { DeleteFileW(path.c_str()); }
+    static std::wstring temporaryFolder()
+    {
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        return folder;
+    }
+    const std::wstring path;
+};
+
+} // namespace
+
+TEST_F(HostDocument, hasAtMost260CharactersInItsName)
+{
+    standin::setState("geo_filename", L"C:\\a.mcam");
+    EXPECT_EQ(hostFileName(), L"C:\\a.mcam");
+    std::fill_n(geo_filename, 260, L'n'); // without a zero
+    EXPECT_EQ(hostFileName(), std::wstring(260, L'n'));
+    geo_filename[0] = L'\0';
+    EXPECT_EQ(hostFileName(), L"");
+}
+
+TEST_F(HostDocument, isSavedUnderItsOwnNameAndRefreshed)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    event37Seen = true;
+    EXPECT_TRUE(saveThroughHost());
+    EXPECT_EQ(newTrace(), saving(name, L"main", L"-> true"));
+    EXPECT_FALSE(event37Seen);
+}
+
+TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    standin::failNext("CFile_DoFileSave");
+    EXPECT_FALSE(saveThroughHost());
+    EXPECT_EQ(newTrace(), saving(name, L"main", L"-> false"));
+    standin::raiseNext("CFile_DoFileSave");
+    EXPECT_FALSE(saveThroughHost());
+    EXPECT_EQ(newTrace(), saving(name, L"main", L"raised"));
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(HostDocument, leavesALineInTheDebuggersOutputWhenItsSavingFails)
+{
+    static std::string output;
+    output.clear();
+    constexpr DWORD debugOutput = 0x40010006; // what the system raises for a debugger to catch
+    const auto listen = [](EXCEPTION_POINTERS* raised) -> LONG {
+        const EXCEPTION_RECORD& record = *raised->ExceptionRecord;
+        if (record.ExceptionCode == debugOutput)
+            output += reinterpret_cast<const char*>(record.ExceptionInformation[1]);
+        return EXCEPTION_CONTINUE_SEARCH;
+    };
+    void* const listener = AddVectoredExceptionHandler(1, listen);
+    standin::setState("geo_filename", installation.path(L"a.mcam"));
+    EXPECT_TRUE(saveThroughHost());
+    EXPECT_EQ(output, "");
+    standin::failNext("CFile_DoFileSave");
+    EXPECT_FALSE(saveThroughHost());
+    RemoveVectoredExceptionHandler(listener);
+    EXPECT_EQ(output, std::string(50, '-') + " !status\n");
+}
+
+TEST_F(HostDocument, isSavedWithoutAParentWhenTheHostHasNoInterface)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    standin::failNext("GetMastercamApp");
+    EXPECT_TRUE(saveThroughHost());
+    EXPECT_EQ(newTrace(), Lines{saving(name, L"null", L"-> true")[0]});
+}
+
+TEST_F(HostDocument, isNeverRedirected)
+{
+    const FileOutside document;
+    for (const std::wstring& name : {installation.path(L"a.mcam"), document.path}) {
+        standin::setState("geo_filename", name);
+        for (const char* setting : {"UseFtpServer=y\n", "UseFtpServer=Y\n"}) {
+            writeBytes(installation.path(L"cfg\\settings.ini"), setting);
+            EXPECT_TRUE(saveThroughHost());
+            EXPECT_EQ(newTrace(), saving(name, L"main", L"-> true"));
+        }
+    }
+    EXPECT_TRUE(readBytes(document.path).has_value());
+}
+
+TEST_F(HostDocument, hasChangedWhenTheHostSaysSo)
+{
+    EXPECT_FALSE(hasDocumentChanged());
+    standin::setState("db_changed", L"true");
+    EXPECT_TRUE(hasDocumentChanged());
+    standin::raiseNext("has_db_changed");
+    EXPECT_FALSE(hasDocumentChanged());
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(HostDocument, isSavedUnderItsCurrentNameWithoutAWindow)
+{
+    const std::wstring name = installation.path(L"a.mcam");
+    standin::setState("geo_filename", name);
+    EXPECT_EQ(saveUnderCurrentName(), name);
+    EXPECT_EQ(newTrace(), Lines{L"ui SaveFile(\"" + name + L"\", null, false) -> 1"});
+    standin::failNext("SaveFile");
+    EXPECT_EQ(saveUnderCurrentName(), L"");
+    standin::raiseNext("SaveFile");
+    EXPECT_EQ(saveUnderCurrentName(), L"");
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(HostDocument, isPicturedOverTheLastPictureWithoutBeingSaved)
+{
+    writeBytes(picture, "old");
+    takeScreenCapture();
+    EXPECT_EQ(newTrace(), Lines{L"ui screen_to_bitmap_file(\"" + picture + L"\", false) -> true"});
+    EXPECT_EQ(readBytes(picture).value_or("").substr(0, 2), "BM");
+}
+
+TEST_F(HostDocument, isPicturedSilentlyWithoutAFolder)
+{
+    removeFolder(installation.path(L"commit"));
+    takeScreenCapture();
+    EXPECT_EQ(newTrace(), Lines{L"ui screen_to_bitmap_file(\"" + picture + L"\", false) -> false"});
+    standin::raiseNext("screen_to_bitmap_file");
+    takeScreenCapture();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}

@@ -1,0 +1,50 @@
+#include "host/host_exceptions.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <string>
+#include <vector>
+
+using namespace torvapdm;
+
+namespace {
+
+std::vector<std::string> calls;
+
+// The framework's exception, which notes what is done with it.
+class NotedException : public CException {
+public:
+    ~NotedException() override { calls.push_back("end"); }
+    BOOL GetErrorMessage(LPWSTR buffer, UINT bufferLength, PUINT helpContext) const override
+    {
+        calls.push_back("message of " + std::to_string(bufferLength) +
+                        (helpContext ? " help" : ""));
+        for (UINT i = 0; i < bufferLength; ++i)
+            buffer[i] = L'm'; // all of it is there
+        return TRUE;
+    }
+};
+
+const std::vector<std::string> discarding = {"message of 255", "end"};
+
+} // namespace
+
+TEST(HostException, isDiscardedAfterItsMessageWasFetchedOnceInto255Characters)
+{
+    discard(new NotedException);
+    EXPECT_EQ(calls, discarding);
+}
+
+TEST(HostCall, isTrueWhenTheHostAnswersAndFalseWhenItRaises)
+{
+    EXPECT_TRUE(callHost([] {}));
+    EXPECT_EQ(calls, std::vector<std::string>{});
+    EXPECT_FALSE(callHost([] { throw new NotedException; }));
+    EXPECT_EQ(calls, discarding);
+}
+
+TEST(HostCall, letsEveryOtherExceptionPass)
+{
+    EXPECT_THROW(callHost([] { throw std::bad_alloc(); }), std::bad_alloc);
+}

@@ -1,0 +1,337 @@
+#include "incoming/checkout_command.h"
+
+#include "addin/exports.h"
+#include "incoming/exchange_file.h"
+#include "formats/exchange_file_name.h"
+#include "host/host.h"
+#include "companion/identifiers.h"
+#include "incoming/listener.h"
+#include "incoming/pending_request.h"
+#include "shared_state.h"
+#include "support/companion_double.h"
+#include "support/host_fixture.h"
+#include "support/system_calls.h"
+#include "support/watched_window.h"
+
+#include <algorithm>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <stdexcept>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+constexpr wchar_t notLoaded[] = LR"(ui message-box("TORVA ZEM", "Failed to load file."))";
+
+class CheckoutRequest : public HostFixture {
+protected:
+    CheckoutRequest()
+    {
+        // A temporary folder of the test's own: the names below are taken and given up in it.
+        SetEnvironmentVariableW(L"TMP", installation.path(L"user temp").c_str());
+        CreateDirectoryW(installation.path(L"user temp").c_str(), nullptr);
+    }
+    const std::wstring folder = installation.path(L"user temp\\");
+};
+
+// What the system answers for an exchange file that holds something: its size, and how many of the
+// bytes asked for it gives, the text's or, without a text, all of them 'a'.
+LONGLONG answerSize = 0;
+DWORD answerRead = 0;
+std::wstring answerText;
+DWORD bytesAsked = 0;
+
+BOOL WINAPI answeringGetFileSize(HANDLE, PLARGE_INTEGER size)
+{
+    size->QuadPart = answerSize;
+    return TRUE;
+}
+
+BOOL WINAPI answeringReadFile(HANDLE, LPVOID bytes, DWORD size, LPDWORD read, LPOVERLAPPED)
+{
+    bytesAsked = size;
+    std::fill_n(static_cast<char*>(bytes), size, 'a');
+    if (!answerText.empty())
+        std::memcpy(bytes, answerText.data(), size);
+    *read = answerRead;
+    return TRUE;
+}
+
+void answerWith(LONGLONG size, DWORD read)
+{
+    answerSize = size;
+    answerRead = read;
+    bytesAsked = 0;
+    leadCalls(&GetFileSizeEx, "GetFileSizeEx", &answeringGetFileSize);
+    leadCalls(&ReadFile, "ReadFile", &answeringReadFile);
+}
+
+// An answer of this text, as the Companion would write it: two bytes a unit.
+void answerWith(const std::wstring& text)
+{
+    answerText = text;
+    const size_t size = text.size() * sizeof(wchar_t);
+    answerWith(static_cast<LONGLONG>(size), static_cast<DWORD>(size));
+}
+
+// A check-out of a Companion that runs, so that it is asked, and is not installed, which is told.
+class AnsweredCheckout : public CheckoutRequest {
+protected:
+    AnsweredCheckout()
+    {
+        companion.holdSemaphore();
+        currentZemId = 5;
+    }
+    CompanionDouble companion;
+    const std::wstring notInstalled =
+        LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
+};
+
+// The steps that close what a check-in answer closes, each with the identity it left behind.
+Lines closingSteps;
+
+void noteStep(const std::wstring& step)
+{
+    closingSteps.push_back(step + L" after " + std::to_wstring(currentRequestId) + L' ' +
+                           std::to_wstring(currentZemId) + L" \"" + fileTypePrefix + L'"');
+}
+
+int __cdecl notedCloseStreams()
+{
+    noteStep(L"_fcloseall");
+    return systems(&_fcloseall, "_fcloseall", L"msvcrt.dll")();
+}
+
+void notedCloseDocument(const wchar_t*, int, FILE*)
+{
+    noteStep(L"m_fclose");
+}
+
+BOOL WINAPI notedPost(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    noteStep(L"post " + std::to_wstring(message));
+    return systems(&PostMessageW, "PostMessageW", L"user32.dll")(window, message, wParam, lParam);
+}
+
+void noteClosingSteps()
+{
+    leadCalls(&_fcloseall, "_fcloseall", &notedCloseStreams, L"msvcrt.dll");
+    standin::leadImports(GetModuleHandleW(nullptr), &m_fclose, &notedCloseDocument);
+    leadCalls(&PostMessageW, "PostMessageW", &notedPost, L"user32.dll");
+}
+
+} // namespace
+
+TEST_F(CheckoutRequest, startsTheCompanionTwiceWhenItDoesNotRun)
+{
+    recordCompanionStarts(installation);
+    EXPECT_EQ(m_load(0), 0);
+    const Lines lines = companionStarts(installation, 2);
+    ASSERT_EQ(lines.size(), 2u);
+    const bool plainFirst = lines[0] == L"1"; // two processes: either may write first
+    EXPECT_EQ(lines[plainFirst ? 0 : 1], L"1");
+    const std::wstring& request = lines[plainFirst ? 1 : 0];
+    EXPECT_EQ(request.rfind(L"0 --checkout \"" + folder + L"\\TORVA ZEM-", 0), 0u) << request;
+    EXPECT_EQ(request.substr(request.size() - 5), L".tmp\"");
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CheckoutRequest, startsTheCompanionOnceWhenItRuns)
+{
+    recordCompanionStarts(installation);
+    const HANDLE semaphore = CreateSemaphoreW(nullptr, 1, 1, companionSemaphoreName.c_str());
+    EXPECT_EQ(m_load(0), 0);
+    const Lines lines = companionStarts(installation, 1);
+    CloseHandle(semaphore);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].rfind(L"0 --checkout ", 0), 0u);
+}
+
+TEST_F(CheckoutRequest, clearsThePendingRequestFirst)
+{
+    parkOpenRequest(5, L"C:\\a.mcam");
+    m_load(0); // the Companion is missing
+    EXPECT_FALSE(isRequestPending());
+}
+
+TEST_F(CheckoutRequest, endsWhenTheCompanionCannotBeStarted)
+{
+    EXPECT_EQ(m_load(0), 0);
+    EXPECT_EQ(
+        newTrace(),
+        Lines{
+            LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))"});
+    EXPECT_TRUE(std::filesystem::is_empty(installation.path(L"user temp")));
+}
+
+TEST_F(CheckoutRequest, goesOnWhenTheCompanionRunsButIsNotInstalled)
+{
+    const HANDLE semaphore = CreateSemaphoreW(nullptr, 1, 1, companionSemaphoreName.c_str());
+    EXPECT_EQ(m_load(0), 0);
+    CloseHandle(semaphore);
+    EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))"});
+    EXPECT_FALSE(std::filesystem::is_empty(installation.path(L"user temp")));
+}
+
+TEST_F(CheckoutRequest, namesTheExchangeFileWithADoubledBackslash)
+{
+    const std::wstring name = makeExchangeFileName();
+    EXPECT_EQ(name.rfind(folder + L"\\TORVA ZEM-", 0), 0u) << name;
+    EXPECT_EQ(name.substr(name.size() - 4), L".tmp");
+}
+
+TEST_F(CheckoutRequest, givesUpWhenTheNamesOfTheSecondAreTaken)
+{
+    const std::int64_t now = _time64(nullptr);
+    for (std::int64_t second = now; second < now + 300; ++second)
+        writeBytes(exchangeFileName(folder, second), "");
+    EXPECT_EQ(makeExchangeFileName(), L"");
+}
+
+TEST_F(CheckoutRequest, readsAnEmptyAnswerBecauseOpeningEmptiesTheFile)
+{
+    const std::wstring file = folder + L"answer.tmp";
+    writeBytes(file, "C\0A\0D\0001\0 \0x\0");
+    EXPECT_EQ(readAnswer(file), L"");
+    EXPECT_FALSE(readBytes(file).has_value()); // held without sharing
+    EXPECT_EQ(readAnswer(L""), L"");
+}
+
+TEST_F(CheckoutRequest, readsNothingWhileTheListenersHandleIsInvalid)
+{
+    answerWith(2, 2);
+    commandFile = INVALID_HANDLE_VALUE;
+    EXPECT_EQ(readAnswer(folder + L"invalid.tmp"), L"");
+    commandFile = nullptr; // no handle at all is no invalid one
+    EXPECT_EQ(readAnswer(folder + L"null.tmp"), std::wstring(L"\u6161\0", 2));
+}
+
+TEST_F(CheckoutRequest, readsAnAnswerOfUpTo65536Bytes)
+{
+    answerWith(65536, 65536);
+    EXPECT_EQ(readAnswer(folder + L"longest.tmp").size(), 65536u);
+    EXPECT_EQ(bytesAsked, 65536u);
+    answerWith(65537, 65537);
+    EXPECT_EQ(readAnswer(folder + L"too long.tmp"), L"");
+    EXPECT_EQ(bytesAsked, 0u);
+}
+
+TEST_F(CheckoutRequest, takesTheBytesReadForTheAnswersLength)
+{
+    answerWith(8, 3);
+    EXPECT_EQ(readAnswer(folder + L"answer.tmp"), L"\u6161\u6161\u6161");
+    EXPECT_EQ(bytesAsked, 8u);
+    answerWith(8, 0);
+    EXPECT_EQ(readAnswer(folder + L"empty.tmp"), L"");
+}
+
+TEST_F(CheckoutRequest, takesTheKindOfAnAnsweredFile)
+{
+    const CheckoutCommand command = parseAnswer(L"CAD1234 C:\\Parts\\bracket.mcam");
+    EXPECT_EQ(command.id, 1234);
+    EXPECT_EQ(command.path, L"C:\\Parts\\bracket.mcam");
+    EXPECT_EQ(fileTypePrefix, L"CAD");
+    parseAnswer(L"unusable");
+    EXPECT_EQ(fileTypePrefix, L"CAD");
+}
+
+TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
+{
+    const WatchedMessageWindow window;
+    currentRequestId = 5;
+    currentZemId = 5;
+    fileTypePrefix = L"CAD";
+    FILE* const stream = _wfopen((folder + L"open.txt").c_str(), L"w");
+    ASSERT_NE(stream, nullptr);
+    std::fputs("buffered", stream);
+    const CheckoutCommand command = parseAnswer(L"CHECKIN C:\\a.mcam");
+    EXPECT_EQ(command.id, 0);
+    EXPECT_EQ(command.path, L"");
+    EXPECT_EQ(currentRequestId, 0);
+    EXPECT_EQ(currentZemId, 0u);
+    EXPECT_EQ(fileTypePrefix, L"");
+    EXPECT_EQ(readBytes(folder + L"open.txt"), "buffered"); // flushed by the closing
+    EXPECT_EQ(newTrace(), Lines{L"ui m_fclose(null, 0, null)"});
+    EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
+}
+
+TEST_F(CheckoutRequest, forgetsBeforeItClosesOnACheckInAnswer)
+{
+    const WatchedMessageWindow window;
+    currentRequestId = 5;
+    currentZemId = 6;
+    fileTypePrefix = L"CAD";
+    noteClosingSteps();
+    parseAnswer(L"CHECKIN C:\\a.mcam");
+    EXPECT_EQ(closingSteps, (Lines{LR"(_fcloseall after 0 0 "")", LR"(m_fclose after 0 0 "")",
+                                   LR"(post 3 after 0 0 "")"}));
+}
+
+TEST_F(CheckoutRequest, loadsTheAnsweredFileAndMakesItTheCurrentOne)
+{
+    const std::wstring part = makePart();
+    loadAnsweredFile({12, part});
+    EXPECT_EQ(currentZemId, 12u);
+    EXPECT_EQ(currentFilePath.text(), part);
+    EXPECT_TRUE(recentFiles.empty());
+}
+
+TEST_F(CheckoutRequest, tellsOfAnAnswerWithoutAFile)
+{
+    for (const CheckoutCommand& command :
+         {CheckoutCommand{0, L"C:\\a.mcam"}, CheckoutCommand{5, L""}, CheckoutCommand{}}) {
+        loadAnsweredFile(command);
+        EXPECT_EQ(newTrace(), Lines{notLoaded});
+    }
+}
+
+TEST_F(CheckoutRequest, tellsOfAnAnsweredFileThatCannotBeLoaded)
+{
+    currentZemId = 5;
+    currentFilePath.assign(L"C:\\old.mcam");
+    standin::failNext("DoFileOpen");
+    loadAnsweredFile({12, makePart()});
+    const Lines lines = newTrace();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[1], notLoaded);
+    EXPECT_EQ(currentZemId, noZemId);
+    EXPECT_EQ(currentFilePath.text(), L"");
+}
+
+TEST_F(AnsweredCheckout, loadsThePartThatTheAnswerNames)
+{
+    const std::wstring part = makePart();
+    answerWith(L"PRT12 " + part);
+    EXPECT_EQ(m_load(0), 0);
+    const Lines lines = newTrace();
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[0], notInstalled);
+    EXPECT_EQ(lines[1],
+              L"ui DoFileOpen(\"" + part + L"\", false, false, 1, true, *, null) -> true");
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), notLoaded), 0);
+    EXPECT_EQ(currentZemId, 12u);
+    EXPECT_EQ(currentFilePath.text(), part);
+    EXPECT_EQ(fileTypePrefix, L"PRT");
+}
+
+TEST_F(AnsweredCheckout, tellsOfAnAnswerThatNamesNoFileOrNoNumber)
+{
+    for (const wchar_t* answer : {L"CAD C:\\f.mcam", L"CAD0 C:\\f.mcam", L"CAD7"}) {
+        answerWith(answer);
+        EXPECT_EQ(m_load(0), 0) << answer;
+        EXPECT_EQ(newTrace(), (Lines{notInstalled, notLoaded})) << answer;
+        EXPECT_EQ(currentZemId, 5u) << answer;
+    }
+}
+
+TEST_F(AnsweredCheckout, throwsOutOfTheEntryPointForAFirstWordOfTwoCharacters)
+{
+    answerWith(L"CA C:\\f.mcam");
+    EXPECT_THROW(m_load(0), std::out_of_range);
+    EXPECT_EQ(newTrace(), Lines{notInstalled});
+    EXPECT_EQ(fileTypePrefix, L"CA");
+    EXPECT_EQ(currentZemId, 5u);
+}

@@ -1,0 +1,308 @@
+// The listener's real thread in this process, driven through the command file.
+#include "addin/exports.h"
+#include "incoming/command_file.h"
+#include "incoming/command_dispatch.h"
+#include "platform/compiler.h"
+#include "incoming/listener.h"
+#include "companion/network_thread.h"
+#include "incoming/pending_request.h"
+#include "shared_state.h"
+#include "platform/text.h"
+#include "support/command_file_writer.h"
+#include "support/handles.h"
+#include "support/host_fixture.h"
+#include "support/ports.h"
+#include "support/system_calls.h"
+#include "support/threads.h"
+#include "support/watched_window.h"
+
+#include <winsock2.h>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const Lines checkInCalls = {L"other m_fclose(null, 0, null)", L"other set_db_unchanged()",
+                            LR"(other post_FT_command("Mastercam", "OnFileNew"))"};
+const Lines newFileCalls(checkInCalls.begin() + 1, checkInCalls.end());
+
+bool isSocketsLibraryStarted()
+{
+    const SOCKET any = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    return any != INVALID_SOCKET && closesocket(any) == 0;
+}
+
+class Listener : public HostFixture {
+protected:
+    Listener() { m_open(0); }
+    ~Listener() override { m_close(0); }
+
+    void send(std::string_view request)
+    {
+        ASSERT_TRUE(waitUntil([&] { return writeRequest(commandPath, request); }));
+    }
+    bool isEmptied()
+    {
+        return waitUntil([&] { return readBytes(commandPath) == ""; });
+    }
+    // A malformed request leaves nothing to see; the next good one shows that it is over.
+    void expectNextRequestServed()
+    {
+        newTrace();
+        send(openRequest(4711, ""));
+        EXPECT_EQ(newTrace(2), newFileCalls);
+        EXPECT_EQ(currentRequestId, 4711);
+    }
+
+    const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
+};
+
+std::vector<DWORD> pauses;
+
+void WINAPI endingSleep(DWORD milliseconds)
+{
+    pauses.push_back(milliseconds);
+    listenerStopFlag = 1;
+}
+
+class ListenerCycle : public HostFixture {
+protected:
+    // The pauses of one cycle, which sees the stop flag at its end.
+    static std::vector<DWORD> pausesOfOne()
+    {
+        leadCalls(&Sleep, "Sleep", &endingSleep);
+        EXPECT_EQ(listenerProcedure(nullptr), 0u);
+        return pauses;
+    }
+
+    const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
+};
+
+} // namespace
+
+TEST_F(Listener, opensTheFileOfAnOpenRequest)
+{
+    const std::wstring part = makePart();
+    send(openRequest(12, toUtf8(part)));
+    ASSERT_TRUE(waitUntil([] { return currentZemId == 12; }));
+    EXPECT_EQ(currentRequestId, 12);
+    EXPECT_EQ(currentFilePath.text(), part);
+    EXPECT_TRUE(isEmptied());
+}
+
+TEST_F(Listener, startsANewFileForAnEmptyPath)
+{
+    send(openRequest(7, ""));
+    EXPECT_EQ(newTrace(2), newFileCalls);
+    EXPECT_EQ(currentRequestId, 7);
+    EXPECT_FALSE(isRequestPending());
+}
+
+TEST_F(Listener, carriesOutACheckInInOrder)
+{
+    currentRequestId = 5;
+    currentZemId = 5;
+    currentFilePath.assign(L"C:\\a.mcam");
+    send("CHECKIN C:\\a.mcam");
+    EXPECT_EQ(newTrace(3), checkInCalls);
+    EXPECT_EQ(currentRequestId, 0);
+    EXPECT_EQ(currentZemId, 0u);
+    EXPECT_EQ(currentFilePath.text(), L"");
+}
+
+TEST_F(Listener, carriesOutACheckInOfTheWordAlone)
+{
+    send("CHECKIN");
+    EXPECT_EQ(newTrace(3), checkInCalls);
+}
+
+TEST_F(Listener, postsAWindowMoveOnACheckIn)
+{
+    const WatchedMessageWindow window;
+    send("CHECKIN ");
+    EXPECT_EQ(newTrace(3), checkInCalls); // the post comes before the last two
+    EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
+}
+
+TEST_F(Listener, goesOnWhenTheHostRaisesDuringACheckIn)
+{
+    for (const char* operation : {"m_fclose", "set_db_unchanged", "post_FT_command"})
+        standin::raiseNext(operation);
+    send("CHECKIN");
+    EXPECT_EQ(newTrace(3),
+              (Lines{L"other m_fclose(null, 0, null) raised", L"other set_db_unchanged() raised",
+                     LR"(other post_FT_command("Mastercam", "OnFileNew") raised)"}));
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+    expectNextRequestServed();
+}
+
+TEST_F(Listener, repostsARequestUntilTheHostIsReady)
+{
+    const std::wstring part = makePart();
+    standin::setState("backplot", L"true");
+    send(openRequest(12, toUtf8(part)));
+    ASSERT_TRUE(waitUntil([] { return isRequestPending(); }));
+    ASSERT_TRUE(isEmptied());
+    pumpMessages(); // the first post finds the host busy
+    EXPECT_TRUE(isRequestPending());
+    standin::setState("backplot", L"false");
+    EXPECT_TRUE(waitUntil([] { return currentZemId == 12; }));
+}
+
+TEST_F(Listener, replacesAPendingRequestByALaterOne)
+{
+    standin::setState("backplot", L"true");
+    send(openRequest(1, toUtf8(makePart(L"first.mcam"))));
+    ASSERT_TRUE(waitUntil([] { return currentRequestId == 1; }) && isEmptied());
+    send(openRequest(2, toUtf8(makePart(L"second.mcam"))));
+    ASSERT_TRUE(waitUntil([] { return currentRequestId == 2; }));
+    standin::setState("backplot", L"false");
+    ASSERT_TRUE(waitUntil([] { return currentZemId == 2; }));
+    EXPECT_EQ(recentFiles.size(), 1u);
+}
+
+TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
+{
+    using namespace std::string_view_literals;
+    const std::string_view malformed[] = {"\xEF\xBB\xBF"
+                                          "12"sv,
+                                          "a"sv,
+                                          "\xEF\xBB\xBF"
+                                          "abc C:\\a\n"sv,
+                                          "\xEF\xBB\xBF"
+                                          "2147483648 C:\\a\n"sv,
+                                          "\x80\xFF\xFE\xFD"sv,
+                                          "\0\0\0\0\0\0\0"sv,
+                                          "CHECKIN\n"sv,
+                                          "\xEF\xBB\xBF"
+                                          "CHECKIN x"sv};
+    for (const std::string_view text : malformed) {
+        currentRequestId = 1;
+        send(text);
+        ASSERT_TRUE(isEmptied());
+        expectNextRequestServed();
+    }
+}
+
+TEST_F(Listener, keepsTheRequestIdWhenARequestIsMalformed)
+{
+    currentRequestId = 5;
+    for (const char* text : {"nospace",
+                             "\xEF\xBB\xBF"
+                             "x C:\\a\n",
+                             "\xEF\xBB\xBF"
+                             "7"})
+        carryOutCommandText(text);
+    EXPECT_EQ(currentRequestId, 5);
+    EXPECT_FALSE(isRequestPending());
+}
+
+TEST_F(Listener, readsARequestOfExactly65536Bytes)
+{
+    std::string request = openRequest(8, std::string(65536 - 6, 'p'));
+    ASSERT_EQ(request.size(), 65536u);
+    send(request);
+    ASSERT_TRUE(waitUntil([] { return currentRequestId == 8; }));
+    EXPECT_TRUE(isEmptied());
+    EXPECT_EQ(newTrace(1), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
+}
+
+TEST_F(Listener, endsForGoodOnARequestOf65537BytesAndLeavesItInPlace)
+{
+    const std::string request = openRequest(8, std::string(65537 - 6, 'p'));
+    send(request);
+    EXPECT_EQ(WaitForSingleObject(listenerThread, generousMs), WAIT_OBJECT_0);
+    EXPECT_EQ(readBytes(commandPath), request);
+    EXPECT_EQ(currentRequestId, 0);
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(Listener, makesANewCommandFileWhenSomebodyDeletedIt)
+{
+    ASSERT_TRUE(DeleteFileW(commandPath.c_str()));
+    expectNextRequestServed();
+}
+
+TEST_F(Listener, letsGoOfACommandFileThatWasMovedAway)
+{
+    expectNextRequestServed();
+    const size_t before = countHandles();
+    ASSERT_TRUE(MoveFileW(commandPath.c_str(), installation.path(L"moved.dat").c_str()));
+    expectNextRequestServed();
+    EXPECT_EQ(countHandles(), before);
+}
+
+TEST(CommandFile, isNotCreatedUnderAPathThatAZeroCutsShort)
+{
+    const Installation installation;
+    const std::wstring other = installation.path(L"precious.txt");
+    writeBytes(other, "precious");
+    EXPECT_EQ(createCommandFile(other + L'\0' + L"\\temp\\x.dat"), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(readBytes(other), "precious");
+}
+
+TEST(CommandFile, isEmptiedAndRemovedUnderItsNameWhereALinkLiesInItsPlace)
+{
+    const Installation installation;
+    const std::wstring other = installation.path(L"linked.txt");
+    const std::wstring path = installation.commandFile(1);
+    writeBytes(other, "linked");
+    ASSERT_TRUE(CreateHardLinkW(path.c_str(), other.c_str(), nullptr));
+    CloseHandle(createCommandFileOrNull(path));
+    EXPECT_FALSE(readBytes(path).has_value());
+    EXPECT_EQ(readBytes(other), "");
+}
+
+TEST_F(Listener, keepsItsFileSharedForReadingWritingAndDeleting)
+{
+    const HANDLE file = CreateFileW(commandPath.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(file, INVALID_HANDLE_VALUE);
+    CloseHandle(file);
+}
+
+TEST_F(Listener, findsItsOwnFileClosedToItsProbe)
+{
+    EXPECT_FALSE(opensDenyingNone(truncateToBytes(commandPath).c_str()));
+    writeBytes(installation.path(L"free.txt"), "");
+    EXPECT_TRUE(opensDenyingNone(truncateToBytes(installation.path(L"free.txt")).c_str()));
+}
+
+TEST_F(ListenerCycle, pausesOnceOverItsOwnFile)
+{
+    commandFile = createCommandFileOrNull(commandPath);
+    EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100}));
+    CloseHandle(commandFile);
+}
+
+TEST_F(ListenerCycle, pausesTwiceOverAFileOfSomebodyElses)
+{
+    writeBytes(commandPath, "");
+    EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100, 100}));
+}
+
+TEST_F(Listener, usesTheWholeTextAlsoWhenLessCouldBeRead)
+{
+    EXPECT_EQ(readCommandFile(INVALID_HANDLE_VALUE, 3), std::string(3, '\0'));
+    EXPECT_EQ(commandFileSize(INVALID_HANDLE_VALUE), 0);
+}
+
+TEST_F(Listener, runsBesideANetworkThreadThatHasStartedTheSocketsLibrary)
+{
+    EXPECT_TRUE(waitUntil([] { return isSocketsLibraryStarted(); }));
+    // This one and the listener are left.
+    EXPECT_TRUE(waitUntil([] { return countThreads(GetCurrentProcessId()) == 2; }));
+}
+
+TEST(NetworkThread, endsWithASocketThatListensNowhere)
+{
+    ASSERT_FALSE(isSocketsLibraryStarted());
+    EXPECT_EQ(networkThread(nullptr), 0u);
+    EXPECT_TRUE(isSocketsLibraryStarted());
+    const size_t before = countHandles();
+    EXPECT_EQ(networkThread(nullptr), 0u);
+    EXPECT_EQ(countHandles(), before + 1); // the socket stays open
+    EXPECT_EQ(connectTo(20248), WSAECONNREFUSED);
+}

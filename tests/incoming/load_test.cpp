@@ -1,0 +1,382 @@
+#include "incoming/load.h"
+
+#include "incoming/open_file.h"
+#include "host/host.h"
+#include "host/message_box.h"
+#include "shared_state.h"
+#include "support/companion_double.h"
+#include "support/host_fixture.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+constexpr wchar_t notThere[] = LR"(ui message-box("TORVA ZEM", "The file does not exist."))";
+constexpr wchar_t notLoaded[] = LR"(ui message-box("TORVA ZEM", "Failed to load file."))";
+
+class LoadPipeline : public HostFixture {
+protected:
+    LoadPipeline() { installation.endStandardInput(); }
+
+    std::wstring opened(const std::wstring& path, const wchar_t* result = L"-> true")
+    {
+        return L"ui DoFileOpen(\"" + path + L"\", false, false, 1, true, *, null) " + result;
+    }
+    std::wstring saved(const std::wstring& path, const wchar_t* window = L"main",
+                       const wchar_t* result = L"-> true")
+    {
+        return L"ui CFile_DoFileSave(\"" + path + L"\", " + window + L", false, false) " + result;
+    }
+    std::wstring introduced(const std::wstring& path)
+    {
+        return L"ui CMastercamInterface.position1(\"" + path + L"\")";
+    }
+    // What a load of a part file does in the host.
+    Lines wholeLoad(const std::wstring& path)
+    {
+        return {opened(path),  unchanged,   introduced(path), viewRefreshed,
+                hostRefreshed, saved(path), unchanged};
+    }
+    std::string logged(std::initializer_list<int> numbers, const std::wstring& path)
+    {
+        std::string text;
+        for (const int number : numbers)
+            text += "Loading File #" + std::to_string(number) + ": " + toUtf8(path) + "\r\n";
+        return text;
+    }
+    void setSettings(std::string_view bytes)
+    {
+        writeBytes(installation.path(L"cfg\\settings.ini"), bytes);
+    }
+
+    const std::wstring unchanged = L"ui set_db_unchanged()";
+    const std::wstring viewRefreshed = L"ui CMastercamView.position0()";
+    const std::wstring hostRefreshed = L"ui CMastercamInterface.position3()";
+};
+
+} // namespace
+
+TEST_F(LoadPipeline, opensNamesAndSavesAPartFileInOrder)
+{
+    const std::wstring path = makePart(L"new part.emcam");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace(), wholeLoad(path));
+    EXPECT_EQ(standin::state("geo_filename"), installation.path(L"new part.mcam"));
+    EXPECT_EQ(standin::state("db_changed"), L"false");
+    EXPECT_EQ(debugLogText(), logged({1, 2, 3, 4, 5, 6, 7}, path));
+}
+
+TEST_F(LoadPipeline, logsItsPathInTheSystemsCodePage)
+{
+    const std::wstring path = installation.path(L"missing \u00C4\u4E00.mcam");
+    EXPECT_FALSE(loadFile(path));
+    EXPECT_EQ(debugLogText(),
+              "Loading File #1: " + toUtf8(installation.path(L"missing ")) + "\xC4?.mcam\r\n");
+}
+
+TEST_F(LoadPipeline, forgetsTheCurrentFileFirst)
+{
+    currentZemId = 5;
+    currentFilePath.assign(L"C:\\old.mcam");
+    captureOnClosePending = true;
+    event37Seen = true;
+    ncPathNumber = 3;
+    EXPECT_FALSE(loadFile(installation.path(L"missing.mcam")));
+    EXPECT_EQ(currentZemId, noZemId);
+    EXPECT_EQ(currentFilePath.text(), L"");
+    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_FALSE(event37Seen);
+    EXPECT_EQ(ncPathNumber, -1);
+}
+
+TEST_F(LoadPipeline, endsWithoutAWordWhenTheHostCannotOpenTheFile)
+{
+    const std::wstring path = makePart();
+    standin::failNext("DoFileOpen");
+    EXPECT_FALSE(loadFile(path));
+    EXPECT_EQ(newTrace(), Lines{opened(path, L"-> false")});
+    EXPECT_EQ(debugLogText(), logged({1}, path));
+}
+
+TEST_F(LoadPipeline, takesARaisedExceptionForAFailedOpening)
+{
+    const std::wstring path = makePart();
+    standin::raiseNext("DoFileOpen");
+    EXPECT_FALSE(loadFile(path));
+    EXPECT_EQ(newTrace(), Lines{opened(path, L"raised")});
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(LoadPipeline, cutsTheDocumentsNameAtTheLastDotOfTheWholePath)
+{
+    CreateDirectoryW(installation.path(L"a.b").c_str(), nullptr);
+    const std::wstring path = makePart(L"a.b\\part");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(standin::state("geo_filename"), installation.path(L"a.mcam"));
+}
+
+TEST_F(LoadPipeline, cutsALongDocumentNameAt260Characters)
+{
+    std::wstring folder = installation.root();
+    while (folder.size() < 255) {
+        folder += L"\\" + std::wstring(std::min<size_t>(100, 259 - folder.size()), L'f');
+        CreateDirectoryW((L"\\\\?\\" + folder).c_str(), nullptr);
+    }
+    const std::wstring path = L"\\\\?\\" + folder + L"\\part.mcam";
+    writeBytes(path, "");
+    ASSERT_GT(path.size(), 260u);
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(std::wstring(geo_filename, 260), path.substr(0, 260));
+}
+
+TEST_F(LoadPipeline, showsTheDocumentInTheTitle)
+{
+    const std::wstring path = makePart(L"new.mcam");
+    std::wstring raised = path;
+    CharUpperBuffW(raised.data(), static_cast<DWORD>(raised.size()));
+    standin::setState("title", L"Host - part  C:\\OLD.MCAM");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(standin::state("title"), L"Host - part  " + raised);
+    standin::setState("title", L"Host - part");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(standin::state("title"), L"Host - part  " + raised);
+}
+
+TEST_F(LoadPipeline, readsNoMoreThan1023CharactersOfTheTitle)
+{
+    const std::wstring path = makePart(L"n.mcam");
+    standin::setState("title", std::wstring(1100, L't'));
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(standin::state("title").substr(0, 1025), std::wstring(1023, L't') + L"  ");
+}
+
+TEST_F(LoadPipeline, appliesTheMachineOfTheRequestAndDeletesItsFile)
+{
+    const std::wstring path = makePart();
+    const std::wstring settings = installation.path(L"temp\\mcsettings-17.txt");
+    writeBytes(settings, "17|3|4|C:\\Machines\\Mill 3-axis.mcam-mmd\n");
+    currentRequestId = 17;
+    EXPECT_TRUE(loadFile(path));
+    Lines expected = wholeLoad(path);
+    expected.insert(expected.begin() + 1,
+                    LR"(ui SetActiveMachine("C:\Machines\Mill 3-axis.mcam-mmd") -> true)");
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(ncPathNumber, 3);
+    EXPECT_EQ(secondSettingsNumber, 4);
+    EXPECT_FALSE(readBytes(settings).has_value());
+    EXPECT_TRUE(loadFile(path)); // a second load finds no file and changes nothing
+    EXPECT_EQ(newTrace(), wholeLoad(path));
+    EXPECT_EQ(ncPathNumber, -1);
+    EXPECT_EQ(secondSettingsNumber, 4);
+}
+
+TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
+{
+    const std::wstring path = makePart(L"model.catpart");
+    const std::wstring named = installation.path(L"model.mcam");
+    CompanionDouble companion;
+    companion.holdSemaphore();
+    recordCompanionStarts(installation);
+    standin::setState("title", L"Host");
+    writeBytes(installation.path(L"temp\\mcsettings-17.txt"), "0|1|2|C:\\M.mcam-mmd\n");
+    currentRequestId = 17;
+    fileTypePrefix = L"CAD";
+    event37Seen = true;
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace(),
+              (Lines{opened(path), LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
+                     LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
+                     L"ui CFile_DoFileSave(\"" + named + L"\", main, false, true) -> true",
+                     viewRefreshed, hostRefreshed, LR"(ui NCPrefix(null) -> "C:\NC\")",
+                     L"ui screen_to_bitmap_file(\"" + installation.path(L"commit\\screendump.bmp") +
+                         L"\", false) -> true"}));
+    EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --commit \"" + named + L'"'});
+    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(standin::state("title"), L"Host");
+    EXPECT_EQ(debugLogText(), logged({1, 2, 3}, path) + logged({3}, L"CAD"));
+}
+
+TEST_F(LoadPipeline, loadsACadFileAlsoWhenTheHostRaisesInItsSetupSheet)
+{
+    const std::wstring path = makePart(L"model.catpart");
+    setSettings("AlwaysSaveTools=y\n");
+    currentRequestId = 17;
+    fileTypePrefix = L"CAD";
+    ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
+    EXPECT_TRUE(openFile(17, path));
+    EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(currentFilePath.text(), path);
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(LoadPipeline, takesOnlyTheExactPrefixForACadFile)
+{
+    const std::wstring path = makePart();
+    for (const wchar_t* prefix : {L"cad", L"CA", L""}) {
+        fileTypePrefix = prefix;
+        EXPECT_TRUE(loadFile(path));
+        EXPECT_EQ(newTrace(), wholeLoad(path)) << prefix;
+    }
+}
+
+TEST_F(LoadPipeline, savesWithoutAParentWhenTheHostHasNoInterface)
+{
+    const std::wstring path = makePart();
+    standin::failNext("GetMastercamApp");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace(), (Lines{opened(path), unchanged, saved(path, L"null"), unchanged}));
+}
+
+TEST_F(LoadPipeline, goesOnWhenALaterStepFails)
+{
+    const std::wstring path = makePart();
+    standin::failNext("CFile_DoFileSave");
+    EXPECT_TRUE(loadFile(path));
+    Lines expected = wholeLoad(path);
+    expected[5] = saved(path, L"main", L"-> false");
+    EXPECT_EQ(newTrace(), expected);
+}
+
+TEST_F(LoadPipeline, goesOnWhenTheHostRejectsTheMachine)
+{
+    const std::wstring path = makePart();
+    writeBytes(installation.path(L"temp\\mcsettings-0.txt"), "C:\\M.mcam-mmd");
+    standin::failNext("SetActiveMachine");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace()[1], LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> false)");
+    EXPECT_FALSE(readBytes(installation.path(L"temp\\mcsettings-0.txt")).has_value());
+}
+
+TEST_F(LoadPipeline, outlivesAnExceptionAtEachHostCall)
+{
+    struct Case {
+        const char* operation;
+        size_t line; // of the whole load's trace; the raised call stands there
+    };
+    const Case cases[] = {{"SetActiveMachine", 1},
+                          {"set_db_unchanged", 2},
+                          {"CMastercamInterface.position1", 3},
+                          {"CMastercamView.position0", 4},
+                          {"CMastercamInterface.position3", 5},
+                          {"CFile_DoFileSave", 6}};
+    const std::wstring path = makePart();
+    const std::wstring machine = LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)";
+    for (const Case& c : cases) {
+        writeBytes(installation.path(L"temp\\mcsettings-0.txt"), "C:\\M.mcam-mmd\n");
+        Lines expected = wholeLoad(path);
+        expected.insert(expected.begin() + 1, machine);
+        std::wstring& line = expected[c.line];
+        line = line.substr(0, line.find(L" -> ")) + L" raised";
+        ASSERT_TRUE(standin::raiseNext(c.operation)) << c.operation;
+        EXPECT_TRUE(loadFile(path)) << c.operation;
+        EXPECT_EQ(newTrace(), expected) << c.operation;
+        EXPECT_EQ(standin::undeletedExceptions(), 0) << c.operation;
+    }
+}
+
+TEST_F(LoadPipeline, wakesTheCatiaReaderWhenTheSettingsSaySo)
+{
+    const std::wstring path = makePart();
+    const std::wstring woken = L"ui catread5x.m_notify(6) -> 0";
+    for (const char* settings : {"MCXCATIA=y\n", "MCXCATIA=Y\n"}) {
+        setSettings(settings);
+        EXPECT_TRUE(loadFile(path));
+        EXPECT_EQ(newTrace()[2], woken) << settings;
+    }
+    EXPECT_NE(GetModuleHandleW(L"catread5x.dll"), nullptr); // loaded for good
+}
+
+TEST_F(LoadPipeline, leavesTheCatiaReaderAloneOtherwise)
+{
+    const std::wstring path = makePart();
+    for (const char* settings : {"MCXCATIA=yes\n", "MCXCATIA=n\n", "MCXCATIA= y\n", "MCXCATIA=y"}) {
+        setSettings(settings);
+        EXPECT_TRUE(loadFile(path));
+        EXPECT_EQ(newTrace(), wholeLoad(path)) << settings;
+    }
+}
+
+TEST_F(LoadPipeline, passesOverACatiaReaderItCannotReach)
+{
+    const std::wstring path = makePart();
+    setSettings("MCXCATIA=y\n");
+    standin::failNext("GetApp");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace(), wholeLoad(path));
+    standin::raiseNext("GetApp");
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace(), wholeLoad(path));
+}
+
+TEST_F(LoadPipeline, makesTheOpenedFileTheCurrentOne)
+{
+    const std::wstring path = makePart();
+    EXPECT_TRUE(openFile(12, path));
+    EXPECT_EQ(currentZemId, 12u);
+    EXPECT_EQ(currentFilePath.text(), path);
+    ASSERT_EQ(recentFiles.size(), 1u);
+    EXPECT_EQ(recentFiles[0].id, 12);
+    EXPECT_EQ(recentFiles[0].path, path);
+}
+
+TEST_F(LoadPipeline, keepsANegativeIdAsItsUnsignedValue)
+{
+    EXPECT_TRUE(openFile(-2, makePart()));
+    EXPECT_EQ(currentZemId, 0xFFFFFFFEu);
+}
+
+TEST_F(LoadPipeline, restoresAndActivatesTheHostsWindow)
+{
+    const HWND window = getMainFrameWindow();
+    ShowWindow(window, SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(window));
+    EXPECT_TRUE(openFile(1, makePart()));
+    EXPECT_FALSE(IsIconic(window));
+    EXPECT_EQ(GetActiveWindow(), window);
+}
+
+TEST_F(LoadPipeline, activatesTheHostsWindowOverAnotherAndLeavesItsSize)
+{
+    const HWND window = getMainFrameWindow();
+    CompanionDouble companion;
+    const HWND other = companion.showWindow();
+    for (const int size : {SW_SHOWNORMAL, SW_SHOWMAXIMIZED}) {
+        ShowWindow(window, size);
+        SetActiveWindow(other);
+        ASSERT_EQ(GetActiveWindow(), other);
+        EXPECT_TRUE(openFile(1, makePart()));
+        EXPECT_EQ(GetActiveWindow(), window);
+        EXPECT_EQ(IsZoomed(window) != FALSE, size == SW_SHOWMAXIMIZED);
+    }
+}
+
+TEST_F(LoadPipeline, refusesSilentlyWhileTheHostIsBusy)
+{
+    standin::setState("backplot", L"true");
+    EXPECT_FALSE(openFile(1, makePart()));
+    EXPECT_EQ(newTrace(), Lines{});
+    EXPECT_TRUE(recentFiles.empty());
+}
+
+TEST_F(LoadPipeline, tellsOfAMissingFileAndRemembersItAllTheSame)
+{
+    EXPECT_FALSE(openFile(1, installation.path(L"missing.mcam")));
+    EXPECT_EQ(newTrace(), Lines{notThere});
+    EXPECT_EQ(recentFiles.size(), 1u);
+    EXPECT_FALSE(openFile(2, installation.path(L"temp"))); // a folder is no file
+    EXPECT_EQ(newTrace(), Lines{notThere});
+}
+
+TEST_F(LoadPipeline, tellsOfAFileThatCannotBeLoadedAndForgetsTheCurrentOne)
+{
+    const std::wstring path = makePart();
+    currentZemId = 5;
+    currentFilePath.assign(L"C:\\old.mcam");
+    standin::failNext("DoFileOpen");
+    EXPECT_FALSE(openFile(1, path));
+    EXPECT_EQ(newTrace(), (Lines{opened(path, L"-> false"), notLoaded}));
+    EXPECT_EQ(currentZemId, noZemId);
+    EXPECT_EQ(currentFilePath.text(), L"");
+}

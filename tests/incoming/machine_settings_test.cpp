@@ -1,0 +1,141 @@
+#include "incoming/machine_settings.h"
+
+#include "shared_state.h"
+#include "support/host_fixture.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+class MachineSettingsFile : public HostFixture {
+protected:
+    std::wstring file(int id) const
+    {
+        return installation.path(L"temp\\mcsettings-" + std::to_wstring(id) + L".txt");
+    }
+    bool exists(int id) const { return readBytes(file(id)).has_value(); }
+    static std::wstring activated(const std::wstring& path)
+    {
+        return L"ui SetActiveMachine(\"" + path + L"\") -> true";
+    }
+};
+
+} // namespace
+
+TEST_F(MachineSettingsFile, isReadOnItsFirstLineOnly)
+{
+    currentRequestId = -3;
+    writeBytes(file(-3), "-3|8|9|C:\\First\r\n-3|1|1|C:\\Second\r\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{activated(L"C:\\First")});
+    EXPECT_EQ(ncPathNumber, 8);
+    EXPECT_EQ(secondSettingsNumber, 9);
+    EXPECT_FALSE(exists(-3));
+}
+
+TEST_F(MachineSettingsFile, ofAnotherRequestIsLeftAlone)
+{
+    currentRequestId = 1;
+    writeBytes(file(2), "2|8|9|C:\\M");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{});
+    EXPECT_EQ(ncPathNumber, -1);
+    EXPECT_TRUE(exists(2));
+}
+
+TEST_F(MachineSettingsFile, staysWhenItIsEmptyAndStaysOpen)
+{
+    writeBytes(file(0), "");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{});
+    EXPECT_TRUE(exists(0));
+    EXPECT_FALSE(DeleteFileW(file(0).c_str())); // open without sharing its deletion
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
+}
+
+TEST_F(MachineSettingsFile, isPassedOverWhileItIsLocked)
+{
+    writeBytes(file(0), "0|8|9|C:\\M\n");
+    const HANDLE lock = CreateFileW(file(0).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{});
+    CloseHandle(lock);
+    EXPECT_TRUE(exists(0));
+}
+
+TEST_F(MachineSettingsFile, withoutBarsIsTheMachineWhole)
+{
+    ncPathNumber = 5;
+    secondSettingsNumber = 6;
+    writeBytes(file(0), "C:\\whole line\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{activated(L"C:\\whole line")});
+    EXPECT_EQ(ncPathNumber, 5);
+    EXPECT_EQ(secondSettingsNumber, 6);
+}
+
+TEST_F(MachineSettingsFile, givesTheHostThePathOfAMachineAsItStands)
+{
+    writeBytes(installation.path(L"a.txt"), "precious");
+    const Lines paths = {L"..\\..\\a.txt",
+                         installation.path(L"temp\\..\\a.txt"),
+                         L"\\\\server.invalid\\share\\m",
+                         L"NUL",
+                         L"COM1",
+                         L"\\\\.\\pipe\\nobodys",
+                         L"\\\\?\\C:\\m",
+                         L"C:\\a.txt:stream"};
+    for (const std::wstring& path : paths) {
+        writeBytes(file(0), "0|8|9|" + toUtf8(path) + '\n');
+        transferMachineSettings();
+        EXPECT_EQ(newTrace(), Lines{activated(path)});
+        EXPECT_FALSE(exists(0));
+    }
+    EXPECT_EQ(readBytes(installation.path(L"a.txt")), "precious");
+}
+
+TEST_F(MachineSettingsFile, isNamedByTheRequestsNumberAlone)
+{
+    for (const std::int32_t id : {std::int32_t{INT32_MIN}, std::int32_t{INT32_MAX}}) {
+        currentRequestId = id;
+        writeBytes(file(id), "x");
+        transferMachineSettings();
+        EXPECT_FALSE(exists(id));
+    }
+    EXPECT_EQ(newTrace(), Lines(2, activated(L"x")));
+}
+
+TEST_F(MachineSettingsFile, activatesTheMachineTwiceForACadFile)
+{
+    fileTypePrefix = L"CAD";
+    writeBytes(file(0), "0|1|2|C:\\M\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), (Lines{activated(L"C:\\M"), activated(L"C:\\M")}));
+}
+
+TEST_F(MachineSettingsFile, isDeletedAlsoWhenTheHostRaises)
+{
+    fileTypePrefix = L"CAD";
+    writeBytes(file(0), "0|1|2|C:\\M\n");
+    standin::raiseNext("SetActiveMachine");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), (Lines{LR"(ui SetActiveMachine("C:\M") raised)", activated(L"C:\\M")}));
+    EXPECT_FALSE(exists(0));
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(MachineSettingsFile, isWidenedByteByByte)
+{
+    writeBytes(file(0), "0|1|2|C:\\\x80\xC4\xFF\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{activated(L"C:\\\x80\xC4\xFF")});
+}
+
+TEST_F(MachineSettingsFile, isCutAfter1023Characters)
+{
+    writeBytes(file(0), std::string(1000, 'x') + "|" + std::string(100, 'p') + "\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{activated(std::wstring(22, L'p'))});
+}

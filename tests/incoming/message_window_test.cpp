@@ -1,0 +1,205 @@
+#include "incoming/message_window.h"
+
+#include "host/host.h"
+#include "companion/identifiers.h"
+#include "host/message_box.h"
+#include "incoming/pending_request.h"
+#include "shared_state.h"
+#include "support/host_fixture.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+class MessageWindow : public HostFixture {
+protected:
+    MessageWindow()
+    {
+        registerMessages();
+        messageWindow = createMessageWindow();
+    }
+    ~MessageWindow() override { DestroyWindow(messageWindow); }
+
+    LRESULT sendOpenMessage() { return SendMessageW(messageWindow, openMessage, 0, 0); }
+    bool hasOpened()
+    {
+        for (const std::wstring& line : newTrace()) {
+            if (line.find(L"DoFileOpen") != line.npos)
+                return true;
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+TEST_F(MessageWindow, registersTheThreeMessagesByTheirNames)
+{
+    EXPECT_EQ(openMessage, RegisterWindowMessageW(openMessageName.c_str()));
+    EXPECT_EQ(commitMessage, RegisterWindowMessageW(commitMessageName.c_str()));
+    EXPECT_EQ(getCheckedOutMessage, RegisterWindowMessageW(getCheckedOutMessageName.c_str()));
+    EXPECT_NE(openMessage, commitMessage);
+    EXPECT_GE(openMessage, 0xC000u);
+}
+
+TEST_F(MessageWindow, isHiddenOfItsClassAndOwnedByTheMainWindow)
+{
+    wchar_t name[256];
+    ASSERT_NE(messageWindow, nullptr);
+    GetClassNameW(messageWindow, name, 256);
+    EXPECT_EQ(name, hostInstanceName);
+    GetWindowTextW(messageWindow, name, 256);
+    EXPECT_STREQ(name, L"");
+    EXPECT_FALSE(IsWindowVisible(messageWindow));
+    EXPECT_EQ(GetWindow(messageWindow, GW_OWNER), getMainFrameWindow());
+    const LONG style = GetWindowLongW(messageWindow, GWL_STYLE);
+    EXPECT_EQ(style & WS_OVERLAPPEDWINDOW, WS_OVERLAPPEDWINDOW);
+}
+
+TEST_F(MessageWindow, cannotBeCreatedTwiceInAProcess)
+{
+    EXPECT_EQ(createMessageWindow(), nullptr);
+}
+
+TEST_F(MessageWindow, answersZeroWithoutAPendingRequest)
+{
+    EXPECT_EQ(sendOpenMessage(), 0);
+    EXPECT_FALSE(hasOpened());
+}
+
+TEST_F(MessageWindow, opensThePendingRequestOnce)
+{
+    const std::wstring part = makePart();
+    parkOpenRequest(12, part);
+    EXPECT_TRUE(isRequestPending());
+    EXPECT_EQ(sendOpenMessage(), 1);
+    EXPECT_FALSE(isRequestPending());
+    EXPECT_TRUE(hasOpened());
+    EXPECT_EQ(currentZemId, 12u);
+    EXPECT_EQ(sendOpenMessage(), 0);
+}
+
+TEST_F(MessageWindow, isToldOfAParkedRequestByAPost)
+{
+    parkOpenRequest(12, makePart());
+    EXPECT_TRUE(waitUntil([] { return currentZemId == 12; }));
+}
+
+TEST_F(MessageWindow, leavesTheRequestPendingWhileTheMainWindowIsDisabled)
+{
+    parkOpenRequest(12, makePart());
+    standin::setState("main_window_enabled", L"false");
+    EXPECT_FALSE(isHostReady());
+    EXPECT_EQ(sendOpenMessage(), 0);
+    EXPECT_TRUE(isRequestPending());
+    EXPECT_FALSE(hasOpened());
+    standin::setState("main_window_enabled", L"true");
+    EXPECT_TRUE(isHostReady());
+    EXPECT_EQ(sendOpenMessage(), 1);
+    EXPECT_TRUE(hasOpened());
+}
+
+TEST_F(MessageWindow, leavesTheRequestPendingDuringABackplot)
+{
+    parkOpenRequest(12, makePart());
+    standin::setState("backplot", L"true");
+    EXPECT_FALSE(isHostReady());
+    EXPECT_EQ(sendOpenMessage(), 0);
+    EXPECT_TRUE(isRequestPending());
+    standin::setState("backplot", L"false");
+    EXPECT_EQ(sendOpenMessage(), 1);
+}
+
+TEST_F(MessageWindow, leavesTheRequestPendingWhenTheHostCannotSayWhetherItBackplots)
+{
+    parkOpenRequest(12, makePart());
+    standin::raiseNext("BackplotActive");
+    EXPECT_EQ(sendOpenMessage(), 0);
+    EXPECT_TRUE(isRequestPending());
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+    EXPECT_EQ(sendOpenMessage(), 1);
+}
+
+TEST_F(MessageWindow, takesTheRequestAlsoWhenItsFileCannotBeOpened)
+{
+    parkOpenRequest(12, installation.path(L"missing.mcam"));
+    EXPECT_EQ(sendOpenMessage(), 1);
+    EXPECT_FALSE(isRequestPending());
+    EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
+}
+
+TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
+{
+    // The message box over the missing file is the moment at which the next one comes in.
+    const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
+        if (code == HCBT_ACTIVATE && currentRequestId != 2) {
+            currentRequestId = 2;
+            parkOpenRequest(2, L"C:\\next.mcam");
+        }
+        return CallNextHookEx(nullptr, code, window, l);
+    };
+    parkOpenRequest(1, installation.path(L"missing.mcam"));
+    const HHOOK hook = SetWindowsHookExW(WH_CBT, parkNext, nullptr, GetCurrentThreadId());
+    EXPECT_EQ(sendOpenMessage(), 1);
+    UnhookWindowsHookEx(hook);
+    const auto request = takeOpenRequest();
+    ASSERT_TRUE(request.has_value());
+    EXPECT_EQ(request->id, 2);
+}
+
+TEST_F(MessageWindow, givesEveryOtherMessageTheDefaultTreatment)
+{
+    parkOpenRequest(12, makePart());
+    SendMessageW(messageWindow, WM_MOVE, 0, 0);
+    SendMessageW(messageWindow, commitMessage, 0, 0);
+    SendMessageW(messageWindow, getCheckedOutMessage, 0, 0);
+    EXPECT_TRUE(isRequestPending());
+    SendMessageW(messageWindow, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"title"));
+    wchar_t title[16];
+    GetWindowTextW(messageWindow, title, 16);
+    EXPECT_STREQ(title, L"title");
+}
+
+TEST_F(MessageWindow, isForgottenWhenSomebodyClosesIt)
+{
+    SendMessageW(messageWindow, WM_CLOSE, 0, 0);
+    EXPECT_EQ(messageWindow, nullptr);
+    parkOpenRequest(12, makePart()); // stays pending; nothing is posted anywhere
+    pumpMessages();
+    EXPECT_TRUE(isRequestPending());
+}
+
+TEST_F(MessageWindow, takesTheOpenMessageForItselfAlone)
+{
+    const HWND other = CreateWindowExW(0, hostInstanceName.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0,
+                                       10, 10, nullptr, nullptr, nullptr, nullptr);
+    parkOpenRequest(12, makePart());
+    EXPECT_EQ(SendMessageW(other, openMessage, 0, 0), 0);
+    EXPECT_TRUE(isRequestPending());
+    DestroyWindow(other);
+}
+
+TEST_F(MessageWindow, holdsOnlyTheLatestRequest)
+{
+    const std::wstring second = makePart(L"second.mcam");
+    parkOpenRequest(1, makePart(L"first.mcam"));
+    parkOpenRequest(2, second);
+    const auto request = takeOpenRequest();
+    ASSERT_TRUE(request.has_value());
+    EXPECT_EQ(request->id, 2);
+    EXPECT_EQ(request->path, second);
+    EXPECT_FALSE(takeOpenRequest().has_value());
+}
+
+TEST_F(MessageWindow, knowsNoRequestWithIdMinusOneOrWithoutAPath)
+{
+    parkOpenRequest(-1, L"C:\\a.mcam");
+    EXPECT_FALSE(isRequestPending());
+    parkOpenRequest(5, L"");
+    EXPECT_FALSE(isRequestPending());
+    parkOpenRequest(5, L"C:\\a.mcam");
+    EXPECT_TRUE(isRequestPending());
+    clearOpenRequest();
+    EXPECT_FALSE(isRequestPending());
+}

@@ -1,0 +1,330 @@
+#include "outgoing/commit.h"
+
+#include "shared_state.h"
+#include "support/companion_double.h"
+#include "support/host_fixture.h"
+#include "support/line_receiver.h"
+#include "support/system_calls.h"
+
+#include <algorithm>
+
+using namespace torvapdm;
+using namespace testing_support;
+using namespace std::string_literals;
+
+namespace {
+
+const std::wstring notCommitted =
+    LR"(ui message-box("TORVA ZEM", "Failed to commit file to ZEM."))";
+const std::wstring notStarted =
+    LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
+
+class CommitRequest : public HostFixture {
+protected:
+    CommitRequest()
+    {
+        installation.endStandardInput();
+        standin::setState("geo_filename", L"C:\\a.mcam");
+        currentZemId = 42;
+    }
+    void runCompanion()
+    {
+        companion.holdSemaphore();
+        companion.showWindow();
+    }
+    std::string records() const { return readBytes(requestFile).value_or("none"); }
+
+    CompanionDouble companion;
+    // The Companion's process is the test's own.
+    const std::wstring requestFile =
+        installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
+};
+
+// The record of C:\a.mcam for id 42.
+const std::string recordOfA = "\x2A\0\0\0\x09\0\0\0C\0:\0\\\0a\0.\0m\0c\0a\0m\0"s;
+
+// A handle to the request file with this sharing, closed with its object.
+struct OtherHandle {
+    OtherHandle(const std::wstring& path, DWORD sharing)
+        : file(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, sharing, nullptr,
+                           OPEN_ALWAYS, 0, nullptr))
+    {
+    }
+    ~OtherHandle() { CloseHandle(file); }
+    HANDLE file;
+};
+
+// The calls that an append makes, in their order, while they go through here.
+std::vector<std::string> appendCalls;
+bool doAppendCallsFail = false;
+const std::vector<std::string> appendOf26BytesAt7 = {"seek 0 0 2", "lock 7 0 26 0", "write 26",
+                                                     "unlock 7 0 26 0"};
+// For reading and writing, shared for all, made when missing.
+const std::string opening = "open " + std::to_string(0xC0000000) + " 7 4 0";
+
+void note(const char* call, std::vector<DWORD> numbers)
+{
+    std::string line = call;
+    for (const DWORD number : numbers)
+        line += ' ' + std::to_string(number);
+    appendCalls.push_back(line);
+}
+
+DWORD WINAPI notedSetFilePointer(HANDLE file, LONG low, PLONG high, DWORD method)
+{
+    note("seek", {static_cast<DWORD>(low), static_cast<DWORD>(*high), method});
+    return systems(&SetFilePointer, "SetFilePointer")(file, low, high, method);
+}
+
+BOOL WINAPI notedLockFile(HANDLE file, DWORD low, DWORD high, DWORD length, DWORD lengthHigh)
+{
+    note("lock", {low, high, length, lengthHigh});
+    return !doAppendCallsFail &&
+           systems(&LockFile, "LockFile")(file, low, high, length, lengthHigh);
+}
+
+BOOL WINAPI notedWriteFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written,
+                           LPOVERLAPPED overlapped)
+{
+    note("write", {size});
+    return !doAppendCallsFail &&
+           systems(&WriteFile, "WriteFile")(file, bytes, size, written, overlapped);
+}
+
+BOOL WINAPI notedUnlockFile(HANDLE file, DWORD low, DWORD high, DWORD length, DWORD lengthHigh)
+{
+    note("unlock", {low, high, length, lengthHigh});
+    return !doAppendCallsFail &&
+           systems(&UnlockFile, "UnlockFile")(file, low, high, length, lengthHigh);
+}
+
+HANDLE WINAPI notedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES own,
+                              DWORD disposition, DWORD flags, HANDLE model)
+{
+    note("open", {access, sharing, disposition, flags});
+    return systems(&CreateFileW, "CreateFileW")(path, access, sharing, own, disposition, flags,
+                                                model);
+}
+
+BOOL WINAPI notedCloseHandle(HANDLE handle)
+{
+    note("close", {});
+    return systems(&CloseHandle, "CloseHandle")(handle);
+}
+
+int WINAPI notedConnect(SOCKET connection, const sockaddr* server, int size)
+{
+    note("connect", {});
+    return systems(&connect, "connect", L"ws2_32.dll")(connection, server, size);
+}
+
+// What the system answers for a file that may not be written.
+HANDLE WINAPI denyingCreateFile(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE)
+{
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+}
+
+void noteAppendCalls()
+{
+    appendCalls.clear();
+    leadCalls(&SetFilePointer, "SetFilePointer", &notedSetFilePointer);
+    leadCalls(&LockFile, "LockFile", &notedLockFile);
+    leadCalls(&WriteFile, "WriteFile", &notedWriteFile);
+    leadCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
+}
+
+// The same, and what comes before and behind them.
+void noteDeliveryCalls()
+{
+    noteAppendCalls();
+    leadCalls(&CreateFileW, "CreateFileW", &notedCreateFile);
+    leadCalls(&CloseHandle, "CloseHandle", &notedCloseHandle);
+    leadCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
+}
+
+} // namespace
+
+TEST_F(CommitRequest, isRecordedForTheCompanionsProcessAndAnnounced)
+{
+    runCompanion();
+    const LineReceiver listener;
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(records(), recordOfA);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=42|C:\\a.mcam\n");
+    EXPECT_TRUE(listener.isIdle());
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CommitRequest, isAppendedBehindEarlierOnes)
+{
+    runCompanion();
+    writeBytes(requestFile, "earlier");
+    EXPECT_TRUE(requestCommit());
+    currentZemId = 0x1234;
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(records(), "earlier" + recordOfA + "\x34\x12\0\0"s + recordOfA.substr(4));
+}
+
+TEST_F(CommitRequest, locksExactlyItsRecordWhileItWritesItInOneCall)
+{
+    runCompanion();
+    writeBytes(requestFile, "earlier");
+    noteAppendCalls();
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(appendCalls, appendOf26BytesAt7);
+}
+
+TEST_F(CommitRequest, isAppendedToItsFileBeforeItIsAnnounced)
+{
+    runCompanion();
+    writeBytes(requestFile, "earlier");
+    const LineReceiver listener;
+    noteDeliveryCalls();
+    EXPECT_TRUE(requestCommit());
+    const std::vector<std::string> calls(std::find(appendCalls.begin(), appendCalls.end(), opening),
+                                         appendCalls.end());
+    std::vector<std::string> expected = {opening};
+    expected.insert(expected.end(), appendOf26BytesAt7.begin(), appendOf26BytesAt7.end());
+    expected.insert(expected.end(), {"close", "connect"});
+    EXPECT_EQ(calls, expected);
+}
+
+TEST_F(CommitRequest, leavesItsFileToWhoeverOpensItAlone)
+{
+    runCompanion();
+    EXPECT_TRUE(requestCommit());
+    const OtherHandle owner(requestFile, 0);
+    EXPECT_NE(owner.file, INVALID_HANDLE_VALUE);
+}
+
+TEST_F(CommitRequest, isMadeBesideAReaderThatSharesEverything)
+{
+    runCompanion();
+    const OtherHandle reader(requestFile, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(records(), recordOfA);
+}
+
+TEST_F(CommitRequest, countsAsDeliveredAlsoWhenLockAndWriteFail)
+{
+    runCompanion();
+    writeBytes(requestFile, "earlier");
+    noteAppendCalls();
+    doAppendCallsFail = true;
+    const LineReceiver listener;
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(appendCalls, appendOf26BytesAt7);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=42|C:\\a.mcam\n");
+    EXPECT_EQ(records(), "earlier");
+    EXPECT_EQ(newTrace(), Lines{});
+}
+
+TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileCannotBeOpened)
+{
+    runCompanion();
+    const LineReceiver listener;
+    {
+        const OtherHandle owner(requestFile, 0);
+        EXPECT_FALSE(requestCommit());
+        EXPECT_EQ(newTrace(), Lines{notCommitted});
+    }
+    DeleteFileW(requestFile.c_str());
+    CreateDirectoryW(requestFile.c_str(), nullptr);
+    EXPECT_FALSE(requestCommit());
+    EXPECT_EQ(newTrace(), Lines{notCommitted});
+    removeFolder(installation.path(L"temp"));
+    EXPECT_FALSE(requestCommit());
+    EXPECT_EQ(newTrace(), Lines{notCommitted});
+    EXPECT_TRUE(listener.isIdle());
+}
+
+TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileMayNotBeWritten)
+{
+    runCompanion();
+    writeBytes(requestFile, "earlier");
+    leadCalls(&CreateFileW, "CreateFileW", &denyingCreateFile);
+    EXPECT_FALSE(requestCommit());
+    EXPECT_EQ(newTrace(), Lines{notCommitted});
+}
+
+TEST_F(CommitRequest, startsTheCompanionWhenItHasNoWindow)
+{
+    companion.holdSemaphore();
+    recordCompanionStarts(installation);
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(companionStarts(installation, 1), Lines{LR"(0 --commit "C:\a.mcam")"});
+    currentZemId = noZemId;
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(companionStarts(installation, 2)[1], LR"(0 --commit "C:\a.mcam" --id 4294967295)");
+    EXPECT_EQ(records(), "none");
+}
+
+TEST_F(CommitRequest, startsACompanionThatDoesNotRunTwice)
+{
+    recordCompanionStarts(installation);
+    EXPECT_TRUE(requestCommit());
+    Lines lines = companionStarts(installation, 2);
+    std::sort(lines.begin(), lines.end()); // two processes: either may write first
+    EXPECT_EQ(lines, (Lines{LR"(0 --commit "C:\a.mcam")", L"1"}));
+}
+
+TEST_F(CommitRequest, isToldToHaveFailedWhenTheCompanionCannotBeStarted)
+{
+    EXPECT_FALSE(requestCommit());
+    EXPECT_EQ(newTrace(), Lines{notStarted});
+    companion.holdSemaphore(); // it runs, but has no window and no program
+    EXPECT_FALSE(requestCommit());
+    EXPECT_EQ(newTrace(), Lines{notCommitted});
+}
+
+TEST_F(CommitRequest, isRedirectedOutsideTheInstallationFolderWithTheFtpServer)
+{
+    companion.holdSemaphore();
+    recordCompanionStarts(installation);
+    const std::wstring inside = installation.path(L"parts\\b.mcam");
+    struct Case {
+        const char* settings;
+        std::wstring document;
+        std::wstring committed;
+    };
+    const Case cases[] = {
+        {"UseFtpServer=Y\n", L"C:\\work\\a.mcam", installation.path(L"tmp\\a.mcam")},
+        {"UseFtpServer=y\n", L"C:\\work\\a.mcam", installation.path(L"tmp\\a.mcam")},
+        {"UseFtpServer=y\n", L"a.mcam", installation.path(L"tmp\\a.mcam")},
+        {"UseFtpServer=y\n", inside, inside},
+        {"UseFtpServer=y\n", L"\\\\?\\" + inside, L"\\\\?\\" + inside}, // not at its beginning
+        {"UseFtpServer=n\n", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
+        {"", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
+    };
+    size_t starts = 0;
+    for (const Case& c : cases) {
+        writeBytes(installation.path(L"cfg\\settings.ini"), c.settings);
+        standin::setState("geo_filename", c.document);
+        EXPECT_TRUE(requestCommit());
+        EXPECT_EQ(companionStarts(installation, ++starts).back(),
+                  L"0 --commit \"" + c.committed + L'"');
+    }
+}
+
+TEST_F(CommitRequest, tellsANameWithoutABackslashWholeBehindTheRedirectionsFolder)
+{
+    writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y\n");
+    standin::setState("geo_filename", L"C:/parts/../../a.mcam");
+    const LineReceiver receiver;
+    runCompanion();
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(receiver.nextConnection(),
+              "ZEMID=42|" + toUtf8(installation.path(L"tmp\\C:/parts/../../a.mcam")) + '\n');
+    EXPECT_FALSE(readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // told, never written
+}
+
+TEST_F(CommitRequest, recordsANameThatItsNoticeCannotTell)
+{
+    runCompanion();
+    standin::setState("geo_filename", L"\u20AC");
+    const LineReceiver listener;
+    EXPECT_TRUE(requestCommit());
+    EXPECT_EQ(records(), "\x2A\0\0\0\x01\0\0\0\xAC\x20"s);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=42|\n");
+}

@@ -1,0 +1,599 @@
+#include "host/document.h"
+
+#include "addin/exports.h"
+#include "host/host.h"
+#include "incoming/message_window.h"
+#include "host/message_box.h"
+#include "incoming/pending_request.h"
+#include "shared_state.h"
+#include "support/companion_double.h"
+#include "support/host_fixture.h"
+#include "support/line_receiver.h"
+#include "support/system_calls.h"
+
+#include <utility>
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+const std::wstring notSaved = LR"(ui message-box("TORVA ZEM", "Failed to save file."))";
+const std::wstring notCommitted =
+    LR"(ui message-box("TORVA ZEM", "Failed to commit file to ZEM."))";
+const std::wstring notStarted =
+    LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
+const std::wstring asked = LR"(ui NCPrefix(null) -> "")";
+const std::wstring viewRefreshed = L"ui CMastercamView.position0()";
+const std::wstring hostRefreshed = L"ui CMastercamInterface.position3()";
+const std::wstring sheet = L"ui RunSetupSheetOnSelectedOpsWithoutUI(*)";
+
+class SaveFlow : public HostFixture {
+protected:
+    SaveFlow()
+    {
+        installation.endStandardInput();
+        standin::setState("nc_prefix", L"");
+        standin::setState("geo_filename", name);
+        currentRequestId = 17;
+    }
+    void runCompanion()
+    {
+        companion.holdSemaphore();
+        companion.showWindow();
+    }
+    void knowDocument() { currentZemId = 5; }
+    void setSettings(const char* text)
+    {
+        writeBytes(installation.path(L"cfg\\settings.ini"), text);
+    }
+
+    std::wstring saved(const std::wstring& result = L"-> true") const
+    {
+        return L"ui CFile_DoFileSave(\"" + name + L"\", main, false, true) " + result;
+    }
+    static Lines savedAndRefreshed(const std::wstring& document)
+    {
+        return {L"ui CFile_DoFileSave(\"" + document + L"\", main, false, true) -> true",
+                viewRefreshed, hostRefreshed};
+    }
+    std::wstring captured(const std::wstring& result = L"-> true") const
+    {
+        return L"ui screen_to_bitmap_file(\"" + installation.path(L"commit\\screendump.bmp") +
+               L"\", false) " + result;
+    }
+    Lines knownSave() const { return {asked, saved(), viewRefreshed, hostRefreshed, captured()}; }
+    size_t commits() const
+    {
+        const std::string records = readBytes(requestFile).value_or("");
+        return records.size() / (8 + 2 * name.size());
+    }
+    void expectNothingCommitted() const
+    {
+        EXPECT_EQ(commits(), 0u);
+        EXPECT_FALSE(readBytes(installation.path(L"commit\\screendump.bmp")).has_value());
+    }
+
+    CompanionDouble companion;
+    const std::wstring name = installation.path(L"a.mcam");
+    const std::wstring requestFile =
+        installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
+};
+
+// A document without a name.
+class SaveFlowUntitled : public SaveFlow {
+protected:
+    // A saved document of more than three characters is never committed: the shorter ones show the
+    // rest of the flow.
+    SaveFlowUntitled()
+    {
+        SetCurrentDirectoryW(installation.path(L"tmp").c_str());
+        standin::setState("geo_filename", L"");
+        standin::setEventSink(m_notify);
+        runCompanion();
+    }
+    ~SaveFlowUntitled() override { SetCurrentDirectoryW(programFolder().c_str()); }
+    bool hasRequestFile() const { return readBytes(requestFile).has_value(); }
+};
+
+// An untitled document, and a part that the Companion asks for while the host is waited for.
+class SaveFlowInterrupted : public SaveFlowUntitled {
+protected:
+    SaveFlowInterrupted()
+    {
+        standin::setEventSink(nullptr);
+        registerMessages();
+        messageWindow = createMessageWindow();
+        writeBytes(name, "");
+    }
+    ~SaveFlowInterrupted() override { DestroyWindow(messageWindow); }
+    Lines loaded() const
+    {
+        const std::wstring part = L"\"" + name + L'"';
+        return {L"ui DoFileOpen(" + part + L", false, false, 1, true, *, null) -> true",
+                L"ui set_db_unchanged()",
+                L"ui CMastercamInterface.position1(" + part + L')',
+                viewRefreshed,
+                hostRefreshed,
+                L"ui CFile_DoFileSave(" + part + L", main, false, false) -> true",
+                L"ui set_db_unchanged()"};
+    }
+};
+
+void append(Lines& lines, const Lines& more)
+{
+    lines.insert(lines.end(), more.begin(), more.end());
+}
+
+// Calls it once out of the host's message loop, as soon as the condition holds.
+template <class Condition, class Call>
+void callFromLoop(Condition, Call)
+{
+    SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR timer, DWORD) {
+        if (!Condition()())
+            return;
+        KillTimer(nullptr, timer);
+        Call()();
+    });
+}
+
+// The host's own functions, once the add-in's calls go through here.
+decltype(&CFile_DoFileSave) hostsSave = nullptr;
+decltype(&GetMastercamApp) hostsInterface = nullptr;
+
+// Reports the first save to the add-in before it returns, as a host that saves may.
+bool reportingSave(const wchar_t* path, CWnd* parent, bool browse, bool prompt)
+{
+    static bool isReported = false;
+    const bool saved = hostsSave(path, parent, browse, prompt);
+    if (!std::exchange(isReported, true))
+        m_notify(5);
+    return saved;
+}
+
+void reportTheNextSave()
+{
+    hostsSave = &CFile_DoFileSave;
+    standin::leadImports(GetModuleHandleW(nullptr), hostsSave, &reportingSave);
+}
+
+// The calls by which the host's save command is started, in their order.
+std::vector<std::string> commandCalls;
+
+CMastercamInterface* notedInterface()
+{
+    commandCalls.push_back("interface");
+    return hostsInterface();
+}
+
+LRESULT WINAPI notedSend(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const bool isMain = window == getMainFrameWindow();
+    commandCalls.push_back((isMain ? "main " : "another ") + std::to_string(message) + ' ' +
+                           std::to_string(wParam) + ' ' + std::to_string(lParam));
+    return systems(&SendMessageW, "SendMessageW", L"user32.dll")(window, message, wParam, lParam);
+}
+
+void noteCommandCalls()
+{
+    hostsInterface = &GetMastercamApp;
+    standin::leadImports(GetModuleHandleW(nullptr), hostsInterface, &notedInterface);
+    leadCalls(&SendMessageW, "SendMessageW", &notedSend, L"user32.dll");
+}
+
+} // namespace
+
+TEST_F(SaveFlow, savesAKnownDocumentPicturesItAndCommitsIt)
+{
+    runCompanion();
+    knowDocument();
+    const LineReceiver listener;
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), knownSave());
+    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=17|" + toUtf8(name) + "\n");
+    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_TRUE(saveNotified);
+}
+
+TEST_F(SaveFlow, commitsAnUnknownUnchangedDocumentWithoutSavingIt)
+{
+    runCompanion();
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(currentZemId, 17u);
+}
+
+TEST_F(SaveFlow, refusesAnUnknownChangedDocument)
+{
+    runCompanion();
+    standin::setState("db_changed", L"true");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
+    expectNothingCommitted();
+    EXPECT_EQ(currentZemId, noZemId);
+}
+
+TEST_F(SaveFlow, refusesAChangedDocumentOfAShortNameAfterAHostsSave)
+{
+    runCompanion();
+    saveNotified = false;
+    standin::setState("geo_filename", L"abc");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()})); // unchanged: goes on
+    currentZemId = noZemId;
+    standin::setState("db_changed", L"true");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
+}
+
+TEST_F(SaveFlow, endsWhenTheHostCannotSaveAKnownDocument)
+{
+    runCompanion();
+    knowDocument();
+    standin::failNext("CFile_DoFileSave");
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = knownSave();
+    expected[1] = saved(L"-> false");
+    expected.back() = notSaved;
+    EXPECT_EQ(newTrace(), expected);
+    expectNothingCommitted();
+    EXPECT_EQ(currentZemId, 5u);
+}
+
+TEST_F(SaveFlow, endsWhenTheCompanionCannotBeStarted)
+{
+    knowDocument();
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, notStarted}));
+    expectNothingCommitted();
+    EXPECT_EQ(currentZemId, 5u);
+}
+
+TEST_F(SaveFlow, commitsAlsoWithoutAPicture)
+{
+    runCompanion();
+    knowDocument();
+    removeFolder(installation.path(L"commit"));
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = knownSave();
+    expected.back() = captured(L"-> false");
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 1u);
+}
+
+TEST_F(SaveFlow, givesTheLastPictureToEveryCommit)
+{
+    runCompanion();
+    knowDocument();
+    m_save(0);
+    const auto first = readBytes(installation.path(L"commit\\screendump.bmp"));
+    standin::putPart(programFolder() + L"shipped\\host\\example\\bracket.mcam");
+    standin::setState("geo_filename", name);
+    m_save(0);
+    EXPECT_EQ(commits(), 2u);
+    EXPECT_NE(readBytes(installation.path(L"commit\\screendump.bmp")), first);
+}
+
+TEST_F(SaveFlow, outlivesAHostThatRaises)
+{
+    struct Case {
+        const char* operation;
+        size_t line;
+        size_t commits;
+    };
+    const Case cases[] = {{"NCPrefix", 0, 1},
+                          {"CMastercamView.position0", 2, 1},
+                          {"CMastercamInterface.position3", 3, 1},
+                          {"screen_to_bitmap_file", 4, 1}};
+    runCompanion();
+    size_t committed = 0;
+    for (const Case& c : cases) {
+        knowDocument();
+        Lines expected = knownSave();
+        std::wstring& line = expected[c.line];
+        line = line.substr(0, line.find(L" -> ")) + L" raised";
+        ASSERT_TRUE(standin::raiseNext(c.operation)) << c.operation;
+        EXPECT_EQ(m_save(0), 0) << c.operation;
+        EXPECT_EQ(newTrace(), expected) << c.operation;
+        EXPECT_EQ(commits(), ++committed) << c.operation;
+        EXPECT_EQ(standin::undeletedExceptions(), 0) << c.operation;
+    }
+}
+
+TEST_F(SaveFlow, treatsARaisingSaveAsAFailedOne)
+{
+    runCompanion();
+    knowDocument();
+    standin::raiseNext("CFile_DoFileSave");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace().back(), notSaved);
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlow, handsTheSetupSheetOverOnceForEveryLineThatAsks)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("AlwaysSaveTools=y\nUseFtpServer=n\n;XAlwaysSaveTools=yes\nAlwaysSaveTools=Y\n");
+    standin::setState("setup_sheet_files", L"C:\\one.xml;C:\\two.xml");
+    const LineReceiver listener;
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = knownSave();
+    expected.insert(expected.begin() + 1, 2, sheet);
+    Lines seen = newTrace();
+    for (std::wstring& line : seen)
+        if (line.rfind(sheet, 0) == 0)
+            line = sheet;
+    EXPECT_EQ(seen, expected);
+    const std::string notice = "MCAMXMLIMPORTDATAID=17;C:\\one.xml\n";
+    EXPECT_EQ(listener.nextConnection(), notice);
+    EXPECT_EQ(listener.nextConnection(), notice);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=17|" + toUtf8(name) + "\n");
+}
+
+TEST_F(SaveFlow, handsNoSetupSheetOverForRequestZeroOrUpperCase)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("AlwaysSaveTools=Y\n");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), knownSave());
+    knowDocument();
+    currentRequestId = 0;
+    setSettings("AlwaysSaveTools=y\n");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), knownSave());
+    EXPECT_EQ(currentZemId, 0u);
+}
+
+TEST_F(SaveFlow, drainsALineOfStandardInputForEveryLineOfTheSettings)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("a\nb\n");
+    installation.feedStandardInput("1\n2\n3\n");
+    EXPECT_EQ(m_save(0), 0);
+    // The commit's own look-up, which follows for a document outside the folder, is not made here.
+    EXPECT_EQ(std::getchar(), '3');
+}
+
+TEST_F(SaveFlow, endsQuietlyWhenTheHostRaisesInTheSetupSheet)
+{
+    runCompanion();
+    knowDocument();
+    setSettings("AlwaysSaveTools=y\n");
+    standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, sheet + L" raised"}));
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+    EXPECT_TRUE(DeleteFileW(installation.path(L"cfg\\settings.ini").c_str())); // closed again
+}
+
+TEST_F(SaveFlow, handsTheSetupSheetOverBeforeItMissesTheCompanion)
+{
+    knowDocument();
+    setSettings("AlwaysSaveTools=y\n");
+    EXPECT_EQ(m_save(0), 0);
+    const Lines seen = newTrace();
+    ASSERT_EQ(seen.size(), 3u);
+    EXPECT_EQ(seen[0], asked);
+    EXPECT_EQ(seen[1].rfind(sheet, 0), 0u);
+    EXPECT_EQ(seen[2], notStarted);
+}
+
+TEST_F(SaveFlow, asksTheHostForItsGroupList)
+{
+    runCompanion();
+    knowDocument();
+    standin::raiseNext("GetMainGrpList");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_NO_THROW(TpMainGrpMgr.GetMainGrpList()); // raised for the flow, and is over
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+    EXPECT_EQ(newTrace(), knownSave());
+    EXPECT_EQ(commits(), 1u);
+}
+
+TEST_F(SaveFlow, doesWithoutTheViewOrTheParentThatTheHostRaisesInPlaceOf)
+{
+    runCompanion();
+    knowDocument();
+    Lines expected = knownSave();
+    expected.erase(expected.begin() + 2); // the view's refreshing
+    standin::raiseNext("CMastercamInterface.position2");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), expected);
+    expected = knownSave();
+    expected[1] = L"ui CFile_DoFileSave(\"" + name + L"\", null, false, true) -> true";
+    standin::raiseNext("CMastercamInterface.position4");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 2u);
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlow, takesADocumentForUnchangedWhenTheHostRaisesInPlaceOfTheAnswer)
+{
+    runCompanion();
+    standin::setState("db_changed", L"true");
+    standin::raiseNext("has_db_changed");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlow, keepsTheRequestsIdWhenTheCommitFails)
+{
+    runCompanion();
+    knowDocument();
+    CreateDirectoryW(requestFile.c_str(), nullptr);
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = knownSave();
+    expected.push_back(notCommitted);
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(currentZemId, 17u);
+}
+
+TEST_F(SaveFlow, takesADocumentOfThreeCharactersForNamed)
+{
+    runCompanion();
+    standin::setState("geo_filename", L"a:b");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+}
+
+TEST_F(SaveFlow, takesAKnownDocumentForNamedWhateverItsName)
+{
+    runCompanion();
+    knowDocument();
+    standin::setState("geo_filename", L"");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace()[0], asked);
+}
+
+TEST_F(SaveFlow, commitsAfterTheHostsOwnSaveOfAKnownDocument)
+{
+    runCompanion();
+    knowDocument();
+    EXPECT_EQ(m_notify(5), 0);
+    Lines expected = knownSave();
+    const Lines save(expected.begin() + 1, expected.begin() + 4);
+    expected.insert(expected.begin(), save.begin(), save.end());
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 1u);
+}
+
+TEST_F(SaveFlowUntitled, letsTheHostsSaveCommandNameIt)
+{
+    standin::saveDialogNext(L"abc");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{L"ui m_notify(5) -> 0", asked, captured()}));
+    EXPECT_TRUE(hasRequestFile());
+    EXPECT_EQ(hostFileName(), L"abc");
+}
+
+TEST_F(SaveFlowUntitled, keepsTheHostAliveWhileItWaitsForTheSave)
+{
+    standin::setEventSink(nullptr);
+    standin::saveDialogNext(L"abc");
+    SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR timer, DWORD) {
+        KillTimer(nullptr, timer);
+        standin::trace(L"timer");
+        m_notify(5);
+    });
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{L"ui timer", asked, captured()}));
+    EXPECT_TRUE(hasRequestFile());
+}
+
+TEST_F(SaveFlowUntitled, isLeftWhenTheHostQuits)
+{
+    standin::saveDialogNext(L"");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{});
+    expectNothingCommitted();
+}
+
+TEST_F(SaveFlowUntitled, isToldToHaveFailedWithoutAnApplicationInterface)
+{
+    standin::failNext("GetMastercamApp");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{notSaved});
+    standin::raiseNext("GetMastercamApp");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{notSaved});
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlowUntitled, isLeftWhenTheHostRaisesWhileItProcessesMessages)
+{
+    standin::setEventSink(nullptr);
+    standin::saveDialogNext(L"abc");
+    standin::raiseNext("CMastercamInterface.position5");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), Lines{});
+    expectNothingCommitted();
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(SaveFlowUntitled, needsNoSaveCommandOnceTheHostHasReportedASave)
+{
+    saveNotified = false;
+    standin::saveDialogNext(L"abc"); // would be taken
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+    EXPECT_EQ(hostFileName(), L"");
+}
+
+TEST_F(SaveFlow, startsAnewInsideASaveThatTheHostReports)
+{
+    runCompanion();
+    knowDocument();
+    reportTheNextSave();
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = {asked, saved()};
+    append(expected, savedAndRefreshed(name)); // the event's own save, then its flow
+    append(expected, knownSave());
+    append(expected, {viewRefreshed, hostRefreshed, captured()});
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 2u);
+    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_FALSE(saveNotified);
+}
+
+TEST_F(SaveFlowUntitled, isNamedByTheHostsCommandSentAfterItsInterfaceWasAskedFor)
+{
+    standin::saveDialogNext(L"abc");
+    noteCommandCalls();
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(commandCalls, (std::vector<std::string>{"interface", "main 273 41111 0"}));
+}
+
+TEST_F(SaveFlowInterrupted, savesTheDocumentThatIsOpenedWhileItWaits)
+{
+    parkOpenRequest(12, name);
+    reportTheNextSave(); // the one that ends the loading, when no id is known yet
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = loaded();
+    append(expected, knownSave());
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(currentZemId, 17u);
+}
+
+TEST_F(SaveFlowInterrupted, commitsTwiceADocumentThatIsOpenedAndReportedWhileItWaits)
+{
+    parkOpenRequest(12, name);
+    callFromLoop([] { return currentZemId != noZemId; }, [] { m_notify(5); });
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = loaded();
+    append(expected, savedAndRefreshed(name));
+    append(expected, knownSave()); // the event's
+    append(expected, knownSave()); // the one that waited
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(commits(), 2u);
+    EXPECT_EQ(currentZemId, 17u);
+}
+
+TEST_F(SaveFlowUntitled, savesThroughTheHostWhatASecondSaveCommittedWhileItWaited)
+{
+    // The first command is dismissed, the second one's dialog answered.
+    callFromLoop([] { return true; },
+                 [] {
+                     standin::saveDialogNext(L"abc");
+                     standin::trace(L"second");
+                     m_save(0);
+                 });
+    EXPECT_EQ(m_save(0), 0);
+    Lines expected = {L"ui second", L"ui m_notify(5) -> 0", asked, captured(), asked};
+    append(expected, savedAndRefreshed(L"abc"));
+    expected.push_back(captured());
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(readBytes(requestFile).value_or("").size(), 2u * (8 + 2 * 3));
+    EXPECT_EQ(currentZemId, 17u);
+}

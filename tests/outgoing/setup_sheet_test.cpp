@@ -1,0 +1,102 @@
+#include "outgoing/setup_sheet.h"
+
+#include "addin/exports.h"
+#include "framework/framework.h"
+#include "shared_state.h"
+#include "platform/text.h"
+#include "support/host_fixture.h"
+#include "support/line_receiver.h"
+
+using namespace torvapdm;
+using namespace testing_support;
+
+namespace {
+
+class SetupSheet : public HostFixture {
+protected:
+    const LineReceiver companion;
+    const Lines ran = {L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> true"};
+};
+
+} // namespace
+
+TEST_F(SetupSheet, isAnnouncedByItsFirstFileAlone)
+{
+    standin::setState("setup_sheet_files", L"C:\\one.xml;C:\\two.xml;C:\\three.xml");
+    currentRequestId = 17;
+    sendSetupSheet();
+    EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=17;C:\\one.xml\n");
+    EXPECT_TRUE(companion.isIdle());
+    EXPECT_EQ(newTrace(), ran);
+}
+
+TEST_F(SetupSheet, isNotAnnouncedWithoutAFile)
+{
+    standin::setState("setup_sheet_files", L"");
+    sendSetupSheet();
+    EXPECT_TRUE(companion.isIdle());
+    EXPECT_EQ(newTrace(), ran);
+}
+
+TEST_F(SetupSheet, isAnnouncedAlsoWhenTheHostReportsFailureButNamesAFile)
+{
+    standin::setState("setup_sheet_files", L"C:\\one.xml");
+    standin::failNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    EXPECT_EQ(m_tools(0), 0);
+    EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\one.xml\n");
+    EXPECT_EQ(newTrace(), Lines{L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> false"});
+}
+
+TEST_F(SetupSheet, isAnnouncedUnderItsNameAsItStands)
+{
+    for (const char* name : {R"(..\..\a.xml)", R"(\\server.invalid\share\a.xml)", "CON",
+                             R"(\\.\pipe\nobodys)", "a.xml:stream", "a|b", "a\nZEMID=1|b"}) {
+        standin::setState("setup_sheet_files", fromUtf8(name));
+        sendSetupSheet();
+        EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;" + std::string(name) + '\n');
+    }
+}
+
+TEST_F(SetupSheet, isNotAnnouncedUnderANameThatFillsTheLine)
+{
+    const std::wstring longest(1023 - 23, L'x'); // behind "MCAMXMLIMPORTDATAID=0;", with its end
+    standin::setState("setup_sheet_files", longest + L'x');
+    sendSetupSheet();
+    EXPECT_TRUE(companion.isIdle());
+    standin::setState("setup_sheet_files", longest);
+    sendSetupSheet();
+    EXPECT_EQ(companion.nextConnection().value_or("").size(), 1023u);
+}
+
+TEST_F(SetupSheet, goesOutInTheThreadsCodePage)
+{
+    standin::setState("setup_sheet_files", L"C:\\\u0416\u4E00.xml");
+    // A Russian thread has code page 1251; the system's own has no such letter.
+    ASSERT_EQ(toNarrowAnsi(L"\u0416"), "?");
+    SetThreadLocale(MAKELCID(MAKELANGID(LANG_RUSSIAN, SUBLANG_DEFAULT), SORT_DEFAULT));
+    sendSetupSheet();
+    EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\\xC6?.xml\n");
+}
+
+TEST_F(SetupSheet, passesTheHostsExceptionOnToItsCaller)
+{
+    standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    CException* raised = nullptr;
+    try {
+        sendSetupSheet();
+    } catch (CException* exception) {
+        raised = exception;
+    }
+    ASSERT_NE(raised, nullptr);
+    raised->Delete();
+    EXPECT_TRUE(companion.isIdle());
+}
+
+TEST_F(SetupSheet, ofTheToolsEntryHasItsExceptionsSwallowed)
+{
+    standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
+    EXPECT_EQ(m_tools(0), 0);
+    EXPECT_EQ(newTrace(), Lines{L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised"});
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+    EXPECT_TRUE(companion.isIdle());
+}

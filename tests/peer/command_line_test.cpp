@@ -1,0 +1,137 @@
+#include "peer/command_line.h"
+
+#include <gtest/gtest.h>
+
+using namespace companion;
+
+namespace companion {
+
+bool operator==(const Command& a, const Command& b)
+{
+    return a.word == b.word && a.value == b.value && a.host == b.host &&
+           a.parentWindow == b.parentWindow && a.id == b.id && a.ncPath == b.ncPath &&
+           a.machine == b.machine;
+}
+
+} // namespace companion
+
+namespace {
+
+struct Case {
+    const wchar_t* arguments;
+    Command expected;
+};
+
+void expectEach(const std::vector<Case>& cases)
+{
+    for (const Case& c : cases)
+        EXPECT_TRUE(readCommandLine(c.arguments) == c.expected) << "arguments: " << c.arguments;
+}
+
+void expectNoneUnderstood(const std::vector<const wchar_t*>& all)
+{
+    const Command notUnderstood{.word = Word::notUnderstood};
+    for (const wchar_t* arguments : all)
+        EXPECT_TRUE(readCommandLine(arguments) == notUnderstood) << "arguments: " << arguments;
+}
+
+} // namespace
+
+TEST(CommandLine, withoutArgumentsIsAPlainStart)
+{
+    expectEach({{L"", {}}, {L"  \t ", {}}});
+}
+
+TEST(CommandLine, understandsWhatTheAddInPasses)
+{
+    expectEach({
+        {LR"(--checkout "")", {.word = Word::checkOut}},
+        {LR"(--checkout "C:\a b.mcam")", {.word = Word::checkOut, .value = L"C:\\a b.mcam"}},
+        {LR"(--commit "C:\a b.mcam")", {.word = Word::commit, .value = L"C:\\a b.mcam"}},
+        {LR"(--commit "C:\a.mcam" --id 4294967295)",
+         {.word = Word::commit, .value = L"C:\\a.mcam", .id = 4294967295}},
+        {L"--about --parentwindow 4294967295", {.word = Word::about, .parentWindow = 4294967295}},
+    });
+}
+
+TEST(CommandLine, understandsWhatScriptsPass)
+{
+    expectEach({
+        {L"--about", {.word = Word::about}},
+        {L"--send bracket", {.word = Word::send, .value = L"bracket"}},
+        {LR"(--send "clamp jaw" --ncpath -1 --id -2147483648 --host 8 --machine "C:\M\a b.mmd")",
+         {.word = Word::send,
+          .value = L"clamp jaw",
+          .host = 8,
+          .id = -2147483648LL,
+          .ncPath = -1,
+          .machine = L"C:\\M\\a b.mmd"}},
+        {LR"(--send 17 --machine "")", {.word = Word::send, .value = L"17", .machine = L""}},
+        {L"--new-file", {.word = Word::newFile}},
+        {L"--new-file --host 300 --id 0", {.word = Word::newFile, .host = 300, .id = 0}},
+        {L"--check-in", {.word = Word::checkIn}},
+        {L"--check-in --host 4294967295", {.word = Word::checkIn, .host = 4294967295}},
+        {L"--quit", {.word = Word::quit}},
+        {L"--register", {.word = Word::registerFolder}},
+    });
+}
+
+TEST(CommandLine, takesABackslashInFrontOfAQuoteAsItIs)
+{
+    expectEach({{LR"(--checkout "C:\temp\")", {.word = Word::checkOut, .value = L"C:\\temp\\"}}});
+}
+
+TEST(CommandLine, separatesAtBlanksAndTabsOutsideQuotes)
+{
+    expectEach({{L"  --send\t \tbracket  ", {.word = Word::send, .value = L"bracket"}},
+                {L"--send bra\"ck et\"s", {.word = Word::send, .value = L"brack ets"}}});
+}
+
+TEST(CommandLine, refusesAWordWithoutItsValue)
+{
+    expectNoneUnderstood({L"--checkout", L"--commit", L"--send", L"--send bracket --host",
+                          L"--commit a --id", L"--about --parentwindow"});
+}
+
+TEST(CommandLine, refusesNumbersOutOfRange)
+{
+    expectNoneUnderstood(
+        {L"--commit a --id 4294967296", L"--commit a --id -1", L"--send a --id 2147483648",
+         L"--send a --id -2147483649", L"--send a --host -1", L"--send a --host 4294967296",
+         L"--send a --ncpath 2147483648", L"--send a --id 1x", L"--send a --id \"\"",
+         L"--send a --id +1", L"--about --parentwindow -1"});
+}
+
+TEST(CommandLine, refusesAnOptionGivenTwice)
+{
+    expectNoneUnderstood({L"--send a --host 1 --host 1", L"--send a --machine b --machine b",
+                          L"--send a --ncpath 1 --ncpath 1", L"--new-file --id 1 --id 1",
+                          L"--about --parentwindow 1 --parentwindow 1"});
+}
+
+TEST(CommandLine, refusesAnOptionOfAnotherWord)
+{
+    expectNoneUnderstood({L"--checkout a --id 1", L"--commit a --host 1", L"--about --id 1",
+                          L"--new-file --machine a", L"--check-in --id 1", L"--quit --id 1",
+                          L"--register now", L"--send a --parentwindow 1"});
+}
+
+TEST(CommandLine, refusesUnknownWords)
+{
+    expectNoneUnderstood({L"bracket", L"--SEND a", L"--sen a", L"--", L"\"\"", L"--host 1",
+                          L"--send a b c", L"--send a --machine"});
+}
+
+TEST(ProgramName, isSkippedWithTheBlanksBehindIt)
+{
+    EXPECT_EQ(skipProgramName(L"\"C:\\T V\\zem.exe\" --send \"a b\""), L"--send \"a b\"");
+    EXPECT_EQ(skipProgramName(L"zem.exe \t --quit "), L"--quit ");
+    EXPECT_EQ(skipProgramName(L"\"zem.exe\"--quit"), L"--quit");
+}
+
+TEST(ProgramName, leavesNothingWhenItIsAlone)
+{
+    for (const wchar_t* line : {L"", L"zem.exe", L"zem.exe  ", L"\"C:\\T V\\zem.exe\"",
+                                L"\"C:\\T V\\zem.exe\" \t", L"\"unfinished"})
+        EXPECT_EQ(skipProgramName(line), L"") << line;
+}

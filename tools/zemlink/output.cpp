@@ -1,0 +1,67 @@
+#include "tools/zemlink/output.h"
+
+#include "peer/file_lines.h"
+#include "peer/text.h"
+#include "tools/zemlink/decisions/report_text.h"
+#include "tools/zemlink/system_error.h"
+
+#include <stdexcept>
+#include <windows.h>
+
+namespace zemlink {
+namespace {
+
+constexpr int indent = 2;
+
+bool printToConsole(HANDLE stream, std::string_view text)
+{
+    DWORD mode = 0;
+    if (!GetConsoleMode(stream, &mode)) {
+        return false;
+    }
+    const std::wstring wide = companion::fromUtf8(text);
+    DWORD written = 0;
+    return WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+}
+
+// Text that is not UTF-8 cannot be in a report, but would be shown rather than end the program.
+std::string json(const Report& report, int depth)
+{
+    return report.dump(depth, ' ', false, Report::error_handler_t::replace) + '\n';
+}
+
+} // namespace
+
+void print(Stream stream, std::string_view text)
+{
+    HANDLE handle = GetStdHandle(stream == Stream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    DWORD written = 0;
+    const bool isPrinted =
+        printToConsole(handle, text) ||
+        (WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
+         written == text.size());
+    if (!isPrinted && stream == Stream::output) {
+        throw std::runtime_error("the output cannot be written: " +
+                                 systemErrorText(GetLastError()));
+    }
+}
+
+void printComplaint(std::string_view lines)
+{
+    for (const std::string_view line : companion::fileLines(lines)) {
+        print(Stream::error, visible(std::string(line)) + '\n');
+    }
+}
+
+void printReport(const Report& report, bool isJson)
+{
+    if (isJson) {
+        print(Stream::output, json(report, indent));
+    } else if (report.contains("error")) {
+        print(Stream::error, "zemlink: " + visible(report["error"].get<std::string>()) + '\n');
+    } else {
+        print(Stream::output, asText(report));
+    }
+}
+
+} // namespace zemlink

@@ -1,0 +1,112 @@
+#include "tools/zemlink/port_facts.h"
+
+#include "peer/line_port.h"
+#include "tools/zemlink/processes.h"
+#include "tools/zemlink/system_error.h"
+
+#include <cstring>
+#include <iphlpapi.h>
+
+namespace zemlink {
+namespace {
+
+using companion::OwnSocket;
+
+constexpr int longestConnectMs = 5000;
+
+// The sockets that listen, each with its process; empty when the system does not tell.
+std::vector<MIB_TCPROW_OWNER_PID> listeningSockets()
+{
+    DWORD bytes = 0;
+    std::vector<char> table;
+    const auto read = [&] {
+        return GetExtendedTcpTable(table.data(), &bytes, FALSE, AF_INET,
+                                   TCP_TABLE_OWNER_PID_LISTENER, 0);
+    };
+    DWORD error = read();
+    for (int tries = 0; error == ERROR_INSUFFICIENT_BUFFER && tries < 10; ++tries) {
+        table.resize(bytes);
+        error = read();
+    }
+    if (error != NO_ERROR || table.size() < sizeof(MIB_TCPTABLE_OWNER_PID)) {
+        return {};
+    }
+    DWORD count = 0;
+    std::memcpy(&count, table.data(), sizeof count);
+    std::vector<MIB_TCPROW_OWNER_PID> rows(count);
+    std::memcpy(rows.data(), table.data() + offsetof(MIB_TCPTABLE_OWNER_PID, table),
+                count * sizeof rows[0]);
+    return rows;
+}
+
+// The computer's first address, which is where hosts send to.
+sockaddr_in hostsTarget()
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(companion::linePortNumber);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const hostent* own = gethostbyname("");
+    if (own != nullptr && own->h_addrtype == AF_INET && own->h_addr_list[0] != nullptr) {
+        std::memcpy(&address.sin_addr, own->h_addr_list[0], sizeof address.sin_addr);
+    }
+    return address;
+}
+
+// The error that the connection ended in, 0 once it stands.
+int waitForConnection(const OwnSocket& socket)
+{
+    fd_set writable, failed;
+    FD_ZERO(&writable);
+    FD_ZERO(&failed);
+    FD_SET(socket.get(), &writable);
+    FD_SET(socket.get(), &failed);
+    timeval longest{longestConnectMs / 1000, 0};
+    if (select(0, nullptr, &writable, &failed, &longest) <= 0) {
+        return WSAETIMEDOUT;
+    }
+    int error = 0;
+    int size = sizeof error;
+    getsockopt(socket.get(), SOL_SOCKET, SO_ERROR, reinterpret_cast<char*>(&error), &size);
+    return error;
+}
+
+int connectionError()
+{
+    const OwnSocket caller(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    if (!caller.isOpen() || !companion::makeNonblocking(caller)) {
+        return WSAGetLastError();
+    }
+    const sockaddr_in target = hostsTarget();
+    if (connect(caller.get(), reinterpret_cast<const sockaddr*>(&target), sizeof target) == 0) {
+        return 0;
+    }
+    const int error = WSAGetLastError();
+    return error == WSAEWOULDBLOCK ? waitForConnection(caller) : error;
+}
+
+} // namespace
+
+Port portHolder()
+{
+    Port port;
+    for (const MIB_TCPROW_OWNER_PID& row : listeningSockets()) {
+        if (ntohs(static_cast<u_short>(row.dwLocalPort)) == companion::linePortNumber &&
+            row.dwOwningPid != 0) {
+            port.holder = row.dwOwningPid;
+            port.program = programOf(row.dwOwningPid);
+        }
+    }
+    return port;
+}
+
+Port lookAtPort()
+{
+    const companion::SocketsLibrary library;
+    Port port = portHolder();
+    const int error = connectionError();
+    port.answer = resultOf(error == 0, static_cast<std::uint32_t>(error));
+    return port;
+}
+
+} // namespace zemlink

@@ -1,0 +1,11 @@
+// What the registry says of the installation folder.
+#pragma once
+
+#include "peer/folder.h"
+
+namespace zemlink {
+
+// Reads both views; changes nothing.
+Folder registeredFolder();
+
+} // namespace zemlink
