@@ -20,7 +20,7 @@ LRESULT CALLBACK takeMessage(HWND window, UINT message, WPARAM wParam, LPARAM lP
 
 HWND createWindow()
 {
-    WNDCLASSW windowClass = {};
+    WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = takeMessage;
     windowClass.lpszClassName = windowClassName;
     RegisterClassW(&windowClass);
@@ -57,7 +57,7 @@ void BarePoller::poll()
 {
     while (!isStopping_) {
         Sleep(pollingPeriodMs);
-        LARGE_INTEGER size = {};
+        LARGE_INTEGER size{};
         GetFileSizeEx(file_, &size);
         if (size.QuadPart == 0)
             continue;

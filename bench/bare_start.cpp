@@ -66,7 +66,7 @@ HWND createWindowBare(HWND mainWindow)
     RegisterWindowMessageW(torvapdm::openMessageName.c_str());
     RegisterWindowMessageW(torvapdm::commitMessageName.c_str());
     RegisterWindowMessageW(torvapdm::getCheckedOutMessageName.c_str());
-    WNDCLASSW windowClass = {};
+    WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = DefWindowProcW;
     windowClass.lpszClassName = torvapdm::hostInstanceName.c_str();
     RegisterClassW(&windowClass);
@@ -117,7 +117,7 @@ std::wstring writeBareLibrary()
 
 BareAddIn startBare(const std::wstring& library, HWND mainWindow)
 {
-    BareAddIn addIn = {};
+    BareAddIn addIn{};
     addIn.library = LoadLibraryW(library.c_str());
     seedGuardBare();
     isStopping = false;

@@ -35,9 +35,9 @@ Row memoryRow(const std::string& what, const ChainFigures& figures)
 
 const ChainFigures& thousandOf(const Growth& growth)
 {
-    return *std::find_if(growth.begin(), growth.end(), [](const ChainFigures& figures) {
-        return figures.chain.operations == 1000;
-    });
+    return *std::find_if(
+        growth.begin(), growth.end(),
+        [](const ChainFigures& figures) { return figures.chain.operations == 1000; });
 }
 
 // By the ratios to the bare calls, since the two chains meet the machine in different moods. The

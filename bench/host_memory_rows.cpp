@@ -27,7 +27,7 @@ double privateKilobytesOf(DWORD processId)
 {
     const HANDLE process =
         OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId);
-    PROCESS_MEMORY_COUNTERS counters = {};
+    PROCESS_MEMORY_COUNTERS counters{};
     require(GetProcessMemoryInfo(process, &counters, sizeof counters),
             "the system tells the host's memory");
     CloseHandle(process);

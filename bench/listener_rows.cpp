@@ -62,7 +62,7 @@ void runBare(const std::wstring& path, const std::string& narrow, HANDLE file)
         Sleep(100);
         if (torvapdm::listenerStopFlag)
             return;
-        LARGE_INTEGER size = {};
+        LARGE_INTEGER size{};
         GetFileSizeEx(file, &size);
     }
 }

@@ -17,8 +17,8 @@ struct Row {
     std::optional<Middle> ours;  // microseconds a call, for ratios
     std::optional<Middle> bare;
     size_t rounds = 0;
-    std::string series = {}; // which curve of the growth plot it is a point of; empty for none
-    size_t operations = 0;   // where on that curve
+    std::string series{};  // which curve of the growth plot it is a point of; empty for none
+    size_t operations = 0; // where on that curve
 };
 
 // A row for a ratio to the bare calls.

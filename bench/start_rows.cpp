@@ -57,7 +57,7 @@ double timeOurs(const std::wstring& library)
 
 double timeBare(const std::wstring& library, HWND mainWindow)
 {
-    BareAddIn addIn = {};
+    BareAddIn addIn{};
     const double time = timeOnce([&] { addIn = startBare(library, mainWindow); });
     require(addIn.library && addIn.window && addIn.commandFile != INVALID_HANDLE_VALUE,
             "the bare start succeeds");

@@ -59,7 +59,7 @@ void putPart(size_t operations)
 
 LineTaker::LineTaker() : listening_(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP))
 {
-    sockaddr_in address = {};
+    sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
     require(bind(listening_, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
@@ -80,7 +80,7 @@ void sendBare(const std::string& line)
     WSADATA data;
     WSAStartup(MAKEWORD(2, 2), &data);
     const SOCKET connection = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in server = {};
+    sockaddr_in server{};
     server.sin_family = AF_INET;
     server.sin_port = htons(port);
     server.sin_addr.s_addr = inet_addr("");

@@ -69,9 +69,9 @@ void readPixelsBare(HBITMAP bitmap, std::string& file)
 {
     constexpr size_t offsetOfInformation = sizeof(BITMAPFILEHEADER);
     constexpr size_t offsetOfPixels = offsetOfInformation + sizeof(BITMAPINFOHEADER);
-    BITMAP description = {};
+    BITMAP description{};
     GetObjectW(bitmap, sizeof description, &description);
-    BITMAPINFO information = {};
+    BITMAPINFO information{};
     std::memcpy(&information, file.data() + offsetOfInformation, sizeof(BITMAPINFOHEADER));
     const HDC screen = GetDC(nullptr);
     GetDIBits(screen, bitmap, 0, static_cast<UINT>(description.bmHeight),

@@ -6,12 +6,12 @@
 namespace zemlink {
 namespace {
 
-constexpr std::size_t fileTypeLength = 3;
+constexpr size_t fileTypeLength = 3;
 
 std::wstring fromUtf16(std::string_view bytes)
 {
     std::wstring text;
-    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
         text += static_cast<wchar_t>(static_cast<unsigned char>(bytes[i]) |
                                      static_cast<unsigned char>(bytes[i + 1]) << 8);
     }
@@ -22,9 +22,8 @@ std::wstring fromUtf16(std::string_view bytes)
 std::int32_t numberIn(const std::wstring& text)
 {
     std::string digits;
-    for (const wchar_t c : text) {
+    for (const wchar_t c : text)
         digits += c < 0x80 ? static_cast<char>(c) : '?';
-    }
     return leadingNumberOrZero(digits);
 }
 
@@ -40,15 +39,12 @@ AnswerText readFile(const std::wstring& word, std::wstring path)
     }
     AnswerText answer{AnswerKind::file, word.substr(0, fileTypeLength),
                       numberIn(word.substr(fileTypeLength)), std::move(path)};
-    if (answer.id == 0) {
+    if (answer.id == 0)
         answer.remarks.emplace_back("It has no id: the add-in loads nothing.");
-    }
-    if (answer.path.empty()) {
+    if (answer.path.empty())
         answer.remarks.emplace_back("It has no path: the add-in loads nothing.");
-    }
-    if (answer.path.find(L'\n') != std::wstring::npos) {
+    if (answer.path.find(L'\n') != std::wstring::npos)
         answer.remarks.emplace_back("Lines follow the first; they become part of the path.");
-    }
     return answer;
 }
 
@@ -58,18 +54,16 @@ AnswerText readAnswerText(std::string_view bytes)
 {
     const std::wstring text = fromUtf16(bytes);
     const std::wstring line = text.substr(0, text.find(L'\n'));
-    const std::size_t blank = line.find(L' ');
+    const size_t blank = line.find(L' ');
     AnswerText answer;
-    if (blank == std::wstring::npos) {
+    if (blank == std::wstring::npos)
         answer.remarks.emplace_back("Its first line has no blank: it is no answer.");
-    } else if (line.substr(0, blank) == L"CHECKIN") {
+    else if (line.substr(0, blank) == L"CHECKIN")
         answer.kind = AnswerKind::checkIn;
-    } else {
+    else
         answer = readFile(line.substr(0, blank), text.substr(blank + 1));
-    }
-    if (bytes.size() % 2 != 0) {
+    if (bytes.size() % 2 != 0)
         answer.remarks.emplace_back("It ends within a character.");
-    }
     return answer;
 }
 

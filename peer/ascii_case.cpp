@@ -14,8 +14,9 @@ wchar_t lowerCase(wchar_t c)
 
 bool isSameIgnoringCase(std::wstring_view a, std::wstring_view b)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](wchar_t x, wchar_t y) { return lowerCase(x) == lowerCase(y); });
+    return std::equal(
+        a.begin(), a.end(), b.begin(), b.end(),
+        [](wchar_t x, wchar_t y) { return lowerCase(x) == lowerCase(y); });
 }
 
 } // namespace companion

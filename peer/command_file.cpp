@@ -28,9 +28,8 @@ bool lockOutOtherWriters(HANDLE file)
 Sight lookAtCommandFile(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
         return {};
-    }
     const std::uint64_t high = data.nFileSizeHigh;
     return {true, high << 32 | data.nFileSizeLow};
 }

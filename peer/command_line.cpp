@@ -32,28 +32,23 @@ std::vector<std::wstring> splitArguments(std::wstring_view text)
     bool inQuotes = false;
     bool inArgument = false;
     for (const wchar_t c : text) {
-        if (c == L'"') {
+        if (c == L'"')
             inQuotes = !inQuotes;
-        }
         const bool separates = !inQuotes && (c == L' ' || c == L'\t');
-        if (!separates && !inArgument) {
+        if (!separates && !inArgument)
             arguments.emplace_back();
-        }
         inArgument = !separates;
-        if (inArgument && c != L'"') {
+        if (inArgument && c != L'"')
             arguments.back() += c;
-        }
     }
     return arguments;
 }
 
 const WordRow* findWord(std::wstring_view text)
 {
-    for (const WordRow& row : wordRows) {
-        if (row.text == text) {
+    for (const WordRow& row : wordRows)
+        if (row.text == text)
             return &row;
-        }
-    }
     return nullptr;
 }
 
@@ -62,9 +57,8 @@ bool setNumber(std::optional<Number>& field, std::wstring_view text)
 {
     const auto number =
         readNumber(text, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max());
-    if (field || !number) {
+    if (field || !number)
         return false;
-    }
     field = static_cast<Number>(*number);
     return true;
 }
@@ -77,30 +71,24 @@ bool setId(Command& command, std::wstring_view text)
     const auto number = isUnsigned ? readNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
                                    : readNumber(text, std::numeric_limits<std::int32_t>::min(),
                                                 std::numeric_limits<std::int32_t>::max());
-    if (command.id || !number) {
+    if (command.id || !number)
         return false;
-    }
     command.id = number;
     return true;
 }
 
 bool setOption(Command& command, std::wstring_view name, const std::wstring& value)
 {
-    if (name == L"--host") {
+    if (name == L"--host")
         return setNumber(command.host, value);
-    }
-    if (name == L"--parentwindow") {
+    if (name == L"--parentwindow")
         return setNumber(command.parentWindow, value);
-    }
-    if (name == L"--ncpath") {
+    if (name == L"--ncpath")
         return setNumber(command.ncPath, value);
-    }
-    if (name == L"--id") {
+    if (name == L"--id")
         return setId(command, value);
-    }
-    if (name != L"--machine" || command.machine) {
+    if (name != L"--machine" || command.machine)
         return false;
-    }
     command.machine = value;
     return true;
 }
@@ -110,15 +98,14 @@ bool belongsTo(const WordRow& row, const std::wstring& option)
     return option.starts_with(L"--") && row.options.find(option + L" ") != std::wstring_view::npos;
 }
 
-bool readOptions(const WordRow& row, const std::vector<std::wstring>& arguments, std::size_t first,
+bool readOptions(const WordRow& row, const std::vector<std::wstring>& arguments, size_t first,
                  Command& command)
 {
-    for (std::size_t i = first; i < arguments.size(); i += 2) {
+    for (size_t i = first; i < arguments.size(); i += 2) {
         const bool hasValue = i + 1 < arguments.size();
         if (!hasValue || !belongsTo(row, arguments[i]) ||
-            !setOption(command, arguments[i], arguments[i + 1])) {
+            !setOption(command, arguments[i], arguments[i + 1]))
             return false;
-        }
     }
     return true;
 }
@@ -129,15 +116,13 @@ Command readCommandLine(std::wstring_view text)
 {
     Command notUnderstood{.word = Word::notUnderstood};
     const std::vector<std::wstring> arguments = splitArguments(text);
-    if (arguments.empty()) {
+    if (arguments.empty())
         return {};
-    }
     const WordRow* row = findWord(arguments[0]);
-    if (row == nullptr || (row->takesValue && arguments.size() < 2)) {
+    if (row == nullptr || (row->takesValue && arguments.size() < 2))
         return notUnderstood;
-    }
     Command command{.word = row->word};
-    std::size_t firstOption = 1;
+    size_t firstOption = 1;
     if (row->takesValue) {
         command.value = arguments[1];
         firstOption = 2;
@@ -148,11 +133,10 @@ Command readCommandLine(std::wstring_view text)
 std::wstring_view skipProgramName(std::wstring_view commandLine)
 {
     const bool isQuoted = commandLine.starts_with(L'"');
-    const std::size_t end = commandLine.find_first_of(isQuoted ? L"\"" : L" \t", isQuoted ? 1 : 0);
-    if (end == std::wstring_view::npos) {
+    const size_t end = commandLine.find_first_of(isQuoted ? L"\"" : L" \t", isQuoted ? 1 : 0);
+    if (end == std::wstring_view::npos)
         return {};
-    }
-    const std::size_t arguments = commandLine.find_first_not_of(L" \t", end + (isQuoted ? 1 : 0));
+    const size_t arguments = commandLine.find_first_not_of(L" \t", end + (isQuoted ? 1 : 0));
     return arguments == std::wstring_view::npos ? std::wstring_view{}
                                                 : commandLine.substr(arguments);
 }

@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view mark = "\xEF\xBB\xBF";
 constexpr std::string_view checkInWord = "CHECKIN";
 
-std::string_view part(std::string_view text, std::size_t from, std::size_t length)
+std::string_view part(std::string_view text, size_t from, size_t length)
 {
     return from < text.size() ? text.substr(from, length) : std::string_view();
 }
@@ -29,28 +29,27 @@ std::optional<std::int32_t> leadingId(std::string_view text)
 // whatever those are. A carriage return stays in the path, and without a line feed the path loses
 // its last byte; the add-in reads it so, and this tells what it reads. Empty when a line feed as
 // the third byte leaves nothing to take a byte from.
-std::optional<std::string> pathIn(std::string_view bytes, std::size_t blank, std::size_t lineFeed)
+std::optional<std::string> pathIn(std::string_view bytes, size_t blank, size_t lineFeed)
 {
     const std::string_view rest = part(bytes, blank, lineFeed - 2);
-    if (rest.empty()) {
+    if (rest.empty())
         return std::nullopt;
-    }
     return std::string(part(rest, 1, rest.size() < 2 ? 0 : rest.size() - 2));
 }
 
 bool isPlain(std::string_view text)
 {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+    return std::all_of(
+        text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
 void addRemarks(CommandText& text, std::string_view bytes)
 {
     const auto add = [&](bool holds, const char* remark) {
-        if (holds) {
+        if (holds)
             text.remarks.emplace_back(remark);
-        }
     };
-    const std::size_t lineFeed = bytes.find('\n');
+    const size_t lineFeed = bytes.find('\n');
     add(!bytes.starts_with(mark),
         "It does not start with a byte-order mark; three bytes are skipped all the same.");
     add(lineFeed == bytes.npos, "It has no line feed: the path loses its last character.");
@@ -70,20 +69,17 @@ CommandText readCheckIn(std::string_view bytes)
 
 CommandText readOpening(std::string_view bytes)
 {
-    const std::size_t blank = bytes.find(' ');
-    if (bytes.size() < mark.size() || blank == bytes.npos) {
+    const size_t blank = bytes.find(' ');
+    if (bytes.size() < mark.size() || blank == bytes.npos)
         return {RequestKind::malformed, 0, {}, {"It is neither a check-in nor an open request."}};
-    }
-    const std::size_t lineFeed = bytes.find('\n');
+    const size_t lineFeed = bytes.find('\n');
     const std::string_view idText = part(bytes, mark.size(), lineFeed);
     const auto id = leadingId(idText.substr(0, idText.find(' ')));
-    if (!id) {
+    if (!id)
         return {RequestKind::malformed, 0, {}, {"Its id is no number of 32 bits."}};
-    }
     std::optional<std::string> path = pathIn(bytes, blank, lineFeed);
-    if (!path) {
+    if (!path)
         return {RequestKind::malformed, 0, {}, {"Its first line is too short to hold a path."}};
-    }
     const auto kind = path->empty() ? RequestKind::newFile : RequestKind::open;
     CommandText text{kind, *id, std::move(*path)};
     addRemarks(text, bytes);
@@ -94,14 +90,12 @@ CommandText readOpening(std::string_view bytes)
 
 CommandText readCommandText(std::string_view bytes)
 {
-    if (bytes.empty()) {
+    if (bytes.empty())
         return {};
-    }
     const bool isCheckIn = bytes.substr(0, bytes.find(' ')) == checkInWord;
     CommandText text = isCheckIn ? readCheckIn(bytes) : readOpening(bytes);
-    if (bytes.size() > companion::longestRequestBytes) {
+    if (bytes.size() > companion::longestRequestBytes)
         text.remarks.emplace_back("It is longer than 65536 bytes: the add-in stops reading.");
-    }
     return text;
 }
 

@@ -5,15 +5,15 @@
 namespace companion {
 namespace {
 
-constexpr std::size_t headSize = 8;
-constexpr std::size_t sureUnits = (surestStart - headSize) / 2; // `C:\`, or `\\` and a letter
+constexpr size_t headSize = 8;
+constexpr size_t sureUnits = (surestStart - headSize) / 2; // `C:\`, or `\\` and a letter
 
-unsigned byteAt(std::string_view bytes, std::size_t place)
+unsigned byteAt(std::string_view bytes, size_t place)
 {
     return static_cast<unsigned char>(bytes[place]);
 }
 
-std::uint32_t numberAt(std::string_view bytes, std::size_t place)
+std::uint32_t numberAt(std::string_view bytes, size_t place)
 {
     return byteAt(bytes, place) | byteAt(bytes, place + 1) << 8 | byteAt(bytes, place + 2) << 16 |
            byteAt(bytes, place + 3) << 24;
@@ -21,9 +21,8 @@ std::uint32_t numberAt(std::string_view bytes, std::size_t place)
 
 void append(std::string& bytes, std::uint32_t number, int size)
 {
-    for (int i = 0; i < size; ++i) {
+    for (int i = 0; i < size; ++i)
         bytes += static_cast<char>(number >> 8 * i & 0xFF);
-    }
 }
 
 bool isControl(wchar_t c)
@@ -33,14 +32,13 @@ bool isControl(wchar_t c)
 
 // The name, or as much of it as is there, up to the first control character: behind that nothing
 // counts, and garbage would be read again from each of its places.
-std::wstring nameIn(std::string_view bytes, std::size_t units)
+std::wstring nameIn(std::string_view bytes, size_t units)
 {
     std::wstring name;
-    for (std::size_t i = headSize; name.size() < units && i + 1 < bytes.size(); i += 2) {
+    for (size_t i = headSize; name.size() < units && i + 1 < bytes.size(); i += 2) {
         name += static_cast<wchar_t>(byteAt(bytes, i) | byteAt(bytes, i + 1) << 8);
-        if (isControl(name.back())) {
+        if (isControl(name.back()))
             break;
-        }
     }
     return name;
 }
@@ -53,22 +51,18 @@ bool isLetter(wchar_t c)
 Piece recordOrStart(std::string_view bytes)
 {
     Piece foreign{PieceKind::foreign, 0};
-    if (bytes.size() < headSize) {
+    if (bytes.size() < headSize)
         return {PieceKind::incomplete, bytes.size()};
-    }
     const std::uint32_t id = numberAt(bytes, 0);
     const std::uint32_t units = numberAt(bytes, 4);
     const bool isHole = id == 0 && units == 0; // bytes that nobody wrote
-    if (isHole || units > longestCommitName) {
+    if (isHole || units > longestCommitName)
         return foreign;
-    }
     std::wstring name = nameIn(bytes, units);
-    if (!name.empty() && isControl(name.back())) {
+    if (!name.empty() && isControl(name.back()))
         return foreign;
-    }
-    if (name.size() < units) {
+    if (name.size() < units)
         return {PieceKind::incomplete, bytes.size()};
-    }
     return {PieceKind::record, headSize + 2 * name.size(), {id, std::move(name)}};
 }
 
@@ -80,12 +74,11 @@ bool isSurelyARecord(std::string_view bytes)
 }
 
 // Where the first sure record behind the start of the bytes starts, up to that place.
-std::size_t nextSureRecord(std::string_view bytes, std::size_t before)
+size_t nextSureRecord(std::string_view bytes, size_t before)
 {
-    std::size_t place = 1;
-    while (place < before && !isSurelyARecord(bytes.substr(place))) {
+    size_t place = 1;
+    while (place < before && !isSurelyARecord(bytes.substr(place)))
         ++place;
-    }
     return place;
 }
 
@@ -95,8 +88,8 @@ Piece nextPiece(std::string_view bytes)
 {
     const Piece piece = recordOrStart(bytes);
     const bool isForeign = piece.kind == PieceKind::foreign;
-    const std::size_t end = isForeign ? bytes.size() : piece.size;
-    const std::size_t next = nextSureRecord(bytes, end);
+    const size_t end = isForeign ? bytes.size() : piece.size;
+    const size_t next = nextSureRecord(bytes, end);
     // A record that begins inside this one takes the place of bytes that were never written.
     return isForeign || next < end ? Piece{PieceKind::foreign, next} : piece;
 }
@@ -106,9 +99,8 @@ std::string commitRecordBytes(const CommitRecord& record)
     std::string bytes;
     append(bytes, record.id, 4);
     append(bytes, static_cast<std::uint32_t>(record.file.size()), 4);
-    for (const wchar_t unit : record.file) {
+    for (const wchar_t unit : record.file)
         append(bytes, static_cast<std::uint32_t>(unit), 2);
-    }
     return bytes;
 }
 

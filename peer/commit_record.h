@@ -23,11 +23,11 @@ struct CommitRecord {
 
 // A name has at most as many units as the system's longest path.
 constexpr std::uint32_t longestCommitName = 32767;
-constexpr std::size_t longestCommitRecord = 8 + 2 * std::size_t{longestCommitName};
+constexpr size_t longestCommitRecord = 8 + 2 * size_t{longestCommitName};
 
 // So many bytes have to be there for a record to be known among foreign bytes: its numbers and the
 // first three units of a full path.
-constexpr std::size_t surestStart = 14;
+constexpr size_t surestStart = 14;
 
 enum class PieceKind {
     incomplete, // the start of a record; the rest is still to come
@@ -37,7 +37,7 @@ enum class PieceKind {
 
 struct Piece {
     PieceKind kind = PieceKind::incomplete;
-    std::size_t size = 0;  // bytes; of an incomplete one, those that are there
+    size_t size = 0;       // bytes; of an incomplete one, those that are there
     CommitRecord record{}; // of a record
 };
 

@@ -75,9 +75,8 @@ std::wstring commitRequestPattern(const std::wstring& folder)
 
 std::optional<std::uint32_t> processOfCommitRequest(std::wstring_view fileName)
 {
-    if (!fileName.starts_with(requestStart)) {
+    if (!fileName.starts_with(requestStart))
         return std::nullopt;
-    }
     fileName.remove_prefix(requestStart.size());
     for (const std::wstring_view end : requestEnds) {
         if (fileName.ends_with(end)) {

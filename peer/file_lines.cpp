@@ -8,11 +8,10 @@ std::vector<std::string_view> fileLines(std::string_view bytes)
 {
     std::vector<std::string_view> lines;
     while (!bytes.empty()) {
-        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+        const size_t end = std::min(bytes.find('\n'), bytes.size());
         std::string_view line = bytes.substr(0, end);
-        if (line.ends_with('\r')) {
+        if (line.ends_with('\r'))
             line.remove_suffix(1);
-        }
         lines.push_back(line);
         bytes.remove_prefix(std::min(end + 1, bytes.size()));
     }

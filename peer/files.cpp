@@ -26,9 +26,8 @@ bool moveOver(const std::wstring& from, const std::wstring& to)
     constexpr DWORD pauseMs = 5;
     for (int i = 0; i < tries; ++i) {
         if (MoveFileExW(from.c_str(), to.c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
             return true;
-        }
         Sleep(pauseMs);
     }
     return false;
@@ -48,14 +47,12 @@ std::optional<std::string> readFile(const std::wstring& path, std::uint32_t most
                                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size{};
     if (!file || GetFileType(file.get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.get(), &size) ||
-        size.QuadPart > mostBytes) {
+        size.QuadPart > mostBytes)
         return std::nullopt;
-    }
     std::string bytes(size.LowPart, '\0');
     DWORD read = 0;
-    if (!ReadFile(file.get(), bytes.data(), size.LowPart, &read, nullptr)) {
+    if (!ReadFile(file.get(), bytes.data(), size.LowPart, &read, nullptr))
         return std::nullopt;
-    }
     bytes.resize(read);
     return bytes;
 }
@@ -87,9 +84,8 @@ bool isFile(const std::wstring& path)
 std::uint64_t fileSize(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
         return 0;
-    }
     return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
 }
 
@@ -97,9 +93,8 @@ std::wstring freeName(const std::wstring& start, const std::wstring& end)
 {
     for (int number = 1;; ++number) {
         std::wstring name = start + std::to_wstring(number) + end;
-        if (!isFile(name)) {
+        if (!isFile(name))
             return name;
-        }
     }
 }
 

@@ -11,9 +11,8 @@ constexpr std::uint32_t expandableText = 2;
 std::wstring countingText(const std::optional<RegistryValue>& value)
 {
     const bool isText = value && (value->type == plainText || value->type == expandableText);
-    if (!isText || value->text.empty()) {
+    if (!isText || value->text.empty())
         return {};
-    }
     return value->text.substr(0, value->text.size() - 1);
 }
 
@@ -29,9 +28,8 @@ Folder folderOf(const std::optional<RegistryValue>& view32,
         folder.path = seen;
         folder.source = other == seen ? FolderSource::registry : FolderSource::view32Only;
     }
-    if (!other.empty() && other != folder.path) {
+    if (!other.empty() && other != folder.path)
         folder.elsewhere = other;
-    }
     return folder;
 }
 

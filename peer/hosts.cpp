@@ -12,26 +12,24 @@ std::wstring windowTitle(HWND window)
 {
     wchar_t title[256];
     const int length = GetWindowTextW(window, title, 256);
-    return std::wstring(title, static_cast<std::size_t>(std::max(length, 0)));
+    return std::wstring(title, static_cast<size_t>(std::max(length, 0)));
 }
 
 bool hasProcess(const std::vector<Host>& hosts, std::uint32_t process)
 {
-    return std::any_of(hosts.begin(), hosts.end(),
-                       [&](const Host& host) { return host.process == process; });
+    return std::any_of(
+        hosts.begin(), hosts.end(), [&](const Host& host) { return host.process == process; });
 }
 
 BOOL CALLBACK addHost(HWND window, LPARAM parameter)
 {
     auto& hosts = *reinterpret_cast<std::vector<Host>*>(parameter);
-    if (GetPropW(window, hostProperty) == nullptr) {
+    if (GetPropW(window, hostProperty) == nullptr)
         return TRUE;
-    }
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
-    if (process != 0 && !hasProcess(hosts, process)) {
+    if (process != 0 && !hasProcess(hosts, process))
         hosts.push_back({process, windowTitle(window)});
-    }
     return TRUE;
 }
 

@@ -11,9 +11,8 @@ constexpr DWORD endBoundMs = 10000;
 
 BOOL CALLBACK stopAtInstance(HWND window, LPARAM parameter)
 {
-    if (GetPropW(window, instanceProperty) == nullptr) {
+    if (GetPropW(window, instanceProperty) == nullptr)
         return TRUE;
-    }
     *reinterpret_cast<HWND*>(parameter) = window;
     return FALSE;
 }
@@ -30,9 +29,8 @@ DWORD processOf(HWND window)
 OwnHandle claimInstance()
 {
     OwnHandle semaphore(CreateSemaphoreW(nullptr, 1, 1, singletonName));
-    if (GetLastError() == ERROR_ALREADY_EXISTS) {
+    if (GetLastError() == ERROR_ALREADY_EXISTS)
         semaphore.reset();
-    }
     return semaphore;
 }
 
@@ -55,9 +53,8 @@ std::optional<bool> handOver(HWND window, const std::wstring& arguments)
     const LRESULT isAnswered =
         SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data), SMTO_NORMAL,
                             answerBoundMs, &answer);
-    if (isAnswered == 0 && !IsWindow(window)) {
+    if (isAnswered == 0 && !IsWindow(window))
         return std::nullopt;
-    }
     return isAnswered != 0 && answer == static_cast<DWORD_PTR>(carriedOut);
 }
 
@@ -65,18 +62,16 @@ std::optional<bool> handOverQuit(HWND window, const std::wstring& arguments)
 {
     const OwnHandle process(OpenProcess(SYNCHRONIZE, FALSE, processOf(window)));
     const std::optional<bool> isCarriedOut = handOver(window, arguments);
-    if (!process || !isCarriedOut.value_or(false)) {
+    if (!process || !isCarriedOut.value_or(false))
         return isCarriedOut;
-    }
     return WaitForSingleObject(process.get(), endBoundMs) == WAIT_OBJECT_0;
 }
 
 std::optional<std::wstring> readHandedOver(LPARAM copyData)
 {
     const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(copyData);
-    if (data == nullptr || data->dwData != argumentsMark || data->cbData % sizeof(wchar_t) != 0) {
+    if (data == nullptr || data->dwData != argumentsMark || data->cbData % sizeof(wchar_t) != 0)
         return std::nullopt;
-    }
     return std::wstring(static_cast<const wchar_t*>(data->lpData), data->cbData / sizeof(wchar_t));
 }
 

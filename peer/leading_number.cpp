@@ -12,13 +12,11 @@ std::optional<std::int64_t> leadingNumber(std::string_view text)
     text.remove_prefix(isNegative || text.starts_with('+') ? 1 : 0);
     constexpr std::int64_t beyond = INT64_C(1) << 40;
     std::int64_t number = 0;
-    std::size_t digits = 0;
-    for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits) {
+    size_t digits = 0;
+    for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits)
         number = std::min(number * 10 + (text[digits] - '0'), beyond);
-    }
-    if (digits == 0) {
+    if (digits == 0)
         return std::nullopt;
-    }
     return isNegative ? -number : number;
 }
 

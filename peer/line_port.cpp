@@ -10,7 +10,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t mostBytes = 1024;
+constexpr size_t mostBytes = 1024;
 constexpr std::chrono::seconds longestConnection{5};
 constexpr INT lookEveryMs = 100; // bounds how long a receiving thread's end waits for it
 
@@ -19,9 +19,8 @@ std::uint32_t addressOf(const OwnSocket& socket, decltype(&getsockname) end)
 {
     sockaddr_in address{};
     int size = sizeof address;
-    if (end(socket.get(), reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+    if (end(socket.get(), reinterpret_cast<sockaddr*>(&address), &size) != 0)
         return 0;
-    }
     return ntohl(address.sin_addr.s_addr);
 }
 
@@ -35,12 +34,10 @@ void acceptAll(LinePort& port)
 {
     for (;;) {
         OwnSocket socket(accept(port.socket.get(), nullptr, nullptr));
-        if (!socket.isOpen()) {
+        if (!socket.isOpen())
             return;
-        }
-        if (!isOfThisComputer(socket)) {
+        if (!isOfThisComputer(socket))
             continue;
-        }
         makeNonblocking(socket);
         port.connections.push_back({std::move(socket), Clock::now() + longestConnection});
     }
@@ -65,12 +62,11 @@ void readAvailable(LineConnection& connection)
             connection.hasEnded = got == 0 || WSAGetLastError() != WSAEWOULDBLOCK;
             break;
         }
-        connection.bytes.append(piece.data(), static_cast<std::size_t>(got));
+        connection.bytes.append(piece.data(), static_cast<size_t>(got));
     }
     const bool isFull = connection.bytes.size() == mostBytes;
-    if (!connection.hasEnded && (isFull || Clock::now() >= connection.end)) {
+    if (!connection.hasEnded && (isFull || Clock::now() >= connection.end))
         giveUp(connection);
-    }
 }
 
 // Until a connection comes, brings bytes or ends, at most for one look's time. A poll, because a
@@ -78,9 +74,8 @@ void readAvailable(LineConnection& connection)
 void waitForTraffic(const LinePort& port)
 {
     std::vector<WSAPOLLFD> sockets{{port.socket.get(), POLLRDNORM, 0}};
-    for (const LineConnection& connection : port.connections) {
+    for (const LineConnection& connection : port.connections)
         sockets.push_back({connection.socket.get(), POLLRDNORM, 0});
-    }
     WSAPoll(sockets.data(), static_cast<ULONG>(sockets.size()), lookEveryMs);
 }
 
@@ -118,11 +113,9 @@ std::vector<std::string> receiveLines(LinePort& port)
     acceptAll(port);
     std::for_each(port.connections.begin(), port.connections.end(), readAvailable);
     std::vector<std::string> lines;
-    for (LineConnection& connection : port.connections) {
-        if (connection.hasEnded) {
+    for (LineConnection& connection : port.connections)
+        if (connection.hasEnded)
             lines.push_back(std::move(connection.bytes));
-        }
-    }
     std::erase_if(port.connections,
                   [](const LineConnection& connection) { return connection.hasEnded; });
     return lines;

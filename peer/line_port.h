@@ -23,9 +23,8 @@ public:
     }
     ~OwnSocket()
     {
-        if (isOpen()) {
+        if (isOpen())
             closesocket(value_);
-        }
     }
     SOCKET get() const { return value_; }
     bool isOpen() const { return value_ != INVALID_SOCKET; }

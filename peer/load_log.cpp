@@ -19,11 +19,10 @@ struct Step {
 
 Step readStep(std::string_view line)
 {
-    const std::size_t textAt = start.size() + 1 + separator.size();
+    const size_t textAt = start.size() + 1 + separator.size();
     if (line.size() < textAt || !line.starts_with(start) ||
-        line.substr(start.size() + 1, separator.size()) != separator) {
+        line.substr(start.size() + 1, separator.size()) != separator)
         return {};
-    }
     const char digit = line[start.size()];
     return digit >= '1' && digit <= '7' ? Step{digit - '0', std::string(line.substr(textAt))}
                                         : Step{};
@@ -61,15 +60,14 @@ bool goOn(std::vector<LoggedLoad>& loads, const Step& step)
 LoadLog readLoadLog(std::string_view bytes)
 {
     LoadLog log;
-    std::size_t number = 0;
+    size_t number = 0;
     for (const std::string_view line : companion::fileLines(bytes)) {
         ++number;
         const Step step = readStep(line);
-        if (step.number == 1) {
+        if (step.number == 1)
             log.loads.push_back({step.text, 1});
-        } else if (step.number == 0 || !goOn(log.loads, step)) {
+        else if (step.number == 0 || !goOn(log.loads, step))
             log.badLines.push_back(number);
-        }
     }
     return log;
 }

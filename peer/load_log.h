@@ -23,7 +23,7 @@ struct LoggedLoad {
 
 struct LoadLog {
     std::vector<LoggedLoad> loads{};
-    std::vector<std::size_t> badLines{}; // numbers of the lines that no load wrote, from 1
+    std::vector<size_t> badLines{}; // numbers of the lines that no load wrote, from 1
 };
 
 // Hosts that load at the same time write between each other's lines.

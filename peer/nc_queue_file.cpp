@@ -15,10 +15,9 @@ constexpr std::int64_t mostNumber = std::numeric_limits<std::int32_t>::max();
 // Takes the text in front of the first bar off, and the bar. Empty when there is no bar.
 std::optional<std::string_view> takeUpToBar(std::string_view& rest)
 {
-    const std::size_t bar = rest.find('|');
-    if (bar == std::string_view::npos) {
+    const size_t bar = rest.find('|');
+    if (bar == std::string_view::npos)
         return std::nullopt;
-    }
     const std::string_view taken = rest.substr(0, bar);
     rest.remove_prefix(bar + 1);
     return taken;
@@ -33,19 +32,16 @@ bool isControl(char c)
 std::optional<QueueEntry> readEntry(std::string_view line)
 {
     // The system would read a path with a zero byte only up to it.
-    if (std::ranges::any_of(line, isControl)) {
+    if (std::ranges::any_of(line, isControl))
         return std::nullopt;
-    }
     const auto word = takeUpToBar(line);
     const auto number = takeUpToBar(line);
     const auto program = takeUpToBar(line);
-    if (!program || program->empty() || word != "NCPATH") {
+    if (!program || program->empty() || word != "NCPATH")
         return std::nullopt;
-    }
     const auto pathNumber = readPrintedNumber(*number, leastNumber, mostNumber);
-    if (!pathNumber) {
+    if (!pathNumber)
         return std::nullopt;
-    }
     return QueueEntry{static_cast<std::int32_t>(*pathNumber), std::string(*program),
                       std::string(line)};
 }
@@ -55,9 +51,8 @@ std::optional<QueueEntry> readEntry(std::string_view line)
 QueueLines readQueue(std::string_view bytes)
 {
     QueueLines entries;
-    for (const std::string_view line : fileLines(bytes)) {
+    for (const std::string_view line : fileLines(bytes))
         entries.push_back(readEntry(line));
-    }
     return entries;
 }
 
@@ -65,9 +60,8 @@ bool isQueueFileName(std::wstring_view fileName)
 {
     constexpr std::wstring_view start = L"ncqueue-";
     constexpr std::wstring_view end = L".txt";
-    if (!fileName.starts_with(start) || !fileName.ends_with(end)) {
+    if (!fileName.starts_with(start) || !fileName.ends_with(end))
         return false;
-    }
     fileName.remove_prefix(start.size());
     fileName.remove_suffix(end.size());
     return readNumber(fileName, leastNumber, mostNumber).has_value();

@@ -42,12 +42,11 @@ Notice readForm(const Form& form, std::string_view rest)
 {
     Notice notice{.kind = form.kind};
     if (form.hasId) {
-        const std::size_t idEnd = form.behindId == '\0' ? rest.size() : rest.find(form.behindId);
+        const size_t idEnd = form.behindId == '\0' ? rest.size() : rest.find(form.behindId);
         const auto id = idEnd == std::string_view::npos ? std::nullopt
                                                         : readId(rest.substr(0, idEnd), form.kind);
-        if (!id) {
+        if (!id)
             return {};
-        }
         notice.id = *id;
         rest.remove_prefix(std::min(idEnd + 1, rest.size()));
     }
@@ -60,18 +59,14 @@ Notice readForm(const Form& form, std::string_view rest)
 
 Notice readNotice(std::string_view bytes)
 {
-    if (!bytes.ends_with('\n')) {
+    if (!bytes.ends_with('\n'))
         return {};
-    }
     const std::string_view line = bytes.substr(0, bytes.size() - 1);
-    if (std::any_of(line.begin(), line.end(), isControl)) {
+    if (std::any_of(line.begin(), line.end(), isControl))
         return {};
-    }
-    for (const Form& form : forms) {
-        if (line.starts_with(form.start)) {
+    for (const Form& form : forms)
+        if (line.starts_with(form.start))
             return readForm(form, line.substr(form.start.size()));
-        }
-    }
     return {};
 }
 

@@ -10,21 +10,18 @@ std::optional<std::int64_t> readNumber(std::wstring_view text, std::int64_t leas
                                        std::int64_t most)
 {
     // Longer texts could overflow; no number asked for here has more than ten digits.
-    constexpr std::size_t longestDigits = 15;
+    constexpr size_t longestDigits = 15;
     const bool isNegative = text.starts_with(L'-');
     const std::wstring_view digits = text.substr(isNegative ? 1 : 0);
     if (digits.empty() || digits.size() > longestDigits ||
-        digits.find_first_not_of(L"0123456789") != std::wstring_view::npos) {
+        digits.find_first_not_of(L"0123456789") != std::wstring_view::npos)
         return std::nullopt;
-    }
     std::int64_t number = 0;
-    for (const wchar_t digit : digits) {
+    for (const wchar_t digit : digits)
         number = number * 10 + (digit - L'0');
-    }
     number = isNegative ? -number : number;
-    if (number < least || number > most) {
+    if (number < least || number > most)
         return std::nullopt;
-    }
     return number;
 }
 
@@ -40,9 +37,8 @@ std::optional<double> readPrintedDecimal(std::string_view text)
     double number = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc{} || stop != end) {
+    if (error != std::errc{} || stop != end)
         return std::nullopt;
-    }
     // What is behind a "nan" differs between runtime libraries.
     return std::isnan(number) || printedDecimal(number) == text ? std::optional(number)
                                                                 : std::nullopt;

@@ -15,9 +15,8 @@ bool isPlainCharacter(wchar_t c)
 std::string narrow(std::wstring_view text)
 {
     std::string bytes;
-    for (const wchar_t c : text) {
+    for (const wchar_t c : text)
         bytes += isPlainCharacter(c) ? static_cast<char>(c) : '?';
-    }
     return bytes;
 }
 
@@ -40,9 +39,8 @@ bool isPlainAscii(std::wstring_view text)
 
 std::optional<std::string> openRequest(std::int32_t id, std::wstring_view path)
 {
-    if (path.empty() || !isPlainAscii(path)) {
+    if (path.empty() || !isPlainAscii(path))
         return std::nullopt;
-    }
     const std::string request = requestLine(id, narrow(path));
     return request.size() <= longestRequestBytes ? std::optional(request) : std::nullopt;
 }
@@ -61,9 +59,8 @@ std::optional<std::wstring> machineSettingsLine(std::int32_t id, std::int32_t nc
                                                 std::int32_t secondNumber,
                                                 std::wstring_view machine)
 {
-    if (machine.empty() || machine.find_first_of(L"|\r\n") != std::wstring_view::npos) {
+    if (machine.empty() || machine.find_first_of(L"|\r\n") != std::wstring_view::npos)
         return std::nullopt;
-    }
     return std::to_wstring(id) + L'|' + std::to_wstring(ncPath) + L'|' +
            std::to_wstring(secondNumber) + L'|' + std::wstring(machine) + L"\r\n";
 }

@@ -22,7 +22,7 @@
 namespace companion {
 
 // More than this many bytes in the command file ends its reader.
-constexpr std::size_t longestRequestBytes = 0x10000;
+constexpr size_t longestRequestBytes = 0x10000;
 
 // True when every character is a printable ASCII character, a blank included.
 bool isPlainAscii(std::wstring_view text);

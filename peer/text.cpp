@@ -11,7 +11,7 @@ std::wstring widen(UINT codePage, DWORD flags, std::string_view bytes)
 {
     const int length = static_cast<int>(bytes.size());
     const int needed = MultiByteToWideChar(codePage, flags, bytes.data(), length, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(needed), L'\0');
+    std::wstring text(static_cast<size_t>(needed), L'\0');
     MultiByteToWideChar(codePage, flags, bytes.data(), length, text.data(), needed);
     return text;
 }
@@ -23,7 +23,7 @@ std::string toUtf8(std::wstring_view text)
     const int length = static_cast<int>(text.size());
     const int needed =
         WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(needed), '\0');
+    std::string bytes(static_cast<size_t>(needed), '\0');
     WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), needed, nullptr, nullptr);
     return bytes;
 }
@@ -39,10 +39,9 @@ std::optional<std::string> toAnsi(std::wstring_view text)
     BOOL isReplaced = FALSE;
     const int needed = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), length,
                                            nullptr, 0, nullptr, &isReplaced);
-    if (isReplaced) {
+    if (isReplaced)
         return std::nullopt;
-    }
-    std::string bytes(static_cast<std::size_t>(needed), '\0');
+    std::string bytes(static_cast<size_t>(needed), '\0');
     WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text.data(), length, bytes.data(), needed,
                         nullptr, nullptr);
     return bytes;

@@ -108,14 +108,13 @@ bool readInto(double& field, std::string_view text)
 
 bool readInto(std::uint64_t& field, std::string_view text)
 {
-    constexpr std::size_t handleDigits = 16;
+    constexpr size_t handleDigits = 16;
     constexpr std::string_view digits = "0123456789ABCDEF";
     field = 0;
     for (const char c : text) {
-        const std::size_t value = digits.find(c);
-        if (value == std::string_view::npos) {
+        const size_t value = digits.find(c);
+        if (value == std::string_view::npos)
             return false;
-        }
         field = field << 4 | value;
     }
     return text.size() == handleDigits;
@@ -125,9 +124,8 @@ bool readInto(std::uint64_t& field, std::string_view text)
 bool readInto(std::wstring& field, std::string_view text)
 {
     field.clear();
-    for (const char c : text) {
+    for (const char c : text)
         field += static_cast<wchar_t>(static_cast<unsigned char>(c));
-    }
     return true;
 }
 
@@ -150,7 +148,7 @@ struct ReadPair {
 };
 
 // Where the value at the front of the rest ends. No value but a comment holds a bar.
-std::size_t valueEnd(const Pair& pair, std::string_view rest)
+size_t valueEnd(const Pair& pair, std::string_view rest)
 {
     const bool isComment = std::holds_alternative<std::wstring R::*>(pair.field);
     return std::min(isComment ? rest.rfind("|PLANEWOFF=") : rest.find('|'), rest.size());
@@ -170,20 +168,17 @@ std::wstring decimal(double number)
 
 std::optional<ToolRecord> readToolRecord(std::string_view line)
 {
-    if (!line.starts_with(recordStart)) {
+    if (!line.starts_with(recordStart))
         return std::nullopt;
-    }
     line.remove_prefix(recordStart.size());
     ToolRecord record;
     for (const Pair& pair : pairs) {
-        if (!line.starts_with(pair.key)) {
+        if (!line.starts_with(pair.key))
             return std::nullopt;
-        }
         line.remove_prefix(pair.key.size());
-        const std::size_t end = valueEnd(pair, line);
-        if (!std::visit(ReadPair{record, line.substr(0, end)}, pair.field)) {
+        const size_t end = valueEnd(pair, line);
+        if (!std::visit(ReadPair{record, line.substr(0, end)}, pair.field))
             return std::nullopt;
-        }
         line.remove_prefix(end);
     }
     return line.empty() ? std::optional(record) : std::nullopt;
@@ -192,9 +187,8 @@ std::optional<ToolRecord> readToolRecord(std::string_view line)
 std::vector<std::optional<ToolRecord>> readToolData(std::string_view bytes)
 {
     std::vector<std::optional<ToolRecord>> records;
-    for (const std::string_view line : fileLines(bytes)) {
+    for (const std::string_view line : fileLines(bytes))
         records.push_back(readToolRecord(line));
-    }
     return records;
 }
 

@@ -71,7 +71,7 @@ Menu createCommandMenu()
 // The chosen item's id, 0 when the menu was dismissed.
 UINT letUserChoose(HMENU menu)
 {
-    POINT mouse = {};
+    POINT mouse{};
     GetCursorPos(&mouse);
     return static_cast<UINT>(TrackPopupMenu(menu, TPM_RETURNCMD | TPM_NONOTIFY, mouse.x, mouse.y, 0,
                                             getMainFrameWindow(), nullptr));

@@ -37,7 +37,8 @@ int m_close(int)
 
 int m_notify(int eventCode)
 {
-    return atEdge(0, [&] { return reactToHostEvent(eventCode); });
+    return atEdge(
+        0, [&] { return reactToHostEvent(eventCode); });
 }
 
 // Deliberate: the framework's exceptions that the host raises in the setup sheet pass on to the
@@ -49,18 +50,22 @@ int m_main(int)
 
 int m_about(int)
 {
-    return atEdge(0, [] {
-        showAbout();
-        return 0;
-    });
+    return atEdge(
+        0,
+        [] {
+            showAbout();
+            return 0;
+        });
 }
 
 int m_tools(int)
 {
-    return atEdge(0, [] {
-        sendSetupSheet();
-        return 0;
-    });
+    return atEdge(
+        0,
+        [] {
+            sendSetupSheet();
+            return 0;
+        });
 }
 
 // Deliberate: an answer whose first word has fewer than three characters throws, and nobody catches
@@ -87,10 +92,12 @@ int renameNC()
 
 int TestFunction()
 {
-    return atEdge(1, [] {
-        callHost([] { OMgetActiveMachineGroup(true); });
-        return 1;
-    });
+    return atEdge(
+        1,
+        [] {
+            callHost([] { OMgetActiveMachineGroup(true); });
+            return 1;
+        });
 }
 
 int importNCqueue()
@@ -102,10 +109,12 @@ int DrawTool(std::uint32_t width, std::uint32_t height, std::uint32_t toolType, 
              double cornerRadius, double tipAngle, double fluteLength, double shoulderLength,
              double overallLength, double shankDiameter, std::int32_t imageId)
 {
-    return atEdge(0, [&] {
-        drawTool({width, height, toolType, diameter, cornerRadius, tipAngle, fluteLength,
-                  shoulderLength, overallLength, shankDiameter},
-                 imageId);
-        return 0;
-    });
+    return atEdge(
+        0,
+        [&] {
+            drawTool({width, height, toolType, diameter, cornerRadius, tipAngle, fluteLength,
+                      shoulderLength, overallLength, shankDiameter},
+                     imageId);
+            return 0;
+        });
 }

@@ -23,7 +23,7 @@ char sendBuffer[longestLine + 1];
 
 sockaddr_in targetAddress()
 {
-    sockaddr_in server = {};
+    sockaddr_in server{};
     server.sin_family = AF_INET;
     server.sin_port = htons(targetPort);
     server.sin_addr.s_addr = inet_addr(targetHost);
@@ -54,7 +54,7 @@ void sendLine(std::string line)
     const std::string text = amsg.str();
     if (text.size() > longestLine)
         return;
-    WSADATA wsd = {};
+    WSADATA wsd{};
     WSAStartup(MAKEWORD(2, 2), &wsd);
     std::memcpy(sendBuffer, text.c_str(), text.size() + 1);
     const SOCKET connection = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
@@ -69,7 +69,7 @@ void sendLine(std::string line)
 
 int startSockets()
 {
-    WSADATA wsd = {};
+    WSADATA wsd{};
     return WSAStartup(MAKEWORD(2, 0), &wsd);
 }
 

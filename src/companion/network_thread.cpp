@@ -23,7 +23,7 @@ void greet(SOCKET connection, const sockaddr_in& peer)
 [[noreturn]] void serveForEver(SOCKET listening)
 {
     for (;;) {
-        sockaddr_in peer = {};
+        sockaddr_in peer{};
         int peerSize = sizeof peer;
         greet(accept(listening, reinterpret_cast<sockaddr*>(&peer), &peerSize), peer);
     }
@@ -35,10 +35,10 @@ void greet(SOCKET connection, const sockaddr_in& peer)
 // here; nothing waits for the thread.
 UINT __cdecl networkThread(LPVOID)
 {
-    WSADATA data = {};
+    WSADATA data{};
     if (WSAStartup(MAKEWORD(1, 1), &data) != 0)
         return 0;
-    sockaddr_in address = {};
+    sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_ANY);
     address.sin_port = htons(greetingPort);

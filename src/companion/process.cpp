@@ -61,7 +61,7 @@ bool launchCompanion(const std::wstring& arguments, bool quiet)
             report(L"TORVA ZEM is not installed.");
         return false;
     }
-    SHELLEXECUTEINFOW start = {};
+    SHELLEXECUTEINFOW start{};
     start.cbSize = sizeof start;
     start.fMask = SEE_MASK_NOCLOSEPROCESS;
     start.lpVerb = L"open";
@@ -104,7 +104,7 @@ void openCompanion()
 
 bool shellOpen(const std::wstring& target)
 {
-    SHELLEXECUTEINFOW open = {};
+    SHELLEXECUTEINFOW open{};
     open.cbSize = sizeof open;
     open.lpVerb = L"open";
     open.lpFile = target.c_str();

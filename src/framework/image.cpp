@@ -23,7 +23,7 @@ bool namesBitmapFile(LPCWSTR path)
 
 BITMAPINFO informationOf(const BITMAP& bitmap)
 {
-    BITMAPINFO information = {};
+    BITMAPINFO information{};
     BITMAPINFOHEADER& header = information.bmiHeader;
     header.biSize = sizeof header;
     header.biWidth = bitmap.bmWidth;
@@ -49,11 +49,11 @@ bool readPixels(HBITMAP bitmap, BITMAPINFO information, BYTE* pixels)
 // The whole file; empty when the bitmap cannot be read.
 std::vector<BYTE> bitmapFile(HBITMAP bitmap)
 {
-    BITMAP description = {};
+    BITMAP description{};
     if (GetObjectW(bitmap, sizeof description, &description) != sizeof description)
         return {};
     const BITMAPINFO information = informationOf(description);
-    BITMAPFILEHEADER header = {};
+    BITMAPFILEHEADER header{};
     header.bfType = 0x4D42; // "BM"
     header.bfSize = offsetOfPixels + information.bmiHeader.biSizeImage;
     header.bfOffBits = offsetOfPixels;

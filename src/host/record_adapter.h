@@ -111,7 +111,7 @@ inline OwnToolValues ownToolOf(const operation& op)
 // behind it: what the tool manager fills.
 inline tp_tool fullToolFor(const operation& op)
 {
-    tp_tool tool = {};
+    tp_tool tool{};
     static_assert(sizeof op.tool == 1024);
     std::memcpy(&tool, &op.tool, sizeof op.tool);
     return tool;

@@ -28,7 +28,7 @@ HANDLE createCommandFileOrNull(const std::wstring& path)
 
 LONGLONG commandFileSize(HANDLE file)
 {
-    LARGE_INTEGER size = {};
+    LARGE_INTEGER size{};
     GetFileSizeEx(file, &size);
     return size.QuadPart;
 }

@@ -51,7 +51,7 @@ std::wstring readAnswer(const std::wstring& path)
                                     CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     if (commandFile == INVALID_HANDLE_VALUE)
         return {};
-    LARGE_INTEGER size = {};
+    LARGE_INTEGER size{};
     GetFileSizeEx(file, &size);
     if (size.QuadPart > longestAnswer)
         return {};

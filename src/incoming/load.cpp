@@ -46,7 +46,7 @@ void nameDocument(const std::wstring& path)
 void showNameInTitle()
 {
     const HWND window = getMainFrameWindow();
-    wchar_t title[1024] = {};
+    wchar_t title[1024]{};
     GetWindowTextW(window, title, static_cast<int>(std::size(title)));
     SetWindowTextW(window, titleForDocument(title, hostFileName()).c_str());
 }

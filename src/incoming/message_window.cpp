@@ -37,7 +37,7 @@ HWND createMessageWindow()
     // Deliberate: the class has no module handle and is never unregistered, so that a second m_open
     // in one process has no message window. One would expect the class to go with the window; the
     // host loads the add-in once a process.
-    WNDCLASSW windowClass = {};
+    WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = messageWindowProc;
     windowClass.lpszClassName = hostInstanceName.c_str();
     if (!RegisterClassW(&windowClass))

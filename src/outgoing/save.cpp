@@ -86,10 +86,12 @@ void bringDocumentBack()
 
 int saveFlow() noexcept
 {
-    return atEdge(0, [] {
-        bringDocumentBack();
-        return 0;
-    });
+    return atEdge(
+        0,
+        [] {
+            bringDocumentBack();
+            return 0;
+        });
 }
 
 } // namespace torvapdm

@@ -22,10 +22,12 @@ using Lines = std::vector<std::string>;
 struct ChainReturner {
     void operator()(operation_node* oplist) const
     {
-        atEdge(0, [&] {
-            list_manager(1, L"", 1, &oplist);
-            return 0;
-        });
+        atEdge(
+            0,
+            [&] {
+                list_manager(1, L"", 1, &oplist);
+                return 0;
+            });
     }
 };
 using OperationChain = std::unique_ptr<operation_node, ChainReturner>;

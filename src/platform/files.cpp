@@ -21,7 +21,7 @@ bool pathExists(const std::wstring& path)
 
 int getFileSize(const std::wstring& path)
 {
-    struct _stat64i32 status = {};
+    struct _stat64i32 status {};
     _wstat64i32(path.c_str(), &status);
     return status.st_size;
 }

@@ -14,7 +14,7 @@ constexpr double smallestAngle = 0.001;
 
 ToolDimensions withoutKind(const ToolArguments& guarded)
 {
-    ToolDimensions tool = {};
+    ToolDimensions tool{};
     tool.diameter = guarded.diameter;
     tool.radius = guarded.cornerRadius;
     tool.angle = guarded.tipAngle;

@@ -62,7 +62,7 @@ ToolGeometry toolGeometry(const ToolDimensions& tool, PictureSize picture)
 {
     const double scale = toolScale(tool, picture);
     const int topMargin = picture.height / 20; // whole pixels
-    ToolGeometry geometry = {};
+    ToolGeometry geometry{};
     geometry.scale = scale;
     geometry.centreColumn = picture.width / 2;
     geometry.capHalf = capHalfOf(tool, scale, picture);

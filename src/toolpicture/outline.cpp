@@ -164,7 +164,7 @@ bool isDrawableMove(const OutlineMove& move)
 
 ToolOutline toolOutline(const ToolDimensions& tool, const ToolGeometry& geometry)
 {
-    ToolOutline outline = {};
+    ToolOutline outline{};
     Moves& moves = outline.moves;
     outline.marks.cap = drawCap(moves, geometry);
     outline.marks.shank = drawShank(moves, tool, geometry, outline.marks.cap);

@@ -112,7 +112,7 @@ bool drawPicture(HDC context, const ToolOutline& outline, PictureSize picture)
     fillSolidRect(context, cr, backgroundValue);
     if (!drawOutline(context, outline))
         return false;
-    BoundaryTable sp = {};
+    BoundaryTable sp{};
     shadeBody(context, picture, outline.marks, sp);
     paintBackground(context, picture, sp);
     mirrorLeftHalf(context, picture);

@@ -41,7 +41,7 @@ BOOL CALLBACK readIfMenu(HWND window, LPARAM)
     const int standard = static_cast<int>(GetMenuDefaultItem(menu, TRUE, GMDI_USEDISABLED));
     for (int i = 0; i < GetMenuItemCount(menu); ++i)
         openRows.push_back({GetMenuItemID(menu, i), i == standard});
-    RECT place = {};
+    RECT place{};
     GetWindowRect(window, &place);
     openAt = {place.left, place.top};
     EndMenu();
@@ -141,7 +141,7 @@ TEST_F(CommandMenu, numbersItsItemsAndMarksTheTitleAsDefault)
 TEST_F(CommandMenu, opensAtTheMouse)
 {
     SetCursorPos(300, 200);
-    POINT mouse = {};
+    POINT mouse{};
     GetCursorPos(&mouse);
     readRealMenu();
     EXPECT_EQ(openAt.x, mouse.x);

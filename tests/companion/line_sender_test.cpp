@@ -45,7 +45,7 @@ hostent* WSAAPI twoAddresses(const char* name)
     static char first[] = {127, 0, 0, 1};
     static char second[] = {127, 0, 0, 2};
     static char* addresses[] = {first, second, nullptr};
-    static hostent entry = {};
+    static hostent entry{};
     namesAsked.emplace_back(name);
     entry.h_addrtype = AF_INET;
     entry.h_length = 4;

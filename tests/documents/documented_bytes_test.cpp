@@ -48,7 +48,7 @@ const GivenBytes given[] = {
 // A dump for a page that has none: of a long file, how it begins.
 std::string newDump(const std::string& name, const std::string& bytes)
 {
-    constexpr std::size_t enough = 256;
+    constexpr size_t enough = 256;
     Dump dump = showing(std::string_view(bytes).substr(0, enough), {name, {}});
     if (bytes.size() > enough)
         dump.rows.push_back({.kind = DumpRow::Kind::rest});

@@ -31,14 +31,14 @@ std::vector<TableRow> tableOf(const std::string& heading, const std::string& pag
 std::string commonBeginning()
 {
     const std::string page = pageText("exchanges.md");
-    const std::size_t sentence = page.find("All names begin with `");
+    const size_t sentence = page.find("All names begin with `");
     return sentence == page.npos ? "" : codeIn(std::string_view(page).substr(sentence));
 }
 
 std::wstring nameIn(const TableRow& row)
 {
     std::string name = codeIn(row.at(0));
-    const std::size_t place = name.find(omitted);
+    const size_t place = name.find(omitted);
     EXPECT_NE(place, name.npos) << name;
     return fromUtf8(name.replace(place, omitted.size(), commonBeginning()));
 }
@@ -69,7 +69,7 @@ std::set<std::wstring> registeredNames(const std::wstring& beginning)
     wchar_t name[256];
     for (UINT number = 0xC000; number <= 0xFFFF; ++number) {
         const int length = GetClipboardFormatNameW(number, name, std::size(name));
-        if (std::wstring(name, static_cast<std::size_t>(length)).starts_with(beginning))
+        if (std::wstring(name, static_cast<size_t>(length)).starts_with(beginning))
             names.insert(name);
     }
     return names;
@@ -165,7 +165,7 @@ TEST_F(PagesNames, areThoseOfTheWindowsTheMessagesAndTheSemaphore)
 
 TEST_F(PagesNames, areAllOfAKindThatIsLookedFor)
 {
-    std::size_t known = 0;
+    size_t known = 0;
     for (const char* kind : {"property of a host", "property of the Companion", "window class",
                              "message", "semaphore"})
         known += namesOfKind(kind).size();

@@ -9,9 +9,9 @@ namespace {
 using Kind = DumpRow::Kind;
 using Rows = std::vector<DumpRow>;
 
-constexpr std::size_t bytesInARow = 16;
-constexpr std::size_t charactersInARow = 64;
-constexpr std::size_t leastText = 4; // fewer characters may be a number by chance
+constexpr size_t bytesInARow = 16;
+constexpr size_t charactersInARow = 64;
+constexpr size_t leastText = 4; // fewer characters may be a number by chance
 
 bool isQuotable(char byte)
 {
@@ -19,9 +19,9 @@ bool isQuotable(char byte)
 }
 
 // How many of the bytes are text from the first one on.
-std::size_t leadingText(std::string_view bytes)
+size_t leadingText(std::string_view bytes)
 {
-    return static_cast<std::size_t>(std::ranges::find_if_not(bytes, isQuotable) - bytes.begin());
+    return static_cast<size_t>(std::ranges::find_if_not(bytes, isQuotable) - bytes.begin());
 }
 
 // True when the row can stand for the bytes there.
@@ -37,12 +37,12 @@ bool fits(const DumpRow& row, std::string_view bytes)
 
 bool isConcrete(const DumpRow& row)
 {
-    return std::ranges::any_of(row.bytes,
-                               [](const std::optional<char>& byte) { return byte.has_value(); });
+    return std::ranges::any_of(
+        row.bytes, [](const std::optional<char>& byte) { return byte.has_value(); });
 }
 
 // True when the row can stay as it is. Bytes that are left out say nothing themselves.
-bool isInPlace(const Rows& rows, std::size_t place, std::string_view bytes)
+bool isInPlace(const Rows& rows, size_t place, std::string_view bytes)
 {
     const DumpRow& row = rows[place];
     return fits(row, bytes) && (row.kind != Kind::leftOut || place + 1 == rows.size() ||
@@ -50,12 +50,12 @@ bool isInPlace(const Rows& rows, std::size_t place, std::string_view bytes)
 }
 
 // How many of the bytes a row stands for that no longer fits: up to where the next one does.
-std::size_t changedSize(const Rows& rows, std::size_t place, std::string_view bytes)
+size_t changedSize(const Rows& rows, size_t place, std::string_view bytes)
 {
     if (place + 1 == rows.size())
         return bytes.size();
     const DumpRow& next = rows[place + 1];
-    for (std::size_t at = 0; isConcrete(next) && at < bytes.size(); ++at)
+    for (size_t at = 0; isConcrete(next) && at < bytes.size(); ++at)
         if (fits(next, bytes.substr(at)))
             return at;
     return std::min(rows[place].size(), bytes.size());
@@ -69,11 +69,11 @@ DumpRow rowOf(std::string_view bytes, Kind kind, const std::string& annotation)
 }
 
 // How many of the bytes the next row takes that nobody has laid out yet.
-std::size_t newSize(std::string_view bytes)
+size_t newSize(std::string_view bytes)
 {
     if (leadingText(bytes) >= leastText)
         return std::min(leadingText(bytes), charactersInARow);
-    std::size_t size = 1;
+    size_t size = 1;
     while (size < std::min(bytes.size(), bytesInARow) &&
            leadingText(bytes.substr(size)) < leastText)
         ++size;
@@ -83,7 +83,7 @@ std::size_t newSize(std::string_view bytes)
 void appendNew(Rows& rows, std::string_view bytes, std::string annotation)
 {
     while (!bytes.empty()) {
-        const std::size_t size = newSize(bytes);
+        const size_t size = newSize(bytes);
         const Kind kind = leadingText(bytes) >= leastText ? Kind::text : Kind::hexadecimal;
         rows.push_back(rowOf(bytes.substr(0, size), kind, annotation));
         annotation.clear();
@@ -101,7 +101,7 @@ void appendChanged(Rows& rows, const DumpRow& row, std::string_view bytes)
         rows.push_back(rowOf(bytes, Kind::text, row.annotation));
     } else if (row.kind == Kind::hexadecimal && bytes.size() == row.size()) {
         rows.push_back(rowOf(bytes, row.kind, row.annotation));
-        for (std::size_t i = 0; i < row.bytes.size(); ++i)
+        for (size_t i = 0; i < row.bytes.size(); ++i)
             if (!row.bytes[i])
                 rows.back().bytes[i].reset();
     } else {
@@ -114,13 +114,12 @@ void appendChanged(Rows& rows, const DumpRow& row, std::string_view bytes)
 Dump showing(std::string_view bytes, const Dump& dump)
 {
     Dump shown{dump.name, {}};
-    for (std::size_t i = 0; i < dump.rows.size(); ++i) {
+    for (size_t i = 0; i < dump.rows.size(); ++i) {
         const DumpRow& row = dump.rows[i];
         const bool isRest = row.kind == Kind::rest;
-        const std::size_t size = isRest ? bytes.size()
-                                 : isInPlace(dump.rows, i, bytes)
-                                     ? row.size()
-                                     : changedSize(dump.rows, i, bytes);
+        const size_t size = isRest                           ? bytes.size()
+                            : isInPlace(dump.rows, i, bytes) ? row.size()
+                                                             : changedSize(dump.rows, i, bytes);
         if (isRest)
             shown.rows.push_back(row);
         else

@@ -26,10 +26,10 @@ struct DumpRow {
 
     Kind kind = Kind::hexadecimal;
     std::vector<std::optional<char>> bytes{}; // nothing for any byte
-    std::size_t leftOut = 0;
+    size_t leftOut = 0;
     std::string annotation{};
 
-    std::size_t size() const { return kind == Kind::leftOut ? leftOut : bytes.size(); }
+    size_t size() const { return kind == Kind::leftOut ? leftOut : bytes.size(); }
     bool operator==(const DumpRow&) const = default;
 };
 

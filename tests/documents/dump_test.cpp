@@ -32,7 +32,7 @@ TEST(Dump, showsItsBytesAndNoOthers)
     const std::string bytes = "\xEF\xBB\xBF"
                               "17 C:\\a\n";
     EXPECT_TRUE(isShown(bytes, request));
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (size_t i = 0; i < bytes.size(); ++i) {
         std::string other = bytes;
         ++other[i];
         EXPECT_FALSE(isShown(other, request)) << i;

@@ -16,21 +16,21 @@ constexpr std::string_view gap = "  ";
 // Takes the text in front of the next gap, and the gap.
 std::string_view takeField(std::string_view& line)
 {
-    const std::size_t end = std::min(line.find(gap), line.size());
+    const size_t end = std::min(line.find(gap), line.size());
     const std::string_view field = line.substr(0, end);
     line.remove_prefix(std::min(line.find_first_not_of(' ', end), line.size()));
     return field;
 }
 
-std::optional<std::size_t> numberOf(std::string_view text, int base)
+std::optional<size_t> numberOf(std::string_view text, int base)
 {
-    std::size_t number = 0;
+    size_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
     const bool isNumber = error == std::errc() && end == text.data() + text.size();
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-std::string hexadecimal(std::size_t number, int width)
+std::string hexadecimal(size_t number, int width)
 {
     char digits[2 * sizeof number + 1];
     std::snprintf(digits, sizeof digits, "%0*zX", width, number);
@@ -45,7 +45,7 @@ bool isUpperHexadecimal(std::string_view text)
 // Bytes in hexadecimal, one blank between two of them.
 bool readHexadecimal(std::string_view field, DumpRow& row)
 {
-    for (std::size_t at = 0; at < field.size(); at += 3) {
+    for (size_t at = 0; at < field.size(); at += 3) {
         const std::string_view digits = field.substr(at, 2);
         const bool isLast = at + 2 >= field.size();
         if (!isLast && (field[at + 2] != ' ' || at + 3 == field.size()))
@@ -63,7 +63,7 @@ bool readHexadecimal(std::string_view field, DumpRow& row)
 // Text up to its closing quote; gaps in it count as text.
 bool takeText(std::string_view& line, DumpRow& row)
 {
-    const std::size_t end = line.find('"', 1);
+    const size_t end = line.find('"', 1);
     if (end == line.npos || end == 1)
         return false;
     row.kind = Kind::text;
@@ -104,7 +104,7 @@ bool readBytes(std::string_view line, DumpRow& row)
 }
 
 // What is wrong with the line, which is due at this offset; empty when nothing is.
-std::string readRow(std::string_view line, std::size_t due, DumpRow& row)
+std::string readRow(std::string_view line, size_t due, DumpRow& row)
 {
     const std::string_view offset = takeField(line);
     if (!isUpperHexadecimal(offset))
@@ -136,14 +136,14 @@ std::string bytesText(const DumpRow& row)
 }
 
 // As it is seen: the ellipsis is one character.
-std::size_t widthOf(const std::string& text)
+size_t widthOf(const std::string& text)
 {
     return text.starts_with(ellipsis) ? text.size() - ellipsis.size() + 2 : text.size();
 }
 
-std::size_t widestBytes(const Dump& dump)
+size_t widestBytes(const Dump& dump)
 {
-    std::size_t widest = 0;
+    size_t widest = 0;
     for (const DumpRow& row : dump.rows)
         widest = std::max(widest, widthOf(bytesText(row)));
     return widest;
@@ -151,7 +151,7 @@ std::size_t widestBytes(const Dump& dump)
 
 int digitsOfOffsets(const Dump& dump)
 {
-    std::size_t size = 0;
+    size_t size = 0;
     for (const DumpRow& row : dump.rows)
         size += row.size();
     return static_cast<int>(hexadecimal(size, 2).size());
@@ -162,8 +162,8 @@ int digitsOfOffsets(const Dump& dump)
 ReadDump readDump(const FencedBlock& block)
 {
     ReadDump read{{block.name, {}}, ""};
-    std::size_t due = 0;
-    std::size_t number = block.line;
+    size_t due = 0;
+    size_t number = block.line;
     if (block.name.empty() || block.lines.empty())
         read.fault = "line " + std::to_string(number) + ": a dump without a name or without rows";
     for (const std::string& line : block.lines) {
@@ -185,10 +185,10 @@ ReadDump readDump(const FencedBlock& block)
 
 std::string asBlock(const Dump& dump)
 {
-    const std::size_t width = widestBytes(dump);
+    const size_t width = widestBytes(dump);
     const int digits = digitsOfOffsets(dump);
     std::string block = "```dump " + dump.name + '\n';
-    std::size_t offset = 0;
+    size_t offset = 0;
     for (const DumpRow& row : dump.rows) {
         const std::string bytes = bytesText(row);
         block += hexadecimal(offset, digits) + "  " + bytes;

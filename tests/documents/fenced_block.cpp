@@ -8,10 +8,10 @@ namespace {
 
 constexpr std::string_view fence = "```";
 
-FencedBlock opened(const std::string& line, std::size_t number)
+FencedBlock opened(const std::string& line, size_t number)
 {
     const std::string information = line.substr(fence.size());
-    const std::size_t blank = information.find(' ');
+    const size_t blank = information.find(' ');
     FencedBlock block;
     block.word = information.substr(0, blank);
     block.name = blank == information.npos ? "" : information.substr(blank + 1);
@@ -26,7 +26,7 @@ std::vector<FencedBlock> fencedBlocks(std::string_view page, std::string_view wo
     std::vector<FencedBlock> blocks;
     std::istringstream lines{std::string(page)};
     bool isInside = false;
-    std::size_t number = 0;
+    size_t number = 0;
     for (std::string line; std::getline(lines, line);) {
         ++number;
         const bool isFence = line.starts_with(fence);

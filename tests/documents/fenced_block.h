@@ -12,7 +12,7 @@ namespace documents {
 struct FencedBlock {
     std::string word;
     std::string name;
-    std::size_t line = 0; // the opening fence's, from 1
+    size_t line = 0; // the opening fence's, from 1
     std::vector<std::string> lines;
 
     bool operator==(const FencedBlock&) const = default;

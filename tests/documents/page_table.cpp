@@ -11,7 +11,7 @@ TableRow cellsOf(const std::string& line)
 {
     TableRow cells;
     std::string cell;
-    for (std::size_t i = 2; i < line.size(); ++i) {
+    for (size_t i = 2; i < line.size(); ++i) {
         if (line[i] == '\\' && i + 1 < line.size() && line[i + 1] == '|') {
             cell += line[++i];
         } else if (line[i] == '|') {
@@ -49,20 +49,20 @@ std::vector<TableRow> tableBelow(std::string_view page, std::string_view heading
 
 std::string codeIn(std::string_view text)
 {
-    const std::size_t begin = text.find('`');
-    const std::size_t end = begin == text.npos ? begin : text.find('`', begin + 1);
+    const size_t begin = text.find('`');
+    const size_t end = begin == text.npos ? begin : text.find('`', begin + 1);
     return end == text.npos ? "" : std::string(text.substr(begin + 1, end - begin - 1));
 }
 
 bool isLike(std::string_view text, std::string_view pattern)
 {
-    const std::size_t begin = pattern.find('<');
-    const std::size_t end = pattern.find('>', begin);
+    const size_t begin = pattern.find('<');
+    const size_t end = pattern.find('>', begin);
     if (begin == pattern.npos || end == pattern.npos)
         return text == pattern;
     if (text.substr(0, begin) != pattern.substr(0, begin))
         return false;
-    for (std::size_t taken = begin + 1; taken <= text.size(); ++taken)
+    for (size_t taken = begin + 1; taken <= text.size(); ++taken)
         if (isLike(text.substr(taken), pattern.substr(end + 1)))
             return true;
     return false;

@@ -21,7 +21,7 @@ std::string scriptUntilTheLastPart()
 // Nothing is opened for it, so that it never stands in the way of who deletes the file.
 std::optional<std::uint64_t> sizeOf(const std::wstring& path)
 {
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
         return std::nullopt;
     return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;

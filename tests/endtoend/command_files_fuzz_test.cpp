@@ -29,8 +29,9 @@ std::vector<PlannedFile> planFiles(const Installation& installation, unsigned ho
 // How many of the planned files leave this in the trace; an empty text stands for nothing at all.
 size_t countWithTrace(const std::vector<PlannedFile>& files, const std::string& text)
 {
-    return static_cast<size_t>(
-        std::count_if(files.begin(), files.end(), [&](const PlannedFile& file) {
+    return static_cast<size_t>(std::count_if(
+        files.begin(), files.end(),
+        [&](const PlannedFile& file) {
             return text.empty() ? file.trace.empty() : file.trace.find(text) != std::string::npos;
         }));
 }

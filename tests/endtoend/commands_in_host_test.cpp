@@ -26,7 +26,7 @@ protected:
 RECT waitForMenu()
 {
     HWND menu = nullptr;
-    RECT place = {};
+    RECT place{};
     waitUntil([&] {
         menu = FindWindowW(L"#32768", nullptr);
         return menu && IsWindowVisible(menu);
@@ -38,7 +38,7 @@ RECT waitForMenu()
 void clickAt(int x, int y)
 {
     SetCursorPos(x, y);
-    INPUT inputs[2] = {};
+    INPUT inputs[2]{};
     inputs[0].type = inputs[1].type = INPUT_MOUSE;
     inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
     inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
@@ -47,7 +47,7 @@ void clickAt(int x, int y)
 
 void press(WORD key)
 {
-    INPUT inputs[2] = {};
+    INPUT inputs[2]{};
     inputs[0].type = inputs[1].type = INPUT_KEYBOARD;
     inputs[0].ki.wVk = inputs[1].ki.wVk = key;
     inputs[1].ki.dwFlags = KEYEVENTF_KEYUP;

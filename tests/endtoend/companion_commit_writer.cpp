@@ -42,7 +42,7 @@ CommitAppend::~CommitAppend()
     CloseHandle(file_);
 }
 
-bool CommitAppend::lock(std::size_t bytes)
+bool CommitAppend::lock(size_t bytes)
 {
     locked_ = static_cast<DWORD>(bytes);
     return LockFile(file_, offset_, 0, locked_, 0) != FALSE;

@@ -20,7 +20,7 @@ public:
 
     // Locks so many bytes from the end on; false when another has locked one of them. The add-in
     // does not look at that.
-    bool lock(std::size_t bytes);
+    bool lock(size_t bytes);
     // Writes at the end that was found, then behind what was written before.
     bool write(const std::string& bytes);
     void unlock();

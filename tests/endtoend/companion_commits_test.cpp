@@ -45,7 +45,7 @@ void setWriteProtection(const std::wstring& path, bool isProtected)
 // Makes the file look as if it had been written so many seconds from now.
 void setWriteTime(const std::wstring& path, int secondsFromNow)
 {
-    FILETIME now = {};
+    FILETIME now{};
     GetSystemTimeAsFileTime(&now);
     ULARGE_INTEGER time = {{now.dwLowDateTime, now.dwHighDateTime}};
     time.QuadPart += static_cast<ULONGLONG>(secondsFromNow * 10'000'000LL);

@@ -10,7 +10,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr std::size_t tooLarge = 1024 * 1024 + 1;
+constexpr size_t tooLarge = 1024 * 1024 + 1;
 
 // A line of the tool data of request 17.
 std::string toolRecord(int number, const std::string& comment)

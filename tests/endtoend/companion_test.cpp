@@ -186,7 +186,7 @@ TEST_F(Companion, showsItsAboutWindowOverTheWindowThatAsks)
     EXPECT_TRUE(companion.waitForLog(L"about parent=" + number));
     const HWND about = FindWindowW(nullptr, L"About TORVA ZEM");
     ASSERT_NE(about, nullptr);
-    RECT area = {};
+    RECT area{};
     GetWindowRect(about, &area);
     EXPECT_NEAR((area.left + area.right) / 2, 800, 1);
     EXPECT_NEAR((area.top + area.bottom) / 2, 550, 1);

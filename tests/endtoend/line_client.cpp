@@ -4,7 +4,7 @@ namespace testing_support {
 
 sockaddr_in companionsAddress()
 {
-    sockaddr_in address = {};
+    sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     address.sin_port = htons(4559);
@@ -13,7 +13,7 @@ sockaddr_in companionsAddress()
 
 Sockets::Sockets()
 {
-    WSADATA data = {};
+    WSADATA data{};
     WSAStartup(MAKEWORD(2, 2), &data);
 }
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <new>
 
-void* operator new(std::size_t size)
+void* operator new(size_t size)
 {
     void* const block = testing_support::failsNow(testing_support::allocationNumber)
                             ? nullptr
@@ -19,7 +19,7 @@ void operator delete(void* block) noexcept
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t) noexcept
+void operator delete(void* block, size_t) noexcept
 {
     std::free(block);
 }

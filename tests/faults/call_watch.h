@@ -8,14 +8,14 @@
 
 namespace testing_support {
 
-inline constexpr std::size_t mostCalls = 128;
+inline constexpr size_t mostCalls = 128;
 
 struct CallWatch {
     std::atomic<bool> isOn{false};
     DWORD thread = 0; // whose calls are watched
     std::atomic<int> failing{-1};
     std::atomic<int> nth{0};
-    std::atomic<int> counts[mostCalls] = {};
+    std::atomic<int> counts[mostCalls]{};
 };
 
 inline CallWatch callWatch;

@@ -185,9 +185,9 @@ protected:
     static bool isAllowed(const Scenario& scenario, const Change& change)
     {
         return change.kind == Change::Kind::made || change.kind == Change::Kind::grown ||
-               std::ranges::any_of(scenario.replaces, [&](const std::wstring& end) {
-                   return change.file.ends_with(end);
-               });
+               std::ranges::any_of(
+                   scenario.replaces,
+                   [&](const std::wstring& end) { return change.file.ends_with(end); });
     }
 
     // The row as it should stand: what becomes of the scenario when every such call fails, and of

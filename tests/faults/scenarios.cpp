@@ -21,7 +21,7 @@ namespace {
 
 using Replaced = std::vector<std::wstring>;
 
-const Replaced nothing = {};
+const Replaced nothing{};
 const Replaced thePart = {L"a.mcam"};
 
 // ---- Settings ----------------------------------------------------------------------------------

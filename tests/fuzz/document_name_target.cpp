@@ -17,8 +17,8 @@ std::wstring plainMcamName(const std::wstring& path)
 
 std::wstring plainTitle(const std::wstring& title, const std::wstring& name)
 {
-    std::size_t kept = title.size();
-    for (std::size_t i = 0; i + 1 < title.size(); ++i)
+    size_t kept = title.size();
+    for (size_t i = 0; i + 1 < title.size(); ++i)
         if (title[i] == L' ' && title[i + 1] == L' ')
             kept = i;
     std::wstring result = between(title, 0, static_cast<long long>(kept)) + L"  ";

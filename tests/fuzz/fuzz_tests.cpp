@@ -19,10 +19,10 @@ void PrintTo(const Target& target, std::ostream* out)
 
 namespace {
 
-constexpr std::size_t inputsInAll = 1'000'000;
+constexpr size_t inputsInAll = 1'000'000;
 constexpr std::uint64_t firstSeed = 20'260;
 
-std::size_t inputsEach()
+size_t inputsEach()
 {
     return inputsInAll / allTargets().size() + 1;
 }
@@ -45,10 +45,10 @@ std::string nameOf(const ::testing::TestParamInfo<Target>& parameter)
 TEST_P(Decision, answersEachInputAsThePlainRuleSays)
 {
     const Target& target = GetParam();
-    for (std::size_t i = 0; i < target.seeds.size(); ++i)
+    for (size_t i = 0; i < target.seeds.size(); ++i)
         ASSERT_NO_FATAL_FAILURE(
             expectAgreement(target, target.seeds[i], "its seed " + std::to_string(i)));
-    const std::size_t count = inputsEach();
+    const size_t count = inputsEach();
     for (std::uint64_t seed = firstSeed; seed < firstSeed + count; ++seed) {
         Random random(seed);
         ASSERT_NO_FATAL_FAILURE(expectAgreement(target,

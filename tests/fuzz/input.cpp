@@ -18,7 +18,7 @@ unsigned valueOf(char byte)
 
 std::string_view Input::field()
 {
-    const std::size_t length = std::min(rest_.find(fieldEnd), rest_.size());
+    const size_t length = std::min(rest_.find(fieldEnd), rest_.size());
     const std::string_view taken = rest_.substr(0, length);
     rest_.remove_prefix(std::min(length + 1, rest_.size()));
     return taken;
@@ -41,9 +41,9 @@ std::wstring Input::wideRest()
     return wideText(rest());
 }
 
-void Input::takeBytes(void* target, std::size_t size)
+void Input::takeBytes(void* target, size_t size)
 {
-    const std::size_t taken = std::min(size, rest_.size());
+    const size_t taken = std::min(size, rest_.size());
     if (taken > 0)
         std::memcpy(target, rest_.data(), taken);
     rest_.remove_prefix(taken);
@@ -53,7 +53,7 @@ std::wstring wideText(std::string_view bytes)
 {
     std::wstring text;
     text.reserve(bytes.size());
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (size_t i = 0; i < bytes.size(); ++i) {
         unsigned unit = valueOf(bytes[i]);
         if (bytes[i] == pairFollows && i + 2 < bytes.size()) {
             unit = valueOf(bytes[i + 1]) << 8 | valueOf(bytes[i + 2]);

@@ -28,7 +28,7 @@ public:
     Number number()
     {
         static_assert(std::is_trivially_copyable_v<Number>);
-        Number value = {};
+        Number value{};
         takeBytes(&value, sizeof value);
         return value;
     }
@@ -39,7 +39,7 @@ public:
     std::wstring wideRest();
 
 private:
-    void takeBytes(void* target, std::size_t size);
+    void takeBytes(void* target, size_t size);
 
     std::string_view rest_;
 };

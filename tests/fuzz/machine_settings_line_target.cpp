@@ -15,12 +15,11 @@ using torvapdm::MachineSettings;
 MachineSettings plainSettings(const std::wstring& line)
 {
     std::vector<std::wstring> pieces = {{}};
-    for (const wchar_t unit : line) {
+    for (const wchar_t unit : line)
         if (unit == L'|')
             pieces.emplace_back();
         else
             pieces.back() += unit;
-    }
     MachineSettings settings;
     if (pieces.size() > 2)
         settings.ncPathNumber = plainNumberOrZero(pieces[1]);

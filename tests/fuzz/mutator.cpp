@@ -8,22 +8,22 @@ namespace fuzzing {
 
 namespace {
 
-constexpr std::size_t longestRandomBytes = 64;
-constexpr std::size_t longestDoubledPiece = 64;
-constexpr std::size_t mostChanges = 6;
+constexpr size_t longestRandomBytes = 64;
+constexpr size_t longestDoubledPiece = 64;
+constexpr size_t mostChanges = 6;
 
 // Bytes that mean something to one decision or another.
 constexpr std::string_view telling =
     "\0\t\n\r \"+-./09:;=AZ\\_az|~\x01\x1F\x7F\x80\xBB\xBF\xEF\xFE\xFF"sv;
 
 struct Piece {
-    std::size_t at;
-    std::size_t length;
+    size_t at;
+    size_t length;
 };
 
 Piece anyPiece(const std::string& bytes, Random& random)
 {
-    const std::size_t at = random.below(bytes.size() + 1);
+    const size_t at = random.below(bytes.size() + 1);
     return {at, random.below(bytes.size() - at + 1)};
 }
 
@@ -67,7 +67,7 @@ void turnBit(std::string& bytes, Random& random)
 
 void overwrite(std::string& bytes, const std::string& piece, Random& random)
 {
-    const std::size_t at = random.below(bytes.size() + 1);
+    const size_t at = random.below(bytes.size() + 1);
     bytes.replace(at, std::min(piece.size(), bytes.size() - at), piece);
 }
 
@@ -91,7 +91,7 @@ void doublePiece(std::string& bytes, Random& random)
 // The beginning of this input and the end of a seed.
 void splice(std::string& bytes, const std::string& other, Random& random)
 {
-    const std::size_t kept = random.below(bytes.size() + 1);
+    const size_t kept = random.below(bytes.size() + 1);
     bytes = bytes.substr(0, kept) + other.substr(random.below(other.size() + 1));
 }
 
@@ -124,7 +124,7 @@ void change(std::string& bytes, const Material& material, Random& random)
 std::string mutated(const Material& material, Random& random)
 {
     std::string bytes = random.isOneIn(16) ? randomBytes(random) : anyOf(material.seeds, random);
-    for (std::size_t left = 1 + random.below(mostChanges); left > 0; --left)
+    for (size_t left = 1 + random.below(mostChanges); left > 0; --left)
         change(bytes, material, random);
     return bytes;
 }

@@ -24,7 +24,7 @@ Target namedTarget()
 } // namespace
 
 // The fuzzer calls this for each of its inputs.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size)
 {
     static const Target target = namedTarget();
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

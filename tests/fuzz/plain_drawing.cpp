@@ -28,7 +28,7 @@ struct Tool {
 
 Tool guarded(const torvapdm::ToolArguments& a)
 {
-    Tool tool = {};
+    Tool tool{};
     tool.diameter = a.diameter <= 0 ? 1.0 : a.diameter;
     tool.radius = a.cornerRadius;
     tool.angle = a.tipAngle >= 0 && a.tipAngle <= 90 ? a.tipAngle : 0;
@@ -192,7 +192,7 @@ void drawTip(Drawing& d)
 PlainDrawing plainDrawing(const torvapdm::ToolArguments& arguments)
 {
     const int width = static_cast<int>(arguments.width);
-    Drawing drawing = {};
+    Drawing drawing{};
     drawing.tool = guarded(arguments);
     applyKind(drawing.tool, arguments.toolType);
     settleLengths(drawing, width, static_cast<int>(arguments.height));

@@ -7,8 +7,8 @@ namespace fuzzing {
 
 bool hasAnywhere(std::string_view text, std::string_view part)
 {
-    for (std::size_t at = 0; at + part.size() <= text.size(); ++at) {
-        std::size_t same = 0;
+    for (size_t at = 0; at + part.size() <= text.size(); ++at) {
+        size_t same = 0;
         while (same < part.size() && text[at + same] == part[same])
             ++same;
         if (same == part.size())

@@ -13,7 +13,7 @@ namespace fuzzing {
 template <class Text>
 long long firstOf(const Text& text, char sought)
 {
-    for (std::size_t i = 0; i < text.size(); ++i)
+    for (size_t i = 0; i < text.size(); ++i)
         if (text[i] == static_cast<typename Text::value_type>(sought))
             return static_cast<long long>(i);
     return -1;
@@ -23,7 +23,7 @@ template <class Text>
 long long lastOf(const Text& text, char sought)
 {
     long long last = -1;
-    for (std::size_t i = 0; i < text.size(); ++i)
+    for (size_t i = 0; i < text.size(); ++i)
         if (text[i] == static_cast<typename Text::value_type>(sought))
             last = static_cast<long long>(i);
     return last;
@@ -37,7 +37,7 @@ Text between(const Text& text, long long begin, long long end)
 {
     Text cut;
     for (long long i = begin; i < end && i < static_cast<long long>(text.size()); ++i)
-        cut += text[static_cast<std::size_t>(i)];
+        cut += text[static_cast<size_t>(i)];
     return cut;
 }
 
@@ -48,7 +48,7 @@ inline std::string_view between(const std::string_view& text, long long begin, l
     const long long last = end < size ? end : size;
     if (begin >= last)
         return {};
-    return {text.data() + begin, static_cast<std::size_t>(last - begin)};
+    return {text.data() + begin, static_cast<size_t>(last - begin)};
 }
 
 // ASCII letters, digits and signs alone, as a wide text.

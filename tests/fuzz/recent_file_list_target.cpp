@@ -14,12 +14,11 @@ std::vector<RecentFile> plainList(const std::vector<RecentFile>& before, const R
 {
     std::vector<RecentFile> list = {file};
     bool hasLostItsOldEntry = false;
-    for (const RecentFile& entry : before) {
+    for (const RecentFile& entry : before)
         if (!hasLostItsOldEntry && entry.path == file.path)
             hasLostItsOldEntry = true;
         else
             list.push_back(entry);
-    }
     if (list.size() - 1 > 20)
         list.pop_back();
     return list;
@@ -37,7 +36,7 @@ bool areSame(const std::vector<RecentFile>& a, const std::vector<RecentFile>& b)
 {
     if (a.size() != b.size())
         return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
+    for (size_t i = 0; i < a.size(); ++i)
         if (a[i].id != b[i].id || a[i].path != b[i].path)
             return false;
     return true;

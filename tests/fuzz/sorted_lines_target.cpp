@@ -10,18 +10,17 @@ namespace {
 std::vector<std::string> linesOf(std::string_view bytes)
 {
     std::vector<std::string> lines = {{}};
-    for (const char byte : bytes) {
+    for (const char byte : bytes)
         if (byte == '\n')
             lines.emplace_back();
         else
             lines.back() += byte;
-    }
     return lines;
 }
 
 bool isBefore(const std::string& a, const std::string& b)
 {
-    for (std::size_t i = 0; i < a.size() && i < b.size(); ++i) {
+    for (size_t i = 0; i < a.size() && i < b.size(); ++i) {
         const int left = static_cast<unsigned char>(a[i]);
         const int right = static_cast<unsigned char>(b[i]);
         if (left != right)

@@ -17,7 +17,7 @@ using torvapdm::ToolArguments;
 
 ToolArguments takeArguments(Input& input)
 {
-    ToolArguments arguments = {};
+    ToolArguments arguments{};
     arguments.width = input.number<std::uint16_t>();
     arguments.height = input.number<std::uint16_t>();
     arguments.toolType = input.number<unsigned char>() % 17;

@@ -84,7 +84,7 @@ Value takeValue(Input& input, Width width)
 // Hands the values out one after the other, each as its member's type.
 class Values {
 public:
-    template <std::size_t count>
+    template <size_t count>
     std::string take(Input& input, const Key (&keys)[count])
     {
         values_.clear();
@@ -117,7 +117,7 @@ private:
     const Value& next() { return values_.at(next_++); }
 
     std::vector<Value> values_;
-    std::size_t next_ = 0;
+    size_t next_ = 0;
 };
 
 void fillTools(torvapdm::ToolRecordValues& record, Values& values)
@@ -151,7 +151,7 @@ void fillOperation(torvapdm::ToolRecordValues& record, Values& values)
 std::string checkToolRecord(std::string_view bytes)
 {
     Input input(bytes);
-    torvapdm::ToolRecordValues record = {};
+    torvapdm::ToolRecordValues record{};
     Values values;
     std::string expected = "TOOLDATA" + values.take(input, keysBeforeTheComment);
     fillTools(record, values);

@@ -23,7 +23,7 @@ struct Pixels {
     {
         if (x < 0 || x >= width || y < 0 || y >= height)
             return false;
-        const auto at = static_cast<std::size_t>(y * width + x);
+        const auto at = static_cast<size_t>(y * width + x);
         return at < bits.size() && bits[at] == '#';
     }
 };

@@ -41,7 +41,7 @@ int main(int count, char** arguments)
     const std::filesystem::path folder = arguments[1];
     for (const Target& target : allTargets()) {
         std::filesystem::create_directories(folder / target.name);
-        for (std::size_t i = 0; i < target.seeds.size(); ++i)
+        for (size_t i = 0; i < target.seeds.size(); ++i)
             writeFile(folder / target.name / std::to_string(i), target.seeds[i]);
         writeFile(folder / (std::string(target.name) + ".dict"), dictionaryOf(target.tokens));
     }

@@ -26,7 +26,9 @@ auto throwing(Thrown thrown)
 
 TEST(Edge, givesTheBodysResult)
 {
-    EXPECT_EQ(atEdge(0, [] { return 7; }), 7);
+    EXPECT_EQ(atEdge(
+                  0, [] { return 7; }),
+              7);
     EXPECT_EQ(atEdgeLetting<CException*>(0, [] { return 7; }), 7);
 }
 

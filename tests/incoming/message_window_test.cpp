@@ -24,10 +24,9 @@ protected:
     LRESULT sendOpenMessage() { return SendMessageW(messageWindow, openMessage, 0, 0); }
     bool hasOpened()
     {
-        for (const std::wstring& line : newTrace()) {
+        for (const std::wstring& line : newTrace())
             if (line.find(L"DoFileOpen") != line.npos)
                 return true;
-        }
         return false;
     }
 };

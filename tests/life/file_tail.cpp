@@ -16,10 +16,10 @@ std::string bytesFrom(const std::wstring& path, unsigned long long offset)
                                     OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return {};
-    LARGE_INTEGER place = {};
+    LARGE_INTEGER place{};
     place.QuadPart = static_cast<LONGLONG>(offset);
     std::string bytes;
-    LARGE_INTEGER size = {};
+    LARGE_INTEGER size{};
     if (GetFileSizeEx(file, &size) && size.QuadPart > place.QuadPart &&
         SetFilePointerEx(file, place, nullptr, FILE_BEGIN)) {
         bytes.resize(1 << 20);

@@ -114,7 +114,7 @@ private:
     SoakMenu menu_;
     size_t steps_ = 0;
     Model model_;
-    std::array<int, 2> passesSaved_ = {};
+    std::array<int, 2> passesSaved_{};
     std::array<int, 2> versions_ = {1, 1};
     std::int32_t nextRequestId_;
     int lastRequested_ = 0; // the part of the request that was written last

@@ -9,7 +9,7 @@ namespace {
 
 using Way = Act::Way;
 
-constexpr std::size_t mostRecentFiles = 21;
+constexpr size_t mostRecentFiles = 21;
 constexpr std::int32_t burstNcPath = 4;
 const std::wstring newFileLines[] = {L"other set_db_unchanged()",
                                      LR"(other post_FT_command("Mastercam", "OnFileNew"))"};

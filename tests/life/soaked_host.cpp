@@ -183,7 +183,7 @@ bool SoakedHost::isRequestWritten(const Act& act) const
 // Nothing is opened for it, so that it never stands in the way of who deletes the file.
 bool SoakedHost::isRequestTaken() const
 {
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
+    WIN32_FILE_ATTRIBUTE_DATA data{};
     return GetFileAttributesExW(host_.commandFile().c_str(), GetFileExInfoStandard, &data) &&
            data.nFileSizeHigh == 0 && data.nFileSizeLow == 0;
 }

@@ -129,12 +129,14 @@ void append(Lines& lines, const Lines& more)
 template <class Condition, class Call>
 void callFromLoop(Condition, Call)
 {
-    SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR timer, DWORD) {
-        if (!Condition()())
-            return;
-        KillTimer(nullptr, timer);
-        Call()();
-    });
+    SetTimer(
+        nullptr, 0, 1,
+        [](HWND, UINT, UINT_PTR timer, DWORD) {
+            if (!Condition()())
+                return;
+            KillTimer(nullptr, timer);
+            Call()();
+        });
 }
 
 // The host's own functions, once the add-in's calls go through here.

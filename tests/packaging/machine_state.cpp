@@ -24,7 +24,7 @@ bool isFolderItself(const std::wstring_view& name)
 
 void addFiles(State& state, const std::wstring& folder, const std::wstring& leftOut)
 {
-    WIN32_FIND_DATAW found = {};
+    WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
     for (BOOL isThere = search != INVALID_HANDLE_VALUE; isThere;
          isThere = FindNextFileW(search, &found)) {

@@ -52,8 +52,8 @@ std::wstring versionNumbers(const std::wstring& program)
 std::optional<DWORD> timeOfMaking(const std::wstring& program)
 {
     const std::string bytes = readBytes(program).value_or("");
-    IMAGE_DOS_HEADER start = {};
-    IMAGE_NT_HEADERS64 headers = {};
+    IMAGE_DOS_HEADER start{};
+    IMAGE_NT_HEADERS64 headers{};
     bytes.copy(reinterpret_cast<char*>(&start), sizeof start);
     const size_t place = static_cast<size_t>(start.e_lfanew);
     if (place == 0 || place + sizeof headers > bytes.size())

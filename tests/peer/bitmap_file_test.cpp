@@ -114,7 +114,7 @@ TEST(BitmapFile, mayHaveALongerHeaderAndRoomBeforeItsRows)
 TEST(BitmapFile, isNoneWhenItEndsTooSoon)
 {
     const std::string whole = file({}, rows32);
-    for (std::size_t size = 0; size < whole.size(); ++size)
+    for (size_t size = 0; size < whole.size(); ++size)
         EXPECT_TRUE(isNone(whole.substr(0, size))) << size;
     EXPECT_FALSE(isNone(whole + "more"));
 }

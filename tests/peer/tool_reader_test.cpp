@@ -26,7 +26,7 @@ constexpr char fullRecord[] =
 std::string with(const std::string& text, const std::string& other)
 {
     std::string record = fullRecord;
-    const std::size_t place = record.find(text);
+    const size_t place = record.find(text);
     EXPECT_NE(place, std::string::npos) << text;
     return record.replace(place, text.size(), other);
 }

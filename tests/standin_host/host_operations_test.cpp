@@ -163,7 +163,7 @@ TEST_F(HostOperations, doNotFailUnderAnUnknownName)
 TEST_F(HostOperations, leaveTheirExceptionToTheCaller)
 {
     standin::raiseNext("GetApp", 2);
-    CException* held[2] = {};
+    CException* held[2]{};
     for (CException*& exception : held)
         try {
             GetApp();

@@ -256,7 +256,7 @@ TEST_F(HostState, pictureIsABitmapOfTheWholeViewThatShowsThePart)
     ASSERT_GT(after.size(), sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER));
     const auto* const file = reinterpret_cast<const BITMAPFILEHEADER*>(after.data());
     const auto* const header = reinterpret_cast<const BITMAPINFOHEADER*>(file + 1);
-    RECT client = {};
+    RECT client{};
     GetClientRect(get_MainFrame()->GetSafeHwnd(), &client);
     EXPECT_EQ(after.substr(0, 2), "BM");
     EXPECT_EQ(file->bfSize, after.size());

@@ -115,7 +115,7 @@ TEST_F(PopupMenus, postTheCommandToTheirOwnerWhenAskedTo)
 {
     standin::chooseNext(L"About");
     EXPECT_TRUE(show(0) != 0);
-    MSG message = {};
+    MSG message{};
     ASSERT_TRUE(PeekMessageW(&message, owner, WM_COMMAND, WM_COMMAND, PM_REMOVE));
     EXPECT_EQ(message.wParam, 5u);
     EXPECT_EQ(newTrace(), line);

@@ -49,7 +49,7 @@ bool isFolderItself(const std::wstring& name)
 
 void removeBelow(const std::wstring& path)
 {
-    WIN32_FIND_DATAW found = {};
+    WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
     for (BOOL isThere = search != INVALID_HANDLE_VALUE; isThere;
          isThere = FindNextFileW(search, &found)) {
@@ -90,7 +90,7 @@ void endProcess(DWORD processId)
 void endProgramsIn(const std::wstring& folder)
 {
     const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry = {};
+    PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     for (BOOL more = Process32FirstW(processes, &entry); more;
          more = Process32NextW(processes, &entry))

@@ -24,7 +24,7 @@ bool isReadable(SOCKET socket, unsigned milliseconds)
 SOCKET listenOnPort()
 {
     const SOCKET listening = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in address = {};
+    sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     address.sin_port = htons(4559);
@@ -39,7 +39,7 @@ SOCKET listenOnPort()
 
 LineReceiver::LineReceiver()
 {
-    WSADATA data = {};
+    WSADATA data{};
     WSAStartup(MAKEWORD(2, 2), &data);
     // The sockets of a program that was just ended may stay open for a moment.
     if (!waitUntil([this] { return (listening_ = listenOnPort()) != INVALID_SOCKET; })) {

@@ -7,10 +7,9 @@ namespace testing_support {
 
 size_t count(const Lines& lines, const std::wstring& text)
 {
-    return static_cast<size_t>(
-        std::count_if(lines.begin(), lines.end(), [&](const std::wstring& line) {
-            return line.find(text) != std::wstring::npos;
-        }));
+    return static_cast<size_t>(std::count_if(
+        lines.begin(), lines.end(),
+        [&](const std::wstring& line) { return line.find(text) != std::wstring::npos; }));
 }
 
 Lines linesThatStart(const Lines& lines, const std::wstring& text)

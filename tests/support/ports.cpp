@@ -36,7 +36,7 @@ void addPorts(std::set<unsigned>& ports, const Read& read, Port portOf)
 int connectTo(unsigned short port)
 {
     const SOCKET caller = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    sockaddr_in address = {};
+    sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     address.sin_port = htons(port);

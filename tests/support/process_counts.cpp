@@ -14,7 +14,7 @@ namespace {
 size_t privateBytesOf(HANDLE process)
 {
     size_t bytes = 0;
-    MEMORY_BASIC_INFORMATION region = {};
+    MEMORY_BASIC_INFORMATION region{};
     const BYTE* address = nullptr;
     while (VirtualQueryEx(process, address, &region, sizeof region) == sizeof region) {
         if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE)

@@ -9,7 +9,7 @@ namespace testing_support {
 
 Process::Process(std::wstring commandLine, bool isSuspended)
 {
-    STARTUPINFOW start = {};
+    STARTUPINFOW start{};
     start.cb = sizeof start;
     // A start can be refused for a moment while another process of the program is ending.
     const auto started = [&] {

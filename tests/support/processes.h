@@ -25,7 +25,7 @@ public:
     void end();
 
 private:
-    PROCESS_INFORMATION information_ = {};
+    PROCESS_INFORMATION information_{};
 };
 
 // The argument in double quotes.

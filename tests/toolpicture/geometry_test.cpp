@@ -11,7 +11,7 @@ namespace {
 // A flat tool without a taper: its scale comes from the longer of the two.
 ToolDimensions toolOf(double totalLength, double drawnWidth, double diameter = 10)
 {
-    ToolDimensions tool = {};
+    ToolDimensions tool{};
     tool.diameter = diameter;
     tool.shankDiameter = drawnWidth;
     tool.overallLength = totalLength;

@@ -58,7 +58,7 @@ const ToolGeometry geometry = {2.0, 50, 20, 8, 12, 12, 80};
 // Overall 140.8 units, shoulder 61.9, flutes 41.
 ToolDimensions flatTool()
 {
-    ToolDimensions tool = {};
+    ToolDimensions tool{};
     tool.diameter = 48;
     tool.fluteLength = 41;
     tool.shoulderLength = 61.9;

@@ -32,7 +32,7 @@ class Board {
 public:
     Board(int width, int height) : pixels_(width * 2, height * 2)
     {
-        BITMAPINFO information = {};
+        BITMAPINFO information{};
         information.bmiHeader.biSize = sizeof information.bmiHeader;
         information.bmiHeader.biWidth = pixels_.width;
         information.bmiHeader.biHeight = -pixels_.height;
@@ -80,7 +80,7 @@ bool isOneOf(std::uint32_t kind, std::initializer_list<std::uint32_t> kinds)
 
 Tool toolOf(const torvapdm::ToolArguments& a)
 {
-    Tool t = {};
+    Tool t{};
     t.diameter = a.diameter > 0 ? a.diameter : 1;
     t.angle = a.tipAngle < 0 || a.tipAngle > 90 ? 0 : a.tipAngle;
     t.flute = a.fluteLength < 0 ? 2 : a.fluteLength;
@@ -135,7 +135,7 @@ int capHalfOf(double total, double scale, int width)
 
 Layout layoutOf(const Tool& t, int width, int height)
 {
-    Layout at = {};
+    Layout at{};
     at.reversed = t.radius < 0;
     at.radius = std::fabs(t.radius);
     if (t.angle <= 0.001 && at.radius > t.diameter / 2)

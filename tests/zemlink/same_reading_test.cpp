@@ -27,7 +27,7 @@ std::string textOf(const Pieces& pieces, fuzzing::Random& random, unsigned most)
 {
     std::string text;
     for (auto left = random.below(most + 1); left > 0; --left)
-        text += pieces[static_cast<std::size_t>(random.below(pieces.size()))];
+        text += pieces[static_cast<size_t>(random.below(pieces.size()))];
     return text;
 }
 

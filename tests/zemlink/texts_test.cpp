@@ -14,7 +14,7 @@ namespace {
 constexpr auto mark = "\xEF\xBB\xBF";
 
 void expectOpening(const std::string& bytes, RequestKind kind, int id, const std::string& path,
-                   std::size_t remarks)
+                   size_t remarks)
 {
     const CommandText text = readCommandText(bytes);
     EXPECT_EQ(requestName(text.kind), requestName(kind)) << bytes;

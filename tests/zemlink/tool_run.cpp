@@ -34,7 +34,7 @@ ToolRun::ToolRun(const Installation& installation, const std::wstring& words,
                  const std::wstring& name, const std::wstring& program)
     : outputPath_(installation.path(name + L".out")), errorPath_(installation.path(name + L".err"))
 {
-    STARTUPINFOW start = {};
+    STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdOutput = openForChild(outputPath_);

@@ -32,7 +32,7 @@ public:
 
 private:
     const std::wstring outputPath_, errorPath_;
-    PROCESS_INFORMATION information_ = {};
+    PROCESS_INFORMATION information_{};
 };
 
 struct ToolResult {

@@ -30,9 +30,8 @@ constexpr std::int64_t usualTimeoutMs = 10000;
 Outcome send(const Arguments& arguments, const Report& request, const std::string& bytes)
 {
     const HostChoice choice = chooseHost(companion::findHosts(), arguments.host);
-    if (!choice.process) {
+    if (!choice.process)
         return failure(choice.reason);
-    }
     const std::wstring file = companion::commandFilePath(registeredFolder().path, *choice.process);
     const Delivered delivered = deliver(file, bytes, arguments.timeoutMs.value_or(usualTimeoutMs));
     return answerOutcome(request, *choice.process, delivered.verdict, delivered.cause);
@@ -55,9 +54,8 @@ Outcome sendOpen(const Arguments& arguments)
         const DWORD error = GetLastError();
         return failure(toUtf8(path) + ": " + systemErrorText(error));
     }
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
         return failure(toUtf8(path) + ": it is a folder");
-    }
     const auto bytes = companion::openRequest(arguments.id, path);
     if (!bytes) {
         return failure(toUtf8(path) +
@@ -107,9 +105,8 @@ Outcome decodeFile(const Arguments& arguments)
 {
     const std::wstring path = fromUtf8(arguments.path);
     const auto bytes = companion::readFile(path);
-    if (!bytes) {
+    if (!bytes)
         return failure(arguments.path + ": " + readingError(path));
-    }
     const auto kind = arguments.kind ? arguments.kind : kindOf(companion::fileNameOf(path), *bytes);
     if (!kind) {
         return failure(arguments.path +
@@ -147,17 +144,15 @@ int carryOut(const Arguments& arguments)
 {
     if (arguments.command == Command::none) {
         const bool isAsked = arguments.exitCode == done;
-        if (isAsked) {
+        if (isAsked)
             print(Stream::output, arguments.text);
-        } else {
+        else
             printComplaint(arguments.text);
-        }
         return arguments.exitCode;
     }
     const Outcome outcome = outcomeOf(arguments);
-    if (!outcome.report.is_null()) {
+    if (!outcome.report.is_null())
         printReport(outcome.report, arguments.isJson);
-    }
     return outcome.exitCode;
 }
 

@@ -18,9 +18,8 @@ std::uint64_t takenOf(const companion::CommitRequestPaths& paths, bool isClosed)
 {
     const auto bytes = companion::readFile(paths.bookmark);
     const auto bookmark = companion::readBookmark(companion::fromUtf8(bytes.value_or("")));
-    if (bookmark && bookmark->isFinished) {
+    if (bookmark && bookmark->isFinished)
         return isClosed ? companion::fileSize(paths.closed) : 0;
-    }
     return bookmark ? bookmark->taken : 0;
 }
 
@@ -35,7 +34,7 @@ CommitFile commitFile(const std::wstring& folder, const std::wstring& name, std:
     file.waiting = companion::readFile(file.path);
     if (file.waiting) {
         file.taken = file.taken <= file.waiting->size() ? file.taken : 0;
-        file.waiting->erase(0, static_cast<std::size_t>(file.taken));
+        file.waiting->erase(0, static_cast<size_t>(file.taken));
     }
     return file;
 }
@@ -47,15 +46,13 @@ std::vector<CommitFile> findCommitFiles(const std::wstring& folder)
     std::vector<CommitFile> files;
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW(companion::commitRequestPattern(folder).c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) {
+    if (search == INVALID_HANDLE_VALUE)
         return files;
-    }
     do {
         const std::wstring name = found.cFileName;
         const auto process = companion::processOfCommitRequest(name);
-        if (process && !name.ends_with(L".taken")) {
+        if (process && !name.ends_with(L".taken"))
             files.push_back(commitFile(folder, name, *process));
-        }
     } while (FindNextFileW(search, &found));
     FindClose(search);
     std::sort(files.begin(), files.end(), [](const CommitFile& a, const CommitFile& b) {

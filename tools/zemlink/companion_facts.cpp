@@ -29,7 +29,7 @@ Companion lookAtCompanion()
         wchar_t title[256];
         const int length = GetWindowTextW(window, title, 256);
         seen.process = process;
-        seen.title = std::wstring(title, static_cast<std::size_t>(std::max(length, 0)));
+        seen.title = std::wstring(title, static_cast<size_t>(std::max(length, 0)));
     }
     return seen;
 }

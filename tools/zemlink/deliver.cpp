@@ -30,9 +30,8 @@ Verdict waitFor(const std::wstring& path, Clock::time_point since, Judge judge)
         const Sight sight = companion::lookAtCommandFile(path);
         lastSeen = sight.exists ? Clock::now() : lastSeen;
         const Verdict verdict = judge(sight, elapsedMs(since), elapsedMs(lastSeen));
-        if (verdict != Verdict::wait) {
+        if (verdict != Verdict::wait)
             return verdict;
-        }
     }
 }
 

@@ -20,9 +20,8 @@ namespace {
 Result lookAt(const std::wstring& path, bool isFolderExpected)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
+    if (attributes == INVALID_FILE_ATTRIBUTES)
         return resultOf(false, GetLastError());
-    }
     const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     return resultOf(isFolder == isFolderExpected,
                     isFolderExpected ? ERROR_DIRECTORY : ERROR_FILE_NOT_FOUND);
@@ -43,9 +42,8 @@ Result tryToMakeFile(const std::wstring& folder)
 std::optional<std::uint32_t> processOfCommandFile(std::wstring_view name)
 {
     constexpr std::wstring_view start = L"mastercam-", end = L".dat";
-    if (!name.starts_with(start) || !name.ends_with(end)) {
+    if (!name.starts_with(start) || !name.ends_with(end))
         return std::nullopt;
-    }
     name.remove_prefix(start.size());
     name.remove_suffix(end.size());
     const auto number = companion::readNumber(name, 0, std::numeric_limits<std::uint32_t>::max());
@@ -59,9 +57,8 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
     std::vector<CommandFile> files;
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW((folder + L"\\temp\\mastercam-*.dat").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) {
+    if (search == INVALID_HANDLE_VALUE)
         return files;
-    }
     do {
         const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         if (const auto process = processOfCommandFile(found.cFileName); process && !isFolder) {
@@ -85,9 +82,8 @@ Facts gatherFacts(Temp temp)
     facts.folderThere = lookAt(folder, true);
     facts.commitThere = lookAt(folder + L"\\commit", true);
     facts.programThere = lookAt(folder + L"\\TORVA-ZEM.exe", false);
-    if (temp == Temp::isTried) {
+    if (temp == Temp::isTried)
         facts.tempWritable = tryToMakeFile(folder + L"\\temp");
-    }
     facts.settings = companion::readFile(folder + L"\\cfg\\settings.ini");
     facts.companion = lookAtCompanion();
     facts.hosts = companion::findHosts();

@@ -27,9 +27,8 @@ Outcome listenForNotices(std::optional<std::int64_t> count, std::optional<std::i
     const Clock::time_point start = Clock::now();
     std::int64_t shown = 0;
     while (!(count && shown >= *count)) {
-        if (timeoutMs && Clock::now() - start >= std::chrono::milliseconds(*timeoutMs)) {
+        if (timeoutMs && Clock::now() - start >= std::chrono::milliseconds(*timeoutMs))
             return {Report(), count ? trouble : done};
-        }
         for (const std::string& line : companion::receiveLines(port)) {
             if (!line.empty() && !(count && shown >= *count)) {
                 show(noticeReport(line));

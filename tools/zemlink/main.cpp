@@ -12,9 +12,8 @@
 int wmain(int count, wchar_t** words)
 {
     std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i) {
+    for (int i = 1; i < count; ++i)
         arguments.push_back(companion::toUtf8(words[i]));
-    }
     try {
         return zemlink::carryOut(zemlink::readArguments(std::move(arguments)));
     } catch (const std::exception& error) {

@@ -16,9 +16,8 @@ constexpr int indent = 2;
 bool printToConsole(HANDLE stream, std::string_view text)
 {
     DWORD mode = 0;
-    if (!GetConsoleMode(stream, &mode)) {
+    if (!GetConsoleMode(stream, &mode))
         return false;
-    }
     const std::wstring wide = companion::fromUtf8(text);
     DWORD written = 0;
     return WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
@@ -48,20 +47,18 @@ void print(Stream stream, std::string_view text)
 
 void printComplaint(std::string_view lines)
 {
-    for (const std::string_view line : companion::fileLines(lines)) {
+    for (const std::string_view line : companion::fileLines(lines))
         print(Stream::error, visible(std::string(line)) + '\n');
-    }
 }
 
 void printReport(const Report& report, bool isJson)
 {
-    if (isJson) {
+    if (isJson)
         print(Stream::output, json(report, indent));
-    } else if (report.contains("error")) {
+    else if (report.contains("error"))
         print(Stream::error, "zemlink: " + visible(report["error"].get<std::string>()) + '\n');
-    } else {
+    else
         print(Stream::output, asText(report));
-    }
 }
 
 } // namespace zemlink

@@ -28,9 +28,8 @@ std::vector<MIB_TCPROW_OWNER_PID> listeningSockets()
         table.resize(bytes);
         error = read();
     }
-    if (error != NO_ERROR || table.size() < sizeof(MIB_TCPTABLE_OWNER_PID)) {
+    if (error != NO_ERROR || table.size() < sizeof(MIB_TCPTABLE_OWNER_PID))
         return {};
-    }
     DWORD count = 0;
     std::memcpy(&count, table.data(), sizeof count);
     std::vector<MIB_TCPROW_OWNER_PID> rows(count);
@@ -47,9 +46,8 @@ sockaddr_in hostsTarget()
     address.sin_port = htons(companion::linePortNumber);
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     const hostent* own = gethostbyname("");
-    if (own != nullptr && own->h_addrtype == AF_INET && own->h_addr_list[0] != nullptr) {
+    if (own != nullptr && own->h_addrtype == AF_INET && own->h_addr_list[0] != nullptr)
         std::memcpy(&address.sin_addr, own->h_addr_list[0], sizeof address.sin_addr);
-    }
     return address;
 }
 
@@ -62,9 +60,8 @@ int waitForConnection(const OwnSocket& socket)
     FD_SET(socket.get(), &writable);
     FD_SET(socket.get(), &failed);
     timeval longest{longestConnectMs / 1000, 0};
-    if (select(0, nullptr, &writable, &failed, &longest) <= 0) {
+    if (select(0, nullptr, &writable, &failed, &longest) <= 0)
         return WSAETIMEDOUT;
-    }
     int error = 0;
     int size = sizeof error;
     getsockopt(socket.get(), SOL_SOCKET, SO_ERROR, reinterpret_cast<char*>(&error), &size);
@@ -74,13 +71,11 @@ int waitForConnection(const OwnSocket& socket)
 int connectionError()
 {
     const OwnSocket caller(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-    if (!caller.isOpen() || !companion::makeNonblocking(caller)) {
+    if (!caller.isOpen() || !companion::makeNonblocking(caller))
         return WSAGetLastError();
-    }
     const sockaddr_in target = hostsTarget();
-    if (connect(caller.get(), reinterpret_cast<const sockaddr*>(&target), sizeof target) == 0) {
+    if (connect(caller.get(), reinterpret_cast<const sockaddr*>(&target), sizeof target) == 0)
         return 0;
-    }
     const int error = WSAGetLastError();
     return error == WSAEWOULDBLOCK ? waitForConnection(caller) : error;
 }

@@ -8,9 +8,8 @@ bool isRunning(std::uint32_t process)
 {
     const companion::OwnHandle handle(
         OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
-    if (!handle) {
+    if (!handle)
         return GetLastError() == ERROR_ACCESS_DENIED;
-    }
     // The system takes an id that is no multiple of four for the next smaller one.
     return GetProcessId(handle.get()) == process &&
            WaitForSingleObject(handle.get(), 0) == WAIT_TIMEOUT;

@@ -13,9 +13,8 @@ std::string systemErrorText(std::uint32_t code)
                                             FORMAT_MESSAGE_MAX_WIDTH_MASK, // no line ends
                                         nullptr, code, 0, words, 512, nullptr);
     std::string text = companion::toUtf8(std::wstring_view(words, length));
-    while (text.ends_with(' ')) {
+    while (text.ends_with(' '))
         text.pop_back();
-    }
     return (text.empty() ? "The system has no words for it." : text) + " (error " +
            std::to_string(code) + ")";
 }

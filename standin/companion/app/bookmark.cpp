@@ -13,10 +13,9 @@ constexpr std::int64_t mostBytes = 999'999'999'999'999;
 // Takes what stands before the separator, and the separator, off the front; empty without one.
 std::optional<std::wstring_view> takeUntil(std::wstring_view& text, wchar_t separator)
 {
-    const std::size_t end = text.find(separator);
-    if (end == text.npos) {
+    const size_t end = text.find(separator);
+    if (end == text.npos)
         return std::nullopt;
-    }
     const std::wstring_view taken = text.substr(0, end);
     text.remove_prefix(end + 1);
     return taken;
@@ -41,9 +40,8 @@ std::optional<VersionPlan> readPlan(std::wstring_view text)
     const auto number = takeNumber(text);
     const auto version = number ? takeNumber(text) : std::nullopt;
     const auto name = version ? takeUntil(text, L'\n') : std::nullopt;
-    if (!name || name->empty() || !text.empty()) {
+    if (!name || name->empty() || !text.empty())
         return std::nullopt;
-    }
     return VersionPlan{*number, *version, std::wstring(*name)};
 }
 
@@ -51,9 +49,8 @@ std::optional<VersionPlan> readPlan(std::wstring_view text)
 
 std::wstring bookmarkText(const Bookmark& bookmark)
 {
-    if (bookmark.isFinished) {
+    if (bookmark.isFinished)
         return L"finished\n";
-    }
     std::wstring text = L"taken " + std::to_wstring(bookmark.taken) + L'\n';
     if (bookmark.underWay) {
         const VersionPlan& plan = *bookmark.underWay;
@@ -65,19 +62,16 @@ std::wstring bookmarkText(const Bookmark& bookmark)
 
 std::optional<Bookmark> readBookmark(std::wstring_view text)
 {
-    if (text == L"finished\n") {
+    if (text == L"finished\n")
         return Bookmark{.isFinished = true};
-    }
     const bool isTaken = takeWord(text, L"taken ");
     const auto digits = isTaken ? takeUntil(text, L'\n') : std::nullopt;
     const auto taken = digits ? readNumber(*digits, 0, mostBytes) : std::nullopt;
-    if (!taken) {
+    if (!taken)
         return std::nullopt;
-    }
     Bookmark bookmark{.taken = static_cast<std::uint64_t>(*taken)};
-    if (text.empty()) {
+    if (text.empty())
         return bookmark;
-    }
     bookmark.underWay = takeWord(text, L"storing ") ? readPlan(text) : std::nullopt;
     return bookmark.underWay ? std::optional(bookmark) : std::nullopt;
 }

@@ -23,8 +23,8 @@ bool refuse(State& state, const std::wstring& reason)
 
 bool isListed(const std::vector<Host>& hosts, std::uint32_t process)
 {
-    return std::any_of(hosts.begin(), hosts.end(),
-                       [&](const Host& host) { return host.process == process; });
+    return std::any_of(
+        hosts.begin(), hosts.end(), [&](const Host& host) { return host.process == process; });
 }
 
 // A host without a main window has no property to be found by; its command file shows it.
@@ -61,15 +61,13 @@ bool addSettings(const State& state, const Command& command, const LibraryItem& 
 {
     delivery.settingsFile = machineSettingsPath(state.folder, delivery.id);
     const std::wstring machine = command.machine.value_or(item.machine);
-    if (machine.empty()) {
+    if (machine.empty())
         return true;
-    }
     const auto line = machineSettingsLine(delivery.id, command.ncPath.value_or(item.ncPath),
                                           secondNumber, machine);
     const auto bytes = line ? toAnsi(*line) : std::nullopt;
-    if (!bytes) {
+    if (!bytes)
         return false;
-    }
     delivery.settings = *bytes;
     return true;
 }
@@ -83,16 +81,13 @@ bool sendItem(State& state, const Command& command, const LibraryItem& item, std
                       .writtenEvent = L"sent",
                       .versionFile = versionPath(state.folder, item),
                       .workFile = workFolder(state.folder) + L'\\' + item.name + L".mcam"};
-    if (!isFile(delivery.versionFile)) {
+    if (!isFile(delivery.versionFile))
         return refuse(state, L"there is no file " + delivery.versionFile);
-    }
     const auto request = openRequest(delivery.id, delivery.workFile);
-    if (!request) {
+    if (!request)
         return refuse(state, L"a host cannot be given the path " + delivery.workFile);
-    }
-    if (!addSettings(state, command, item, delivery)) {
+    if (!addSettings(state, command, item, delivery))
         return refuse(state, L"the path of the machine definition cannot be passed on");
-    }
     keepCopy(state.copies, {delivery.id, item.number, delivery.workFile});
     delivery.request = *request;
     delivery.writtenFields = textField(L"file", delivery.workFile);
@@ -104,14 +99,12 @@ bool sendItem(State& state, const Command& command, const LibraryItem& item, std
 // What hosts have handed back comes first: the part's working copy is about to be written over.
 bool send(State& state, const Command& command)
 {
-    if (!takeAllCommits(state)) {
+    if (!takeAllCommits(state))
         return refuse(state, L"a commit waits to be stored");
-    }
     refreshLibrary(state.library, state.folder, state.log);
     const LibraryItem* item = findItem(state.library.index, command.value);
-    if (item == nullptr) {
+    if (item == nullptr)
         return refuse(state, L"the library has no item " + command.value);
-    }
     const auto host = chooseHost(state, command);
     return host && sendItem(state, command, *item, *host);
 }
@@ -119,14 +112,12 @@ bool send(State& state, const Command& command)
 bool sendNewFile(State& state, const Command& command)
 {
     const auto host = chooseHost(state, command);
-    if (!host) {
+    if (!host)
         return false;
-    }
     const std::int32_t id = requestId(command, 0);
     state.sentFile.erase(*host);
-    if (id != 0) {
+    if (id != 0)
         keepCopy(state.copies, {.id = id}); // what comes back with this id is a new part
-    }
     deliver(state.deliveries, {.host = *host,
                                .id = id,
                                .commandFile = commandFilePath(state.folder, *host),
@@ -139,9 +130,8 @@ bool sendNewFile(State& state, const Command& command)
 bool sendCheckIn(State& state, const Command& command)
 {
     const auto host = chooseHost(state, command);
-    if (!host) {
+    if (!host)
         return false;
-    }
     const std::wstring name = state.sentFile[*host];
     state.sentFile.erase(*host);
     deliver(state.deliveries, {.host = *host,
@@ -177,9 +167,8 @@ bool noteNotUnderstood(State& state, const std::wstring& arguments)
 bool refreshHosts(State& state)
 {
     std::vector<Host> found = findHosts();
-    if (found == state.hosts) {
+    if (found == state.hosts)
         return false;
-    }
     found.swap(state.hosts);
     for (const Host& host : state.hosts) {
         if (!isListed(found, host.process)) {

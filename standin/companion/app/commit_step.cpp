@@ -31,7 +31,7 @@ std::wstring sourceField(const RequestFile& file)
 
 // The end of a record, whatever became of it. An unwritten bookmark only means that a next start
 // would find the version stored before.
-CommitStep passOver(State& state, RequestFile& file, std::size_t size)
+CommitStep passOver(State& state, RequestFile& file, size_t size)
 {
     file.bookmark.taken += size;
     file.bookmark.underWay.reset();
@@ -54,9 +54,8 @@ CommitStep wait(State& state, const CommitRecord& record, const std::wstring& re
 void putPictureAside(State& state, const CommittedFile& file)
 {
     const std::wstring kept = freeName(screenPicturePath(state.folder) + L".kept-", L"");
-    if (file.pictureNotAfter && takeScreenPicture(state.folder, *file.pictureNotAfter, kept)) {
+    if (file.pictureNotAfter && takeScreenPicture(state.folder, *file.pictureNotAfter, kept))
         logEvent(state.log, L"picture-kept", textField(L"file", kept));
-    }
 }
 
 CommitStep fail(State& state, RequestFile& file, const Piece& piece, const CommittedFile& committed,
@@ -71,12 +70,10 @@ CommitStep fail(State& state, RequestFile& file, const Piece& piece, const Commi
 // Why the record can never become a version; empty when it can.
 std::wstring refusalOf(const CommitRecord& record)
 {
-    if (record.file.empty()) {
+    if (record.file.empty())
         return L"the request names no file";
-    }
-    if (!isFullPath(record.file)) {
+    if (!isFullPath(record.file))
         return L"the request names no full path";
-    }
     return isFile(record.file) ? L"" : L"there is no such file";
 }
 
@@ -94,14 +91,12 @@ void logVersion(State& state, const VersionPlan& plan, const wchar_t* event)
 bool plan(State& state, RequestFile& file, const CommitRecord& record, std::wstring& failure)
 {
     refreshLibrary(state.library, state.folder, state.log);
-    if (!isReadable(state.library, state.folder)) {
+    if (!isReadable(state.library, state.folder))
         return false;
-    }
     const auto part = partOfCommit(state.copies.copies, state.library.index, record);
     file.bookmark.underWay = planVersion(state.library, state.folder, part, record.file);
-    if (!file.bookmark.underWay) {
+    if (!file.bookmark.underWay)
         failure = L"the part can have no further version";
-    }
     return file.bookmark.underWay.has_value();
 }
 
@@ -110,9 +105,8 @@ bool plan(State& state, RequestFile& file, const CommitRecord& record, std::wstr
 void noteNewPart(State& state, const VersionPlan& plan, const std::wstring& path, bool isStoredNow)
 {
     const LibraryItem* item = findName(state.library.index, plan.name);
-    if (item == nullptr) {
+    if (item == nullptr)
         return;
-    }
     keepCopy(state.copies, {.number = item->number, .path = path});
     if (isStoredNow) {
         logEvent(state.log, L"new-part",
@@ -125,9 +119,8 @@ CommitStep finish(State& state, RequestFile& file, const Piece& piece, bool isNe
                   bool isStoredNow)
 {
     const VersionPlan plan = *file.bookmark.underWay;
-    if (isNewPart) {
+    if (isNewPart)
         noteNewPart(state, plan, piece.record.file, isStoredNow);
-    }
     logVersion(state, plan, isStoredNow ? L"version" : L"commit-known");
     return passOver(state, file, piece.size);
 }
@@ -145,9 +138,8 @@ CommitStep waitForFile(State& state, RequestFile& file, const Piece& piece,
 CommitStep store(State& state, RequestFile& file, const Piece& piece,
                  const CommittedFile& committed)
 {
-    if (!saveBookmark(file)) {
+    if (!saveBookmark(file))
         return wait(state, piece.record, L"the bookmark of the requests cannot be written");
-    }
     const bool isNewPart = !partOfCommit(state.copies.copies, state.library.index, piece.record);
     switch (
         storeVersion(state.library, state.folder, state.log, *file.bookmark.underWay, committed)) {
@@ -166,17 +158,14 @@ CommitStep store(State& state, RequestFile& file, const Piece& piece,
 CommitStep handleRecord(State& state, RequestFile& file, const Piece& piece,
                         const CommittedFile& committed)
 {
-    if (file.bookmark.underWay) {
+    if (file.bookmark.underWay)
         return store(state, file, piece, committed);
-    }
     const bool isFirstLook = state.commits.waitsFor.empty();
-    if (isFirstLook && file.process != commandLineProcess) {
+    if (isFirstLook && file.process != commandLineProcess)
         logEvent(state.log, L"commit", commitFields(piece.record) + sourceField(file));
-    }
     std::wstring failure = refusalOf(piece.record);
-    if (failure.empty() && plan(state, file, piece.record, failure)) {
+    if (failure.empty() && plan(state, file, piece.record, failure))
         return store(state, file, piece, committed);
-    }
     return failure.empty() ? wait(state, piece.record, L"the library cannot be read")
                            : fail(state, file, piece, committed, failure);
 }
@@ -185,18 +174,16 @@ CommitStep handleRecord(State& state, RequestFile& file, const Piece& piece,
 CommittedFile committedFile(const Waiting& waiting, const Piece& piece)
 {
     CommittedFile committed{.path = piece.record.file};
-    if (waiting.areAll && piece.size == waiting.bytes.size()) {
+    if (waiting.areAll && piece.size == waiting.bytes.size())
         committed.pictureNotAfter = waiting.written;
-    }
     return committed;
 }
 
 CommitStep putAside(State& state, RequestFile& file, std::string_view bytes)
 {
     const std::wstring kept = freeName(state.folder + L"\\sys\\skipped-commit-", L".dat");
-    if (!writeFile(kept, bytes)) {
+    if (!writeFile(kept, bytes))
         return CommitStep::nothing;
-    }
     logEvent(state.log, L"commit-skipped",
              sourceField(file) +
                  numberField(L"offset", static_cast<std::int64_t>(file.bookmark.taken)) +
@@ -206,7 +193,7 @@ CommitStep putAside(State& state, RequestFile& file, std::string_view bytes)
 }
 
 // The look may have cut a record in two at its end; what could be its start stays for the next.
-std::size_t foreignSize(const Waiting& waiting, const Piece& piece)
+size_t foreignSize(const Waiting& waiting, const Piece& piece)
 {
     const bool goesToTheEnd = piece.size == waiting.bytes.size();
     return goesToTheEnd && !waiting.areAll ? piece.size - surestStart : piece.size;
@@ -217,13 +204,11 @@ std::size_t foreignSize(const Waiting& waiting, const Piece& piece)
 CommitStep takeNextCommit(State& state, RequestFile& file)
 {
     const auto waiting = readWaiting(file);
-    if (!waiting) {
+    if (!waiting)
         return CommitStep::nothing;
-    }
     if (waiting->bytes.empty()) {
-        if (waiting->isClosed) {
+        if (waiting->isClosed)
             removeRequestFile(file);
-        }
         return CommitStep::nothing;
     }
     const Piece piece = nextPiece(waiting->bytes);

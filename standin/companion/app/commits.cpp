@@ -44,9 +44,8 @@ RequestFile& fileOf(State& state, std::uint32_t process)
 // Closes what an ended process has left, and tells of it when there is something in it.
 void closeLeft(State& state, const RequestFile& file)
 {
-    if (!closeToHosts(file)) {
+    if (!closeToHosts(file))
         return;
-    }
     const std::uint64_t size = fileSize(file.paths.closed);
     if (size > file.bookmark.taken && file.process != commandLineProcess) {
         logEvent(state.log, L"commits-left",
@@ -61,9 +60,8 @@ CommitStep takeFrom(State& state, RequestFile& file, Clock::time_point end, bool
     for (;;) {
         const CommitStep step = takeNextCommit(state, file);
         isTouched = isTouched || step != CommitStep::nothing;
-        if (step != CommitStep::done || Clock::now() >= end) {
+        if (step != CommitStep::done || Clock::now() >= end)
             return step;
-        }
     }
 }
 
@@ -71,9 +69,8 @@ CommitStep takeFrom(State& state, RequestFile& file, Clock::time_point end, bool
 void forgetWhenGone(State& state, std::uint32_t process)
 {
     const RequestFile& file = fileOf(state, process);
-    if (!hasRequests(file) && !file.bookmark.isFinished) {
+    if (!hasRequests(file) && !file.bookmark.isFinished)
         state.commits.files.erase(process);
-    }
 }
 
 } // namespace
@@ -102,9 +99,8 @@ CommitProgress takeCommits(State& state)
     CommitProgress progress;
     for (const std::uint32_t process : processesInOrder(state.folder)) {
         RequestFile& file = fileOf(state, process);
-        if (process != GetCurrentProcessId()) {
+        if (process != GetCurrentProcessId())
             closeLeft(state, file);
-        }
         const CommitStep step = takeFrom(state, file, end, progress.isLibraryTouched);
         forgetWhenGone(state, process);
         if (step != CommitStep::nothing) {
@@ -131,9 +127,8 @@ void finishCommits(State& state)
     for (int look = 0; look < looks; ++look) {
         const bool isAllStored = takeAllCommits(state);
         const bool wasClosedNow = closeToHosts(own);
-        if (!isAllStored || !hasRequests(own)) {
+        if (!isAllStored || !hasRequests(own))
             return;
-        }
         Sleep(wasClosedNow ? 0 : pauseMs);
     }
 }

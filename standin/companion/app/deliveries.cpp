@@ -59,13 +59,11 @@ void endUnwritten(EventLog& log, Ongoing& ongoing, std::wstring_view reason)
 bool keepChangedWork(EventLog& log, const Delivery& delivery)
 {
     const std::optional<std::string> work = readFile(delivery.workFile);
-    if (!work || work == readFile(delivery.versionFile)) {
+    if (!work || work == readFile(delivery.versionFile))
         return true;
-    }
     const std::wstring kept = freeName(delivery.workFile + L".kept-", L"");
-    if (!MoveFileW(delivery.workFile.c_str(), kept.c_str())) {
+    if (!MoveFileW(delivery.workFile.c_str(), kept.c_str()))
         return false;
-    }
     logEvent(log, L"kept", numberField(L"id", delivery.id) + textField(L"file", kept));
     return true;
 }
@@ -73,12 +71,10 @@ bool keepChangedWork(EventLog& log, const Delivery& delivery)
 // The copy may come from a write-protected library; the host saves into it.
 bool copyWorkFile(EventLog& log, const Delivery& delivery)
 {
-    if (delivery.workFile.empty()) {
+    if (delivery.workFile.empty())
         return true;
-    }
-    if (!keepChangedWork(log, delivery)) {
+    if (!keepChangedWork(log, delivery))
         return false;
-    }
     SetFileAttributesW(delivery.workFile.c_str(), FILE_ATTRIBUTE_NORMAL);
     return CopyFileW(delivery.versionFile.c_str(), delivery.workFile.c_str(), FALSE) &&
            SetFileAttributesW(delivery.workFile.c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -97,11 +93,10 @@ bool writeSettings(const Delivery& delivery)
 // False when the delivery has ended because something cannot be laid ready.
 bool prepare(EventLog& log, Ongoing& ongoing)
 {
-    if (!copyWorkFile(log, ongoing.delivery)) {
+    if (!copyWorkFile(log, ongoing.delivery))
         endUnwritten(log, ongoing, L"the work file cannot be written");
-    } else if (!writeSettings(ongoing.delivery)) {
+    else if (!writeSettings(ongoing.delivery))
         endUnwritten(log, ongoing, L"the machine settings cannot be written");
-    }
     ongoing.isPrepared = !ongoing.isDone;
     return ongoing.isPrepared;
 }
@@ -119,12 +114,10 @@ void logWritten(EventLog& log, const Delivery& delivery)
 // events are logged after it, because writing the log takes time that `after` would not count.
 void tryToWrite(EventLog& log, Ongoing& ongoing)
 {
-    if (!ongoing.isPrepared && !prepare(log, ongoing)) {
+    if (!ongoing.isPrepared && !prepare(log, ongoing))
         return;
-    }
-    if (!writeRequest(ongoing.delivery.commandFile, ongoing.delivery.request)) {
+    if (!writeRequest(ongoing.delivery.commandFile, ongoing.delivery.request))
         return;
-    }
     ongoing.since = Clock::now();
     ongoing.lastSeen = ongoing.since;
     ongoing.isWritten = true;
@@ -165,9 +158,8 @@ void step(DeliveryDesk& desk, Ongoing& ongoing)
         ongoing.lastSeen = ongoing.since;
     }
     const Sight sight = lookAtCommandFile(ongoing.delivery.commandFile);
-    if (sight.exists) {
+    if (sight.exists)
         ongoing.lastSeen = Clock::now();
-    }
     const auto judge = ongoing.isWritten ? judgeAfterWriting : judgeBeforeWriting;
     act(*desk.log, ongoing,
         judge(sight, elapsedMs(ongoing.since), elapsedMs(ongoing.lastSeen), desk.bounds));
@@ -183,11 +175,9 @@ bool isFirstOfItsHost(const std::vector<Ongoing>& all, const Ongoing& one)
 
 void stepAll(DeliveryDesk& desk, std::vector<Ongoing>& all)
 {
-    for (Ongoing& one : all) {
-        if (isFirstOfItsHost(all, one)) {
+    for (Ongoing& one : all)
+        if (isFirstOfItsHost(all, one))
             step(desk, one);
-        }
-    }
     std::erase_if(all, [](const Ongoing& one) { return one.isDone; });
 }
 
@@ -196,9 +186,8 @@ void collect(DeliveryDesk& desk, std::vector<Ongoing>& all)
 {
     WaitForSingleObject(desk.wake.get(), all.empty() ? idleMs : lookEveryMs);
     const std::lock_guard lock(desk.mutex);
-    for (Delivery& delivery : desk.arrived) {
+    for (Delivery& delivery : desk.arrived)
         all.push_back({.delivery = std::move(delivery)});
-    }
     desk.arrived.clear();
 }
 
@@ -209,13 +198,11 @@ void work(DeliveryDesk& desk, const std::stop_token& stop)
         collect(desk, all);
         stepAll(desk, all);
     }
-    for (Ongoing& one : all) {
-        if (one.isWritten) {
+    for (Ongoing& one : all)
+        if (one.isWritten)
             endWritten(*desk.log, one, L"not-taken");
-        } else {
+        else
             endUnwritten(*desk.log, one, L"the program ends");
-        }
-    }
 }
 
 } // namespace
@@ -235,9 +222,8 @@ void stopDeliveries(DeliveryDesk& desk)
 {
     desk.worker.request_stop();
     SetEvent(desk.wake.get());
-    if (desk.worker.joinable()) {
+    if (desk.worker.joinable())
         desk.worker.join();
-    }
 }
 
 void deliver(DeliveryDesk& desk, Delivery delivery)

@@ -31,9 +31,8 @@ void logEvent(EventLog& log, std::wstring_view event, const std::wstring& fields
 
 void logEvents(EventLog& log, const std::vector<LoggedEvent>& events)
 {
-    if (events.empty()) {
+    if (events.empty())
         return;
-    }
     const std::lock_guard lock(log.mutex);
     const Moment moment = now();
     std::string lines;
@@ -42,9 +41,8 @@ void logEvents(EventLog& log, const std::vector<LoggedEvent>& events)
         log.newRows.push_back(makeRow(moment, event, fields));
     }
     appendToFile(log.path, lines);
-    if (log.window != nullptr) {
+    if (log.window != nullptr)
         PostMessageW(log.window, log.message, 0, 0);
-    }
 }
 
 void showEventsIn(EventLog& log, HWND window, UINT message)
@@ -52,9 +50,8 @@ void showEventsIn(EventLog& log, HWND window, UINT message)
     const std::lock_guard lock(log.mutex);
     log.window = window;
     log.message = message;
-    if (window != nullptr && !log.newRows.empty()) {
+    if (window != nullptr && !log.newRows.empty())
         PostMessageW(window, message, 0, 0);
-    }
 }
 
 std::vector<EventRow> takeNewRows(EventLog& log)

@@ -58,7 +58,7 @@ constexpr TitleRow titleRows[] = {
     {L"nc-queue-unreadable", L"NC queue unreadable"},
 };
 
-std::wstring padded(int number, std::size_t digits)
+std::wstring padded(int number, size_t digits)
 {
     const std::wstring text = std::to_wstring(number);
     return text.size() < digits ? std::wstring(digits - text.size(), L'0') + text : text;
@@ -79,9 +79,8 @@ std::wstring numberField(std::wstring_view name, std::int64_t value)
 std::wstring textField(std::wstring_view name, std::wstring_view value)
 {
     std::wstring field = named(name) + L'"';
-    for (const wchar_t c : value) {
+    for (const wchar_t c : value)
         field += c < L' ' || c == L'\x7F' ? L' ' : c;
-    }
     return field + L'"';
 }
 
@@ -125,11 +124,9 @@ std::wstring timeOfDay(const Moment& moment)
 
 std::wstring eventTitle(std::wstring_view event)
 {
-    for (const TitleRow& row : titleRows) {
-        if (row.event == event) {
+    for (const TitleRow& row : titleRows)
+        if (row.event == event)
             return std::wstring(row.title);
-        }
-    }
     return std::wstring(event);
 }
 

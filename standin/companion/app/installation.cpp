@@ -35,18 +35,16 @@ std::wstring installationFolder()
 
 void makeSubfolders(const std::wstring& folder)
 {
-    for (const wchar_t* subfolder : subfolders) {
+    for (const wchar_t* subfolder : subfolders)
         CreateDirectoryW((folder + L'\\' + subfolder).c_str(), nullptr);
-    }
 }
 
 std::wstring workFolder(const std::wstring& folder)
 {
     std::wstring work = folder + L"\\work";
     CreateDirectoryW(work.c_str(), nullptr);
-    if (isPlainAscii(work)) {
+    if (isPlainAscii(work))
         return work;
-    }
     const std::wstring shortWork = shortForm(work);
     return shortWork.empty() ? work : shortWork;
 }
@@ -56,9 +54,8 @@ bool registerFolder(const std::wstring& folder)
     // Hosts ask for the 32-bit view.
     HKEY key = nullptr;
     if (RegCreateKeyExW(HKEY_CURRENT_USER, registryKey, 0, nullptr, 0,
-                        KEY_SET_VALUE | KEY_WOW64_32KEY, nullptr, &key, nullptr) != ERROR_SUCCESS) {
+                        KEY_SET_VALUE | KEY_WOW64_32KEY, nullptr, &key, nullptr) != ERROR_SUCCESS)
         return false;
-    }
     const auto bytes = static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t));
     const LSTATUS status = RegSetValueExW(key, registryValue, 0, REG_SZ,
                                           reinterpret_cast<const BYTE*>(folder.c_str()), bytes);

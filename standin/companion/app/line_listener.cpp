@@ -18,9 +18,8 @@ constexpr std::chrono::seconds quietTries{1};
 void handOver(LineListener& listener, std::vector<std::string>&& lines)
 {
     const std::lock_guard lock(listener.mutex);
-    for (std::string& line : lines) {
+    for (std::string& line : lines)
         listener.arrived.push_back(std::move(line));
-    }
 }
 
 void work(LineListener& listener, LinePort& port, const std::stop_token& stop, HWND window,
@@ -54,9 +53,8 @@ bool waitForPort(LinePort& opened, int error, const std::stop_token& stop, Event
         Sleep(tryEveryMs);
         error = openLinePort(opened);
     }
-    if (error == 0 && isLogged) {
+    if (error == 0 && isLogged)
         logEvent(log, L"port-open", numberField(L"port", linePortNumber));
-    }
     return error == 0;
 }
 
@@ -69,9 +67,8 @@ void startListening(LineListener& listener, EventLog& log, HWND window, UINT mes
     listener.worker = std::jthread([&listener, &log, error, opened = std::move(opened), window,
                                     message](const std::stop_token& stop) {
         try {
-            if (waitForPort(*opened, error, stop, log)) {
+            if (waitForPort(*opened, error, stop, log))
                 work(listener, *opened, stop, window, message);
-            }
         } catch (...) {
             // Out of memory: nothing more is received, the window goes on.
         }
@@ -81,9 +78,8 @@ void startListening(LineListener& listener, EventLog& log, HWND window, UINT mes
 void stopListening(LineListener& listener)
 {
     listener.worker.request_stop();
-    if (listener.worker.joinable()) {
+    if (listener.worker.joinable())
         listener.worker.join();
-    }
 }
 
 std::vector<std::string> takeLines(LineListener& listener)

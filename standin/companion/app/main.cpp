@@ -44,9 +44,8 @@ int runInstance(const std::wstring& arguments)
     HWND window = createMainWindow(state);
     if (window != nullptr) {
         startDeliveries(state.deliveries);
-        if (!arguments.empty()) {
+        if (!arguments.empty())
             receiveArguments(window, arguments);
-        }
         runMessageLoop(window);
         stopDeliveries(state.deliveries);
     }
@@ -67,22 +66,19 @@ int tellNoAnswer(const std::wstring& arguments)
 int start(const std::wstring& arguments)
 {
     const Word word = readCommandLine(arguments).word;
-    if (word == Word::registerFolder) {
+    if (word == Word::registerFolder)
         return registerFolder(installationFolder()) ? 0 : 1;
-    }
     const Clock::time_point end = Clock::now() + lookForInstance;
     while (Clock::now() < end) {
         const OwnHandle instance = claimInstance();
-        if (instance) {
+        if (instance)
             return word == Word::quit ? 0 : runInstance(arguments);
-        }
         HWND window = findInstanceWindow();
         const auto isCarriedOut = window == nullptr    ? std::nullopt
                                   : word == Word::quit ? handOverQuit(window, arguments)
                                                        : handOver(window, arguments);
-        if (isCarriedOut) {
+        if (isCarriedOut)
             return *isCarriedOut ? 0 : 1;
-        }
         Sleep(lookAgainMs);
     }
     return tellNoAnswer(arguments);

@@ -14,11 +14,10 @@ namespace {
 QueuedProgram lookAt(const QueueEntry& entry)
 {
     QueuedProgram program{entry.pathNumber, fromAnsi(entry.program), fromAnsi(entry.group)};
-    if (mayBeElsewhere(program.file)) {
+    if (mayBeElsewhere(program.file))
         program.bytes = notLookedAt;
-    } else if (isFile(program.file)) {
+    else if (isFile(program.file))
         program.bytes = static_cast<std::int64_t>(fileSize(program.file));
-    }
     return program;
 }
 
@@ -58,13 +57,11 @@ bool moveAside(const std::wstring& file, const std::wstring& aside)
 std::optional<std::string> takeQueue(const std::wstring& file, const std::wstring& folder)
 {
     const std::wstring aside = file + L".taken";
-    if (!isOfAnAddIn(file, folder) || !moveAside(file, aside)) {
+    if (!isOfAnAddIn(file, folder) || !moveAside(file, aside))
         return readFile(file, largestAnnouncedFile);
-    }
     auto bytes = readFile(aside, largestAnnouncedFile);
-    if (bytes) {
+    if (bytes)
         DeleteFileW(aside.c_str());
-    }
     return bytes;
 }
 
@@ -91,9 +88,8 @@ std::optional<ReceivedQueue> receiveQueue(EventLog& log, const std::wstring& fol
             events.push_back({L"nc-queue-line-bad", numberField(L"line", line)});
         }
     }
-    if (const std::int64_t more = untoldBadLines(bad); more != 0) {
+    if (const std::int64_t more = untoldBadLines(bad); more != 0)
         events.push_back({L"nc-queue-lines-bad", numberField(L"lines", more)});
-    }
     logEvents(log, events);
     return queue;
 }

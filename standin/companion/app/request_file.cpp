@@ -37,9 +37,8 @@ public:
     }
     ~RangeLock()
     {
-        if (isHeld_) {
+        if (isHeld_)
             UnlockFileEx(file_, 0, low_, high_, &place_);
-        }
     }
     RangeLock(const RangeLock&) = delete;
     RangeLock& operator=(const RangeLock&) = delete;
@@ -56,13 +55,11 @@ private:
 // All of them or nothing.
 std::optional<std::string> readRange(HANDLE file, std::uint64_t offset, std::uint64_t length)
 {
-    std::string bytes(static_cast<std::size_t>(length), '\0');
+    std::string bytes(static_cast<size_t>(length), '\0');
     OVERLAPPED place = placeOf(offset);
     DWORD read = 0;
-    if (!ReadFile(file, bytes.data(), static_cast<DWORD>(length), &read, &place) ||
-        read != length) {
+    if (!ReadFile(file, bytes.data(), static_cast<DWORD>(length), &read, &place) || read != length)
         return std::nullopt;
-    }
     return bytes;
 }
 
@@ -92,9 +89,8 @@ std::optional<Waiting> readUnderLock(HANDLE file, std::uint64_t from, std::uint6
     const std::uint64_t length = end - from;
     const RangeLock lock(file, from, length);
     auto bytes = lock.isHeld() ? readRange(file, from, std::min(length, mostBytes)) : std::nullopt;
-    if (!bytes || !GetFileTime(file, nullptr, nullptr, &waiting.written)) {
+    if (!bytes || !GetFileTime(file, nullptr, nullptr, &waiting.written))
         return std::nullopt;
-    }
     waiting.areAll = bytes->size() == length;
     waiting.bytes = std::move(*bytes);
     return waiting;
@@ -127,14 +123,12 @@ std::vector<std::uint32_t> listRequestFiles(const std::wstring& folder)
     std::vector<std::uint32_t> processes;
     WIN32_FIND_DATAW found{};
     HANDLE search = FindFirstFileW(commitRequestPattern(folder).c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) {
+    if (search == INVALID_HANDLE_VALUE)
         return processes;
-    }
     do {
         const auto process = processOfCommitRequest(found.cFileName);
-        if (process && std::find(processes.begin(), processes.end(), *process) == processes.end()) {
+        if (process && std::find(processes.begin(), processes.end(), *process) == processes.end())
             processes.push_back(*process);
-        }
     } while (FindNextFileW(search, &found));
     FindClose(search);
     std::sort(processes.begin(), processes.end());
@@ -147,11 +141,9 @@ bool isRunningCompanion(std::uint32_t process)
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     for (BOOL isThere = Process32FirstW(processes.get(), &entry); isThere;
-         isThere = Process32NextW(processes.get(), &entry)) {
-        if (entry.th32ProcessID == process) {
+         isThere = Process32NextW(processes.get(), &entry))
+        if (entry.th32ProcessID == process)
             return isSameIgnoringCase(fileNameOf(entry.szExeFile), ownProgramName());
-        }
-    }
     return false;
 }
 
@@ -175,13 +167,11 @@ std::optional<Waiting> readWaiting(RequestFile& file)
     waiting.isClosed = isFile(file.paths.closed);
     const OwnHandle handle = openToRead(file.paths, waiting.isClosed);
     LARGE_INTEGER size{};
-    if (!handle || !GetFileSizeEx(handle.get(), &size)) {
+    if (!handle || !GetFileSizeEx(handle.get(), &size))
         return std::nullopt;
-    }
     const auto end = static_cast<std::uint64_t>(size.QuadPart);
-    if (end < file.bookmark.taken) {
+    if (end < file.bookmark.taken)
         file.bookmark = {}; // somebody removed the file; this is a new one
-    }
     return end == file.bookmark.taken
                ? waiting
                : readUnderLock(handle.get(), file.bookmark.taken, end, waiting);
@@ -198,9 +188,8 @@ void removeRequestFile(RequestFile& file)
     // Each step leaves something that findRequestFile can go on from.
     if (saveBookmark(file) &&
         (DeleteFileW(file.paths.closed.c_str()) || !isFile(file.paths.closed)) &&
-        DeleteFileW(file.paths.bookmark.c_str())) {
+        DeleteFileW(file.paths.bookmark.c_str()))
         file.bookmark = {};
-    }
 }
 
 } // namespace companion

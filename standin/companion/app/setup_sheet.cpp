@@ -35,16 +35,14 @@ SheetOperation readOperation(const Tag& tag)
 
 void addTag(SetupSheet& sheet, const Tag& tag)
 {
-    if (!tag.isStart) {
+    if (!tag.isStart)
         return;
-    }
-    if (tag.name == L"operations") {
+    if (tag.name == L"operations")
         sheet.seconds = valueOf(tag, L"seconds");
-    } else if (tag.name == L"operation") {
+    else if (tag.name == L"operation")
         sheet.operations.push_back(readOperation(tag));
-    } else if (tag.name == L"tool" && !sheet.operations.empty()) {
+    else if (tag.name == L"tool" && !sheet.operations.empty())
         sheet.operations.back().tool = readTool(tag);
-    }
 }
 
 std::wstring twoDigits(long long number)
@@ -57,20 +55,16 @@ std::wstring twoDigits(long long number)
 std::optional<SetupSheet> readSetupSheet(std::wstring_view text)
 {
     const auto tags = readTags(text);
-    if (!tags || tags->empty()) {
+    if (!tags || tags->empty())
         return std::nullopt;
-    }
     const Tag& first = tags->front();
     const Tag& last = tags->back();
-    if (first.name != L"setupSheet" || !first.isStart || last.name != L"setupSheet" ||
-        !last.isEnd) {
+    if (first.name != L"setupSheet" || !first.isStart || last.name != L"setupSheet" || !last.isEnd)
         return std::nullopt;
-    }
     SetupSheet sheet{
         valueOf(first, L"file"), valueOf(first, L"title"), valueOf(first, L"machine"), {}, {}};
-    for (const Tag& tag : *tags) {
+    for (const Tag& tag : *tags)
         addTag(sheet, tag);
-    }
     return sheet;
 }
 
@@ -92,9 +86,8 @@ SheetRows toolRows(const SetupSheet& sheet)
         const SheetTool& tool = operation.tool;
         std::vector<std::wstring> row{tool.number, tool.diameter, tool.cornerRadius, tool.feed,
                                       tool.comment};
-        if (tool.number.empty() || !seen.insert(row).second) {
+        if (tool.number.empty() || !seen.insert(row).second)
             continue;
-        }
         rows.push_back(std::move(row));
     }
     return rows;
@@ -106,9 +99,8 @@ std::wstring durationText(const std::wstring& seconds)
     wchar_t* end = nullptr;
     const double value = std::wcstod(seconds.c_str(), &end);
     if (end != seconds.c_str() + seconds.size() || !(value >= 0 && value <= longest) ||
-        seconds.empty()) {
+        seconds.empty())
         return seconds;
-    }
     const long long whole = std::llround(value);
     const long long minutes = whole / 60 % 60;
     const long long hours = whole / 3600;

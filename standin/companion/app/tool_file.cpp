@@ -43,9 +43,8 @@ std::optional<ReceivedTools> receiveTools(EventLog& log, const std::wstring& fol
             events.push_back({L"tool-record-bad", numberField(L"line", line)});
         }
     }
-    if (const std::int64_t more = untoldBadLines(bad); more != 0) {
+    if (const std::int64_t more = untoldBadLines(bad); more != 0)
         events.push_back({L"tool-records-bad", numberField(L"lines", more)});
-    }
     logEvents(log, events);
     return tools;
 }

@@ -14,10 +14,9 @@ constexpr std::pair<std::wstring_view, wchar_t> entities[] = {
 // Takes what stands before the delimiter, and the delimiter, off the front; empty without one.
 std::optional<std::wstring_view> takeUntil(std::wstring_view& text, std::wstring_view delimiter)
 {
-    const std::size_t end = text.find(delimiter);
-    if (end == std::wstring_view::npos) {
+    const size_t end = text.find(delimiter);
+    if (end == std::wstring_view::npos)
         return std::nullopt;
-    }
     const std::wstring_view taken = text.substr(0, end);
     text.remove_prefix(end + delimiter.size());
     return taken;
@@ -25,7 +24,7 @@ std::optional<std::wstring_view> takeUntil(std::wstring_view& text, std::wstring
 
 void skipWhiteSpace(std::wstring_view& text)
 {
-    const std::size_t end = text.find_first_not_of(whiteSpace);
+    const size_t end = text.find_first_not_of(whiteSpace);
     text.remove_prefix(end == std::wstring_view::npos ? text.size() : end);
 }
 
@@ -35,7 +34,7 @@ std::wstring resolved(std::wstring_view text)
     std::wstring result;
     while (!text.empty()) {
         wchar_t character = text.front();
-        std::size_t length = 1;
+        size_t length = 1;
         for (const auto& [entity, meaning] : entities) {
             if (text.starts_with(entity)) {
                 character = meaning;
@@ -60,14 +59,12 @@ std::wstring takeName(std::wstring_view& text)
 bool takeAttribute(std::wstring_view& text, Tag& tag)
 {
     const std::wstring name = takeName(text);
-    if (name.empty() || !text.starts_with(L"=\"")) {
+    if (name.empty() || !text.starts_with(L"=\""))
         return false;
-    }
     text.remove_prefix(2);
     const auto value = takeUntil(text, L"\"");
-    if (!value) {
+    if (!value)
         return false;
-    }
     tag.attributes[name] = resolved(*value);
     skipWhiteSpace(text);
     return true;
@@ -82,18 +79,15 @@ std::optional<Tag> takeTag(std::wstring_view& text)
     text.remove_prefix(tag.isEnd ? 1 : 0);
     tag.name = takeName(text);
     skipWhiteSpace(text);
-    while (!text.empty() && text.front() != L'/' && text.front() != L'>') {
-        if (!takeAttribute(text, tag)) {
+    while (!text.empty() && text.front() != L'/' && text.front() != L'>')
+        if (!takeAttribute(text, tag))
             return std::nullopt;
-        }
-    }
     if (text.starts_with(L'/')) {
         tag.isEnd = true;
         text.remove_prefix(1);
     }
-    if (tag.name.empty() || !text.starts_with(L'>')) {
+    if (tag.name.empty() || !text.starts_with(L'>'))
         return std::nullopt;
-    }
     text.remove_prefix(1);
     return tag;
 }
@@ -104,20 +98,17 @@ std::optional<std::vector<Tag>> readTags(std::wstring_view text)
 {
     std::vector<Tag> tags;
     skipWhiteSpace(text);
-    if (!text.starts_with(L'<')) {
+    if (!text.starts_with(L'<'))
         return std::nullopt;
-    }
     while (takeUntil(text, L"<")) {
         if (text.starts_with(L'?') || text.starts_with(L"!--")) {
-            if (!takeUntil(text, text.starts_with(L'?') ? L"?>" : L"-->")) {
+            if (!takeUntil(text, text.starts_with(L'?') ? L"?>" : L"-->"))
                 return std::nullopt;
-            }
             continue;
         }
         const auto tag = takeTag(text);
-        if (!tag) {
+        if (!tag)
             return std::nullopt;
-        }
         tags.push_back(*tag);
     }
     return tags;

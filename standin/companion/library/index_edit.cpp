@@ -7,12 +7,11 @@ constexpr std::string_view heading =
     "# The part library. One part a line; a line that starts with # is a comment.\n"
     "# number | name | version | NC path | machine definition | description\n";
 
-std::size_t startOfLine(std::string_view text, int line)
+size_t startOfLine(std::string_view text, int line)
 {
-    std::size_t start = 0;
-    for (int i = 1; i < line; ++i) {
+    size_t start = 0;
+    for (int i = 1; i < line; ++i)
         start = text.find('\n', start) + 1;
-    }
     return start;
 }
 
@@ -20,10 +19,10 @@ std::size_t startOfLine(std::string_view text, int line)
 
 std::string withVersion(std::string_view index, int line, std::int32_t version)
 {
-    const std::size_t nameBar = index.find('|', startOfLine(index, line));
-    const std::size_t field = index.find('|', nameBar + 1) + 1;
-    const std::size_t first = index.find_first_not_of(" \t", field);
-    const std::size_t behind = index.find_first_of(" \t|", first);
+    const size_t nameBar = index.find('|', startOfLine(index, line));
+    const size_t field = index.find('|', nameBar + 1) + 1;
+    const size_t first = index.find_first_not_of(" \t", field);
+    const size_t behind = index.find_first_of(" \t|", first);
     std::string changed(index.substr(0, first));
     changed += std::to_string(version);
     changed += index.substr(behind);
@@ -33,9 +32,8 @@ std::string withVersion(std::string_view index, int line, std::int32_t version)
 std::string withLine(std::string_view index, std::string_view line)
 {
     std::string changed(index.empty() ? heading : index);
-    if (!changed.ends_with('\n')) {
+    if (!changed.ends_with('\n'))
         changed += '\n';
-    }
     changed += line;
     changed += '\n';
     return changed;

@@ -15,9 +15,8 @@ namespace {
 std::vector<int> countAllOperations(const std::wstring& folder, const LibraryIndex& index)
 {
     std::vector<int> operations;
-    for (const LibraryItem& item : index.items) {
+    for (const LibraryItem& item : index.items)
         operations.push_back(countOperations(readFile(versionPath(folder, item)).value_or("")));
-    }
     return operations;
 }
 
@@ -26,9 +25,8 @@ std::vector<int> countNewOperations(const std::wstring& folder, const LibraryInd
                                     const Library& earlier)
 {
     std::map<std::wstring, int> known;
-    for (std::size_t i = 0; i < earlier.index.items.size(); ++i) {
+    for (size_t i = 0; i < earlier.index.items.size(); ++i)
         known[versionFile(earlier.index.items[i])] = earlier.operations[i];
-    }
     std::vector<int> operations;
     for (const LibraryItem& item : index.items) {
         const auto found = known.find(versionFile(item));
@@ -43,9 +41,8 @@ std::vector<int> countNewOperations(const std::wstring& folder, const LibraryInd
 void logLibrary(const LibraryIndex& index, EventLog& log)
 {
     logEvent(log, L"library", numberField(L"items", static_cast<int>(index.items.size())));
-    for (const int line : index.badLines) {
+    for (const int line : index.badLines)
         logEvent(log, L"library-line-bad", numberField(L"line", line));
-    }
 }
 
 } // namespace
@@ -53,9 +50,8 @@ void logLibrary(const LibraryIndex& index, EventLog& log)
 bool refreshLibrary(Library& library, const std::wstring& folder, EventLog& log)
 {
     std::optional<std::string> bytes = readFile(libraryIndexPath(folder));
-    if (bytes == library.indexBytes) {
+    if (bytes == library.indexBytes)
         return false;
-    }
     library.indexBytes = std::move(bytes);
     library.index = readLibraryIndex(fromUtf8(library.indexBytes.value_or("")));
     library.operations = countAllOperations(folder, library.index);
@@ -70,9 +66,8 @@ bool isReadable(const Library& library, const std::wstring& folder)
 
 bool changeIndex(Library& library, const std::wstring& folder, const std::string& bytes)
 {
-    if (!replaceFile(libraryIndexPath(folder), bytes)) {
+    if (!replaceFile(libraryIndexPath(folder), bytes))
         return false;
-    }
     LibraryIndex index = readLibraryIndex(fromUtf8(bytes));
     library.operations = countNewOperations(folder, index, library);
     library.index = std::move(index);

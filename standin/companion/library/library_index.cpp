@@ -10,15 +10,14 @@
 namespace companion {
 namespace {
 
-constexpr std::size_t fieldCount = 6;
+constexpr size_t fieldCount = 6;
 constexpr std::int64_t mostNumber = std::numeric_limits<std::int32_t>::max();
 
 std::wstring_view trim(std::wstring_view text)
 {
-    const std::size_t first = text.find_first_not_of(L" \t\r\n");
-    if (first == std::wstring_view::npos) {
+    const size_t first = text.find_first_not_of(L" \t\r\n");
+    if (first == std::wstring_view::npos)
         return {};
-    }
     return text.substr(first, text.find_last_not_of(L" \t\r\n") - first + 1);
 }
 
@@ -26,7 +25,7 @@ std::wstring_view trim(std::wstring_view text)
 std::vector<std::wstring_view> splitFields(std::wstring_view line)
 {
     std::vector<std::wstring_view> fields;
-    std::size_t bar = line.find(L'|');
+    size_t bar = line.find(L'|');
     while (bar != std::wstring_view::npos && fields.size() + 1 < fieldCount) {
         fields.push_back(trim(line.substr(0, bar)));
         line.remove_prefix(bar + 1);
@@ -46,15 +45,13 @@ bool isFolderName(std::wstring_view name)
 std::optional<LibraryItem> readItem(std::wstring_view line)
 {
     const std::vector<std::wstring_view> fields = splitFields(line);
-    if (fields.size() != fieldCount || !isFolderName(fields[1])) {
+    if (fields.size() != fieldCount || !isFolderName(fields[1]))
         return std::nullopt;
-    }
     const auto number = readNumber(fields[0], 1, mostNumber);
     const auto version = readNumber(fields[2], 1, mostNumber);
     const auto ncPath = readNumber(fields[3], 0, mostNumber);
-    if (!number || !version || !ncPath) {
+    if (!number || !version || !ncPath)
         return std::nullopt;
-    }
     return LibraryItem{.number = static_cast<std::int32_t>(*number),
                        .name = std::wstring(fields[1]),
                        .version = static_cast<std::int32_t>(*version),
@@ -66,9 +63,8 @@ std::optional<LibraryItem> readItem(std::wstring_view line)
 void readLine(std::wstring_view line, int lineNumber, LibraryIndex& index)
 {
     const std::wstring_view text = trim(line);
-    if (text.empty() || text.starts_with(L'#')) {
+    if (text.empty() || text.starts_with(L'#'))
         return;
-    }
     auto item = readItem(text);
     if (item && findName(index, item->name) == nullptr &&
         findNumber(index, item->number) == nullptr) {
@@ -91,11 +87,10 @@ const LibraryItem* findWhere(const LibraryIndex& index, const Condition& conditi
 LibraryIndex readLibraryIndex(std::wstring_view text)
 {
     LibraryIndex index;
-    if (text.starts_with(L'\xFEFF')) {
+    if (text.starts_with(L'\xFEFF'))
         text.remove_prefix(1);
-    }
     for (int lineNumber = 1; !text.empty(); ++lineNumber) {
-        const std::size_t end = std::min(text.find(L'\n'), text.size() - 1);
+        const size_t end = std::min(text.find(L'\n'), text.size() - 1);
         readLine(text.substr(0, end + 1), lineNumber, index);
         text.remove_prefix(end + 1);
     }
@@ -104,21 +99,24 @@ LibraryIndex readLibraryIndex(std::wstring_view text)
 
 const LibraryItem* findItem(const LibraryIndex& index, std::wstring_view nameOrNumber)
 {
-    return findWhere(index, [&](const LibraryItem& item) {
-        return isSameIgnoringCase(item.name, nameOrNumber) ||
-               std::to_wstring(item.number) == nameOrNumber;
-    });
+    return findWhere(
+        index,
+        [&](const LibraryItem& item) {
+            return isSameIgnoringCase(item.name, nameOrNumber) ||
+                   std::to_wstring(item.number) == nameOrNumber;
+        });
 }
 
 const LibraryItem* findName(const LibraryIndex& index, std::wstring_view name)
 {
-    return findWhere(index,
-                     [&](const LibraryItem& item) { return isSameIgnoringCase(item.name, name); });
+    return findWhere(
+        index, [&](const LibraryItem& item) { return isSameIgnoringCase(item.name, name); });
 }
 
 const LibraryItem* findNumber(const LibraryIndex& index, std::int32_t number)
 {
-    return findWhere(index, [&](const LibraryItem& item) { return item.number == number; });
+    return findWhere(
+        index, [&](const LibraryItem& item) { return item.number == number; });
 }
 
 std::wstring versionFile(const LibraryItem& item)

@@ -7,12 +7,11 @@ namespace {
 
 std::string_view takeLine(std::string_view& text)
 {
-    const std::size_t end = std::min(text.find('\n'), text.size() - 1);
+    const size_t end = std::min(text.find('\n'), text.size() - 1);
     std::string_view line = text.substr(0, end + 1);
     text.remove_prefix(end + 1);
-    while (line.ends_with('\n') || line.ends_with('\r')) {
+    while (line.ends_with('\n') || line.ends_with('\r'))
         line.remove_suffix(1);
-    }
     return line;
 }
 
@@ -21,13 +20,11 @@ std::string_view takeLine(std::string_view& text)
 int countOperations(std::string_view partFile)
 {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (partFile.starts_with(byteOrderMark)) {
+    if (partFile.starts_with(byteOrderMark))
         partFile.remove_prefix(byteOrderMark.size());
-    }
     int operations = 0;
-    while (!partFile.empty()) {
+    while (!partFile.empty())
         operations += takeLine(partFile) == "[operation]" ? 1 : 0;
-    }
     return operations;
 }
 

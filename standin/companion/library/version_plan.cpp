@@ -27,7 +27,7 @@ bool isLowSurrogate(wchar_t c)
 }
 
 // Half a pair has no place in the index, which is UTF-8.
-bool isHalfAPair(std::wstring_view text, std::size_t place)
+bool isHalfAPair(std::wstring_view text, size_t place)
 {
     const wchar_t c = text[place];
     const bool isBehindHigh = place > 0 && isHighSurrogate(text[place - 1]);
@@ -38,14 +38,13 @@ bool isHalfAPair(std::wstring_view text, std::size_t place)
 std::wstring cleaned(std::wstring_view text)
 {
     std::wstring name;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (size_t i = 0; i < text.size(); ++i) {
         const bool isKept = text[i] >= L' ' && notInAName.find(text[i]) == text.npos;
         name += isKept && !isHalfAPair(text, i) ? text[i] : L'_';
     }
-    const std::size_t first = name.find_first_not_of(L" .");
-    if (first == name.npos) {
+    const size_t first = name.find_first_not_of(L" .");
+    if (first == name.npos)
         return L"part";
-    }
     return name.substr(first, name.find_last_not_of(L" .") - first + 1);
 }
 
@@ -70,14 +69,11 @@ bool isInIndex(const LibraryIndex& index, const VersionPlan& plan)
 std::int32_t freeNumber(const LibraryIndex& index)
 {
     std::int32_t number = 1;
-    for (const LibraryItem& item : index.items) {
-        if (item.number < largestNumber) {
+    for (const LibraryItem& item : index.items)
+        if (item.number < largestNumber)
             number = std::max(number, item.number + 1);
-        }
-    }
-    while (findNumber(index, number) != nullptr) {
+    while (findNumber(index, number) != nullptr)
         --number;
-    }
     return number;
 }
 
@@ -86,9 +82,8 @@ std::wstring newPartName(const LibraryIndex& index, std::wstring_view file)
     const std::wstring fileName = fileNameOf(std::wstring(file));
     const std::wstring name = cleaned(fileName.substr(0, fileName.find_last_of(L'.')));
     std::wstring unused = name;
-    for (int i = 2; findName(index, unused) != nullptr; ++i) {
+    for (int i = 2; findName(index, unused) != nullptr; ++i)
         unused = name + L'-' + std::to_wstring(i);
-    }
     return unused;
 }
 

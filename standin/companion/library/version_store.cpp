@@ -28,9 +28,8 @@ std::optional<Stamp> stampOf(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) ||
-        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
         return std::nullopt;
-    }
     return Stamp{data.nFileSizeHigh, data.nFileSizeLow, data.ftLastWriteTime.dwHighDateTime,
                  data.ftLastWriteTime.dwLowDateTime};
 }
@@ -54,9 +53,8 @@ Storing copyWhole(const std::wstring& from, const std::wstring& to)
 {
     const auto before = stampOf(from);
     const auto bytes = before ? readFile(from) : std::nullopt;
-    if (!bytes || stampOf(from) != before) {
+    if (!bytes || stampOf(from) != before)
         return Storing::unreadable;
-    }
     return writeWhole(to, *bytes) ? Storing::stored : Storing::unwritable;
 }
 
@@ -72,9 +70,8 @@ Storing placeFiles(const std::wstring& folder, const VersionPlan& plan, const Co
         DeleteFileW(beside.c_str());
         return copied;
     }
-    if (file.pictureNotAfter) {
+    if (file.pictureNotAfter)
         takeScreenPicture(folder, *file.pictureNotAfter, inLibrary(folder, pictureFile(plan)));
-    }
     return MoveFileExW(beside.c_str(), part.c_str(), MOVEFILE_WRITE_THROUGH) ? Storing::stored
                                                                              : Storing::unwritable;
 }
@@ -83,9 +80,8 @@ std::string indexWith(const Library& library, const VersionPlan& plan, const std
 {
     const std::string bytes = library.indexBytes.value_or("");
     const LibraryItem* item = findName(library.index, plan.name);
-    if (item != nullptr) {
+    if (item != nullptr)
         return withVersion(bytes, item->line, plan.version);
-    }
     const bool isTaken = findNumber(library.index, plan.number) != nullptr;
     LibraryItem added;
     added.number = isTaken ? freeNumber(library.index) : plan.number;
@@ -112,9 +108,8 @@ std::optional<VersionPlan> planVersion(const Library& library, const std::wstrin
                                        : VersionPlan{freeNumber(library.index), 0,
                                                      newPartName(library.index, file)};
     do {
-        if (plan.version == lastVersion) {
+        if (plan.version == lastVersion)
             return std::nullopt;
-        }
         ++plan.version;
     } while (hasAnything(folder, plan));
     return plan;
@@ -124,17 +119,14 @@ Storing storeVersion(Library& library, const std::wstring& folder, EventLog& log
                      const VersionPlan& plan, const CommittedFile& file)
 {
     refreshLibrary(library, folder, log);
-    if (!isReadable(library, folder)) {
+    if (!isReadable(library, folder))
         return Storing::unwritable;
-    }
-    if (isInIndex(library.index, plan)) {
+    if (isInIndex(library.index, plan))
         return Storing::storedBefore;
-    }
     if (!isFile(inLibrary(folder, versionFile(plan)))) {
         const Storing placed = placeFiles(folder, plan, file);
-        if (placed != Storing::stored) {
+        if (placed != Storing::stored)
             return placed;
-        }
     }
     return changeIndex(library, folder, indexWith(library, plan, file.path)) ? Storing::stored
                                                                              : Storing::unwritable;

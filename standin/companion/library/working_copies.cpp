@@ -13,27 +13,24 @@ using Limits = std::numeric_limits<std::int32_t>;
 
 constexpr std::uint32_t noId = 0xFFFFFFFF;
 constexpr std::wstring_view bar = L" | ";
-constexpr std::size_t mostCopies = 1000; // the oldest go
+constexpr size_t mostCopies = 1000; // the oldest go
 
 std::optional<WorkingCopy> readLine(std::wstring_view line)
 {
-    const std::size_t first = line.find(bar);
-    const std::size_t second = first == line.npos ? line.npos : line.find(bar, first + bar.size());
-    if (second == line.npos) {
+    const size_t first = line.find(bar);
+    const size_t second = first == line.npos ? line.npos : line.find(bar, first + bar.size());
+    if (second == line.npos)
         return std::nullopt;
-    }
     const std::wstring_view id = line.substr(0, first);
     const auto idNumber = readNumber(id, Limits::min(), Limits::max());
     const auto number =
         readNumber(line.substr(first + bar.size(), second - first - bar.size()), 0, Limits::max());
-    if (!number || (!idNumber && id != L"-")) {
+    if (!number || (!idNumber && id != L"-"))
         return std::nullopt;
-    }
     WorkingCopy copy{.number = static_cast<std::int32_t>(*number),
                      .path = std::wstring(line.substr(second + bar.size()))};
-    if (idNumber) {
+    if (idNumber)
         copy.id = static_cast<std::int32_t>(*idNumber);
-    }
     return copy;
 }
 
@@ -60,10 +57,9 @@ WorkingCopies readWorkingCopies(std::wstring_view text)
 {
     WorkingCopies copies;
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find(L'\n'), text.size());
-        if (const auto copy = readLine(text.substr(0, end))) {
+        const size_t end = std::min(text.find(L'\n'), text.size());
+        if (const auto copy = readLine(text.substr(0, end)))
             noteWorkingCopy(copies, *copy);
-        }
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return copies;
@@ -85,31 +81,26 @@ std::wstring workingCopiesText(const WorkingCopies& copies)
 void noteWorkingCopy(WorkingCopies& copies, const WorkingCopy& copy)
 {
     for (WorkingCopy& earlier : copies) {
-        if (isSameIgnoringCase(earlier.path, copy.path)) {
+        if (isSameIgnoringCase(earlier.path, copy.path))
             earlier.path.clear();
-        }
-        if (earlier.id == copy.id) {
+        if (earlier.id == copy.id)
             earlier.id.reset();
-        }
     }
     std::erase_if(copies,
                   [](const WorkingCopy& earlier) { return !earlier.id && earlier.path.empty(); });
     copies.push_back(copy);
-    if (copies.size() > mostCopies) {
+    if (copies.size() > mostCopies)
         copies.erase(copies.begin());
-    }
 }
 
 std::optional<std::int32_t> partOfCommit(const WorkingCopies& copies, const LibraryIndex& index,
                                          const CommitRecord& record)
 {
     const WorkingCopy* copy = copyAt(copies, record.file);
-    if (copy != nullptr && findNumber(index, copy->number) != nullptr) {
+    if (copy != nullptr && findNumber(index, copy->number) != nullptr)
         return copy->number;
-    }
-    if (record.id == 0 || record.id == noId) {
+    if (record.id == 0 || record.id == noId)
         return std::nullopt;
-    }
     copy = copySentWith(copies, record.id);
     const auto number = copy != nullptr ? copy->number : static_cast<std::int32_t>(record.id);
     return findNumber(index, number) != nullptr ? std::optional(number) : std::nullopt;

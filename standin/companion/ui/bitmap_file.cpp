@@ -5,29 +5,28 @@
 namespace companion {
 namespace {
 
-constexpr std::size_t fileHeaderSize = 14;
-constexpr std::size_t shortestInformation = 40;
-constexpr std::size_t longestInformation = 124;
+constexpr size_t fileHeaderSize = 14;
+constexpr size_t shortestInformation = 40;
+constexpr size_t longestInformation = 124;
 constexpr std::uint32_t notCompressed = 0;
-constexpr std::size_t bytesAColour = 4;
+constexpr size_t bytesAColour = 4;
 
 // What the headers say.
 struct Form {
     std::int64_t width = 0, height = 0;
     bool isTopDown = false;
     unsigned bits = 0;
-    std::size_t paletteStart = 0;
+    size_t paletteStart = 0;
     std::uint64_t colours = 0;
     std::uint64_t offset = 0, rowSize = 0;
 };
 
 // The little-endian number of so many bytes; they are there.
-std::uint32_t numberAt(std::string_view bytes, std::size_t place, std::size_t size)
+std::uint32_t numberAt(std::string_view bytes, size_t place, size_t size)
 {
     std::uint32_t number = 0;
-    for (std::size_t i = 0; i < size; ++i) {
+    for (size_t i = 0; i < size; ++i)
         number |= std::uint32_t{static_cast<unsigned char>(bytes[place + i])} << (8 * i);
-    }
     return number;
 }
 
@@ -38,7 +37,7 @@ bool isIndexed(unsigned bits)
 
 Form readForm(std::string_view bytes)
 {
-    const auto signedAt = [bytes](std::size_t place) {
+    const auto signedAt = [bytes](size_t place) {
         return std::int64_t{static_cast<std::int32_t>(numberAt(bytes, place, 4))};
     };
     Form form;
@@ -58,9 +57,8 @@ Form readForm(std::string_view bytes)
 
 bool hasReadableHeaders(std::string_view bytes)
 {
-    if (bytes.size() < fileHeaderSize + shortestInformation || !bytes.starts_with("BM")) {
+    if (bytes.size() < fileHeaderSize + shortestInformation || !bytes.starts_with("BM"))
         return false;
-    }
     const std::uint32_t information = numberAt(bytes, 14, 4);
     const std::uint32_t bits = numberAt(bytes, 28, 2);
     return information >= shortestInformation && information <= longestInformation &&
@@ -72,9 +70,8 @@ bool hasReadableHeaders(std::string_view bytes)
 bool isWhole(const Form& form, std::uint64_t size)
 {
     if (form.width < 1 || form.height < 1 || form.width > mostPicturePixels ||
-        form.height > mostPicturePixels || form.width * form.height > mostPicturePixels) {
+        form.height > mostPicturePixels || form.width * form.height > mostPicturePixels)
         return false;
-    }
     const std::uint64_t paletteEnd = form.paletteStart + form.colours * bytesAColour;
     return paletteEnd <= form.offset &&
            form.offset + form.rowSize * static_cast<std::uint64_t>(form.height) <= size;
@@ -83,19 +80,17 @@ bool isWhole(const Form& form, std::uint64_t size)
 // Empty when the file is no readable one, or holds less than its headers say.
 std::optional<Form> formOfWhole(std::string_view bytes)
 {
-    if (!hasReadableHeaders(bytes)) {
+    if (!hasReadableHeaders(bytes))
         return std::nullopt;
-    }
     const Form form = readForm(bytes);
     return isWhole(form, bytes.size()) ? std::optional(form) : std::nullopt;
 }
 
-std::uint32_t pixelAt(std::string_view bytes, const Form& form, std::size_t row, std::size_t column)
+std::uint32_t pixelAt(std::string_view bytes, const Form& form, size_t row, size_t column)
 {
-    const std::size_t place = row + column * form.bits / 8;
-    if (!isIndexed(form.bits)) {
+    const size_t place = row + column * form.bits / 8;
+    if (!isIndexed(form.bits))
         return numberAt(bytes, place, 3);
-    }
     // The leftmost pixel stands in the highest bits.
     const auto shift = static_cast<unsigned>(8 - form.bits - column * form.bits % 8);
     const std::uint32_t index = numberAt(bytes, place, 1) >> shift & ((1u << form.bits) - 1);
@@ -107,9 +102,8 @@ std::uint32_t pixelAt(std::string_view bytes, const Form& form, std::size_t row,
 std::optional<BitmapForm> bitmapForm(std::string_view bytes)
 {
     const auto form = formOfWhole(bytes);
-    if (!form) {
+    if (!form)
         return std::nullopt;
-    }
     return BitmapForm{static_cast<int>(form->width), static_cast<int>(form->height),
                       static_cast<int>(form->bits), form->isTopDown};
 }
@@ -117,19 +111,17 @@ std::optional<BitmapForm> bitmapForm(std::string_view bytes)
 Pixels readBitmapFile(std::string_view bytes)
 {
     const auto form = formOfWhole(bytes);
-    if (!form) {
+    if (!form)
         return {};
-    }
-    const auto width = static_cast<std::size_t>(form->width);
-    const auto height = static_cast<std::size_t>(form->height);
+    const auto width = static_cast<size_t>(form->width);
+    const auto height = static_cast<size_t>(form->height);
     Pixels picture{static_cast<int>(form->width), static_cast<int>(form->height)};
     picture.values.reserve(width * height);
-    for (std::size_t y = 0; y < height; ++y) {
-        const std::size_t stored = form->isTopDown ? y : height - 1 - y;
-        const auto row = static_cast<std::size_t>(form->offset + stored * form->rowSize);
-        for (std::size_t x = 0; x < width; ++x) {
+    for (size_t y = 0; y < height; ++y) {
+        const size_t stored = form->isTopDown ? y : height - 1 - y;
+        const auto row = static_cast<size_t>(form->offset + stored * form->rowSize);
+        for (size_t x = 0; x < width; ++x)
             picture.values.push_back(pixelAt(bytes, *form, row, x));
-        }
     }
     return picture;
 }

@@ -110,11 +110,10 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight)
     const bool isWide = clientWidth >= leastWideWidth;
     WindowLayout layout;
     layout.header = bounded(0, 0, clientWidth, headerHeight);
-    if (isWide) {
+    if (isWide)
         placeWideLists(layout, clientWidth);
-    } else {
+    else
         placeNarrowLists(layout, clientWidth);
-    }
     placeButtons(layout, bottomOf(layout.hosts) + gap);
     placeHint(layout, clientWidth, isWide);
     placeVersions(layout, clientWidth, clientHeight);
@@ -124,9 +123,8 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight)
 
 Rectangle fitInto(const Rectangle& area, int pictureWidth, int pictureHeight)
 {
-    if (pictureWidth <= 0 || pictureHeight <= 0) {
+    if (pictureWidth <= 0 || pictureHeight <= 0)
         return {area.left, area.top, 0, 0};
-    }
     const std::int64_t byWidth = std::int64_t{area.width} * pictureHeight;
     const std::int64_t byHeight = std::int64_t{area.height} * pictureWidth;
     const int width = byWidth <= byHeight ? area.width : static_cast<int>(byHeight / pictureHeight);

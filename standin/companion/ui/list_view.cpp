@@ -17,7 +17,7 @@ int rowCount(HWND list)
     return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
 }
 
-LVITEMW cell(int row, std::size_t column, const std::wstring& text)
+LVITEMW cell(int row, size_t column, const std::wstring& text)
 {
     LVITEMW item{};
     item.mask = LVIF_TEXT;
@@ -33,7 +33,7 @@ void insertRow(HWND list, int place, const ListRow& row)
     first.mask |= LVIF_PARAM;
     first.lParam = row.key;
     const int inserted = static_cast<int>(tell(list, LVM_INSERTITEMW, 0, &first));
-    for (std::size_t column = 1; column < row.cells.size(); ++column) {
+    for (size_t column = 1; column < row.cells.size(); ++column) {
         const LVITEMW item = cell(inserted, column, row.cells[column]);
         tell(list, LVM_SETITEMW, 0, &item);
     }
@@ -89,9 +89,8 @@ void fitLastColumn(HWND list)
     RECT area{};
     GetClientRect(list, &area);
     LONG left = area.right;
-    for (WPARAM column = 0; column < last; ++column) {
+    for (WPARAM column = 0; column < last; ++column)
         left -= static_cast<LONG>(SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0));
-    }
     SendMessageW(list, LVM_SETCOLUMNWIDTH, last, std::max(left, 40L));
 }
 
@@ -99,9 +98,8 @@ std::vector<ListRow> numberedRows(const std::vector<std::vector<std::wstring>>& 
 {
     std::vector<ListRow> result;
     result.reserve(rows.size());
-    for (const auto& cells : rows) {
+    for (const auto& cells : rows)
         result.push_back({cells, static_cast<LPARAM>(result.size())});
-    }
     return result;
 }
 
@@ -110,13 +108,11 @@ void setRows(HWND list, const std::vector<ListRow>& rows)
     const std::optional<LPARAM> key = selectedKey(list);
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
-    for (std::size_t row = 0; row < rows.size(); ++row) {
+    for (size_t row = 0; row < rows.size(); ++row)
         insertRow(list, static_cast<int>(row), rows[row]);
-    }
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
-    if (!rows.empty()) {
+    if (!rows.empty())
         selectRow(list, findKey(rows, key));
-    }
     fitLastColumn(list);
 }
 
@@ -125,12 +121,10 @@ void appendRows(HWND list, const std::vector<ListRow>& rows, int most)
     const int added = std::min(static_cast<int>(rows.size()), most);
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     // First of all, so that no row is inserted only to go again.
-    while (rowCount(list) > most - added) {
+    while (rowCount(list) > most - added)
         SendMessageW(list, LVM_DELETEITEM, 0, 0);
-    }
-    for (auto row = rows.end() - added; row != rows.end(); ++row) {
+    for (auto row = rows.end() - added; row != rows.end(); ++row)
         insertRow(list, rowCount(list), *row);
-    }
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
     fitLastColumn(list);
     SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(rowCount(list) - 1), FALSE);
@@ -139,12 +133,10 @@ void appendRows(HWND list, const std::vector<ListRow>& rows, int most)
 
 LRESULT drawListRow(NMLVCUSTOMDRAW& drawing)
 {
-    if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT)
         return CDRF_NOTIFYITEMDRAW;
-    }
-    if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) {
+    if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT)
         return CDRF_DODEFAULT;
-    }
     // The control's own mark, which this takes the place of, depends on the keyboard.
     const LRESULT state = SendMessageW(drawing.nmcd.hdr.hwndFrom, LVM_GETITEMSTATE,
                                        drawing.nmcd.dwItemSpec, LVIS_SELECTED);
@@ -160,9 +152,8 @@ std::optional<LPARAM> selectedKey(HWND list)
 {
     const auto row = static_cast<int>(
         SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-    if (row < 0) {
+    if (row < 0)
         return std::nullopt;
-    }
     LVITEMW item{};
     item.mask = LVIF_PARAM;
     item.iItem = row;

@@ -20,11 +20,9 @@ bool isInstalled(const wchar_t* face)
 
 const wchar_t* chooseFace()
 {
-    for (const wchar_t* face : {L"Segoe UI", L"DejaVu Sans", L"Tahoma"}) {
-        if (isInstalled(face)) {
+    for (const wchar_t* face : {L"Segoe UI", L"DejaVu Sans", L"Tahoma"})
+        if (isInstalled(face))
             return face;
-        }
-    }
     return L"";
 }
 

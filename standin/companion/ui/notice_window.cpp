@@ -41,9 +41,8 @@ void create(NoticeWindow& notice)
     notice.look = makeLook();
     notice.createChildren();
     for (HWND child = GetWindow(notice.window, GW_CHILD); child != nullptr;
-         child = GetWindow(child, GW_HWNDNEXT)) {
+         child = GetWindow(child, GW_HWNDNEXT))
         SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(notice.look.text.get()), TRUE);
-    }
     place(notice);
 }
 
@@ -67,12 +66,10 @@ void paint(const NoticeWindow& notice)
 LRESULT receiveFromList(NoticeWindow& notice, LPARAM lParam)
 {
     const auto& message = *reinterpret_cast<const NMHDR*>(lParam);
-    if (message.code == NM_CUSTOMDRAW) {
+    if (message.code == NM_CUSTOMDRAW)
         return drawListRow(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
-    }
-    if (message.code == LVN_ITEMCHANGED) {
+    if (message.code == LVN_ITEMCHANGED)
         notice.choiceChanged(message.idFrom);
-    }
     return 0;
 }
 
@@ -92,9 +89,8 @@ LRESULT receive(NoticeWindow& notice, UINT message, WPARAM wParam, LPARAM lParam
         return reinterpret_cast<LRESULT>(GetStockObject(WHITE_BRUSH));
     case WM_COMMAND:
         // The escape key comes as IDCANCEL.
-        if (LOWORD(wParam) == IDCANCEL) {
+        if (LOWORD(wParam) == IDCANCEL)
             DestroyWindow(notice.window);
-        }
         return 0;
     case WM_NOTIFY:
         return receiveFromList(notice, lParam);
@@ -117,9 +113,8 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         const std::unique_ptr<NoticeWindow> owned(notice);
         return DefWindowProcW(window, message, wParam, lParam);
     }
-    if (notice == nullptr) {
+    if (notice == nullptr)
         return DefWindowProcW(window, message, wParam, lParam);
-    }
     try {
         return receive(*notice, message, wParam, lParam);
     } catch (...) {
@@ -155,9 +150,8 @@ BOOL CALLBACK stopAtClass(HWND window, LPARAM lParam)
 {
     auto& search = *reinterpret_cast<Search*>(lParam);
     wchar_t name[64];
-    if (GetClassNameW(window, name, 64) == 0 || search.windowClass != name) {
+    if (GetClassNameW(window, name, 64) == 0 || search.windowClass != name)
         return TRUE;
-    }
     search.found = window;
     return FALSE;
 }

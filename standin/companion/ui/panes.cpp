@@ -46,9 +46,8 @@ void createLists(HWND parent, const Look& look, Panes& panes)
 void setFonts(const Panes& panes, const Look& look)
 {
     const auto setFont = [](std::initializer_list<HWND> windows, HGDIOBJ font) {
-        for (HWND window : windows) {
+        for (HWND window : windows)
             SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-        }
     };
     setFont({panes.library, panes.hosts, panes.events, panes.newFile, panes.checkIn, panes.hint},
             look.text.get());
@@ -66,12 +65,11 @@ void setText(HWND window, const std::wstring& text)
 {
     wchar_t shown[512];
     GetWindowTextW(window, shown, static_cast<int>(std::size(shown)));
-    if (text != shown) {
+    if (text != shown)
         SetWindowTextW(window, text.c_str());
-    }
 }
 
-std::wstring hostsTitle(std::size_t count)
+std::wstring hostsTitle(size_t count)
 {
     return count == 0 ? L"Mastercam: none running"
                       : L"Mastercam: " + std::to_wstring(count) + L" running";
@@ -85,12 +83,10 @@ const LibraryItem* chosenItem(const Panes& panes, const State& state)
 
 std::wstring hintText(const LibraryItem* item, std::optional<std::uint32_t> host)
 {
-    if (!host) {
+    if (!host)
         return L"Start Mastercam to send a part to it.";
-    }
-    if (item == nullptr) {
+    if (item == nullptr)
         return L"Choose a part of the library to send.";
-    }
     return L"Sends " + item->name + L", version " + std::to_wstring(item->version) +
            L", to Mastercam " + std::to_wstring(*host) + L".";
 }
@@ -127,15 +123,14 @@ void placePanes(const Panes& panes, int clientWidth, int clientHeight)
     placeVersionPane(panes.versions, layout);
     moveTo(panes.eventsTitle, layout.eventsTitle);
     moveTo(panes.events, layout.events);
-    for (HWND list : {panes.library, panes.hosts, panes.events}) {
+    for (HWND list : {panes.library, panes.hosts, panes.events})
         fitLastColumn(list);
-    }
 }
 
 void showLibrary(const Panes& panes, const State& state)
 {
     std::vector<ListRow> rows;
-    for (std::size_t i = 0; i < state.library.index.items.size(); ++i) {
+    for (size_t i = 0; i < state.library.index.items.size(); ++i) {
         const LibraryItem& item = state.library.index.items[i];
         rows.push_back({{std::to_wstring(item.number), item.name, std::to_wstring(item.version),
                          std::to_wstring(state.library.operations[i]), item.description},
@@ -147,9 +142,8 @@ void showLibrary(const Panes& panes, const State& state)
 void showHosts(const Panes& panes, const State& state)
 {
     std::vector<ListRow> rows;
-    for (const Host& host : state.hosts) {
+    for (const Host& host : state.hosts)
         rows.push_back({{std::to_wstring(host.process), host.title}, host.process});
-    }
     setRows(panes.hosts, rows);
     setText(panes.hostsTitle, hostsTitle(rows.size()));
 }
@@ -157,14 +151,12 @@ void showHosts(const Panes& panes, const State& state)
 void showNewEvents(const Panes& panes, EventLog& log)
 {
     const std::vector<EventRow> events = takeNewRows(log);
-    const std::size_t shown = std::min(events.size(), std::size_t{mostEventRows});
+    const size_t shown = std::min(events.size(), size_t{mostEventRows});
     std::vector<ListRow> rows;
-    for (auto row = events.end() - static_cast<std::ptrdiff_t>(shown); row != events.end(); ++row) {
+    for (auto row = events.end() - static_cast<std::ptrdiff_t>(shown); row != events.end(); ++row)
         rows.push_back({{row->time, row->title, row->details}});
-    }
-    if (!rows.empty()) {
+    if (!rows.empty())
         appendRows(panes.events, rows, mostEventRows);
-    }
 }
 
 void showChoice(Panes& panes, const State& state)

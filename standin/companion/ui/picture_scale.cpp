@@ -20,12 +20,12 @@ Span spanOf(int place, int from, int to)
 
 std::uint32_t meanOf(const Pixels& picture, const Span& columns, const Span& rows)
 {
-    std::uint64_t sums[3] = {};
+    std::uint64_t sums[3]{};
     for (int row = rows.first; row < rows.end; ++row) {
         for (int column = columns.first; column < columns.end; ++column) {
-            const std::uint32_t value = picture.values[static_cast<std::size_t>(row) *
-                                                           static_cast<std::size_t>(picture.width) +
-                                                       static_cast<std::size_t>(column)];
+            const std::uint32_t value =
+                picture.values[static_cast<size_t>(row) * static_cast<size_t>(picture.width) +
+                               static_cast<size_t>(column)];
             sums[0] += value & 0xFF;
             sums[1] += value >> 8 & 0xFF;
             sums[2] += value >> 16 & 0xFF;
@@ -41,15 +41,13 @@ std::uint32_t meanOf(const Pixels& picture, const Span& columns, const Span& row
 
 Pixels scaled(const Pixels& picture, int width, int height)
 {
-    if (width <= 0 || height <= 0 || picture.values.empty()) {
+    if (width <= 0 || height <= 0 || picture.values.empty())
         return {};
-    }
     Pixels result{width, height};
     for (int row = 0; row < height; ++row) {
         const Span rows = spanOf(row, picture.height, height);
-        for (int column = 0; column < width; ++column) {
+        for (int column = 0; column < width; ++column)
             result.values.push_back(meanOf(picture, spanOf(column, picture.width, width), rows));
-        }
     }
     return result;
 }

@@ -133,9 +133,8 @@ HWND createPictureView(HWND parent, const Look& look)
 void showPicture(HWND window, const std::wstring& path, const std::wstring& otherwise)
 {
     PictureView* view = viewOf(window);
-    if (view == nullptr) {
+    if (view == nullptr)
         return;
-    }
     view->picture = path.empty() ? Pixels{} : readPicture(path);
     view->otherwise = otherwise;
     const bool shown = !view->picture.values.empty();

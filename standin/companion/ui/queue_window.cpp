@@ -75,13 +75,11 @@ std::wstring detailsOf(const ReceivedQueue& queue)
 void showQueue(HWND owner, const ReceivedQueue& queue)
 {
     auto* window = static_cast<QueueWindow*>(openNoticeWindow(owner, windowClass, makeQueueWindow));
-    if (window == nullptr) {
+    if (window == nullptr)
         return;
-    }
     std::vector<std::vector<std::wstring>> rows;
-    for (const QueuedProgram& program : queue.programs) {
+    for (const QueuedProgram& program : queue.programs)
         rows.push_back(cellsOf(program));
-    }
     window->heading = L"NC programs";
     window->details = detailsOf(queue);
     setRows(window->programs, numberedRows(rows));

@@ -19,16 +19,13 @@ bool takeScreenPicture(const std::wstring& folder, const FILETIME& notAfter, con
 {
     const std::wstring picture = screenPicturePath(folder);
     if (!isWrittenBy(picture, notAfter) ||
-        !MoveFileExW(picture.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+        !MoveFileExW(picture.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING))
         return false;
-    }
-    if (isWrittenBy(to, notAfter)) {
+    if (isWrittenBy(to, notAfter))
         return true;
-    }
     // A host made the next one in the meantime. It goes back unless that is there again by now.
-    if (!MoveFileW(to.c_str(), picture.c_str())) {
+    if (!MoveFileW(to.c_str(), picture.c_str()))
         DeleteFileW(to.c_str());
-    }
     return false;
 }
 

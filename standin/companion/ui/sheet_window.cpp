@@ -98,17 +98,14 @@ std::wstring partName(const ReceivedSheet& sheet)
 
 std::wstring detailsOf(const ReceivedSheet& sheet)
 {
-    if (!sheet.content) {
+    if (!sheet.content)
         return sheet.file;
-    }
     const std::wstring count = std::to_wstring(sheet.content->operations.size());
     std::wstring details = L"Operations: " + count;
-    if (!sheet.content->seconds.empty()) {
+    if (!sheet.content->seconds.empty())
         details += L"     Time: " + durationText(sheet.content->seconds);
-    }
-    if (!sheet.content->machine.empty()) {
+    if (!sheet.content->machine.empty())
         details += L"     Machine: " + fileNameOf(sheet.content->machine);
-    }
     return details;
 }
 
@@ -116,13 +113,11 @@ std::wstring detailsOf(const ReceivedSheet& sheet)
 std::wstring editText(const std::wstring& text)
 {
     std::wstring result;
-    for (const wchar_t c : text) {
-        if (c == L'\n') {
+    for (const wchar_t c : text)
+        if (c == L'\n')
             result += L"\r\n";
-        } else if (c != L'\r') {
+        else if (c != L'\r')
             result += c == L'\0' ? L' ' : c;
-        }
-    }
     return result;
 }
 
@@ -144,9 +139,8 @@ void fill(SheetWindow& window, const ReceivedSheet& sheet)
 void showSheet(HWND owner, const ReceivedSheet& sheet)
 {
     auto* window = static_cast<SheetWindow*>(openNoticeWindow(owner, windowClass, makeSheetWindow));
-    if (window == nullptr) {
+    if (window == nullptr)
         return;
-    }
     fill(*window, sheet);
     showNoticeWindow(*window,
                      L"Setup sheet " + std::to_wstring(sheet.id) + L": " + partName(sheet));

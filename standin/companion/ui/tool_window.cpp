@@ -85,14 +85,13 @@ void ToolWindow::paintBody(HDC context, int clientWidth, int clientHeight) const
 
 void ToolWindow::choiceChanged(UINT_PTR list)
 {
-    if (list == toolsId) {
+    if (list == toolsId)
         showChosen();
-    }
 }
 
 void ToolWindow::showChosen()
 {
-    const auto row = static_cast<std::size_t>(selectedKey(tools).value_or(-1));
+    const auto row = static_cast<size_t>(selectedKey(tools).value_or(-1));
     if (row >= received.records.size()) {
         showPicture(picture, L"", L"No tool chosen");
         setRows(values, {});
@@ -114,13 +113,11 @@ std::unique_ptr<NoticeWindow> makeToolWindow()
 void showTools(HWND owner, const ReceivedTools& tools)
 {
     auto* window = static_cast<ToolWindow*>(openNoticeWindow(owner, windowClass, makeToolWindow));
-    if (window == nullptr) {
+    if (window == nullptr)
         return;
-    }
     std::vector<std::vector<std::wstring>> rows;
-    for (const ToolRecord& record : tools.records) {
+    for (const ToolRecord& record : tools.records)
         rows.push_back(toolCells(record));
-    }
     window->received = tools;
     window->heading = L"Tools";
     window->details = L"Tools in operations: " + std::to_wstring(rows.size());

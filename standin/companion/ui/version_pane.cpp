@@ -30,9 +30,8 @@ std::wstring savedAt(const std::wstring& path)
     SYSTEMTIME local{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) ||
         !FileTimeToSystemTime(&data.ftLastWriteTime, &universal) ||
-        !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local)) {
+        !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local))
         return {};
-    }
     wchar_t text[32];
     std::swprintf(text, 32, L"%04d-%02d-%02d %02d:%02d", local.wYear, local.wMonth, local.wDay,
                   local.wHour, local.wMinute);
@@ -47,9 +46,8 @@ std::vector<ListRow> versionRows(const std::wstring& folder, const LibraryItem& 
         const std::wstring file =
             inLibrary(folder, versionFile(VersionPlan{part.number, version, part.name}));
         const std::wstring saved = savedAt(file);
-        if (saved.empty()) {
+        if (saved.empty())
             continue;
-        }
         rows.push_back({{std::to_wstring(version), saved,
                          std::to_wstring(countOperations(readFile(file).value_or("")))},
                         version == part.version ? currentKey : version});
@@ -71,9 +69,8 @@ void showSelectedPicture(VersionPane& pane, const std::wstring& folder)
     const std::wstring title =
         version == 0 ? L"Picture" : L"Picture of version " + std::to_wstring(version);
     const std::wstring shown = pane.shownName + L'\n' + title;
-    if (shown == pane.shownPicture) {
+    if (shown == pane.shownPicture)
         return;
-    }
     pane.shownPicture = shown;
     setTitle(pane.pictureTitle, title);
     const std::wstring file = pictureFile(VersionPlan{0, version, pane.shownName});

@@ -61,12 +61,10 @@ void showEverything(MainWindow& main)
 
 void refresh(MainWindow& main)
 {
-    if (refreshLibrary(main.state->library, main.state->folder, main.state->log)) {
+    if (refreshLibrary(main.state->library, main.state->folder, main.state->log))
         showLibrary(main.panes, *main.state);
-    }
-    if (refreshHosts(*main.state)) {
+    if (refreshHosts(*main.state))
         showHosts(main.panes, *main.state);
-    }
     showChoice(main.panes, *main.state);
 }
 
@@ -112,9 +110,8 @@ struct ShowIn {
 
 void receiveLines(MainWindow& main)
 {
-    for (const std::string& line : takeLines(main.state->lines)) {
+    for (const std::string& line : takeLines(main.state->lines))
         std::visit(ShowIn{main.window}, receiveLine(main.state->log, main.state->folder, line));
-    }
     lookForCommits(main, commitsAtOnceMs); // one of the lines may announce one
 }
 
@@ -128,9 +125,8 @@ void destroy(MainWindow& main)
     KillTimer(main.window, commitTimer);
     showEventsIn(main.state->log, nullptr, 0);
     stopListening(main.state->lines);
-    for (const std::string& line : takeLines(main.state->lines)) {
+    for (const std::string& line : takeLines(main.state->lines))
         receiveLine(main.state->log, main.state->folder, line);
-    }
     finishCommits(*main.state);
 }
 
@@ -171,36 +167,29 @@ void pressButton(MainWindow& main, int id)
 // The return key, pressed in a list, comes as IDOK.
 void receiveClick(MainWindow& main, int id, int code)
 {
-    if (id == IDOK && IsWindowEnabled(main.panes.send)) {
+    if (id == IDOK && IsWindowEnabled(main.panes.send))
         pressButton(main, sendId);
-    }
-    if (code == BN_CLICKED && (id == sendId || id == newFileId || id == checkInId)) {
+    if (code == BN_CLICKED && (id == sendId || id == newFileId || id == checkInId))
         pressButton(main, id);
-    }
 }
 
 LRESULT receiveNotice(MainWindow& main, LPARAM lParam)
 {
     const auto& notice = *reinterpret_cast<const NMHDR*>(lParam);
-    if (notice.code == NM_CUSTOMDRAW) {
+    if (notice.code == NM_CUSTOMDRAW)
         return drawListRow(*reinterpret_cast<NMLVCUSTOMDRAW*>(lParam));
-    }
-    if (notice.code == LVN_ITEMCHANGED) {
+    if (notice.code == LVN_ITEMCHANGED)
         showChoice(main.panes, *main.state);
-    }
-    if (notice.code == NM_DBLCLK && notice.idFrom == libraryId &&
-        IsWindowEnabled(main.panes.send)) {
+    if (notice.code == NM_DBLCLK && notice.idFrom == libraryId && IsWindowEnabled(main.panes.send))
         pressButton(main, sendId);
-    }
     return 0;
 }
 
 LRESULT receiveCopyData(HWND window, LPARAM lParam)
 {
     const auto arguments = readHandedOver(lParam);
-    if (!arguments) {
+    if (!arguments)
         return 0;
-    }
     return receiveArguments(window, *arguments) ? carriedOut : notCarriedOut;
 }
 
@@ -246,11 +235,10 @@ LRESULT receive(MainWindow& main, UINT message, WPARAM wParam, LPARAM lParam)
         SetFocus(main.panes.library);
         return 0;
     case WM_TIMER:
-        if (wParam == commitTimer) {
+        if (wParam == commitTimer)
             receiveCommits(main);
-        } else {
+        else
             refresh(main);
-        }
         return 0;
     case newEvents:
         showNewEvents(main.panes, main.state->log);
@@ -287,9 +275,8 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         const std::unique_ptr<MainWindow> owned(main);
         return DefWindowProcW(window, message, wParam, lParam);
     }
-    if (main == nullptr) {
+    if (main == nullptr)
         return DefWindowProcW(window, message, wParam, lParam);
-    }
     try {
         return receive(*main, message, wParam, lParam);
     } catch (...) {
@@ -364,9 +351,8 @@ HWND createMainWindow(State& state)
 bool receiveArguments(HWND window, const std::wstring& arguments)
 {
     MainWindow* main = mainWindowOf(window);
-    if (main == nullptr) {
+    if (main == nullptr)
         return false;
-    }
     logEvent(main->state->log, L"command", textField(L"text", arguments));
     const bool isCarriedOut = carryOutInWindow(*main, readCommandLine(arguments), arguments);
     lookForCommits(*main, commitsAtOnceMs); // the words may have handed one in

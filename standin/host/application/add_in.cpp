@@ -15,7 +15,7 @@ const AddInExport addInExports[] = {
     {"DrawTool", false}, {"TestFunction", false},  {"m_version", true}, {"m_open", true},
     {"m_notify", true},  {"m_close", true},
 };
-const std::size_t addInExportCount = std::size(addInExports);
+const size_t addInExportCount = std::size(addInExports);
 
 namespace {
 
@@ -55,7 +55,8 @@ void callAndTrace(const std::wstring& line, Call call)
 
 void callNumberEntry(const std::wstring& line, NumberEntry entry, int argument)
 {
-    callAndTrace(line, [&] { return L" -> " + callText(entry(argument)); });
+    callAndTrace(
+        line, [&] { return L" -> " + callText(entry(argument)); });
 }
 
 void drawExampleTool(DrawToolEntry entry)

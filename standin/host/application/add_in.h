@@ -12,7 +12,7 @@ struct AddInExport {
     bool takesNumber;
 };
 extern const AddInExport addInExports[];
-extern const std::size_t addInExportCount;
+extern const size_t addInExportCount;
 
 // Calls the export with the argument that the host's menu gives it.
 void callExportWithExample(const AddInExport& called);

@@ -50,8 +50,9 @@ void ApplicationInterface::position1(const CString& path)
 
 CMastercamView* ApplicationInterface::position2()
 {
-    return question("CMastercamInterface.position2", static_cast<CMastercamView*>(nullptr),
-                    [this] { return &view_; });
+    return question(
+        "CMastercamInterface.position2", static_cast<CMastercamView*>(nullptr),
+        [this] { return &view_; });
 }
 
 void ApplicationInterface::position3()
@@ -61,8 +62,8 @@ void ApplicationInterface::position3()
 
 CWnd* ApplicationInterface::position4()
 {
-    return question("CMastercamInterface.position4", static_cast<CWnd*>(nullptr),
-                    [] { return mainFrame(); });
+    return question(
+        "CMastercamInterface.position4", static_cast<CWnd*>(nullptr), [] { return mainFrame(); });
 }
 
 bool ApplicationInterface::position5()

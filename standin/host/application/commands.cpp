@@ -94,7 +94,7 @@ void runModalDialogCommand()
                 MB_OK | MB_ICONINFORMATION);
 }
 
-void runExportCommand(std::size_t place)
+void runExportCommand(size_t place)
 {
     if (place < addInExportCount)
         callExportWithExample(addInExports[place]);

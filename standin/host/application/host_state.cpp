@@ -86,7 +86,7 @@ bool setFiles(const std::wstring& value)
     std::vector<std::wstring> files;
     std::wstring_view rest = value;
     while (!rest.empty()) {
-        const std::size_t end = rest.find(L';');
+        const size_t end = rest.find(L';');
         files.emplace_back(rest.substr(0, end));
         rest.remove_prefix(end == std::wstring_view::npos ? rest.size() : end + 1);
     }

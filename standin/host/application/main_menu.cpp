@@ -26,7 +26,7 @@ HMENU createFileMenu()
 HMENU createAddInMenu()
 {
     const HMENU menu = CreatePopupMenu();
-    for (std::size_t place = 0; place < addInExportCount; ++place) {
+    for (size_t place = 0; place < addInExportCount; ++place) {
         const std::string_view name = addInExports[place].name;
         AppendMenuW(menu, MF_STRING, firstExportCommand + place,
                     std::wstring(name.begin(), name.end()).c_str());

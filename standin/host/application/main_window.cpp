@@ -83,9 +83,9 @@ HWND createMainWindow(bool visible)
 
 std::wstring titleOf(HWND window)
 {
-    std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    std::wstring title(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     const int length = GetWindowTextW(window, title.data(), static_cast<int>(title.size()));
-    title.resize(static_cast<std::size_t>(length));
+    title.resize(static_cast<size_t>(length));
     return title;
 }
 

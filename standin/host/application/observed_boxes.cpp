@@ -22,9 +22,9 @@ BOOL CALLBACK answerBox(HWND window, LPARAM)
     constexpr std::wstring_view dialogClass = L"#32770";
     wchar_t className[16] = L"";
     GetClassNameW(window, className, 16);
-    std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    title.resize(static_cast<std::size_t>(
-        GetWindowTextW(window, title.data(), static_cast<int>(title.size()))));
+    std::wstring title(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    title.resize(
+        static_cast<size_t>(GetWindowTextW(window, title.data(), static_cast<int>(title.size()))));
     if (className != dialogClass || title != openCaption)
         return TRUE;
     PostMessageW(window, WM_COMMAND, IDOK, 0);

@@ -45,7 +45,7 @@ std::vector<MenuRow> rowsOf(HMENU menu)
 {
     std::vector<MenuRow> rows;
     const int count = GetMenuItemCount(menu);
-    rows.reserve(static_cast<std::size_t>(std::max(count, 0)));
+    rows.reserve(static_cast<size_t>(std::max(count, 0)));
     for (int place = 0; place < count; ++place)
         rows.push_back(rowAt(menu, static_cast<UINT>(place)));
     return rows;

@@ -28,7 +28,7 @@ Document& theDocument()
 // Under the document's lock.
 void replacePart(Document& document, std::shared_ptr<Part> part)
 {
-    constexpr std::size_t keptAlive = 4;
+    constexpr size_t keptAlive = 4;
     document.replaced.push_back(std::exchange(document.part, std::move(part)));
     if (document.replaced.size() > keptAlive)
         document.replaced.pop_front();

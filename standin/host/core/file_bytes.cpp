@@ -14,7 +14,7 @@ std::optional<std::string> readAll(HANDLE file)
     LARGE_INTEGER size{};
     if (!GetFileSizeEx(file, &size) || size.QuadPart > largestFile)
         return std::nullopt;
-    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
+    std::string bytes(static_cast<size_t>(size.QuadPart), '\0');
     DWORD read = 0;
     if (!ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) ||
         read != bytes.size())

@@ -48,7 +48,8 @@ Result act(std::string_view name, const std::wstring& text, Result neutral, Acti
 template <class Result, class Action>
 Result act(std::string_view name, const std::wstring& text, Result neutral, Action action)
 {
-    return act(name, text, neutral, action, [&] { return neutral; });
+    return act(
+        name, text, neutral, action, [&] { return neutral; });
 }
 
 // The same for an operation that gives nothing.

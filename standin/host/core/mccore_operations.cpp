@@ -11,27 +11,32 @@ wchar_t geo_filename[260];
 
 void set_db_unchanged()
 {
-    act("set_db_unchanged", callLine("set_db_unchanged"),
+    act(
+        "set_db_unchanged", callLine("set_db_unchanged"),
         [] { setHostSetting(&HostSettings::databaseChanged, false); });
 }
 
 bool has_db_changed()
 {
-    return question("has_db_changed", false, [] { return hostSettings().databaseChanged; });
+    return question(
+        "has_db_changed", false, [] { return hostSettings().databaseChanged; });
 }
 
 void m_fclose(const wchar_t* name, int mode, FILE* stream)
 {
-    act("m_fclose", callLine("m_fclose", name, mode, static_cast<const void*>(stream)), [&] {
-        if (!name && mode == 0 && !stream)
-            closeDocument();
-    });
+    act(
+        "m_fclose", callLine("m_fclose", name, mode, static_cast<const void*>(stream)),
+        [&] {
+            if (!name && mode == 0 && !stream)
+                closeDocument();
+        });
 }
 
 int SaveFile(const wchar_t* path, CWnd* parent, bool prompt)
 {
-    return act("SaveFile", callLine("SaveFile", path, parent, prompt), 0,
-               [&] { return path && saveDocument(path) ? 1 : 0; });
+    return act(
+        "SaveFile", callLine("SaveFile", path, parent, prompt), 0,
+        [&] { return path && saveDocument(path) ? 1 : 0; });
 }
 
 bool RunSetupSheetOnSelectedOpsWithoutUI(CStringArray& files)

@@ -58,7 +58,7 @@ std::string holes(const operation& op, const std::vector<ViewPoint>& path)
     std::string lines = (op.operationType == tapping ? "G84 " : "G81 ") + position(path.front()) +
                         " " + word('Z', op.depth) + " " + word('R', approach) + " " +
                         word('F', op.tool.feedRate) + "\r\n";
-    for (std::size_t place = 1; place < path.size(); ++place)
+    for (size_t place = 1; place < path.size(); ++place)
         lines += position(path[place]) + "\r\n";
     return lines + "G80\r\n";
 }
@@ -67,7 +67,7 @@ std::string cut(const operation& op, const std::vector<ViewPoint>& path)
 {
     std::string lines = "G0 " + position(path.front()) + "\r\n" + word('Z', approach) + "\r\nG1 " +
                         word('Z', op.depth) + " " + word('F', op.tool.feedRate) + "\r\n";
-    for (std::size_t place = 1; place < path.size(); ++place)
+    for (size_t place = 1; place < path.size(); ++place)
         lines += position(path[place]) + "\r\n";
     return lines + "G0 " + word('Z', clearance) + "\r\n";
 }

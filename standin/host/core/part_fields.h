@@ -44,7 +44,7 @@ template <class Record>
 FieldOutcome readField(Fields<Record> fields, Record& record, std::string_view key,
                        std::string_view notation, SeenKeys& seen, unsigned firstMark = 0)
 {
-    for (std::size_t place = 0; place < fields.size(); ++place) {
+    for (size_t place = 0; place < fields.size(); ++place) {
         if (fields[place].key != key)
             continue;
         const SeenKeys mark = SeenKeys{1} << (firstMark + place);

@@ -156,7 +156,7 @@ bool readLine(Reading& reading, std::string_view line)
         return section && openSection(reading, *section);
     }
     constexpr std::string_view between = " =";
-    const std::size_t place = line.find(between);
+    const size_t place = line.find(between);
     if (place == std::string_view::npos)
         return false;
     std::string_view notation = line.substr(place + between.size());
@@ -168,7 +168,7 @@ bool readLine(Reading& reading, std::string_view line)
 // Takes the next line off the text, without its line end.
 std::string_view takeLine(std::string_view& text)
 {
-    const std::size_t end = text.find('\n');
+    const size_t end = text.find('\n');
     std::string_view line = text.substr(0, end);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     if (line.ends_with('\r'))

@@ -10,7 +10,7 @@ namespace {
 
 struct ShapeForm {
     std::string_view key;
-    std::size_t valueCount;
+    size_t valueCount;
 };
 
 // In the order of Shape::Kind.
@@ -22,12 +22,12 @@ constexpr ShapeForm shapeForms[] = {
 
 std::string_view shapeKey(Shape::Kind kind)
 {
-    return shapeForms[static_cast<std::size_t>(kind)].key;
+    return shapeForms[static_cast<size_t>(kind)].key;
 }
 
 bool readShape(std::string_view key, std::string_view notation, Shape& shape)
 {
-    for (std::size_t place = 0; place < std::size(shapeForms); ++place) {
+    for (size_t place = 0; place < std::size(shapeForms); ++place) {
         if (shapeForms[place].key != key)
             continue;
         shape.kind = static_cast<Shape::Kind>(place);
@@ -43,7 +43,7 @@ bool readPath(std::string_view notation, std::vector<ViewPoint>& path)
     if (!readDecimals(notation, values) || values.size() < 4 || values.size() % 2 != 0)
         return false;
     path.clear();
-    for (std::size_t place = 0; place < values.size(); place += 2)
+    for (size_t place = 0; place < values.size(); place += 2)
         path.push_back({values[place], values[place + 1]});
     return true;
 }

@@ -16,14 +16,14 @@ bool isLowSurrogate(wchar_t unit)
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-bool isHalfPair(std::wstring_view text, std::size_t place)
+bool isHalfPair(std::wstring_view text, size_t place)
 {
     if (isHighSurrogate(text[place]))
         return place + 1 == text.size() || !isLowSurrogate(text[place + 1]);
     return isLowSurrogate(text[place]) && (place == 0 || !isHighSurrogate(text[place - 1]));
 }
 
-bool needsNotation(std::wstring_view text, std::size_t place)
+bool needsNotation(std::wstring_view text, size_t place)
 {
     const wchar_t unit = text[place];
     const bool atEdge = place == 0 || place + 1 == text.size();
@@ -62,7 +62,7 @@ bool readText(std::string_view notation, std::wstring& text)
     if (!wide)
         return false;
     text.clear();
-    for (std::size_t place = 0; place < wide->size(); ++place) {
+    for (size_t place = 0; place < wide->size(); ++place) {
         wchar_t unit = (*wide)[place];
         if (unit == L'%') {
             if (!readUnit(std::wstring_view(*wide).substr(place + 1), unit) || unit == L'\0')
@@ -77,12 +77,11 @@ bool readText(std::string_view notation, std::wstring& text)
 std::string textNotation(std::wstring_view text)
 {
     std::wstring notation;
-    for (std::size_t place = 0; place < text.size(); ++place) {
+    for (size_t place = 0; place < text.size(); ++place)
         if (needsNotation(text, place))
             notation += hexadecimalNotation(text[place]);
         else
             notation += text[place];
-    }
     return toUtf8(notation);
 }
 
@@ -90,7 +89,7 @@ bool readDecimals(std::string_view notation, std::vector<double>& values)
 {
     values.clear();
     while (true) {
-        const std::size_t blank = notation.find(' ');
+        const size_t blank = notation.find(' ');
         double value = 0;
         if (!readDecimal(notation.substr(0, blank), value))
             return false;
@@ -104,7 +103,7 @@ bool readDecimals(std::string_view notation, std::vector<double>& values)
 bool writeDecimals(std::string& out, const std::vector<double>& values)
 {
     bool allWritten = true;
-    for (std::size_t place = 0; place < values.size(); ++place) {
+    for (size_t place = 0; place < values.size(); ++place) {
         if (place > 0)
             out += ' ';
         allWritten = writeValue(out, values[place]) && allWritten;

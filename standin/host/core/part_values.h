@@ -45,7 +45,7 @@ inline bool readValue(std::string_view notation, std::wstring& value)
 
 bool readValue(std::string_view notation, point3& value);
 
-template <std::size_t capacity>
+template <size_t capacity>
 bool readValue(std::string_view notation, wchar_t (&value)[capacity])
 {
     std::wstring text;
@@ -65,7 +65,7 @@ inline bool writeValue(std::string& out, std::int16_t value)
     return writeValue(out, std::int32_t{value});
 }
 
-template <std::size_t capacity>
+template <size_t capacity>
 bool writeValue(std::string& out, const wchar_t (&value)[capacity])
 {
     out += textNotation(fieldText(value));
@@ -89,7 +89,7 @@ inline bool sameValue(const point3& left, const point3& right)
     return sameValue(left.x, right.x) && sameValue(left.y, right.y) && sameValue(left.z, right.z);
 }
 
-template <std::size_t capacity>
+template <size_t capacity>
 bool sameValue(const wchar_t (&left)[capacity], const wchar_t (&right)[capacity])
 {
     return fieldText(left) == fieldText(right);

@@ -71,12 +71,11 @@ bool writeOperation(std::string& out, const PartOperation& held)
 bool writeOperations(std::string& out, const Part& part)
 {
     bool allWritten = true;
-    for (const PartOperation* held : part.operationList) {
+    for (const PartOperation* held : part.operationList)
         if (held)
             allWritten = writeOperation(out, *held) && allWritten;
         else
             openSection(out, "no operation");
-    }
     return allWritten;
 }
 

@@ -8,14 +8,17 @@ MastercamPlanes Planes;
 
 PlaneBase* MastercamPlanes::GetPlanePtrByID(int id)
 {
-    return question("GetPlanePtrByID", static_cast<PlaneBase*>(nullptr), [&]() -> PlaneBase* {
-        const std::shared_ptr<Part> part = openPart();
-        const auto plane = part->planeById.find(id);
-        return plane == part->planeById.end() ? nullptr : plane->second;
-    });
+    return question(
+        "GetPlanePtrByID", static_cast<PlaneBase*>(nullptr),
+        [&]() -> PlaneBase* {
+            const std::shared_ptr<Part> part = openPart();
+            const auto plane = part->planeById.find(id);
+            return plane == part->planeById.end() ? nullptr : plane->second;
+        });
 }
 
 CString standin::Plane::GetName() const
 {
-    return question("GetName", CString(), [this] { return CString(name.c_str()); });
+    return question(
+        "GetName", CString(), [this] { return CString(name.c_str()); });
 }

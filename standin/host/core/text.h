@@ -16,7 +16,7 @@ MCCORE_API std::optional<std::wstring> fromUtf8(std::string_view bytes);
 MCCORE_API std::string toUtf8(std::wstring_view text);
 
 // The text of a record's field: up to its terminating zero, or all of it when there is none.
-template <std::size_t capacity>
+template <size_t capacity>
 std::wstring_view fieldText(const wchar_t (&field)[capacity])
 {
     const std::wstring_view whole(field, capacity);
@@ -24,11 +24,11 @@ std::wstring_view fieldText(const wchar_t (&field)[capacity])
 }
 
 // Fills a record's field with the text, cut to its capacity, and zeroes what is left of it.
-template <std::size_t capacity>
+template <size_t capacity>
 void setFieldText(wchar_t (&field)[capacity], std::wstring_view text)
 {
-    const std::size_t length = text.copy(field, capacity);
-    for (std::size_t place = length; place < capacity; ++place)
+    const size_t length = text.copy(field, capacity);
+    for (size_t place = length; place < capacity; ++place)
         field[place] = L'\0';
 }
 

@@ -13,7 +13,7 @@ namespace {
 struct Trace {
     std::mutex lock;
     std::vector<std::wstring> lines;
-    std::size_t searchStart = 0;
+    size_t searchStart = 0;
     HANDLE file = INVALID_HANDLE_VALUE;
 };
 
@@ -73,7 +73,7 @@ bool findInTrace(const std::wstring& text)
 {
     Trace& held = theTrace();
     const std::scoped_lock guard(held.lock);
-    for (std::size_t place = held.searchStart; place < held.lines.size(); ++place) {
+    for (size_t place = held.searchStart; place < held.lines.size(); ++place) {
         if (held.lines[place].find(text) == std::wstring::npos)
             continue;
         held.searchStart = place + 1;

@@ -8,19 +8,23 @@ using namespace standin;
 
 bool SetActiveMachine(const wchar_t* path)
 {
-    return act("SetActiveMachine", callLine("SetActiveMachine", path), false, [&] {
-        if (!path || !*path)
-            return false;
-        setHostSetting(&HostSettings::activeMachine, path);
-        return true;
-    });
+    return act(
+        "SetActiveMachine", callLine("SetActiveMachine", path), false,
+        [&] {
+            if (!path || !*path)
+                return false;
+            setHostSetting(&HostSettings::activeMachine, path);
+            return true;
+        });
 }
 
 TpGroup* OMgetActiveMachineGroup(bool flag)
 {
-    return act("OMgetActiveMachineGroup", callLine("OMgetActiveMachineGroup", flag),
-               static_cast<TpGroup*>(nullptr), []() -> TpGroup* {
-                   const std::shared_ptr<Part> part = openPart();
-                   return part->groups.empty() ? nullptr : &part->groups.front();
-               });
+    return act(
+        "OMgetActiveMachineGroup", callLine("OMgetActiveMachineGroup", flag),
+        static_cast<TpGroup*>(nullptr),
+        []() -> TpGroup* {
+            const std::shared_ptr<Part> part = openPart();
+            return part->groups.empty() ? nullptr : &part->groups.front();
+        });
 }

@@ -39,8 +39,9 @@ double cycleSeconds(const operation& op)
 
 CString ncName(std::string_view name, TpGroup* group, std::wstring HostSettings::*setting)
 {
-    return act(name, callLine(name, group), CString(),
-               [&] { return CString((hostSettings().*setting).c_str()); });
+    return act(
+        name, callLine(name, group), CString(),
+        [&] { return CString((hostSettings().*setting).c_str()); });
 }
 
 // The lists are handed out by reference and hold nothing themselves: which part they are asked
@@ -54,7 +55,8 @@ TpGrpList emptyGroupList;
 
 bool BackplotActive()
 {
-    return question("BackplotActive", false, [] { return hostSettings().backplotActive; });
+    return question(
+        "BackplotActive", false, [] { return hostSettings().backplotActive; });
 }
 
 void list_manager(long code, const wchar_t* name, short mode, operation_node** list)
@@ -86,8 +88,9 @@ void tool_manager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeed
 
 double CalcCycleTime(operation& op, bool flag)
 {
-    return act("CalcCycleTime", callLine("CalcCycleTime", &op, flag), 0.0,
-               [&] { return cycleSeconds(op); });
+    return act(
+        "CalcCycleTime", callLine("CalcCycleTime", &op, flag), 0.0,
+        [&] { return cycleSeconds(op); });
 }
 
 CString NCPrefix(TpGroup* group)
@@ -102,40 +105,48 @@ CString NCSuffix(TpGroup* group)
 
 int TpMemLookupList::GetSize() const
 {
-    return question("GetSize", 0, [this] {
-        const bool isEmptyList = this == &emptyOperationList;
-        return isEmptyList ? 0 : static_cast<int>(openPart()->operationList.size());
-    });
+    return question(
+        "GetSize", 0,
+        [this] {
+            const bool isEmptyList = this == &emptyOperationList;
+            return isEmptyList ? 0 : static_cast<int>(openPart()->operationList.size());
+        });
 }
 
 operation* TpMemLookupList::operator[](int index) const
 {
-    return question("operator[]", static_cast<operation*>(nullptr), [&]() -> operation* {
-        const std::shared_ptr<Part> part = openPart();
-        const auto place = static_cast<std::size_t>(index);
-        if (this == &emptyOperationList || index < 0 || place >= part->operationList.size() ||
-            !part->operationList[place])
-            return nullptr;
-        return &part->operationList[place]->node.op;
-    });
+    return question(
+        "operator[]", static_cast<operation*>(nullptr),
+        [&]() -> operation* {
+            const std::shared_ptr<Part> part = openPart();
+            const auto place = static_cast<size_t>(index);
+            if (this == &emptyOperationList || index < 0 || place >= part->operationList.size() ||
+                !part->operationList[place])
+                return nullptr;
+            return &part->operationList[place]->node.op;
+        });
 }
 
 TpMemLookupList& TpOpMgr::GetMainOpList()
 {
-    return *question("GetMainOpList", &emptyOperationList, [] { return &operationList; });
+    return *question(
+        "GetMainOpList", &emptyOperationList, [] { return &operationList; });
 }
 
 TpGroup* TpGrpList::GroupByID(int id)
 {
-    return question("GroupByID", static_cast<TpGroup*>(nullptr), [&]() -> TpGroup* {
-        const std::shared_ptr<Part> part = openPart();
-        const auto group = part->groupById.find(id);
-        const bool isNone = this == &emptyGroupList || group == part->groupById.end();
-        return isNone ? nullptr : group->second;
-    });
+    return question(
+        "GroupByID", static_cast<TpGroup*>(nullptr),
+        [&]() -> TpGroup* {
+            const std::shared_ptr<Part> part = openPart();
+            const auto group = part->groupById.find(id);
+            const bool isNone = this == &emptyGroupList || group == part->groupById.end();
+            return isNone ? nullptr : group->second;
+        });
 }
 
 TpGrpList& TpGrpMgr::GetMainGrpList()
 {
-    return *question("GetMainGrpList", &emptyGroupList, [] { return &groupList; });
+    return *question(
+        "GetMainGrpList", &emptyGroupList, [] { return &groupList; });
 }

@@ -18,7 +18,7 @@ constexpr int exitTimedOut = 3;
 // Takes the next line off the text, without its line end.
 std::wstring_view takeLine(std::wstring_view& text)
 {
-    const std::size_t end = text.find(L'\n');
+    const size_t end = text.find(L'\n');
     std::wstring_view line = text.substr(0, end);
     text.remove_prefix(end == std::wstring_view::npos ? text.size() : end + 1);
     if (line.ends_with(L'\r'))
@@ -33,7 +33,7 @@ bool isCommand(std::wstring_view line)
 
 ScriptLine splitLine(int number, std::wstring_view line)
 {
-    const std::size_t blank = line.find(L' ');
+    const size_t blank = line.find(L' ');
     ScriptLine split{number, std::wstring(line.substr(0, blank)), {}};
     if (blank != std::wstring_view::npos)
         split.value = line.substr(blank + 1);

@@ -46,7 +46,7 @@ struct NameAndNumber {
 
 std::optional<NameAndNumber> readNameAndNumber(std::wstring_view value)
 {
-    const std::size_t blank = value.find(L' ');
+    const size_t blank = value.find(L' ');
     NameAndNumber read{toUtf8(value.substr(0, blank)), std::nullopt};
     if (blank == std::wstring_view::npos || blank + 1 == value.size())
         return read;
@@ -70,7 +70,7 @@ Step notifyCommand(const Call& call)
 
 Step setCommand(const Call& call)
 {
-    const std::size_t blank = call.value.find(L' ');
+    const size_t blank = call.value.find(L' ');
     const std::wstring value =
         blank == std::wstring::npos ? std::wstring() : call.value.substr(blank + 1);
     return nextIf(setState(toUtf8(std::wstring_view(call.value).substr(0, blank)), value), call,
@@ -115,7 +115,7 @@ Step waitForCommand(const Call& call)
 {
     std::wstring text = call.value;
     unsigned milliseconds = waitForTraceMs;
-    const std::size_t blank = text.rfind(L' ');
+    const size_t blank = text.rfind(L' ');
     if (blank != std::wstring::npos && blank > 0) {
         const auto time = number<unsigned>(std::wstring_view(text).substr(blank + 1));
         if (time && !std::wstring_view(text).substr(0, blank).ends_with(L"->")) {

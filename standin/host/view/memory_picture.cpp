@@ -30,9 +30,9 @@ BITMAPINFOHEADER headerFor(int width, int height)
 // Adds a row of the large picture to the sums of a row of the small one: `factor` pixels to each.
 void addRow(std::vector<int>& sums, const unsigned char* row, int factor)
 {
-    for (std::size_t first = 0; first < sums.size(); first += 3)
+    for (size_t first = 0; first < sums.size(); first += 3)
         for (int along = 0; along < factor; ++along, row += 3)
-            for (std::size_t component = 0; component < 3; ++component)
+            for (size_t component = 0; component < 3; ++component)
                 sums[first + component] += row[component];
 }
 
@@ -91,7 +91,7 @@ void reducePicture(const MemoryPicture& large, const MemoryPicture& small, int f
 {
     GdiFlush();
     const RECT area = small.area();
-    std::vector<int> sums(static_cast<std::size_t>(area.right) * 3);
+    std::vector<int> sums(static_cast<size_t>(area.right) * 3);
     for (int y = 0; y < area.bottom; ++y) {
         std::ranges::fill(sums, 0);
         for (int down = 0; down < factor; ++down)

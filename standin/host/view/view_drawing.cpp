@@ -45,7 +45,7 @@ std::vector<double> gridLines(double from, double to, double distance)
     std::vector<double> lines;
     const double first = std::ceil(from / distance);
     const double count = std::min(std::floor(to / distance) - first + 1, mostLines);
-    lines.reserve(static_cast<std::size_t>(std::max(0.0, count)));
+    lines.reserve(static_cast<size_t>(std::max(0.0, count)));
     for (int line = 0; line < count; ++line)
         lines.push_back((first + line) * distance);
     return lines;

@@ -53,7 +53,7 @@ std::wstring typeName(int type)
 {
     static constexpr const wchar_t* names[] = {L"Facing",  L"Contour", L"Pocket", L"Drilling",
                                                L"Tapping", L"Boring",  L"Chamfer"};
-    const auto place = static_cast<std::size_t>(type - 1);
+    const auto place = static_cast<size_t>(type - 1);
     return type >= 1 && place < std::size(names) ? names[place] : L"Type " + std::to_wstring(type);
 }
 
@@ -162,7 +162,7 @@ void drawRows(HDC context, const RECT& area, const Part& part, int firstRow)
     const int shown = std::max(static_cast<int>((area.bottom - area.top) / rowHeight), 0);
     const int last = std::max(static_cast<int>(rows.size()) - shown, 0);
     RECT row = {area.left, area.top, area.right, area.top + rowHeight};
-    for (auto place = static_cast<std::size_t>(std::clamp(firstRow, 0, last));
+    for (auto place = static_cast<size_t>(std::clamp(firstRow, 0, last));
          place < rows.size() && row.bottom <= area.bottom; ++place) {
         if (rows[place].isHeading)
             drawHeading(context, row, part, *rows[place].held);

@@ -46,7 +46,7 @@ HFONT fontOf(TextFont font)
         createFont(19, FW_BOLD, face),
         createFont(11, FW_NORMAL, face),
     };
-    return fonts[static_cast<std::size_t>(font)];
+    return fonts[static_cast<size_t>(font)];
 }
 
 } // namespace

@@ -75,9 +75,8 @@ void addRequests(CLI::App& app, Given& given)
     CLI::App* checkIn =
         app.add_subcommand("checkin", "have a host close its file, as after a check-in");
     checkIn->add_option("NAME", given.path, "name of the file, for people; the host ignores it");
-    for (CLI::App* command : {open, newFile, checkIn}) {
+    for (CLI::App* command : {open, newFile, checkIn})
         addDeliveryOptions(*command, given);
-    }
 }
 
 void addListen(CLI::App& app, Given& given)
@@ -124,11 +123,9 @@ Command commandOf(const std::string& word)
         {"status", Command::status},   {"open", Command::open},     {"new", Command::newFile},
         {"checkin", Command::checkIn}, {"listen", Command::listen}, {"decode", Command::decode},
         {"doctor", Command::doctor}};
-    for (const auto& [each, command] : words) {
-        if (each == word) {
+    for (const auto& [each, command] : words)
+        if (each == word)
             return command;
-        }
-    }
     return Command::none;
 }
 
@@ -140,15 +137,12 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
     arguments.id = static_cast<std::int32_t>(given.id);
     arguments.path = given.path;
     arguments.kind = kindOfWord(given.kind);
-    if (given.host != 0) {
+    if (given.host != 0)
         arguments.host = static_cast<std::uint32_t>(given.host);
-    }
-    if (given.timeoutSeconds != 0) {
+    if (given.timeoutSeconds != 0)
         arguments.timeoutMs = given.timeoutSeconds * 1000;
-    }
-    if (given.count != 0) {
+    if (given.count != 0)
         arguments.count = given.count;
-    }
     return arguments;
 }
 
@@ -175,9 +169,8 @@ Arguments readArguments(std::vector<std::string> words)
     std::reverse(words.begin(), words.end()); // the parser takes them from the back
     try {
         app.parse(std::move(words));
-        if (app.get_subcommands().empty()) {
+        if (app.get_subcommands().empty())
             throw CLI::RequiredError("A command");
-        }
     } catch (const CLI::ParseError& error) {
         return onlyText(app, error);
     }

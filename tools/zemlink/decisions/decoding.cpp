@@ -27,13 +27,11 @@ Outcome decodeLines(const char* name, const std::vector<std::optional<Entry>>& e
                     const Reporter& reportOf)
 {
     Report report{{name, Report::array()}};
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (entries[i]) {
+    for (size_t i = 0; i < entries.size(); ++i)
+        if (entries[i])
             report[name].push_back(reportOf(*entries[i]));
-        } else {
+        else
             report["badLines"].push_back(i + 1);
-        }
-    }
     return {report, report.contains("badLines") ? trouble : done};
 }
 
@@ -47,9 +45,8 @@ Report queueReport(const companion::QueueEntry& entry)
 Outcome decodeSettings(std::string_view bytes)
 {
     Report report{{"lines", Report::array()}, {"inForce", settingsInForce(bytes)}};
-    for (const std::string& line : settingLines(bytes)) {
+    for (const std::string& line : settingLines(bytes))
         report["lines"].push_back(ansiToUtf8(line.substr(0, line.find('\n'))));
-    }
     if (isLastSettingCut(bytes)) {
         report["remarks"].push_back("The last line has no line end: its value loses its last "
                                     "character.");
@@ -60,11 +57,10 @@ Outcome decodeSettings(std::string_view bytes)
 Report loadReport(const LoggedLoad& load)
 {
     Report report{{"file", ansiToUtf8(load.file)}, {"finished", load.isFinished()}};
-    if (load.system.empty()) {
+    if (load.system.empty())
         report["lastStep"] = load.lastStep;
-    } else {
+    else
         report["cadSystem"] = ansiToUtf8(load.system);
-    }
     return report;
 }
 
@@ -72,12 +68,10 @@ Outcome decodeLoadLog(std::string_view bytes)
 {
     const LoadLog log = readLoadLog(bytes);
     Report report{{"loads", Report::array()}};
-    for (const LoggedLoad& load : log.loads) {
+    for (const LoggedLoad& load : log.loads)
         report["loads"].push_back(loadReport(load));
-    }
-    if (!log.badLines.empty()) {
+    if (!log.badLines.empty())
         report["badLines"] = log.badLines;
-    }
     return {report, log.badLines.empty() ? done : trouble};
 }
 
@@ -86,7 +80,7 @@ Outcome decodeNotices(std::string_view bytes)
 {
     Outcome outcome{Report{{"notices", Report::array()}}};
     while (!bytes.empty()) {
-        const std::size_t end = std::min(bytes.find('\n'), bytes.size() - 1) + 1;
+        const size_t end = std::min(bytes.find('\n'), bytes.size() - 1) + 1;
         const Report notice = noticeReport(bytes.substr(0, end));
         outcome.exitCode = notice["notice"] == "unknown" ? trouble : outcome.exitCode;
         outcome.report["notices"].push_back(notice);

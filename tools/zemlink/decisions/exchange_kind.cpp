@@ -43,26 +43,23 @@ constexpr NameForm forms[] = {
 std::wstring lowerCase(std::wstring_view text)
 {
     std::wstring lower;
-    for (const wchar_t c : text) {
+    for (const wchar_t c : text)
         lower += c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-    }
     return lower;
 }
 
 std::optional<ExchangeKind> kindOfName(std::wstring_view fileName)
 {
     const std::wstring name = lowerCase(fileName);
-    for (const NameForm& form : forms) {
-        if (name.starts_with(form.start) && name.ends_with(form.end)) {
+    for (const NameForm& form : forms)
+        if (name.starts_with(form.start) && name.ends_with(form.end))
             return form.kind;
-        }
-    }
     return std::nullopt;
 }
 
 bool isMachine(std::string_view line)
 {
-    const std::size_t first = line.find('|');
+    const size_t first = line.find('|');
     return first != line.npos && first != 0 && line.find_first_not_of("-0123456789") == first &&
            line.find('|', first + 1) != line.npos;
 }
@@ -93,11 +90,9 @@ constexpr TextStart starts[] = {
 
 std::optional<ExchangeKind> kindOfContent(std::string_view bytes)
 {
-    for (const TextStart& each : starts) {
-        if (bytes.starts_with(each.start)) {
+    for (const TextStart& each : starts)
+        if (bytes.starts_with(each.start))
             return each.kind;
-        }
-    }
     const std::string_view line = bytes.substr(0, bytes.find('\n'));
     return bytes == "CHECKIN" ? ExchangeKind::commandFile
            : companion::nextPiece(bytes).kind == companion::PieceKind::record
@@ -113,26 +108,24 @@ std::optional<ExchangeKind> kindOfContent(std::string_view bytes)
 std::vector<std::string> kindWords()
 {
     std::vector<std::string> all;
-    for (const KindWord& each : words) {
+    for (const KindWord& each : words)
         all.emplace_back(each.word);
-    }
     return all;
 }
 
 std::string kindWord(ExchangeKind kind)
 {
-    return std::find_if(std::begin(words), std::end(words),
-                        [&](const KindWord& each) { return each.kind == kind; })
+    return std::find_if(
+               std::begin(words), std::end(words),
+               [&](const KindWord& each) { return each.kind == kind; })
         ->word;
 }
 
 std::optional<ExchangeKind> kindOfWord(std::string_view word)
 {
-    for (const KindWord& each : words) {
-        if (each.word == word) {
+    for (const KindWord& each : words)
+        if (each.word == word)
             return each.kind;
-        }
-    }
     return std::nullopt;
 }
 

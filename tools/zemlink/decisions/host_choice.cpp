@@ -23,15 +23,12 @@ HostChoice chooseNamed(const std::vector<companion::Host>& hosts, std::uint32_t 
 
 HostChoice chooseHost(const std::vector<companion::Host>& hosts, std::optional<std::uint32_t> named)
 {
-    if (named) {
+    if (named)
         return chooseNamed(hosts, *named);
-    }
-    if (hosts.empty()) {
+    if (hosts.empty())
         return {std::nullopt, "no host with the add-in runs"};
-    }
-    if (hosts.size() == 1) {
+    if (hosts.size() == 1)
         return {hosts.front().process};
-    }
     std::string reason = "several hosts run, choose one with --host:";
     for (const companion::Host& host : hosts) {
         reason += (host == hosts.front() ? " " : ", ") + std::to_string(host.process) + " (" +

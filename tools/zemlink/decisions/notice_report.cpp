@@ -23,9 +23,8 @@ std::string hexadecimal(std::string_view bytes)
 std::string oneLine(std::string_view bytes)
 {
     std::string line(bytes);
-    for (char& c : line) {
+    for (char& c : line)
         c = static_cast<unsigned char>(c) < ' ' ? ' ' : c;
-    }
     return ansiToUtf8(line);
 }
 

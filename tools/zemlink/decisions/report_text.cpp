@@ -12,13 +12,11 @@ bool isCapital(char c)
 
 std::string label(const std::string& key)
 {
-    if (key.empty() || isCapital(key.front())) {
+    if (key.empty() || isCapital(key.front()))
         return key;
-    }
     std::string words;
-    for (const char c : key) {
+    for (const char c : key)
         words += isCapital(c) ? std::string{' ', static_cast<char>(c - 'A' + 'a')} : std::string{c};
-    }
     return words;
 }
 
@@ -34,17 +32,15 @@ std::wstring hexadecimal(wchar_t c)
 {
     constexpr wchar_t digits[] = L"0123456789ABCDEF";
     std::wstring text;
-    for (int shift = c > 0xFF ? 12 : 4; shift >= 0; shift -= 4) {
+    for (int shift = c > 0xFF ? 12 : 4; shift >= 0; shift -= 4)
         text += digits[c >> shift & 15];
-    }
     return text;
 }
 
 std::string scalarText(const Report& value)
 {
-    if (value.is_boolean()) {
+    if (value.is_boolean())
         return value.get<bool>() ? "yes" : "no";
-    }
     const std::string text = value.is_string()   ? visible(value.get<std::string>())
                              : value.is_number() ? value.dump()
                                                  : std::string();
@@ -61,9 +57,8 @@ std::string branchText(const Report& branch, const std::string& indent);
 // The lines of the entry, the first with a dash in the place of its last two blanks.
 std::string entryText(const Report& entry, const std::string& indent)
 {
-    if (!isBranch(entry)) {
+    if (!isBranch(entry))
         return indent + "- " + scalarText(entry) + '\n';
-    }
     std::string lines = branchText(entry, indent + "  ");
     lines[indent.size()] = '-';
     return lines;
@@ -79,9 +74,8 @@ std::string memberText(const std::string& key, const Report& value, const std::s
 std::string branchText(const Report& branch, const std::string& indent)
 {
     std::string lines;
-    for (const auto& [key, value] : branch.items()) {
+    for (const auto& [key, value] : branch.items())
         lines += branch.is_array() ? entryText(value, indent) : memberText(key, value, indent);
-    }
     return lines;
 }
 
@@ -90,9 +84,8 @@ std::string branchText(const Report& branch, const std::string& indent)
 std::string visible(const std::string& text)
 {
     std::wstring shown;
-    for (const wchar_t c : companion::fromUtf8(text)) {
+    for (const wchar_t c : companion::fromUtf8(text))
         shown += isHidden(c) ? L'<' + hexadecimal(c) + L'>' : std::wstring{c};
-    }
     return companion::toUtf8(shown);
 }
 

@@ -28,40 +28,32 @@ Outcome decodeCommand(std::string_view bytes)
 {
     const CommandText text = readCommandText(bytes);
     Report report{{"request", requestName(text.kind)}};
-    if (text.kind == RequestKind::open || text.kind == RequestKind::newFile) {
+    if (text.kind == RequestKind::open || text.kind == RequestKind::newFile)
         report["id"] = text.id;
-    }
-    if (text.kind == RequestKind::open) {
+    if (text.kind == RequestKind::open)
         report["path"] = ansiToUtf8(text.path);
-    }
-    if (text.kind == RequestKind::checkIn) {
+    if (text.kind == RequestKind::checkIn)
         report["name"] = ansiToUtf8(text.path);
-    }
-    if (!text.remarks.empty()) {
+    if (!text.remarks.empty())
         report["remarks"] = text.remarks;
-    }
     return {report, text.remarks.empty() ? done : trouble};
 }
 
 Outcome decodeMachine(std::string_view bytes)
 {
     const auto text = readMachineText(bytes);
-    if (!text) {
+    if (!text)
         return {Report{{"remarks", {"The file is empty: nothing is read from it."}}}, trouble};
-    }
     Report report{{"id", ansiToUtf8(text->id)},
                   {"ncPath", nullptr},
                   {"secondNumber", nullptr},
                   {"machine", ansiToUtf8(text->machine)}};
-    if (text->ncPath) {
+    if (text->ncPath)
         report["ncPath"] = *text->ncPath;
-    }
-    if (text->secondNumber) {
+    if (text->secondNumber)
         report["secondNumber"] = *text->secondNumber;
-    }
-    if (text->hasMore) {
+    if (text->hasMore)
         report["remarks"].push_back("Lines follow the first; nobody reads them.");
-    }
     const bool isWhole = text->ncPath && text->secondNumber && !text->machine.empty();
     return {report, isWhole && !text->hasMore ? done : trouble};
 }
@@ -75,9 +67,8 @@ Outcome decodeAnswer(std::string_view bytes)
         report["id"] = text.id;
         report["path"] = companion::toUtf8(text.path);
     }
-    if (!text.remarks.empty()) {
+    if (!text.remarks.empty())
         report["remarks"] = text.remarks;
-    }
     return {report, text.remarks.empty() ? done : trouble};
 }
 

@@ -3,17 +3,16 @@
 namespace zemlink {
 namespace {
 
-constexpr std::size_t longestPiece = 1023;
+constexpr size_t longestPiece = 1023;
 constexpr char endOfText = 0x1A;
 
 std::string withoutCarriageReturns(std::string_view bytes)
 {
     std::string text;
-    for (std::size_t i = 0; i < bytes.size() && bytes[i] != endOfText; ++i) {
+    for (size_t i = 0; i < bytes.size() && bytes[i] != endOfText; ++i) {
         const bool isLineEnd = bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n';
-        if (!isLineEnd) {
+        if (!isLineEnd)
             text += bytes[i];
-        }
     }
     return text;
 }
@@ -31,11 +30,9 @@ bool holds(const std::string& line, std::string_view text)
 // Deliberate: only the lower-case y switches this one on, as in the add-in's save.
 bool areToolsAlwaysSaved(const std::vector<std::string>& lines)
 {
-    for (const std::string& line : lines) {
-        if (holds(line, "AlwaysSaveTools=y")) {
+    for (const std::string& line : lines)
+        if (holds(line, "AlwaysSaveTools=y"))
             return true;
-        }
-    }
     return false;
 }
 
@@ -56,9 +53,9 @@ std::vector<std::string> settingLines(std::string_view bytes)
 {
     const std::string text = withoutCarriageReturns(bytes);
     std::vector<std::string> lines;
-    for (std::size_t at = 0; at < text.size(); at += lines.back().size()) {
-        const std::size_t lineFeed = text.find('\n', at);
-        const std::size_t rest = (lineFeed == text.npos ? text.size() : lineFeed + 1) - at;
+    for (size_t at = 0; at < text.size(); at += lines.back().size()) {
+        const size_t lineFeed = text.find('\n', at);
+        const size_t rest = (lineFeed == text.npos ? text.size() : lineFeed + 1) - at;
         lines.push_back(text.substr(at, std::min(rest, longestPiece)));
     }
     return lines;
@@ -68,7 +65,7 @@ std::string settingValue(const std::vector<std::string>& lines, std::string_view
 {
     std::string value;
     for (const std::string& line : lines) {
-        const std::size_t equals = line.find('=');
+        const size_t equals = line.find('=');
         if (holds(line, key) && equals != line.npos) {
             value = line.substr(equals + 1);
             value.resize(value.empty() ? 0 : value.size() - 1);

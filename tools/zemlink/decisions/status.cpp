@@ -40,9 +40,8 @@ Report commandFileReport(const Facts& facts, std::uint32_t process)
     const auto file =
         std::find_if(facts.commandFiles.begin(), facts.commandFiles.end(),
                      [&](const CommandFile& each) { return each.process == process; });
-    if (file == facts.commandFiles.end()) {
+    if (file == facts.commandFiles.end())
         return nullptr;
-    }
     return {{"path", toUtf8(file->path)}, {"bytes", file->bytes}};
 }
 
@@ -62,11 +61,10 @@ Report commitsWaiting(const Facts& facts)
     Report files = Report::array();
     for (const CommitFile& file : facts.commitFiles) {
         Report report{{"file", toUtf8(file.path)}, {"processRunning", file.isProcessThere}};
-        if (file.waiting) {
-            report.update(commitsReport(*file.waiting, static_cast<std::size_t>(file.taken)));
-        } else {
+        if (file.waiting)
+            report.update(commitsReport(*file.waiting, static_cast<size_t>(file.taken)));
+        else
             report["beingWritten"] = true;
-        }
         files.push_back(report);
     }
     return files;
@@ -75,9 +73,8 @@ Report commitsWaiting(const Facts& facts)
 Report portReport(const Port& port)
 {
     Report report{{"number", 4559}, {"answers", port.answer.isFine()}};
-    if (!port.answer.isFine()) {
+    if (!port.answer.isFine())
         report["cause"] = port.answer.text;
-    }
     if (port.holder) {
         report["process"] = *port.holder;
         report["program"] = toUtf8(port.program);

@@ -127,9 +127,8 @@ void judgeCommits(Troubles& troubles, const Facts& facts)
 
 bool isHeldByCompanion(const Facts& facts)
 {
-    if (!facts.port.holder) {
+    if (!facts.port.holder)
         return facts.companion.isRunning;
-    }
     return facts.port.holder == facts.companion.process ||
            companion::isSameIgnoringCase(companion::fileNameOf(facts.port.program),
                                          companionProgram);
@@ -137,9 +136,8 @@ bool isHeldByCompanion(const Facts& facts)
 
 std::string holderText(const Port& port)
 {
-    if (!port.holder) {
+    if (!port.holder)
         return "Another program";
-    }
     const std::string process = "Process " + std::to_string(*port.holder);
     return port.program.empty() ? process : process + " (" + toUtf8(port.program) + ")";
 }

@@ -10,6 +10,6 @@ namespace zemlink {
 // `records`, each with its place in the bytes (plus `offset`), id (null for none) and file, and
 // where there are any, `foreign`: the places and sizes of bytes that are no record, and
 // `incomplete`: how many bytes of a record that is not whole yet stand at the end.
-Report commitsReport(std::string_view bytes, std::size_t offset = 0);
+Report commitsReport(std::string_view bytes, size_t offset = 0);
 
 } // namespace zemlink
