@@ -10,7 +10,7 @@
 #include "bench/surroundings.h"
 #include "host/host.h"
 #include "companion/identifiers.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "control.h"
 #include "support/bytes.h"
 #include "support/command_file_writer.h"
@@ -108,10 +108,11 @@ Rows latencyRows()
     const HMODULE program = GetModuleHandleW(nullptr);
     standin::leadImports(program, hostsDoFileOpen, &noteDoFileOpen);
     torvapdm::openAddIn();
-    require(torvapdm::messageWindow != nullptr, "the add-in has its message window");
+    require(testing_support::AddInState::messageWindow() != nullptr,
+            "the add-in has its message window");
     const Latencies latencies = measure();
     torvapdm::closeAddIn();
-    torvapdm::listenerStopFlag = 0;
+    testing_support::AddInState::allowListener();
     UnregisterClassW(torvapdm::hostInstanceName.c_str(), nullptr);
     standin::leadImports(program, &noteDoFileOpen, hostsDoFileOpen);
     return {row("request to DoFileOpen", middleOf(latencies.ours), middleOf(latencies.bare), {}),

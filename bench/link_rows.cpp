@@ -3,7 +3,7 @@
 #include "bench/surroundings.h"
 #include "outgoing/commit.h"
 #include "companion/settings.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "control.h"
 #include "support/bytes.h"
 #include "support/companion_double.h"
@@ -78,7 +78,7 @@ Rows commitRows()
     companion.holdSemaphore();
     companion.showWindow();
     standin::setState("geo_filename", L"C:\\parts\\a.mcam");
-    torvapdm::currentZemId = 42;
+    testing_support::AddInState::setZemId(42);
     require(torvapdm::requestCommit(), "a commit is delivered");
     const std::string record = testing_support::readBytes(requestFile()).value_or("");
     const std::string settings = testing_support::toUtf8(torvapdm::settingsFilePath());

@@ -7,7 +7,7 @@
 #include "bench/surroundings.h"
 #include "incoming/command_file.h"
 #include "incoming/listener.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/bytes.h"
 #include "support/system_calls.h"
 
@@ -29,7 +29,7 @@ int cyclesLeft = 0;
 void WINAPI countWait(DWORD)
 {
     if (--cyclesLeft == 0)
-        torvapdm::listenerStopFlag = 1;
+        testing_support::AddInState::stopListener();
 }
 
 void leadSleep(bool toCounter)
@@ -42,7 +42,7 @@ void leadSleep(bool toCounter)
 void startCounting()
 {
     cyclesLeft = cycles;
-    torvapdm::listenerStopFlag = 0;
+    testing_support::AddInState::allowListener();
 }
 
 void runOurs()
@@ -60,7 +60,7 @@ void runBare(const std::wstring& path, const std::string& narrow, HANDLE file)
         if (FILE* const stream = _fsopen(narrow.c_str(), "r", _SH_DENYNO))
             std::fclose(stream);
         Sleep(100);
-        if (torvapdm::listenerStopFlag)
+        if (testing_support::AddInState::isListenerStopped())
             return;
         LARGE_INTEGER size{};
         GetFileSizeEx(file, &size);
@@ -72,9 +72,9 @@ Pair measure()
     runOurs(); // creates the command file
     const std::wstring path = torvapdm::commandFilePathNow();
     const std::string narrow = testing_support::toUtf8(path);
-    const HANDLE file = torvapdm::commandFile;
+    const HANDLE file = testing_support::AddInState::commandFile();
     Pair pair = timeInPairs(rounds, 1, runOurs, [&] { runBare(path, narrow, file); });
-    require(torvapdm::commandFile == file, "the command file stays");
+    require(testing_support::AddInState::commandFile() == file, "the command file stays");
     for (Middle* const times : {&pair.ours, &pair.bare})
         *times = {times->median / cycles, times->lower / cycles, times->upper / cycles};
     return pair;
@@ -87,8 +87,9 @@ Rows listenerRows()
     leadSleep(true);
     const Pair pair = measure();
     leadSleep(false);
-    CloseHandle(torvapdm::commandFile.exchange(nullptr));
-    torvapdm::listenerStopFlag = 0;
+    CloseHandle(testing_support::AddInState::commandFile());
+    testing_support::AddInState::setCommandFile(nullptr);
+    testing_support::AddInState::allowListener();
     return {ratioRow("listener cycle without a request", pair, limit)};
 }
 

@@ -2,7 +2,7 @@
 #include "bench/chains.h"
 #include "bench/surroundings.h"
 #include "host/record_adapter.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "control.h"
 #include "outgoing/nc_queue.h"
 #include "support/bytes.h"
@@ -78,7 +78,7 @@ Rows ncQueueRows()
     const LineTaker taker;
     const std::wstring folder = installation().path(L"tmp\\");
     standin::setState("nc_prefix", folder);
-    torvapdm::currentRequestId = 17;
+    testing_support::AddInState::setRequestId(17);
     Growth growth;
     for (const ChainLength chain : chainLengths)
         growth.push_back(measure(chain, folder));

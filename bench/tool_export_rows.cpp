@@ -2,7 +2,7 @@
 #include "bench/chains.h"
 #include "bench/surroundings.h"
 #include "host/record_adapter.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "outgoing/plane_name.h"
 #include "outgoing/tool_export.h"
 
@@ -50,7 +50,7 @@ ChainFigures measure(ChainLength chain)
 Rows toolExportRows()
 {
     const LineTaker taker;
-    torvapdm::currentRequestId = 17;
+    testing_support::AddInState::setRequestId(17);
     Growth growth;
     for (const ChainLength chain : chainLengths)
         growth.push_back(measure(chain));

@@ -4,7 +4,7 @@
 #include "framework/framework.h"
 #include "companion/identifiers.h"
 #include "host/message_box.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
@@ -116,7 +116,8 @@ TEST_F(CommandMenu, hasSevenRowsWithoutRecentFiles)
 
 TEST_F(CommandMenu, listsTheRecentFilesInTheirOrder)
 {
-    recentFiles = {{3, L"C:\\three.mcam"}, {2, L"C:\\two & more.mcam"}, {1, L"C:\\one.mcam"}};
+    AddInState::setRecentFiles(
+        {{3, L"C:\\three.mcam"}, {2, L"C:\\two & more.mcam"}, {1, L"C:\\one.mcam"}});
     choose(L"");
     EXPECT_EQ(newTrace(),
               Lines{menu(rows + LR"(, -, "C:\three.mcam", "C:\two & more.mcam", "C:\one.mcam")")});
@@ -124,7 +125,8 @@ TEST_F(CommandMenu, listsTheRecentFilesInTheirOrder)
 
 TEST_F(CommandMenu, numbersItsItemsAndMarksTheTitleAsDefault)
 {
-    recentFiles = {{3, L"C:\\three.mcam"}, {2, L"C:\\two.mcam"}, {1, L"C:\\one.mcam"}};
+    AddInState::setRecentFiles(
+        {{3, L"C:\\three.mcam"}, {2, L"C:\\two.mcam"}, {1, L"C:\\one.mcam"}});
     EXPECT_EQ(readRealMenu(), (std::vector<Row>{{0xF0AD4F01, true},
                                                 {0, false},
                                                 {0xF0AD4F02, false},
@@ -156,7 +158,7 @@ TEST_F(CommandMenu, doesNothingWhenDismissed)
 
 TEST_F(CommandMenu, doesNothingForARecentFile)
 {
-    recentFiles = {{1, L"C:\\one.mcam"}};
+    AddInState::setRecentFiles({{1, L"C:\\one.mcam"}});
     choose(L"C:\\one.mcam");
     EXPECT_EQ(newTrace(), Lines{menu(rows + LR"(, -, "C:\one.mcam")")});
 }

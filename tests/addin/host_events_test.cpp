@@ -1,5 +1,5 @@
 #include "addin/exports.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/host_fixture.h"
 
 using namespace torvapdm;
@@ -21,21 +21,21 @@ class HostEvents : public HostFixture {
 protected:
     void set(const Values& values)
     {
-        currentZemId = values.zemId;
-        currentFilePath.assign(values.filePath);
-        saveNotified = values.notified;
-        event37Seen = values.event37;
-        captureOnCloseEnabled = values.captureEnabled;
-        captureOnClosePending = values.capturePending;
+        AddInState::setZemId(values.zemId);
+        AddInState::setFilePath(values.filePath);
+        AddInState::setSaveNotified(values.notified);
+        AddInState::setEvent37Seen(values.event37);
+        AddInState::setCaptureOnCloseEnabled(values.captureEnabled);
+        AddInState::setCaptureOnClosePending(values.capturePending);
     }
     void expect(const Values& values)
     {
-        EXPECT_EQ(currentZemId, values.zemId);
-        EXPECT_EQ(currentFilePath.text(), values.filePath);
-        EXPECT_EQ(saveNotified, values.notified);
-        EXPECT_EQ(event37Seen, values.event37);
-        EXPECT_EQ(captureOnCloseEnabled, values.captureEnabled);
-        EXPECT_EQ(captureOnClosePending, values.capturePending);
+        EXPECT_EQ(AddInState::zemId(), values.zemId);
+        EXPECT_EQ(AddInState::filePath(), values.filePath);
+        EXPECT_EQ(AddInState::saveNotified(), values.notified);
+        EXPECT_EQ(AddInState::event37Seen(), values.event37);
+        EXPECT_EQ(AddInState::captureOnCloseEnabled(), values.captureEnabled);
+        EXPECT_EQ(AddInState::captureOnClosePending(), values.capturePending);
     }
     std::wstring captured()
     {
@@ -103,9 +103,9 @@ TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
     EXPECT_EQ(lines[0], LR"(ui CFile_DoFileSave("C:\nowhere\a.mcam", main, false, true) -> false)");
     EXPECT_EQ(lines[1], L"ui CMastercamView.position0()");
     EXPECT_EQ(lines[2], L"ui CMastercamInterface.position3()");
-    EXPECT_FALSE(saveNotified);
-    EXPECT_FALSE(event37Seen);
-    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_FALSE(AddInState::saveNotified());
+    EXPECT_FALSE(AddInState::event37Seen());
+    EXPECT_FALSE(AddInState::captureOnClosePending());
 }
 
 TEST_F(HostEvents, fiveClearsThePictureAlsoWhenTheHostRaisesInTheSetupSheet)
@@ -113,11 +113,11 @@ TEST_F(HostEvents, fiveClearsThePictureAlsoWhenTheHostRaisesInTheSetupSheet)
     installation.endStandardInput();
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
     set({.capturePending = true});
-    currentRequestId = 17;
+    AddInState::setRequestId(17);
     ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
     EXPECT_EQ(m_notify(5), 0);
     EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
-    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_FALSE(AddInState::captureOnClosePending());
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
@@ -128,7 +128,7 @@ TEST_F(HostEvents, fiveTakesThePendingPictureWithoutAFile)
     set(pending);
     EXPECT_EQ(m_notify(5), 0);
     EXPECT_EQ(newTrace(), Lines{captured()});
-    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_FALSE(AddInState::captureOnClosePending());
     EXPECT_TRUE(readBytes(installation.path(L"commit\\screendump.bmp")).has_value());
 }
 
@@ -139,7 +139,7 @@ TEST_F(HostEvents, fiveOutlivesAHostThatRaisesInThePicture)
     set(pending);
     standin::raiseNext("screen_to_bitmap_file");
     EXPECT_EQ(m_notify(5), 0);
-    EXPECT_FALSE(captureOnClosePending);
+    EXPECT_FALSE(AddInState::captureOnClosePending());
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 

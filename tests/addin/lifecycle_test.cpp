@@ -3,7 +3,7 @@
 #include "companion/identifiers.h"
 #include "host/message_box.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/command_file_writer.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
@@ -19,7 +19,10 @@ protected:
 
     HANDLE property() { return GetPropW(getMainFrameWindow(), hostInstanceName.c_str()); }
     bool commandFileExists() { return readBytes(commandPath).has_value(); }
-    bool listenerRuns() { return WaitForSingleObject(listenerThread, 0) == WAIT_TIMEOUT; }
+    bool listenerRuns()
+    {
+        return WaitForSingleObject(AddInState::listenerThread(), 0) == WAIT_TIMEOUT;
+    }
 };
 
 using Calls = std::vector<std::string>;
@@ -40,7 +43,9 @@ std::string nameOf(HANDLE handle)
 {
     if (!handle)
         return "null";
-    return handle == listenerThread ? "thread" : handle == commandFile ? "file" : "other";
+    return handle == AddInState::listenerThread() ? "thread"
+           : handle == AddInState::commandFile()  ? "file"
+                                                  : "other";
 }
 
 DWORD WINAPI notedWait(HANDLE handle, DWORD milliseconds)
@@ -87,13 +92,13 @@ Calls callsOfClosing()
 TEST_F(Lifecycle, startsEverythingAndShowsNothing)
 {
     EXPECT_EQ(m_open(0), 0);
-    EXPECT_NE(openMessage, 0u);
-    EXPECT_NE(commitMessage, 0u);
-    EXPECT_NE(getCheckedOutMessage, 0u);
-    EXPECT_TRUE(IsWindow(messageWindow));
+    EXPECT_NE(AddInState::openMessage(), 0u);
+    EXPECT_NE(AddInState::commitMessage(), 0u);
+    EXPECT_NE(AddInState::getCheckedOutMessage(), 0u);
+    EXPECT_TRUE(IsWindow(AddInState::messageWindow()));
     EXPECT_EQ(readBytes(commandPath), "");
-    EXPECT_EQ(commandFilePath.text(), commandPath);
-    EXPECT_NE(commandFile, nullptr);
+    EXPECT_EQ(AddInState::commandFilePath(), commandPath);
+    EXPECT_NE(AddInState::commandFile(), nullptr);
     EXPECT_TRUE(listenerRuns());
     EXPECT_EQ(property(), reinterpret_cast<HANDLE>(INT_PTR{1}));
     EXPECT_EQ(newTrace(), Lines{});
@@ -103,15 +108,15 @@ TEST_F(Lifecycle, startsEverythingAndShowsNothing)
 TEST_F(Lifecycle, stopsEverythingAndShowsNothing)
 {
     m_open(0);
-    const HWND window = messageWindow;
+    const HWND window = AddInState::messageWindow();
     EXPECT_EQ(callsOfClosing(), (Calls{"wait thread 1000", "close thread", "close file"}));
     EXPECT_FALSE(IsWindow(window));
-    EXPECT_EQ(messageWindow, nullptr);
+    EXPECT_EQ(AddInState::messageWindow(), nullptr);
     EXPECT_EQ(property(), nullptr);
-    EXPECT_EQ(listenerStopFlag, 1);
-    EXPECT_EQ(listenerThread, nullptr);
+    EXPECT_TRUE(AddInState::isListenerStopped());
+    EXPECT_EQ(AddInState::listenerThread(), nullptr);
     EXPECT_FALSE(commandFileExists());
-    EXPECT_NE(commandFile, nullptr); // closed, and yet not reset
+    EXPECT_NE(AddInState::commandFile(), nullptr); // closed, and yet not reset
     EXPECT_EQ(newTrace(), Lines{});
 }
 
@@ -120,11 +125,11 @@ TEST_F(Lifecycle, hasNoMessageWindowAndNoListenerAfterASecondOpening)
     m_open(0);
     m_close(0);
     EXPECT_EQ(m_open(0), 0);
-    EXPECT_EQ(messageWindow, nullptr);
+    EXPECT_EQ(AddInState::messageWindow(), nullptr);
     EXPECT_TRUE(commandFileExists());
     EXPECT_NE(property(), nullptr);
-    ASSERT_NE(listenerThread, nullptr);
-    EXPECT_EQ(WaitForSingleObject(listenerThread, generousMs), WAIT_OBJECT_0);
+    ASSERT_NE(AddInState::listenerThread(), nullptr);
+    EXPECT_EQ(WaitForSingleObject(AddInState::listenerThread(), generousMs), WAIT_OBJECT_0);
     EXPECT_EQ(m_close(0), 0);
     EXPECT_FALSE(commandFileExists());
 }
@@ -132,12 +137,12 @@ TEST_F(Lifecycle, hasNoMessageWindowAndNoListenerAfterASecondOpening)
 TEST_F(Lifecycle, losesItsMessageWindowWhenItIsOpenedTwice)
 {
     m_open(0);
-    const HWND first = messageWindow;
-    const HANDLE listener = listenerThread;
+    const HWND first = AddInState::messageWindow();
+    const HANDLE listener = AddInState::listenerThread();
     EXPECT_EQ(m_open(0), 0);
     EXPECT_FALSE(IsWindow(first));
-    EXPECT_EQ(messageWindow, nullptr);
-    EXPECT_EQ(listenerThread, listener); // still the one
+    EXPECT_EQ(AddInState::messageWindow(), nullptr);
+    EXPECT_EQ(AddInState::listenerThread(), listener); // still the one
     ASSERT_TRUE(writeRequest(commandPath, openRequest(9, "C:\\a.mcam")));
     EXPECT_TRUE(waitUntil([] { return isRequestPending(); }));
     EXPECT_EQ(m_close(0), 0);
@@ -149,8 +154,8 @@ TEST_F(Lifecycle, doesWithoutAMainWindow)
     const HWND mainWindow = get_MainFrame()->GetSafeHwnd();
     standin::failNext("get_MainFrame", 2); // for the window's parent and for the property
     EXPECT_EQ(m_open(0), 0);
-    EXPECT_TRUE(IsWindow(messageWindow));
-    EXPECT_EQ(GetWindow(messageWindow, GW_OWNER), nullptr);
+    EXPECT_TRUE(IsWindow(AddInState::messageWindow()));
+    EXPECT_EQ(GetWindow(AddInState::messageWindow(), GW_OWNER), nullptr);
     EXPECT_EQ(GetPropW(mainWindow, hostInstanceName.c_str()), nullptr);
     EXPECT_TRUE(commandFileExists());
     EXPECT_EQ(m_close(0), 0);
@@ -162,7 +167,7 @@ TEST_F(Lifecycle, doesWithoutATemporaryFolder)
     removeFolder(installation.path(L"temp"));
     EXPECT_EQ(m_open(0), 0);
     // Null, or invalid once the listener has tried as well.
-    EXPECT_TRUE(!commandFile || commandFile == INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(!AddInState::commandFile() || AddInState::commandFile() == INVALID_HANDLE_VALUE);
     EXPECT_TRUE(listenerRuns());
     EXPECT_EQ(m_close(0), 0);
     EXPECT_EQ(newTrace(), Lines{});
@@ -172,11 +177,11 @@ TEST_F(Lifecycle, listensOnceTheTemporaryFolderAppears)
 {
     removeFolder(installation.path(L"temp"));
     m_open(0);
-    ASSERT_TRUE(waitUntil([] { return commandFile == INVALID_HANDLE_VALUE; }));
+    ASSERT_TRUE(waitUntil([] { return AddInState::commandFile() == INVALID_HANDLE_VALUE; }));
     CreateDirectoryW(installation.path(L"temp").c_str(), nullptr);
     ASSERT_TRUE(waitUntil([&] { return commandFileExists(); }));
     EXPECT_TRUE(writeRequest(commandPath, openRequest(9, "")));
-    EXPECT_TRUE(waitUntil([] { return currentRequestId == 9; }));
+    EXPECT_TRUE(waitUntil([] { return AddInState::requestId() == 9; }));
     m_close(0);
 }
 
@@ -193,8 +198,8 @@ TEST_F(Lifecycle, endsAListenerThatIgnoresTheStopFlagByForce)
     leadCalls(&Sleep, "Sleep", &stickingSleep);
     m_open(0);
     HANDLE thread = nullptr;
-    ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), listenerThread, GetCurrentProcess(), &thread,
-                                0, FALSE, DUPLICATE_SAME_ACCESS));
+    ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), AddInState::listenerThread(),
+                                GetCurrentProcess(), &thread, 0, FALSE, DUPLICATE_SAME_ACCESS));
     ASSERT_TRUE(waitUntil([] { return isListenerStuck.load(); }));
     EXPECT_EQ(callsOfClosing(),
               (Calls{"wait thread 1000", "terminate thread 0", "close thread", "close file"}));

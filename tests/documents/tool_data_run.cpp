@@ -1,7 +1,7 @@
 // The tool data of a part, from the host's records through the add-in's own code: no entry point of
 // the library reaches it.
 #include "documents/exchange_run.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "control.h"
 #include "support/bytes.h"
 #include "support/installation.h"
@@ -82,7 +82,7 @@ Made toolDataOfAPart()
     EXPECT_TRUE(standin::startHost({}));
     writeBytes(installation.path(L"part.mcam"), oneOperation);
     EXPECT_TRUE(standin::putPart(installation.path(L"part.mcam")));
-    torvapdm::currentRequestId = 17;
+    AddInState::setRequestId(17);
     torvapdm::exportToolData();
     const Made made{{"tools-notice", port.nextConnection().value_or("")},
                     {"tool-data", readBytes(installation.path(L"temp\\tool-17.txt")).value_or("")}};

@@ -2,7 +2,7 @@
 
 #include "application/imports.h"
 #include "faults/call_watch.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -252,8 +252,8 @@ WatchedCalls::WatchedCalls(Callers callers)
     CallWatch& watch = callWatch;
     for (std::atomic<int>& count : watch.counts)
         count = 0;
-    watch.thread =
-        callers == Callers::listener ? GetThreadId(torvapdm::listenerThread) : GetCurrentThreadId();
+    watch.thread = callers == Callers::listener ? GetThreadId(AddInState::listenerThread())
+                                                : GetCurrentThreadId();
     watch.isOn = true;
 }
 

@@ -6,7 +6,7 @@
 #include "host/message_box.h"
 #include "companion/network_thread.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/command_file_writer.h"
 #include "support/watched_window.h"
 #include "outgoing/tool_export.h"
@@ -46,7 +46,7 @@ void chooseWith(FaultWorld& world, const wchar_t* item)
 void withUnknownDocument(FaultWorld& world)
 {
     withCompanion(world);
-    currentZemId = noZemId;
+    AddInState::setZemId(noZemId);
 }
 
 void withUntitledDocument(FaultWorld& world)
@@ -78,7 +78,7 @@ void withCadFile(FaultWorld& world)
 {
     world.runCompanion();
     withOpenRequest(world);
-    fileTypePrefix = L"CAD";
+    AddInState::setFileTypePrefix(L"CAD");
 }
 
 void asLoaded(FaultWorld&) {}
@@ -105,14 +105,14 @@ void opened(FaultWorld& world)
 
 void deliverOpenMessage(FaultWorld&)
 {
-    messageWindowProc(messageWindow, openMessage, 0, 0);
+    messageWindowProc(AddInState::messageWindow(), AddInState::openMessage(), 0, 0);
 }
 
 // Where the host's own command does nothing, the add-in waits until the user saves.
 void saveUntitled(FaultWorld&)
 {
     const UINT_PTR timer = SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR, DWORD) {
-        if (currentZemId == noZemId && saveNotified)
+        if (AddInState::zemId() == noZemId && AddInState::saveNotified())
             m_notify(5);
     });
     m_save(0);
@@ -131,7 +131,7 @@ void sendRequest(const FaultWorld& world, const std::string& request)
     writeRequest(world.commandFile(), request);
     waitForCycles(2);
     const auto& arrived = window.arrived();
-    if (std::ranges::find(arrived, openMessage) != arrived.end())
+    if (std::ranges::find(arrived, AddInState::openMessage()) != arrived.end())
         standin::trace(L"open message posted");
 }
 

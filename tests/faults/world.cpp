@@ -5,7 +5,7 @@
 #include "companion/installation.h"
 #include "incoming/message_window.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -41,7 +41,9 @@ FaultWorld::~FaultWorld()
 {
     if (isOpen_)
         m_close(0);
-    if (const HWND window = messageWindow.exchange(nullptr))
+    const HWND window = AddInState::messageWindow();
+    AddInState::setMessageWindow(nullptr);
+    if (window)
         DestroyWindow(window);
 }
 
@@ -56,10 +58,10 @@ void FaultWorld::runCompanion()
 
 void FaultWorld::openMessageWindow()
 {
-    if (messageWindow)
+    if (AddInState::messageWindow())
         return;
     registerMessages();
-    messageWindow = createMessageWindow();
+    AddInState::setMessageWindow(createMessageWindow());
 }
 
 void FaultWorld::openAddIn()
@@ -70,7 +72,8 @@ void FaultWorld::openAddIn()
     const int pauses = pausesOfOtherThreads();
     m_open(0);
     // The listener has looked for its file, where there is a listener that runs.
-    waitUntil([pauses] { return !listenerThread || pausesOfOtherThreads() > pauses; }, 2000);
+    waitUntil([pauses] { return !AddInState::listenerThread() || pausesOfOtherThreads() > pauses; },
+              2000);
 }
 
 void FaultWorld::reset()
@@ -94,11 +97,9 @@ void FaultWorld::reset()
     standin::setState("nc_suffix", L".NC");
     standin::setState("setup_sheet_files", path(L"tmp\\sheet.xml"));
     clearOpenRequest();
-    currentRequestId = 17;
-    currentZemId = 5;
-    fileTypePrefix.clear();
-    recentFiles.clear();
-    saveNotified = true;
+    AddInState::reset();
+    AddInState::setRequestId(17);
+    AddInState::setZemId(5);
     getInstallationFolder(); // looked up once in a process, here or by the first m_open
 }
 

@@ -2,7 +2,7 @@
 
 #include "outgoing/screen_capture.h"
 #include "host/host.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/host_fixture.h"
 
 #include <algorithm>
@@ -53,10 +53,10 @@ TEST_F(HostDocument, isSavedUnderItsOwnNameAndRefreshed)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
-    event37Seen = true;
+    AddInState::setEvent37Seen(true);
     EXPECT_TRUE(saveThroughHost());
     EXPECT_EQ(newTrace(), saving(name, L"main", L"-> true"));
-    EXPECT_FALSE(event37Seen);
+    EXPECT_FALSE(AddInState::event37Seen());
 }
 
 TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)

@@ -7,7 +7,7 @@
 #include "companion/identifiers.h"
 #include "incoming/listener.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
@@ -83,7 +83,7 @@ protected:
     AnsweredCheckout()
     {
         companion.holdSemaphore();
-        currentZemId = 5;
+        AddInState::setZemId(5);
     }
     CompanionDouble companion;
     const std::wstring notInstalled =
@@ -95,8 +95,9 @@ Lines closingSteps;
 
 void noteStep(const std::wstring& step)
 {
-    closingSteps.push_back(step + L" after " + std::to_wstring(currentRequestId) + L' ' +
-                           std::to_wstring(currentZemId) + L" \"" + fileTypePrefix + L'"');
+    closingSteps.push_back(step + L" after " + std::to_wstring(AddInState::requestId()) + L' ' +
+                           std::to_wstring(AddInState::zemId()) + L" \"" +
+                           AddInState::fileTypePrefix() + L'"');
 }
 
 int __cdecl notedCloseStreams()
@@ -203,9 +204,9 @@ TEST_F(CheckoutRequest, readsAnEmptyAnswerBecauseOpeningEmptiesTheFile)
 TEST_F(CheckoutRequest, readsNothingWhileTheListenersHandleIsInvalid)
 {
     answerWith(2, 2);
-    commandFile = INVALID_HANDLE_VALUE;
+    AddInState::setCommandFile(INVALID_HANDLE_VALUE);
     EXPECT_EQ(readAnswer(folder + L"invalid.tmp"), L"");
-    commandFile = nullptr; // no handle at all is no invalid one
+    AddInState::setCommandFile(nullptr); // no handle at all is no invalid one
     EXPECT_EQ(readAnswer(folder + L"null.tmp"), std::wstring(L"\u6161\0", 2));
 }
 
@@ -233,26 +234,26 @@ TEST_F(CheckoutRequest, takesTheKindOfAnAnsweredFile)
     const CheckoutCommand command = parseAnswer(L"CAD1234 C:\\Parts\\bracket.mcam");
     EXPECT_EQ(command.id, 1234);
     EXPECT_EQ(command.path, L"C:\\Parts\\bracket.mcam");
-    EXPECT_EQ(fileTypePrefix, L"CAD");
+    EXPECT_EQ(AddInState::fileTypePrefix(), L"CAD");
     parseAnswer(L"unusable");
-    EXPECT_EQ(fileTypePrefix, L"CAD");
+    EXPECT_EQ(AddInState::fileTypePrefix(), L"CAD");
 }
 
 TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
 {
     const WatchedMessageWindow window;
-    currentRequestId = 5;
-    currentZemId = 5;
-    fileTypePrefix = L"CAD";
+    AddInState::setRequestId(5);
+    AddInState::setZemId(5);
+    AddInState::setFileTypePrefix(L"CAD");
     FILE* const stream = _wfopen((folder + L"open.txt").c_str(), L"w");
     ASSERT_NE(stream, nullptr);
     std::fputs("buffered", stream);
     const CheckoutCommand command = parseAnswer(L"CHECKIN C:\\a.mcam");
     EXPECT_EQ(command.id, 0);
     EXPECT_EQ(command.path, L"");
-    EXPECT_EQ(currentRequestId, 0);
-    EXPECT_EQ(currentZemId, 0u);
-    EXPECT_EQ(fileTypePrefix, L"");
+    EXPECT_EQ(AddInState::requestId(), 0);
+    EXPECT_EQ(AddInState::zemId(), 0u);
+    EXPECT_EQ(AddInState::fileTypePrefix(), L"");
     EXPECT_EQ(readBytes(folder + L"open.txt"), "buffered"); // flushed by the closing
     EXPECT_EQ(newTrace(), Lines{L"ui m_fclose(null, 0, null)"});
     EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
@@ -261,9 +262,9 @@ TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
 TEST_F(CheckoutRequest, forgetsBeforeItClosesOnACheckInAnswer)
 {
     const WatchedMessageWindow window;
-    currentRequestId = 5;
-    currentZemId = 6;
-    fileTypePrefix = L"CAD";
+    AddInState::setRequestId(5);
+    AddInState::setZemId(6);
+    AddInState::setFileTypePrefix(L"CAD");
     noteClosingSteps();
     parseAnswer(L"CHECKIN C:\\a.mcam");
     EXPECT_EQ(closingSteps, (Lines{LR"(_fcloseall after 0 0 "")", LR"(m_fclose after 0 0 "")",
@@ -274,9 +275,9 @@ TEST_F(CheckoutRequest, loadsTheAnsweredFileAndMakesItTheCurrentOne)
 {
     const std::wstring part = makePart();
     loadAnsweredFile({12, part});
-    EXPECT_EQ(currentZemId, 12u);
-    EXPECT_EQ(currentFilePath.text(), part);
-    EXPECT_TRUE(recentFiles.empty());
+    EXPECT_EQ(AddInState::zemId(), 12u);
+    EXPECT_EQ(AddInState::filePath(), part);
+    EXPECT_TRUE(AddInState::recentFiles().empty());
 }
 
 TEST_F(CheckoutRequest, tellsOfAnAnswerWithoutAFile)
@@ -290,15 +291,15 @@ TEST_F(CheckoutRequest, tellsOfAnAnswerWithoutAFile)
 
 TEST_F(CheckoutRequest, tellsOfAnAnsweredFileThatCannotBeLoaded)
 {
-    currentZemId = 5;
-    currentFilePath.assign(L"C:\\old.mcam");
+    AddInState::setZemId(5);
+    AddInState::setFilePath(L"C:\\old.mcam");
     standin::failNext("DoFileOpen");
     loadAnsweredFile({12, makePart()});
     const Lines lines = newTrace();
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[1], notLoaded);
-    EXPECT_EQ(currentZemId, noZemId);
-    EXPECT_EQ(currentFilePath.text(), L"");
+    EXPECT_EQ(AddInState::zemId(), noZemId);
+    EXPECT_EQ(AddInState::filePath(), L"");
 }
 
 TEST_F(AnsweredCheckout, loadsThePartThatTheAnswerNames)
@@ -312,9 +313,9 @@ TEST_F(AnsweredCheckout, loadsThePartThatTheAnswerNames)
     EXPECT_EQ(lines[1],
               L"ui DoFileOpen(\"" + part + L"\", false, false, 1, true, *, null) -> true");
     EXPECT_EQ(std::count(lines.begin(), lines.end(), notLoaded), 0);
-    EXPECT_EQ(currentZemId, 12u);
-    EXPECT_EQ(currentFilePath.text(), part);
-    EXPECT_EQ(fileTypePrefix, L"PRT");
+    EXPECT_EQ(AddInState::zemId(), 12u);
+    EXPECT_EQ(AddInState::filePath(), part);
+    EXPECT_EQ(AddInState::fileTypePrefix(), L"PRT");
 }
 
 TEST_F(AnsweredCheckout, tellsOfAnAnswerThatNamesNoFileOrNoNumber)
@@ -323,7 +324,7 @@ TEST_F(AnsweredCheckout, tellsOfAnAnswerThatNamesNoFileOrNoNumber)
         answerWith(answer);
         EXPECT_EQ(m_load(0), 0) << answer;
         EXPECT_EQ(newTrace(), (Lines{notInstalled, notLoaded})) << answer;
-        EXPECT_EQ(currentZemId, 5u) << answer;
+        EXPECT_EQ(AddInState::zemId(), 5u) << answer;
     }
 }
 
@@ -332,6 +333,6 @@ TEST_F(AnsweredCheckout, throwsOutOfTheEntryPointForAFirstWordOfTwoCharacters)
     answerWith(L"CA C:\\f.mcam");
     EXPECT_THROW(m_load(0), std::out_of_range);
     EXPECT_EQ(newTrace(), Lines{notInstalled});
-    EXPECT_EQ(fileTypePrefix, L"CA");
-    EXPECT_EQ(currentZemId, 5u);
+    EXPECT_EQ(AddInState::fileTypePrefix(), L"CA");
+    EXPECT_EQ(AddInState::zemId(), 5u);
 }

@@ -6,7 +6,7 @@
 #include "incoming/listener.h"
 #include "companion/network_thread.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "platform/text.h"
 #include "support/command_file_writer.h"
 #include "support/handles.h"
@@ -52,7 +52,7 @@ protected:
         newTrace();
         send(openRequest(4711, ""));
         EXPECT_EQ(newTrace(2), newFileCalls);
-        EXPECT_EQ(currentRequestId, 4711);
+        EXPECT_EQ(AddInState::requestId(), 4711);
     }
 
     const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
@@ -63,7 +63,7 @@ std::vector<DWORD> pauses;
 void WINAPI endingSleep(DWORD milliseconds)
 {
     pauses.push_back(milliseconds);
-    listenerStopFlag = 1;
+    AddInState::stopListener();
 }
 
 class ListenerCycle : public HostFixture {
@@ -85,9 +85,9 @@ TEST_F(Listener, opensTheFileOfAnOpenRequest)
 {
     const std::wstring part = makePart();
     send(openRequest(12, toUtf8(part)));
-    ASSERT_TRUE(waitUntil([] { return currentZemId == 12; }));
-    EXPECT_EQ(currentRequestId, 12);
-    EXPECT_EQ(currentFilePath.text(), part);
+    ASSERT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
+    EXPECT_EQ(AddInState::requestId(), 12);
+    EXPECT_EQ(AddInState::filePath(), part);
     EXPECT_TRUE(isEmptied());
 }
 
@@ -95,20 +95,20 @@ TEST_F(Listener, startsANewFileForAnEmptyPath)
 {
     send(openRequest(7, ""));
     EXPECT_EQ(newTrace(2), newFileCalls);
-    EXPECT_EQ(currentRequestId, 7);
+    EXPECT_EQ(AddInState::requestId(), 7);
     EXPECT_FALSE(isRequestPending());
 }
 
 TEST_F(Listener, carriesOutACheckInInOrder)
 {
-    currentRequestId = 5;
-    currentZemId = 5;
-    currentFilePath.assign(L"C:\\a.mcam");
+    AddInState::setRequestId(5);
+    AddInState::setZemId(5);
+    AddInState::setFilePath(L"C:\\a.mcam");
     send("CHECKIN C:\\a.mcam");
     EXPECT_EQ(newTrace(3), checkInCalls);
-    EXPECT_EQ(currentRequestId, 0);
-    EXPECT_EQ(currentZemId, 0u);
-    EXPECT_EQ(currentFilePath.text(), L"");
+    EXPECT_EQ(AddInState::requestId(), 0);
+    EXPECT_EQ(AddInState::zemId(), 0u);
+    EXPECT_EQ(AddInState::filePath(), L"");
 }
 
 TEST_F(Listener, carriesOutACheckInOfTheWordAlone)
@@ -147,19 +147,19 @@ TEST_F(Listener, repostsARequestUntilTheHostIsReady)
     pumpMessages(); // the first post finds the host busy
     EXPECT_TRUE(isRequestPending());
     standin::setState("backplot", L"false");
-    EXPECT_TRUE(waitUntil([] { return currentZemId == 12; }));
+    EXPECT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
 }
 
 TEST_F(Listener, replacesAPendingRequestByALaterOne)
 {
     standin::setState("backplot", L"true");
     send(openRequest(1, toUtf8(makePart(L"first.mcam"))));
-    ASSERT_TRUE(waitUntil([] { return currentRequestId == 1; }) && isEmptied());
+    ASSERT_TRUE(waitUntil([] { return AddInState::requestId() == 1; }) && isEmptied());
     send(openRequest(2, toUtf8(makePart(L"second.mcam"))));
-    ASSERT_TRUE(waitUntil([] { return currentRequestId == 2; }));
+    ASSERT_TRUE(waitUntil([] { return AddInState::requestId() == 2; }));
     standin::setState("backplot", L"false");
-    ASSERT_TRUE(waitUntil([] { return currentZemId == 2; }));
-    EXPECT_EQ(recentFiles.size(), 1u);
+    ASSERT_TRUE(waitUntil([] { return AddInState::zemId() == 2; }));
+    EXPECT_EQ(AddInState::recentFiles().size(), 1u);
 }
 
 TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
@@ -178,7 +178,7 @@ TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
                                           "\xEF\xBB\xBF"
                                           "CHECKIN x"sv};
     for (const std::string_view text : malformed) {
-        currentRequestId = 1;
+        AddInState::setRequestId(1);
         send(text);
         ASSERT_TRUE(isEmptied());
         expectNextRequestServed();
@@ -187,14 +187,14 @@ TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
 
 TEST_F(Listener, keepsTheRequestIdWhenARequestIsMalformed)
 {
-    currentRequestId = 5;
+    AddInState::setRequestId(5);
     for (const char* text : {"nospace",
                              "\xEF\xBB\xBF"
                              "x C:\\a\n",
                              "\xEF\xBB\xBF"
                              "7"})
         carryOutCommandText(text);
-    EXPECT_EQ(currentRequestId, 5);
+    EXPECT_EQ(AddInState::requestId(), 5);
     EXPECT_FALSE(isRequestPending());
 }
 
@@ -203,7 +203,7 @@ TEST_F(Listener, readsARequestOfExactly65536Bytes)
     std::string request = openRequest(8, std::string(65536 - 6, 'p'));
     ASSERT_EQ(request.size(), 65536u);
     send(request);
-    ASSERT_TRUE(waitUntil([] { return currentRequestId == 8; }));
+    ASSERT_TRUE(waitUntil([] { return AddInState::requestId() == 8; }));
     EXPECT_TRUE(isEmptied());
     EXPECT_EQ(newTrace(1), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
 }
@@ -212,9 +212,9 @@ TEST_F(Listener, endsForGoodOnARequestOf65537BytesAndLeavesItInPlace)
 {
     const std::string request = openRequest(8, std::string(65537 - 6, 'p'));
     send(request);
-    EXPECT_EQ(WaitForSingleObject(listenerThread, generousMs), WAIT_OBJECT_0);
+    EXPECT_EQ(WaitForSingleObject(AddInState::listenerThread(), generousMs), WAIT_OBJECT_0);
     EXPECT_EQ(readBytes(commandPath), request);
-    EXPECT_EQ(currentRequestId, 0);
+    EXPECT_EQ(AddInState::requestId(), 0);
     EXPECT_EQ(newTrace(), Lines{});
 }
 
@@ -272,9 +272,9 @@ TEST_F(Listener, findsItsOwnFileClosedToItsProbe)
 
 TEST_F(ListenerCycle, pausesOnceOverItsOwnFile)
 {
-    commandFile = createCommandFileOrNull(commandPath);
+    AddInState::setCommandFile(createCommandFileOrNull(commandPath));
     EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100}));
-    CloseHandle(commandFile);
+    CloseHandle(AddInState::commandFile());
 }
 
 TEST_F(ListenerCycle, pausesTwiceOverAFileOfSomebodyElses)

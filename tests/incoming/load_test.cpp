@@ -3,7 +3,7 @@
 #include "incoming/open_file.h"
 #include "host/host.h"
 #include "host/message_box.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 
@@ -77,17 +77,17 @@ TEST_F(LoadPipeline, logsItsPathInTheSystemsCodePage)
 
 TEST_F(LoadPipeline, forgetsTheCurrentFileFirst)
 {
-    currentZemId = 5;
-    currentFilePath.assign(L"C:\\old.mcam");
-    captureOnClosePending = true;
-    event37Seen = true;
-    ncPathNumber = 3;
+    AddInState::setZemId(5);
+    AddInState::setFilePath(L"C:\\old.mcam");
+    AddInState::setCaptureOnClosePending(true);
+    AddInState::setEvent37Seen(true);
+    AddInState::setNcPathNumber(3);
     EXPECT_FALSE(loadFile(installation.path(L"missing.mcam")));
-    EXPECT_EQ(currentZemId, noZemId);
-    EXPECT_EQ(currentFilePath.text(), L"");
-    EXPECT_FALSE(captureOnClosePending);
-    EXPECT_FALSE(event37Seen);
-    EXPECT_EQ(ncPathNumber, -1);
+    EXPECT_EQ(AddInState::zemId(), noZemId);
+    EXPECT_EQ(AddInState::filePath(), L"");
+    EXPECT_FALSE(AddInState::captureOnClosePending());
+    EXPECT_FALSE(AddInState::event37Seen());
+    EXPECT_EQ(AddInState::ncPathNumber(), -1);
 }
 
 TEST_F(LoadPipeline, endsWithoutAWordWhenTheHostCannotOpenTheFile)
@@ -156,19 +156,19 @@ TEST_F(LoadPipeline, appliesTheMachineOfTheRequestAndDeletesItsFile)
     const std::wstring path = makePart();
     const std::wstring settings = installation.path(L"temp\\mcsettings-17.txt");
     writeBytes(settings, "17|3|4|C:\\Machines\\Mill 3-axis.mcam-mmd\n");
-    currentRequestId = 17;
+    AddInState::setRequestId(17);
     EXPECT_TRUE(loadFile(path));
     Lines expected = wholeLoad(path);
     expected.insert(expected.begin() + 1,
                     LR"(ui SetActiveMachine("C:\Machines\Mill 3-axis.mcam-mmd") -> true)");
     EXPECT_EQ(newTrace(), expected);
-    EXPECT_EQ(ncPathNumber, 3);
-    EXPECT_EQ(secondSettingsNumber, 4);
+    EXPECT_EQ(AddInState::ncPathNumber(), 3);
+    EXPECT_EQ(AddInState::secondSettingsNumber(), 4);
     EXPECT_FALSE(readBytes(settings).has_value());
     EXPECT_TRUE(loadFile(path)); // a second load finds no file and changes nothing
     EXPECT_EQ(newTrace(), wholeLoad(path));
-    EXPECT_EQ(ncPathNumber, -1);
-    EXPECT_EQ(secondSettingsNumber, 4);
+    EXPECT_EQ(AddInState::ncPathNumber(), -1);
+    EXPECT_EQ(AddInState::secondSettingsNumber(), 4);
 }
 
 TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
@@ -180,9 +180,9 @@ TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
     recordCompanionStarts(installation);
     standin::setState("title", L"Host");
     writeBytes(installation.path(L"temp\\mcsettings-17.txt"), "0|1|2|C:\\M.mcam-mmd\n");
-    currentRequestId = 17;
-    fileTypePrefix = L"CAD";
-    event37Seen = true;
+    AddInState::setRequestId(17);
+    AddInState::setFileTypePrefix(L"CAD");
+    AddInState::setEvent37Seen(true);
     EXPECT_TRUE(loadFile(path));
     EXPECT_EQ(newTrace(),
               (Lines{opened(path), LR"(ui SetActiveMachine("C:\M.mcam-mmd") -> true)",
@@ -192,7 +192,7 @@ TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
                      L"ui screen_to_bitmap_file(\"" + installation.path(L"commit\\screendump.bmp") +
                          L"\", false) -> true"}));
     EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --commit \"" + named + L'"'});
-    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(AddInState::zemId(), 17u);
     EXPECT_EQ(standin::state("title"), L"Host");
     EXPECT_EQ(debugLogText(), logged({1, 2, 3}, path) + logged({3}, L"CAD"));
 }
@@ -201,13 +201,13 @@ TEST_F(LoadPipeline, loadsACadFileAlsoWhenTheHostRaisesInItsSetupSheet)
 {
     const std::wstring path = makePart(L"model.catpart");
     setSettings("AlwaysSaveTools=y\n");
-    currentRequestId = 17;
-    fileTypePrefix = L"CAD";
+    AddInState::setRequestId(17);
+    AddInState::setFileTypePrefix(L"CAD");
     ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
     EXPECT_TRUE(openFile(17, path));
     EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
-    EXPECT_EQ(currentZemId, 17u);
-    EXPECT_EQ(currentFilePath.text(), path);
+    EXPECT_EQ(AddInState::zemId(), 17u);
+    EXPECT_EQ(AddInState::filePath(), path);
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
@@ -215,7 +215,7 @@ TEST_F(LoadPipeline, takesOnlyTheExactPrefixForACadFile)
 {
     const std::wstring path = makePart();
     for (const wchar_t* prefix : {L"cad", L"CA", L""}) {
-        fileTypePrefix = prefix;
+        AddInState::setFileTypePrefix(prefix);
         EXPECT_TRUE(loadFile(path));
         EXPECT_EQ(newTrace(), wholeLoad(path)) << prefix;
     }
@@ -314,17 +314,17 @@ TEST_F(LoadPipeline, makesTheOpenedFileTheCurrentOne)
 {
     const std::wstring path = makePart();
     EXPECT_TRUE(openFile(12, path));
-    EXPECT_EQ(currentZemId, 12u);
-    EXPECT_EQ(currentFilePath.text(), path);
-    ASSERT_EQ(recentFiles.size(), 1u);
-    EXPECT_EQ(recentFiles[0].id, 12);
-    EXPECT_EQ(recentFiles[0].path, path);
+    EXPECT_EQ(AddInState::zemId(), 12u);
+    EXPECT_EQ(AddInState::filePath(), path);
+    ASSERT_EQ(AddInState::recentFiles().size(), 1u);
+    EXPECT_EQ(AddInState::recentFiles()[0].id, 12);
+    EXPECT_EQ(AddInState::recentFiles()[0].path, path);
 }
 
 TEST_F(LoadPipeline, keepsANegativeIdAsItsUnsignedValue)
 {
     EXPECT_TRUE(openFile(-2, makePart()));
-    EXPECT_EQ(currentZemId, 0xFFFFFFFEu);
+    EXPECT_EQ(AddInState::zemId(), 0xFFFFFFFEu);
 }
 
 TEST_F(LoadPipeline, restoresAndActivatesTheHostsWindow)
@@ -357,14 +357,14 @@ TEST_F(LoadPipeline, refusesSilentlyWhileTheHostIsBusy)
     standin::setState("backplot", L"true");
     EXPECT_FALSE(openFile(1, makePart()));
     EXPECT_EQ(newTrace(), Lines{});
-    EXPECT_TRUE(recentFiles.empty());
+    EXPECT_TRUE(AddInState::recentFiles().empty());
 }
 
 TEST_F(LoadPipeline, tellsOfAMissingFileAndRemembersItAllTheSame)
 {
     EXPECT_FALSE(openFile(1, installation.path(L"missing.mcam")));
     EXPECT_EQ(newTrace(), Lines{notThere});
-    EXPECT_EQ(recentFiles.size(), 1u);
+    EXPECT_EQ(AddInState::recentFiles().size(), 1u);
     EXPECT_FALSE(openFile(2, installation.path(L"temp"))); // a folder is no file
     EXPECT_EQ(newTrace(), Lines{notThere});
 }
@@ -372,11 +372,11 @@ TEST_F(LoadPipeline, tellsOfAMissingFileAndRemembersItAllTheSame)
 TEST_F(LoadPipeline, tellsOfAFileThatCannotBeLoadedAndForgetsTheCurrentOne)
 {
     const std::wstring path = makePart();
-    currentZemId = 5;
-    currentFilePath.assign(L"C:\\old.mcam");
+    AddInState::setZemId(5);
+    AddInState::setFilePath(L"C:\\old.mcam");
     standin::failNext("DoFileOpen");
     EXPECT_FALSE(openFile(1, path));
     EXPECT_EQ(newTrace(), (Lines{opened(path, L"-> false"), notLoaded}));
-    EXPECT_EQ(currentZemId, noZemId);
-    EXPECT_EQ(currentFilePath.text(), L"");
+    EXPECT_EQ(AddInState::zemId(), noZemId);
+    EXPECT_EQ(AddInState::filePath(), L"");
 }

@@ -1,6 +1,6 @@
 #include "incoming/machine_settings.h"
 
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/host_fixture.h"
 
 using namespace torvapdm;
@@ -25,22 +25,22 @@ protected:
 
 TEST_F(MachineSettingsFile, isReadOnItsFirstLineOnly)
 {
-    currentRequestId = -3;
+    AddInState::setRequestId(-3);
     writeBytes(file(-3), "-3|8|9|C:\\First\r\n-3|1|1|C:\\Second\r\n");
     transferMachineSettings();
     EXPECT_EQ(newTrace(), Lines{activated(L"C:\\First")});
-    EXPECT_EQ(ncPathNumber, 8);
-    EXPECT_EQ(secondSettingsNumber, 9);
+    EXPECT_EQ(AddInState::ncPathNumber(), 8);
+    EXPECT_EQ(AddInState::secondSettingsNumber(), 9);
     EXPECT_FALSE(exists(-3));
 }
 
 TEST_F(MachineSettingsFile, ofAnotherRequestIsLeftAlone)
 {
-    currentRequestId = 1;
+    AddInState::setRequestId(1);
     writeBytes(file(2), "2|8|9|C:\\M");
     transferMachineSettings();
     EXPECT_EQ(newTrace(), Lines{});
-    EXPECT_EQ(ncPathNumber, -1);
+    EXPECT_EQ(AddInState::ncPathNumber(), -1);
     EXPECT_TRUE(exists(2));
 }
 
@@ -67,13 +67,13 @@ TEST_F(MachineSettingsFile, isPassedOverWhileItIsLocked)
 
 TEST_F(MachineSettingsFile, withoutBarsIsTheMachineWhole)
 {
-    ncPathNumber = 5;
-    secondSettingsNumber = 6;
+    AddInState::setNcPathNumber(5);
+    AddInState::setSecondSettingsNumber(6);
     writeBytes(file(0), "C:\\whole line\n");
     transferMachineSettings();
     EXPECT_EQ(newTrace(), Lines{activated(L"C:\\whole line")});
-    EXPECT_EQ(ncPathNumber, 5);
-    EXPECT_EQ(secondSettingsNumber, 6);
+    EXPECT_EQ(AddInState::ncPathNumber(), 5);
+    EXPECT_EQ(AddInState::secondSettingsNumber(), 6);
 }
 
 TEST_F(MachineSettingsFile, givesTheHostThePathOfAMachineAsItStands)
@@ -99,7 +99,7 @@ TEST_F(MachineSettingsFile, givesTheHostThePathOfAMachineAsItStands)
 TEST_F(MachineSettingsFile, isNamedByTheRequestsNumberAlone)
 {
     for (const std::int32_t id : {std::int32_t{INT32_MIN}, std::int32_t{INT32_MAX}}) {
-        currentRequestId = id;
+        AddInState::setRequestId(id);
         writeBytes(file(id), "x");
         transferMachineSettings();
         EXPECT_FALSE(exists(id));
@@ -109,7 +109,7 @@ TEST_F(MachineSettingsFile, isNamedByTheRequestsNumberAlone)
 
 TEST_F(MachineSettingsFile, activatesTheMachineTwiceForACadFile)
 {
-    fileTypePrefix = L"CAD";
+    AddInState::setFileTypePrefix(L"CAD");
     writeBytes(file(0), "0|1|2|C:\\M\n");
     transferMachineSettings();
     EXPECT_EQ(newTrace(), (Lines{activated(L"C:\\M"), activated(L"C:\\M")}));
@@ -117,7 +117,7 @@ TEST_F(MachineSettingsFile, activatesTheMachineTwiceForACadFile)
 
 TEST_F(MachineSettingsFile, isDeletedAlsoWhenTheHostRaises)
 {
-    fileTypePrefix = L"CAD";
+    AddInState::setFileTypePrefix(L"CAD");
     writeBytes(file(0), "0|1|2|C:\\M\n");
     standin::raiseNext("SetActiveMachine");
     transferMachineSettings();

@@ -4,7 +4,7 @@
 #include "companion/identifiers.h"
 #include "host/message_box.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/host_fixture.h"
 
 using namespace torvapdm;
@@ -17,11 +17,14 @@ protected:
     MessageWindow()
     {
         registerMessages();
-        messageWindow = createMessageWindow();
+        AddInState::setMessageWindow(createMessageWindow());
     }
-    ~MessageWindow() override { DestroyWindow(messageWindow); }
+    ~MessageWindow() override { DestroyWindow(AddInState::messageWindow()); }
 
-    LRESULT sendOpenMessage() { return SendMessageW(messageWindow, openMessage, 0, 0); }
+    LRESULT sendOpenMessage()
+    {
+        return SendMessageW(AddInState::messageWindow(), AddInState::openMessage(), 0, 0);
+    }
     bool hasOpened()
     {
         for (const std::wstring& line : newTrace())
@@ -35,24 +38,25 @@ protected:
 
 TEST_F(MessageWindow, registersTheThreeMessagesByTheirNames)
 {
-    EXPECT_EQ(openMessage, RegisterWindowMessageW(openMessageName.c_str()));
-    EXPECT_EQ(commitMessage, RegisterWindowMessageW(commitMessageName.c_str()));
-    EXPECT_EQ(getCheckedOutMessage, RegisterWindowMessageW(getCheckedOutMessageName.c_str()));
-    EXPECT_NE(openMessage, commitMessage);
-    EXPECT_GE(openMessage, 0xC000u);
+    EXPECT_EQ(AddInState::openMessage(), RegisterWindowMessageW(openMessageName.c_str()));
+    EXPECT_EQ(AddInState::commitMessage(), RegisterWindowMessageW(commitMessageName.c_str()));
+    EXPECT_EQ(AddInState::getCheckedOutMessage(),
+              RegisterWindowMessageW(getCheckedOutMessageName.c_str()));
+    EXPECT_NE(AddInState::openMessage(), AddInState::commitMessage());
+    EXPECT_GE(AddInState::openMessage(), 0xC000u);
 }
 
 TEST_F(MessageWindow, isHiddenOfItsClassAndOwnedByTheMainWindow)
 {
     wchar_t name[256];
-    ASSERT_NE(messageWindow, nullptr);
-    GetClassNameW(messageWindow, name, 256);
+    ASSERT_NE(AddInState::messageWindow(), nullptr);
+    GetClassNameW(AddInState::messageWindow(), name, 256);
     EXPECT_EQ(name, hostInstanceName);
-    GetWindowTextW(messageWindow, name, 256);
+    GetWindowTextW(AddInState::messageWindow(), name, 256);
     EXPECT_STREQ(name, L"");
-    EXPECT_FALSE(IsWindowVisible(messageWindow));
-    EXPECT_EQ(GetWindow(messageWindow, GW_OWNER), getMainFrameWindow());
-    const LONG style = GetWindowLongW(messageWindow, GWL_STYLE);
+    EXPECT_FALSE(IsWindowVisible(AddInState::messageWindow()));
+    EXPECT_EQ(GetWindow(AddInState::messageWindow(), GW_OWNER), getMainFrameWindow());
+    const LONG style = GetWindowLongW(AddInState::messageWindow(), GWL_STYLE);
     EXPECT_EQ(style & WS_OVERLAPPEDWINDOW, WS_OVERLAPPEDWINDOW);
 }
 
@@ -75,14 +79,14 @@ TEST_F(MessageWindow, opensThePendingRequestOnce)
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
     EXPECT_TRUE(hasOpened());
-    EXPECT_EQ(currentZemId, 12u);
+    EXPECT_EQ(AddInState::zemId(), 12u);
     EXPECT_EQ(sendOpenMessage(), 0);
 }
 
 TEST_F(MessageWindow, isToldOfAParkedRequestByAPost)
 {
     parkOpenRequest(12, makePart());
-    EXPECT_TRUE(waitUntil([] { return currentZemId == 12; }));
+    EXPECT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
 }
 
 TEST_F(MessageWindow, leavesTheRequestPendingWhileTheMainWindowIsDisabled)
@@ -132,8 +136,8 @@ TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
 {
     // The message box over the missing file is the moment at which the next one comes in.
     const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
-        if (code == HCBT_ACTIVATE && currentRequestId != 2) {
-            currentRequestId = 2;
+        if (code == HCBT_ACTIVATE && AddInState::requestId() != 2) {
+            AddInState::setRequestId(2);
             parkOpenRequest(2, L"C:\\next.mcam");
         }
         return CallNextHookEx(nullptr, code, window, l);
@@ -150,20 +154,20 @@ TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
 TEST_F(MessageWindow, givesEveryOtherMessageTheDefaultTreatment)
 {
     parkOpenRequest(12, makePart());
-    SendMessageW(messageWindow, WM_MOVE, 0, 0);
-    SendMessageW(messageWindow, commitMessage, 0, 0);
-    SendMessageW(messageWindow, getCheckedOutMessage, 0, 0);
+    SendMessageW(AddInState::messageWindow(), WM_MOVE, 0, 0);
+    SendMessageW(AddInState::messageWindow(), AddInState::commitMessage(), 0, 0);
+    SendMessageW(AddInState::messageWindow(), AddInState::getCheckedOutMessage(), 0, 0);
     EXPECT_TRUE(isRequestPending());
-    SendMessageW(messageWindow, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"title"));
+    SendMessageW(AddInState::messageWindow(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"title"));
     wchar_t title[16];
-    GetWindowTextW(messageWindow, title, 16);
+    GetWindowTextW(AddInState::messageWindow(), title, 16);
     EXPECT_STREQ(title, L"title");
 }
 
 TEST_F(MessageWindow, isForgottenWhenSomebodyClosesIt)
 {
-    SendMessageW(messageWindow, WM_CLOSE, 0, 0);
-    EXPECT_EQ(messageWindow, nullptr);
+    SendMessageW(AddInState::messageWindow(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(AddInState::messageWindow(), nullptr);
     parkOpenRequest(12, makePart()); // stays pending; nothing is posted anywhere
     pumpMessages();
     EXPECT_TRUE(isRequestPending());
@@ -174,7 +178,7 @@ TEST_F(MessageWindow, takesTheOpenMessageForItselfAlone)
     const HWND other = CreateWindowExW(0, hostInstanceName.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0,
                                        10, 10, nullptr, nullptr, nullptr, nullptr);
     parkOpenRequest(12, makePart());
-    EXPECT_EQ(SendMessageW(other, openMessage, 0, 0), 0);
+    EXPECT_EQ(SendMessageW(other, AddInState::openMessage(), 0, 0), 0);
     EXPECT_TRUE(isRequestPending());
     DestroyWindow(other);
 }

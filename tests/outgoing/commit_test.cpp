@@ -1,6 +1,6 @@
 #include "outgoing/commit.h"
 
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
@@ -25,7 +25,7 @@ protected:
     {
         installation.endStandardInput();
         standin::setState("geo_filename", L"C:\\a.mcam");
-        currentZemId = 42;
+        AddInState::setZemId(42);
     }
     void runCompanion()
     {
@@ -161,7 +161,7 @@ TEST_F(CommitRequest, isAppendedBehindEarlierOnes)
     runCompanion();
     writeBytes(requestFile, "earlier");
     EXPECT_TRUE(requestCommit());
-    currentZemId = 0x1234;
+    AddInState::setZemId(0x1234);
     EXPECT_TRUE(requestCommit());
     EXPECT_EQ(records(), "earlier" + recordOfA + "\x34\x12\0\0"s + recordOfA.substr(4));
 }
@@ -254,7 +254,7 @@ TEST_F(CommitRequest, startsTheCompanionWhenItHasNoWindow)
     recordCompanionStarts(installation);
     EXPECT_TRUE(requestCommit());
     EXPECT_EQ(companionStarts(installation, 1), Lines{LR"(0 --commit "C:\a.mcam")"});
-    currentZemId = noZemId;
+    AddInState::setZemId(noZemId);
     EXPECT_TRUE(requestCommit());
     EXPECT_EQ(companionStarts(installation, 2)[1], LR"(0 --commit "C:\a.mcam" --id 4294967295)");
     EXPECT_EQ(records(), "none");

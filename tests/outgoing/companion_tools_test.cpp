@@ -4,7 +4,7 @@
 #include "endtoend/companion_program.h"
 #include "endtoend/shown_windows.h"
 #include "host/record_adapter.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/host_fixture.h"
 #include "outgoing/plane_name.h"
 #include "outgoing/tool_export.h"
@@ -52,7 +52,7 @@ TEST_F(CompanionsTools, areThoseOfTheOpenPartWithThePicturesThatTheAddInDraws)
     ASSERT_TRUE(standin::putPart(installation.path(L"part.mcam")));
     DrawTool(64, 32, 4, 12.5, 0, 118, 26, 30, 80, 12, 4);
     DrawTool(40, 50, 1, 6, 3, 0, 10, 20, 60, 6, 5);
-    currentRequestId = 17;
+    AddInState::setRequestId(17);
     exportToolData();
     const HWND window = waitForWindowTitled(L"Tools 17");
     ASSERT_NE(window, nullptr);

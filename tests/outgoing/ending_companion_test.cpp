@@ -1,7 +1,7 @@
 // A Companion that ends just when the add-in has found its window.
 #include "outgoing/commit.h"
 #include "endtoend/companion_program.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "control.h"
 #include "support/system_calls.h"
 
@@ -41,7 +41,7 @@ TEST(EndingCompanion, leavesTheCommitToTheNextOne)
     writeBytes(part, "mastercam part 1\n");
     ASSERT_TRUE(standin::startHost({.tracePath = {}, .answersMessageBoxes = true}));
     standin::setState("geo_filename", part);
-    currentZemId = 77;
+    AddInState::setZemId(77);
     {
         const CompanionProgram companion(installation);
         ASSERT_NE(companion.waitForWindow(), nullptr);

@@ -2,7 +2,7 @@
 
 #include "addin/exports.h"
 #include "host/message_box.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/handles.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
@@ -31,7 +31,7 @@ protected:
     {
         standin::setState("nc_prefix", folder);
         standin::setState("nc_suffix", L".NC");
-        currentRequestId = 17;
+        AddInState::setRequestId(17);
     }
     // Puts a part of these sections into the host.
     void putPart(const std::string& sections)
@@ -120,13 +120,13 @@ TEST_F(NcQueue, tellsTheNcPathNumberAndTheRequest)
 {
     putPart(twoGroups + operationIn(1, "PART"));
     post(L"PART.NC");
-    ncPathNumber = 3;
-    currentRequestId = 0;
+    AddInState::setNcPathNumber(3);
+    AddInState::setRequestId(0);
     EXPECT_EQ(importNcQueue(), 0);
     const std::wstring zero = installation.path(L"temp\\ncqueue-0.txt");
     EXPECT_EQ(readBytes(zero), "NCPATH|3|" + entry("PART.NC", "Mill") + "\r\n");
     EXPECT_EQ(listener.nextConnection(), "IMPORTNCQUEUE|" + toUtf8(zero) + "\n");
-    currentRequestId = -5;
+    AddInState::setRequestId(-5);
     importNcQueue();
     EXPECT_TRUE(readBytes(installation.path(L"temp\\ncqueue--5.txt")).has_value());
 }

@@ -5,7 +5,7 @@
 #include "incoming/message_window.h"
 #include "host/message_box.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
@@ -35,14 +35,14 @@ protected:
         installation.endStandardInput();
         standin::setState("nc_prefix", L"");
         standin::setState("geo_filename", name);
-        currentRequestId = 17;
+        AddInState::setRequestId(17);
     }
     void runCompanion()
     {
         companion.holdSemaphore();
         companion.showWindow();
     }
-    void knowDocument() { currentZemId = 5; }
+    void knowDocument() { AddInState::setZemId(5); }
     void setSettings(const char* text)
     {
         writeBytes(installation.path(L"cfg\\settings.ini"), text);
@@ -103,10 +103,10 @@ protected:
     {
         standin::setEventSink(nullptr);
         registerMessages();
-        messageWindow = createMessageWindow();
+        AddInState::setMessageWindow(createMessageWindow());
         writeBytes(name, "");
     }
-    ~SaveFlowInterrupted() override { DestroyWindow(messageWindow); }
+    ~SaveFlowInterrupted() override { DestroyWindow(AddInState::messageWindow()); }
     Lines loaded() const
     {
         const std::wstring part = L"\"" + name + L'"';
@@ -194,8 +194,8 @@ TEST_F(SaveFlow, savesAKnownDocumentPicturesItAndCommitsIt)
     EXPECT_EQ(newTrace(), knownSave());
     EXPECT_EQ(commits(), 1u);
     EXPECT_EQ(listener.nextConnection(), "ZEMID=17|" + toUtf8(name) + "\n");
-    EXPECT_EQ(currentZemId, 17u);
-    EXPECT_TRUE(saveNotified);
+    EXPECT_EQ(AddInState::zemId(), 17u);
+    EXPECT_TRUE(AddInState::saveNotified());
 }
 
 TEST_F(SaveFlow, commitsAnUnknownUnchangedDocumentWithoutSavingIt)
@@ -204,7 +204,7 @@ TEST_F(SaveFlow, commitsAnUnknownUnchangedDocumentWithoutSavingIt)
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
     EXPECT_EQ(commits(), 1u);
-    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
 TEST_F(SaveFlow, refusesAnUnknownChangedDocument)
@@ -214,17 +214,17 @@ TEST_F(SaveFlow, refusesAnUnknownChangedDocument)
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
     expectNothingCommitted();
-    EXPECT_EQ(currentZemId, noZemId);
+    EXPECT_EQ(AddInState::zemId(), noZemId);
 }
 
 TEST_F(SaveFlow, refusesAChangedDocumentOfAShortNameAfterAHostsSave)
 {
     runCompanion();
-    saveNotified = false;
+    AddInState::setSaveNotified(false);
     standin::setState("geo_filename", L"abc");
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()})); // unchanged: goes on
-    currentZemId = noZemId;
+    AddInState::setZemId(noZemId);
     standin::setState("db_changed", L"true");
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
@@ -241,7 +241,7 @@ TEST_F(SaveFlow, endsWhenTheHostCannotSaveAKnownDocument)
     expected.back() = notSaved;
     EXPECT_EQ(newTrace(), expected);
     expectNothingCommitted();
-    EXPECT_EQ(currentZemId, 5u);
+    EXPECT_EQ(AddInState::zemId(), 5u);
 }
 
 TEST_F(SaveFlow, endsWhenTheCompanionCannotBeStarted)
@@ -250,7 +250,7 @@ TEST_F(SaveFlow, endsWhenTheCompanionCannotBeStarted)
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, notStarted}));
     expectNothingCommitted();
-    EXPECT_EQ(currentZemId, 5u);
+    EXPECT_EQ(AddInState::zemId(), 5u);
 }
 
 TEST_F(SaveFlow, commitsAlsoWithoutAPicture)
@@ -344,11 +344,11 @@ TEST_F(SaveFlow, handsNoSetupSheetOverForRequestZeroOrUpperCase)
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), knownSave());
     knowDocument();
-    currentRequestId = 0;
+    AddInState::setRequestId(0);
     setSettings("AlwaysSaveTools=y\n");
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), knownSave());
-    EXPECT_EQ(currentZemId, 0u);
+    EXPECT_EQ(AddInState::zemId(), 0u);
 }
 
 TEST_F(SaveFlow, drainsALineOfStandardInputForEveryLineOfTheSettings)
@@ -437,7 +437,7 @@ TEST_F(SaveFlow, keepsTheRequestsIdWhenTheCommitFails)
     Lines expected = knownSave();
     expected.push_back(notCommitted);
     EXPECT_EQ(newTrace(), expected);
-    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
 TEST_F(SaveFlow, takesADocumentOfThreeCharactersForNamed)
@@ -525,7 +525,7 @@ TEST_F(SaveFlowUntitled, isLeftWhenTheHostRaisesWhileItProcessesMessages)
 
 TEST_F(SaveFlowUntitled, needsNoSaveCommandOnceTheHostHasReportedASave)
 {
-    saveNotified = false;
+    AddInState::setSaveNotified(false);
     standin::saveDialogNext(L"abc"); // would be taken
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
@@ -544,8 +544,8 @@ TEST_F(SaveFlow, startsAnewInsideASaveThatTheHostReports)
     append(expected, {viewRefreshed, hostRefreshed, captured()});
     EXPECT_EQ(newTrace(), expected);
     EXPECT_EQ(commits(), 2u);
-    EXPECT_EQ(currentZemId, 17u);
-    EXPECT_FALSE(saveNotified);
+    EXPECT_EQ(AddInState::zemId(), 17u);
+    EXPECT_FALSE(AddInState::saveNotified());
 }
 
 TEST_F(SaveFlowUntitled, isNamedByTheHostsCommandSentAfterItsInterfaceWasAskedFor)
@@ -565,13 +565,13 @@ TEST_F(SaveFlowInterrupted, savesTheDocumentThatIsOpenedWhileItWaits)
     append(expected, knownSave());
     EXPECT_EQ(newTrace(), expected);
     EXPECT_EQ(commits(), 1u);
-    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
 TEST_F(SaveFlowInterrupted, commitsTwiceADocumentThatIsOpenedAndReportedWhileItWaits)
 {
     parkOpenRequest(12, name);
-    callFromLoop([] { return currentZemId != noZemId; }, [] { m_notify(5); });
+    callFromLoop([] { return AddInState::zemId() != noZemId; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
     append(expected, savedAndRefreshed(name));
@@ -579,7 +579,7 @@ TEST_F(SaveFlowInterrupted, commitsTwiceADocumentThatIsOpenedAndReportedWhileItW
     append(expected, knownSave()); // the one that waited
     EXPECT_EQ(newTrace(), expected);
     EXPECT_EQ(commits(), 2u);
-    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
 TEST_F(SaveFlowUntitled, savesThroughTheHostWhatASecondSaveCommittedWhileItWaited)
@@ -597,5 +597,5 @@ TEST_F(SaveFlowUntitled, savesThroughTheHostWhatASecondSaveCommittedWhileItWaite
     expected.push_back(captured());
     EXPECT_EQ(newTrace(), expected);
     EXPECT_EQ(readBytes(requestFile).value_or("").size(), 2u * (8 + 2 * 3));
-    EXPECT_EQ(currentZemId, 17u);
+    EXPECT_EQ(AddInState::zemId(), 17u);
 }

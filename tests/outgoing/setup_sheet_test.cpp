@@ -2,7 +2,7 @@
 
 #include "addin/exports.h"
 #include "framework/framework.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "platform/text.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
@@ -23,7 +23,7 @@ protected:
 TEST_F(SetupSheet, isAnnouncedByItsFirstFileAlone)
 {
     standin::setState("setup_sheet_files", L"C:\\one.xml;C:\\two.xml;C:\\three.xml");
-    currentRequestId = 17;
+    AddInState::setRequestId(17);
     sendSetupSheet();
     EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=17;C:\\one.xml\n");
     EXPECT_TRUE(companion.isIdle());

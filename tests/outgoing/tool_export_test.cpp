@@ -1,7 +1,7 @@
 #include "outgoing/tool_export.h"
 
 #include "host/record_adapter.h"
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/host_fixture.h"
 #include "support/line_receiver.h"
 #include "support/system_calls.h"
@@ -193,7 +193,7 @@ void notedToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* suc
 // Another request comes in while the host fills a tool.
 void interruptedToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeeded)
 {
-    currentRequestId = currentRequestId + 1;
+    AddInState::setRequestId(AddInState::requestId() + 1);
     hostsToolManager(tool, code, entity, succeeded);
 }
 
@@ -210,7 +210,7 @@ PlaneBase* notedPlaneLookUp(MastercamPlanes* allPlanes, int id)
 
 class ToolExport : public HostFixture {
 protected:
-    ToolExport() { currentRequestId = 17; }
+    ToolExport() { AddInState::setRequestId(17); }
     void putPart(const std::string& sections)
     {
         const std::wstring path = installation.path(L"tools.mcam");
@@ -349,13 +349,13 @@ TEST_F(ToolExport, writesAnEmptyFileForAPartWithoutOperationsAndTellsIt)
 TEST_F(ToolExport, namesItsFileAndLineAfterTheRequest)
 {
     putPart(planes + operationWith(1, 3));
-    currentRequestId = 0;
+    AddInState::setRequestId(0);
     exportToolData();
     const auto bytes = readBytes(installation.path(L"temp\\tool-0.txt"));
     ASSERT_TRUE(bytes.has_value());
     EXPECT_EQ(bytes->substr(0, 18), "TOOLDATA|DATAID=0|");
     EXPECT_EQ(listener.nextConnection(), "TOOL-0\n");
-    currentRequestId = -5;
+    AddInState::setRequestId(-5);
     exportToolData();
     EXPECT_TRUE(readBytes(installation.path(L"temp\\tool--5.txt")).has_value());
     EXPECT_EQ(listener.nextConnection(), "TOOL--5\n");

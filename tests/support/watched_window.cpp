@@ -1,24 +1,24 @@
 #include "support/watched_window.h"
 
-#include "shared_state.h"
+#include "support/add_in_state.h"
 #include "support/waiting.h"
 
 namespace testing_support {
 
 // A window for messages alone: nothing comes to it but what is posted to it.
 WatchedMessageWindow::WatchedMessageWindow()
-    : replaced_(torvapdm::messageWindow),
+    : replaced_(AddInState::messageWindow()),
       window_(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr,
                               nullptr))
 {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&remember));
-    torvapdm::messageWindow = window_;
+    AddInState::setMessageWindow(window_);
 }
 
 WatchedMessageWindow::~WatchedMessageWindow()
 {
-    torvapdm::messageWindow = replaced_;
+    AddInState::setMessageWindow(replaced_);
     DestroyWindow(window_);
 }
 
