@@ -1,6 +1,6 @@
 // The Companion's requests, into a command file that no add-in empties, and what it writes beside.
 #include "documents/exchange_run.h"
-#include "endtoend/companion_program.h"
+#include "support/companion_program.h"
 #include "zemlink/announced_host.h"
 
 #include <gtest/gtest.h>

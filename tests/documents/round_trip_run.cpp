@@ -1,7 +1,7 @@
 // A part on its way: sent by the Companion, opened, saved and announced by the add-in that ships.
 #include "documents/exchange_run.h"
-#include "endtoend/companion_program.h"
-#include "endtoend/host_program.h"
+#include "support/companion_program.h"
+#include "support/host_program.h"
 #include "support/line_receiver.h"
 
 #include <gtest/gtest.h>

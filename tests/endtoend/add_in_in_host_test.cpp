@@ -1,5 +1,5 @@
 // The add-in that ships, in the host's own process; the test plays the Companion from outside.
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 #include "support/command_file_writer.h"
 #include "support/threads.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "endtoend/command_file_plan.h"
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 
 #include <vector>
 

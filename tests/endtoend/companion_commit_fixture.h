@@ -2,7 +2,7 @@
 #pragma once
 
 #include "endtoend/companion_commit_writer.h"
-#include "endtoend/companion_program.h"
+#include "support/companion_program.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The stand-in Companion's end of the line protocol, from outside: a client of the test's own sends
 // it bytes, its log and its windows show what it made of them.
-#include "endtoend/companion_program.h"
-#include "endtoend/line_client.h"
-#include "endtoend/shown_windows.h"
+#include "support/companion_program.h"
+#include "support/line_client.h"
+#include "support/shown_windows.h"
 
 #include <gtest/gtest.h>
 

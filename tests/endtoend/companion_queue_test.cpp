@@ -1,8 +1,8 @@
 // What the stand-in Companion makes of NC queues and tool data, from outside: files in its folder,
 // a line for each, and then its log and its windows.
-#include "endtoend/companion_program.h"
-#include "endtoend/line_client.h"
-#include "endtoend/shown_windows.h"
+#include "support/companion_program.h"
+#include "support/line_client.h"
+#include "support/shown_windows.h"
 
 #include <gtest/gtest.h>
 

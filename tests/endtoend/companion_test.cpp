@@ -1,6 +1,6 @@
 // The stand-in Companion's program by itself: the one instance, its words, its log, its deliveries.
 // The test plays the host, and the add-in's part of it, from outside.
-#include "endtoend/companion_program.h"
+#include "support/companion_program.h"
 
 #include <gtest/gtest.h>
 

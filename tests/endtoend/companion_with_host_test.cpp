@@ -1,7 +1,7 @@
 // The three programs together: the stand-in Companion, the stand-in host and, in the host, the
 // add-in that ships.
-#include "endtoend/companion_program.h"
-#include "endtoend/host_program.h"
+#include "support/companion_program.h"
+#include "support/host_program.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The ports that a host with the add-in that ships has open, as the system tells them.
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 #include "support/line_receiver.h"
 #include "support/ports.h"
 

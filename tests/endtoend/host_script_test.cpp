@@ -1,5 +1,5 @@
 // The script language of the host's program, with the add-in that ships.
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 #include "support/command_file_writer.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Paths out of the files that others write, in the host's own process with the add-in that ships:
 // what they reach, and that nothing else is written or removed.
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 #include "support/command_file_writer.h"
 
 #include <filesystem>

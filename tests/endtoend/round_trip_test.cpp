@@ -1,7 +1,7 @@
 // The whole round: the Companion sends a part, the host changes, saves and commits it with the
 // add-in that ships, and the Companion keeps the next version.
 #include "endtoend/companion_commit_fixture.h"
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 
 #include <algorithm>
 

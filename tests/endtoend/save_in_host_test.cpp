@@ -1,5 +1,5 @@
 // Saving and committing from the host's own process.
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 #include "support/companion_double.h"
 
 #include <gtest/gtest.h>

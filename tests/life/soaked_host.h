@@ -1,8 +1,8 @@
 // A real host that is put through the steps of a plan.
 #pragma once
 
-#include "endtoend/companion_program.h"
-#include "endtoend/host_program.h"
+#include "support/companion_program.h"
+#include "support/host_program.h"
 #include "life/companion_events.h"
 #include "life/held_by_host.h"
 #include "life/soak_plan.h"

@@ -1,8 +1,8 @@
 // The tools of an open part, from the host's records through the add-in's own code to the windows
 // of the Companion's program.
 #include "addin/exports.h"
-#include "endtoend/companion_program.h"
-#include "endtoend/shown_windows.h"
+#include "support/companion_program.h"
+#include "support/shown_windows.h"
 #include "host/record_adapter.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"

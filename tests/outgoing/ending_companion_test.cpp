@@ -1,6 +1,6 @@
 // A Companion that ends just when the add-in has found its window.
 #include "outgoing/commit.h"
-#include "endtoend/companion_program.h"
+#include "support/companion_program.h"
 #include "support/add_in_state.h"
 #include "control.h"
 #include "support/system_calls.h"

@@ -1,6 +1,6 @@
 // zemlink's reading of exchange files that the stand-in Companion and the add-in have written.
-#include "endtoend/companion_program.h"
-#include "endtoend/host_program.h"
+#include "support/companion_program.h"
+#include "support/host_program.h"
 #include "support/companion_double.h"
 #include "zemlink/announced_host.h"
 #include "zemlink/tool_run.h"

@@ -1,6 +1,6 @@
 // What zemlink sees and finds wrong in installations, sound and broken.
-#include "endtoend/companion_program.h"
-#include "endtoend/host_program.h"
+#include "support/companion_program.h"
+#include "support/host_program.h"
 #include "support/line_receiver.h"
 #include "zemlink/tool_run.h"
 

@@ -1,7 +1,7 @@
 // What zemlink shows of the notices that arrive on the port.
-#include "endtoend/companion_program.h"
-#include "endtoend/host_program.h"
-#include "endtoend/line_client.h"
+#include "support/companion_program.h"
+#include "support/host_program.h"
+#include "support/line_client.h"
 #include "support/companion_double.h"
 #include "support/line_receiver.h"
 #include "zemlink/tool_run.h"

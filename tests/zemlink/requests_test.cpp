@@ -1,7 +1,7 @@
 // zemlink's requests to hosts: the stand-in host with the add-in that ships, and hosts that do not
 // read.
-#include "endtoend/companion_program.h"
-#include "endtoend/host_program.h"
+#include "support/companion_program.h"
+#include "support/host_program.h"
 #include "zemlink/announced_host.h"
 #include "zemlink/tool_run.h"
 

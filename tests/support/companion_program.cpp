@@ -1,4 +1,4 @@
-#include "endtoend/companion_program.h"
+#include "support/companion_program.h"
 
 #include "support/windows.h"
 

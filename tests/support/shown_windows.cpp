@@ -1,4 +1,4 @@
-#include "endtoend/shown_windows.h"
+#include "support/shown_windows.h"
 
 #include "support/waiting.h"
 

@@ -1,4 +1,4 @@
-#include "endtoend/line_client.h"
+#include "support/line_client.h"
 
 namespace testing_support {
 

@@ -1,4 +1,4 @@
-#include "endtoend/host_program.h"
+#include "support/host_program.h"
 
 #include "support/windows.h"
 
