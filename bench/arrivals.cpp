@@ -1,7 +1,7 @@
 #include "bench/arrivals.h"
 
 #include "bench/surroundings.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 
 #include <chrono>
 #include <mutex>

@@ -13,7 +13,7 @@
 #include "support/add_in_state.h"
 #include "control.h"
 #include "support/bytes.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 #include "support/system_calls.h"
 
 #include <atomic>

@@ -5,7 +5,7 @@
 #include "bench/surroundings.h"
 #include "companion/identifiers.h"
 #include "host/message_box.h"
-#include "support/threads.h"
+#include "support/counts.h"
 #include "support/waiting.h"
 
 #include <bit>

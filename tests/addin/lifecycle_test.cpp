@@ -4,7 +4,7 @@
 #include "host/message_box.h"
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
 

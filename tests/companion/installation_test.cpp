@@ -1,6 +1,6 @@
 #include "companion/installation.h"
 
-#include "support/handles.h"
+#include "support/counts.h"
 #include "support/installation.h"
 
 #include <gtest/gtest.h>

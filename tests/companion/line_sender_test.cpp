@@ -1,6 +1,6 @@
 #include "companion/line_sender.h"
 
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 #include "support/system_calls.h"
 
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 #include "companion/identifiers.h"
 #include "host/message_box.h"
 #include "support/companion_double.h"
-#include "support/dialogs.h"
-#include "support/handles.h"
+#include "support/windows.h"
+#include "support/counts.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
 

@@ -4,7 +4,6 @@
 #include "documents/pages.h"
 #include "support/companion_program.h"
 #include "support/host_program.h"
-#include "support/command_file_writer.h"
 #include "support/companion_double.h"
 #include "support/windows.h"
 #include "tools/zemlink/decisions/settings_text.h"

@@ -1,9 +1,8 @@
 #include "formats/checkout_answer.h"
 #include "documents/exchange_run.h"
 #include "support/host_program.h"
-#include "support/command_file_writer.h"
 #include "support/companion_double.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 
 #include <cstring>
 #include <gtest/gtest.h>

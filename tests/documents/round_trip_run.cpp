@@ -2,7 +2,7 @@
 #include "documents/exchange_run.h"
 #include "support/companion_program.h"
 #include "support/host_program.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "control.h"
 #include "support/bytes.h"
 #include "support/installation.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 #include "outgoing/tool_export.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The add-in that ships, in the host's own process; the test plays the Companion from outside.
 #include "support/host_program.h"
-#include "support/command_file_writer.h"
-#include "support/threads.h"
+#include "support/companion_double.h"
+#include "support/counts.h"
 
 #include <gtest/gtest.h>
 

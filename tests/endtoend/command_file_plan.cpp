@@ -3,7 +3,7 @@
 #include "fuzz/command_text_rule.h"
 #include "fuzz/mutator.h"
 #include "support/bytes.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 
 #include <cstdlib>
 #include <windows.h>

@@ -1,7 +1,7 @@
 #include "endtoend/command_file_run.h"
 
 #include "fuzz/differences.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 
 #include <windows.h>
 

@@ -1,10 +1,8 @@
 // The add-in's commands in the host's own process: the menu under a real mouse and a real key, the
 // check-out request, the setup sheet, and what goes over the network.
 #include "support/host_program.h"
-#include "support/command_file_writer.h"
 #include "support/companion_double.h"
-#include "support/line_receiver.h"
-#include "support/ports.h"
+#include "support/sockets.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The stand-in Companion's end of the line protocol, from outside: a client of the test's own sends
 // it bytes, its log and its windows show what it made of them.
 #include "support/companion_program.h"
-#include "support/line_client.h"
-#include "support/shown_windows.h"
+#include "support/sockets.h"
+#include "support/windows.h"
 
 #include <gtest/gtest.h>
 
@@ -89,8 +89,8 @@ protected:
     {
         const std::wstring file = installation.path(L"temp\\" + name);
         writeBytes(file, bytes);
-        EXPECT_TRUE(
-            sendLine("MCAMXMLIMPORTDATAID=" + std::to_string(id) + ";" + toUtf8(file) + "\n"));
+        EXPECT_TRUE(sendToCompanion("MCAMXMLIMPORTDATAID=" + std::to_string(id) + ";" +
+                                    toUtf8(file) + "\n"));
         return file;
     }
 
@@ -104,9 +104,9 @@ TEST_F(CompanionsLines, areLoggedWithAllTheirBytesAndWhatTheySay)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    ASSERT_TRUE(sendLine("TOOL-7\n"));
-    ASSERT_TRUE(sendLine("ZEMID=4294967295|C:\\a.mcam\n"));
-    ASSERT_TRUE(sendLine("IMPORTNCQUEUE|C:\\q\n"));
+    ASSERT_TRUE(sendToCompanion("TOOL-7\n"));
+    ASSERT_TRUE(sendToCompanion("ZEMID=4294967295|C:\\a.mcam\n"));
+    ASSERT_TRUE(sendToCompanion("IMPORTNCQUEUE|C:\\q\n"));
     EXPECT_EQ(
         logOfLines(companion, 8),
         (Lines{LR"(line bytes=7 hex=544F4F4C2D370A text="TOOL-7")", L"tool-data id=7",
@@ -123,9 +123,9 @@ TEST_F(CompanionsLines, areLoggedAlsoWhenTheySayNothing)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    ASSERT_TRUE(sendLine(""));
-    ASSERT_TRUE(sendLine(std::string("a\tb\0\r\n\n", 7)));
-    ASSERT_TRUE(sendLine("TOOL-7"));
+    ASSERT_TRUE(sendToCompanion(""));
+    ASSERT_TRUE(sendToCompanion(std::string("a\tb\0\r\n\n", 7)));
+    ASSERT_TRUE(sendToCompanion("TOOL-7"));
     EXPECT_EQ(logOfLines(companion, 3), (Lines{LR"(line bytes=0 hex= text="")",
                                                LR"(line bytes=7 hex=610962000D0A0A text="a b   ")",
                                                LR"(line bytes=6 hex=544F4F4C2D37 text="TOOL-7")"}));
@@ -138,7 +138,7 @@ TEST_F(CompanionsLines, mayComeInPieces)
     {
         const Client client;
         ASSERT_TRUE(client.sendBytes("TOOL"));
-        ASSERT_TRUE(sendLine("between\n"));
+        ASSERT_TRUE(sendToCompanion("between\n"));
         ASSERT_TRUE(companion.waitForLog(L"text=\"between\""));
         ASSERT_TRUE(client.sendBytes("-7\n"));
     }
@@ -152,7 +152,7 @@ TEST_F(CompanionsLines, areLoggedInTheOrderInWhichTheyCame)
     ASSERT_NE(companion.waitForWindow(), nullptr);
     Lines expected;
     for (int id = 1; id <= 20; ++id) {
-        ASSERT_TRUE(sendLine("TOOL-" + std::to_string(id) + "\n"));
+        ASSERT_TRUE(sendToCompanion("TOOL-" + std::to_string(id) + "\n"));
         expected.push_back(L"tool-data id=" + std::to_wstring(id));
     }
     EXPECT_EQ(linesThatStart(logOfLines(companion, 60), L"tool-data id="), expected);
@@ -164,7 +164,7 @@ TEST_F(CompanionsLines, doNotWaitForASilentConnectionWhichIsGivenUpInTheEnd)
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const Client silent;
     ASSERT_TRUE(silent.sendBytes("half"));
-    ASSERT_TRUE(sendLine("TOOL-7\n"));
+    ASSERT_TRUE(sendToCompanion("TOOL-7\n"));
     ASSERT_TRUE(companion.waitForLog(L"tool-data id=7"));
     EXPECT_EQ(companion.count(L"line "), 1u); // the silent one is still listened to
     EXPECT_TRUE(silent.waitForEnd());
@@ -214,7 +214,7 @@ TEST_F(CompanionsLines, comeAgainOnceThePortIsFree)
     EXPECT_TRUE(companion.waitForLog(L"port-taken port=4559 error=10048"));
     other.reset();
     ASSERT_TRUE(companion.waitForLog(L"port-open port=4559"));
-    ASSERT_TRUE(sendLine("TOOL-7\n"));
+    ASSERT_TRUE(sendToCompanion("TOOL-7\n"));
     EXPECT_TRUE(companion.waitForLog(L"tool-data id=7"));
     EXPECT_EQ(companion.count(L"port-taken"), 1u);
 }
@@ -266,7 +266,7 @@ TEST_F(CompanionsLines, tellOfASetupSheetThatCannotBeRead)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    ASSERT_TRUE(sendLine("MCAMXMLIMPORTDATAID=5;C:\\no such\\file.xml\n"));
+    ASSERT_TRUE(sendToCompanion("MCAMXMLIMPORTDATAID=5;C:\\no such\\file.xml\n"));
     Lines log = logOfLines(companion, 3);
     log.erase(log.begin());
     EXPECT_EQ(log, (Lines{LR"(setup-sheet id=5 file="C:\no such\file.xml")",

@@ -1,8 +1,8 @@
 // What the stand-in Companion makes of NC queues and tool data, from outside: files in its folder,
 // a line for each, and then its log and its windows.
 #include "support/companion_program.h"
-#include "support/line_client.h"
-#include "support/shown_windows.h"
+#include "support/sockets.h"
+#include "support/windows.h"
 
 #include <gtest/gtest.h>
 
@@ -57,7 +57,7 @@ protected:
     std::wstring announceQueue(const std::wstring& name, const std::string& bytes) const
     {
         const std::wstring file = write(name, bytes);
-        EXPECT_TRUE(sendLine("IMPORTNCQUEUE|" + toUtf8(file) + "\n"));
+        EXPECT_TRUE(sendToCompanion("IMPORTNCQUEUE|" + toUtf8(file) + "\n"));
         return file;
     }
 
@@ -123,7 +123,7 @@ TEST_F(CompanionsNcQueue, isToldOfWhenItCannotBeReadAndStaysThen)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    ASSERT_TRUE(sendLine("IMPORTNCQUEUE|C:\\no such\\ncqueue-5.txt\n"));
+    ASSERT_TRUE(sendToCompanion("IMPORTNCQUEUE|C:\\no such\\ncqueue-5.txt\n"));
     EXPECT_TRUE(companion.waitForLog(LR"(nc-queue-unreadable file="C:\no such\ncqueue-5.txt")"));
     const std::wstring large = announceQueue(L"ncqueue-6.txt", std::string(tooLarge, ' '));
     EXPECT_TRUE(companion.waitForLog(L"nc-queue-unreadable file=\"" + large + L"\""));
@@ -137,7 +137,7 @@ TEST_F(CompanionsToolData, isListedToolByTool)
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const std::wstring file =
         write(L"tool-17.txt", toolRecord(4, "Mill |PLANEWOFF=1") + "\r\n" + toolRecord(-5, "\xC4"));
-    ASSERT_TRUE(sendLine("TOOL-17\n"));
+    ASSERT_TRUE(sendToCompanion("TOOL-17\n"));
     const HWND window = waitForWindowTitled(L"Tools 17");
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(waitUntil([&] { return IsWindowVisible(window) != FALSE; }));
@@ -158,7 +158,7 @@ TEST_F(CompanionsToolData, isShownWithThePictureOfTheSelectedTool)
     write(L"toolimage-4.bmp", bitmapOf64x32);
     write(L"toolimage-6.bmp", bitmapOfFourBytes);
     write(L"tool-17.txt", toolRecord(4, "") + toolRecord(5, "") + toolRecord(6, ""));
-    ASSERT_TRUE(sendLine("TOOL-17\n"));
+    ASSERT_TRUE(sendToCompanion("TOOL-17\n"));
     const HWND window = waitForWindowTitled(L"Tools 17");
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"toolimage-4.bmp, 64 x 32"; }));
@@ -175,7 +175,7 @@ TEST_F(CompanionsToolData, mayHoldNoToolAtAll)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     write(L"tool--3.txt", "");
-    ASSERT_TRUE(sendLine("TOOL--3\n"));
+    ASSERT_TRUE(sendToCompanion("TOOL--3\n"));
     const HWND window = waitForWindowTitled(L"Tools -3");
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(rowsOfList(window, 0), 0);
@@ -188,7 +188,7 @@ TEST_F(CompanionsToolData, isToldOfWhenItCannotBeRead)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const std::wstring large = write(L"tool-6.txt", std::string(tooLarge, ' '));
-    ASSERT_TRUE(sendLine("TOOL-6\n"));
+    ASSERT_TRUE(sendToCompanion("TOOL-6\n"));
     EXPECT_TRUE(companion.waitForLog(L"tool-data-unreadable file=\"" + large + L"\""));
     EXPECT_EQ(FindWindowW(L"ZemToolWindow", nullptr), nullptr);
 }

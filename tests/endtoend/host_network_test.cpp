@@ -1,7 +1,6 @@
 // The ports that a host with the add-in that ships has open, as the system tells them.
 #include "support/host_program.h"
-#include "support/line_receiver.h"
-#include "support/ports.h"
+#include "support/sockets.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The script language of the host's program, with the add-in that ships.
 #include "support/host_program.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Paths out of the files that others write, in the host's own process with the add-in that ships:
 // what they reach, and that nothing else is written or removed.
 #include "support/host_program.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

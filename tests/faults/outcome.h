@@ -1,7 +1,7 @@
 // What a scenario leaves behind: what the user saw, and what lies on disk.
 #pragma once
 
-#include "support/lines.h"
+#include "support/bytes.h"
 
 #include <map>
 #include <string>

@@ -4,7 +4,7 @@
 #include "faults/platform_calls.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 
 #include <ostream>
 #include <vector>

@@ -7,8 +7,8 @@
 #include "companion/network_thread.h"
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
-#include "support/command_file_writer.h"
-#include "support/watched_window.h"
+#include "support/companion_double.h"
+#include "support/windows.h"
 #include "outgoing/tool_export.h"
 
 #include <algorithm>

@@ -11,7 +11,7 @@
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
-#include "support/watched_window.h"
+#include "support/windows.h"
 
 #include <algorithm>
 #include <cstring>

@@ -8,13 +8,12 @@
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
 #include "platform/text.h"
-#include "support/command_file_writer.h"
-#include "support/handles.h"
+#include "support/companion_double.h"
+#include "support/counts.h"
 #include "support/host_fixture.h"
-#include "support/ports.h"
+#include "support/sockets.h"
 #include "support/system_calls.h"
-#include "support/threads.h"
-#include "support/watched_window.h"
+#include "support/windows.h"
 
 #include <winsock2.h>
 

@@ -2,7 +2,7 @@
 
 #include "control.h"
 #include "support/bytes.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 
 #include <bit>
 #include <gtest/gtest.h>

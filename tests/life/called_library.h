@@ -4,7 +4,7 @@
 
 #include "support/companion_double.h"
 #include "support/installation.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 #include "support/waiting.h"
 
 #include <string>

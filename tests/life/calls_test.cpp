@@ -2,11 +2,8 @@
 // a thousand of them mixed.
 #include "fuzz/random.h"
 #include "life/called_library.h"
-#include "support/graphics_objects.h"
-#include "support/handles.h"
+#include "support/counts.h"
 #include "support/life_table.h"
-#include "support/threads.h"
-#include "support/user_objects.h"
 
 #include <gtest/gtest.h>
 

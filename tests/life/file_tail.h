@@ -1,7 +1,7 @@
 // The lines that are added to a file while it is read.
 #pragma once
 
-#include "support/lines.h"
+#include "support/bytes.h"
 
 #include <string>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "support/life_table.h"
-#include "support/process_counts.h"
+#include "support/counts.h"
 
 #include <map>
 #include <string>

@@ -1,7 +1,7 @@
 // One step of a soak: what is done to a host, and what has to come of it.
 #pragma once
 
-#include "support/lines.h"
+#include "support/bytes.h"
 
 #include <cstdint>
 #include <map>

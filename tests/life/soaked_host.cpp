@@ -1,7 +1,7 @@
 #include "life/soaked_host.h"
 
 #include "endtoend/command_file_plan.h"
-#include "support/command_file_writer.h"
+#include "support/companion_double.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // The texts of traces and events that the steps of a soak leave behind.
 #pragma once
 
-#include "support/lines.h"
+#include "support/bytes.h"
 
 #include <cstdint>
 #include <initializer_list>

@@ -3,7 +3,7 @@
 #include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 #include "support/system_calls.h"
 
 #include <algorithm>

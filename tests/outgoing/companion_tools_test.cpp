@@ -2,7 +2,7 @@
 // of the Companion's program.
 #include "addin/exports.h"
 #include "support/companion_program.h"
-#include "support/shown_windows.h"
+#include "support/windows.h"
 #include "host/record_adapter.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"

@@ -3,9 +3,9 @@
 #include "addin/exports.h"
 #include "host/message_box.h"
 #include "support/add_in_state.h"
-#include "support/handles.h"
+#include "support/counts.h"
 #include "support/host_fixture.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 #include "support/system_calls.h"
 
 #include <io.h>

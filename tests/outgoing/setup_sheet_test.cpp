@@ -5,7 +5,7 @@
 #include "support/add_in_state.h"
 #include "platform/text.h"
 #include "support/host_fixture.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 
 using namespace torvapdm;
 using namespace testing_support;

@@ -3,7 +3,7 @@
 #include "host/record_adapter.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 #include "support/system_calls.h"
 #include "outgoing/plane_name.h"
 

@@ -2,7 +2,6 @@
 #include "packaging/machine_state.h"
 #include "packaging/shop.h"
 #include "support/bytes.h"
-#include "support/lines.h"
 #include "support/processes.h"
 #include "support/waiting.h"
 #include "zemlink/tool_run.h"

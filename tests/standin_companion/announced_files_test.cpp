@@ -5,7 +5,6 @@
 
 #include "support/bytes.h"
 #include "support/installation.h"
-#include "support/lines.h"
 #include "support/system_calls.h"
 
 #include <algorithm>

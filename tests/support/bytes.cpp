@@ -1,7 +1,9 @@
 #include "support/bytes.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <windows.h>
 
 namespace testing_support {
@@ -59,15 +61,30 @@ std::wstring fromUtf8(const std::string& text)
     return wide;
 }
 
-std::vector<std::wstring> linesOf(const std::wstring& text)
+Lines linesOf(const std::wstring& text)
 {
-    std::vector<std::wstring> lines;
+    Lines lines;
     for (size_t begin = 0; begin < text.size();) {
         const size_t end = std::min(text.find(L'\n', begin), text.size());
         lines.push_back(text.substr(begin, end - begin));
         begin = end + 1;
     }
     return lines;
+}
+
+size_t count(const Lines& lines, const std::wstring& text)
+{
+    return static_cast<size_t>(std::count_if(
+        lines.begin(), lines.end(),
+        [&](const std::wstring& line) { return line.find(text) != std::wstring::npos; }));
+}
+
+Lines linesThatStart(const Lines& lines, const std::wstring& text)
+{
+    Lines found;
+    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
+                 [&](const std::wstring& line) { return line.rfind(text, 0) == 0; });
+    return found;
 }
 
 } // namespace testing_support

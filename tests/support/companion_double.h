@@ -5,6 +5,7 @@
 #include "support/installation.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 #include <windows.h>
 
@@ -33,5 +34,12 @@ void recordCompanionStarts(const Installation& installation);
 
 // What it wrote, once it holds so many lines: how the window was to be shown, and the arguments.
 std::vector<std::wstring> companionStarts(const Installation& installation, size_t count);
+
+// Opens the existing command file with all three sharing rights and writes the request in one
+// piece. False when the file does not exist or the write fails.
+bool writeRequest(const std::wstring& commandFile, std::string_view request);
+
+// The bytes of an open request: mark, id, blank, path, line feed.
+std::string openRequest(int id, const std::string& path);
 
 } // namespace testing_support

@@ -5,7 +5,6 @@
 #include "control.h"
 #include "support/bytes.h"
 #include "support/installation.h"
-#include "support/lines.h"
 #include "support/waiting.h"
 
 #include <gtest/gtest.h>

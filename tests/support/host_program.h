@@ -3,7 +3,6 @@
 
 #include "support/bytes.h"
 #include "support/installation.h"
-#include "support/lines.h"
 #include "support/processes.h"
 #include "support/waiting.h"
 

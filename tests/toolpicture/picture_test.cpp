@@ -2,7 +2,7 @@
 
 #include "framework/framework.h"
 #include "support/bytes.h"
-#include "support/graphics_objects.h"
+#include "support/counts.h"
 #include "support/installation.h"
 #include "support/raster.h"
 #include "support/system_calls.h"

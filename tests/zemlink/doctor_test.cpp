@@ -1,7 +1,7 @@
 // What zemlink sees and finds wrong in installations, sound and broken.
 #include "support/companion_program.h"
 #include "support/host_program.h"
-#include "support/line_receiver.h"
+#include "support/sockets.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,8 @@
 // What zemlink shows of the notices that arrive on the port.
 #include "support/companion_program.h"
 #include "support/host_program.h"
-#include "support/line_client.h"
+#include "support/sockets.h"
 #include "support/companion_double.h"
-#include "support/line_receiver.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
@@ -26,12 +25,12 @@ TEST_F(ZemlinkListens, toEachKindOfNotice)
 {
     const ToolRun run(installation, L"listen --count 5");
     ASSERT_TRUE(run.waitForOutput(heading)) << run.errors();
-    EXPECT_TRUE(sendLine("TOOL-17\n"));
-    EXPECT_TRUE(sendLine("ZEMID=17|C:\\parts\\a.mcam\n"));
-    EXPECT_TRUE(sendLine("ZEMID=4294967295|C:\\parts\\\xC4.mcam\n"));
-    EXPECT_TRUE(sendLine("")); // no notice
-    EXPECT_TRUE(sendLine("MCAMXMLIMPORTDATAID=17;C:\\Temp\\sheet.xml\n"));
-    EXPECT_TRUE(sendLine("hello\r\n"));
+    EXPECT_TRUE(sendToCompanion("TOOL-17\n"));
+    EXPECT_TRUE(sendToCompanion("ZEMID=17|C:\\parts\\a.mcam\n"));
+    EXPECT_TRUE(sendToCompanion("ZEMID=4294967295|C:\\parts\\\xC4.mcam\n"));
+    EXPECT_TRUE(sendToCompanion("")); // no notice
+    EXPECT_TRUE(sendToCompanion("MCAMXMLIMPORTDATAID=17;C:\\Temp\\sheet.xml\n"));
+    EXPECT_TRUE(sendToCompanion("hello\r\n"));
     EXPECT_EQ(run.waitForExit(), 0u);
     EXPECT_EQ(run.output(), heading + "notice: tool data\nid: 17\n\n"
                                       "notice: commit\nid: 17\nfile: C:\\parts\\a.mcam\n\n"
@@ -44,7 +43,7 @@ TEST_F(ZemlinkListens, inJsonWithOneLineForEachNotice)
 {
     const ToolRun run(installation, L"listen --count 1 --json");
     ASSERT_TRUE(run.waitForOutput("{\"listening\":4559}\n")) << run.errors();
-    EXPECT_TRUE(sendLine("TOOL--5\n"));
+    EXPECT_TRUE(sendToCompanion("TOOL--5\n"));
     EXPECT_EQ(run.waitForExit(), 0u);
     EXPECT_EQ(run.output(), "{\"listening\":4559}\n{\"notice\":\"tool data\",\"id\":-5}\n");
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "support/installation.h"
-#include "support/lines.h"
+#include "support/bytes.h"
 
 #include <optional>
 #include <string>
