@@ -4,6 +4,7 @@
 #include "companion/identifiers.h"
 #include "control.h"
 #include "support/bytes.h"
+#include "incoming/incoming_state.h"
 
 #include <atomic>
 #include <cstdio>

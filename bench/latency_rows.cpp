@@ -15,6 +15,7 @@
 #include "support/bytes.h"
 #include "support/companion_double.h"
 #include "support/system_calls.h"
+#include "incoming/incoming_state.h"
 
 #include <atomic>
 #include <random>

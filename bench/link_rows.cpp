@@ -7,6 +7,7 @@
 #include "control.h"
 #include "support/bytes.h"
 #include "support/companion_double.h"
+#include "companion/installation.h"
 
 #include <cstdio>
 #include <cstring>
@@ -79,7 +80,7 @@ Rows commitRows()
     companion.showWindow();
     standin::setState("geo_filename", L"C:\\parts\\a.mcam");
     testing_support::AddInState::setZemId(42);
-    require(torvapdm::requestCommit(), "a commit is delivered");
+    require(torvapdm::commitDocument(), "a commit is delivered");
     const std::string record = testing_support::readBytes(requestFile()).value_or("");
     const std::string settings = testing_support::toUtf8(torvapdm::settingsFilePath());
     const auto bare = [&] {
@@ -94,7 +95,7 @@ Rows commitRows()
         sendBare("ZEMID=42|C:\\parts\\a.mcam\n");
     };
     const Pair pair = timeInPairs(
-        41, 10, [] { torvapdm::requestCommit(); }, bare);
+        41, 10, [] { torvapdm::commitDocument(); }, bare);
     return {ratioRow("commit (append and notice)", pair, 1.2)};
 }
 

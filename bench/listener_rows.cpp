@@ -5,11 +5,11 @@
 // other processes included, and in finer steps than a thread's times are counted in.
 #include "bench/rows.h"
 #include "bench/surroundings.h"
-#include "incoming/command_file.h"
 #include "incoming/listener.h"
 #include "support/add_in_state.h"
 #include "support/bytes.h"
 #include "support/system_calls.h"
+#include "companion/installation.h"
 
 #include <cstdio>
 #include <io.h>
@@ -70,7 +70,7 @@ void runBare(const std::wstring& path, const std::string& narrow, HANDLE file)
 Pair measure()
 {
     runOurs(); // creates the command file
-    const std::wstring path = torvapdm::commandFilePathNow();
+    const std::wstring path = torvapdm::commandFilePathOfThisProcess();
     const std::string narrow = testing_support::toUtf8(path);
     const HANDLE file = testing_support::AddInState::commandFile();
     Pair pair = timeInPairs(rounds, 1, runOurs, [&] { runBare(path, narrow, file); });

@@ -7,6 +7,8 @@
 #include "host/message_box.h"
 #include "support/counts.h"
 #include "support/waiting.h"
+#include "host/document.h"
+#include "incoming/incoming_state.h"
 
 #include <bit>
 

@@ -3,7 +3,6 @@
 #include "bench/surroundings.h"
 #include "host/record_adapter.h"
 #include "support/add_in_state.h"
-#include "outgoing/plane_name.h"
 #include "outgoing/tool_export.h"
 
 namespace bench {

@@ -6,6 +6,7 @@
 #include "bench/surroundings.h"
 #include "support/bytes.h"
 #include "toolpicture/picture.h"
+#include "companion/installation.h"
 
 #include <cstring>
 

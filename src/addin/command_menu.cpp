@@ -1,11 +1,12 @@
 #include "addin/command_menu.h"
 
-#include "companion/process.h"
 #include "companion/identifiers.h"
+#include "companion/process.h"
+#include "formats/command_lines.h"
+#include "host/document.h"
 #include "host/message_box.h"
-#include "shared_state.h"
-#include "platform/text.h"
 #include "outgoing/setup_sheet.h"
+#include "shared_state.h"
 
 #include <memory>
 
@@ -18,8 +19,7 @@ enum MenuCommand : UINT {
     openItem = 0xF0AD4F02,
     websiteItem = 0xF0AD4F03,
     aboutItem = 0xF0AD4F04,
-    // Deliberate: "Tools" and "Import NC-Files" are one command. One would expect the NC import
-    // behind the second; both hand over the setup sheet.
+    // Quirk Q14: "Tools" and "Import NC-Files" are one command.
     setupSheetItem = 0xF0AD4F05,
     firstRecentItem = 0xF0AD4F06,
 };
@@ -43,7 +43,7 @@ void appendRecentFiles(HMENU menu)
         return;
     appendSeparator(menu);
     UINT id = firstRecentItem;
-    for (const RecentFile& file : recentFiles)
+    for (const CompanionFile& file : recentFiles)
         appendItem(menu, id++, file.path);
 }
 
@@ -68,8 +68,8 @@ Menu createCommandMenu()
     return created;
 }
 
-// The chosen item's id, 0 when the menu was dismissed.
-UINT letUserChoose(HMENU menu)
+// The chosen item's id; 0 when the menu was dismissed.
+UINT showMenu(HMENU menu)
 {
     POINT mouse{};
     GetCursorPos(&mouse);
@@ -77,7 +77,7 @@ UINT letUserChoose(HMENU menu)
                                             getMainFrameWindow(), nullptr));
 }
 
-void carryOut(UINT chosen)
+void execute(UINT chosen)
 {
     switch (chosen) {
     case openItem:
@@ -92,7 +92,7 @@ void carryOut(UINT chosen)
     case setupSheetItem:
         sendSetupSheet();
         break;
-    default: // dismissed, or a recent file, which is shown and does nothing
+    default: // dismissed, or a recent file, which does nothing when chosen
         break;
     }
 }
@@ -102,17 +102,16 @@ void carryOut(UINT chosen)
 int runCommandMenu()
 {
     Menu menu = createCommandMenu();
-    const UINT chosen = letUserChoose(menu.get());
+    const UINT chosen = showMenu(menu.get());
     menu.reset();
-    carryOut(chosen);
+    execute(chosen);
     return 0;
 }
 
 void showAbout()
 {
     const auto window = reinterpret_cast<UINT_PTR>(getMainFrameWindow());
-    launchCompanion(L"--about --parentwindow " + std::to_wstring(static_cast<UINT32>(window)),
-                    false);
+    launchCompanion(formatAboutArguments(static_cast<std::uint32_t>(window)), false);
 }
 
 void openWebsite()

@@ -1,17 +1,17 @@
-// The add-in's popup menu and the commands behind it. UI thread.
+// The add-in's popup menu and its commands. UI thread.
 #pragma once
 
 namespace torvapdm {
 
-// Shows the menu at the mouse and carries out what is chosen; 0. Passes on the framework's
-// exceptions of the setup-sheet hand-over.
+// Shows the menu at the mouse position and executes the chosen command; always 0. Framework
+// exceptions that the host raises for the setup sheet pass.
 int runCommandMenu();
 
 // Starts the Companion's about box over the host's main window. Shows "TORVA ZEM is not installed."
-// when its program file is missing; a start that fails shows nothing.
+// when the program file is missing; a failed start shows nothing.
 void showAbout();
 
-// Opens the maker's web site. Shows nothing when the shell cannot.
+// Opens the vendor's web site. A failure shows nothing.
 void openWebsite();
 
 } // namespace torvapdm

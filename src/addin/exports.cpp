@@ -1,18 +1,16 @@
-// Thin shells: each calls one inner function and gives the neutral answer when an exception ends
-// it. m_main and m_load let out the one exception that is meant to pass; m_version, importNC and
-// renameNC call what cannot throw and have no edge.
+// Exception barriers: each entry point calls one inner function and gives its default result when
+// an exception ends that. m_version, importNC and renameNC call what cannot throw, and m_save what
+// has a barrier of its own.
 #include "addin/exports.h"
 
 #include "addin/command_menu.h"
-#include "addin/declared_version.h"
 #include "addin/host_events.h"
 #include "addin/lifecycle.h"
-#include "incoming/checkout_command.h"
-#include "outgoing/save.h"
-#include "host/host.h"
 #include "host/barriers.h"
-#include "outgoing/nc_commands.h"
+#include "host/host.h"
+#include "incoming/checkout_command.h"
 #include "outgoing/nc_queue.h"
+#include "outgoing/save.h"
 #include "outgoing/setup_sheet.h"
 #include "toolpicture/picture.h"
 
@@ -27,30 +25,29 @@ int m_version(int hostVersion)
 
 int m_open(int)
 {
-    return atEdge(0, openAddIn);
+    return barrier(0, openAddIn);
 }
 
 int m_close(int)
 {
-    return atEdge(0, closeAddIn);
+    return barrier(0, closeAddIn);
 }
 
 int m_notify(int eventCode)
 {
-    return atEdge(
+    return barrier(
         0, [&] { return reactToHostEvent(eventCode); });
 }
 
-// Deliberate: the framework's exceptions that the host raises in the setup sheet pass on to the
-// host. One would expect them to be caught as in m_tools; nothing else gets out.
+// Quirk Q15: the framework's exceptions from the setup sheet pass to the host.
 int m_main(int)
 {
-    return atEdgeLetting<CException*>(0, runCommandMenu);
+    return barrierExceptFor<CException*>(0, runCommandMenu);
 }
 
 int m_about(int)
 {
-    return atEdge(
+    return barrier(
         0,
         [] {
             showAbout();
@@ -60,7 +57,7 @@ int m_about(int)
 
 int m_tools(int)
 {
-    return atEdge(
+    return barrier(
         0,
         [] {
             sendSetupSheet();
@@ -68,16 +65,15 @@ int m_tools(int)
         });
 }
 
-// Deliberate: an answer whose first word has fewer than three characters throws, and nobody catches
-// it. One would expect "Failed to load file."; nothing else gets out.
+// Quirk Q18: the exception for an answer with a first word of fewer than three characters passes.
 int m_load(int)
 {
-    return atEdgeLetting<const std::out_of_range&>(0, requestCheckout);
+    return barrierExceptFor<const std::out_of_range&>(0, runCheckoutCommand);
 }
 
 int m_save(int)
 {
-    return saveFlow();
+    return saveToCompanion();
 }
 
 int importNC()
@@ -92,7 +88,7 @@ int renameNC()
 
 int TestFunction()
 {
-    return atEdge(
+    return barrier(
         1,
         [] {
             callHost([] { OMgetActiveMachineGroup(true); });
@@ -102,14 +98,14 @@ int TestFunction()
 
 int importNCqueue()
 {
-    return atEdge(0, importNcQueue);
+    return barrier(0, importNcQueue);
 }
 
 int DrawTool(std::uint32_t width, std::uint32_t height, std::uint32_t toolType, double diameter,
              double cornerRadius, double tipAngle, double fluteLength, double shoulderLength,
              double overallLength, double shankDiameter, std::int32_t imageId)
 {
-    return atEdge(
+    return barrier(
         0,
         [&] {
             drawTool({width, height, toolType, diameter, cornerRadius, tipAngle, fluteLength,

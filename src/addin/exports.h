@@ -1,9 +1,21 @@
-// The entry points that the host finds by name. The host calls all of them on its user-interface
-// thread; none reports failure, and no exception leaves them but where it is said. Exported
-// undecorated by exports.def.
+// The entry points that the host finds by name, exported undecorated by exports.def. The host calls
+// them on its user-interface thread. None reports a failure, and no exception passes but where
+// stated.
 #pragma once
 
 #include <cstdint>
+
+namespace torvapdm {
+
+// The interface version that the add-in declares to a host of this version: the host's own for 11xx
+// and 21xx, 2100 for any other.
+constexpr int declaredVersion(int hostVersion)
+{
+    const int release = hostVersion / 100;
+    return release == 11 || release == 21 ? hostVersion : 2100;
+}
+
+} // namespace torvapdm
 
 extern "C" {
 
@@ -12,13 +24,13 @@ int m_open(int unused);
 int m_close(int unused);
 int m_notify(int eventCode);
 
-// Throws a `CException*` that the host raised in the setup sheet; it belongs to whoever catches it.
+// Throws a `CException*` that the host raised for the setup sheet; the catcher deletes it.
 int m_main(int unused);
 
 int m_about(int unused);
 int m_tools(int unused);
 
-// Throws std::out_of_range for an answer whose first word has fewer than three characters.
+// Throws std::out_of_range for a check-out answer whose first word has fewer than three characters.
 int m_load(int unused);
 
 int m_save(int unused);
@@ -26,13 +38,13 @@ int importNCqueue();
 int importNC();
 int renameNC(); // gives 1
 
-// Draws the side view of a cutting tool into a picture of width x height pixels and saves it under
-// the installation folder as temp\toolimage-<image id>.bmp. Lengths are in the tool's own unit, the
-// angle in degrees. Gives 0, with a picture and without.
+// Draws the side view of a cutting tool in width x height pixels and saves it below the
+// installation folder as temp\toolimage-<image id>.bmp. Lengths are in the tool's unit, the angle
+// in degrees. Gives 0, whether or not a picture was saved.
 int DrawTool(std::uint32_t width, std::uint32_t height, std::uint32_t toolType, double diameter,
              double cornerRadius, double tipAngle, double fluteLength, double shoulderLength,
              double overallLength, double shankDiameter, std::int32_t imageId);
 
-int TestFunction(); // asks the host for its active machine group and gives 1
+int TestFunction(); // asks the host for its active machine group; gives 1
 
 } // extern "C"

@@ -1,10 +1,10 @@
 #include "addin/host_events.h"
 
-#include "host/document.h"
+#include "outgoing/nc_queue.h"
 #include "outgoing/save.h"
+#include "outgoing/save_through_host.h"
 #include "outgoing/screen_capture.h"
 #include "shared_state.h"
-#include "outgoing/nc_commands.h"
 
 namespace torvapdm {
 
@@ -40,7 +40,7 @@ void onEvent5()
     saveNotified = false;
     if (isZemIdSet()) {
         saveThroughHost();
-        saveFlow();
+        saveToCompanion();
     } else if (captureOnClosePending) {
         takeScreenCapture();
     }

@@ -1,14 +1,25 @@
-// Opening and closing the add-in. UI thread.
+// Start-up and shut-down of the add-in, and its application object. UI thread.
 #pragma once
+
+#include "framework/framework.h"
+
+// The add-in's only class; its one instance lives from the library's load to its unload.
+class CtorvapdmApp : public CWinApp {
+public:
+    CtorvapdmApp() = default;
+    BOOL InitInstance() override;
+
+    DECLARE_MESSAGE_MAP()
+};
 
 namespace torvapdm {
 
-// Starts everything: messages, message window, network thread, command file, listener, and the
-// property by which the Companion finds the host. A step that fails does not stop the next. Gives
-// 0.
+// Registers the messages, creates the message window, starts the network thread and the listener
+// with its command file, and sets the property by which the Companion finds the host. A failed step
+// does not stop the next one. Gives 0.
 int openAddIn();
 
-// Stops everything but the network thread. Gives 0.
+// Stops all of that but the network thread. Gives 0.
 int closeAddIn();
 
 } // namespace torvapdm

@@ -1,4 +1,4 @@
-// The names that the add-in and the Companion share: the namespace base, an address on the maker's
+// The names that the add-in and the Companion share: the namespace base, an address on the vendor's
 // web site, followed by a path.
 #pragma once
 
@@ -19,7 +19,7 @@ inline const std::wstring commitMessageName =
 inline const std::wstring getCheckedOutMessageName =
     TORVA_NAMESPACE_BASE L"/namespace/torvapdm/message/get-checked-out";
 
-// The message window's class, and the property (value 1) of a host window with this add-in.
+// The class of the message window, and the property (value 1) of a host's main window.
 inline const std::wstring hostInstanceName =
     TORVA_NAMESPACE_BASE L"/namespace/torvapdm/mastercam-instance";
 

@@ -1,6 +1,7 @@
 #include "companion/installation.h"
 
-#include "framework/framework.h"
+#include "formats/wire_constants.h"
+#include "platform/text.h"
 
 #include <cwchar>
 
@@ -12,13 +13,12 @@ constexpr wchar_t registryKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
 constexpr wchar_t registryValue[] = L"installation folder";
 constexpr wchar_t defaultFolder[] = L"C:\\TORVA\\ZEM";
 
-// Set before the registry is read, so that the look-up never repeats, whatever it found.
-bool lookedUp = false;
+// Set before the registry is read, so that the look-up is never repeated, whatever it found.
+bool isLookUpDone = false;
 
+// Quirk Q12: the key's handle stays open for the life of the process.
 HKEY openRegistryKey()
 {
-    // Deliberate: the key handle is never closed, one for each process. One would expect a
-    // RegCloseKey; the handle is left to the process's end.
     HKEY key = nullptr;
     const LSTATUS status = RegCreateKeyExW(HKEY_CURRENT_USER, registryKey, 0, nullptr, 0,
                                            KEY_READ | KEY_WOW64_32KEY, nullptr, &key, nullptr);
@@ -36,22 +36,33 @@ void readFromRegistry(std::wstring& folder)
         return;
     if (type != REG_SZ && type != REG_EXPAND_SZ)
         return;
-    // Every value is counted as if it ended in a zero; one of fewer than two bytes counts as empty.
-    const DWORD lengthWithZero = (byteSize + 1) / 2;
-    if (lengthWithZero <= 1)
+    // The size is taken to include a null terminator; fewer than two bytes count as an empty value.
+    const DWORD lengthWithTerminator = (byteSize + 1) / 2;
+    if (lengthWithTerminator <= 1)
         return;
-    // Deliberate: a failed second reading leaves the resized text, which is the default folder cut
-    // or followed by zeros. One would expect the default; nobody relies on either, and it is kept.
-    folder.resize(lengthWithZero - 1);
+    // Quirk Q13: when the second read fails, the folder stays the default, truncated or padded with
+    // NULs to the new length.
+    folder.resize(lengthWithTerminator - 1);
     const LSTATUS read = RegQueryValueExW(key, registryValue, nullptr, &type,
                                           reinterpret_cast<BYTE*>(folder.data()), &byteSize);
-    // A value stored without its zero has just overwritten the text's own.
+    // A value stored without its null terminator has just overwritten the string's own.
     folder.data()[folder.size()] = L'\0';
-    // A value stored with more than one zero ends at the first.
+    // A value stored with more than one null terminator ends at the first.
     if (read == ERROR_SUCCESS)
         folder.resize(std::wcslen(folder.c_str()));
     if (folder.empty())
         folder = defaultFolder;
+}
+
+std::wstring below(std::wstring folder, std::wstring_view relativePath)
+{
+    return folder.append(relativePath);
+}
+
+template <class Number>
+std::wstring numbered(std::wstring_view prefix, Number number, const wchar_t* extension)
+{
+    return below(getInstallationFolder(), prefix) + std::to_wstring(number) + extension;
 }
 
 } // namespace
@@ -59,12 +70,72 @@ void readFromRegistry(std::wstring& folder)
 std::wstring getInstallationFolder()
 {
     static std::wstring folder;
-    if (!lookedUp) {
-        folder = defaultFolder; // may run out of memory, and is tried again then
-        lookedUp = true;
+    if (!isLookUpDone) {
+        folder = defaultFolder; // if this runs out of memory, the next call tries again
+        isLookUpDone = true;
         readFromRegistry(folder);
     }
     return folder;
+}
+
+std::wstring settingsFilePath()
+{
+    return below(getInstallationFolder(), settingsFile);
+}
+
+std::wstring companionProgramPath()
+{
+    return below(getInstallationFolder(), companionProgram);
+}
+
+std::wstring screenPicturePath()
+{
+    return below(getInstallationFolder(), screenPictureFile);
+}
+
+std::wstring commandFilePathOfThisProcess()
+{
+    return numbered(commandFilePrefix, GetCurrentProcessId(), L".dat");
+}
+
+std::wstring commitFilePath(std::uint32_t companionProcessId)
+{
+    return numbered(commitFilePrefix, companionProcessId, L".dat");
+}
+
+std::wstring machineSettingsPath(std::int32_t requestId)
+{
+    return numbered(machineSettingsPrefix, requestId, L".txt");
+}
+
+std::wstring toolDataPath(std::int32_t requestId)
+{
+    return numbered(toolDataPrefix, requestId, L".txt");
+}
+
+std::wstring ncQueuePath(std::int32_t requestId)
+{
+    return numbered(ncQueuePrefix, requestId, L".txt");
+}
+
+std::wstring toolPicturePath(std::int32_t imageId)
+{
+    return numbered(toolPicturePrefix, imageId, L".bmp");
+}
+
+std::wstring toolAndHolderPicturePath(std::int32_t toolNumber)
+{
+    return numbered(toolAndHolderPrefix, toolNumber, L".bmp");
+}
+
+std::wstring ftpPath(const std::wstring& folder, const std::wstring& file)
+{
+    return below(folder, ftpFolder) + file.substr(file.rfind(L'\\') + 1);
+}
+
+std::string debugLogPath()
+{
+    return truncateToBytes(below(getInstallationFolder(), debugLogFile));
 }
 
 } // namespace torvapdm

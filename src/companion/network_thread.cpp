@@ -20,7 +20,7 @@ void greet(SOCKET connection, const sockaddr_in& peer)
     closesocket(connection);
 }
 
-[[noreturn]] void serveForEver(SOCKET listening)
+[[noreturn]] void serve(SOCKET listening)
 {
     for (;;) {
         sockaddr_in peer{};
@@ -31,8 +31,7 @@ void greet(SOCKET connection, const sockaddr_in& peer)
 
 } // namespace
 
-// The framework calls this on the network thread. The sockets library is started and never ended
-// here; nothing waits for the thread.
+// The sockets library stays started. Nothing waits for the thread.
 UINT __cdecl networkThread(LPVOID)
 {
     WSADATA data{};
@@ -45,13 +44,12 @@ UINT __cdecl networkThread(LPVOID)
     const SOCKET listening = socket(AF_INET, SOCK_STREAM, 0);
     if (listening == INVALID_SOCKET)
         return 0;
-    // Deliberate: the socket is not bound to the address above, so that listening fails and the
-    // service never starts. One would expect a bind here; it would open port 20248 of the machine
-    // to anybody.
+    // Quirk Q11: without a bind to the address above, listen fails and the thread ends. A bind
+    // would open port 20248 to the network.
     (void)address;
     if (listen(listening, backlog) != 0)
         return 0;
-    serveForEver(listening);
+    serve(listening);
 }
 
 } // namespace torvapdm

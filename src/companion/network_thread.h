@@ -1,11 +1,11 @@
-// The network thread that m_open starts: a greeting service on port 20248 that never serves.
+// The network thread: a greeting service on port 20248 that ends as soon as it starts.
 #pragma once
 
 #include "framework/framework.h"
 
 namespace torvapdm {
 
-// The thread's procedure; the parameter is not used. Ends at once with 0.
+// The thread function for AfxBeginThread; the parameter is unused. Gives 0.
 UINT __cdecl networkThread(LPVOID);
 
 } // namespace torvapdm

@@ -4,7 +4,6 @@
 #include "companion/installation.h"
 #include "host/message_box.h"
 #include "platform/files.h"
-#include "platform/text.h"
 
 #include <shellapi.h>
 
@@ -14,11 +13,6 @@ namespace {
 
 constexpr int windowSearches = 15;
 constexpr DWORD windowSearchPauseMs = 100;
-
-void report(const wchar_t* text)
-{
-    showMessage(translateText(0, text));
-}
 
 BOOL CALLBACK stopAtCompanionWindow(HWND window, LPARAM found)
 {
@@ -33,9 +27,7 @@ HWND waitForCompanionWindow()
     HWND window = findCompanionWindow();
     for (int tries = 0; !window && tries < windowSearches; ++tries) {
         window = findCompanionWindow();
-        // Deliberate: the pause follows a repeated search also when it found the window. One would
-        // expect the wait to end at once; a window that has just appeared gets 100 ms to finish.
-        Sleep(windowSearchPauseMs);
+        Sleep(windowSearchPauseMs); // Quirk Q37: also after the search that found the window.
     }
     return window;
 }
@@ -44,21 +36,18 @@ HWND waitForCompanionWindow()
 
 bool isCompanionRunning()
 {
-    const HANDLE semaphore =
-        OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, companionSemaphoreName.c_str());
-    if (!semaphore)
-        return GetLastError() == ERROR_ACCESS_DENIED;
-    CloseHandle(semaphore);
-    return true;
+    const OwnHandle semaphore(
+        OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, companionSemaphoreName.c_str()));
+    // Access denied: the semaphore exists and belongs to another user.
+    return semaphore || GetLastError() == ERROR_ACCESS_DENIED;
 }
 
 bool launchCompanion(const std::wstring& arguments, bool quiet)
 {
-    const std::wstring folder = getInstallationFolder();
-    const std::wstring program = folder + L"\\TORVA-ZEM.exe";
-    if (folder.empty() || !fileExists(program)) {
+    const std::wstring program = companionProgramPath();
+    if (getInstallationFolder().empty() || !fileExists(program)) {
         if (!quiet)
-            report(L"TORVA ZEM is not installed.");
+            showMessage(L"TORVA ZEM is not installed.");
         return false;
     }
     SHELLEXECUTEINFOW start{};
@@ -68,8 +57,7 @@ bool launchCompanion(const std::wstring& arguments, bool quiet)
     start.lpFile = program.c_str();
     start.lpParameters = arguments.c_str();
     start.nShow = arguments.empty() ? SW_SHOWNORMAL : SW_HIDE;
-    // Deliberate: the process handle is neither waited on nor closed, one for each start. One would
-    // expect a CloseHandle; the handle is left to the host's end.
+    // Quirk Q36: the process handle is never closed.
     return ShellExecuteExW(&start) && start.hProcess;
 }
 
@@ -77,7 +65,7 @@ bool ensureCompanionRunning()
 {
     if (isCompanionRunning() || launchCompanion(L"", true))
         return true;
-    report(L"Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed.");
+    showMessage(L"Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed.");
     return false;
 }
 
@@ -94,7 +82,7 @@ void openCompanion()
         return;
     const HWND window = waitForCompanionWindow();
     if (!window) {
-        report(L"Failed to open TORVA ZEM.");
+        showMessage(L"Failed to open TORVA ZEM.");
         return;
     }
     if (IsIconic(window))

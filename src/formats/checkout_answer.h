@@ -1,11 +1,11 @@
-// The Companion's answer to a check-out request. No platform header: this is a decision.
+// The check-out answer: the file in which the Companion answers a check-out command. No platform
+// header.
 //
-//   CAD1234 C:\Parts\bracket.mcam    kind "CAD", id 1234, the path
+//   CAD1234 C:\Parts\bracket.mcam    type prefix "CAD", id 1234, the path
 //   CHECKIN anything                 the open file has been checked in
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include "formats/companion_file.h"
 
 namespace torvapdm {
 
@@ -13,15 +13,20 @@ struct CheckoutAnswer {
     enum class Kind { unusable, checkIn, file };
 
     Kind kind = Kind::unusable;
-    std::int32_t id = 0; // 0: no file
-    std::wstring path;   // everything behind the first blank, later lines included
+    CompanionFile file; // id 0: no file; the path is all after the first space, later lines too
 };
 
-// Interprets the answer: its first word is looked for in the first line. Without a blank there it
-// is unusable. For a file, the first three letters of that word go into `typePrefix`, fewer when it
-// is shorter; otherwise `typePrefix` stays.
+// Parses the answer; without a space in its first line it is unusable. For a file, the first three
+// characters of the first word (fewer when it is shorter) go into `typePrefix`, which otherwise
+// stays as it is.
 //
-// Throws std::out_of_range for a first word of fewer than three characters.
-CheckoutAnswer interpretAnswer(const std::wstring& text, std::wstring& typePrefix);
+// Throws std::out_of_range, after it has set `typePrefix`, for a first word of fewer than three
+// characters.
+CheckoutAnswer parseCheckoutAnswer(const std::wstring& text, std::wstring& typePrefix);
+
+// The answer file's path in the temporary folder, which ends in a backslash, at a time in seconds
+// since the beginning of 1970, UTC: formatAnswerPath(L"C:\\Temp\\", 1) is
+// C:\Temp\\TORVA ZEM-25661.tmp. The number is 0 to 65535, without leading zeros.
+std::wstring formatAnswerPath(const std::wstring& folder, std::int64_t seconds);
 
 } // namespace torvapdm

@@ -22,7 +22,7 @@ bool isDigit(Character c)
     return c >= '0' && c <= '9';
 }
 
-// The number without its limits' cut, capped just outside them; nothing without digits.
+// The number, capped just outside the range of 32 bits; nothing without digits.
 template <class Character>
 std::optional<std::int64_t> leadingNumber(std::basic_string_view<Character> text)
 {
@@ -40,7 +40,7 @@ std::optional<std::int64_t> leadingNumber(std::basic_string_view<Character> text
 
 } // namespace
 
-std::optional<std::int32_t> decimalNumber(std::string_view text)
+std::optional<std::int32_t> parseDecimal(std::string_view text)
 {
     const auto number = leadingNumber(text);
     if (!number || *number < lowest || *number > highest)
@@ -48,7 +48,7 @@ std::optional<std::int32_t> decimalNumber(std::string_view text)
     return static_cast<std::int32_t>(*number);
 }
 
-std::int32_t decimalOrZero(std::wstring_view text)
+std::int32_t parseDecimalOrZero(std::wstring_view text)
 {
     return static_cast<std::int32_t>(std::clamp(leadingNumber(text).value_or(0), lowest, highest));
 }

@@ -11,11 +11,12 @@ MachineSettings parseMachineSettings(const std::wstring& line)
     MachineSettings settings;
     std::wstring_view rest = line;
     int field = 0;
-    for (size_t bar; (bar = rest.find(L'|')) != rest.npos; rest.remove_prefix(bar + 1), ++field)
+    for (size_t bar; (bar = rest.find(L'|')) != std::wstring_view::npos;
+         rest.remove_prefix(bar + 1), ++field)
         if (field == 1)
-            settings.ncPathNumber = decimalOrZero(rest.substr(0, bar));
+            settings.ncPathNumber = parseDecimalOrZero(rest.substr(0, bar));
         else if (field == 2)
-            settings.secondNumber = decimalOrZero(rest.substr(0, bar));
+            settings.secondNumber = parseDecimalOrZero(rest.substr(0, bar));
     settings.machinePath = rest.substr(0, rest.find(L'\n'));
     return settings;
 }

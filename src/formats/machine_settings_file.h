@@ -1,9 +1,9 @@
-// The one line of the machine-settings file. No platform header: this is a decision.
+// The machine-settings file, one line that the Companion writes for a request. No platform header.
 //
 //   17|3|0|C:\Machines\Mill 3-axis.mcam-mmd
 //
-// Fields end in "|". Field 1 is the NC-path number, field 2 the second settings number; what stands
-// behind the last "|", up to the first line feed, is the machine definition's path.
+// Each field ends in "|". Field 1 is the NC-path number, field 2 the second settings number; the
+// text after the last "|", up to the first line feed, is the machine definition's path.
 #pragma once
 
 #include <cstdint>

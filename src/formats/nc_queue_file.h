@@ -1,4 +1,6 @@
-// The texts of the NC import queue. No platform header: these are decisions.
+// The NC queue file: a line for each posted NC program of the open part. No platform header.
+//
+//   NCPATH|3|C:\NC\PART.NC|Mill
 #pragma once
 
 #include <cstdint>
@@ -6,17 +8,15 @@
 
 namespace torvapdm {
 
-// The bare program name of an NCI name: cut before its last dot, then only what follows the last
-// slash or backslash. programName(L"C:\\NC\\PART.nci") is "PART", programName(L"C:\\a.b\\PART")
-// "a".
-std::wstring programName(const std::wstring& nciName);
+// The program name in an NCI name, cut before the last dot and after the last slash or backslash:
+// programNameOf(L"C:\\NC\\PART.nci") is "PART", programNameOf(L"C:\\a.b\\PART") is "a".
+std::wstring programNameOf(const std::wstring& nciName);
 
-// What the queue holds for one NC file: queueEntry("C:\\NC\\", "P.NC", "Mill") is
-// "C:\NC\P.NC|Mill".
-std::string queueEntry(const std::string& folder, const std::string& file,
-                       const std::string& topGroup);
+// An entry: formatQueueEntry("C:\\NC\\", "P.NC", "Mill") is "C:\NC\P.NC|Mill".
+std::string formatQueueEntry(const std::string& folder, const std::string& file,
+                             const std::string& topGroup);
 
-// The queue file's line for an entry, with its line feed: queueLine(-1, "E") is "NCPATH|-1|E\n".
-std::string queueLine(std::int32_t ncPathNumber, const std::string& entry);
+// An entry's line with its line feed: formatQueueLine(-1, "E") is "NCPATH|-1|E\n".
+std::string formatQueueLine(std::int32_t ncPathNumber, const std::string& entry);
 
 } // namespace torvapdm

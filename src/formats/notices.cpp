@@ -2,15 +2,27 @@
 
 namespace torvapdm {
 
-// Deliberate: nothing stands between the two words. One would expect a separator; the Companion
-// looks for "MCAMXMLIMPORTDATAID=".
-std::wstring setupSheetLine(std::int32_t requestId, const std::wstring& file)
+std::string formatCommitNotice(std::uint32_t zemId, const std::string& file)
 {
-    const std::wstring pre = L"MCAMXMLIMPORT";
-    const std::wstring dataidpre = L"DATAID=";
-    const std::wstring aid = std::to_wstring(requestId);
-    const std::wstring dataidspc = L";";
-    return pre + dataidpre + aid + dataidspc + file;
+    return "ZEMID=" + std::to_string(zemId) + '|' + file;
+}
+
+std::string formatToolDataNotice(std::int32_t requestId)
+{
+    return "TOOL-" + std::to_string(requestId);
+}
+
+std::string formatNcQueueNotice(const std::string& queueFile)
+{
+    return "IMPORTNCQUEUE|" + queueFile;
+}
+
+// Quirk Q22: there is no separator between the first two words, and the notice carries one file.
+std::wstring formatSetupSheetNotice(std::int32_t requestId, const std::wstring& sheet)
+{
+    return L"MCAMXMLIMPORT"
+           L"DATAID=" +
+           std::to_wstring(requestId) + L';' + sheet;
 }
 
 } // namespace torvapdm

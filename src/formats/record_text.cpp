@@ -8,8 +8,8 @@ namespace torvapdm {
 
 namespace {
 
-// The value as an integer when it has no more than six digits and no fraction: the general format
-// writes it the same way then, but for a negative zero.
+// The value as an integer when the general format writes it like one: at most six digits, no
+// fraction, not a negative zero.
 std::optional<std::int32_t> shortInteger(double value)
 {
     if (!(value > -1e6 && value < 1e6))
@@ -31,7 +31,7 @@ void putValue(RecordText& record, std::int32_t value)
 
 void putValue(RecordText& record, double value)
 {
-    // Most of a record's values are, and an integer is written several times as fast.
+    // Most of a record's values are integers, and formatting those is several times as fast.
     if (const auto integer = shortInteger(value)) {
         putValue(record, *integer);
         return;
@@ -42,8 +42,7 @@ void putValue(RecordText& record, double value)
     put(record, {digits, end});
 }
 
-// Deliberate: the text's address, not its characters. One would expect the name; the Companion
-// takes these values for marks that differ from run to run.
+// Quirk Q59: the text's address, not its characters.
 void putValue(RecordText& record, const wchar_t* handle)
 {
     char digits[16];

@@ -1,8 +1,10 @@
-// The text of one tool data record while it is put together, within its bound. No platform header.
+// The text of one tool record while it is being formatted, in a buffer of fixed size. No platform
+// header.
 #pragma once
 
+#include "formats/wire_constants.h"
+
 #include <array>
-#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -10,16 +12,14 @@
 
 namespace torvapdm {
 
-// The longest record in characters, its line feed included: 2048 with a terminating zero.
-constexpr size_t longestToolRecord = 2047;
-
 struct RecordText {
     std::array<char, longestToolRecord> characters;
     size_t size = 0;
     bool isTooLong = false;
 };
 
-// Here, so that a key of known length is copied in a few moves: a record has more than fifty.
+// In the header so that the compiler copies a key of known length in a few moves; a record has more
+// than fifty keys.
 inline void put(RecordText& record, std::string_view text)
 {
     if (record.isTooLong || text.size() > record.characters.size() - record.size) {
@@ -31,10 +31,12 @@ inline void put(RecordText& record, std::string_view text)
 }
 
 void putValue(RecordText& record, std::int32_t value);
-// In printf's general format with 6 significant digits, whatever the process's locale is; "inf" and
-// "nan" for what is no number, with a sign before them.
+
+// printf's general format with 6 significant digits, independent of the locale; "inf" and "nan"
+// after their sign.
 void putValue(RecordText& record, double value);
-// The address of a text as 16 upper-case hexadecimal digits.
+
+// The text's address as 16 upper-case hexadecimal digits.
 void putValue(RecordText& record, const wchar_t* handle);
 
 // The key, then the value as putValue writes it.
@@ -45,11 +47,11 @@ void put(RecordText& record, std::string_view key, Value value)
     putValue(record, value);
 }
 
-// Each UTF-16 unit cut to its low byte, up to the first whose low byte is 0: that would end the
-// record's line for whoever writes or reads it as a text.
+// The low byte of each UTF-16 unit, up to the first low byte that is 0, which would terminate the
+// record for a C string function.
 void putLowBytes(RecordText& record, std::wstring_view text);
 
-// All that was put; nothing when it came to more than `longestToolRecord` characters.
+// The whole text; nothing when it exceeded `longestToolRecord` characters.
 std::optional<std::string> contentOf(const RecordText& record);
 
 } // namespace torvapdm

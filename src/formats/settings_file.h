@@ -1,4 +1,5 @@
-// How one line of the settings file answers a look-up. No platform header: this is a decision.
+// The lines of the Companion's settings file, each in the form identifier, "=", value. Each setting
+// is searched for by a rule of its own. No platform header.
 #pragma once
 
 #include <string>
@@ -6,9 +7,18 @@
 
 namespace torvapdm {
 
-// Applies one line, its line feed included, to `value`: a line that holds the identifier anywhere
-// and has a "=" replaces the value by what stands behind the first "=", less the line's last
-// character.
+// Applies one line, its line feed included, to the value of a setting: a line that holds the
+// identifier anywhere and has a "=" replaces the value by the text after the first "=", less the
+// line's last character.
 void applySettingLine(std::string_view line, std::string_view identifier, std::string& value);
+
+// True when the line switches on the hand-over of the setup sheet with every save.
+bool hasAlwaysSaveTools(std::string_view line);
+
+// The key of the NC-import switch.
+inline constexpr char ncImportKey[] = "MCXIMPORTNC";
+
+// Applies one line to the answer of the NC-import switch so far, "y" or "n".
+void applyNcImportLine(std::string_view line, std::string& answer);
 
 } // namespace torvapdm

@@ -1,12 +1,17 @@
-// Lists of 8-bit texts that are written in order and without repeats. No platform header.
+// The order of the lines in the tool data file and the NC queue file. No platform header.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 namespace torvapdm {
 
-// Sorts the texts ascending by their bytes, taken as unsigned, and keeps one of each.
-void sortAndDropRepeats(std::vector<std::string>& lines);
+// Sorts the texts ascending by their bytes, compared as unsigned, and removes duplicates.
+inline void sortAndRemoveDuplicates(std::vector<std::string>& lines)
+{
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+}
 
 } // namespace torvapdm

@@ -8,7 +8,7 @@ namespace {
 
 void putOwnTool(RecordText& text, const ToolRecordValues& values)
 {
-    const host::OwnToolValues& tool = values.ownTool;
+    const OwnToolValues& tool = values.ownTool;
     put(text, "|DIA=", tool.diameter);
     put(text, "|TNUM=", tool.number);
     put(text, "|TTYPE=", tool.type);
@@ -24,9 +24,9 @@ void putOwnTool(RecordText& text, const ToolRecordValues& values)
     put(text, "|OPFEED=", tool.feedRate);
 }
 
-// Deliberate: length offset, geometry file and feed rate again, from the full tool. One would
-// expect each once; the operation's copy and the tool list can differ, and the record tells both.
-void putFullTool(RecordText& text, const host::FullToolValues& tool, std::int32_t operationNumber)
+// Quirk Q60: length offset, geometry file and feed rate are written a second time, from the full
+// tool; the operation's copy can differ from it.
+void putFullTool(RecordText& text, const FullToolValues& tool, std::int32_t operationNumber)
 {
     put(text, "|LENGTHOFFSET=", tool.lengthOffset);
     put(text, "|LENGTH OVERALL=", tool.overallLength);
@@ -54,23 +54,21 @@ void putFullTool(RecordText& text, const host::FullToolValues& tool, std::int32_
     put(text, "|SPINDLEROT=", tool.spindleRotation);
 }
 
-// Deliberate: the comment goes in as it is. One would expect bars and line breaks to be escaped; a
-// comment that holds one breaks its record, and the Companion has to bear with it.
+// Quirk Q61: the comment is written unescaped; a bar or a line break in it breaks the record.
 void putComment(RecordText& text, std::wstring_view comment)
 {
     put(text, "|COMMENT=");
     putLowBytes(text, comment);
 }
 
-void putOrigin(RecordText& text, const char* x, const char* y, const char* z,
-               const host::Point& origin)
+void putOrigin(RecordText& text, const char* x, const char* y, const char* z, const Point& origin)
 {
     put(text, x, origin.x);
     put(text, y, origin.y);
     put(text, z, origin.z);
 }
 
-void putOperation(RecordText& text, const host::OperationValues& operation)
+void putOperation(RecordText& text, const OperationValues& operation)
 {
     put(text, "|PLANEWOFF=", operation.workOffset);
     put(text, "|OPERATIONCOMMENT="); // never has a value
@@ -86,7 +84,7 @@ void putOperation(RecordText& text, const host::OperationValues& operation)
 
 } // namespace
 
-std::optional<std::string> toolRecord(const ToolRecordValues& values)
+std::optional<std::string> formatToolRecord(const ToolRecordValues& values)
 {
     RecordText text;
     put(text, "TOOLDATA");

@@ -1,9 +1,8 @@
-// What the host's interface leaves unnamed, under names of our own: members that are known by their
-// position alone, the message pump. Fitting the add-in to another release of the host's development
-// kit means editing this file and `record_adapter.h`, which names the records' fields, and no
-// other.
+// Names of our own for the members of the host's interface that are known only by their position.
+// Adapting the add-in to another release of the host's development kit means editing this file and
+// `record_adapter.h`, which names the records' fields.
 //
-// Every function passes on the framework's exceptions that the host raises.
+// Every function passes the framework's exceptions that the host raises.
 #pragma once
 
 #include "host/host.h"

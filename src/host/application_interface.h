@@ -1,5 +1,5 @@
 // The host's application interface. Its members have no published names: they are known by their
-// position alone, so the names here are ours and only the adapter uses them.
+// position, so the names here are our own and only the adapter uses them.
 #pragma once
 
 #include "framework/framework.h"

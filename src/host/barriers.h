@@ -1,16 +1,45 @@
-// The thin shell at every edge where the system or the host calls the add-in.
+// Exception barriers: around the calls into the host, and for the functions that the host and
+// Windows call.
 #pragma once
 
-#include "host/host_exceptions.h"
+#include "framework/framework.h"
 
 #include <exception>
 
 namespace torvapdm {
 
-// Runs `body` and gives its result; gives `neutral` when an exception ended it. Nothing is shown:
-// the operation quietly did nothing more.
+// Ends a caught framework exception: fetches its message into a buffer of 255 characters, drops it
+// and deletes the exception.
+void discard(CException* exception);
+
+// Calls the host and gives the result of `call`, or `fallback` when the host raised the framework's
+// exception, which is discarded. Other exceptions pass.
+template <class Result, class Call>
+Result askHost(Result fallback, Call&& call)
+{
+    try {
+        return call();
+    } catch (CException* exception) {
+        discard(exception);
+        return fallback;
+    }
+}
+
+// The same for a call without a result; false when the host raised the framework's exception.
+template <class Call>
+bool callHost(Call&& call)
+{
+    return askHost(
+        false,
+        [&] {
+            call();
+            return true;
+        });
+}
+
+// Gives the result of `body`, or `defaultResult` when an exception ended it. Shows nothing.
 template <class Result, class Body>
-Result atEdge(Result neutral, Body&& body) noexcept
+Result barrier(Result defaultResult, Body&& body) noexcept
 {
     try {
         return body();
@@ -18,20 +47,20 @@ Result atEdge(Result neutral, Body&& body) noexcept
         discard(exception);
     } catch (...) {
     }
-    return neutral;
+    return defaultResult;
 }
 
-// The same, but an exception of this type passes on to the caller.
+// The same, but an exception of type `Escaping` passes to the caller.
 template <class Escaping, class Result, class Body>
-Result atEdgeLetting(Result neutral, Body&& body)
+Result barrierExceptFor(Result defaultResult, Body&& body)
 {
     std::exception_ptr escaped;
-    const Result result = atEdge(neutral, [&] {
+    const Result result = barrier(defaultResult, [&] {
         try {
             return body();
         } catch (Escaping) {
             escaped = std::current_exception();
-            return neutral;
+            return defaultResult;
         }
     });
     if (escaped)

@@ -1,49 +1,36 @@
 #include "host/document.h"
 
-#include "outgoing/ftp_redirection.h"
-#include "host/adapter.h"
-#include "host/host_application.h"
-#include "host/host_exceptions.h"
-#include "host/message_box.h"
-#include "shared_state.h"
+#include "host/barriers.h"
+#include "host/host.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace torvapdm {
 
-namespace {
-
-// Deliberate: the base folder is always empty, and an empty text is always found, so that the name
-// is never redirected. One would expect the installation folder here; the document is saved under
-// its own name.
-std::wstring redirected(const std::wstring& name)
+HWND getMainFrameWindow()
 {
-    const std::wstring baseFolder;
-    if (name.find(baseFolder) != std::wstring::npos || !isFtpServerUsed())
-        return name;
-    return redirectedTo(baseFolder, name);
+    static HWND cached = nullptr;
+    if (!cached)
+        cached = barrier<HWND>(nullptr, [] {
+            CWnd* const frame = get_MainFrame();
+            return frame ? frame->GetSafeHwnd() : nullptr;
+        });
+    return cached;
 }
 
-bool saveAs(const std::wstring& name, CMastercamInterface* application)
+CMastercamInterface* findHostApplication()
 {
-    CWnd* parent = nullptr;
-    bool saved = false;
-    if (application)
-        callHost([&] { parent = host::parentWindow(*application); });
-    callHost([&] { saved = CFile_DoFileSave(name.c_str(), parent, false, true); });
-    return saved;
+    return askHost<CMastercamInterface*>(
+        nullptr, [] { return GetMastercamApp(); });
 }
 
-void refreshHost(CMastercamInterface* application)
+bool isHostReady()
 {
-    if (!application)
-        return;
-    callHost([&] { host::refreshDocumentView(*application); });
-    callHost([&] { host::refreshApplication(*application); });
+    if (!IsWindowEnabled(getMainFrameWindow()))
+        return false;
+    return !askHost(true, [] { return BackplotActive(); });
 }
-
-} // namespace
 
 std::wstring hostFileName()
 {
@@ -53,29 +40,8 @@ std::wstring hostFileName()
 
 bool hasDocumentChanged()
 {
-    bool changed = false;
-    callHost([&] { changed = has_db_changed(); });
-    return changed;
-}
-
-bool saveThroughHost()
-{
-    event37Seen = false;
-    const std::wstring name = redirected(hostFileName());
-    CMastercamInterface* const application = hostApplication();
-    const bool saved = saveAs(name, application);
-    if (!saved)
-        OutputDebugStringW((std::wstring(50, L'-') + L" !status\n").c_str());
-    refreshHost(application);
-    return saved;
-}
-
-std::wstring saveUnderCurrentName()
-{
-    const std::wstring name = hostFileName();
-    int saved = 0;
-    callHost([&] { saved = SaveFile(name.c_str(), nullptr, false); });
-    return saved == 1 ? name : std::wstring();
+    return askHost(
+        false, [] { return has_db_changed(); });
 }
 
 } // namespace torvapdm

@@ -1,23 +1,29 @@
-// The host's open document: its name, whether it changed, and saving it through the host. UI
-// thread.
+// The host's application and its open document: main window, whether the host is ready, the
+// document's name and whether it has changed. UI thread.
 #pragma once
+
+#include "framework/framework.h"
 
 #include <string>
 
+class CMastercamInterface;
+
 namespace torvapdm {
+
+// The host's main window, cached once there is one; null until then.
+HWND getMainFrameWindow();
+
+// The host's application interface, owned by the host; null when it has none or raises.
+CMastercamInterface* findHostApplication();
+
+// True when the host can open a file: its main window is enabled (no modal dialog is open) and no
+// backplot runs. A host that raises is not ready.
+bool isHostReady();
 
 // The document's name as the host holds it, at most 260 characters.
 std::wstring hostFileName();
 
-// True when the document holds changes that are not saved; false also when the host cannot tell.
+// Whether the document has unsaved changes; false also when the host raises.
 bool hasDocumentChanged();
-
-// Has the host save the document under its name; true when it was saved. A failure leaves a line in
-// the debugger's output. Clears the event-37 flag.
-bool saveThroughHost();
-
-// Has the host save the document under its current name and gives that name; empty when it was not
-// saved. Nothing calls it.
-std::wstring saveUnderCurrentName();
 
 } // namespace torvapdm

@@ -1,6 +1,6 @@
 // The host's programming interface, all of it. A build against the host's own development kit
 // defines HOST_DEVELOPMENT_KIT as the kit's umbrella header; elsewhere the declarations of this
-// folder stand in.
+// folder take its place.
 #pragma once
 
 #ifdef HOST_DEVELOPMENT_KIT

@@ -16,8 +16,8 @@ MASTERCAM_API CMastercamInterface* GetApp();
 // The main window, owned by the host; null while the host has none.
 MASTERCAM_API CFrameWnd* get_MainFrame();
 
-// Opens a file as the host's document; true when it stands open. `escaped` tells whether the user
-// broke off; `mergeOptions` may be null.
+// Opens a file as the host's document; true on success. `escaped` is set when the user
+// cancelled; `mergeOptions` may be null.
 MASTERCAM_API bool DoFileOpen(const wchar_t* path, bool merge, bool browse, short mode, bool prompt,
                               bool* escaped, FileMergeOptions* mergeOptions);
 

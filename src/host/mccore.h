@@ -11,7 +11,7 @@
 // The document's name, zero-terminated unless it fills all 260 characters.
 extern MCCORE_API wchar_t geo_filename[260];
 
-// The document's database: marks it as unchanged; tells whether it has changed. The first may be
+// The document's database: mark it as unchanged; whether it has changed. The first may be
 // called from any thread.
 MCCORE_API void set_db_unchanged();
 MCCORE_API bool has_db_changed();

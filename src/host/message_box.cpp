@@ -1,25 +1,18 @@
 #include "host/message_box.h"
 
-#include "host/host.h"
-#include "host/barriers.h"
+#include "host/document.h"
 
 namespace torvapdm {
 
-HWND getMainFrameWindow()
+std::wstring translateText(int, const std::wstring& text)
 {
-    static HWND cached = nullptr;
-    if (cached)
-        return cached;
-    return cached = atEdge<HWND>(nullptr, [] {
-               CWnd* const frame = get_MainFrame();
-               return frame ? frame->GetSafeHwnd() : nullptr;
-           });
+    return text;
 }
 
 void showMessage(const std::wstring& caption, const std::wstring& text)
 {
     const std::wstring shown = caption.empty() ? productName : caption;
-    MessageBoxW(getMainFrameWindow(), text.c_str(), shown.c_str(), MB_OK);
+    MessageBoxW(getMainFrameWindow(), translateText(0, text).c_str(), shown.c_str(), MB_OK);
 }
 
 void showMessage(const std::wstring& text)

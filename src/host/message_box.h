@@ -1,7 +1,5 @@
-// The host's main window, and the message boxes shown over it.
+// Message boxes over the host's main window.
 #pragma once
-
-#include "framework/framework.h"
 
 #include <string>
 
@@ -10,12 +8,12 @@ namespace torvapdm {
 // The product's name, the caption of every message box of the add-in.
 inline constexpr wchar_t productName[] = L"TORVA ZEM";
 
-// The host's main window, asked for until there is one and then kept; null while there is none. UI
-// thread.
-HWND getMainFrameWindow();
+// The text as the user sees it. Gives it unchanged and ignores the number: every text shown passes
+// through here, the one place for a later translation.
+std::wstring translateText(int number, const std::wstring& text);
 
-// Shows the text with an OK button and waits for it. An empty caption means the product's name. UI
-// thread.
+// Shows the translated text with an OK button and waits for it. An empty caption means the
+// product's name. UI thread.
 void showMessage(const std::wstring& caption, const std::wstring& text);
 void showMessage(const std::wstring& text);
 

@@ -1,9 +1,9 @@
-// The host's records as the add-in reads them: the one place that names their fields. Fitting the
+// The host's records as the add-in reads them: the only place that names their fields. Adapting the
 // add-in to another release of the host's development kit means editing this file and `adapter.h`.
 #pragma once
 
 #include "host/host.h"
-#include "formats/operation_values.h"
+#include "formats/tool_record.h"
 
 #include <cstddef>
 #include <cstring>
@@ -11,7 +11,7 @@
 
 namespace host {
 
-// The text of a field: up to its zero, or all of the field when it holds none.
+// The text of a field up to its null terminator, or the whole field when it has none.
 template <size_t capacity>
 std::wstring_view textOf(const wchar_t (&field)[capacity])
 {
@@ -31,7 +31,7 @@ inline operation_node* nextOf(const operation_node& node)
     return node.next;
 }
 
-// How many operations the chain from this node on holds; 0 without one.
+// The number of operations in the chain.
 inline size_t lengthOf(const operation_node* chain)
 {
     size_t length = 0;
@@ -52,8 +52,8 @@ inline std::wstring nciNameOf(const operation& op)
     return std::wstring(textOf(op.nciName));
 }
 
-// The plane's id by selector: 0 the construction plane, 1 the tool plane, 3 a third one; any other
-// selector gives -1, which is no plane.
+// The plane's id by selector: 0 the construction plane, 1 the tool plane, 3 a third plane; any
+// other selector gives -1, the id of no plane.
 inline int planeIdOf(const operation& op, int selector)
 {
     switch (selector) {
@@ -68,12 +68,12 @@ inline int planeIdOf(const operation& op, int selector)
     }
 }
 
-inline Point pointOf(const point3& point)
+inline torvapdm::Point pointOf(const point3& point)
 {
     return {point.x, point.y, point.z};
 }
 
-inline OperationValues valuesOf(const operation& op)
+inline torvapdm::OperationValues valuesOf(const operation& op)
 {
     return {.ncName = op.ncName,
             .id = op.operationId,
@@ -90,7 +90,7 @@ inline OperationValues valuesOf(const operation& op)
 
 // ---- Tools -------------------------------------------------------------------------------------
 
-inline OwnToolValues ownToolOf(const operation& op)
+inline torvapdm::OwnToolValues ownToolOf(const operation& op)
 {
     const tp_tool_lead& tool = op.tool;
     return {.diameter = tool.diameter,
@@ -107,8 +107,8 @@ inline OwnToolValues ownToolOf(const operation& op)
             .comment = textOf(tool.comment)};
 }
 
-// A full tool record that holds the operation's tool number and its copy of the tool, and is empty
-// behind it: what the tool manager fills.
+// The full tool record that the tool manager is to fill: the operation's copy of the tool, which
+// holds the tool number, followed by zero bytes.
 inline tp_tool fullToolFor(const operation& op)
 {
     tp_tool tool{};
@@ -117,7 +117,7 @@ inline tp_tool fullToolFor(const operation& op)
     return tool;
 }
 
-inline FullToolValues valuesOf(const tp_tool& tool)
+inline torvapdm::FullToolValues valuesOf(const tp_tool& tool)
 {
     return {.lengthOffset = tool.lead.lengthOffsetNumber,
             .overallLength = tool.overallLength,

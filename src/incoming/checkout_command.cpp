@@ -1,68 +1,112 @@
 #include "incoming/checkout_command.h"
 
-#include "formats/checkout_answer.h"
-#include "incoming/exchange_file.h"
-#include "incoming/load.h"
-#include "host/host.h"
 #include "companion/process.h"
-#include "host/host_exceptions.h"
+#include "formats/checkout_answer.h"
+#include "formats/command_lines.h"
+#include "host/barriers.h"
+#include "host/host.h"
 #include "host/message_box.h"
+#include "incoming/incoming_state.h"
+#include "incoming/load.h"
+#include "incoming/message_window.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
-#include "platform/text.h"
-#include "incoming/window_posts.h"
+#include "platform/files.h"
 
 #include <cstdio>
+#include <ctime>
 
 namespace torvapdm {
 
 namespace {
 
-void forgetCheckedInFile()
+constexpr int nameAttempts = 1024;
+
+// The folder with its trailing backslash; empty on failure.
+std::wstring temporaryFolder()
+{
+    std::wstring folder;
+    DWORD length = GetTempPathW(0, nullptr);
+    while (length > folder.size()) {
+        folder.resize(length);
+        length = GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
+    }
+    folder.resize(length);
+    return folder;
+}
+
+void closeCheckedInFile()
 {
     currentRequestId = 0;
     currentZemId = 0;
     fileTypePrefix.clear();
-    // Deliberate: every C stream of the process goes. One would expect the file's own alone;
-    // none of the part's streams is left open.
-    _fcloseall();
+    _fcloseall(); // Quirk Q19: every C stream of the process.
     callHost([] { m_fclose(nullptr, 0, nullptr); });
-    wakeMessageWindow();
+    postWakeUpMessage();
 }
 
 } // namespace
 
-CheckoutCommand parseAnswer(const std::wstring& text)
+std::wstring makeExchangeFileName()
 {
-    const CheckoutAnswer answer = interpretAnswer(text, fileTypePrefix);
-    if (answer.kind == CheckoutAnswer::Kind::checkIn)
-        forgetCheckedInFile();
-    return {answer.id, answer.path};
+    const std::wstring folder = temporaryFolder();
+    for (int attempt = 0; attempt < nameAttempts; ++attempt) {
+        std::wstring path = formatAnswerPath(folder, _time64(nullptr));
+        if (!fileExists(path))
+            return path;
+    }
+    return {};
 }
 
-// Deliberate: the message stands here twice. One would expect one test; each is kept with its own.
+// Quirk Q17: CREATE_ALWAYS empties the file, the test looks at the listener's handle, bytes are
+// counted as characters, and the file stays open. The Companion answers through the command file.
+std::wstring readAnswer(const std::wstring& path)
+{
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (commandFile == INVALID_HANDLE_VALUE)
+        return {};
+    LARGE_INTEGER size{};
+    GetFileSizeEx(file, &size);
+    if (size.QuadPart > longestAnswer)
+        return {};
+    std::wstring text(static_cast<size_t>(size.QuadPart), L'\0');
+    DWORD read = 0;
+    ReadFile(file, text.data(), static_cast<DWORD>(size.QuadPart), &read, nullptr);
+    text.resize(read);
+    return text;
+}
+
+CheckoutCommand parseAnswer(const std::wstring& text)
+{
+    const CheckoutAnswer answer = parseCheckoutAnswer(text, fileTypePrefix);
+    if (answer.kind == CheckoutAnswer::Kind::checkIn)
+        closeCheckedInFile();
+    return answer.file;
+}
+
+// Quirk Q20: two tests with the same message.
 void loadAnsweredFile(const CheckoutCommand& command)
 {
     if (command.id == 0 || command.path.empty()) {
-        showMessage(translateText(0, L"Failed to load file."));
+        showMessage(L"Failed to load file.");
         return;
     }
     if (!loadFile(command.path)) {
-        showMessage(translateText(0, L"Failed to load file."));
+        showMessage(L"Failed to load file.");
         return;
     }
     currentFilePath.assign(command.path);
     currentZemId = static_cast<std::uint32_t>(command.id);
 }
 
-int requestCheckout()
+int runCheckoutCommand()
 {
     clearOpenRequest();
     if (!ensureCompanionRunning())
         return 0;
-    const std::wstring exchangeFile = makeExchangeFileName();
-    launchCompanion(L"--checkout \"" + exchangeFile + L"\"", false);
-    const std::wstring answer = readAnswer(exchangeFile);
+    const std::wstring answerFile = makeExchangeFileName();
+    launchCompanion(formatCheckoutArguments(answerFile), false);
+    const std::wstring answer = readAnswer(answerFile);
     if (!answer.empty())
         loadAnsweredFile(parseAnswer(answer));
     return 0;

@@ -1,32 +1,34 @@
-// The check-out request: asks the Companion for a file and loads what it answers. UI thread.
+// The check-out command: asks the Companion for a file and loads what it answers. UI thread.
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include "formats/companion_file.h"
 
 namespace torvapdm {
 
-// The interpreted answer; id 0 or an empty path means no file.
-struct CheckoutCommand {
-    std::int32_t id = 0;
-    std::wstring path;
-};
+// A parsed check-out answer; id 0 or an empty path means no file.
+using CheckoutCommand = CompanionFile;
 
-// Runs the request; always 0. Shows a message when the Companion cannot be started or its answer
+// Runs the command; always 0. Shows a message when the Companion cannot be started or its answer
 // cannot be loaded.
 //
 // Throws std::out_of_range for an answer whose first word has fewer than three characters.
-int requestCheckout();
+int runCheckoutCommand();
 
-// Loads the file that was answered and makes it the current one of the Companion. Shows a message
-// when there is none or it cannot be loaded.
-void loadAnsweredFile(const CheckoutCommand& command);
+// The path for a new answer file; empty when the path of this second is taken.
+std::wstring makeExchangeFileName();
 
-// Interprets an answer and takes its kind into `fileTypePrefix`. A check-in also forgets the
-// current file, closes the process's C streams and the host's document, and wakes the message
-// window.
+// Reads the answer file. Always an empty text: opening the file empties it. The file stays open and
+// is deleted when the host's process ends.
+std::wstring readAnswer(const std::wstring& path);
+
+// Parses an answer and sets `fileTypePrefix`. A check-in answer also clears the Companion's current
+// file, closes the process's C streams and the document, and wakes the message window.
 //
 // Throws std::out_of_range for a first word of fewer than three characters.
 CheckoutCommand parseAnswer(const std::wstring& text);
+
+// Loads the answered file and makes it the Companion's current file. Shows a message when there is
+// none or it cannot be loaded.
+void loadAnsweredFile(const CheckoutCommand& command);
 
 } // namespace torvapdm

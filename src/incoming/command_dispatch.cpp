@@ -1,11 +1,11 @@
 #include "incoming/command_dispatch.h"
 
-#include "host/host.h"
 #include "formats/command_file.h"
-#include "host/host_exceptions.h"
+#include "host/barriers.h"
+#include "host/host.h"
+#include "incoming/message_window.h"
 #include "incoming/pending_request.h"
 #include "shared_state.h"
-#include "incoming/window_posts.h"
 
 namespace torvapdm {
 
@@ -13,40 +13,38 @@ namespace {
 
 void startNewFile()
 {
-    callHost([] { set_db_unchanged(); }); // so that the host does not ask to save what is open
+    callHost([] { set_db_unchanged(); }); // so that the host does not ask to save the document
     callHost([] { post_FT_command(CString(L"Mastercam"), CString(L"OnFileNew")); });
 }
 
 void checkIn()
 {
     currentRequestId = 0;
-    // Deliberate: 0, not `noZemId`. One would expect "none"; flows that ask whether a file of the
-    // Companion is known rely on seeing one after a check-in.
-    currentZemId = 0;
+    currentZemId = 0; // Quirk Q4: 0, which counts as known, and not `noZemId`.
     currentFilePath.clear();
     callHost([] { m_fclose(nullptr, 0, nullptr); });
-    wakeMessageWindow();
+    postWakeUpMessage();
     startNewFile();
 }
 
 } // namespace
 
-void carryOutCommandText(const std::string& text)
+void dispatchCommand(const std::string& text)
 {
-    const CommandRequest request = interpretCommandText(text);
-    switch (request.kind) {
-    case CommandRequest::Kind::checkIn:
+    const Command command = parseCommand(text);
+    switch (command.kind) {
+    case Command::Kind::checkIn:
         checkIn();
         break;
-    case CommandRequest::Kind::newFile:
-        currentRequestId = request.id;
+    case Command::Kind::newFile:
+        currentRequestId = command.file.id;
         startNewFile();
         break;
-    case CommandRequest::Kind::open:
-        currentRequestId = request.id;
-        parkOpenRequest(request.id, request.path);
+    case Command::Kind::open:
+        currentRequestId = command.file.id;
+        parkOpenRequest(command.file);
         break;
-    case CommandRequest::Kind::malformed:
+    case Command::Kind::malformed:
         break;
     }
 }

@@ -16,9 +16,8 @@ std::wstring upperCased(std::wstring text)
 
 } // namespace
 
-// Deliberate: the last dot of the whole path counts. One would expect only the file name's; without
-// a dot there, "C:\a.b\part" becomes "C:\a.mcam".
-std::wstring mcamName(const std::wstring& path)
+// Quirk Q41: the last dot of the whole path counts, so "C:\a.b\part" becomes "C:\a.mcam".
+std::wstring mcamNameOf(const std::wstring& path)
 {
     return path.substr(0, path.rfind(L'.')) + L".mcam";
 }

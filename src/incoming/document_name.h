@@ -1,15 +1,14 @@
-// Names of the host's document and its window title. No platform header: these are decisions.
+// The document's name and the window title that a load gives the host. No platform header.
 #pragma once
 
 #include <string>
 
 namespace torvapdm {
 
-// The path cut before its last "." (of the whole path, folders included) with ".mcam" behind it.
-std::wstring mcamName(const std::wstring& path);
+// The path, cut before its last ".", with ".mcam" appended.
+std::wstring mcamNameOf(const std::wstring& path);
 
-// The title cut at its last pair of blanks, then two blanks and the name, its letters a to z turned
-// into A to Z.
+// The title cut at its last pair of spaces, two spaces, and the name with a to z in upper case.
 std::wstring titleForDocument(const std::wstring& title, const std::wstring& name);
 
 } // namespace torvapdm

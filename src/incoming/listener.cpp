@@ -1,13 +1,13 @@
 #include "incoming/listener.h"
 
-#include "incoming/command_file.h"
-#include "incoming/command_dispatch.h"
-#include "platform/compiler.h"
+#include "companion/installation.h"
 #include "host/barriers.h"
+#include "incoming/command_dispatch.h"
+#include "incoming/incoming_state.h"
+#include "incoming/message_window.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
+#include "platform/compiler.h"
 #include "platform/text.h"
-#include "incoming/window_posts.h"
 
 #include <io.h>
 
@@ -18,83 +18,118 @@ namespace {
 constexpr DWORD pollingPeriodMs = 100;
 constexpr DWORD stopWaitMs = 1000;
 
-// A file that was moved away under the add-in's handle goes with it.
-void letGoOfCommandFile()
+// ---- The command file --------------------------------------------------------------------------
+
+std::wstring currentCommandFilePath()
+{
+    std::wstring path = commandFilePathOfThisProcess();
+    commandFilePath.assign(path);
+    return path;
+}
+
+HANDLE createCommandFileOrNull(const std::wstring& path)
+{
+    const HANDLE file = createCommandFile(path);
+    return file == INVALID_HANDLE_VALUE ? nullptr : file;
+}
+
+// Closing our handle deletes the file even if it has been renamed.
+void closeCommandFile()
 {
     const HANDLE file = commandFile.exchange(nullptr);
     if (file && file != INVALID_HANDLE_VALUE)
         CloseHandle(file);
 }
 
-void makeSureCommandFileExists()
+void ensureCommandFileExists()
 {
-    const std::wstring path = commandFilePathNow();
-    commandFilePath.assign(path);
-    // Deliberate: an invalid handle is stored here as it is, not as null. One would expect the same
-    // test as elsewhere; the next cycle finds no file and tries again.
-    if (_waccess(path.c_str(), 0) != 0) {
-        letGoOfCommandFile();
-        commandFile = createCommandFile(path);
-    }
+    const std::wstring path = currentCommandFilePath();
+    if (_waccess(path.c_str(), 0) == 0)
+        return;
+    closeCommandFile();
+    commandFile = createCommandFile(path); // Quirk Q6: INVALID_HANDLE_VALUE is stored as it is.
 }
 
-void waitOnePeriod()
-{
-    // Deliberate: a file that can be opened without sharing its deletion doubles the wait. One
-    // would expect one fixed period. While the add-in holds its file such an open fails, so that
-    // only a file of somebody else's making is polled more slowly.
-    if (opensDenyingNone(truncateToBytes(commandFilePath.text()).c_str()))
-        Sleep(pollingPeriodMs);
-    Sleep(pollingPeriodMs);
-}
-
-// Takes the whole request out and leaves the file new and empty.
-std::string takeText(LONGLONG size)
+// Reads the command and creates the file again, empty.
+std::string takeCommand(LONGLONG size)
 {
     std::string text = readCommandFile(commandFile, size);
-    const std::wstring path = commandFilePathNow();
-    commandFilePath.assign(path);
-    // Nothing is kept of the closed handle: its number may be another's before the file is there.
+    const std::wstring path = currentCommandFilePath();
+    // The value is cleared first: the handle's number can be reused before the new file exists.
     CloseHandle(commandFile.exchange(nullptr));
     commandFile = createCommandFileOrNull(path);
     return text;
 }
 
-void repostPendingRequest()
+// ---- The cycle ---------------------------------------------------------------------------------
+
+// Polls, since the Companion signals nothing when it has written a command.
+//
+// Quirk Q5: a file that can be opened without sharing its deletion is polled half as often. While
+// the add-in has its file open that probe fails.
+void waitOnePeriod()
 {
-    if (isRequestPending())
-        postOpenMessage();
+    if (opensDenyingNone(truncateToBytes(commandFilePath.text()).c_str()))
+        Sleep(pollingPeriodMs);
+    Sleep(pollingPeriodMs);
 }
 
-// One look at the command file; false when the listener is to end.
+// False when the listener is to end.
 bool serveCommandFile()
 {
     const LONGLONG size = commandFileSize(commandFile);
-    // Deliberate: a file that no request can be ends the listener for good and stays as it is. One
-    // would expect it to be dropped; the Companion relies on finding it untouched.
-    if (size < 0 || size > longestRequest)
-        return false;
-    if (size == 0)
-        repostPendingRequest();
-    else
-        carryOutCommandText(takeText(size));
+    if (size < 0 || size > longestCommand)
+        return false; // Quirk Q7: for good, and the file stays as it is.
+    if (size > 0)
+        dispatchCommand(takeCommand(size));
+    else if (isRequestPending())
+        postOpenMessage(); // in case the host was not ready at the last post
     return true;
 }
 
-// One cycle; false when the listener is to end.
+// False when the listener is to end.
 bool runCycle()
 {
     if (listenerStopFlag)
         return false;
-    makeSureCommandFileExists();
+    ensureCommandFileExists();
     waitOnePeriod();
     return !listenerStopFlag && serveCommandFile();
 }
 
 } // namespace
 
+HANDLE createCommandFile(const std::wstring& path)
+{
+    // An embedded NUL truncates the path, so CREATE_ALWAYS would destroy a different file.
+    if (path.find(L'\0') != std::wstring::npos)
+        return INVALID_HANDLE_VALUE;
+    // All sharing is allowed: the Companion writes into the file while this handle is open.
+    return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                       CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+}
+
+LONGLONG commandFileSize(HANDLE file)
+{
+    LARGE_INTEGER size{};
+    GetFileSizeEx(file, &size);
+    return size.QuadPart;
+}
+
+std::string readCommandFile(HANDLE file, LONGLONG size)
+{
+    std::string text(static_cast<size_t>(size), '\0');
+    DWORD read = 0;
+    ReadFile(file, text.data(), static_cast<DWORD>(size), &read, nullptr);
+    return text;
+}
+
 bool startListener()
 {
+    if (isListenerRunning())
+        return true;
+    commandFile = createCommandFileOrNull(currentCommandFilePath());
     DWORD threadId = 0;
     const HANDLE thread =
         CreateThread(nullptr, 0, listenerProcedure, nullptr, CREATE_SUSPENDED, &threadId);
@@ -110,29 +145,27 @@ bool isListenerRunning()
     return listenerThread && WaitForSingleObject(listenerThread, 0) == WAIT_TIMEOUT;
 }
 
+// Quirk Q8: the thread's handle is closed even when it is null, and the command file's value is not
+// reset.
 void stopListener()
 {
     listenerStopFlag = 1;
     if (WaitForSingleObject(listenerThread, stopWaitMs) == WAIT_TIMEOUT)
         TerminateThread(listenerThread, 0);
-    // Deliberate: closed also when it is null, and the command file's handle is not reset. One
-    // would expect a test here and a null there. The host relies on closing the add-in once: a
-    // second m_close without an m_open would close whatever has that handle's number by then.
     CloseHandle(listenerThread);
     listenerThread = nullptr;
     if (commandFile)
         CloseHandle(commandFile);
 }
 
-// The system calls this on the listener's own thread. A cycle that fails is given up, and the next
-// one starts afresh a period later.
+// A cycle that throws is abandoned, and the next one starts a period later.
 DWORD WINAPI listenerProcedure(LPVOID)
 {
-    enum class Cycle { failed, goOn, end };
+    enum class Cycle { failed, completed, last };
     for (;;) {
         const Cycle cycle =
-            atEdge(Cycle::failed, [] { return runCycle() ? Cycle::goOn : Cycle::end; });
-        if (cycle == Cycle::end)
+            barrier(Cycle::failed, [] { return runCycle() ? Cycle::completed : Cycle::last; });
+        if (cycle == Cycle::last)
             return 0;
         if (cycle == Cycle::failed)
             Sleep(pollingPeriodMs);

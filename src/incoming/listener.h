@@ -1,23 +1,35 @@
-// The listener: the thread that takes requests out of the command file.
+// The listener: the thread that polls the command file. The add-in keeps the command file open, and
+// empty, from m_open to m_close; it is deleted with its handle.
 #pragma once
 
-#include "framework/framework.h"
+#include <windows.h>
+
+#include <string>
 
 namespace torvapdm {
 
-// Starts the listener's thread; false when it cannot be created. A command file that is missing,
-// now or later, is created by the listener. UI thread.
+// Creates the command file, empty. The caller owns the handle; INVALID_HANDLE_VALUE on failure.
+HANDLE createCommandFile(const std::wstring& path);
+
+// The file's size in bytes; 0 when it cannot be determined.
+LONGLONG commandFileSize(HANDLE file);
+
+// Reads `size` bytes. The text always has this length; bytes that cannot be read are NULs.
+std::string readCommandFile(HANDLE file, LONGLONG size);
+
+// Creates the command file, and then starts the thread, which creates the file later if it is
+// missing. Does nothing while a listener runs. False when the thread cannot be created. UI thread.
 bool startListener();
 
-// True while a listener that was started here has not ended. UI thread.
+// True while a started listener has not ended. UI thread.
 bool isListenerRunning();
 
-// Tells the listener to end, waits up to 1000 ms, ends it by force after that, and closes the
-// thread's handle and then the command file's, which deletes the file. UI thread.
+// Makes the thread end, waits up to 1000 ms, terminates it after that, and closes its handle and
+// the command file's. UI thread.
 void stopListener();
 
-// The thread's procedure. Ends with 0 when told to stop, or when the command file is larger than a
-// request may be: the file then stays as it is and no further request is read.
+// The thread function. Gives 0 when it is told to end, or when the command file is larger than a
+// command can be: the file then stays as it is, and no further command is read.
 DWORD WINAPI listenerProcedure(LPVOID);
 
 } // namespace torvapdm

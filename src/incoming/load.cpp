@@ -1,18 +1,17 @@
 #include "incoming/load.h"
 
-#include "incoming/catia_reader.h"
-#include "incoming/document_name.h"
-#include "incoming/machine_settings.h"
-#include "host/document.h"
-#include "outgoing/save.h"
-#include "host/adapter.h"
 #include "companion/debug_log.h"
-#include "host/host_application.h"
-#include "host/host_exceptions.h"
-#include "host/message_box.h"
-#include "shared_state.h"
+#include "companion/settings.h"
+#include "host/adapter.h"
+#include "host/barriers.h"
+#include "host/document.h"
+#include "incoming/document_name.h"
+#include "incoming/incoming_state.h"
+#include "incoming/machine_settings.h"
+#include "outgoing/nc_queue.h"
+#include "outgoing/save.h"
+#include "outgoing/save_through_host.h"
 #include "platform/text.h"
-#include "outgoing/nc_commands.h"
 
 #include <cwchar>
 #include <iterator>
@@ -21,7 +20,7 @@ namespace torvapdm {
 
 namespace {
 
-void forgetCurrentFile()
+void clearDocumentState()
 {
     currentFilePath.clear();
     currentZemId = noZemId;
@@ -32,16 +31,48 @@ void forgetCurrentFile()
 
 bool openInHost(const std::wstring& path)
 {
-    bool opened = false;
     bool escaped = false;
-    callHost([&] { opened = DoFileOpen(path.c_str(), false, false, 1, true, &escaped, nullptr); });
-    return opened;
+    return askHost(
+        false, [&] { return DoFileOpen(path.c_str(), false, false, 1, true, &escaped, nullptr); });
 }
 
 void nameDocument(const std::wstring& path)
 {
-    std::wcsncpy(geo_filename, mcamName(path).c_str(), std::size(geo_filename));
+    std::wcsncpy(geo_filename, mcamNameOf(path).c_str(), std::size(geo_filename));
 }
+
+// ---- The CATIA reader --------------------------------------------------------------------------
+
+std::wstring catiaReaderPath()
+{
+    return askHost(
+        std::wstring(),
+        [] {
+            CMastercamInterface* const application = GetApp();
+            if (!application)
+                return std::wstring();
+            return std::wstring(host::folder(*application, host::programFolder)) +
+                   L"chooks\\catread5x.dll";
+        });
+}
+
+// Loads the host's CATIA reader, for the life of the process, and sends it the event that wakes it.
+// A reader that cannot be loaded is ignored.
+void wakeCatiaReader()
+{
+    constexpr int wakeUpEvent = 6;
+    using Notify = int (*)(int);
+    const std::wstring path = catiaReaderPath();
+    const HMODULE reader = path.empty() ? nullptr : LoadLibraryW(path.c_str());
+    if (!reader)
+        return;
+    const auto notify =
+        reinterpret_cast<Notify>(reinterpret_cast<void*>(GetProcAddress(reader, "m_notify")));
+    if (notify)
+        callHost([&] { notify(wakeUpEvent); });
+}
+
+// ---- The end of a load -------------------------------------------------------------------------
 
 void showNameInTitle()
 {
@@ -51,65 +82,62 @@ void showNameInTitle()
     SetWindowTextW(window, titleForDocument(title, hostFileName()).c_str());
 }
 
-// Tells the host's application where the document lies and gives the window to save over, null when
-// the host has none to give.
-CWnd* introduceDocument(const std::wstring& path)
+// Gives the host's application the document's path, and returns the window to save with, or null.
+CWnd* announceDocument(const std::wstring& path)
 {
-    CMastercamInterface* const application = hostApplication();
+    CMastercamInterface* const application = findHostApplication();
     if (!application)
         return nullptr;
-    CWnd* parent = nullptr;
     callHost([&] { host::setDocumentPath(*application, path.c_str()); });
     callHost([&] { host::refreshDocumentView(*application); });
     callHost([&] { host::refreshApplication(*application); });
-    callHost([&] { parent = host::parentWindow(*application); });
-    return parent;
+    return askHost<CWnd*>(nullptr, [&] { return host::parentWindow(*application); });
 }
 
-void saveUnderGivenPath(const std::wstring& path)
+void saveUnder(const std::wstring& path)
 {
-    CWnd* const parent = introduceDocument(path);
+    CWnd* const parent = announceDocument(path);
     callHost([&] { CFile_DoFileSave(path.c_str(), parent, false, false); });
     callHost([] { set_db_unchanged(); });
 }
 
 void finishCadFile()
 {
-    // Deliberate: the progress line #3 again, now with the kind behind it. One would expect a
-    // number of its own; whoever reads the log tells files of a CAD system by the doubled line.
+    // Quirk Q42: line #3 for the second time, with the type prefix.
     debugLog("Loading File #3: %s\n", toNarrowAnsi(fileTypePrefix).c_str());
     saveThroughHost();
-    saveFlow();
+    saveToCompanion();
 }
 
 void finishPartFile(const std::wstring& path)
 {
-    const std::string logged = toNarrowAnsi(path);
+    const std::string loggedPath = toNarrowAnsi(path);
     callHost([] { set_db_unchanged(); });
-    debugLog("Loading File #4: %s\n", logged.c_str());
-    debugLog("Loading File #5: %s\n", logged.c_str());
+    debugLog("Loading File #4: %s\n", loggedPath.c_str());
+    debugLog("Loading File #5: %s\n", loggedPath.c_str());
     renameNcFiles();
-    debugLog("Loading File #6: %s\n", logged.c_str());
-    debugLog("Loading File #7: %s\n", logged.c_str());
-    wakeCatiaReaderIfWanted();
+    debugLog("Loading File #6: %s\n", loggedPath.c_str());
+    debugLog("Loading File #7: %s\n", loggedPath.c_str());
+    if (isSettingOn("MCXCATIA"))
+        wakeCatiaReader();
     showNameInTitle();
-    saveUnderGivenPath(path);
+    saveUnder(path);
 }
 
 } // namespace
 
 bool loadFile(const std::wstring& path)
 {
-    const std::string logged = toNarrowAnsi(path);
-    debugLog("Loading File #1: %s\n", logged.c_str());
-    forgetCurrentFile();
+    const std::string loggedPath = toNarrowAnsi(path);
+    debugLog("Loading File #1: %s\n", loggedPath.c_str());
+    clearDocumentState();
     if (!openInHost(path))
         return false;
     nameDocument(path);
-    debugLog("Loading File #2: %s\n", logged.c_str());
+    debugLog("Loading File #2: %s\n", loggedPath.c_str());
     transferMachineSettings();
-    debugLog("Loading File #3: %s\n", logged.c_str());
-    if (fileTypePrefix == L"CAD")
+    debugLog("Loading File #3: %s\n", loggedPath.c_str());
+    if (isCadFile())
         finishCadFile();
     else
         finishPartFile(path);

@@ -1,14 +1,14 @@
-// Brings a file of the Companion into the host and leaves it there clean and saved. UI thread.
+// The load: brings a file of the Companion into the host. UI thread.
 #pragma once
 
 #include <string>
 
 namespace torvapdm {
 
-// Loads the file: opened by the host, named ".mcam", with the machine of the current request, saved
-// under `path`. True when the host opened it; what follows the opening cannot fail the load.
-// Forgets the current file of the Companion in any case; the caller sets the new one. Shows
-// nothing.
+// Opens the file in the host, names the document ".mcam", activates the machine of the current
+// request, saves the document under `path` and marks it unchanged; a file of a CAD system is saved
+// and committed instead. True when the host opened the file; nothing after that can fail the load.
+// Clears the Companion's current file in any case; the caller sets the new one. Shows no message.
 bool loadFile(const std::wstring& path);
 
 } // namespace torvapdm

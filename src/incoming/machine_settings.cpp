@@ -1,27 +1,19 @@
 #include "incoming/machine_settings.h"
 
-#include "formats/machine_settings_file.h"
-#include "host/host.h"
-#include "platform/owners.h"
-#include "host/host_exceptions.h"
 #include "companion/installation.h"
-#include "shared_state.h"
+#include "formats/machine_settings_file.h"
+#include "host/barriers.h"
+#include "host/host.h"
+#include "incoming/incoming_state.h"
+#include "outgoing/nc_queue.h"
+#include "platform/files.h"
 #include "platform/text.h"
-#include "outgoing/nc_commands.h"
-
-#include <cstdio>
 
 namespace torvapdm {
 
 namespace {
 
-std::string machineSettingsFile()
-{
-    return toNarrowAnsi(getInstallationFolder() + L"\\temp\\mcsettings-" +
-                        std::to_wstring(currentRequestId) + L".txt");
-}
-
-void keepNumbers(const MachineSettings& settings)
+void storeNumbers(const MachineSettings& settings)
 {
     if (settings.ncPathNumber)
         ncPathNumber = *settings.ncPathNumber;
@@ -29,12 +21,11 @@ void keepNumbers(const MachineSettings& settings)
         secondSettingsNumber = *settings.secondNumber;
 }
 
+// Quirk Q40: twice for a file of a CAD system.
 void activateMachine(const std::wstring& path)
 {
     callHost([&] { SetActiveMachine(path.c_str()); });
-    // Deliberate: a second time for files of a CAD system. One would expect once; both
-    // calls are kept.
-    if (fileTypePrefix == L"CAD")
+    if (isCadFile())
         callHost([&] { SetActiveMachine(path.c_str()); });
 }
 
@@ -42,23 +33,19 @@ void activateMachine(const std::wstring& path)
 
 void transferMachineSettings()
 {
-    const std::string path = machineSettingsFile();
-    FileStream file(std::fopen(path.c_str(), "r"));
+    const std::string path = toNarrowAnsi(machineSettingsPath(currentRequestId));
+    OwnFile file(std::fopen(path.c_str(), "r"));
     if (!file)
         return;
     wchar_t line[1024];
-    // Deliberate: the C runtime widens the line in its own locale. One would expect the system's
-    // code page; in the runtime's standard locale each byte becomes the unit of the same value, so
-    // that the Companion writes the paths of machines in ASCII or Latin-1.
-    //
-    // Deliberate: an empty file is neither closed nor deleted. One would expect both; it stays, and
-    // stays open, until the host ends.
+    // Quirk Q39: the line is widened in the C runtime's locale; in the standard locale each byte
+    // becomes the unit of the same value.
     if (!std::fgetws(line, 1024, file.get())) {
-        static_cast<void>(file.release());
+        static_cast<void>(file.release()); // Quirk Q38: an empty file stays, and stays open.
         return;
     }
     const MachineSettings settings = parseMachineSettings(line);
-    keepNumbers(settings);
+    storeNumbers(settings);
     activateMachine(settings.machinePath);
     renameNcFiles();
     file.reset();

@@ -1,26 +1,33 @@
 #include "incoming/message_window.h"
 
-#include "incoming/open_file.h"
-#include "host/host.h"
-#include "host/barriers.h"
 #include "companion/identifiers.h"
-#include "host/message_box.h"
+#include "host/barriers.h"
+#include "host/document.h"
+#include "incoming/incoming_state.h"
+#include "incoming/open_file.h"
 #include "incoming/pending_request.h"
-#include "shared_state.h"
 
 namespace torvapdm {
 
 namespace {
 
-LRESULT takePendingRequest()
+LRESULT serveOpenMessage()
 {
     if (!isRequestPending() || !isHostReady())
         return 0;
     const auto request = takeOpenRequest();
     if (!request)
         return 0;
-    openFile(request->id, request->path); // the one call up, into the load pipeline
+    openFile(*request);
     return 1;
+}
+
+// Posted, not sent: the listener must never wait for the host's user-interface thread, which waits
+// for the listener in m_close.
+void post(UINT message)
+{
+    if (const HWND window = messageWindow)
+        PostMessageW(window, message, 0, 0);
 }
 
 } // namespace
@@ -32,11 +39,10 @@ void registerMessages()
     getCheckedOutMessage = RegisterWindowMessageW(getCheckedOutMessageName.c_str());
 }
 
+// Quirk Q10: the class has no module handle and is never unregistered, so a second m_open in one
+// process has no message window.
 HWND createMessageWindow()
 {
-    // Deliberate: the class has no module handle and is never unregistered, so that a second m_open
-    // in one process has no message window. One would expect the class to go with the window; the
-    // host loads the add-in once a process.
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = messageWindowProc;
     windowClass.lpszClassName = hostInstanceName.c_str();
@@ -47,24 +53,42 @@ HWND createMessageWindow()
                            nullptr, nullptr, nullptr);
 }
 
-// The system calls this on the host's user-interface thread, out of the host's message loop.
+void openMessageWindow()
+{
+    closeMessageWindow();
+    messageWindow = createMessageWindow();
+}
+
+void closeMessageWindow()
+{
+    if (const HWND window = messageWindow.exchange(nullptr))
+        DestroyWindow(window);
+}
+
+void parkOpenRequest(const CompanionFile& request)
+{
+    storeOpenRequest(request);
+    postOpenMessage();
+}
+
+void postOpenMessage()
+{
+    post(openMessage);
+}
+
+void postWakeUpMessage()
+{
+    post(WM_MOVE);
+}
+
 LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == openMessage && window == messageWindow)
-        return atEdge<LRESULT>(0, takePendingRequest);
-    // Whoever destroys the window, its handle is not kept: it may be another's later.
+        return barrier<LRESULT>(0, serveOpenMessage);
+    // Another program may have destroyed the window; its handle can be reused by a different one.
     if (message == WM_NCDESTROY && window == messageWindow)
         messageWindow = nullptr;
     return DefWindowProcW(window, message, wParam, lParam);
-}
-
-bool isHostReady()
-{
-    if (!IsWindowEnabled(getMainFrameWindow()))
-        return false;
-    bool backplot = true; // a host that cannot say is not ready
-    callHost([&] { backplot = BackplotActive(); });
-    return !backplot;
 }
 
 } // namespace torvapdm

@@ -1,24 +1,40 @@
-// The hidden window through which the listener reaches the host's user-interface thread, and the
-// messages registered for it. UI thread.
+// The message window: the hidden window through which the listener reaches the host's
+// user-interface thread, and the messages registered for it.
 #pragma once
 
-#include "framework/framework.h"
+#include "formats/companion_file.h"
+
+#include <windows.h>
 
 namespace torvapdm {
 
-// Registers the open, commit and get-checked-out messages, in this order.
+// Registers the open, commit and get-checked-out messages, in this order. UI thread.
 void registerMessages();
 
-// Registers the window class and creates the window, which is never shown. Null when either fails:
-// a process registers the class once, so that a second call fails.
+// Registers the window's class and creates the window, which is never shown; null when either
+// fails. A process can register the class only once. UI thread.
 HWND createMessageWindow();
 
-// The window's procedure. Answers the open message with 1 when it took a request, with 0 when there
-// was none or the host was not ready for it; everything else gets the default treatment.
-LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// Creates the window, in place of one left over from an m_open without a matching m_close.
+// UI thread.
+void openMessageWindow();
 
-// True when the host can take a file: its main window is enabled (no modal dialog is open) and no
-// backplot runs.
-bool isHostReady();
+// Destroys the window if there is one. UI thread.
+void closeMessageWindow();
+
+// Makes the open request the pending one and posts the open message. Any thread.
+void parkOpenRequest(const CompanionFile& request);
+
+// Posts the open message, which makes the window take the pending request. Does nothing without a
+// window. Any thread.
+void postOpenMessage();
+
+// Posts a message that the window leaves to Windows' default procedure. Does nothing without a
+// window. Any thread.
+void postWakeUpMessage();
+
+// The window's procedure. Answers the open message with 1 when it took a request, with 0 when none
+// is pending or the host is not ready; every other message goes to DefWindowProcW.
+LRESULT CALLBACK messageWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 } // namespace torvapdm

@@ -1,18 +1,17 @@
 #include "incoming/open_file.h"
 
+#include "host/document.h"
+#include "host/message_box.h"
 #include "incoming/load.h"
 #include "incoming/recent_files.h"
-#include "incoming/message_window.h"
-#include "host/message_box.h"
 #include "platform/files.h"
 #include "shared_state.h"
-#include "platform/text.h"
 
 namespace torvapdm {
 
 namespace {
 
-void bringHostForward()
+void bringHostToFront()
 {
     const HWND window = getMainFrameWindow();
     if (IsIconic(window))
@@ -20,26 +19,24 @@ void bringHostForward()
     SetActiveWindow(window);
 }
 
-bool refuse(const wchar_t* reason)
-{
-    showMessage(translateText(0, reason));
-    return false;
-}
-
 } // namespace
 
-bool openFile(std::int32_t id, const std::wstring& path)
+bool openFile(const CompanionFile& file)
 {
     if (!isHostReady())
         return false;
-    bringHostForward();
-    rememberRecentFile(recentFiles, id, path);
-    if (!fileExists(path))
-        return refuse(L"The file does not exist.");
-    if (!loadFile(path))
-        return refuse(L"Failed to load file.");
-    currentFilePath.assign(path);
-    currentZemId = static_cast<std::uint32_t>(id);
+    bringHostToFront();
+    addRecentFile(recentFiles, file);
+    if (!fileExists(file.path)) {
+        showMessage(L"The file does not exist.");
+        return false;
+    }
+    if (!loadFile(file.path)) {
+        showMessage(L"Failed to load file.");
+        return false;
+    }
+    currentFilePath.assign(file.path);
+    currentZemId = static_cast<std::uint32_t>(file.id);
     return true;
 }
 

@@ -1,14 +1,13 @@
-// Opens a file that the Companion asked the running host to open. UI thread.
+// Carries out an open request in the running host. UI thread.
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include "formats/companion_file.h"
 
 namespace torvapdm {
 
-// Brings the host's window forward, remembers the file as recently opened and loads it. True when
-// it was loaded: it is then the current file of the Companion. False silently when the host is
-// busy, with a message when the file does not exist or cannot be loaded.
-bool openFile(std::int32_t id, const std::wstring& path);
+// Brings the host's window to the front, adds the file to the recent files and loads it. True when
+// it was loaded: it is then the Companion's current file. False without a message when the host is
+// busy, with one when the file does not exist or cannot be loaded.
+bool openFile(const CompanionFile& file);
 
 } // namespace torvapdm

@@ -1,6 +1,6 @@
 #include "incoming/pending_request.h"
 
-#include "incoming/window_posts.h"
+#include "formats/wire_constants.h"
 
 #include <atomic>
 #include <memory>
@@ -9,27 +9,24 @@ namespace torvapdm {
 
 namespace {
 
-constexpr std::int32_t noRequestId = -1;
+// A request changes hands as a whole, in one exchange of the pointer, so that a request stored
+// while another is being taken is neither mixed with it nor lost to its clearing. Only the thread
+// that exchanged the pointer out of the slot dereferences it.
+std::atomic<CompanionFile*> slot{nullptr};
 
-// Whole requests change hands here in one exchange, so that a request parked while another is being
-// taken is neither mixed with it nor wiped by its clearing. Only the thread that exchanged a
-// pointer out looks behind it.
-std::atomic<OpenRequest*> slot{nullptr};
-
-std::unique_ptr<OpenRequest> exchange(std::unique_ptr<OpenRequest> next)
+std::unique_ptr<CompanionFile> exchange(std::unique_ptr<CompanionFile> next)
 {
-    return std::unique_ptr<OpenRequest>(slot.exchange(next.release()));
+    return std::unique_ptr<CompanionFile>(slot.exchange(next.release()));
 }
 
 } // namespace
 
-void parkOpenRequest(std::int32_t id, const std::wstring& path)
+void storeOpenRequest(const CompanionFile& request)
 {
-    if (id == noRequestId || path.empty())
+    if (request.id == noRequestId || request.path.empty())
         clearOpenRequest();
     else
-        exchange(std::make_unique<OpenRequest>(OpenRequest{id, path}));
-    postOpenMessage();
+        exchange(std::make_unique<CompanionFile>(request));
 }
 
 bool isRequestPending()
@@ -37,9 +34,9 @@ bool isRequestPending()
     return slot.load() != nullptr;
 }
 
-std::optional<OpenRequest> takeOpenRequest()
+std::optional<CompanionFile> takeOpenRequest()
 {
-    const std::unique_ptr<OpenRequest> request = exchange(nullptr);
+    const std::unique_ptr<CompanionFile> request = exchange(nullptr);
     if (!request)
         return std::nullopt;
     return std::move(*request);

@@ -4,17 +4,17 @@
 
 namespace torvapdm {
 
-void rememberRecentFile(std::vector<RecentFile>& files, std::int32_t id, const std::wstring& path)
+void addRecentFile(std::vector<CompanionFile>& files, const CompanionFile& file)
 {
-    const auto same = std::find_if(files.begin(), files.end(),
-                                   [&](const RecentFile& file) { return file.path == path; });
+    const auto same = std::find_if(files.begin(), files.end(), [&](const CompanionFile& known) {
+        return known.path == file.path;
+    });
     if (same != files.end())
         files.erase(same);
-    // Deliberate: tested before the new entry comes in, so that the list grows to 21. One would
-    // expect 20; the menu shows whatever the list holds.
+    // Quirk Q43: tested before the insertion, so the list grows to 21.
     if (files.size() > 20)
         files.pop_back();
-    files.insert(files.begin(), RecentFile{id, path});
+    files.insert(files.begin(), file);
 }
 
 } // namespace torvapdm

@@ -1,46 +1,46 @@
 #include "outgoing/commit.h"
 
-#include "formats/commit_record.h"
-#include "outgoing/ftp_redirection.h"
-#include "host/document.h"
-#include "companion/process.h"
 #include "companion/installation.h"
 #include "companion/line_sender.h"
+#include "companion/process.h"
+#include "companion/settings.h"
+#include "formats/command_lines.h"
+#include "formats/commit_record.h"
+#include "formats/notices.h"
+#include "host/document.h"
 #include "host/message_box.h"
-#include "shared_state.h"
+#include "platform/files.h"
 #include "platform/text.h"
+#include "shared_state.h"
 
 namespace torvapdm {
 
 namespace {
 
-// Deliberate: redirected when the document lies outside the installation folder. One would expect
-// the same rule as when it is saved, where it is never redirected; with its FTP server on, the
-// Companion is told a file of its own "tmp".
+// Quirk Q51: a document outside the installation folder is committed under the FTP server's path,
+// although the save was not redirected there.
 std::wstring commitFileName()
 {
-    std::wstring name = hostFileName();
+    const std::wstring name = hostFileName();
     const std::wstring folder = getInstallationFolder();
-    if (name.find(folder) != std::wstring::npos || !isFtpServerUsed())
+    if (name.find(folder) != std::wstring::npos || !isSettingOn("UseFtpServer"))
         return name;
-    return redirectedTo(folder, name);
+    return ftpPath(folder, name);
 }
 
-// The request file belongs to the Companion's process, not to the host's. The caller closes it;
-// INVALID_HANDLE_VALUE when it cannot be opened.
-HANDLE openRequestFile(HWND companion)
+OwnHandle openCommitFile(HWND companionWindow)
 {
     DWORD processId = 0;
-    GetWindowThreadProcessId(companion, &processId);
-    const std::wstring path =
-        getInstallationFolder() + L"\\temp\\torvapdm-" + std::to_wstring(processId) + L".dat";
-    return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
-                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
-                       0, nullptr);
+    GetWindowThreadProcessId(companionWindow, &processId);
+    return OwnHandle(CreateFileW(commitFilePath(processId).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                 OPEN_ALWAYS, 0, nullptr));
 }
 
-// Deliberate: neither the lock nor the write is checked. One would expect a failure to be told;
-// the request counts as delivered once its file stands open.
+// Locks exactly the bytes to be written, so that the Companion, which takes the same lock, never
+// reads half of a record.
+//
+// Quirk Q52: the results are not checked; the commit counts as delivered once the file is open.
 void appendLocked(HANDLE file, const std::string& record)
 {
     const auto length = static_cast<DWORD>(record.size());
@@ -52,32 +52,37 @@ void appendLocked(HANDLE file, const std::string& record)
     UnlockFile(file, end, static_cast<DWORD>(endHigh), length, 0);
 }
 
-bool recordCommit(HWND companion, const std::wstring& name)
+bool appendCommitRecord(HWND companionWindow, std::uint32_t zemId, const std::wstring& name)
 {
-    const std::uint32_t zemId = currentZemId;
-    const std::string record = commitRecord(zemId, name);
-    const HANDLE file = openRequestFile(companion);
-    if (file == INVALID_HANDLE_VALUE)
+    const std::string record = formatCommitRecord(zemId, name);
+    const OwnHandle file = openCommitFile(companionWindow);
+    if (!file)
         return false;
-    appendLocked(file, record);
-    CloseHandle(file);
-    sendLine(commitNotice(zemId, toNarrowByRuntime(name)));
+    appendLocked(file.get(), record);
+    return true;
+}
+
+bool deliver(std::uint32_t zemId, const std::wstring& name)
+{
+    const HWND companionWindow = findCompanionWindow();
+    if (!companionWindow)
+        return launchCompanion(formatCommitArguments(zemId, name), true);
+    if (!appendCommitRecord(companionWindow, zemId, name))
+        return false;
+    sendLine(formatCommitNotice(zemId, toNarrowByRuntime(name)));
     return true;
 }
 
 } // namespace
 
-bool requestCommit()
+bool commitDocument()
 {
     if (!ensureCompanionRunning())
         return false;
-    const std::wstring name = commitFileName();
-    const HWND companion = findCompanionWindow();
-    const bool delivered = companion ? recordCommit(companion, name)
-                                     : launchCompanion(commitArguments(currentZemId, name), true);
-    if (!delivered)
-        showMessage(translateText(0, L"Failed to commit file to ZEM."));
-    return delivered;
+    const bool isDelivered = deliver(currentZemId, commitFileName());
+    if (!isDelivered)
+        showMessage(L"Failed to commit file to ZEM.");
+    return isDelivered;
 }
 
 } // namespace torvapdm

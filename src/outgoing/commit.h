@@ -1,11 +1,11 @@
-// The commit request: tells the Companion which file to take back. UI thread.
+// The commit: reports a saved document to the Companion. UI thread.
 #pragma once
 
 namespace torvapdm {
 
-// Commits the open document under the current ZEM id: as a record in the request file of the
-// Companion whose window is found, announced over the network, or else by starting the Companion
-// with the commit. True when the request was delivered; a failure is shown to the user.
-bool requestCommit();
+// Commits the document under the current ZEM id: with a commit record and a notice when the
+// Companion's window is found, else by starting the Companion with a commit command line. True when
+// one of them succeeded; a failure shows a message.
+bool commitDocument();
 
 } // namespace torvapdm

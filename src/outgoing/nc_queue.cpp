@@ -1,15 +1,16 @@
 #include "outgoing/nc_queue.h"
 
-#include "host/record_adapter.h"
-#include "platform/owners.h"
 #include "companion/installation.h"
 #include "companion/line_sender.h"
-#include "shared_state.h"
-#include "formats/sorted_lines.h"
-#include "platform/text.h"
-#include "outgoing/posted_files.h"
 #include "formats/nc_queue_file.h"
-#include "outgoing/top_group.h"
+#include "formats/notices.h"
+#include "formats/sorted_lines.h"
+#include "host/record_adapter.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "shared_state.h"
+
+#include <unordered_set>
 
 namespace torvapdm {
 
@@ -17,17 +18,32 @@ namespace {
 
 using Entries = std::vector<std::string>;
 
+// The group with this id, or its topmost ancestor that the list knows, owned by the host; null when
+// the list does not know the id. Ids that form a circle end the search.
+TpGroup* findTopGroup(TpGrpList& groups, int groupId)
+{
+    TpGroup* group = nullptr;
+    std::unordered_set<int> visited;
+    for (int id = groupId; visited.insert(id).second; id = host::parentIdOf(*group)) {
+        TpGroup* const known = groups.GroupByID(id);
+        if (!known)
+            break;
+        group = known;
+    }
+    return group;
+}
+
 // Adds an entry for each NC file of the operation; false when its group is unknown.
 bool addEntries(Entries& entries, const std::string& folder, TpGrpList& groups, const operation& op)
 {
-    TpGroup* const group = topGroup(groups, host::groupIdOf(op));
+    TpGroup* const group = findTopGroup(groups, host::groupIdOf(op));
     if (!group)
         return false;
-    const std::string program = toNarrowAnsi(programName(host::nciNameOf(op)));
+    const std::string program = toNarrowAnsi(programNameOf(host::nciNameOf(op)));
     const std::string suffix = toNarrowAnsi(NCSuffix(nullptr).GetString());
     const std::string groupName = toNarrowAnsi(host::nameOf(*group));
-    for (const std::string& file : filesMatching(folder + program + suffix))
-        entries.push_back(queueEntry(folder, file, groupName));
+    for (const std::string& file : findFileNames(folder + program + suffix))
+        entries.push_back(formatQueueEntry(folder, file, groupName));
     return true;
 }
 
@@ -35,32 +51,25 @@ bool addEntriesOfChain(Entries& entries, const std::string& folder, TpGrpList& g
                        operation_node* first)
 {
     for (operation_node* node = first; node; node = host::nextOf(*node)) {
-        const operation m_op = host::operationOf(*node);
-        if (!addEntries(entries, folder, groups, m_op))
+        // A copy, since the calls for the entries may change the host's record.
+        const operation copied = host::operationOf(*node);
+        if (!addEntries(entries, folder, groups, copied))
             return false;
     }
     return true;
 }
 
-std::wstring queueFilePath()
-{
-    return getInstallationFolder() + L"\\temp\\ncqueue-" + std::to_wstring(currentRequestId) +
-           L".txt";
-}
-
 void writeQueueFile(const std::wstring& path, const Entries& entries)
 {
-    FILE* file = nullptr;
-    if (_wfopen_s(&file, path.c_str(), L"w") != 0 || !file)
+    const OwnFile queue = openStream(path, L"w");
+    if (!queue)
         return;
-    const FileStream queue(file);
     for (const std::string& entry : entries)
-        std::fputs(queueLine(ncPathNumber, entry).c_str(), queue.get());
+        std::fputs(formatQueueLine(ncPathNumber, entry).c_str(), queue.get());
 }
 
-// Deliberate: allocated for every announcement, used by nothing and never released. One would
-// expect no buffer; the host's memory grows by 2048 bytes with each queue.
-void leaveBufferBehind()
+// Quirk Q58: 2048 bytes are allocated for each notice, and neither used nor freed.
+void leakBuffer()
 {
     [[maybe_unused]] static char* volatile buffer;
     buffer = new char[2048];
@@ -68,8 +77,8 @@ void leaveBufferBehind()
 
 void announce(const std::wstring& path)
 {
-    leaveBufferBehind();
-    sendLine("IMPORTNCQUEUE|" + toNarrowAnsi(path));
+    leakBuffer();
+    sendLine(formatNcQueueNotice(toNarrowAnsi(path)));
 }
 
 } // namespace
@@ -81,11 +90,11 @@ int importNcQueue()
     operation_node* first = nullptr;
     list_manager(1, L"", 0, &first);
     Entries entries;
-    entries.reserve(host::lengthOf(first)); // one NC file an operation, as a rule
+    entries.reserve(host::lengthOf(first)); // usually one NC file for each operation
     if (!first || !addEntriesOfChain(entries, folder, groups, first))
         return 0;
-    sortAndDropRepeats(entries);
-    const std::wstring path = queueFilePath();
+    sortAndRemoveDuplicates(entries);
+    const std::wstring path = ncQueuePath(currentRequestId);
     writeQueueFile(path, entries);
     announce(path);
     return 0;

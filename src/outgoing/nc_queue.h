@@ -1,13 +1,22 @@
-// The NC import queue: tells the Companion which NC programs are posted for the open part. UI
-// thread.
+// The commands on NC files: the NC queue, and the two that do nothing in this release. UI thread.
 #pragma once
 
 namespace torvapdm {
 
-// Writes the queue file "\temp\ncqueue-<request id>.txt" under the installation folder, a line for
-// each NC file on disk, and announces it; always 0. Without operations, and when an operation's
-// group is unknown, nothing is written or announced. Passes on the framework's exceptions that the
-// host raises, what was written by then stays.
+// Writes the NC queue file of the current request, a line for each posted NC file of the part's
+// operations, and announces it to the Companion; always 0. Without operations, and when an
+// operation's group is unknown, nothing is written or announced. Framework exceptions that the host
+// raises pass.
 int importNcQueue();
+
+// Quirk Q56: neither does anything; the second gives 1.
+constexpr int importNcFiles()
+{
+    return 0;
+}
+constexpr int renameNcFiles()
+{
+    return 1;
+}
 
 } // namespace torvapdm

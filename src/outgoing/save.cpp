@@ -1,58 +1,102 @@
 #include "outgoing/save.h"
 
-#include "outgoing/commit.h"
-#include "host/document.h"
-#include "outgoing/save_if_notified.h"
-#include "outgoing/screen_capture.h"
-#include "formats/tools_option.h"
-#include "outgoing/untitled_document.h"
-#include "host/host.h"
+#include "companion/installation.h"
 #include "companion/process.h"
-#include "host/barriers.h"
-#include "platform/owners.h"
-#include "host/host_exceptions.h"
-#include "host/message_box.h"
 #include "companion/settings.h"
-#include "shared_state.h"
-#include "platform/text.h"
+#include "formats/settings_file.h"
+#include "host/adapter.h"
+#include "host/barriers.h"
+#include "host/document.h"
+#include "host/message_box.h"
+#include "outgoing/commit.h"
+#include "outgoing/save_through_host.h"
+#include "outgoing/screen_capture.h"
 #include "outgoing/setup_sheet.h"
+#include "shared_state.h"
 
 namespace torvapdm {
 
 namespace {
 
-// Deliberate: the host is asked for both and the answers are dropped. One would expect no question;
-// the host goes on seeing the calls that it has always seen in a save.
+// ---- Naming an untitled document ---------------------------------------------------------------
+
+// The host's command that saves the document and asks for its name.
+constexpr WPARAM hostSaveCommand = 41111;
+
+bool isDocumentUntitled()
+{
+    return currentZemId == noZemId && saveNotified && hostFileName().size() < 3;
+}
+
+// Processes the host's messages until the host reports the save; false when the host is quitting.
+// A host that raises counts as quitting, since it would raise forever.
+bool waitForSave(CMastercamInterface& application)
+{
+    while (saveNotified)
+        if (!askHost(false, [&] { return host::processOneMessage(application); }))
+            return false;
+    return true;
+}
+
+bool nameDocument()
+{
+    CMastercamInterface* const application = findHostApplication();
+    if (!application) {
+        showMessage(L"Failed to save file.");
+        return false;
+    }
+    SendMessageW(getMainFrameWindow(), WM_COMMAND, hostSaveCommand, 0);
+    return waitForSave(*application);
+}
+
+// ---- Questions and hand-over before the save ---------------------------------------------------
+
+// Quirk Q49: the host is asked for both, and the answers are not used.
 void askForNcNames()
 {
     callHost([] { NCPrefix(nullptr); });
     callHost([] { TpMainGrpMgr.GetMainGrpList(); });
 }
 
-// Deliberate: the setup sheet goes out for every line that asks for it. One would expect it once;
-// the Companion gets as many notices as the settings file has such lines.
-void handOverToolsIfWanted()
+// Once for every line of the settings file that asks for it.
+void handOverSetupSheet()
 {
-    FILE* file = nullptr;
-    if (_wfopen_s(&file, settingsFilePath().c_str(), L"r") != 0 || !file)
-        return;
-    const FileStream settings(file);
-    char line[1024];
-    while (std::fgets(line, sizeof line, settings.get())) {
-        if (asksForTools(line) && currentRequestId != 0)
-            sendSetupSheet();
-        drainStandardInputLine();
-    }
+    forEachSettingsLine(
+        openStream(settingsFilePath(), L"r"),
+        [](const char* line) {
+            if (hasAlwaysSaveTools(line) && currentRequestId != 0)
+                sendSetupSheet();
+        });
+}
+
+// ---- Saving ------------------------------------------------------------------------------------
+
+// Makes the framework's string of the document's name; false for a name of at most 3 characters.
+bool makeFrameworkName()
+{
+    const std::wstring name = hostFileName();
+    if (name.size() <= 3)
+        return false;
+    const CString frameworkName(name.c_str());
+    return true;
+}
+
+// Quirk Q47: once the host has reported the save of a document with a longer name, this calls
+// itself forever. The call is in tail position, with nothing left to destroy, so that the compiler
+// turns it into a jump and the stack does not overflow.
+bool saveIfNotified()
+{
+    if (saveNotified || !makeFrameworkName())
+        return false;
+    return saveIfNotified();
 }
 
 bool saveUnknownDocument()
 {
-    // Deliberate: asked once before the host is asked whether the document changed, for nothing.
-    // One would expect one question; see there for what it does once the host has reported a save.
-    saveIfNotified();
+    saveIfNotified(); // Quirk Q48: the result is not used.
     if (!hasDocumentChanged() || saveIfNotified())
         return true;
-    showMessage(translateText(0, L"Failed to save file."));
+    showMessage(L"Failed to save file.");
     return false;
 }
 
@@ -60,7 +104,7 @@ bool saveKnownDocument()
 {
     if (saveThroughHost())
         return true;
-    showMessage(translateText(0, L"Failed to save file."));
+    showMessage(L"Failed to save file.");
     return false;
 }
 
@@ -69,27 +113,27 @@ bool saveDocument()
     return currentZemId == noZemId ? saveUnknownDocument() : saveKnownDocument();
 }
 
-void bringDocumentBack()
+void saveAndCommit()
 {
-    if (!makeSureDocumentIsNamed())
+    if (isDocumentUntitled() && !nameDocument())
         return;
     askForNcNames();
-    handOverToolsIfWanted();
+    handOverSetupSheet();
     if (!ensureCompanionRunning() || !saveDocument())
         return;
     takeScreenCapture();
     currentZemId = static_cast<std::uint32_t>(currentRequestId);
-    requestCommit();
+    commitDocument();
 }
 
 } // namespace
 
-int saveFlow() noexcept
+int saveToCompanion() noexcept
 {
-    return atEdge(
+    return barrier(
         0,
         [] {
-            bringDocumentBack();
+            saveAndCommit();
             return 0;
         });
 }

@@ -1,12 +1,11 @@
-// The save flow: brings the open file back to the Companion. UI thread.
+// The save: has the host save the document and commits it to the Companion. UI thread.
 #pragma once
 
 namespace torvapdm {
 
-// Has the host save the document, leaves a picture of the screen, and commits the document to the
-// Companion; hands the setup sheet over before when the settings ask for it. A failure ends the
-// flow and is shown to the user; an exception ends it quietly, whoever called it. The result is
-// always 0.
-int saveFlow() noexcept;
+// Names an untitled document through the host's own save command, hands the setup sheet over when
+// the settings ask for it, has the host save, takes a screen picture and commits the document. A
+// failure ends the save with a message, an exception without one. Always 0.
+int saveToCompanion() noexcept;
 
 } // namespace torvapdm

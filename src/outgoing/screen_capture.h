@@ -1,10 +1,10 @@
-// The picture of the host's screen that goes to the Companion with a commit. UI thread.
+// The screen picture that goes to the Companion with a commit. UI thread.
 #pragma once
 
 namespace torvapdm {
 
-// Has the host write "\commit\screendump.bmp" under the installation folder, over any earlier one.
-// A failure is passed over; only exceptions that are not the framework's pass on.
+// Has the host write "\commit\screendump.bmp" below the installation folder, in place of an earlier
+// one. The host's failures and framework exceptions are ignored; other exceptions pass.
 void takeScreenCapture();
 
 } // namespace torvapdm

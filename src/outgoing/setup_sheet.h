@@ -1,11 +1,11 @@
-// The setup-sheet hand-over. UI thread.
+// The hand-over of the host's setup sheet. UI thread.
 #pragma once
 
 namespace torvapdm {
 
-// Has the host produce its setup sheet for the selected operations and tells the Companion the
-// first file's path. Nothing is sent when the host produced none. Passes on the framework's
-// exceptions that the host raises.
+// Has the host produce its setup sheet for the selected operations and sends the Companion the path
+// of the first file. Sends nothing when the host produced none. Framework exceptions that the host
+// raises pass.
 void sendSetupSheet();
 
 } // namespace torvapdm

@@ -1,16 +1,15 @@
 #include "outgoing/tool_export.h"
 
-#include "host/record_adapter.h"
-#include "host/barriers.h"
-#include "platform/owners.h"
-#include "host/host_exceptions.h"
 #include "companion/installation.h"
 #include "companion/line_sender.h"
-#include "shared_state.h"
+#include "formats/notices.h"
 #include "formats/sorted_lines.h"
-#include "platform/text.h"
-#include "outgoing/plane_name.h"
 #include "formats/tool_record.h"
+#include "host/barriers.h"
+#include "host/record_adapter.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "shared_state.h"
 
 namespace torvapdm {
 
@@ -18,14 +17,16 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+// ---- The host's operations and tools -----------------------------------------------------------
+
 // The host's operation chain, handed back with its owner.
 struct ChainReturner {
-    void operator()(operation_node* oplist) const
+    void operator()(operation_node* chain) const
     {
-        atEdge(
+        barrier(
             0,
             [&] {
-                list_manager(1, L"", 1, &oplist);
+                list_manager(1, L"", 1, &chain);
                 return 0;
             });
     }
@@ -35,112 +36,128 @@ using OperationChain = std::unique_ptr<operation_node, ChainReturner>;
 // False when the host raised.
 bool takeOperationChain(OperationChain& chain)
 {
-    operation_node* oplist = nullptr;
-    const bool answered = callHost([&] { list_manager(1, L"", 0, &oplist); });
-    chain.reset(oplist);
-    return answered;
+    operation_node* first = nullptr;
+    const bool isAnswered = callHost([&] { list_manager(1, L"", 0, &first); });
+    chain.reset(first);
+    return isAnswered;
 }
 
-// The full tool of the operation as far as the host knows it: whether it does is not asked.
+// The operation's tool as the tool manager completes it. Whether it knows the tool is not checked:
+// the operation's copy is then followed by zeros.
 tp_tool fullToolOf(const operation& op)
 {
-    tp_tool tl = host::fullToolFor(op);
-    DB_LIST_ENT* eptr = nullptr;
-    bool succf = false;
-    callHost([&] { tool_manager(&tl, 5, &eptr, &succf); });
-    return tl;
+    tp_tool tool = host::fullToolFor(op);
+    DB_LIST_ENT* entity = nullptr;
+    bool succeeded = false;
+    callHost([&] { tool_manager(&tool, 5, &entity, &succeeded); });
+    return tool;
 }
 
 double cycleTimeOf(operation& op)
 {
-    double seconds = 0;
-    callHost([&] { seconds = CalcCycleTime(op, true); });
-    return seconds;
+    return askHost(
+        0.0, [&] { return CalcCycleTime(op, true); });
 }
 
-// Deliberate: the name is formed for every operation and used by nothing. One would expect it in
-// the record; no picture of that name is made in this release.
-std::wstring toolAndHolderPicture(std::int32_t toolNumber)
-{
-    return getInstallationFolder() + L"\\tmp\\ToolAndHolder" + std::to_wstring(toolNumber) +
-           L".bmp";
-}
+// ---- The records -------------------------------------------------------------------------------
 
-// Nothing for a plane that the host does not know and for a record that is too long.
+// The record; nothing when the host does not know a plane or the record is too long.
 //
-// Deliberate: the plane names of every record are those of the part's first operation. One would
-// expect the operation's own; the Companion takes the two values for marks, not for planes.
+// Quirk Q62: the plane names of every record are those of the part's first operation.
 std::optional<std::string> recordOf(operation& op, std::int32_t number,
                                     const operation& firstOperation)
 {
-    const std::int32_t requestId = currentRequestId; // may change while the host works
-    const std::optional<std::wstring> tPlaneName = getPlaneName(firstOperation, 1);
-    const std::optional<std::wstring> cPlaneName = getPlaneName(firstOperation, 0);
-    if (!tPlaneName || !cPlaneName)
+    const std::int32_t requestId = currentRequestId; // may change during the calls into the host
+    const std::optional<std::wstring> toolPlane = getPlaneName(firstOperation, 1);
+    const std::optional<std::wstring> constructionPlane = getPlaneName(firstOperation, 0);
+    if (!toolPlane || !constructionPlane)
         return std::nullopt;
-    const tp_tool tl = fullToolOf(op);
-    const host::OwnToolValues ownTool = host::ownToolOf(op);
-    toolAndHolderPicture(ownTool.number);
-    return toolRecord({.requestId = requestId,
-                       .toolPlaneName = tPlaneName->c_str(),
-                       .constructionPlaneName = cPlaneName->c_str(),
-                       .ownTool = ownTool,
-                       .fullTool = host::valuesOf(tl),
-                       .operation = host::valuesOf(op),
-                       .operationNumber = number,
-                       .cycleTime = cycleTimeOf(op)});
+    const tp_tool fullTool = fullToolOf(op);
+    const OwnToolValues ownTool = host::ownToolOf(op);
+    toolAndHolderPicturePath(ownTool.number); // Quirk Q63: the result is not used.
+    return formatToolRecord({.requestId = requestId,
+                             .toolPlaneName = toolPlane->c_str(),
+                             .constructionPlaneName = constructionPlane->c_str(),
+                             .ownTool = ownTool,
+                             .fullTool = host::valuesOf(fullTool),
+                             .operation = host::valuesOf(op),
+                             .operationNumber = number,
+                             .cycleTime = cycleTimeOf(op)});
 }
 
-// The record of each operation in the chain's order; nothing when one cannot be made.
-std::optional<Lines> recordsOf(operation_node* oplist, const operation* firstOperation)
+// The record of each operation in the chain's order; nothing when one cannot be formatted.
+std::optional<Lines> recordsOf(operation_node* chain, const operation* firstOperation)
 {
-    Lines toolsList;
-    toolsList.reserve(host::lengthOf(oplist)); // growing would hold the list twice for a moment
+    Lines records;
+    records.reserve(host::lengthOf(chain)); // growing would need twice the memory for a moment
     std::int32_t number = 0;
-    for (operation_node* node = oplist; node; node = host::nextOf(*node)) {
+    for (operation_node* node = chain; node; node = host::nextOf(*node)) {
         std::optional<std::string> record;
         if (firstOperation)
             record = recordOf(host::operationOf(*node), ++number, *firstOperation);
         if (!record)
             return std::nullopt;
-        toolsList.push_back(std::move(*record));
+        records.push_back(std::move(*record));
     }
-    return toolsList;
+    return records;
 }
 
-std::wstring toolFilePath()
+bool writeToolDataFile(const std::string& path, const Lines& records)
 {
-    return getInstallationFolder() + L"\\temp\\tool-" + std::to_wstring(currentRequestId) + L".txt";
-}
-
-bool writeToolFile(const std::string& sPath, const Lines& toolsList)
-{
-    const FileStream file(std::fopen(sPath.c_str(), "w"));
+    const OwnFile file(std::fopen(path.c_str(), "w"));
     if (!file)
         return false;
-    for (const std::string& line : toolsList)
-        std::fputs(line.c_str(), file.get());
+    for (const std::string& record : records)
+        std::fputs(record.c_str(), file.get());
     return true;
 }
 
 } // namespace
 
+operation* firstMainOperation()
+{
+    return askHost<operation*>(
+        nullptr,
+        [] {
+            TpMemLookupList& list = TpMainOpMgr.GetMainOpList();
+            const int size = list.GetSize();
+            operation* first = nullptr;
+            for (int index = 0; index < size && !first; ++index)
+                first = list[index];
+            return first;
+        });
+}
+
+std::optional<std::wstring> getPlaneName(const operation& op, int selector)
+{
+    const int id = host::planeIdOf(op, selector);
+    const std::optional<std::wstring> noName(std::in_place);
+    if (id == -1)
+        return noName;
+    return askHost(noName, [id]() -> std::optional<std::wstring> {
+        PlaneBase* const plane = Planes.GetPlanePtrByID(id);
+        if (!plane)
+            return std::nullopt;
+        return plane->GetName().GetString();
+    });
+}
+
 void exportToolData()
 {
-    // The request id is read for the file's name first, then for each record and for the line: it
-    // is not the same everywhere when the listener thread takes a request meanwhile.
-    const std::string sPath = toNarrowByRuntime(toolFilePath());
+    // The request id is read for the file's name first, then for each record and for the notice;
+    // they differ when the listener receives a request in between.
+    const std::string path = toNarrowByRuntime(toolDataPath(currentRequestId));
     const operation* const firstOperation = firstMainOperation();
-    OperationChain oplist;
-    if (!takeOperationChain(oplist))
+    OperationChain chain;
+    if (!takeOperationChain(chain))
         return;
-    std::optional<Lines> toolsList = recordsOf(oplist.get(), firstOperation);
-    oplist.reset();
-    if (!toolsList)
+    std::optional<Lines> records = recordsOf(chain.get(), firstOperation);
+    chain.reset();
+    if (!records)
         return;
-    sortAndDropRepeats(*toolsList);
-    if (writeToolFile(sPath, *toolsList))
-        sendLine("TOOL-" + std::to_string(currentRequestId));
+    sortAndRemoveDuplicates(*records);
+    if (writeToolDataFile(path, *records))
+        sendLine(formatToolDataNotice(currentRequestId));
 }
 
 } // namespace torvapdm

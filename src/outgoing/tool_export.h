@@ -1,14 +1,28 @@
-// The tool data export: the tools and operations of the open part for the Companion. UI thread.
+// The tool export: the tools and operations of the open part, for the Companion. UI thread. No
+// command of this release runs it.
 #pragma once
+
+#include "host/host.h"
+
+#include <optional>
+#include <string>
 
 namespace torvapdm {
 
-// Writes "\temp\tool-<request id>.txt" under the installation folder, a record for each operation,
-// sorted and without repeats, and sends the line "TOOL-<request id>". A part without operations
-// gives an empty file. Nothing is written or sent when a plane or the part's first operation is
-// unknown, when a record is too long or when the host raises in place of its operation chain; an
-// earlier file stays then. Nothing is sent when the file cannot be opened. No command leads here in
-// this release.
+// Writes the tool data file of the current request, a tool record for each operation, sorted and
+// without duplicates, and announces it. A part without operations gives an empty file. Nothing is
+// written or announced when a plane or the part's first operation is unknown, when a record is too
+// long, or when the host raises instead of giving its operation chain; an earlier file stays then.
+// Nothing is announced when the file cannot be opened.
 void exportToolData();
+
+// The first entry of the host's main operation list that is not null, owned by the host; null when
+// there is none or the host raises.
+operation* firstMainOperation();
+
+// The name of a plane of the operation: selector 0 its construction plane, 1 its tool plane, 3 a
+// third plane. Empty for any other selector, for an operation without that plane, and when the host
+// raises; nothing when the host does not know the plane.
+std::optional<std::wstring> getPlaneName(const operation& op, int selector);
 
 } // namespace torvapdm

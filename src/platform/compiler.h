@@ -1,4 +1,4 @@
-// What one of the two compilers lacks, and what their C libraries treat differently.
+// What the two supported compilers and their C libraries treat differently.
 #pragma once
 
 #include <cstdio>
@@ -15,21 +15,21 @@
 
 namespace torvapdm {
 
-// True when an input stream opens the file while denying nobody anything (no share for deletion,
-// which the C library does not know). The stream is closed again.
+// True when an input stream can open the file in deny-none sharing, which still does not share
+// deletion. The stream is closed again.
 inline bool opensDenyingNone(const char* path)
 {
 #if defined(_MSC_VER)
     return std::ifstream(path, std::ios_base::in, _SH_DENYNO).is_open();
 #else
-    // This library's streams take no sharing mode; the C stream beneath them does.
+    // libstdc++'s streams take no sharing mode, the C stream does.
     FILE* const stream = _fsopen(path, "r", _SH_DENYNO);
     return stream && std::fclose(stream) == 0;
 #endif
 }
 
-// Closes a stream that may be null. One C library ignores a null stream, the other reports it to
-// its invalid-parameter handler, which would end the process.
+// Closes a stream that may be null. MinGW's C library ignores a null stream; Visual C++'s calls its
+// invalid-parameter handler, which by default ends the process.
 inline void closeStream(FILE* stream)
 {
 #if defined(_MSC_VER)

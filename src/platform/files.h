@@ -1,17 +1,56 @@
-// Small questions about files.
+// Files: whether one exists, which names match a pattern, and the owners of streams and handles.
 #pragma once
 
+#include <windows.h>
+
+#include <cstdio>
+#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace torvapdm {
 
-// True when the path exists and is no folder.
+// True when the path exists and is not a folder.
 bool fileExists(const std::wstring& path);
 
-// True when the path exists, as a file or as a folder.
-bool pathExists(const std::wstring& path);
+// The names, without their folder, of the files that match the pattern; empty when none does.
+// Pattern and names are in the system's ANSI code page.
+std::vector<std::string> findFileNames(const std::string& pattern);
 
-// The file's size in bytes, its low 32 bits. The file has to exist; 0 when it does not.
-int getFileSize(const std::wstring& path);
+struct StreamCloser {
+    void operator()(FILE* stream) const { std::fclose(stream); }
+};
+
+// An open C stream, closed with its owner; null when there is none.
+using OwnFile = std::unique_ptr<FILE, StreamCloser>;
+
+// Opens a stream in a mode of _wfopen_s; null when the file cannot be opened.
+OwnFile openStream(const std::wstring& path, const wchar_t* mode);
+
+// The handle of a kernel object, closed with its owner. INVALID_HANDLE_VALUE becomes null, so that
+// there is one empty value.
+class OwnHandle {
+public:
+    explicit OwnHandle(HANDLE handle) : handle_(handle == INVALID_HANDLE_VALUE ? nullptr : handle)
+    {
+    }
+    ~OwnHandle()
+    {
+        if (handle_)
+            CloseHandle(handle_);
+    }
+    OwnHandle(const OwnHandle&) = delete;
+    OwnHandle& operator=(const OwnHandle&) = delete;
+
+    explicit operator bool() const { return handle_ != nullptr; }
+    HANDLE get() const { return handle_; }
+
+    // Gives the handle up to the caller.
+    HANDLE release() { return std::exchange(handle_, nullptr); }
+
+private:
+    HANDLE handle_;
+};
 
 } // namespace torvapdm

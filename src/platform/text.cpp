@@ -21,21 +21,6 @@ std::string toNarrowAnsi(const std::wstring& text)
     return toNarrow(text, GetACP());
 }
 
-std::wstring toWide(const std::string& text, UINT codePage)
-{
-    const int size = MultiByteToWideChar(codePage, 0, text.c_str(), -1, nullptr, 0);
-    if (size <= 0)
-        return {};
-    std::vector<wchar_t> wide(static_cast<size_t>(size));
-    MultiByteToWideChar(codePage, 0, text.c_str(), -1, wide.data(), size);
-    return wide.data();
-}
-
-std::wstring toWideAnsi(const std::string& text)
-{
-    return toWide(text, GetACP());
-}
-
 std::string toNarrowByRuntime(const std::wstring& text)
 {
     const size_t failed = static_cast<size_t>(-1);
@@ -54,11 +39,6 @@ std::string truncateToBytes(const std::wstring& text)
     std::transform(text.begin(), text.end(), bytes.begin(),
                    [](wchar_t unit) { return static_cast<char>(unit); });
     return bytes;
-}
-
-std::wstring translateText(int, const std::wstring& text)
-{
-    return text;
 }
 
 } // namespace torvapdm

@@ -1,28 +1,23 @@
-// Conversions between wide and 8-bit text, and the seam for a later translation.
+// Conversions from UTF-16 to 8-bit text.
 #pragma once
 
-#include "framework/framework.h"
+#include <windows.h>
 
 #include <string>
 
 namespace torvapdm {
 
-// The text in this code page; characters it lacks become its default character. Empty on failure.
+// The text in this code page; a character that the code page lacks becomes its default character.
+// Empty on failure.
 std::string toNarrow(const std::wstring& text, UINT codePage);
-std::string toNarrowAnsi(const std::wstring& text); // the system's ANSI code page
 
-// The text up to its first zero, from this code page. Empty on failure.
-std::wstring toWide(const std::string& text, UINT codePage);
-std::wstring toWideAnsi(const std::string& text); // the system's ANSI code page
+// The same in the system's ANSI code page.
+std::string toNarrowAnsi(const std::wstring& text);
 
-// The text in the C runtime's locale. Empty when it holds a character the locale lacks.
+// The text in the C runtime's locale. Empty when it holds a character that the locale lacks.
 std::string toNarrowByRuntime(const std::wstring& text);
 
-// Each UTF-16 unit cut to its low byte.
+// The low byte of each UTF-16 unit.
 std::string truncateToBytes(const std::wstring& text);
-
-// The text as the user is to see it. Returns it unchanged and ignores the number: every text shown
-// passes through here so that a translation has one place to go.
-std::wstring translateText(int number, const std::wstring& text);
 
 } // namespace torvapdm

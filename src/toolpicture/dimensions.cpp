@@ -9,7 +9,7 @@ namespace torvapdm {
 
 namespace {
 
-// Below it, in degrees, a tip angle counts as none.
+// Degrees; a smaller tip angle counts as 0.
 constexpr double smallestAngle = 0.001;
 
 ToolDimensions withoutKind(const ToolArguments& guarded)
@@ -37,7 +37,7 @@ void makeBullNose(ToolDimensions& tool)
     tool.angle = 0;
 }
 
-// A point has no corner: whatever is told of one does not count, not even as no number.
+// A point has no corner, so the given radius is ignored, even when it is NaN.
 void makePointed(ToolDimensions& tool)
 {
     tool.isPointed = true;
@@ -50,9 +50,8 @@ void makePointedWithoutFlutes(ToolDimensions& tool)
     tool.fluteLength = 0;
 }
 
-// Deliberate: the tip angle stays, so that a tool with a reversed corner can have a taper too, and
-// its corner then comes out as a tapered tool's. One would expect an angle of 0 as with the other
-// corners; the Companion gives this kind an angle of 0 when it means no taper.
+// Quirk Q25: the tip angle is kept, so this kind can have a taper, and is then drawn with a tapered
+// tool's corner.
 void makeReversedCorner(ToolDimensions& tool)
 {
     tool.radius = -std::min(std::abs(tool.radius), tool.diameter / 2);
@@ -121,9 +120,7 @@ ToolArguments guardedArguments(ToolArguments arguments)
 {
     if (arguments.diameter <= 0)
         arguments.diameter = 1.0;
-    // Deliberate: an angle above 90 becomes 0, not 90, so that a drill of 100 degrees gets the
-    // point of 118 that one without an angle gets. One would expect its own; the Companion's drills
-    // have always been drawn so.
+    // Quirk Q23: an angle above 90 becomes 0, so a drill of 100 degrees gets a point of 118.
     if (!(arguments.tipAngle >= 0 && arguments.tipAngle <= 90))
         arguments.tipAngle = 0;
     if (arguments.fluteLength < 0)
@@ -139,8 +136,7 @@ double halfAngleOfPoint(double tipAngle)
 {
     if (tipAngle <= 0)
         return 59.0;
-    // Deliberate: no tip angle gets here any more, since one above 90 became 0. One would expect
-    // the line to go; it is kept for the day when the guard lets blunter points through.
+    // Quirk Q24: never true, since the guard has already replaced such an angle.
     if (tipAngle >= 180)
         return 89.999;
     return tipAngle / 2;

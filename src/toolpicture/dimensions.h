@@ -1,12 +1,12 @@
-// A cutting tool's dimensions, from what a caller asks to have drawn. Lengths are in the tool's own
-// unit, angles in degrees. No platform header: these are decisions.
+// A cutting tool's dimensions, computed from the arguments of DrawTool. Lengths are in the tool's
+// unit, angles in degrees. No platform header.
 #pragma once
 
 #include <cstdint>
 
 namespace torvapdm {
 
-// What DrawTool is called with, as it comes.
+// The arguments of DrawTool, unchecked.
 struct ToolArguments {
     std::uint32_t width; // of the picture, in pixels
     std::uint32_t height;
@@ -15,7 +15,7 @@ struct ToolArguments {
     double cornerRadius;
     double tipAngle;
     double fluteLength;
-    double shoulderLength; // from the tip to the shoulder's upper end
+    double shoulderLength; // from the tip to the upper end of the shoulder
     double overallLength;
     double shankDiameter;
 };
@@ -29,25 +29,25 @@ struct ToolDimensions {
     double shoulderLength; // at least the flute length
     double overallLength;  // at least the shoulder length; without the point
     double shankDiameter;
-    bool isPointed;         // ends in a cone, a drill's
+    bool isPointed;         // ends in a cone, like a drill
     bool hasReversedCorner; // the corner is hollow
     double pointLength;     // 0 for a kind that is not pointed
     double totalLength;     // with the point
-    double taper;           // by how much the flutes' upper end stands out, on either side
+    double taper;           // how much wider the upper end of the flutes is, on each side
     double drawnWidth;
 };
 
-// The arguments with each unusable value replaced. Values that are no number stay; the tip angle
-// alone becomes 0 then.
+// The arguments with each unusable value replaced. NaN is kept, except for the tip angle, where it
+// becomes 0.
 ToolArguments guardedArguments(ToolArguments arguments);
 
-// Half the angle of a pointed kind's cone.
+// Half of the cone's angle for a pointed kind.
 double halfAngleOfPoint(double tipAngle);
 
-// The dimensions of the guarded arguments' kind. A kind that is not known ends flat.
+// The dimensions for the kind of the guarded arguments. An unknown kind has a flat end.
 ToolDimensions toolDimensions(const ToolArguments& guarded);
 
-// True when every dimension is a finite number. Only such tools can be drawn.
+// True when every dimension is finite.
 bool areFinite(const ToolDimensions& dimensions);
 
 } // namespace torvapdm

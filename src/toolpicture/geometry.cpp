@@ -10,29 +10,25 @@ namespace torvapdm {
 
 namespace {
 
-constexpr std::uint64_t bytesAPixel = 4;
-constexpr std::uint64_t mostBytes = std::numeric_limits<std::int32_t>::max();
+constexpr std::uint64_t bytesPerPixel = 4;
+constexpr std::uint64_t largestBitmap = std::numeric_limits<std::int32_t>::max();
 
-// Half the length that stands for the cap, which has no dimension of its own.
+// The length that determines the cap's width, since the cap has no dimension of its own.
 double capLength(const ToolDimensions& tool, double scale, int width)
 {
-    double v = std::max(tool.totalLength / 2, 2.0);
-    // Deliberate: what lies between 10 and 30 becomes 30, and 10 itself stays 10. One would expect
-    // a bound on one side; the Companion's pictures have always had their caps so.
-    if (v > 10 && v < 30)
-        v = 30;
-    // Deliberate: a cap wider than the picture is measured in pixels here and in the tool's units
-    // below. One would expect one unit; in all but the narrowest pictures the bound on the cap's
-    // half decides.
-    if (v / scale * 1.2 > width)
-        v = width / 1.2;
-    return v;
+    double length = std::max(tool.totalLength / 2, 2.0);
+    if (length > 10 && length < 30)
+        length = 30; // Quirk Q27: and exactly 10 stays 10.
+    // Quirk Q28: the bound is in pixels, although the length is in the tool's unit.
+    if (length / scale * 1.2 > width)
+        length = width / 1.2;
+    return length;
 }
 
 int capHalfOf(const ToolDimensions& tool, double scale, PictureSize picture)
 {
-    const double v = capLength(tool, scale, picture.width);
-    return clampInt(truncated(v / (2 * scale)), 2, picture.width / 2 - 5);
+    const double length = capLength(tool, scale, picture.width);
+    return clampInt(truncated(length / (2 * scale)), 2, picture.width / 2 - 5);
 }
 
 } // namespace
@@ -41,7 +37,7 @@ bool isPictureSize(std::uint32_t width, std::uint32_t height)
 {
     if (width == 0 || height == 0 || height > mostRows)
         return false;
-    return std::uint64_t{width} * 2 * height * 2 * bytesAPixel <= mostBytes;
+    return std::uint64_t{width} * 2 * height * 2 * bytesPerPixel <= largestBitmap;
 }
 
 double toolScale(const ToolDimensions& tool, PictureSize picture)
@@ -52,9 +48,7 @@ double toolScale(const ToolDimensions& tool, PictureSize picture)
         scale = 1;
     scale *= picture.width > picture.height ? 1.09 : 1.08;
     const double widestHalf = tool.diameter * 0.5 + tool.taper;
-    // Deliberate: a needle is enlarged until it is one pixel wide to either side, whatever becomes
-    // of its length. One would expect it to stay within the picture; without that pixel its flutes
-    // would not be seen.
+    // Quirk Q26: a thinner tool is enlarged to one pixel on each side and may exceed the picture.
     return widestHalf / scale < 1 ? widestHalf : scale;
 }
 

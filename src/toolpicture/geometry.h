@@ -1,4 +1,4 @@
-// Where a tool lies in its picture, in pixels. No platform header: these are decisions.
+// The position of a tool in its picture, in pixels. No platform header.
 #pragma once
 
 #include "toolpicture/dimensions.h"
@@ -11,17 +11,17 @@ struct PictureSize {
     int height;
 };
 
-// The rows that a picture can have at most.
+// The most rows of a picture.
 constexpr int mostRows = 4096;
 
-// True when a picture of this size can be drawn: it has a pixel, no more than `mostRows` rows, and
-// a work surface of four times its pixels that a bitmap of less than 2 GB can hold.
+// True when a picture of this size can be drawn: at least one pixel, at most `mostRows` rows, and a
+// work surface of four times its pixels in less than 2 GB.
 bool isPictureSize(std::uint32_t width, std::uint32_t height);
 
-// Rows count from the top, columns from the left. Only the left half is drawn: a half width is the
+// Rows count from the top, columns from the left. Only the left half is drawn: a half width is a
 // distance to the left of the centre column.
 struct ToolGeometry {
-    double scale; // the tool's units in one pixel
+    double scale; // tool units per pixel
     int centreColumn;
     int capHalf;
     int shankHalf;
@@ -30,14 +30,14 @@ struct ToolGeometry {
     int tipRow; // of a tool that is not pointed
 };
 
-// The tool's units in one pixel: the tool's longer side fills nearly the whole of the picture's
-// shorter one, as far as 1,000 pixels.
+// Tool units per pixel, chosen so that the tool's longer side nearly fills the picture's shorter
+// side (or 1,000 pixels of it).
 double toolScale(const ToolDimensions& tool, PictureSize picture);
 
 ToolGeometry toolGeometry(const ToolDimensions& tool, PictureSize picture);
 
-// True when every dimension is a finite number and so is the scale, which is above 0. Only such a
-// tool has a picture.
+// True when every dimension is finite, and the scale is finite and above 0. Only such a tool has a
+// picture.
 bool isDrawable(const ToolDimensions& tool, double scale);
 
 } // namespace torvapdm

@@ -1,4 +1,4 @@
-// The small arithmetic that the tool picture is made with. No platform header: these are decisions.
+// Arithmetic for the tool picture. No platform header.
 #pragma once
 
 namespace torvapdm {
@@ -6,13 +6,13 @@ namespace torvapdm {
 // The largest coordinate that a graphics call takes.
 constexpr int farthestPixel = (1 << 27) - 1;
 
-// The value without its fraction, towards zero. Defined for every double: what lies beyond the
-// farthest pixel, on either side, becomes that pixel, and what is no number becomes 0. A few such
-// values can be added up without leaving the range of an int.
+// The value truncated towards zero. Defined for every double: a value beyond the farthest pixel, in
+// either direction, becomes that pixel, and NaN becomes 0, so that sums of a few such values fit
+// into an int.
 int truncated(double value);
 
 // `low` when the value is below it, else `high` when it is above that, else the value. Defined also
-// when `low` lies above `high`: a value below `low` then gives `low`, any other gives `high`.
+// when `low` is above `high`: a value below `low` then gives `low`, any other gives `high`.
 int clampInt(int value, int low, int high);
 
 // The angle in radians.

@@ -15,14 +15,14 @@ using Moves = std::vector<OutlineMove>;
 
 constexpr int capHeight = 5;
 
-// A corner that is smaller, in pixels, is not drawn.
+// In pixels; a smaller corner is not drawn.
 constexpr double smallestRadius = 2;
 
-// A taper of so much or less, in the tool's unit, counts as none.
+// In the tool's unit; a taper up to this counts as none.
 constexpr double smallestTaper = 0.001;
 
-// Far larger than any picture; a system's arcs can go wrong, and bring the process down, where
-// their squares no longer fit into its numbers.
+// Far larger than any picture. With larger coordinates, the graphics system's arcs can overflow and
+// crash the process.
 constexpr int farthestArc = 32767;
 
 void moveTo(Moves& moves, int x, int y)
@@ -35,7 +35,7 @@ void lineTo(Moves& moves, int x, int y)
     moves.push_back({Kind::lineTo, {x, y}, {}, {}, {}, {}});
 }
 
-// Gives the row it ends in.
+// Gives the row in which it ends.
 int drawCap(Moves& moves, const ToolGeometry& at)
 {
     const int left = at.centreColumn - at.capHalf;
@@ -45,7 +45,7 @@ int drawCap(Moves& moves, const ToolGeometry& at)
     return capHeight;
 }
 
-// Each of these starts in row y and gives the row it ends in.
+// Each of the following starts in row y and gives the row in which it ends.
 
 int drawShank(Moves& moves, const ToolDimensions& tool, const ToolGeometry& at, int y)
 {
@@ -83,8 +83,7 @@ void drawFlatEnd(Moves& moves, const ToolGeometry& at)
     lineTo(moves, x, at.tipRow);
 }
 
-// The tangent of what is left of 45 degrees. Deliberate: the taper, a length, enters as degrees.
-// One would expect the tip angle; only the upper bound of the corner's radius depends on it.
+// Quirk Q29: the taper, a length, is used as an angle in degrees.
 double taperFactor(double taper)
 {
     return taper < 90 ? std::tan(radians(45 - taper / 2)) : 1e-7;
@@ -93,21 +92,20 @@ double taperFactor(double taper)
 void drawTaperedCorner(Moves& moves, const ToolDimensions& tool, const ToolGeometry& at)
 {
     const double radius = std::min(tool.diameter / (2 * taperFactor(tool.taper)), tool.radius);
-    const int a = truncated(std::tan(radians(45 - tool.angle / 2)) * radius / at.scale);
-    // Deliberate: without an arc nothing leads to the tip's row but the line to its middle, so that
-    // the tool ends in a cone. One would expect a flat end.
-    if (a < 1)
+    const int arcWidth = truncated(std::tan(radians(45 - tool.angle / 2)) * radius / at.scale);
+    // Quirk Q30: without an arc, the line to the tip's centre makes a cone of the end.
+    if (arcWidth < 1)
         return;
-    const int rp = truncated(radius / at.scale);
+    const int radiusInPixels = truncated(radius / at.scale);
     const int left = at.centreColumn - at.diameterHalf;
     const double angle = radians(tool.angle);
-    const PixelPoint start = {left - truncated(a * std::sin(angle)),
-                              at.tipRow - truncated(a * std::cos(angle))};
-    const PixelPoint end = {left + a, at.tipRow};
+    const PixelPoint start = {left - truncated(arcWidth * std::sin(angle)),
+                              at.tipRow - truncated(arcWidth * std::cos(angle))};
+    const PixelPoint end = {left + arcWidth, at.tipRow};
     moves.push_back({Kind::arcTo,
                      {},
-                     {end.x - rp, at.tipRow - 2 * rp + 1},
-                     {end.x + rp, at.tipRow + 1},
+                     {end.x - radiusInPixels, at.tipRow - 2 * radiusInPixels + 1},
+                     {end.x + radiusInPixels, at.tipRow + 1},
                      start,
                      end});
 }
@@ -139,7 +137,7 @@ void drawEnd(Moves& moves, const ToolDimensions& tool, const ToolGeometry& at)
         drawRoundCorner(moves, tool, at);
 }
 
-// Gives the tip's row.
+// Gives the row of the tip.
 int drawFlutesAndTip(Moves& moves, const ToolDimensions& tool, const ToolGeometry& at, int y)
 {
     if (tool.isPointed)

@@ -1,5 +1,4 @@
-// The outline of a tool's left half, as the moves that draw it. No platform header: these are
-// decisions.
+// The outline of a tool's left half, as a list of drawing moves. No platform header.
 #pragma once
 
 #include "toolpicture/geometry.h"
@@ -13,10 +12,10 @@ struct PixelPoint {
     int y;
 };
 
-// One call on the picture's device. A line leaves out its last pixel. An arc is the part of the
-// ellipse in the box that runs counter-clockwise from `start` to `end`, which give its two ends as
-// seen from the box's centre; arcTo draws a line to it first and moves on to its end, arc leaves
-// the present position alone.
+// One graphics call. A line excludes its last pixel. An arc is the part of the ellipse in the box
+// that runs counter-clockwise from the direction of `start` to that of `end`, seen from the centre
+// of the box; arcTo first draws a line to the arc and moves the current position to its end, arc
+// does not use the current position.
 struct OutlineMove {
     enum class Kind { moveTo, lineTo, arcTo, arc };
 
@@ -28,8 +27,8 @@ struct OutlineMove {
     PixelPoint end;
 };
 
-// The rows in which the cap, the shank and the shoulder end; none lies above the one before it.
-// What is below the last is flutes and tip.
+// The rows in which the cap, the shank and the shoulder end, in ascending order. The flutes and the
+// tip follow.
 struct SectionMarks {
     int cap;
     int shank;
@@ -44,8 +43,8 @@ struct ToolOutline {
 // From the cap, along shank, shoulder and flutes, to the middle of the tip.
 ToolOutline toolOutline(const ToolDimensions& tool, const ToolGeometry& geometry);
 
-// True when the graphics calls can draw every move: each point lies nearer than the farthest pixel
-// and each arc's box within 32,767 pixels of the picture's corner.
+// True when the graphics calls can draw every move: each point is nearer than the farthest pixel,
+// and each arc's box is within 32,767 pixels of the picture's origin.
 bool canBeDrawn(const ToolOutline& outline);
 
 } // namespace torvapdm

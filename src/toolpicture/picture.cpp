@@ -11,11 +11,10 @@ namespace torvapdm {
 
 namespace {
 
-// Deliberate: a value that is no colour. One would expect the background's own; it stands for a
-// graded background, and the body or that background paints over every pixel that it fills.
+// Quirk Q31: not a colour. The body and the graded background paint over every pixel it fills.
 constexpr COLORREF backgroundValue = 0xFFFFFFFF;
 
-// A column's part from row `top` to row `bottom` - 1.
+// Fills the rows `top` to `bottom` - 1 of a column.
 void fillColumn(HDC context, int x, int top, int bottom, Colour colour)
 {
     const RECT column = {x, top, x + 1, bottom};
@@ -43,7 +42,7 @@ void draw(HDC context, const OutlineMove& move)
     }
 }
 
-// False when there is no pen to draw with.
+// False when the pen cannot be created.
 bool drawOutline(HDC context, const ToolOutline& outline)
 {
     const Pen pen(CreatePen(PS_SOLID, 1, outlineColour));
@@ -64,28 +63,29 @@ void shadeRun(HDC context, const BodyRun& run, PictureSize picture, Colour secti
         fillColumn(context, run.boundary + t, run.top, run.bottom, bodyColour(section, t, span));
 }
 
-// Shades the body and notes in `sp` where each row's begins.
-void shadeBody(HDC context, PictureSize picture, const SectionMarks& marks, BoundaryTable& sp)
+// Shades the body, and stores in `boundaries` the column in which it starts in each row.
+void shadeBody(HDC context, PictureSize picture, const SectionMarks& marks,
+               BoundaryTable& boundaries)
 {
     const auto isOutline = [context](int x, int y) {
         return GetPixel(context, x, y) == outlineColour;
     };
-    sp.fill(picture.width / 2 + 1);
+    boundaries.fill(picture.width / 2 + 1);
     for (int y = 0; y < picture.height;) {
         const auto run = findBodyRun(isOutline, y, picture, marks);
         if (!run)
             return;
-        std::fill(sp.begin() + run->top, sp.begin() + run->bottom, run->boundary);
+        std::fill(boundaries.begin() + run->top, boundaries.begin() + run->bottom, run->boundary);
         shadeRun(context, *run, picture, sectionColour(y, marks));
         y = run->bottom;
     }
 }
 
-void paintBackground(HDC context, PictureSize picture, const BoundaryTable& sp)
+void paintBackground(HDC context, PictureSize picture, const BoundaryTable& boundaries)
 {
     for (int y = 0; y < picture.height;) {
-        const int bottom = endOfEqualRows(sp, y, picture.height);
-        for (int x = 0; x < sp[static_cast<size_t>(y)]; ++x)
+        const int bottom = endOfEqualRows(boundaries, y, picture.height);
+        for (int x = 0; x < boundaries[static_cast<size_t>(y)]; ++x)
             fillColumn(context, x, y, bottom,
                        adjustHls(backgroundBase, MulDiv(x, 80, picture.width),
                                  MulDiv(x, -50, picture.width)));
@@ -93,56 +93,48 @@ void paintBackground(HDC context, PictureSize picture, const BoundaryTable& sp)
     }
 }
 
-// Deliberate: the centre column comes twice, beside itself, and the row below the picture is copied
-// too. One would expect the mirror image to begin with the column before the centre and to end with
-// the last row. The Companion has always shown its tools so; the row is one of the work surface's
-// and is cut off with the rest of it.
+// Quirk Q32: the centre column appears twice, and the row below the picture, which is cut off
+// later, is copied as well.
 void mirrorLeftHalf(HDC context, PictureSize picture)
 {
     const int centre = picture.width / 2;
-    for (int k = 1, s = centre; s >= 1; ++k, --s)
+    for (int distance = 1, source = centre; source >= 1; ++distance, --source)
         for (int y = 0; y <= picture.height; ++y)
-            fillColumn(context, centre + k, y, y + 1, GetPixel(context, s, y));
+            fillColumn(context, centre + distance, y, y + 1, GetPixel(context, source, y));
 }
 
 // Draws the whole picture into the upper left quarter of the work surface; false when it cannot.
 bool drawPicture(HDC context, const ToolOutline& outline, PictureSize picture)
 {
-    const RECT cr = {0, 0, picture.width, picture.height};
-    fillSolidRect(context, cr, backgroundValue);
+    const RECT area = {0, 0, picture.width, picture.height};
+    fillSolidRect(context, area, backgroundValue);
     if (!drawOutline(context, outline))
         return false;
-    BoundaryTable sp{};
-    shadeBody(context, picture, outline.marks, sp);
-    paintBackground(context, picture, sp);
+    BoundaryTable boundaries{};
+    shadeBody(context, picture, outline.marks, boundaries);
+    paintBackground(context, picture, boundaries);
     mirrorLeftHalf(context, picture);
     return true;
 }
 
-// The tool's picture as a bitmap of its own; null when it cannot be drawn. The work surface is
-// twice as wide and as high, so that what the outline and its mirror image draw beside and below
-// the picture has room.
+// The picture as a bitmap; null when it cannot be drawn. The work surface is twice as wide and
+// high, since the outline and its mirror image can extend to the right of the picture and below it.
 Bitmap toolBitmap(const ToolOutline& outline, PictureSize picture)
 {
     const auto [width, height] = picture;
-    const ScreenContext dc2 = openScreenContext();
-    const PictureSurface work = openSurface(dc2, 2 * width, 2 * height);
-    PictureSurface cut = openSurface(dc2, width, height);
-    const HDC ddc = work.context.get();
-    const HDC MemDC = cut.context.get();
-    if (!ddc || !MemDC || !drawPicture(ddc, outline, picture))
+    const ScreenContext screen = openScreenContext();
+    const PictureSurface work = openSurface(screen, 2 * width, 2 * height);
+    PictureSurface result = openSurface(screen, width, height);
+    const HDC workContext = work.context.get();
+    const HDC resultContext = result.context.get();
+    if (!workContext || !resultContext || !drawPicture(workContext, outline, picture))
         return nullptr;
-    if (!BitBlt(MemDC, 0, 0, width, height, ddc, 0, 0, SRCCOPY))
+    if (!BitBlt(resultContext, 0, 0, width, height, workContext, 0, 0, SRCCOPY))
         return nullptr;
-    return takeBitmap(std::move(cut));
+    return takeBitmap(std::move(result));
 }
 
 } // namespace
-
-std::wstring toolPicturePath(std::int32_t imageId)
-{
-    return getInstallationFolder() + L"\\temp\\toolimage-" + std::to_wstring(imageId) + L".bmp";
-}
 
 void drawTool(const ToolArguments& arguments, std::int32_t imageId)
 {
@@ -156,13 +148,12 @@ void drawTool(const ToolArguments& arguments, std::int32_t imageId)
     const ToolOutline outline = toolOutline(tool, toolGeometry(tool, picture));
     if (!canBeDrawn(outline))
         return;
-    Bitmap Bmp = toolBitmap(outline, picture);
-    if (!Bmp)
+    Bitmap bitmap = toolBitmap(outline, picture);
+    if (!bitmap)
         return;
-    CImage TempImageObj;
-    TempImageObj.Attach(Bmp.release());
-    const std::wstring sPath = toolPicturePath(imageId);
-    TempImageObj.Save(sPath.c_str());
+    CImage image;
+    image.Attach(bitmap.release());
+    image.Save(toolPicturePath(imageId).c_str());
 }
 
 } // namespace torvapdm

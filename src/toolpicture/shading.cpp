@@ -41,15 +41,15 @@ Colour sectionColour(int top, const SectionMarks& marks)
 Colour bodyColour(Colour section, int t, int span)
 {
     constexpr double strongestLight = 60; // percent
-    const double p = std::sin(radians(t * 90.0 / span)) * strongestLight;
-    return adjustHls(section, truncated(p), truncated(-(p / 40)));
+    const double light = std::sin(radians(t * 90.0 / span)) * strongestLight;
+    return adjustHls(section, truncated(light), truncated(-(light / 40)));
 }
 
-int endOfEqualRows(const BoundaryTable& sp, int top, int height)
+int endOfEqualRows(const BoundaryTable& boundaries, int top, int height)
 {
-    const int boundary = sp[static_cast<size_t>(top)];
+    const int boundary = boundaries[static_cast<size_t>(top)];
     int bottom = top + 1;
-    while (bottom < height && sp[static_cast<size_t>(bottom)] == boundary)
+    while (bottom < height && boundaries[static_cast<size_t>(bottom)] == boundary)
         ++bottom;
     return bottom;
 }

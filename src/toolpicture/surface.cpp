@@ -25,8 +25,7 @@ Bitmap takeBitmap(PictureSurface surface)
     return std::move(surface.bitmap);
 }
 
-// The framework's way of filling: as the background of a text without characters, which needs no
-// brush.
+// As the background of an empty text, which needs no brush.
 void fillSolidRect(HDC context, const RECT& area, COLORREF colour)
 {
     SetBkColor(context, colour);

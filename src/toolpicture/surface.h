@@ -1,5 +1,4 @@
-// What the tool picture is drawn on: the graphics objects of one picture, each closed with its
-// owner.
+// The graphics objects that a tool picture is drawn with, and their owners.
 #pragma once
 
 #include "framework/framework.h"
@@ -29,24 +28,23 @@ using MemoryContext = GraphicsHandle<HDC, MemoryContextCloser>;
 using Bitmap = GraphicsHandle<HBITMAP, GraphicsObjectCloser>;
 using Pen = GraphicsHandle<HPEN, GraphicsObjectCloser>;
 
-// A bitmap with the memory context that draws on it. The context is declared last and so goes
-// first: a bitmap that is still selected somewhere is not deleted.
+// A bitmap and the memory context that draws on it. The context is declared last so that it is
+// destroyed first: a bitmap that is still selected cannot be deleted.
 struct PictureSurface {
     Bitmap bitmap;
     MemoryContext context;
 };
 
-// The whole screen's context; null when there is none to be had.
+// The screen's context; null on failure.
 ScreenContext openScreenContext();
 
-// A surface of this size, alike the screen's. Without a context when the system has no room for it
-// or knows no bitmap of this size.
+// A surface of this size, compatible with the screen; without a context on failure.
 PictureSurface openSurface(const ScreenContext& screen, int width, int height);
 
-// The surface's bitmap for itself.
+// Gives the surface's bitmap after destroying its context.
 Bitmap takeBitmap(PictureSurface surface);
 
-// Fills the rectangle, its right column and bottom row left out, with the colour itself.
+// Fills the rectangle, without its right column and bottom row, with exactly this colour.
 void fillSolidRect(HDC context, const RECT& area, COLORREF colour);
 
 } // namespace torvapdm

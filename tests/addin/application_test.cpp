@@ -1,4 +1,4 @@
-#include "addin/application.h"
+#include "addin/lifecycle.h"
 
 #include <gtest/gtest.h>
 #include <type_traits>

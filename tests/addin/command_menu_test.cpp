@@ -9,6 +9,7 @@
 #include "support/host_fixture.h"
 #include "support/sockets.h"
 #include "support/system_calls.h"
+#include "host/document.h"
 
 using namespace torvapdm;
 using namespace testing_support;

@@ -1,4 +1,4 @@
-#include "addin/declared_version.h"
+#include "addin/exports.h"
 
 #include <gtest/gtest.h>
 

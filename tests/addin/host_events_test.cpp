@@ -1,6 +1,7 @@
 #include "addin/exports.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
+#include "addin/host_events.h"
 
 using namespace torvapdm;
 using namespace testing_support;

@@ -7,6 +7,8 @@
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
+#include "host/document.h"
+#include "incoming/incoming_state.h"
 
 using namespace torvapdm;
 using namespace testing_support;

@@ -2,6 +2,7 @@
 
 #include "support/sockets.h"
 #include "support/system_calls.h"
+#include "dormant/dormant.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -7,6 +7,8 @@
 #include "support/counts.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
+#include "host/document.h"
+#include "incoming/incoming_state.h"
 
 #include <algorithm>
 #include <sddl.h>

@@ -1,8 +1,10 @@
 #include "companion/settings.h"
 
-#include "dormant/nc_import_switch.h"
+#include "dormant/dormant.h"
+#include "formats/settings_file.h"
 #include "support/bytes.h"
 #include "support/installation.h"
+#include "companion/installation.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>

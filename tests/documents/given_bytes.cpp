@@ -19,7 +19,7 @@ CheckoutAnswer answerOf(const std::string& bytes, std::wstring& kind)
 {
     std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
     std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
-    return torvapdm::interpretAnswer(text, kind);
+    return torvapdm::parseCheckoutAnswer(text, kind);
 }
 
 } // namespace
@@ -56,8 +56,8 @@ void giveCheckoutAnswer(const std::string& bytes)
     const CheckoutAnswer answer = answerOf(bytes, kind);
     EXPECT_EQ(answer.kind, CheckoutAnswer::Kind::file);
     EXPECT_EQ(kind, L"CAD");
-    EXPECT_EQ(answer.id, 1234);
-    EXPECT_EQ(answer.path, L"C:\\Parts\\bracket.mcam");
+    EXPECT_EQ(answer.file.id, 1234);
+    EXPECT_EQ(answer.file.path, L"C:\\Parts\\bracket.mcam");
 }
 
 void giveCheckinAnswer(const std::string& bytes)

@@ -10,7 +10,7 @@
 
 namespace testing_support {
 
-using Kind = torvapdm::CommandRequest::Kind;
+using Kind = torvapdm::Command::Kind;
 
 const char lastPartName[] = "the last part.mcam";
 
@@ -135,14 +135,14 @@ PlannedFile CommandFilePlan::last()
 // Nothing for a file whose effect depends on something else.
 std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
 {
-    const torvapdm::CommandRequest request = fuzzing::plainRequest(bytes);
+    const torvapdm::Command request = fuzzing::plainRequest(bytes);
     PlannedFile file = {bytes, "", std::nullopt};
     if (request.kind == Kind::checkIn)
         file.trace = "other m_fclose(null, 0, null)\n" + newFileLines;
     else if (request.kind == Kind::newFile)
         file.trace = newFileLines;
-    else if (request.kind == Kind::open && request.id != neverCarriedOut)
-        return opening(file, request.id, request.path);
+    else if (request.kind == Kind::open && request.file.id != neverCarriedOut)
+        return opening(file, request.file.id, request.file.path);
     return file;
 }
 

@@ -14,7 +14,7 @@ void CommitFixture::commit(const CompanionProgram& companion, std::uint32_t id,
                            const std::wstring& file) const
 {
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    appendCommit(requestFile(companion.process().id()), commitRecord(id, file));
+    appendCommit(requestFile(companion.process().id()), formatCommitRecord(id, file));
 }
 
 std::wstring CommitFixture::makePart(const std::wstring& name, const std::string& bytes) const

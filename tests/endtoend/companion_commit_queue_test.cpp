@@ -112,7 +112,7 @@ TEST_F(CommitQueue, leavesTheFileAsItIsWhileTheProgramRuns)
     const std::wstring one = numberedPart(1);
     commit(companion, noId, one);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
-    EXPECT_EQ(readBytes(requestFile(companion.process().id())), commitRecord(noId, one));
+    EXPECT_EQ(readBytes(requestFile(companion.process().id())), formatCommitRecord(noId, one));
 }
 
 // A writer that found the end, then waits, is not disturbed by a reader that takes all before it.
@@ -122,7 +122,7 @@ TEST_F(CommitQueue, doesNotMoveTheEndUnderAWriter)
     commit(companion, noId, numberedPart(1));
     CommitAppend slow(requestFile(companion.process().id()));
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
-    const std::string record = commitRecord(noId, numberedPart(2));
+    const std::string record = formatCommitRecord(noId, numberedPart(2));
     EXPECT_TRUE(slow.lock(record.size()));
     EXPECT_TRUE(slow.write(record));
     slow.unlock();
@@ -134,7 +134,7 @@ TEST_F(CommitQueue, waitsForAWriterThatIsHalfThrough)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const std::string record = commitRecord(noId, numberedPart(1));
+    const std::string record = formatCommitRecord(noId, numberedPart(1));
     CommitAppend slow(requestFile(companion.process().id()));
     EXPECT_TRUE(slow.lock(record.size()));
     for (const char byte : record)
@@ -152,7 +152,7 @@ TEST_F(CommitQueue, waitsForTheRestOfHalfARecord)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const std::wstring file = requestFile(companion.process().id());
-    const std::string record = commitRecord(noId, numberedPart(1));
+    const std::string record = formatCommitRecord(noId, numberedPart(1));
     appendCommit(file, record.substr(0, 5));
     waitForALook(companion);
     appendCommit(file, record.substr(5, 15));
@@ -169,8 +169,8 @@ TEST_F(CommitQueue, putsHalfARecordAsideWhenAnotherFollowsIt)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const std::wstring file = requestFile(companion.process().id());
-    const std::string record = commitRecord(noId, numberedPart(1));
-    const std::string half = commitRecord(17, L"C:\\never finished.mcam").substr(0, 31);
+    const std::string record = formatCommitRecord(noId, numberedPart(1));
+    const std::string half = formatCommitRecord(17, L"C:\\never finished.mcam").substr(0, 31);
     appendCommit(file, half);
     appendCommit(file, record);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
@@ -192,7 +192,7 @@ TEST_F(CommitQueue, isNotBlindedByGarbage)
     int number = 0;
     for (const std::string& bytes : garbage) {
         appendCommit(file, bytes);
-        appendCommit(file, commitRecord(noId, numberedPart(++number)));
+        appendCommit(file, formatCommitRecord(noId, numberedPart(++number)));
         ASSERT_TRUE(waitForVersion(companion, partName(number), 1)) << number;
         EXPECT_EQ(skippedBytes(number), bytes);
     }
@@ -205,7 +205,7 @@ TEST_F(CommitQueue, findsRecordsBehindALotOfGarbage)
     constexpr size_t oneLook = 4 * (8 + 2 * 32767); // bytes; it ends in the record's first ones
     const std::string garbage(oneLook - 5, '\xEE');
     appendCommit(requestFile(endedProcess), garbage);
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     std::string skipped;
@@ -217,8 +217,8 @@ TEST_F(CommitQueue, findsRecordsBehindALotOfGarbage)
 
 TEST_F(CommitQueue, takesWhatAnEndedProcessLeft)
 {
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(2)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(2)));
     const auto size = std::filesystem::file_size(requestFile(endedProcess));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
@@ -232,8 +232,8 @@ TEST_F(CommitQueue, takesWhatAnEndedProcessOfTheSameIdLeft)
 {
     const CompanionProgram companion(installation, L"", true);
     const DWORD process = companion.process().id();
-    writeBytes(beside(process, L".closed"), commitRecord(noId, numberedPart(1)));
-    appendCommit(requestFile(process), commitRecord(noId, numberedPart(2)));
+    writeBytes(beside(process, L".closed"), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(process), formatCommitRecord(noId, numberedPart(2)));
     companion.process().resume();
     commit(companion, noId, numberedPart(3));
     ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
@@ -244,7 +244,7 @@ TEST_F(CommitQueue, tellsWhatAnEndedProcessOfTheSameIdLeft)
 {
     const CompanionProgram companion(installation, L"", true);
     const std::wstring file = requestFile(companion.process().id());
-    appendCommit(file, commitRecord(noId, numberedPart(1)));
+    appendCommit(file, formatCommitRecord(noId, numberedPart(1)));
     companion.process().resume();
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_EQ(companion.count(L"commits-left from=torvapdm-"), 1u);
@@ -254,7 +254,7 @@ TEST_F(CommitQueue, tellsWhatAnEndedProcessOfTheSameIdLeft)
 
 TEST_F(CommitQueue, startsWithTheOldest)
 {
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation, L"--commit " + quoted(numberedPart(2)));
     commit(companion, noId, numberedPart(3));
     ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
@@ -265,10 +265,10 @@ TEST_F(CommitQueue, takesWhatIsWrittenToAnEndedProcessLater)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(2)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(2)));
     ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
     expectParts(2);
 }
@@ -278,7 +278,7 @@ TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    appendCommit(requestFile(0), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(0), formatCommitRecord(noId, numberedPart(1)));
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_EQ(companion.count(L" from=torvapdm-0.dat"), 2u); // commits-left and commit
     expectParts(1);
@@ -290,7 +290,7 @@ TEST_F(CommitQueue, leavesTheFileOfARunningProcessOfTheProgramToIt)
     std::filesystem::copy_file(programFolder() + L"desktop_keeper.exe",
                                installation.path(L"other\\TORVA-ZEM.exe"));
     Process other(quoted(installation.path(L"other\\TORVA-ZEM.exe")));
-    const std::string record = commitRecord(noId, numberedPart(1));
+    const std::string record = formatCommitRecord(noId, numberedPart(1));
     appendCommit(requestFile(other.id()), record);
     const CompanionProgram companion(installation);
     commit(companion, noId, numberedPart(2));
@@ -303,9 +303,9 @@ TEST_F(CommitQueue, leavesTheFileOfARunningProcessOfTheProgramToIt)
 
 TEST_F(CommitQueue, goesOnBehindTheBookmarkOfAnEndedProcess)
 {
-    const std::string first = commitRecord(noId, numberedPart(7));
+    const std::string first = formatCommitRecord(noId, numberedPart(7));
     appendCommit(requestFile(endedProcess), first);
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     writeBytes(beside(endedProcess, L".taken"), "taken " + std::to_string(first.size()) + "\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
@@ -316,8 +316,8 @@ TEST_F(CommitQueue, goesOnBehindTheBookmarkOfAnEndedProcess)
 // The process ended between the index and the bookmark.
 TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 {
-    appendCommit(requestFile(endedProcess), commitRecord(17, numberedPart(7)));
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 1 bracket\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
@@ -330,7 +330,7 @@ TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 TEST_F(CommitQueue, knowsANewPartThatIsInTheIndexByItsFile)
 {
     const std::wstring part = numberedPart(1);
-    appendCommit(requestFile(endedProcess), commitRecord(noId, part));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, part));
     writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 43 1 part 1001\n");
     writeBytes(installation.path(L"library\\library.txt"),
                toUtf8(indexText()) + "43 | part 1001 | 1 | 0 |  | \n");
@@ -345,7 +345,7 @@ TEST_F(CommitQueue, knowsANewPartThatIsInTheIndexByItsFile)
 TEST_F(CommitQueue, finishesAVersionThatIsNotInTheIndexYet)
 {
     const std::wstring changedSince = numberedPart(7);
-    appendCommit(requestFile(endedProcess), commitRecord(17, changedSince));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(17, changedSince));
     writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "as it was");
     writeBytes(installation.path(L"library\\bracket\\v2.bmp"), "BM as it was");
@@ -360,7 +360,7 @@ TEST_F(CommitQueue, finishesAVersionThatIsNotInTheIndexYet)
 // The process ended before the part file was whole.
 TEST_F(CommitQueue, copiesAnewWhatWasHalfCopied)
 {
-    appendCommit(requestFile(endedProcess), commitRecord(17, numberedPart(7)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
     writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam.new"), "part f");
     const CompanionProgram companion(installation);
@@ -375,7 +375,7 @@ TEST_F(CommitQueue, copiesAnewWhatWasHalfCopied)
 TEST_F(CommitQueue, doesNotTakeAFinishedBookmarkForThatOfALaterFile)
 {
     writeBytes(beside(endedProcess, L".taken"), "finished\n");
-    appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
+    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     expectParts(1);
@@ -385,7 +385,7 @@ TEST_F(CommitQueue, doesNotTakeAFinishedBookmarkForThatOfALaterFile)
 TEST_F(CommitQueue, removesAFinishedFileUnread)
 {
     writeBytes(beside(endedProcess, L".taken"), "finished\n");
-    writeBytes(beside(endedProcess, L".closed"), commitRecord(noId, numberedPart(1)));
+    writeBytes(beside(endedProcess, L".closed"), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
@@ -396,7 +396,7 @@ TEST_F(CommitQueue, losesAndDoublesNothingWhenTheProgramIsKilledAgainAndAgain)
 {
     constexpr int all = 60;
     for (int number = 1; number <= all; ++number)
-        appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(number)));
+        appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(number)));
     for (size_t stored = 1; stored < all; stored += 6) {
         CompanionProgram companion(installation);
         EXPECT_TRUE(companion.waitForLog(L"version name", stored));
@@ -419,7 +419,7 @@ TEST_F(CommitQueue, isEmptiedAndRemovedBeforeTheProgramEnds)
 
 TEST_F(CommitQueue, keepsARecordThatIsWrittenWhileTheProgramEnds)
 {
-    std::string record = commitRecord(noId, numberedPart(1));
+    std::string record = formatCommitRecord(noId, numberedPart(1));
     {
         const CompanionProgram companion(installation);
         ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -445,7 +445,7 @@ TEST_F(CommitQueue, takesThoseOfTwoWritersThatTakeTurns)
     constexpr int each = 50;
     std::vector<std::string> records(1);
     for (int number = 1; number <= 2 * each; ++number)
-        records.push_back(commitRecord(noId, numberedPart(number)));
+        records.push_back(formatCommitRecord(noId, numberedPart(number)));
     std::mutex turn;
     const auto write = [&](int first) {
         for (int number = first; number <= 2 * each; number += 2) {
@@ -474,8 +474,8 @@ TEST_F(CommitQueue, goesOnAfterTwoWritersThatMetAtOneEnd)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const std::wstring file = requestFile(companion.process().id());
-    const std::string one = commitRecord(noId, numberedPart(1));
-    const std::string two = commitRecord(noId, makePart(partName(2) + L", longer.mcam", "2"));
+    const std::string one = formatCommitRecord(noId, numberedPart(1));
+    const std::string two = formatCommitRecord(noId, makePart(partName(2) + L", longer.mcam", "2"));
     {
         CommitAppend first(file);
         CommitAppend second(file);
@@ -485,7 +485,7 @@ TEST_F(CommitQueue, goesOnAfterTwoWritersThatMetAtOneEnd)
         second.write(two);
         first.unlock();
     }
-    appendCommit(file, commitRecord(noId, numberedPart(3)));
+    appendCommit(file, formatCommitRecord(noId, numberedPart(3)));
     ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
     const Lines names = newParts();
     EXPECT_EQ(std::count(names.begin(), names.end(), partName(3)), 1);

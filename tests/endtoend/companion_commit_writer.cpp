@@ -15,7 +15,7 @@ std::string littleEndian(std::uint32_t number)
 
 } // namespace
 
-std::string commitRecord(std::uint32_t id, const std::wstring& file)
+std::string formatCommitRecord(std::uint32_t id, const std::wstring& file)
 {
     std::string record = littleEndian(id) + littleEndian(static_cast<std::uint32_t>(file.size()));
     for (const wchar_t unit : file) {

@@ -8,7 +8,7 @@
 namespace testing_support {
 
 // The bytes of a record: id, length, name.
-std::string commitRecord(std::uint32_t id, const std::wstring& file);
+std::string formatCommitRecord(std::uint32_t id, const std::wstring& file);
 
 // One append, step by step: opening finds the end of the file, which is made when it is missing.
 class CommitAppend {

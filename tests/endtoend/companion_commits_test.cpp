@@ -161,8 +161,8 @@ TEST_F(CompanionsCommits, giveThePictureToTheLastOfThoseThatWait)
     const std::wstring one = makePart(L"one.mcam", "1");
     const std::wstring two = makePart(L"two.mcam", "2");
     makePicture("BM two");
-    appendCommit(requestFile(4242), commitRecord(noId, one));
-    appendCommit(requestFile(4242), commitRecord(noId, two));
+    appendCommit(requestFile(4242), formatCommitRecord(noId, one));
+    appendCommit(requestFile(4242), formatCommitRecord(noId, two));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, L"two", 1));
     EXPECT_EQ(libraryBytes(L"one\\v1.bmp"), std::nullopt);

@@ -13,7 +13,7 @@ namespace {
 constexpr size_t tooLarge = 1024 * 1024 + 1;
 
 // A line of the tool data of request 17.
-std::string toolRecord(int number, const std::string& comment)
+std::string formatToolRecord(int number, const std::string& comment)
 {
     return "TOOLDATA|DATAID=17|TPNAME=000002A1F3C05E40|CPNAME=000002A1F3C05E80|DIA=12.5|TNUM=" +
            std::to_string(number) +
@@ -136,7 +136,7 @@ TEST_F(CompanionsToolData, isListedToolByTool)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const std::wstring file =
-        write(L"tool-17.txt", toolRecord(4, "Mill |PLANEWOFF=1") + "\r\n" + toolRecord(-5, "\xC4"));
+        write(L"tool-17.txt", formatToolRecord(4, "Mill |PLANEWOFF=1") + "\r\n" + formatToolRecord(-5, "\xC4"));
     ASSERT_TRUE(sendToCompanion("TOOL-17\n"));
     const HWND window = waitForWindowTitled(L"Tools 17");
     ASSERT_NE(window, nullptr);
@@ -157,7 +157,7 @@ TEST_F(CompanionsToolData, isShownWithThePictureOfTheSelectedTool)
     ASSERT_NE(companion.waitForWindow(), nullptr);
     write(L"toolimage-4.bmp", bitmapOf64x32);
     write(L"toolimage-6.bmp", bitmapOfFourBytes);
-    write(L"tool-17.txt", toolRecord(4, "") + toolRecord(5, "") + toolRecord(6, ""));
+    write(L"tool-17.txt", formatToolRecord(4, "") + formatToolRecord(5, "") + formatToolRecord(6, ""));
     ASSERT_TRUE(sendToCompanion("TOOL-17\n"));
     const HWND window = waitForWindowTitled(L"Tools 17");
     ASSERT_NE(window, nullptr);

@@ -31,7 +31,7 @@ struct Numbers {
 torvapdm::ToolRecordValues valuesOf(const Numbers& n)
 {
     const wchar_t* const text = handle(n.address);
-    const host::Point point = {n.decimal, n.decimal, n.decimal};
+    const torvapdm::Point point = {n.decimal, n.decimal, n.decimal};
     const double d = n.decimal;
     return {
         n.number,
@@ -104,7 +104,7 @@ void expectAll(const companion::ToolRecord& r, const Numbers& n)
 
 std::optional<companion::ToolRecord> exchanged(const torvapdm::ToolRecordValues& values)
 {
-    const auto record = torvapdm::toolRecord(values);
+    const auto record = torvapdm::formatToolRecord(values);
     if (!record || !record->ends_with('\n'))
         return std::nullopt;
     return companion::readToolRecord(std::string_view(*record).substr(0, record->size() - 1));
@@ -178,7 +178,7 @@ TEST(ExchangedQueue, comesThroughWithItsNumberProgramAndGroup)
     for (const std::int32_t number : numbers)
         for (const char* group : {"", "Setup 1", "left|right", "|", "Fr\xE4se"}) {
             const auto lines = companion::readQueue(
-                torvapdm::queueLine(number, torvapdm::queueEntry("C:\\NC\\", "A B\xC4.NC", group)));
+                torvapdm::formatQueueLine(number, torvapdm::formatQueueEntry("C:\\NC\\", "A B\xC4.NC", group)));
             ASSERT_EQ(lines.size(), 1u);
             ASSERT_TRUE(lines[0].has_value());
             EXPECT_EQ(lines[0]->pathNumber, number);

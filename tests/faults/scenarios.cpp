@@ -10,6 +10,8 @@
 #include "support/companion_double.h"
 #include "support/windows.h"
 #include "outgoing/tool_export.h"
+#include "incoming/incoming_state.h"
+#include "formats/wire_constants.h"
 
 #include <algorithm>
 
@@ -65,7 +67,7 @@ void withOpenRequest(FaultWorld& world)
     pumpMessages(); // what an earlier run has posted
     world.reset();
     writeBytes(world.path(L"temp\\mcsettings-17.txt"), "17|3|0|C:\\Machines\\Mill.mcam-mmd\r\n");
-    parkOpenRequest(5, world.part());
+    parkOpenRequest({5, world.part()});
 }
 
 void withReaderWanted(FaultWorld& world)

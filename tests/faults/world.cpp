@@ -6,6 +6,7 @@
 #include "incoming/message_window.h"
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
+#include "incoming/incoming_state.h"
 
 #include <cstdio>
 #include <filesystem>

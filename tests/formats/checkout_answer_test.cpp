@@ -46,11 +46,11 @@ TEST(CheckoutAnswer, isReadByItsFirstWord)
 {
     for (const Case& expected : cases) {
         std::wstring typePrefix;
-        const CheckoutAnswer answer = interpretAnswer(expected.text, typePrefix);
+        const CheckoutAnswer answer = parseCheckoutAnswer(expected.text, typePrefix);
         EXPECT_EQ(answer.kind, expected.kind) << expected.text;
         EXPECT_EQ(typePrefix, expected.typePrefix) << expected.text;
-        EXPECT_EQ(answer.id, expected.id) << expected.text;
-        EXPECT_EQ(answer.path, expected.path) << expected.text;
+        EXPECT_EQ(answer.file.id, expected.id) << expected.text;
+        EXPECT_EQ(answer.file.path, expected.path) << expected.text;
     }
 }
 
@@ -58,7 +58,7 @@ TEST(CheckoutAnswer, throwsForAFirstWordOfFewerThanThreeCharacters)
 {
     for (const wchar_t* word : {L"AB", L"A", L"", L"12"}) {
         std::wstring typePrefix = L"CAD";
-        EXPECT_THROW(interpretAnswer(word + std::wstring(L" x"), typePrefix), std::out_of_range);
+        EXPECT_THROW(parseCheckoutAnswer(word + std::wstring(L" x"), typePrefix), std::out_of_range);
         EXPECT_EQ(typePrefix, word);
     }
 }

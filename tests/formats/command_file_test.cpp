@@ -3,50 +3,50 @@
 #include <gtest/gtest.h>
 
 using namespace torvapdm;
-using Kind = CommandRequest::Kind;
+using Kind = Command::Kind;
 using namespace std::string_view_literals;
 
 #define MARK "\xEF\xBB\xBF"
 
 namespace torvapdm {
 
-bool operator==(const CommandRequest& a, const CommandRequest& b)
+bool operator==(const Command& a, const Command& b)
 {
-    return a.kind == b.kind && a.id == b.id && a.path == b.path;
+    return a.kind == b.kind && a.file.id == b.file.id && a.file.path == b.file.path;
 }
 
-void PrintTo(const CommandRequest& request, std::ostream* out)
+void PrintTo(const Command& request, std::ostream* out)
 {
-    *out << "kind " << static_cast<int>(request.kind) << ", id " << request.id << ", path "
-         << testing::PrintToString(request.path);
+    *out << "kind " << static_cast<int>(request.kind) << ", id " << request.file.id << ", path "
+         << testing::PrintToString(request.file.path);
 }
 
 } // namespace torvapdm
 
 namespace {
 
-const CommandRequest malformed{};
-const CommandRequest checkIn{Kind::checkIn, 0, {}};
+const Command malformed{};
+const Command checkIn{Kind::checkIn, 0, {}};
 
-CommandRequest open(int id, const std::wstring& path)
+Command open(int id, const std::wstring& path)
 {
     return {Kind::open, id, path};
 }
 
-CommandRequest newFile(int id)
+Command newFile(int id)
 {
     return {Kind::newFile, id, {}};
 }
 
 struct Case {
     std::string_view text;
-    CommandRequest expected;
+    Command expected;
 };
 
 void expectEach(const std::vector<Case>& cases)
 {
     for (const Case& c : cases)
-        EXPECT_EQ(interpretCommandText(c.text), c.expected)
+        EXPECT_EQ(parseCommand(c.text), c.expected)
             << "text: " << testing::PrintToString(std::string(c.text));
 }
 
@@ -153,6 +153,6 @@ TEST(CommandText, isMalformedWhenThePieceForThePathIsEmpty)
 TEST(CommandText, takesALongPathWhole)
 {
     const std::string path(65000, 'p');
-    EXPECT_EQ(interpretCommandText(MARK "1 " + path + "\n"),
+    EXPECT_EQ(parseCommand(MARK "1 " + path + "\n"),
               open(1, std::wstring(path.begin(), path.end())));
 }

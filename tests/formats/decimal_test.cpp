@@ -6,17 +6,17 @@ using namespace torvapdm;
 
 TEST(DecimalNumber, stopsAtTheFirstCharacterThatIsNoDigit)
 {
-    EXPECT_EQ(decimalNumber("12"), 12);
-    EXPECT_EQ(decimalNumber("12x3"), 12);
-    EXPECT_EQ(decimalNumber("007"), 7);
-    EXPECT_EQ(decimalNumber("5.9"), 5);
+    EXPECT_EQ(parseDecimal("12"), 12);
+    EXPECT_EQ(parseDecimal("12x3"), 12);
+    EXPECT_EQ(parseDecimal("007"), 7);
+    EXPECT_EQ(parseDecimal("5.9"), 5);
 }
 
 TEST(DecimalNumber, acceptsLeadingWhiteSpaceAndOneSign)
 {
-    EXPECT_EQ(decimalNumber(" \t\r\n\v\f-12"), -12);
-    EXPECT_EQ(decimalNumber("+12"), 12);
-    EXPECT_EQ(decimalNumber("-0"), 0);
+    EXPECT_EQ(parseDecimal(" \t\r\n\v\f-12"), -12);
+    EXPECT_EQ(parseDecimal("+12"), 12);
+    EXPECT_EQ(parseDecimal("-0"), 0);
 }
 
 TEST(DecimalNumber, isNothingWithoutDigits)
@@ -24,23 +24,23 @@ TEST(DecimalNumber, isNothingWithoutDigits)
     for (const char* text : {"", " ", "-", "+", "--1", "+-1", "- 1", "x1",
                              "\xEF\xBB\xBF"
                              "1"})
-        EXPECT_EQ(decimalNumber(text), std::nullopt) << text;
+        EXPECT_EQ(parseDecimal(text), std::nullopt) << text;
 }
 
 TEST(DecimalNumber, isNothingOutside32Bits)
 {
-    EXPECT_EQ(decimalNumber("2147483647"), 2147483647);
-    EXPECT_EQ(decimalNumber("-2147483648"), -2147483647 - 1);
-    EXPECT_EQ(decimalNumber("2147483648"), std::nullopt);
-    EXPECT_EQ(decimalNumber("-2147483649"), std::nullopt);
-    EXPECT_EQ(decimalNumber(std::string(5000, '9')), std::nullopt);
+    EXPECT_EQ(parseDecimal("2147483647"), 2147483647);
+    EXPECT_EQ(parseDecimal("-2147483648"), -2147483647 - 1);
+    EXPECT_EQ(parseDecimal("2147483648"), std::nullopt);
+    EXPECT_EQ(parseDecimal("-2147483649"), std::nullopt);
+    EXPECT_EQ(parseDecimal(std::string(5000, '9')), std::nullopt);
 }
 
 TEST(DecimalOrZero, isZeroWithoutDigitsAndTheLimitOutside32Bits)
 {
-    EXPECT_EQ(decimalOrZero(L" -17mm"), -17);
-    EXPECT_EQ(decimalOrZero(L""), 0);
-    EXPECT_EQ(decimalOrZero(L"x"), 0);
-    EXPECT_EQ(decimalOrZero(L"2147483648"), 2147483647);
-    EXPECT_EQ(decimalOrZero(L"-99999999999999999999"), -2147483647 - 1);
+    EXPECT_EQ(parseDecimalOrZero(L" -17mm"), -17);
+    EXPECT_EQ(parseDecimalOrZero(L""), 0);
+    EXPECT_EQ(parseDecimalOrZero(L"x"), 0);
+    EXPECT_EQ(parseDecimalOrZero(L"2147483648"), 2147483647);
+    EXPECT_EQ(parseDecimalOrZero(L"-99999999999999999999"), -2147483647 - 1);
 }

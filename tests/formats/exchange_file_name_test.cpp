@@ -1,4 +1,4 @@
-#include "formats/exchange_file_name.h"
+#include "formats/checkout_answer.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ namespace {
 std::wstring numberAt(std::int64_t seconds)
 {
     const std::wstring before = L"\\TORVA ZEM-";
-    const std::wstring name = exchangeFileName(L"", seconds);
+    const std::wstring name = formatAnswerPath(L"", seconds);
     EXPECT_EQ(name.substr(0, before.size()), before);
     EXPECT_EQ(name.substr(name.size() - 4), L".tmp");
     return name.substr(before.size(), name.size() - before.size() - 4);
@@ -20,7 +20,7 @@ std::wstring numberAt(std::int64_t seconds)
 
 TEST(ExchangeFileName, hasADoubledBackslash)
 {
-    EXPECT_EQ(exchangeFileName(L"C:\\Temp\\", 1), L"C:\\Temp\\\\TORVA ZEM-25661.tmp");
+    EXPECT_EQ(formatAnswerPath(L"C:\\Temp\\", 1), L"C:\\Temp\\\\TORVA ZEM-25661.tmp");
 }
 
 TEST(ExchangeFileName, isNumberedByTheLowBitsOfTheTimesProduct)

@@ -1,4 +1,4 @@
-#include "formats/nc_import_line.h"
+#include "formats/settings_file.h"
 
 #include <gtest/gtest.h>
 

@@ -26,18 +26,18 @@ TEST(ProgramName, isCutBeforeTheLastDotAndBehindTheLastSeparator)
         {L"", L""},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(programName(c.nciName), c.program) << c.nciName;
+        EXPECT_EQ(programNameOf(c.nciName), c.program) << c.nciName;
 }
 
 TEST(QueueEntry, isFolderFileAndGroup)
 {
-    EXPECT_EQ(queueEntry("C:\\NC\\", "PART.NC", "Mill"), "C:\\NC\\PART.NC|Mill");
-    EXPECT_EQ(queueEntry("", "P", ""), "P|");
+    EXPECT_EQ(formatQueueEntry("C:\\NC\\", "PART.NC", "Mill"), "C:\\NC\\PART.NC|Mill");
+    EXPECT_EQ(formatQueueEntry("", "P", ""), "P|");
 }
 
 TEST(QueueLine, tellsTheNcPathNumberInDecimal)
 {
-    EXPECT_EQ(queueLine(3, "E|G"), "NCPATH|3|E|G\n");
-    EXPECT_EQ(queueLine(-1, "E|G"), "NCPATH|-1|E|G\n");
-    EXPECT_EQ(queueLine(-2147483647 - 1, ""), "NCPATH|-2147483648|\n");
+    EXPECT_EQ(formatQueueLine(3, "E|G"), "NCPATH|3|E|G\n");
+    EXPECT_EQ(formatQueueLine(-1, "E|G"), "NCPATH|-1|E|G\n");
+    EXPECT_EQ(formatQueueLine(-2147483647 - 1, ""), "NCPATH|-2147483648|\n");
 }

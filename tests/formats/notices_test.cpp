@@ -6,19 +6,19 @@ using namespace torvapdm;
 
 TEST(SetupSheetLine, hasNoSeparatorBetweenItsWords)
 {
-    EXPECT_EQ(setupSheetLine(42, L"C:\\P.xml"), L"MCAMXMLIMPORTDATAID=42;C:\\P.xml");
+    EXPECT_EQ(formatSetupSheetNotice(42, L"C:\\P.xml"), L"MCAMXMLIMPORTDATAID=42;C:\\P.xml");
 }
 
 TEST(SetupSheetLine, tellsEveryIdInDecimal)
 {
-    EXPECT_EQ(setupSheetLine(0, L"P"), L"MCAMXMLIMPORTDATAID=0;P");
-    EXPECT_EQ(setupSheetLine(-1, L""), L"MCAMXMLIMPORTDATAID=-1;");
-    EXPECT_EQ(setupSheetLine(INT32_MAX, L""), L"MCAMXMLIMPORTDATAID=2147483647;");
-    EXPECT_EQ(setupSheetLine(INT32_MIN, L""), L"MCAMXMLIMPORTDATAID=-2147483648;");
+    EXPECT_EQ(formatSetupSheetNotice(0, L"P"), L"MCAMXMLIMPORTDATAID=0;P");
+    EXPECT_EQ(formatSetupSheetNotice(-1, L""), L"MCAMXMLIMPORTDATAID=-1;");
+    EXPECT_EQ(formatSetupSheetNotice(INT32_MAX, L""), L"MCAMXMLIMPORTDATAID=2147483647;");
+    EXPECT_EQ(formatSetupSheetNotice(INT32_MIN, L""), L"MCAMXMLIMPORTDATAID=-2147483648;");
 }
 
 TEST(SetupSheetLine, passesThePathOnUnchanged)
 {
-    EXPECT_EQ(setupSheetLine(1, L"C:\\a b;\u00C4\u4E00\".xml"),
+    EXPECT_EQ(formatSetupSheetNotice(1, L"C:\\a b;\u00C4\u4E00\".xml"),
               L"MCAMXMLIMPORTDATAID=1;C:\\a b;\u00C4\u4E00\".xml");
 }

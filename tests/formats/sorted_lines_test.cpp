@@ -2,22 +2,22 @@
 
 #include <gtest/gtest.h>
 
-using torvapdm::sortAndDropRepeats;
+using torvapdm::sortAndRemoveDuplicates;
 using Texts = std::vector<std::string>;
 
 TEST(SortedLines, goByTheirBytesAsUnsignedOnes)
 {
     Texts texts = {"b", "\xC4", "a|b", "a", "", "B", "a|"};
-    sortAndDropRepeats(texts);
+    sortAndRemoveDuplicates(texts);
     EXPECT_EQ(texts, (Texts{"", "B", "a", "a|", "a|b", "b", "\xC4"}));
 }
 
 TEST(SortedLines, holdEachTextOnce)
 {
     Texts texts = {"b", "a", "b", "a", "b", "ab"};
-    sortAndDropRepeats(texts);
+    sortAndRemoveDuplicates(texts);
     EXPECT_EQ(texts, (Texts{"a", "ab", "b"}));
     texts.clear();
-    sortAndDropRepeats(texts);
+    sortAndRemoveDuplicates(texts);
     EXPECT_EQ(texts, Texts{});
 }

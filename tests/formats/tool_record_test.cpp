@@ -70,7 +70,7 @@ const ToolRecordValues distinct = {
 
 TEST(ToolRecord, holdsEveryKeyInItsOrderWithItsOwnValue)
 {
-    EXPECT_EQ(toolRecord(distinct).value_or("too long"),
+    EXPECT_EQ(formatToolRecord(distinct).value_or("too long"),
               "TOOLDATA|DATAID=101"
               "|TPNAME=0000000000000102|CPNAME=0000000000000103"
               "|DIA=104.5|TNUM=105|TTYPE=106|GEOFILE=0000000000000107|CRAD=108.5"
@@ -91,20 +91,20 @@ TEST(ToolRecord, holdsEveryKeyInItsOrderWithItsOwnValue)
 TEST(ToolRecord, isNotMadeAbove2047Characters)
 {
     ToolRecordValues values = distinct;
-    const size_t others = toolRecord(distinct)->size() - 11;
+    const size_t others = formatToolRecord(distinct)->size() - 11;
     std::wstring comment(2047 - others, L'c');
     values.ownTool.comment = comment;
-    ASSERT_TRUE(toolRecord(values).has_value());
-    EXPECT_EQ(toolRecord(values)->size(), 2047u);
+    ASSERT_TRUE(formatToolRecord(values).has_value());
+    EXPECT_EQ(formatToolRecord(values)->size(), 2047u);
     comment += L'c';
     values.ownTool.comment = comment;
-    EXPECT_EQ(toolRecord(values), std::nullopt);
+    EXPECT_EQ(formatToolRecord(values), std::nullopt);
 }
 
 TEST(ToolRecord, takesACommentThatLooksLikeItsOwnKeysAsItStands)
 {
     ToolRecordValues values = distinct;
     values.ownTool.comment = L"a|TNUM=9\nTOOLDATA|DATAID=1";
-    EXPECT_NE(toolRecord(values)->find("|COMMENT=a|TNUM=9\nTOOLDATA|DATAID=1|PLANEWOFF=141|"),
+    EXPECT_NE(formatToolRecord(values)->find("|COMMENT=a|TNUM=9\nTOOLDATA|DATAID=1|PLANEWOFF=141|"),
               std::string::npos);
 }

@@ -1,23 +1,23 @@
-#include "formats/tools_option.h"
+#include "formats/settings_file.h"
 
 #include <gtest/gtest.h>
 
-using torvapdm::asksForTools;
+using torvapdm::hasAlwaysSaveTools;
 
 TEST(ToolsOption, isOnForTheLowerCaseLetterAnywhereInTheLine)
 {
-    EXPECT_TRUE(asksForTools("AlwaysSaveTools=y\n"));
-    EXPECT_TRUE(asksForTools("AlwaysSaveTools=y"));
-    EXPECT_TRUE(asksForTools("; XAlwaysSaveTools=yes, please\n"));
-    EXPECT_TRUE(asksForTools("AlwaysSaveTools=Y AlwaysSaveTools=y\n"));
+    EXPECT_TRUE(hasAlwaysSaveTools("AlwaysSaveTools=y\n"));
+    EXPECT_TRUE(hasAlwaysSaveTools("AlwaysSaveTools=y"));
+    EXPECT_TRUE(hasAlwaysSaveTools("; XAlwaysSaveTools=yes, please\n"));
+    EXPECT_TRUE(hasAlwaysSaveTools("AlwaysSaveTools=Y AlwaysSaveTools=y\n"));
 }
 
 TEST(ToolsOption, isOffOtherwise)
 {
-    EXPECT_FALSE(asksForTools("AlwaysSaveTools=Y\n"));
-    EXPECT_FALSE(asksForTools("AlwaysSaveTools=n\n"));
-    EXPECT_FALSE(asksForTools("AlwaysSaveTools = y\n"));
-    EXPECT_FALSE(asksForTools("alwayssavetools=y\n"));
-    EXPECT_FALSE(asksForTools("\n"));
-    EXPECT_FALSE(asksForTools(""));
+    EXPECT_FALSE(hasAlwaysSaveTools("AlwaysSaveTools=Y\n"));
+    EXPECT_FALSE(hasAlwaysSaveTools("AlwaysSaveTools=n\n"));
+    EXPECT_FALSE(hasAlwaysSaveTools("AlwaysSaveTools = y\n"));
+    EXPECT_FALSE(hasAlwaysSaveTools("alwayssavetools=y\n"));
+    EXPECT_FALSE(hasAlwaysSaveTools("\n"));
+    EXPECT_FALSE(hasAlwaysSaveTools(""));
 }

@@ -36,7 +36,7 @@ std::optional<CheckoutAnswer> plainAnswer(const std::wstring& text, std::wstring
 std::optional<CheckoutAnswer> answerTo(const std::wstring& text, std::wstring& prefix)
 {
     try {
-        return torvapdm::interpretAnswer(text, prefix);
+        return torvapdm::parseCheckoutAnswer(text, prefix);
     } catch (const std::out_of_range&) {
         return std::nullopt;
     }
@@ -56,8 +56,8 @@ std::string checkCheckoutAnswer(std::string_view bytes)
     if (!answer || !expected)
         return differences.text();
     differences.compare("kind", static_cast<int>(answer->kind), static_cast<int>(expected->kind));
-    differences.compare("id", answer->id, expected->id);
-    differences.compare("path", answer->path, expected->path);
+    differences.compare("id", answer->file.id, expected->file.id);
+    differences.compare("path", answer->file.path, expected->file.path);
     return differences.text();
 }
 

@@ -4,8 +4,8 @@
 
 namespace fuzzing {
 
-using torvapdm::CommandRequest;
-using Kind = CommandRequest::Kind;
+using torvapdm::Command;
+using Kind = Command::Kind;
 using namespace std::string_literals;
 
 namespace {
@@ -31,7 +31,7 @@ std::wstring widenedBytes(std::string_view bytes)
 
 } // namespace
 
-CommandRequest plainRequest(std::string_view text)
+Command plainRequest(std::string_view text)
 {
     const long long blank = firstOf(text, ' ');
     if ((blank < 0 ? text : between(text, 0, blank)) == "CHECKIN")

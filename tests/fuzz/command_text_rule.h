@@ -10,7 +10,7 @@
 
 namespace fuzzing {
 
-torvapdm::CommandRequest plainRequest(std::string_view text);
+torvapdm::Command plainRequest(std::string_view text);
 
 // Command files that reach each branch of the rule.
 std::vector<std::string> commandTextSeeds();

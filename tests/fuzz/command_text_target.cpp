@@ -9,12 +9,12 @@ namespace {
 
 std::string checkCommandText(std::string_view bytes)
 {
-    const torvapdm::CommandRequest answer = torvapdm::interpretCommandText(bytes);
-    const torvapdm::CommandRequest expected = plainRequest(bytes);
+    const torvapdm::Command answer = torvapdm::parseCommand(bytes);
+    const torvapdm::Command expected = plainRequest(bytes);
     Differences differences;
     differences.compare("kind", static_cast<int>(answer.kind), static_cast<int>(expected.kind));
-    differences.compare("id", answer.id, expected.id);
-    differences.compare("path", answer.path, expected.path);
+    differences.compare("id", answer.file.id, expected.file.id);
+    differences.compare("path", answer.file.path, expected.file.path);
     return differences.text();
 }
 

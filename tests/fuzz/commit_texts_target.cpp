@@ -4,6 +4,8 @@
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"
+#include "formats/notices.h"
+#include "formats/command_lines.h"
 
 namespace fuzzing {
 
@@ -43,10 +45,10 @@ std::string checkCommitTexts(std::string_view bytes)
     const std::string narrow(input.rest());
     const std::wstring file = wideText(narrow);
     Differences differences;
-    differences.compare("record", torvapdm::commitRecord(zemId, file), plainRecord(zemId, file));
-    differences.compare("notice", torvapdm::commitNotice(zemId, narrow),
+    differences.compare("record", torvapdm::formatCommitRecord(zemId, file), plainRecord(zemId, file));
+    differences.compare("notice", torvapdm::formatCommitNotice(zemId, narrow),
                         "ZEMID=" + std::to_string(std::uint64_t{zemId}) + "|" + narrow);
-    differences.compare("arguments", torvapdm::commitArguments(zemId, file),
+    differences.compare("arguments", torvapdm::formatCommitArguments(zemId, file),
                         plainArguments(zemId, file));
     return differences.text();
 }

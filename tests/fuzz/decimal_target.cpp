@@ -21,8 +21,8 @@ std::string checkDecimal(std::string_view bytes)
 {
     const std::wstring wide = wideText(bytes);
     Differences differences;
-    differences.compare("number", torvapdm::decimalNumber(bytes), plainDecimal(bytes));
-    differences.compare("number or 0", torvapdm::decimalOrZero(wide), plainNumberOrZero(wide));
+    differences.compare("number", torvapdm::parseDecimal(bytes), plainDecimal(bytes));
+    differences.compare("number or 0", torvapdm::parseDecimalOrZero(wide), plainNumberOrZero(wide));
     return differences.text();
 }
 

@@ -1,5 +1,5 @@
 // The version declared to a host of this version.
-#include "addin/declared_version.h"
+#include "addin/exports.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/targets.h"

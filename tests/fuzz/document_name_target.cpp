@@ -36,7 +36,7 @@ std::string checkDocumentName(std::string_view bytes)
     const std::wstring title = input.wideField();
     const std::wstring path = input.wideRest();
     Differences differences;
-    differences.compare("name", torvapdm::mcamName(path), plainMcamName(path));
+    differences.compare("name", torvapdm::mcamNameOf(path), plainMcamName(path));
     differences.compare("title", torvapdm::titleForDocument(title, path), plainTitle(title, path));
     return differences.text();
 }

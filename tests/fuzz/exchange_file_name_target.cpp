@@ -1,5 +1,5 @@
 // The exchange file's name: seconds, folder.
-#include "formats/exchange_file_name.h"
+#include "formats/checkout_answer.h"
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/plain_text.h"
@@ -23,7 +23,7 @@ std::string checkExchangeFileName(std::string_view bytes)
     const auto seconds = input.number<std::int64_t>();
     const std::wstring folder = input.wideRest();
     Differences differences;
-    differences.compare("name", torvapdm::exchangeFileName(folder, seconds),
+    differences.compare("name", torvapdm::formatAnswerPath(folder, seconds),
                         plainName(folder, seconds));
     return differences.text();
 }

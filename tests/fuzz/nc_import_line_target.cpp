@@ -1,5 +1,5 @@
 // The NC-import switch: the answer so far ("n" when the first byte is one), the file.
-#include "formats/nc_import_line.h"
+#include "formats/settings_file.h"
 #include "fuzz/differences.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"

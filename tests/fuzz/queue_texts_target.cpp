@@ -32,9 +32,9 @@ std::string checkQueueTexts(std::string_view bytes)
     entry += "|";
     entry += group;
     Differences differences;
-    differences.compare("program name", torvapdm::programName(nciName), plainProgramName(nciName));
-    differences.compare("entry", torvapdm::queueEntry(folder, file, group), entry);
-    differences.compare("line", torvapdm::queueLine(number, entry),
+    differences.compare("program name", torvapdm::programNameOf(nciName), plainProgramName(nciName));
+    differences.compare("entry", torvapdm::formatQueueEntry(folder, file, group), entry);
+    differences.compare("line", torvapdm::formatQueueLine(number, entry),
                         "NCPATH|" + std::to_string(std::int64_t{number}) + "|" + entry + "\n");
     return differences.text();
 }

@@ -8,13 +8,13 @@ namespace fuzzing {
 
 namespace {
 
-using torvapdm::RecentFile;
+using torvapdm::CompanionFile;
 
-std::vector<RecentFile> plainList(const std::vector<RecentFile>& before, const RecentFile& file)
+std::vector<CompanionFile> plainList(const std::vector<CompanionFile>& before, const CompanionFile& file)
 {
-    std::vector<RecentFile> list = {file};
+    std::vector<CompanionFile> list = {file};
     bool hasLostItsOldEntry = false;
-    for (const RecentFile& entry : before)
+    for (const CompanionFile& entry : before)
         if (!hasLostItsOldEntry && entry.path == file.path)
             hasLostItsOldEntry = true;
         else
@@ -24,15 +24,15 @@ std::vector<RecentFile> plainList(const std::vector<RecentFile>& before, const R
     return list;
 }
 
-std::vector<std::wstring> described(const std::vector<RecentFile>& files)
+std::vector<std::wstring> described(const std::vector<CompanionFile>& files)
 {
     std::vector<std::wstring> texts;
-    for (const RecentFile& file : files)
+    for (const CompanionFile& file : files)
         texts.push_back(std::to_wstring(file.id) + L' ' + file.path);
     return texts;
 }
 
-bool areSame(const std::vector<RecentFile>& a, const std::vector<RecentFile>& b)
+bool areSame(const std::vector<CompanionFile>& a, const std::vector<CompanionFile>& b)
 {
     if (a.size() != b.size())
         return false;
@@ -45,13 +45,13 @@ bool areSame(const std::vector<RecentFile>& a, const std::vector<RecentFile>& b)
 std::string checkRecentFileList(std::string_view bytes)
 {
     Input input(bytes);
-    std::vector<RecentFile> answer;
-    std::vector<RecentFile> expected;
+    std::vector<CompanionFile> answer;
+    std::vector<CompanionFile> expected;
     Differences differences;
     while (!input.isAtEnd() && differences.text().empty()) {
         const std::int32_t id = input.number<signed char>();
         const std::wstring path = input.wideField();
-        torvapdm::rememberRecentFile(answer, id, path);
+        torvapdm::addRecentFile(answer, {id, path});
         expected = plainList(expected, {id, path});
         if (!areSame(answer, expected))
             differences.compare("list", described(answer), described(expected));

@@ -16,7 +16,7 @@ std::string checkSetupSheetLine(std::string_view bytes)
     const std::wstring file = input.wideRest();
     const std::string number = std::to_string(std::int64_t{id});
     Differences differences;
-    differences.compare("line", torvapdm::setupSheetLine(id, file),
+    differences.compare("line", torvapdm::formatSetupSheetNotice(id, file),
                         widened("MCAMXMLIMPORTDATAID=" + number + ";") + file);
     return differences.text();
 }

@@ -47,7 +47,7 @@ std::string checkSortedLines(std::string_view bytes)
 {
     std::vector<std::string> answer = linesOf(bytes);
     const std::vector<std::string> expected = plainOrder(answer);
-    torvapdm::sortAndDropRepeats(answer);
+    torvapdm::sortAndRemoveDuplicates(answer);
     Differences differences;
     differences.compare("lines", answer, expected);
     return differences.text();

@@ -122,8 +122,8 @@ private:
 
 void fillTools(torvapdm::ToolRecordValues& record, Values& values)
 {
-    host::OwnToolValues& own = record.ownTool;
-    host::FullToolValues& full = record.fullTool;
+    torvapdm::OwnToolValues& own = record.ownTool;
+    torvapdm::FullToolValues& full = record.fullTool;
     values.intoEach(record.requestId, record.toolPlaneName, record.constructionPlaneName,
                     own.diameter, own.number, own.type, own.geometryFile, own.cornerRadius,
                     own.lengthOffset, own.diameterOffset, record.operation.ncName, own.flutes,
@@ -139,9 +139,9 @@ void fillTools(torvapdm::ToolRecordValues& record, Values& values)
 
 void fillOperation(torvapdm::ToolRecordValues& record, Values& values)
 {
-    host::OperationValues& operation = record.operation;
-    host::Point& tool = operation.toolPlaneOrigin;
-    host::Point& construction = operation.constructionPlaneOrigin;
+    torvapdm::OperationValues& operation = record.operation;
+    torvapdm::Point& tool = operation.toolPlaneOrigin;
+    torvapdm::Point& construction = operation.constructionPlaneOrigin;
     values.intoEach(operation.workOffset, operation.type, operation.holderNumber,
                     operation.compensationType, operation.depth, operation.toolPlaneId, tool.x,
                     tool.y, tool.z, operation.constructionPlaneId, construction.x, construction.y,
@@ -161,7 +161,7 @@ std::string checkToolRecord(std::string_view bytes)
     record.ownTool.comment = comment;
     expected += "|COMMENT=" + lowBytes(comment) + behind + "\n";
     Differences differences;
-    differences.compare("record", torvapdm::toolRecord(record), withinBound(expected));
+    differences.compare("record", torvapdm::formatToolRecord(record), withinBound(expected));
     return differences.text();
 }
 

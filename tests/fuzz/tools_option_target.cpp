@@ -1,5 +1,5 @@
 // The option to hand the tools over: the settings file.
-#include "formats/tools_option.h"
+#include "formats/settings_file.h"
 #include "fuzz/differences.h"
 #include "fuzz/plain_text.h"
 #include "fuzz/targets.h"
@@ -12,7 +12,7 @@ std::string checkToolsOption(std::string_view bytes)
 {
     Differences differences;
     for (const std::string& line : linesAsRead(bytes))
-        differences.compare("asks for tools", torvapdm::asksForTools(line),
+        differences.compare("asks for tools", torvapdm::hasAlwaysSaveTools(line),
                             hasAnywhere(line, "AlwaysSaveTools=y"));
     return differences.text();
 }

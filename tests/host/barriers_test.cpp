@@ -26,35 +26,35 @@ auto throwing(Thrown thrown)
 
 TEST(Edge, givesTheBodysResult)
 {
-    EXPECT_EQ(atEdge(
+    EXPECT_EQ(barrier(
                   0, [] { return 7; }),
               7);
-    EXPECT_EQ(atEdgeLetting<CException*>(0, [] { return 7; }), 7);
+    EXPECT_EQ(barrierExceptFor<CException*>(0, [] { return 7; }), 7);
 }
 
 TEST(Edge, givesTheNeutralAnswerForEveryException)
 {
-    EXPECT_EQ(atEdge(3, throwing(std::bad_alloc())), 3);
-    EXPECT_EQ(atEdge(3, throwing(5)), 3);
-    EXPECT_EQ(atEdge(3, []() -> int { throw new WatchedException; }), 3);
+    EXPECT_EQ(barrier(3, throwing(std::bad_alloc())), 3);
+    EXPECT_EQ(barrier(3, throwing(5)), 3);
+    EXPECT_EQ(barrier(3, []() -> int { throw new WatchedException; }), 3);
     EXPECT_EQ(WatchedException::ended, 1);
 }
 
 TEST(Edge, letsTheNamedExceptionPassAndNoOther)
 {
     const auto outOfRange = throwing(std::out_of_range("short"));
-    EXPECT_THROW(atEdgeLetting<const std::out_of_range&>(3, outOfRange), std::out_of_range);
-    EXPECT_EQ(atEdgeLetting<const std::out_of_range&>(3, throwing(std::bad_alloc())), 3);
+    EXPECT_THROW(barrierExceptFor<const std::out_of_range&>(3, outOfRange), std::out_of_range);
+    EXPECT_EQ(barrierExceptFor<const std::out_of_range&>(3, throwing(std::bad_alloc())), 3);
     EXPECT_EQ(
-        atEdgeLetting<const std::out_of_range&>(3, []() -> int { throw new WatchedException; }), 3);
+        barrierExceptFor<const std::out_of_range&>(3, []() -> int { throw new WatchedException; }), 3);
     EXPECT_EQ(WatchedException::ended, 1);
 }
 
 TEST(Edge, letsTheFrameworksExceptionPassAliveAndNoOther)
 {
-    EXPECT_EQ(atEdgeLetting<CException*>(3, throwing(std::bad_alloc())), 3);
+    EXPECT_EQ(barrierExceptFor<CException*>(3, throwing(std::bad_alloc())), 3);
     try {
-        atEdgeLetting<CException*>(3, []() -> int { throw new WatchedException; });
+        barrierExceptFor<CException*>(3, []() -> int { throw new WatchedException; });
         FAIL() << "nothing passed";
     } catch (CException* exception) {
         EXPECT_EQ(WatchedException::ended, 0);

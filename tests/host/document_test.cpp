@@ -4,6 +4,8 @@
 #include "host/host.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
+#include "dormant/dormant.h"
+#include "outgoing/save_through_host.h"
 
 #include <algorithm>
 

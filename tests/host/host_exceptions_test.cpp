@@ -1,4 +1,4 @@
-#include "host/host_exceptions.h"
+#include "host/barriers.h"
 
 #include <gtest/gtest.h>
 

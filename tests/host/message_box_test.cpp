@@ -1,8 +1,9 @@
 #include "host/message_box.h"
 
 #include "host/host.h"
-#include "host/host_exceptions.h"
+#include "host/barriers.h"
 #include "support/host_fixture.h"
+#include "host/document.h"
 
 using namespace torvapdm;
 using namespace testing_support;

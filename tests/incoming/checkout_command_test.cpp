@@ -1,17 +1,19 @@
 #include "incoming/checkout_command.h"
 
 #include "addin/exports.h"
-#include "incoming/exchange_file.h"
-#include "formats/exchange_file_name.h"
+#include "formats/checkout_answer.h"
 #include "host/host.h"
 #include "companion/identifiers.h"
 #include "incoming/listener.h"
+#include "incoming/message_window.h"
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
 #include "support/windows.h"
+#include "incoming/incoming_state.h"
+#include "formats/wire_constants.h"
 
 #include <algorithm>
 #include <cstring>
@@ -153,7 +155,7 @@ TEST_F(CheckoutRequest, startsTheCompanionOnceWhenItRuns)
 
 TEST_F(CheckoutRequest, clearsThePendingRequestFirst)
 {
-    parkOpenRequest(5, L"C:\\a.mcam");
+    parkOpenRequest({5, L"C:\\a.mcam"});
     m_load(0); // the Companion is missing
     EXPECT_FALSE(isRequestPending());
 }
@@ -188,7 +190,7 @@ TEST_F(CheckoutRequest, givesUpWhenTheNamesOfTheSecondAreTaken)
 {
     const std::int64_t now = _time64(nullptr);
     for (std::int64_t second = now; second < now + 300; ++second)
-        writeBytes(exchangeFileName(folder, second), "");
+        writeBytes(formatAnswerPath(folder, second), "");
     EXPECT_EQ(makeExchangeFileName(), L"");
 }
 

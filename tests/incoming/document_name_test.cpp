@@ -6,20 +6,20 @@ using namespace torvapdm;
 
 TEST(McamName, replacesTheLastExtension)
 {
-    EXPECT_EQ(mcamName(L"C:\\x\\part.emcam"), L"C:\\x\\part.mcam");
-    EXPECT_EQ(mcamName(L"C:\\x\\part.v2.mcam"), L"C:\\x\\part.v2.mcam");
-    EXPECT_EQ(mcamName(L"C:\\x\\part."), L"C:\\x\\part.mcam");
+    EXPECT_EQ(mcamNameOf(L"C:\\x\\part.emcam"), L"C:\\x\\part.mcam");
+    EXPECT_EQ(mcamNameOf(L"C:\\x\\part.v2.mcam"), L"C:\\x\\part.v2.mcam");
+    EXPECT_EQ(mcamNameOf(L"C:\\x\\part."), L"C:\\x\\part.mcam");
 }
 
 TEST(McamName, cutsAtAFoldersDotWhenTheFileHasNone)
 {
-    EXPECT_EQ(mcamName(L"C:\\a.b\\part"), L"C:\\a.mcam");
+    EXPECT_EQ(mcamNameOf(L"C:\\a.b\\part"), L"C:\\a.mcam");
 }
 
 TEST(McamName, isAppendedToANameWithoutAnyDot)
 {
-    EXPECT_EQ(mcamName(L"part"), L"part.mcam");
-    EXPECT_EQ(mcamName(L""), L".mcam");
+    EXPECT_EQ(mcamNameOf(L"part"), L"part.mcam");
+    EXPECT_EQ(mcamNameOf(L""), L".mcam");
 }
 
 TEST(TitleForDocument, replacesWhatFollowsTheLastPairOfBlanks)

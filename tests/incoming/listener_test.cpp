@@ -1,9 +1,8 @@
 // The listener's real thread in this process, driven through the command file.
 #include "addin/exports.h"
-#include "incoming/command_file.h"
+#include "incoming/listener.h"
 #include "incoming/command_dispatch.h"
 #include "platform/compiler.h"
-#include "incoming/listener.h"
 #include "companion/network_thread.h"
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
@@ -14,6 +13,7 @@
 #include "support/sockets.h"
 #include "support/system_calls.h"
 #include "support/windows.h"
+#include "incoming/incoming_state.h"
 
 #include <winsock2.h>
 
@@ -192,7 +192,7 @@ TEST_F(Listener, keepsTheRequestIdWhenARequestIsMalformed)
                              "x C:\\a\n",
                              "\xEF\xBB\xBF"
                              "7"})
-        carryOutCommandText(text);
+        dispatchCommand(text);
     EXPECT_EQ(AddInState::requestId(), 5);
     EXPECT_FALSE(isRequestPending());
 }
@@ -248,7 +248,7 @@ TEST(CommandFile, isEmptiedAndRemovedUnderItsNameWhereALinkLiesInItsPlace)
     const std::wstring path = installation.commandFile(1);
     writeBytes(other, "linked");
     ASSERT_TRUE(CreateHardLinkW(path.c_str(), other.c_str(), nullptr));
-    CloseHandle(createCommandFileOrNull(path));
+    CloseHandle(createCommandFile(path));
     EXPECT_FALSE(readBytes(path).has_value());
     EXPECT_EQ(readBytes(other), "");
 }
@@ -271,7 +271,7 @@ TEST_F(Listener, findsItsOwnFileClosedToItsProbe)
 
 TEST_F(ListenerCycle, pausesOnceOverItsOwnFile)
 {
-    AddInState::setCommandFile(createCommandFileOrNull(commandPath));
+    AddInState::setCommandFile(createCommandFile(commandPath));
     EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100}));
     CloseHandle(AddInState::commandFile());
 }

@@ -6,6 +6,9 @@
 #include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
+#include "host/document.h"
+#include "incoming/incoming_state.h"
+#include "formats/wire_constants.h"
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -204,7 +207,7 @@ TEST_F(LoadPipeline, loadsACadFileAlsoWhenTheHostRaisesInItsSetupSheet)
     AddInState::setRequestId(17);
     AddInState::setFileTypePrefix(L"CAD");
     ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
-    EXPECT_TRUE(openFile(17, path));
+    EXPECT_TRUE(openFile({17, path}));
     EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
     EXPECT_EQ(AddInState::zemId(), 17u);
     EXPECT_EQ(AddInState::filePath(), path);
@@ -313,7 +316,7 @@ TEST_F(LoadPipeline, passesOverACatiaReaderItCannotReach)
 TEST_F(LoadPipeline, makesTheOpenedFileTheCurrentOne)
 {
     const std::wstring path = makePart();
-    EXPECT_TRUE(openFile(12, path));
+    EXPECT_TRUE(openFile({12, path}));
     EXPECT_EQ(AddInState::zemId(), 12u);
     EXPECT_EQ(AddInState::filePath(), path);
     ASSERT_EQ(AddInState::recentFiles().size(), 1u);
@@ -323,7 +326,7 @@ TEST_F(LoadPipeline, makesTheOpenedFileTheCurrentOne)
 
 TEST_F(LoadPipeline, keepsANegativeIdAsItsUnsignedValue)
 {
-    EXPECT_TRUE(openFile(-2, makePart()));
+    EXPECT_TRUE(openFile({-2, makePart()}));
     EXPECT_EQ(AddInState::zemId(), 0xFFFFFFFEu);
 }
 
@@ -332,7 +335,7 @@ TEST_F(LoadPipeline, restoresAndActivatesTheHostsWindow)
     const HWND window = getMainFrameWindow();
     ShowWindow(window, SW_MINIMIZE);
     ASSERT_TRUE(IsIconic(window));
-    EXPECT_TRUE(openFile(1, makePart()));
+    EXPECT_TRUE(openFile({1, makePart()}));
     EXPECT_FALSE(IsIconic(window));
     EXPECT_EQ(GetActiveWindow(), window);
 }
@@ -346,7 +349,7 @@ TEST_F(LoadPipeline, activatesTheHostsWindowOverAnotherAndLeavesItsSize)
         ShowWindow(window, size);
         SetActiveWindow(other);
         ASSERT_EQ(GetActiveWindow(), other);
-        EXPECT_TRUE(openFile(1, makePart()));
+        EXPECT_TRUE(openFile({1, makePart()}));
         EXPECT_EQ(GetActiveWindow(), window);
         EXPECT_EQ(IsZoomed(window) != FALSE, size == SW_SHOWMAXIMIZED);
     }
@@ -355,17 +358,17 @@ TEST_F(LoadPipeline, activatesTheHostsWindowOverAnotherAndLeavesItsSize)
 TEST_F(LoadPipeline, refusesSilentlyWhileTheHostIsBusy)
 {
     standin::setState("backplot", L"true");
-    EXPECT_FALSE(openFile(1, makePart()));
+    EXPECT_FALSE(openFile({1, makePart()}));
     EXPECT_EQ(newTrace(), Lines{});
     EXPECT_TRUE(AddInState::recentFiles().empty());
 }
 
 TEST_F(LoadPipeline, tellsOfAMissingFileAndRemembersItAllTheSame)
 {
-    EXPECT_FALSE(openFile(1, installation.path(L"missing.mcam")));
+    EXPECT_FALSE(openFile({1, installation.path(L"missing.mcam")}));
     EXPECT_EQ(newTrace(), Lines{notThere});
     EXPECT_EQ(AddInState::recentFiles().size(), 1u);
-    EXPECT_FALSE(openFile(2, installation.path(L"temp"))); // a folder is no file
+    EXPECT_FALSE(openFile({2, installation.path(L"temp")})); // a folder is no file
     EXPECT_EQ(newTrace(), Lines{notThere});
 }
 
@@ -375,7 +378,7 @@ TEST_F(LoadPipeline, tellsOfAFileThatCannotBeLoadedAndForgetsTheCurrentOne)
     AddInState::setZemId(5);
     AddInState::setFilePath(L"C:\\old.mcam");
     standin::failNext("DoFileOpen");
-    EXPECT_FALSE(openFile(1, path));
+    EXPECT_FALSE(openFile({1, path}));
     EXPECT_EQ(newTrace(), (Lines{opened(path, L"-> false"), notLoaded}));
     EXPECT_EQ(AddInState::zemId(), noZemId);
     EXPECT_EQ(AddInState::filePath(), L"");

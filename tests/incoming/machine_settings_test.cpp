@@ -2,6 +2,7 @@
 
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
+#include "incoming/incoming_state.h"
 
 using namespace torvapdm;
 using namespace testing_support;

@@ -6,6 +6,8 @@
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
+#include "host/document.h"
+#include "incoming/incoming_state.h"
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -74,7 +76,7 @@ TEST_F(MessageWindow, answersZeroWithoutAPendingRequest)
 TEST_F(MessageWindow, opensThePendingRequestOnce)
 {
     const std::wstring part = makePart();
-    parkOpenRequest(12, part);
+    parkOpenRequest({12, part});
     EXPECT_TRUE(isRequestPending());
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
@@ -85,13 +87,13 @@ TEST_F(MessageWindow, opensThePendingRequestOnce)
 
 TEST_F(MessageWindow, isToldOfAParkedRequestByAPost)
 {
-    parkOpenRequest(12, makePart());
+    parkOpenRequest({12, makePart()});
     EXPECT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
 }
 
 TEST_F(MessageWindow, leavesTheRequestPendingWhileTheMainWindowIsDisabled)
 {
-    parkOpenRequest(12, makePart());
+    parkOpenRequest({12, makePart()});
     standin::setState("main_window_enabled", L"false");
     EXPECT_FALSE(isHostReady());
     EXPECT_EQ(sendOpenMessage(), 0);
@@ -105,7 +107,7 @@ TEST_F(MessageWindow, leavesTheRequestPendingWhileTheMainWindowIsDisabled)
 
 TEST_F(MessageWindow, leavesTheRequestPendingDuringABackplot)
 {
-    parkOpenRequest(12, makePart());
+    parkOpenRequest({12, makePart()});
     standin::setState("backplot", L"true");
     EXPECT_FALSE(isHostReady());
     EXPECT_EQ(sendOpenMessage(), 0);
@@ -116,7 +118,7 @@ TEST_F(MessageWindow, leavesTheRequestPendingDuringABackplot)
 
 TEST_F(MessageWindow, leavesTheRequestPendingWhenTheHostCannotSayWhetherItBackplots)
 {
-    parkOpenRequest(12, makePart());
+    parkOpenRequest({12, makePart()});
     standin::raiseNext("BackplotActive");
     EXPECT_EQ(sendOpenMessage(), 0);
     EXPECT_TRUE(isRequestPending());
@@ -126,7 +128,7 @@ TEST_F(MessageWindow, leavesTheRequestPendingWhenTheHostCannotSayWhetherItBackpl
 
 TEST_F(MessageWindow, takesTheRequestAlsoWhenItsFileCannotBeOpened)
 {
-    parkOpenRequest(12, installation.path(L"missing.mcam"));
+    parkOpenRequest({12, installation.path(L"missing.mcam")});
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
     EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
@@ -138,11 +140,11 @@ TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
     const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
         if (code == HCBT_ACTIVATE && AddInState::requestId() != 2) {
             AddInState::setRequestId(2);
-            parkOpenRequest(2, L"C:\\next.mcam");
+            parkOpenRequest({2, L"C:\\next.mcam"});
         }
         return CallNextHookEx(nullptr, code, window, l);
     };
-    parkOpenRequest(1, installation.path(L"missing.mcam"));
+    parkOpenRequest({1, installation.path(L"missing.mcam")});
     const HHOOK hook = SetWindowsHookExW(WH_CBT, parkNext, nullptr, GetCurrentThreadId());
     EXPECT_EQ(sendOpenMessage(), 1);
     UnhookWindowsHookEx(hook);
@@ -153,7 +155,7 @@ TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
 
 TEST_F(MessageWindow, givesEveryOtherMessageTheDefaultTreatment)
 {
-    parkOpenRequest(12, makePart());
+    parkOpenRequest({12, makePart()});
     SendMessageW(AddInState::messageWindow(), WM_MOVE, 0, 0);
     SendMessageW(AddInState::messageWindow(), AddInState::commitMessage(), 0, 0);
     SendMessageW(AddInState::messageWindow(), AddInState::getCheckedOutMessage(), 0, 0);
@@ -168,7 +170,7 @@ TEST_F(MessageWindow, isForgottenWhenSomebodyClosesIt)
 {
     SendMessageW(AddInState::messageWindow(), WM_CLOSE, 0, 0);
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
-    parkOpenRequest(12, makePart()); // stays pending; nothing is posted anywhere
+    parkOpenRequest({12, makePart()}); // stays pending; nothing is posted anywhere
     pumpMessages();
     EXPECT_TRUE(isRequestPending());
 }
@@ -177,7 +179,7 @@ TEST_F(MessageWindow, takesTheOpenMessageForItselfAlone)
 {
     const HWND other = CreateWindowExW(0, hostInstanceName.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0,
                                        10, 10, nullptr, nullptr, nullptr, nullptr);
-    parkOpenRequest(12, makePart());
+    parkOpenRequest({12, makePart()});
     EXPECT_EQ(SendMessageW(other, AddInState::openMessage(), 0, 0), 0);
     EXPECT_TRUE(isRequestPending());
     DestroyWindow(other);
@@ -186,8 +188,8 @@ TEST_F(MessageWindow, takesTheOpenMessageForItselfAlone)
 TEST_F(MessageWindow, holdsOnlyTheLatestRequest)
 {
     const std::wstring second = makePart(L"second.mcam");
-    parkOpenRequest(1, makePart(L"first.mcam"));
-    parkOpenRequest(2, second);
+    parkOpenRequest({1, makePart(L"first.mcam")});
+    parkOpenRequest({2, second});
     const auto request = takeOpenRequest();
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->id, 2);
@@ -197,11 +199,11 @@ TEST_F(MessageWindow, holdsOnlyTheLatestRequest)
 
 TEST_F(MessageWindow, knowsNoRequestWithIdMinusOneOrWithoutAPath)
 {
-    parkOpenRequest(-1, L"C:\\a.mcam");
+    parkOpenRequest({-1, L"C:\\a.mcam"});
     EXPECT_FALSE(isRequestPending());
-    parkOpenRequest(5, L"");
+    parkOpenRequest({5, L""});
     EXPECT_FALSE(isRequestPending());
-    parkOpenRequest(5, L"C:\\a.mcam");
+    parkOpenRequest({5, L"C:\\a.mcam"});
     EXPECT_TRUE(isRequestPending());
     clearOpenRequest();
     EXPECT_FALSE(isRequestPending());

@@ -6,11 +6,11 @@ using namespace torvapdm;
 
 namespace {
 
-std::vector<RecentFile> openedInOrder(int count)
+std::vector<CompanionFile> openedInOrder(int count)
 {
-    std::vector<RecentFile> files;
+    std::vector<CompanionFile> files;
     for (int i = 1; i <= count; ++i)
-        rememberRecentFile(files, i, L"C:\\" + std::to_wstring(i));
+        addRecentFile(files, {i, L"C:\\" + std::to_wstring(i)});
     return files;
 }
 
@@ -28,7 +28,7 @@ TEST(RecentFileList, putsTheNewestFirst)
 TEST(RecentFileList, keepsOneEntryForAPathWithTheNewerId)
 {
     auto files = openedInOrder(3);
-    rememberRecentFile(files, 99, L"C:\\1");
+    addRecentFile(files, {99, L"C:\\1"});
     ASSERT_EQ(files.size(), 3u);
     EXPECT_EQ(files[0].path, L"C:\\1");
     EXPECT_EQ(files[0].id, 99);
@@ -38,7 +38,7 @@ TEST(RecentFileList, keepsOneEntryForAPathWithTheNewerId)
 TEST(RecentFileList, tellsPathsApartByCase)
 {
     auto files = openedInOrder(1);
-    rememberRecentFile(files, 2, L"c:\\1");
+    addRecentFile(files, {2, L"c:\\1"});
     EXPECT_EQ(files.size(), 2u);
 }
 
@@ -55,7 +55,7 @@ TEST(RecentFileList, growsToTwentyOneAndThenDropsTheOldest)
 TEST(RecentFileList, dropsNothingWhenAKnownPathComesBackToAFullList)
 {
     auto files = openedInOrder(21);
-    rememberRecentFile(files, 5, L"C:\\5");
+    addRecentFile(files, {5, L"C:\\5"});
     EXPECT_EQ(files.size(), 21u);
     EXPECT_EQ(files.back().path, L"C:\\1");
 }

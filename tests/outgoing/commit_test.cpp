@@ -5,6 +5,7 @@
 #include "support/host_fixture.h"
 #include "support/sockets.h"
 #include "support/system_calls.h"
+#include "formats/wire_constants.h"
 
 #include <algorithm>
 
@@ -149,7 +150,7 @@ TEST_F(CommitRequest, isRecordedForTheCompanionsProcessAndAnnounced)
 {
     runCompanion();
     const LineReceiver listener;
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(records(), recordOfA);
     EXPECT_EQ(listener.nextConnection(), "ZEMID=42|C:\\a.mcam\n");
     EXPECT_TRUE(listener.isIdle());
@@ -160,9 +161,9 @@ TEST_F(CommitRequest, isAppendedBehindEarlierOnes)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     AddInState::setZemId(0x1234);
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(records(), "earlier" + recordOfA + "\x34\x12\0\0"s + recordOfA.substr(4));
 }
 
@@ -171,7 +172,7 @@ TEST_F(CommitRequest, locksExactlyItsRecordWhileItWritesItInOneCall)
     runCompanion();
     writeBytes(requestFile, "earlier");
     noteAppendCalls();
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(appendCalls, appendOf26BytesAt7);
 }
 
@@ -181,7 +182,7 @@ TEST_F(CommitRequest, isAppendedToItsFileBeforeItIsAnnounced)
     writeBytes(requestFile, "earlier");
     const LineReceiver listener;
     noteDeliveryCalls();
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     const std::vector<std::string> calls(std::find(appendCalls.begin(), appendCalls.end(), opening),
                                          appendCalls.end());
     std::vector<std::string> expected = {opening};
@@ -193,7 +194,7 @@ TEST_F(CommitRequest, isAppendedToItsFileBeforeItIsAnnounced)
 TEST_F(CommitRequest, leavesItsFileToWhoeverOpensItAlone)
 {
     runCompanion();
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     const OtherHandle owner(requestFile, 0);
     EXPECT_NE(owner.file, INVALID_HANDLE_VALUE);
 }
@@ -202,7 +203,7 @@ TEST_F(CommitRequest, isMadeBesideAReaderThatSharesEverything)
 {
     runCompanion();
     const OtherHandle reader(requestFile, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(records(), recordOfA);
 }
 
@@ -213,7 +214,7 @@ TEST_F(CommitRequest, countsAsDeliveredAlsoWhenLockAndWriteFail)
     noteAppendCalls();
     doAppendCallsFail = true;
     const LineReceiver listener;
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(appendCalls, appendOf26BytesAt7);
     EXPECT_EQ(listener.nextConnection(), "ZEMID=42|C:\\a.mcam\n");
     EXPECT_EQ(records(), "earlier");
@@ -226,15 +227,15 @@ TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileCannotBeOpened)
     const LineReceiver listener;
     {
         const OtherHandle owner(requestFile, 0);
-        EXPECT_FALSE(requestCommit());
+        EXPECT_FALSE(commitDocument());
         EXPECT_EQ(newTrace(), Lines{notCommitted});
     }
     DeleteFileW(requestFile.c_str());
     CreateDirectoryW(requestFile.c_str(), nullptr);
-    EXPECT_FALSE(requestCommit());
+    EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
     removeFolder(installation.path(L"temp"));
-    EXPECT_FALSE(requestCommit());
+    EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
     EXPECT_TRUE(listener.isIdle());
 }
@@ -244,7 +245,7 @@ TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileMayNotBeWritten)
     runCompanion();
     writeBytes(requestFile, "earlier");
     leadCalls(&CreateFileW, "CreateFileW", &denyingCreateFile);
-    EXPECT_FALSE(requestCommit());
+    EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
 }
 
@@ -252,10 +253,10 @@ TEST_F(CommitRequest, startsTheCompanionWhenItHasNoWindow)
 {
     companion.holdSemaphore();
     recordCompanionStarts(installation);
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(companionStarts(installation, 1), Lines{LR"(0 --commit "C:\a.mcam")"});
     AddInState::setZemId(noZemId);
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(companionStarts(installation, 2)[1], LR"(0 --commit "C:\a.mcam" --id 4294967295)");
     EXPECT_EQ(records(), "none");
 }
@@ -263,7 +264,7 @@ TEST_F(CommitRequest, startsTheCompanionWhenItHasNoWindow)
 TEST_F(CommitRequest, startsACompanionThatDoesNotRunTwice)
 {
     recordCompanionStarts(installation);
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     Lines lines = companionStarts(installation, 2);
     std::sort(lines.begin(), lines.end()); // two processes: either may write first
     EXPECT_EQ(lines, (Lines{LR"(0 --commit "C:\a.mcam")", L"1"}));
@@ -271,10 +272,10 @@ TEST_F(CommitRequest, startsACompanionThatDoesNotRunTwice)
 
 TEST_F(CommitRequest, isToldToHaveFailedWhenTheCompanionCannotBeStarted)
 {
-    EXPECT_FALSE(requestCommit());
+    EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notStarted});
     companion.holdSemaphore(); // it runs, but has no window and no program
-    EXPECT_FALSE(requestCommit());
+    EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
 }
 
@@ -301,7 +302,7 @@ TEST_F(CommitRequest, isRedirectedOutsideTheInstallationFolderWithTheFtpServer)
     for (const Case& c : cases) {
         writeBytes(installation.path(L"cfg\\settings.ini"), c.settings);
         standin::setState("geo_filename", c.document);
-        EXPECT_TRUE(requestCommit());
+        EXPECT_TRUE(commitDocument());
         EXPECT_EQ(companionStarts(installation, ++starts).back(),
                   L"0 --commit \"" + c.committed + L'"');
     }
@@ -313,7 +314,7 @@ TEST_F(CommitRequest, tellsANameWithoutABackslashWholeBehindTheRedirectionsFolde
     standin::setState("geo_filename", L"C:/parts/../../a.mcam");
     const LineReceiver receiver;
     runCompanion();
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(receiver.nextConnection(),
               "ZEMID=42|" + toUtf8(installation.path(L"tmp\\C:/parts/../../a.mcam")) + '\n');
     EXPECT_FALSE(readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // told, never written
@@ -324,7 +325,7 @@ TEST_F(CommitRequest, recordsANameThatItsNoticeCannotTell)
     runCompanion();
     standin::setState("geo_filename", L"\u20AC");
     const LineReceiver listener;
-    EXPECT_TRUE(requestCommit());
+    EXPECT_TRUE(commitDocument());
     EXPECT_EQ(records(), "\x2A\0\0\0\x01\0\0\0\xAC\x20"s);
     EXPECT_EQ(listener.nextConnection(), "ZEMID=42|\n");
 }

@@ -6,7 +6,6 @@
 #include "host/record_adapter.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
-#include "outgoing/plane_name.h"
 #include "outgoing/tool_export.h"
 
 using namespace torvapdm;

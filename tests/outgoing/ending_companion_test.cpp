@@ -49,7 +49,7 @@ TEST(EndingCompanion, leavesTheCommitToTheNextOne)
             OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, companion.process().id());
         ASSERT_NE(endingCompanion, nullptr);
         leadCalls(&CreateFileW, "CreateFileW", &createFileOfTheEnded);
-        EXPECT_TRUE(requestCommit());
+        EXPECT_TRUE(commitDocument());
         EXPECT_FALSE(companion.process().isRunning());
         EXPECT_EQ(companion.count(L"commit file="), 0u);
         CloseHandle(std::exchange(endingCompanion, nullptr));

@@ -10,6 +10,8 @@
 #include "support/host_fixture.h"
 #include "support/sockets.h"
 #include "support/system_calls.h"
+#include "incoming/incoming_state.h"
+#include "formats/wire_constants.h"
 
 #include <utility>
 
@@ -558,7 +560,7 @@ TEST_F(SaveFlowUntitled, isNamedByTheHostsCommandSentAfterItsInterfaceWasAskedFo
 
 TEST_F(SaveFlowInterrupted, savesTheDocumentThatIsOpenedWhileItWaits)
 {
-    parkOpenRequest(12, name);
+    parkOpenRequest({12, name});
     reportTheNextSave(); // the one that ends the loading, when no id is known yet
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
@@ -570,7 +572,7 @@ TEST_F(SaveFlowInterrupted, savesTheDocumentThatIsOpenedWhileItWaits)
 
 TEST_F(SaveFlowInterrupted, commitsTwiceADocumentThatIsOpenedAndReportedWhileItWaits)
 {
-    parkOpenRequest(12, name);
+    parkOpenRequest({12, name});
     callFromLoop([] { return AddInState::zemId() != noZemId; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();

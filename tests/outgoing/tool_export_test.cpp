@@ -5,7 +5,6 @@
 #include "support/host_fixture.h"
 #include "support/sockets.h"
 #include "support/system_calls.h"
-#include "outgoing/plane_name.h"
 
 #include <algorithm>
 #include <cstring>

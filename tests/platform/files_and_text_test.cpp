@@ -1,10 +1,11 @@
-#include "dormant/whole_text.h"
+#include "dormant/dormant.h"
 #include "companion/debug_log.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/system_calls.h"
+#include "host/message_box.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

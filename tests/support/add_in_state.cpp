@@ -1,6 +1,9 @@
 #include "support/add_in_state.h"
 
 #include "shared_state.h"
+#include "incoming/incoming_state.h"
+#include "addin/host_events.h"
+#include "formats/wire_constants.h"
 
 namespace testing_support {
 
@@ -55,11 +58,11 @@ void AddInState::setFileTypePrefix(const std::wstring& prefix)
     torvapdm::fileTypePrefix = prefix;
 }
 
-std::vector<torvapdm::RecentFile> AddInState::recentFiles()
+std::vector<torvapdm::CompanionFile> AddInState::recentFiles()
 {
     return torvapdm::recentFiles;
 }
-void AddInState::setRecentFiles(const std::vector<torvapdm::RecentFile>& files)
+void AddInState::setRecentFiles(const std::vector<torvapdm::CompanionFile>& files)
 {
     torvapdm::recentFiles = files;
 }

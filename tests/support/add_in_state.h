@@ -2,8 +2,10 @@
 // them. No other test reads or writes the add-in's variables.
 #pragma once
 
-#include "formats/recent_file.h"
-#include "formats/zem_id.h"
+#include "formats/companion_file.h"
+#include "formats/wire_constants.h"
+#include "incoming/incoming_state.h"
+#include "addin/host_events.h"
 
 #include <cstdint>
 #include <string>
@@ -24,8 +26,8 @@ struct AddInState {
     static void setFilePath(const std::wstring& path);
     static std::wstring fileTypePrefix();
     static void setFileTypePrefix(const std::wstring& prefix);
-    static std::vector<torvapdm::RecentFile> recentFiles();
-    static void setRecentFiles(const std::vector<torvapdm::RecentFile>& files);
+    static std::vector<torvapdm::CompanionFile> recentFiles();
+    static void setRecentFiles(const std::vector<torvapdm::CompanionFile>& files);
 
     static std::int32_t ncPathNumber();
     static void setNcPathNumber(std::int32_t number);

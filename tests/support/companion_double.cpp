@@ -3,6 +3,7 @@
 #include "companion/identifiers.h"
 #include "support/bytes.h"
 #include "support/waiting.h"
+#include "incoming/incoming_state.h"
 
 namespace testing_support {
 

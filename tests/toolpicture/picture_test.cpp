@@ -8,6 +8,7 @@
 #include "support/system_calls.h"
 #include "toolpicture/reference_picture.h"
 #include "toolpicture/geometry.h"
+#include "companion/installation.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,6 @@
 // on the same thousands of texts, sound and broken.
 #include "formats/checkout_answer.h"
 #include "formats/machine_settings_file.h"
-#include "formats/nc_import_line.h"
-#include "formats/tools_option.h"
 #include "fuzz/random.h"
 #include "formats/command_file.h"
 #include "formats/settings_file.h"
@@ -39,9 +37,9 @@ std::wstring widened(const std::string& bytes)
     return text;
 }
 
-RequestKind kindOf(torvapdm::CommandRequest::Kind kind)
+RequestKind kindOf(torvapdm::Command::Kind kind)
 {
-    using Kind = torvapdm::CommandRequest::Kind;
+    using Kind = torvapdm::Command::Kind;
     return kind == Kind::checkIn   ? RequestKind::checkIn
            : kind == Kind::newFile ? RequestKind::newFile
            : kind == Kind::open    ? RequestKind::open
@@ -72,11 +70,11 @@ TEST(SupportTool, readsRequestsAsTheAddInDoes)
         if (text.empty())
             continue; // the add-in never looks at it
         const CommandText ours = readCommandText(text);
-        const torvapdm::CommandRequest theirs = torvapdm::interpretCommandText(text);
+        const torvapdm::Command theirs = torvapdm::parseCommand(text);
         ASSERT_EQ(requestName(ours.kind), requestName(kindOf(theirs.kind))) << text;
         if (ours.kind == RequestKind::open || ours.kind == RequestKind::newFile) {
-            ASSERT_EQ(ours.id, theirs.id) << text;
-            ASSERT_EQ(widened(ours.path), theirs.path) << text;
+            ASSERT_EQ(ours.id, theirs.file.id) << text;
+            ASSERT_EQ(widened(ours.path), theirs.file.path) << text;
         }
     }
 }
@@ -109,7 +107,7 @@ TEST(SupportTool, readsAnswersAsTheAddInDoes)
         std::wstring fileType;
         torvapdm::CheckoutAnswer theirs;
         try {
-            theirs = torvapdm::interpretAnswer(text, fileType);
+            theirs = torvapdm::parseCheckoutAnswer(text, fileType);
         } catch (const std::out_of_range&) {
             fileType.clear(); // what ends the add-in's command is no answer
         }
@@ -117,8 +115,8 @@ TEST(SupportTool, readsAnswersAsTheAddInDoes)
         ASSERT_EQ(ours.kind == AnswerKind::file, theirs.kind == Kind::file) << i;
         if (theirs.kind == Kind::file) {
             ASSERT_EQ(ours.fileType, fileType) << i;
-            ASSERT_EQ(ours.id, theirs.id) << i;
-            ASSERT_EQ(ours.path, theirs.path) << i;
+            ASSERT_EQ(ours.id, theirs.file.id) << i;
+            ASSERT_EQ(ours.path, theirs.file.path) << i;
         }
     }
 }
@@ -146,7 +144,7 @@ TEST(SupportTool, readsSettingsAsTheAddInDoes)
         bool areToolsSaved = false;
         for (const std::string& line : lines) {
             torvapdm::applyNcImportLine(line, import);
-            areToolsSaved = areToolsSaved || torvapdm::asksForTools(line);
+            areToolsSaved = areToolsSaved || torvapdm::hasAlwaysSaveTools(line);
         }
         for (const char* key : {"UseFtpServer", "MCXCATIA"}) {
             const std::string value = addInsValue(lines, key);
