@@ -10,14 +10,17 @@ if(MSVC)
 endif()
 
 if(MINGW)
-  # The compiler's own libraries go into each module: nothing but Windows' DLLs is needed at run
-  # time.
+  # Linked statically, so that the programs need no other DLLs than Windows' own.
   add_link_options(-static -fstack-protector-strong
                    -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
-  # The same sources give the same programs, whenever they are linked.
+  # A reproducible build: no time stamp in the programs.
   add_link_options(-Wl,--no-insert-timestamp)
-  # A frame whose guard was overwritten ends the program before it can be misused.
+  # Ends the program when the guard of a stack frame has been overwritten.
   add_compile_options(-fstack-protector-strong)
+  # One section for each function, so that the linker drops the ones that nothing uses; most of the
+  # C++ library is among them.
+  add_compile_options(-ffunction-sections -fdata-sections)
+  add_link_options(-Wl,--gc-sections)
 endif()
 
 function(add_own_options target)

@@ -1,31 +1,28 @@
 #include "companion/line_sender.h"
 
-#include "framework/framework.h"
+#include "formats/wire_constants.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <sstream>
-#include <utility>
 #include <winsock2.h>
 
 namespace torvapdm {
 
 namespace {
 
-// Fixed for this release. The empty host means the local computer.
+// The empty host name resolves to the local computer.
 constexpr char targetHost[128] = "";
-constexpr u_short targetPort = 4559;
 constexpr std::uint32_t triesBound = 8;
 
-// Holds the last line sent, with its zero.
-char sendBuffer[longestLine + 1];
+// The last line sent, with its null terminator.
+char sendBuffer[longestNotice + 1];
 
 sockaddr_in targetAddress()
 {
     sockaddr_in server{};
     server.sin_family = AF_INET;
-    server.sin_port = htons(targetPort);
+    server.sin_port = htons(noticePort);
     server.sin_addr.s_addr = inet_addr(targetHost);
     if (server.sin_addr.s_addr != INADDR_NONE)
         return server;
@@ -38,8 +35,7 @@ sockaddr_in targetAddress()
 void sendBufferOnce(SOCKET connection)
 {
     const int sent = send(connection, sendBuffer, static_cast<int>(std::strlen(sendBuffer)), 0);
-    // Deliberate: the tries are counted and nothing is tried. One would expect another send here;
-    // so each line arrives at most once.
+    // Quirk Q21: the tries are counted, and there is no second one.
     for (std::uint32_t tries = 0; tries < triesBound && sent != 0 && sent != SOCKET_ERROR;
          ++tries) {
     }
@@ -49,28 +45,20 @@ void sendBufferOnce(SOCKET connection)
 
 void sendLine(std::string line)
 {
-    std::ostringstream amsg(std::move(line), std::ios_base::ate);
-    amsg << '\n';
-    const std::string text = amsg.str();
-    if (text.size() > longestLine)
+    line += '\n';
+    if (line.size() > longestNotice)
         return;
-    WSADATA wsd{};
-    WSAStartup(MAKEWORD(2, 2), &wsd);
-    std::memcpy(sendBuffer, text.c_str(), text.size() + 1);
+    WSADATA data{};
+    WSAStartup(MAKEWORD(2, 2), &data);
+    std::memcpy(sendBuffer, line.c_str(), line.size() + 1);
     const SOCKET connection = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
     const sockaddr_in server = targetAddress();
-    // Without a connection the sending fails too.
+    // When this fails, the send fails as well.
     static_cast<void>(
         connect(connection, reinterpret_cast<const sockaddr*>(&server), sizeof server));
     sendBufferOnce(connection);
     closesocket(connection);
     WSACleanup();
-}
-
-int startSockets()
-{
-    WSADATA wsd{};
-    return WSAStartup(MAKEWORD(2, 0), &wsd);
 }
 
 } // namespace torvapdm
