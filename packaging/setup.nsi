@@ -48,8 +48,8 @@ Var HasBegun ; to write, so that there is something to take back
 Var HasMadeEntry ; so that it goes with the rest
 Var KeepsEntry
 
-!include trouble.nsh
-!include alone.nsh
+!include errors.nsh
+!include single_instance.nsh
 !include folders.nsh
 
 !define MUI_ICON "${NSISDIR}/Contrib/Graphics/Icons/box-install.ico"
