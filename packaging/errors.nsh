@@ -1,8 +1,8 @@
-; What stands in the way of a run. The first trouble counts; nothing is changed once there is one.
-Var Trouble ; the exit code, or 0
-Var TroubleText
+; The errors of a run. The first error counts; after it nothing is changed.
+Var ErrorCode ; the exit code, or 0
+Var ErrorText
 
-; The system's own codes are 1, cancelled, and 2, the program itself cannot go on.
+; NSIS itself uses 1 (cancelled) and 2 (the setup program failed).
 !define NO_HOST 3
 !define IN_USE 4
 !define CANNOT_WRITE 5
@@ -11,31 +11,31 @@ Var TroubleText
 
 !define /ifndef OPEN_EXISTING 3
 
-!macro NoteTrouble CODE TEXT
-    ${If} $Trouble = 0
-        StrCpy $Trouble ${CODE}
-        StrCpy $TroubleText "${TEXT}"
+!macro RecordError CODE TEXT
+    ${If} $ErrorCode = 0
+        StrCpy $ErrorCode ${CODE}
+        StrCpy $ErrorText "${TEXT}"
     ${EndIf}
 !macroend
-!define NoteTrouble "!insertmacro NoteTrouble"
+!define RecordError "!insertmacro RecordError"
 
-!macro ShowTrouble
-    MessageBox MB_OK|MB_ICONEXCLAMATION "$TroubleText" /SD IDOK
+!macro ShowError
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$ErrorText" /SD IDOK
 !macroend
-!define ShowTrouble "!insertmacro ShowTrouble"
+!define ShowError "!insertmacro ShowError"
 
-; Keeps the user on the page until the trouble is gone.
-!macro StayOnPageInTrouble
-    ${If} $Trouble <> 0
-        ${ShowTrouble}
-        StrCpy $Trouble 0
+; Keeps the user on the page until the error is resolved.
+!macro StayOnPageAfterError
+    ${If} $ErrorCode <> 0
+        ${ShowError}
+        StrCpy $ErrorCode 0
         Abort
     ${EndIf}
 !macroend
-!define StayOnPageInTrouble "!insertmacro StayOnPageInTrouble"
+!define StayOnPageAfterError "!insertmacro StayOnPageAfterError"
 
-; A file that is there must be free to be replaced or deleted: it is opened for that, and for nobody
-; else beside. A library that a process has loaded refuses it, as does a file that somebody reads.
+; An existing file must be replaceable and deletable: it is opened with that access and without sharing.
+; This fails for a DLL that a process has loaded and for a file that another program reads.
 !macro CheckFile UN PATH USER
     Push "${USER}"
     Push "${PATH}"
@@ -46,7 +46,7 @@ Var TroubleText
 Function ${UN}CheckFile
     Exch $0 ; path
     Exch
-    Exch $1 ; who would use it
+    Exch $1 ; the program that probably uses it
     Push $2
     Push $3
     ${If} ${FileExists} $0
@@ -56,9 +56,9 @@ Function ${UN}CheckFile
         ${If} $2 P<> ${INVALID_HANDLE_VALUE}
             System::Call 'kernel32::CloseHandle(p r2)'
         ${ElseIf} $3 = ${ERROR_SHARING_VIOLATION}
-            ${NoteTrouble} ${IN_USE} "$0${IN_USE_TEXT}$1 and try again."
+            ${RecordError} ${IN_USE} "$0${IN_USE_TEXT}$1 and try again."
         ${Else}
-            ${NoteTrouble} ${CANNOT_WRITE} "$0 cannot be replaced (error $3)."
+            ${RecordError} ${CANNOT_WRITE} "$0 cannot be replaced (error $3)."
         ${EndIf}
     ${EndIf}
     Pop $3
