@@ -1,22 +1,21 @@
-# What every target of ours is compiled and linked with.
+# Compiler and linker options for all targets of this project.
 #
-# add_own_options(TARGET) sets the warnings; it is kept apart from the global settings so that
-# GoogleTest's sources are not held to them.
+# add_own_options(TARGET) sets the warnings. It is separate from the global settings so that they do not
+# apply to GoogleTest's sources.
 add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00)
 
 if(MSVC)
-  # The C library's and the sockets' older names are meant.
+  # The older function names of the C library and of the sockets library are used on purpose.
   add_compile_definitions(_CRT_SECURE_NO_WARNINGS _WINSOCK_DEPRECATED_NO_WARNINGS)
 endif()
 
 if(MINGW)
-  # The compiler's own libraries go into each module: nothing but Windows' DLLs is needed at run
-  # time.
+  # Link the compiler's libraries statically: at run time only Windows' DLLs are needed.
   add_link_options(-static -fstack-protector-strong
                    -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
-  # The same sources give the same programs, whenever they are linked.
+  # Reproducible output.
   add_link_options(-Wl,--no-insert-timestamp)
-  # A frame whose guard was overwritten ends the program before it can be misused.
+  # A stack buffer overflow ends the program before it can be exploited.
   add_compile_options(-fstack-protector-strong)
 endif()
 
@@ -35,10 +34,10 @@ function(add_own_options target)
       target_compile_options(${target} PRIVATE
         -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Warith-conversion
         -Wformat-signedness -Wsuggest-override -Wctor-dtor-privacy -Wdeprecated-copy-dtor -Walloca
-        # Left out: -Wnull-dereference, which suspects GCC 12's own containers; -Wcast-align, which
-        # suspects every look into a module's headers; -Wuseless-cast, whose casts another
+        # Not used: -Wnull-dereference has false positives in GCC 12's own containers; -Wcast-align
+        # reports every access to a module's headers; -Wuseless-cast reports casts that the other
         # compiler's types need.
-        -Wno-restrict) # GCC 12 warns of its own string assignment.
+        -Wno-restrict) # False positives in GCC 12's own string assignment.
     endif()
   endif()
   set_target_properties(${target} PROPERTIES PREFIX "")
