@@ -1,5 +1,5 @@
-# The fuzzer's build: every function that is fuzzed counts what it reaches and ends the process at
-# its first misuse of memory or of the language.
+# The fuzzer's build: coverage instrumentation, and the process ends at the first memory error or undefined
+# behaviour.
 add_compile_options(-fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow
                     -fno-sanitize-recover=all -fno-omit-frame-pointer)
 add_link_options(-fsanitize=address,undefined,float-cast-overflow)

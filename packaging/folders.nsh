@@ -1,5 +1,5 @@
-; The folders that were made for the add-in. They are kept beside the entry among the installed
-; programs, so that the uninstaller, or a later version, removes these and no others.
+; The folders that setup created. They are recorded under the entry in the list of installed programs, so
+; that the uninstaller, or a later version, removes only these.
 !define MADE_FOLDERS "${ENTRY}\Folders" ; each is the name of an empty value
 
 !macro MakeFolder PATH
@@ -8,7 +8,7 @@
 !macroend
 !define MakeFolder "!insertmacro MakeFolder"
 
-; Makes a folder, and those above it that are missing.
+; Creates a folder and its missing parents.
 Function MakeFolder
     Exch $0
     Push $1
@@ -20,7 +20,7 @@ Function MakeFolder
         ClearErrors
         CreateDirectory $0
         ${If} ${Errors}
-            ${NoteTrouble} ${CANNOT_WRITE} "The folder $0 cannot be made."
+            ${RecordError} ${CANNOT_WRITE} "The folder $0 cannot be created."
         ${Else}
             WriteRegStr HKLM "${MADE_FOLDERS}" $0 ""
         ${EndIf}
@@ -30,8 +30,8 @@ Function MakeFolder
 FunctionEnd
 
 !macro DefineRemoveEmptyFolders UN
-; Removes those of them that are empty, and forgets them. A folder can go once those in it have
-; gone, so that each removal is followed by another look at all.
+; Removes the recorded folders that are empty, and their records. Removing a folder can make its parent
+; empty, so the loop starts again after each removal.
 Function ${UN}RemoveEmptyFolders
     StrCpy $0 0
     ${Do}

@@ -1,14 +1,14 @@
-; The setup program: puts the library among Mastercam's command hooks, and the support tool and the
-; pages into a folder of their own, for all users of the machine.
+; The setup program. Installs the DLL as a command hook of Mastercam, and the support tool and the
+; documentation in their own folder, for all users of the machine.
 ;
-; Nothing that is installed is touched before every new file lies beside its place and every old one
-; has been found free. An earlier version is removed by its own uninstaller, which knows its files.
+; Setup changes no installed file before every new file is written under a temporary name and every old
+; one is known to be replaceable. An earlier version is removed by its own uninstaller, which knows its files.
 ;
-; packaging/pack defines VERSION, PACKAGE (the folder with what is installed), FILES (its list) and
-; SETUP (the program to make).
+; packaging/pack defines VERSION, PACKAGE (the folder with the files to install), FILES (their list) and
+; SETUP (the output file).
 Target amd64-unicode
 SetCompressor /SOLID lzma
-SetDateSave off ; nothing of the time of packing goes in
+SetDateSave off ; reproducible output
 RequestExecutionLevel admin
 ManifestDPIAware true
 
@@ -21,7 +21,7 @@ ManifestDPIAware true
 
 !define PRODUCT "TORVA ZEM add-in for Mastercam"
 !define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${PRODUCT}"
-!define HOOKS "chooks" ; the folder of Mastercam's command hooks, below its own
+!define HOOKS "chooks" ; the folder of command hooks, in Mastercam's folder
 !define LIBRARY "${HOOKS}\torvapdm.dll"
 !define UNINSTALLER "uninstall.exe"
 
@@ -42,14 +42,14 @@ VIAddVersionKey "ProductName" "TORVA ZEM"
 VIAddVersionKey "ProductVersion" "${VERSION}"
 
 Var HostFolder
-Var EarlierFolder ; of the version that is installed, or empty
+Var EarlierFolder ; of the installed version, or empty
 Var EarlierHostFolder
-Var HasBegun ; to write, so that there is something to take back
-Var HasMadeEntry ; so that it goes with the rest
+Var HasStartedWriting ; there is something to roll back
+Var HasMadeEntry ; rolling back removes the entry
 Var KeepsEntry
 
-!include trouble.nsh
-!include alone.nsh
+!include errors.nsh
+!include single_instance.nsh
 !include folders.nsh
 
 !define MUI_ICON "${NSISDIR}/Contrib/Graphics/Icons/box-install.ico"
@@ -57,18 +57,18 @@ Var KeepsEntry
 
 !define MUI_PAGE_HEADER_TEXT "Mastercam's folder"
 !define MUI_PAGE_HEADER_SUBTEXT "Where is Mastercam installed?"
-!define MUI_DIRECTORYPAGE_TEXT_TOP "Setup puts the add-in among Mastercam's command hooks, in the \
-    folder ${HOOKS}. Name the folder that holds Mastercam.exe, and close Mastercam."
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Setup installs the add-in as a command hook, in the folder ${HOOKS} of \
+    Mastercam. Choose the folder that contains Mastercam.exe, and close Mastercam."
 !define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Mastercam's folder"
 !define MUI_DIRECTORYPAGE_VARIABLE $HostFolder
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveHostPage
 !insertmacro MUI_PAGE_DIRECTORY
 
-!define MUI_PAGE_HEADER_TEXT "Support tool and pages"
-!define MUI_PAGE_HEADER_SUBTEXT "Where shall zemlink.exe and the pages of the add-in lie?"
-!define MUI_DIRECTORYPAGE_TEXT_TOP "zemlink.exe shows what passes between Mastercam and TORVA ZEM \
-    and looks for the usual troubles. It is put into this folder together with the pages about the \
-    add-in."
+!define MUI_PAGE_HEADER_TEXT "Support tool and documentation"
+!define MUI_PAGE_HEADER_SUBTEXT "Choose the folder for zemlink.exe and the documentation."
+!define MUI_DIRECTORYPAGE_TEXT_TOP "zemlink.exe shows the data exchanged between Mastercam and TORVA \
+    ZEM and checks for common problems. Setup installs it in this folder together with the \
+    documentation of the add-in."
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveFolderPage
 !insertmacro MUI_PAGE_DIRECTORY
 
@@ -78,10 +78,10 @@ Var KeepsEntry
 !insertmacro MUI_LANGUAGE English
 
 Function .onInit
-    StrCpy $Trouble 0
-    StrCpy $HasBegun 0
+    StrCpy $ErrorCode 0
+    StrCpy $HasStartedWriting 0
     StrCpy $HasMadeEntry 0
-    Call EndUnlessAlone
+    Call EnsureSingleInstance
     ReadRegStr $EarlierFolder HKLM "${ENTRY}" "InstallLocation"
     ReadRegStr $EarlierHostFolder HKLM "${ENTRY}" "HostFolder"
     ${GetParameters} $0
@@ -93,12 +93,12 @@ FunctionEnd
 
 Function LeaveHostPage
     Call CheckHostFolder
-    ${StayOnPageInTrouble}
+    ${StayOnPageAfterError}
 FunctionEnd
 
 Function LeaveFolderPage
     Call CheckFiles
-    ${StayOnPageInTrouble}
+    ${StayOnPageAfterError}
 FunctionEnd
 
 Section
@@ -106,20 +106,20 @@ Section
     Call CheckNamedFolder
     Call CheckHostFolder
     Call CheckFiles
-    Call EndInTrouble
-    Call WriteBesidePlaces
-    Call EndInTrouble
+    Call AbortAfterError
+    Call WriteNewFiles
+    Call AbortAfterError
     Call RemoveEarlierVersion
-    Call EndInTrouble
+    Call AbortAfterError
     Call WriteEntry
     Call PutInPlace
-    Call EndInTrouble
-    Call RemoveEmptyFolders ; that the earlier version had and this one has not
+    Call AbortAfterError
+    Call RemoveEmptyFolders ; of the earlier version that this one does not use
 SectionEnd
 
 Function CheckHostFolder
     StrCpy $0 $HostFolder "" 1
-    ${If} $0 == ":" ; what the page makes of a drive's root; alone it is the current folder there
+    ${If} $0 == ":" ; the page turns a drive's root into "C:", which is the drive's current folder
         StrCpy $HostFolder "$HostFolder\"
     ${EndIf}
     GetFullPathName $0 $HostFolder
@@ -131,14 +131,14 @@ Function CheckHostFolder
     ${EndIf}
     ${If} $HostFolder == ""
     ${OrIfNot} ${FileExists} "$0\Mastercam.exe"
-        ${NoteTrouble} ${NO_HOST} "There is no Mastercam.exe in the folder $\"$HostFolder$\"."
+        ${RecordError} ${NO_HOST} "There is no Mastercam.exe in the folder $\"$HostFolder$\"."
     ${Else}
         StrCpy $HostFolder $0
     ${EndIf}
 FunctionEnd
 
-; In place of a folder that cannot be, on a drive that is not there or below a file, the usual one
-; was taken by now. A user sees that on the page; nobody sees it in a silent run.
+; NSIS has replaced a folder that cannot exist (on a missing drive or below a file) with the default. The
+; page shows that to the user; a silent run must fail.
 Function CheckNamedFolder
     System::Call 'kernel32::GetCommandLineW() t .r0'
     StrLen $1 $CMDLINE ; which ends where " /D=" begins
@@ -149,16 +149,16 @@ Function CheckNamedFolder
     ${If} ${Silent}
     ${AndIf} $0 != ""
     ${AndIf} $1 != $INSTDIR
-        ${NoteTrouble} ${CANNOT_WRITE} "The folder $0 cannot be made."
+        ${RecordError} ${CANNOT_WRITE} "The folder $0 cannot be created."
     ${EndIf}
 FunctionEnd
 
-; What lies there without an earlier version is somebody else's, whatever its name: it would be
-; overwritten now and deleted in the end.
-!macro CheckIsNotThere FILE
+; Without an earlier version an existing file belongs to another program, whatever its name. Setup would
+; overwrite it and the uninstaller would delete it.
+!macro CheckDoesNotExist FILE
     ${If} ${FileExists} "$INSTDIR\${FILE}"
-        ${NoteTrouble} ${CANNOT_WRITE} "$INSTDIR\${FILE} is there already and is not this \
-            program's. Choose another folder."
+        ${RecordError} ${CANNOT_WRITE} "$INSTDIR\${FILE} already exists and does not belong to \
+            this program. Choose another folder."
     ${EndIf}
 !macroend
 
@@ -168,8 +168,8 @@ FunctionEnd
 
 Function CheckFiles
     ${If} $INSTDIR != $EarlierFolder
-        !insertmacro FOR_EACH_FILE CheckIsNotThere
-        !insertmacro CheckIsNotThere "${UNINSTALLER}"
+        !insertmacro FOR_EACH_FILE CheckDoesNotExist
+        !insertmacro CheckDoesNotExist "${UNINSTALLER}"
     ${EndIf}
     !insertmacro CheckFile "" "$HostFolder\${LIBRARY}" "Mastercam"
     ${If} $EarlierHostFolder != ""
@@ -183,20 +183,20 @@ FunctionEnd
     ${MakeFolder} "$INSTDIR\${FOLDER}"
 !macroend
 
-!macro WriteBeside FILE PLACE
+!macro WriteNewFile FILE PLACE
     ClearErrors
     File "/oname=${PLACE}.new" "${PACKAGE}\${FILE}"
     ${If} ${Errors}
-        ${NoteTrouble} ${CANNOT_WRITE} "${PLACE} cannot be written."
+        ${RecordError} ${CANNOT_WRITE} "${PLACE} cannot be written."
     ${EndIf}
 !macroend
 
-!macro WriteInstalledFileBeside FILE
-    !insertmacro WriteBeside "${FILE}" "$INSTDIR\${FILE}"
+!macro WriteNewInstalledFile FILE
+    !insertmacro WriteNewFile "${FILE}" "$INSTDIR\${FILE}"
 !macroend
 
-Function WriteBesidePlaces
-    StrCpy $HasBegun 1
+Function WriteNewFiles
+    StrCpy $HasStartedWriting 1
     SetOverwrite try
     EnumRegValue $0 HKLM "${ENTRY}" 0
     EnumRegKey $1 HKLM "${ENTRY}" 0
@@ -206,26 +206,26 @@ Function WriteBesidePlaces
     ClearErrors
     WriteRegStr HKLM "${ENTRY}" "Publisher" "TORVA AS"
     ${If} ${Errors}
-        ${NoteTrouble} ${CANNOT_WRITE} "The list of the installed programs cannot be written."
+        ${RecordError} ${CANNOT_WRITE} "The list of installed programs cannot be written."
         Return
     ${EndIf}
     ${MakeFolder} "$HostFolder\${HOOKS}"
     ${MakeFolder} $INSTDIR
     !insertmacro FOR_EACH_FOLDER MakeInstalledFolder
-    ${If} $Trouble <> 0
+    ${If} $ErrorCode <> 0
         Return
     ${EndIf}
-    !insertmacro WriteBeside "torvapdm.dll" "$HostFolder\${LIBRARY}"
-    !insertmacro FOR_EACH_FILE WriteInstalledFileBeside
+    !insertmacro WriteNewFile "torvapdm.dll" "$HostFolder\${LIBRARY}"
+    !insertmacro FOR_EACH_FILE WriteNewInstalledFile
     ClearErrors
     WriteUninstaller "$INSTDIR\${UNINSTALLER}.new"
     ${If} ${Errors}
-        ${NoteTrouble} ${CANNOT_WRITE} "$INSTDIR\${UNINSTALLER} cannot be written."
+        ${RecordError} ${CANNOT_WRITE} "$INSTDIR\${UNINSTALLER} cannot be written."
     ${EndIf}
 FunctionEnd
 
-; Every version's uninstaller understands /KEEPENTRY: the files go, the entry and the folders stay.
-; A copy of it runs, so that it can delete itself.
+; Every version's uninstaller supports /KEEPENTRY: it deletes the files and keeps the entry and the
+; folders. A copy of it runs, so that it can delete itself.
 Function RemoveEarlierVersion
     ${If} $EarlierFolder == ""
         Return
@@ -243,9 +243,9 @@ Function RemoveEarlierVersion
         StrCpy $0 ${CANNOT_WRITE}
     ${EndIf}
     ${If} $0 = ${IN_USE}
-        ${NoteTrouble} ${IN_USE} "The earlier version${IN_USE_TEXT}Mastercam and try again."
+        ${RecordError} ${IN_USE} "The earlier version${IN_USE_TEXT}Mastercam and try again."
     ${ElseIf} $0 <> 0
-        ${NoteTrouble} $0 "The earlier version in $EarlierFolder cannot be removed."
+        ${RecordError} $0 "The earlier version in $EarlierFolder cannot be removed."
     ${EndIf}
 FunctionEnd
 
@@ -254,7 +254,7 @@ FunctionEnd
     Delete "${PLACE}"
     Rename "${PLACE}.new" "${PLACE}"
     ${If} ${Errors}
-        ${NoteTrouble} ${CANNOT_WRITE} "${PLACE} cannot be replaced."
+        ${RecordError} ${CANNOT_WRITE} "${PLACE} cannot be replaced."
     ${EndIf}
 !macroend
 
@@ -262,7 +262,7 @@ FunctionEnd
     !insertmacro PutFileInPlace "$INSTDIR\${FILE}"
 !macroend
 
-; The uninstaller first, so that what is in place can always be removed again.
+; The uninstaller first, so that a partial installation can be removed.
 Function PutInPlace
     !insertmacro PutInstalledFileInPlace "${UNINSTALLER}"
     !insertmacro FOR_EACH_FILE PutInstalledFileInPlace
@@ -280,15 +280,15 @@ Function WriteEntry
     WriteRegDWORD HKLM "${ENTRY}" "EstimatedSize" $0
     WriteRegDWORD HKLM "${ENTRY}" "NoModify" 1
     WriteRegDWORD HKLM "${ENTRY}" "NoRepair" 1
-    StrCpy $HasMadeEntry 0 ; from here on the entry stays, whatever comes
+    StrCpy $HasMadeEntry 0 ; from here on the entry stays, even after an error
 FunctionEnd
 
-Function EndInTrouble
-    ${If} $Trouble <> 0
-        Call TakeBack
-        SetErrorLevel $Trouble
-        ${ShowTrouble}
-        Abort $TroubleText
+Function AbortAfterError
+    ${If} $ErrorCode <> 0
+        Call RollBack
+        SetErrorLevel $ErrorCode
+        ${ShowError}
+        Abort $ErrorText
     ${EndIf}
 FunctionEnd
 
@@ -296,11 +296,11 @@ FunctionEnd
     Delete "$INSTDIR\${FILE}.new"
 !macroend
 
-Function TakeBack
-    ${If} $HasBegun = 0
+Function RollBack
+    ${If} $HasStartedWriting = 0
         Return
     ${EndIf}
-    StrCpy $HasBegun 0
+    StrCpy $HasStartedWriting 0
     Delete "$HostFolder\${LIBRARY}.new"
     !insertmacro FOR_EACH_FILE DeleteNewFile
     !insertmacro DeleteNewFile "${UNINSTALLER}"
@@ -310,25 +310,25 @@ Function TakeBack
     ${EndIf}
 FunctionEnd
 
-Function .onInstFailed ; which is also where a full disk ends
-    Call TakeBack
+Function .onInstFailed ; also called when the disk is full
+    Call RollBack
 FunctionEnd
 
 Function un.onInit
-    StrCpy $Trouble 0
+    StrCpy $ErrorCode 0
     ${GetParameters} $0
     ClearErrors
     ${GetOptions} $0 "/KEEPENTRY" $1
     StrCpy $KeepsEntry 1
     ${If} ${Errors}
         StrCpy $KeepsEntry 0
-        Call un.EndUnlessAlone ; the setup that it runs for holds the place for both
+        Call un.EnsureSingleInstance ; with /KEEPENTRY the calling setup holds the mutex
     ${EndIf}
     Call un.ReadEntry
 FunctionEnd
 
-; The entry may be that of another folder, when this uninstaller was left over in its own: then
-; neither the library nor the entry is its to remove.
+; An uninstaller that was left in its folder can find the entry of an installation in another folder.
+; Then it must remove neither the DLL nor the entry.
 Function un.ReadEntry
     StrCpy $0 $INSTDIR 1 -1
     ${If} $0 == "\"
@@ -343,11 +343,11 @@ Function un.ReadEntry
 FunctionEnd
 
 Section Uninstall
-    SetOutPath $TEMP ; nobody removes the folder that he works in
+    SetOutPath $TEMP ; the current folder cannot be removed
     Call un.CheckFiles
-    Call un.EndInTrouble
+    Call un.AbortAfterError
     Call un.DeleteFiles
-    Call un.EndInTrouble
+    Call un.AbortAfterError
     ${If} $KeepsEntry = 0
         Call un.RemoveEmptyFolders
         DeleteRegKey HKLM "${ENTRY}"
@@ -359,7 +359,7 @@ SectionEnd
 !macroend
 
 Function un.CheckFiles
-    ${If} $HostFolder != "" ; which the entry alone tells
+    ${If} $HostFolder != "" ; only known from the entry
         !insertmacro CheckFile "un." "$HostFolder\${LIBRARY}" "Mastercam"
     ${EndIf}
     !insertmacro FOR_EACH_FILE CheckInstalledFileAgain
@@ -369,29 +369,29 @@ FunctionEnd
     Delete "$INSTDIR\${FILE}"
 !macroend
 
-; The library first: Mastercam may have been started a moment ago. The uninstaller last and only
-; after all others, so that what is left can still be uninstalled.
+; The DLL first: Mastercam may have been started in the meantime. The uninstaller last and only if all
+; others are deleted, so that the remaining files can still be uninstalled.
 Function un.DeleteFiles
     ClearErrors
     ${If} $HostFolder != ""
         Delete "$HostFolder\${LIBRARY}"
     ${EndIf}
     ${If} ${Errors}
-        ${NoteTrouble} ${IN_USE} "$HostFolder\${LIBRARY}${IN_USE_TEXT}Mastercam and try again."
+        ${RecordError} ${IN_USE} "$HostFolder\${LIBRARY}${IN_USE_TEXT}Mastercam and try again."
         Return
     ${EndIf}
     !insertmacro FOR_EACH_FILE DeleteInstalledFile
     ${If} ${Errors}
-        ${NoteTrouble} ${CANNOT_WRITE} "Some files in $INSTDIR cannot be deleted."
+        ${RecordError} ${CANNOT_WRITE} "Some files in $INSTDIR cannot be deleted."
         Return
     ${EndIf}
     Delete "$INSTDIR\${UNINSTALLER}"
 FunctionEnd
 
-Function un.EndInTrouble
-    ${If} $Trouble <> 0
-        SetErrorLevel $Trouble
-        ${ShowTrouble}
-        Abort $TroubleText
+Function un.AbortAfterError
+    ${If} $ErrorCode <> 0
+        SetErrorLevel $ErrorCode
+        ${ShowError}
+        Abort $ErrorText
     ${EndIf}
 FunctionEnd

@@ -1,15 +1,15 @@
-# Plays the user: mouse and keys on the host's window. Source it after watching.sh.
+# Simulates the user: mouse and keys on the host's window. Source it after watching.sh.
 
-# place_of TITLE: sets X, Y and WIDTH to the window's place.
+# place_of TITLE: sets X, Y and WIDTH to the window's position and width.
 place_of() {
     X=0 Y=0 WIDTH=0
     eval "$(xdotool search --onlyvisible --name "$1" getwindowgeometry --shell | grep -E '^(X|Y|WIDTH)=')"
 }
 
-# Where the host's menus begin, in pixels from its window's left edge.
+# The position of the host's menus, in pixels from the window's left edge.
 file_menu=17 add_in_menu=55 edit_menu=183
 
-# host_command MENU N: chooses the Nth command of this menu, with the mouse left over the drawing.
+# host_command MENU N: chooses the Nth command of this menu and leaves the mouse over the view.
 host_command() {
     place_of '^Mastercam'
     xdotool mousemove $((X + $1)) $((Y + 33)) click 1
@@ -20,16 +20,15 @@ host_command() {
     sleep 0.5
 }
 
-# The host's commands that the demo chooses, as menu and row.
+# The host commands used by the demo, as menu and row.
 run_m_main="$add_in_menu 1" run_m_load="$add_in_menu 2" run_m_save="$add_in_menu 3"
 run_import_nc_queue="$add_in_menu 6"
 post_nc_programs="$file_menu 5" add_finishing_pass="$edit_menu 1"
 
-# The add-in's open menu has its title, a line, and then its commands, 16 pixels each.
+# The add-in's popup menu has its title, a separator, and then its commands, 16 pixels each.
 about=2 import_nc_files=4 # counted from "Open TORVA ZEM" at 0
 
-# menu_command N: clicks the Nth command of the add-in's menu, which `host_command $run_m_main` has
-# opened.
+# menu_command N: clicks the Nth command of the add-in's menu after `host_command $run_m_main`.
 menu_command() {
     xdotool mousemove $((X + 300)) $((Y + 336 + 16 * $1)) click 1
 }

@@ -1,4 +1,4 @@
-# Where things lie, for every script. Source it; it changes to the project's folder.
+# Paths and helpers for all scripts. Source it; it changes to the project's folder.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
@@ -6,13 +6,13 @@ project=$PWD
 preset=${PRESET:-mingw} # of CMakePresets.json
 programs=$project/build/$preset/bin
 
-# One Wine prefix of the project's own, silent and without the prompts for its optional add-ons.
+# The project's own Wine prefix, without log output and without prompts for optional components.
 export WINEPREFIX=${TORVAPDM_WINEPREFIX:-$project/build/wine}
 export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 
 say() { printf '%s\n' "$*"; }
 
-# Runs a command and shows what it printed only when it fails.
+# Runs a command and shows its output only if it fails.
 quietly() {
     local log
     log=$(mktemp)
@@ -27,7 +27,7 @@ quietly() {
     fi
 }
 
-# Installs the Debian packages that are missing; for anybody but root, says which to install.
+# Installs missing Debian packages. Without root rights, lists them and exits.
 install_packages() {
     local missing=() package state
     for package in "$@"; do
@@ -46,25 +46,25 @@ install_packages() {
         "${missing[@]}"
 }
 
-# build TARGETS: configures and builds these targets, or all.
+# build [TARGET…]: configures and builds these targets, or all.
 build() {
     quietly cmake --preset "$preset"
     quietly cmake --build --preset "$preset" ${1:+--target "$@"}
 }
 
-# Runs the rest of the script as `SCRIPT --inside ARGS` in a network of its own (loopback only) and
-# on a virtual screen of its own, so that it meets neither the machine's network nor its desktop.
-# Where the system grants no network of one's own, the machine's is used.
+# Runs the rest of the script as `SCRIPT --inside ARGS` in a network namespace (loopback only) and on a
+# virtual screen, isolated from the machine's network and desktop. Where network namespaces are not
+# available, the machine's network is used.
 run_isolated() {
     local network=("${own_network[@]}")
     if ! has_own_network; then
-        say "no network namespace to be had: using the machine's network"
+        say "network namespaces are not available: using the machine's network"
         network=(env NETWORK=machine)
     fi
     exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
 }
 
-# How a command gets a network of its own, and whether the system grants one.
+# Runs a command in a new network namespace; has_own_network tests whether that is possible.
 own_network=(unshare -n)
 [ "$(id -u)" = 0 ] || own_network=(unshare -r -n)
 has_own_network() { "${own_network[@]}" true 2>/dev/null; }

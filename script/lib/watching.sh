@@ -1,15 +1,14 @@
-# Watching programs work: each line that a program writes into a file is stamped on arrival, and
-# steps are ticked off as their lines are seen. Source it after environment.sh.
+# Observes running programs: each line that a program writes to a file gets a timestamp on arrival, and a
+# step is checked off when its line is found. Source it after environment.sh.
 
 stamps=$(mktemp -d)
 failed_steps=0
-step_patience=60 # seconds; a step that takes longer has not happened
+step_timeout=60 # seconds until a step counts as missed
 
-# watch NAME FILE: stamps the file's lines, also when the file does not exist yet.
+# watch NAME FILE: adds timestamps to the file's lines; the file need not exist yet.
 watch() {
     : >"$stamps/$1"
-    # The moment a line arrives is what the demo reports, so that nothing polls here. The watch ends
-    # with the script.
+    # The demo reports the time of arrival, so the interval is short. The watch ends with the script.
     {
         tail -n +1 -s 0.002 --pid=$$ -F "$2" | while IFS= read -r line; do
             printf '%s %s\n' "$EPOCHREALTIME" "${line%$'\r'}"
@@ -17,46 +16,45 @@ watch() {
     } >>"$stamps/$1" 2>/dev/null </dev/null &
 }
 
-# seen_at NAME TEXT [N]: the stamp of the Nth line that contains the text; empty when there is none.
+# seen_at NAME TEXT [N]: the timestamp of the Nth line that contains the text; empty if there is none.
 seen_at() {
     grep -F -- "$2" "$stamps/$1" | sed -n "${3:-1}s/ .*//p"
 }
 
-# written_at NAME TEXT: the time that the first line with this text bears itself ("DATE TIME …"), as
-# a stamp.
+# written_at NAME TEXT: the time in the first line with this text ("DATE TIME …"), as a timestamp.
 written_at() {
     local own
     own=$(grep -F -m 1 -- "$2" "$stamps/$1" | cut -d' ' -f2,3)
     [ -z "$own" ] || date -d "$own" +%s.%N
 }
 
-# step WHAT NAME TEXT [N]: waits for the Nth line with this text and ticks the step off.
+# step WHAT NAME TEXT [N]: waits for the Nth line with this text and checks the step off.
 step() {
-    local deadline=$((SECONDS + step_patience))
+    local deadline=$((SECONDS + step_timeout))
     while [ -z "$(seen_at "$2" "$3" "${4:-1}")" ]; do
         if [ $SECONDS -ge $deadline ]; then
-            tick_off "$1" no
+            check_off "$1" no
             return
         fi
         sleep 0.02
     done
-    tick_off "$1" yes
+    check_off "$1" yes
 }
 
 # step_text WHAT COMMAND TEXT: waits until the command prints the text.
 step_text() {
-    local deadline=$((SECONDS + step_patience))
+    local deadline=$((SECONDS + step_timeout))
     until "$2" | grep -qF -- "$3"; do
         if [ $SECONDS -ge $deadline ]; then
-            tick_off "$1" no
+            check_off "$1" no
             return
         fi
         sleep 0.05
     done
-    tick_off "$1" yes
+    check_off "$1" yes
 }
 
-tick_off() {
+check_off() {
     if [ "$2" = yes ]; then
         printf '  ok      %s\n' "$1"
     else
@@ -69,10 +67,10 @@ milliseconds_between() {
     awk -v from="${1:-0}" -v to="${2:-0}" 'BEGIN { printf "%.1f", (to - from) * 1000 }'
 }
 
-# The exit code of the whole: 0 only when every step was seen.
+# Exits with 0 only if every step was observed.
 finish_steps() {
     [ "$failed_steps" = 0 ] && exit 0
-    say "$failed_steps steps were not seen"
+    say "$failed_steps steps were missed"
     exit 1
 }
 
@@ -84,5 +82,5 @@ sheet_title() { titles_of '^Setup sheet'; }
 titles_of() { xdotool search --onlyvisible --name "$1" getwindowname 2>/dev/null || true; }
 cat_debug_log() { cat "$debug_log" 2>/dev/null || true; }
 
-# Lets the windows paint what they have just been told.
+# Gives the windows time to repaint.
 settle() { sleep 1; }

@@ -1,7 +1,6 @@
 #include "application/commands.h"
 
 #include "application/add_in.h"
-#include "application/file_dialogs.h"
 #include "application/main_window.h"
 #include "application/message_loop.h"
 #include "application/observed_calls.h"
@@ -13,6 +12,8 @@
 
 #include <utility>
 
+#include <commdlg.h>
+
 namespace standin {
 
 namespace {
@@ -21,6 +22,49 @@ constexpr int savedEvent = 5;
 
 // Told path of the next save command; an empty one has the host quit instead.
 std::optional<std::wstring> toldSavePath;
+
+constexpr DWORD longestPath = 4096;
+
+OPENFILENAMEW dialogFor(HWND parent, std::wstring& path)
+{
+    path.resize(longestPath);
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = parent;
+    dialog.lpstrFilter = L"Part files (*.mcam, *.emcam)\0*.mcam;*.emcam\0All files\0*.*\0";
+    dialog.lpstrFile = path.data();
+    dialog.nMaxFile = longestPath;
+    dialog.lpstrDefExt = L"mcam";
+    // The current folder is the process's, and the add-in's as well.
+    dialog.Flags = OFN_NOCHANGEDIR;
+    return dialog;
+}
+
+std::wstring upToZero(const std::wstring& text)
+{
+    return text.substr(0, text.find(L'\0'));
+}
+
+// Nothing if the user cancelled.
+std::optional<std::wstring> askForOpenPath(HWND parent)
+{
+    std::wstring path;
+    OPENFILENAMEW dialog = dialogFor(parent, path);
+    dialog.Flags |= OFN_FILEMUSTEXIST;
+    if (!GetOpenFileNameW(&dialog))
+        return std::nullopt;
+    return upToZero(path);
+}
+
+std::optional<std::wstring> askForSavePath(HWND parent, const std::wstring& name)
+{
+    std::wstring path = name;
+    OPENFILENAMEW dialog = dialogFor(parent, path);
+    dialog.Flags |= OFN_OVERWRITEPROMPT;
+    if (!GetSaveFileNameW(&dialog))
+        return std::nullopt;
+    return upToZero(path);
+}
 
 void reportFailure(const wchar_t* text)
 {

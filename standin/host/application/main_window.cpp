@@ -3,9 +3,13 @@
 #include "application/commands.h"
 #include "application/main_menu.h"
 #include "application/message_loop.h"
-#include "application/own_module.h"
-#include "view/view.h"
+#include "control.h"
+#include "core/document.h"
 #include "core/session.h"
+#include "core/trace.h"
+#include "view/view.h"
+
+#include <utility>
 
 namespace standin {
 
@@ -66,8 +70,7 @@ void registerClass()
     RegisterClassExW(&definition); // fails when it is there from an earlier start: the same class
 }
 
-} // namespace
-
+// Null if there is no display.
 HWND createMainWindow(bool visible)
 {
     registerClass();
@@ -79,6 +82,51 @@ HWND createMainWindow(bool visible)
         UpdateWindow(window);
     }
     return window;
+}
+
+CFrameWnd& theFrame()
+{
+    static CFrameWnd frame;
+    return frame;
+}
+
+} // namespace
+
+HMODULE ownModule()
+{
+    static const char somethingOfOurs = 0;
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&somethingOfOurs), &module);
+    return module;
+}
+
+bool startHost(const HostOptions& options)
+{
+    if (isRunning() || !openTrace(options.tracePath))
+        return false;
+    const HWND window = createMainWindow(options.visible);
+    if (!window) {
+        closeTrace();
+        return false;
+    }
+    resetQuit();
+    resetDocument();
+    answerMessageBoxes(options.answersMessageBoxes);
+    theFrame().m_hWnd = window;
+    beginSession(&theFrame());
+    return true;
+}
+
+void stopHost()
+{
+    if (!isRunning())
+        return;
+    endSession();
+    answerMessageBoxes(false);
+    DestroyWindow(std::exchange(theFrame().m_hWnd, nullptr));
+    closeTrace();
 }
 
 std::wstring titleOf(HWND window)

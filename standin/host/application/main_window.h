@@ -9,8 +9,8 @@ namespace standin {
 // Posted to the main window, from any thread, to start an empty part.
 constexpr UINT newDocumentMessage = WM_APP + 1;
 
-// Creates the main window; null when that is impossible, as without a display.
-HWND createMainWindow(bool visible);
+// The DLL that this code is part of.
+HMODULE ownModule();
 
 std::wstring titleOf(HWND window);
 

@@ -2,7 +2,7 @@
 // true, false and null so, a window as main, null or other, everything reached by its address as *.
 #pragma once
 
-#include "core/decimal.h"
+#include "core/text.h"
 #include "framework/framework.h"
 #include "host/import.h"
 

@@ -1,4 +1,4 @@
-// The host operations of MCCore.dll, apart from planes.
+// The host operations of MCCore.dll.
 #include "host/mccore.h"
 
 #include "core/document.h"
@@ -8,6 +8,7 @@
 using namespace standin;
 
 wchar_t geo_filename[260];
+MastercamPlanes Planes;
 
 void set_db_unchanged()
 {
@@ -51,4 +52,21 @@ bool RunSetupSheetOnSelectedOpsWithoutUI(CStringArray& files)
         name, callLine(name, static_cast<const void*>(&files)), false,
         [&] { return report(runSetupSheet(), true); },
         [&] { return report(failSetupSheet(), false); });
+}
+
+PlaneBase* MastercamPlanes::GetPlanePtrByID(int id)
+{
+    return question(
+        "GetPlanePtrByID", static_cast<PlaneBase*>(nullptr),
+        [&]() -> PlaneBase* {
+            const std::shared_ptr<Part> part = openPart();
+            const auto plane = part->planeById.find(id);
+            return plane == part->planeById.end() ? nullptr : plane->second;
+        });
+}
+
+CString standin::Plane::GetName() const
+{
+    return question(
+        "GetName", CString(), [this] { return CString(name.c_str()); });
 }

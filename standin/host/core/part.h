@@ -31,7 +31,7 @@ struct Plane final : PlaneBase {
     std::int32_t id = 0;
     std::wstring name;
 
-    CString GetName() const override; // a host operation, in planes.cpp
+    CString GetName() const override; // a host operation, in mccore_operations.cpp
 };
 
 // An operation and what the host knows of it beside its record. The node is linked to the next

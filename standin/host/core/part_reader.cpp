@@ -1,7 +1,9 @@
 // Part files, read: lines into sections into records.
+#include "core/part_file.h"
+
+#include "core/file_bytes.h"
 #include "core/part_fields.h"
 #include "core/part_shapes.h"
-#include "core/part_text.h"
 
 #include <optional>
 
@@ -176,9 +178,8 @@ std::string_view takeLine(std::string_view& text)
     return line;
 }
 
-} // namespace
-
-std::shared_ptr<Part> readPartText(std::string_view text)
+// Null if the text breaks a rule of the format.
+std::shared_ptr<Part> parsePart(std::string_view text)
 {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark))
@@ -193,6 +194,14 @@ std::shared_ptr<Part> readPartText(std::string_view text)
             return nullptr;
     linkPart(*reading.part);
     return reading.part;
+}
+
+} // namespace
+
+std::shared_ptr<Part> readPartFile(const std::wstring& path)
+{
+    const std::optional<std::string> text = readFileBytes(path);
+    return text ? parsePart(*text) : nullptr;
 }
 
 } // namespace standin

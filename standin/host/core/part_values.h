@@ -5,7 +5,6 @@
 // writer returns false when the value has no notation (a number that is not finite).
 #pragma once
 
-#include "core/decimal.h"
 #include "core/text.h"
 #include "host/records.h"
 

@@ -1,7 +1,9 @@
 // Part files, written: records into sections, each value that differs from the default.
+#include "core/part_file.h"
+
+#include "core/file_bytes.h"
 #include "core/part_fields.h"
 #include "core/part_shapes.h"
-#include "core/part_text.h"
 
 namespace standin {
 
@@ -79,9 +81,8 @@ bool writeOperations(std::string& out, const Part& part)
     return allWritten;
 }
 
-} // namespace
-
-bool writePartText(const Part& part, std::string& text)
+// False if the part holds a number that has no notation.
+bool formatPart(const Part& part, std::string& text)
 {
     text.clear();
     if (isEmpty(part))
@@ -100,6 +101,14 @@ bool writePartText(const Part& part, std::string& text)
     for (const tp_tool& tool : part.tools)
         allWritten = writeTool(text, tool) && allWritten;
     return writeOperations(text, part) && allWritten;
+}
+
+} // namespace
+
+bool writePartFile(const Part& part, const std::wstring& path)
+{
+    std::string text;
+    return formatPart(part, text) && writeFileBytes(path, text);
 }
 
 } // namespace standin

@@ -2,15 +2,104 @@
 
 #include "core/document.h"
 #include "core/file_bytes.h"
-#include "core/nc_program.h"
 #include "core/text.h"
 
+#include <cmath>
 #include <filesystem>
 #include <map>
+#include <span>
 
 namespace standin {
 
 namespace {
+
+// ---- One program -------------------------------------------------------------------------------
+
+constexpr double clearance = 10;         // above the part, for rapid moves
+constexpr double approach = 2;           // above the part, where the feed begins
+constexpr int drilling = 4, tapping = 5; // operation types
+
+// To the micrometre, as machines read it.
+std::string number(double value)
+{
+    return decimalText(std::round(value * 1000) / 1000);
+}
+
+std::string word(char letter, double value)
+{
+    return letter + number(value);
+}
+
+// A comment, without what ends or breaks one, and without what controls do not know.
+std::string comment(std::wstring_view text)
+{
+    std::string line = "(";
+    for (const char byte : toUtf8(text))
+        line += byte >= ' ' && byte <= '~' && byte != '(' && byte != ')' ? byte : ' ';
+    return line + ")\r\n";
+}
+
+const tp_tool* toolOf(const Part& part, const operation& op)
+{
+    const auto found = part.toolByNumber.find(op.tool.toolNumber);
+    return found == part.toolByNumber.end() ? nullptr : found->second;
+}
+
+std::string toolChange(const Part& part, const operation& op)
+{
+    const std::string tool = std::to_string(op.tool.toolNumber);
+    const tp_tool* const full = toolOf(part, op);
+    return comment(fieldText(op.tool.comment)) + "T" + tool + " M6\r\nS" +
+           std::to_string(full ? full->spindleSpeed : 0) + " M3\r\nG43 H" +
+           std::to_string(op.tool.lengthOffsetNumber) + " " + word('Z', clearance) + "\r\n";
+}
+
+std::string position(const ViewPoint& point)
+{
+    return word('X', point.x) + " " + word('Y', point.y);
+}
+
+std::string holes(const operation& op, const std::vector<ViewPoint>& path)
+{
+    std::string lines = (op.operationType == tapping ? "G84 " : "G81 ") + position(path.front()) +
+                        " " + word('Z', op.depth) + " " + word('R', approach) + " " +
+                        word('F', op.tool.feedRate) + "\r\n";
+    for (size_t place = 1; place < path.size(); ++place)
+        lines += position(path[place]) + "\r\n";
+    return lines + "G80\r\n";
+}
+
+std::string cut(const operation& op, const std::vector<ViewPoint>& path)
+{
+    std::string lines = "G0 " + position(path.front()) + "\r\n" + word('Z', approach) + "\r\nG1 " +
+                        word('Z', op.depth) + " " + word('F', op.tool.feedRate) + "\r\n";
+    for (size_t place = 1; place < path.size(); ++place)
+        lines += position(path[place]) + "\r\n";
+    return lines + "G0 " + word('Z', clearance) + "\r\n";
+}
+
+std::string operationLines(const Part& part, const PartOperation& held)
+{
+    const operation& op = held.node.op;
+    const bool isHoles = op.operationType == drilling || op.operationType == tapping;
+    std::string lines = toolChange(part, op);
+    for (const std::vector<ViewPoint>& path : held.paths)
+        lines += isHoles ? holes(op, path) : cut(op, path);
+    return lines + "M5\r\n";
+}
+
+// Millimetres and absolute coordinates. Lines end in CR LF.
+std::string ncProgram(const std::wstring& name, int programNumber,
+                      std::span<const PartOperation* const> operations, const Part& part)
+{
+    std::string lines = "%\r\nO" + std::to_string(programNumber) + "\r\n" + comment(name) +
+                        comment(part.title) + "G21 G17 G90 G40 G80\r\n";
+    for (const PartOperation* const held : operations)
+        lines += operationLines(part, *held);
+    return lines + "M30\r\n%\r\n";
+}
+
+// ---- All programs of the part ------------------------------------------------------------------
 
 using OperationsByName = std::map<std::wstring, std::vector<const PartOperation*>>;
 

@@ -1,6 +1,5 @@
 #include "core/setup_sheet.h"
 
-#include "core/decimal.h"
 #include "core/document.h"
 #include "core/file_bytes.h"
 #include "core/text.h"

@@ -1,8 +1,9 @@
-// Text between UTF-8 and the system's wide strings.
+// Strings: UTF-8 and UTF-16, the fields of records, and numbers, which do not depend on the locale.
 #pragma once
 
 #include "host/import.h"
 
+#include <charconv>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,6 +31,26 @@ void setFieldText(wchar_t (&field)[capacity], std::wstring_view text)
     const size_t length = text.copy(field, capacity);
     for (size_t place = length; place < capacity; ++place)
         field[place] = L'\0';
+}
+
+// The general notation with as few digits, six or more, as read back to the same value: 62.5,
+// 100000, 1e+06, 0.1.
+MCCORE_API std::string decimalText(double value);
+
+// Reads the whole text as a finite number; false, with `value` as it was, when it is none.
+MCCORE_API bool readDecimal(std::string_view text, double& value);
+
+// Reads the whole text as an integer of this width; false, with `value` as it was, when it is none
+// or does not fit.
+template <class Integer>
+bool readInteger(std::string_view text, Integer& value)
+{
+    Integer read{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), read);
+    if (error != std::errc() || end != text.data() + text.size())
+        return false;
+    value = read;
+    return true;
 }
 
 } // namespace standin

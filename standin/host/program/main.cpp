@@ -1,10 +1,15 @@
 // The stand-in host's program: opens the window, loads the add-in, runs the script or lets the user
 // click, and closes the add-in again.
 #include "control.h"
-#include "program/options.h"
 #include "program/script.h"
 
 #include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <windows.h>
+
+#include <shellapi.h>
 
 namespace {
 
@@ -13,6 +18,49 @@ using namespace standin;
 constexpr int hostVersion = 2100;
 constexpr int exitDone = 0;
 constexpr int exitCannotStart = 2;
+
+// Each empty when it is not given.
+struct Options {
+    std::wstring addIn;
+    std::wstring part;
+    std::wstring script;
+    std::wstring trace;
+};
+
+std::wstring* optionOf(Options& options, std::wstring_view word)
+{
+    if (word == L"--addin")
+        return &options.addIn;
+    if (word == L"--part")
+        return &options.part;
+    if (word == L"--script")
+        return &options.script;
+    return word == L"--trace" ? &options.trace : nullptr;
+}
+
+std::optional<Options> readWords(wchar_t** words, int count)
+{
+    Options options;
+    for (int place = 1; place < count; place += 2) {
+        std::wstring* const option = optionOf(options, words[place]);
+        if (!option || place + 1 == count)
+            return std::nullopt;
+        *option = words[place + 1];
+    }
+    return options;
+}
+
+// Nothing if the command line is invalid.
+std::optional<Options> readOptions(const wchar_t* commandLine)
+{
+    int count = 0;
+    wchar_t** const words = CommandLineToArgvW(commandLine, &count);
+    if (!words)
+        return std::nullopt;
+    std::optional<Options> options = readWords(words, count);
+    LocalFree(words);
+    return options;
+}
 
 // What cannot be opened ends a run by script and is shown to a user.
 std::optional<int> reportTrouble(bool byScript, const std::wstring& text)

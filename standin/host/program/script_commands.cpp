@@ -1,7 +1,6 @@
 #include "program/script_commands.h"
 
 #include "control.h"
-#include "core/decimal.h"
 #include "core/text.h"
 
 #include <string_view>

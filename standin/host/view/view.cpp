@@ -1,7 +1,9 @@
 #include "view/view.h"
 
-#include "application/note.h"
+#include "control.h"
 #include "core/document.h"
+#include "core/file_bytes.h"
+#include "core/session.h"
 #include "view/gdi_objects.h"
 #include "view/memory_picture.h"
 #include "view/view_drawing.h"
@@ -20,6 +22,13 @@ constexpr long widestList = 480;
 
 // Written and read on the user-interface thread.
 int firstRow = 0;
+
+// Used on the UI thread only.
+std::wstring& shownNote()
+{
+    static std::wstring note;
+    return note;
+}
 
 struct Layout {
     RECT head;
@@ -85,7 +94,7 @@ void drawStatus(HDC context, const RECT& area, const HostSettings& settings)
     fillArea(context, area, colours::panel);
     fillArea(context, {area.left, area.top, area.right, area.top + 1}, colours::rule);
     const std::wstring name = documentName();
-    const std::wstring note = shownNote();
+    const std::wstring& note = shownNote();
     const long middle = area.right - 240;
     drawLine(context, joined(name.empty() ? L"Untitled" : name, note),
              {area.left + 16, area.top, middle, area.bottom}, TextFont::plain,
@@ -127,6 +136,23 @@ void paintView(HWND window)
 void scrollOperations(int rows)
 {
     firstRow = std::clamp(firstRow + rows, 0, operationRowCount(*openPart()));
+}
+
+void showNote(const std::wstring& text)
+{
+    shownNote() = text;
+    repaintView();
+}
+
+bool writeViewPicture(HWND window, const std::wstring& path)
+{
+    RECT area{};
+    GetClientRect(window, &area);
+    const MemoryPicture picture(area.right, area.bottom);
+    if (!picture.context())
+        return false;
+    drawView(picture.context(), picture.area());
+    return writeFileBytes(path, picture.bitmapFile());
 }
 
 } // namespace standin

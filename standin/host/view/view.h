@@ -2,6 +2,7 @@
 // its operations, the active machine and the document's name.
 #pragma once
 
+#include <string>
 #include <windows.h>
 
 namespace standin {
@@ -14,5 +15,9 @@ void paintView(HWND window);
 
 // Moves the list of operations by so many rows.
 void scrollOperations(int rows);
+
+// Writes the view of this window, in its present size, as a bitmap file with 24 bits per pixel;
+// false if the file cannot be written.
+bool writeViewPicture(HWND window, const std::wstring& path);
 
 } // namespace standin

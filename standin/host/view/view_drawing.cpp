@@ -1,6 +1,6 @@
 #include "view/view_drawing.h"
 
-#include "core/decimal.h"
+#include "core/text.h"
 #include "view/gdi_objects.h"
 #include "view/memory_picture.h"
 #include "view/view_scale.h"

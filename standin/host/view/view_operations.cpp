@@ -1,6 +1,5 @@
 #include "view/view_operations.h"
 
-#include "core/decimal.h"
 #include "core/text.h"
 #include "view/gdi_objects.h"
 #include "view/view_style.h"
