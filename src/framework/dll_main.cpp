@@ -1,5 +1,4 @@
-// The loader's entry of a DLL that is built on the framework: hands attach and detach to the
-// module's application object and does nothing else.
+// DllMain of a DLL built on the framework: passes attach and detach to the application object.
 #include "framework/threads.h"
 
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)

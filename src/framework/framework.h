@@ -1,13 +1,13 @@
-// The application framework: Visual C++ brings its own, every other compiler gets the classes of
-// this folder, which carry the framework's names and behave alike for what the add-in uses.
-// Nothing above this header knows which of the two is in use.
+// The application framework. Visual C++ has its own; for other compilers this directory declares
+// the classes that the add-in uses, with the framework's names and behaviour. Code that includes
+// this header does not depend on which of the two is used.
 #pragma once
 
 #if __has_include(<afxwin.h>)
 #include <afxcoll.h>
 #include <afxwin.h>
 
-// The image class's headers count on names that NOMINMAX takes from them.
+// The image class's headers need min and max, which NOMINMAX removes.
 #include <algorithm>
 namespace Gdiplus {
 using std::max;
@@ -15,10 +15,8 @@ using std::min;
 } // namespace Gdiplus
 #include <atlimage.h>
 #else
-#include "framework/exceptions.h"
 #include "framework/image.h"
 #include "framework/objects.h"
 #include "framework/strings.h"
 #include "framework/threads.h"
-#include "framework/windows.h"
 #endif

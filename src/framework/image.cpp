@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr WORD bitsAPixel = 32;
+constexpr WORD bitsPerPixel = 32;
 constexpr DWORD offsetOfPixels = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
 
 HRESULT lastError()
@@ -29,14 +29,14 @@ BITMAPINFO informationOf(const BITMAP& bitmap)
     header.biWidth = bitmap.bmWidth;
     header.biHeight = bitmap.bmHeight;
     header.biPlanes = 1;
-    header.biBitCount = bitsAPixel;
+    header.biBitCount = bitsPerPixel;
     header.biCompression = BI_RGB;
-    header.biSizeImage =
-        static_cast<DWORD>(bitmap.bmWidth) * static_cast<DWORD>(bitmap.bmHeight) * (bitsAPixel / 8);
+    header.biSizeImage = static_cast<DWORD>(bitmap.bmWidth) * static_cast<DWORD>(bitmap.bmHeight) *
+                         (bitsPerPixel / 8);
     return information;
 }
 
-// Reads the bitmap's pixels; false when the system does not give them.
+// Reads the bitmap's pixels; false on failure.
 bool readPixels(HBITMAP bitmap, BITMAPINFO information, BYTE* pixels)
 {
     const UINT rows = static_cast<UINT>(information.bmiHeader.biHeight);
@@ -76,15 +76,15 @@ HRESULT writeNewFile(const std::wstring& path, const std::vector<BYTE>& bytes)
         WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)
             ? S_OK
             : lastError();
-    // A write that stops short counts as done, and leaves no error behind.
+    // An incomplete write succeeds without an error code.
     if (SUCCEEDED(result) && written != bytes.size())
         result = HRESULT_FROM_WIN32(ERROR_DISK_FULL);
     CloseHandle(file);
     return result;
 }
 
-// Beside the file, so that it lies on the same volume; of this process and thread alone.
-std::wstring neighbourOf(const std::wstring& path)
+// In the same folder, so that it is on the same volume; unique to this process and thread.
+std::wstring temporaryNameOf(const std::wstring& path)
 {
     return path + L'.' + std::to_wstring(GetCurrentProcessId()) + L'-' +
            std::to_wstring(GetCurrentThreadId());
@@ -116,11 +116,11 @@ HRESULT CImage::Save(LPCWSTR path) const
     const std::vector<BYTE> bytes = bitmapFile(bitmap_);
     if (bytes.empty())
         return E_FAIL;
-    const std::wstring neighbour = neighbourOf(path);
-    HRESULT result = writeNewFile(neighbour, bytes);
-    if (SUCCEEDED(result) && !MoveFileExW(neighbour.c_str(), path, MOVEFILE_REPLACE_EXISTING))
+    const std::wstring temporary = temporaryNameOf(path);
+    HRESULT result = writeNewFile(temporary, bytes);
+    if (SUCCEEDED(result) && !MoveFileExW(temporary.c_str(), path, MOVEFILE_REPLACE_EXISTING))
         result = lastError();
     if (FAILED(result))
-        DeleteFileW(neighbour.c_str());
+        DeleteFileW(temporary.c_str());
     return result;
 }

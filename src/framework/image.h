@@ -10,17 +10,17 @@ public:
     CImage(const CImage&) = delete;
     CImage& operator=(const CImage&) = delete;
 
-    // Takes the bitmap over, which no device context may hold. The image must have none yet.
+    // Takes ownership of the bitmap, which must not be selected into a device context. The image
+    // must not have a bitmap yet.
     void Attach(HBITMAP bitmap);
 
     // Deletes the bitmap.
     void Destroy();
 
-    // Writes the bitmap in the format that the path's extension names; ".bmp" is the one known
-    // here, in either case: 32 bits a pixel, as a bitmap that is compatible with a screen has them,
-    // rows from the bottom up. E_FAIL for another extension or without a bitmap, else the system's
-    // error. An earlier file under the path is replaced once the new one is complete, and left as
-    // it was on failure.
+    // Writes the bitmap in the format of the path's extension. Only ".bmp", in either case, is
+    // supported: 32 bits per pixel, rows from the bottom up. E_FAIL for another extension or
+    // without a bitmap, else the system's error. An existing file is replaced once the new one is
+    // complete, and unchanged on failure.
     HRESULT Save(LPCWSTR path) const;
 
 private:

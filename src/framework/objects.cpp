@@ -11,3 +11,17 @@ const AFX_MSGMAP* CCmdTarget::GetMessageMap() const
 {
     return GetThisMessageMap();
 }
+
+BOOL CException::GetErrorMessage(LPWSTR buffer, UINT bufferLength, PUINT helpContext) const
+{
+    if (helpContext)
+        *helpContext = 0;
+    if (buffer && bufferLength > 0)
+        buffer[0] = L'\0';
+    return FALSE;
+}
+
+void CException::Delete()
+{
+    delete this;
+}

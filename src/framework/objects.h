@@ -1,4 +1,4 @@
-// The roots of the framework's class tree and its message maps.
+// The framework's base classes: objects, message maps, exceptions and windows.
 #pragma once
 
 #include <windows.h>
@@ -53,3 +53,26 @@ protected:                                                                      
     static const AFX_MSGMAP map = {&TheBase::GetThisMessageMap, rows};                             \
     return &map;                                                                                   \
     }
+
+// The framework's exception, created on the heap, thrown and caught as a pointer.
+class CException : public CObject {
+public:
+    // Writes the exception's text, cut to `bufferLength` characters including the null terminator,
+    // and returns TRUE; returns FALSE and leaves an empty text when the exception has none.
+    virtual BOOL GetErrorMessage(LPWSTR buffer, UINT bufferLength,
+                                 PUINT helpContext = nullptr) const;
+
+    // Deletes the exception. A catcher that does not rethrow it calls this once.
+    void Delete();
+};
+
+// A window's handle.
+class CWnd : public CCmdTarget {
+public:
+    // The handle, or null. Unlike the framework's, not callable on a null pointer.
+    HWND GetSafeHwnd() const { return m_hWnd; }
+
+    HWND m_hWnd = nullptr;
+};
+
+class CFrameWnd : public CWnd {};

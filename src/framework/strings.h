@@ -1,4 +1,4 @@
-// The framework's string and string-array classes, as far as the host's interface passes them.
+// The framework's string and string array, as far as the host's interface uses them.
 #pragma once
 
 #include "framework/objects.h"

@@ -24,8 +24,8 @@ CWinThread* AfxBeginThread(AFX_THREADPROC procedure, LPVOID parameter, int prior
                            DWORD creationFlags, LPSECURITY_ATTRIBUTES security)
 {
     auto thread = std::make_unique<CWinThread>(procedure, parameter);
-    // Suspended until its own fields are filled: a short procedure would otherwise delete the
-    // object while they are being written.
+    // Suspended until the fields are set: a short procedure could otherwise end, and delete the
+    // object, before that.
     thread->m_hThread = CreateThread(security, stackSize, CWinThread::run, thread.get(),
                                      creationFlags | CREATE_SUSPENDED, &thread->m_nThreadID);
     if (!thread->m_hThread)

@@ -14,9 +14,8 @@ public:
     }
     ~CWinThread() override;
 
-    // Called once for the application object, when its module is loaded: FALSE refuses the load. A
-    // worker thread has its procedure instead, and this is not called for it. The base returns
-    // FALSE as the framework's does; the application object's base returns TRUE.
+    // Called for the application object when its module is loaded; FALSE makes the load fail. Not
+    // called for a worker thread.
     virtual BOOL InitInstance() { return FALSE; }
     virtual int ExitInstance() { return 0; }
 
@@ -32,7 +31,7 @@ private:
     LPVOID parameter_ = nullptr;
 };
 
-// The one application object of a module. Constructing it registers it; a second one is an error.
+// A module's application object. The constructor registers it; a module must have only one.
 class CWinApp : public CWinThread {
 public:
     explicit CWinApp(LPCWSTR applicationName = nullptr);
@@ -42,11 +41,11 @@ public:
     LPCWSTR m_pszAppName;
 };
 
-// The module's application object, or null before its construction.
+// The module's application object, or null before it is constructed.
 CWinApp* AfxGetApp();
 
 // Starts a worker thread. Returns its thread object, which deletes itself when the thread ends, or
-// null when the thread cannot be created. With CREATE_SUSPENDED the caller resumes it.
+// null on failure. With CREATE_SUSPENDED the caller resumes the thread.
 CWinThread* AfxBeginThread(AFX_THREADPROC procedure, LPVOID parameter,
                            int priority = THREAD_PRIORITY_NORMAL, UINT stackSize = 0,
                            DWORD creationFlags = 0, LPSECURITY_ATTRIBUTES security = nullptr);

@@ -5,9 +5,31 @@
 #pragma once
 
 #include "framework/framework.h"
-#include "host/application_interface.h"
 #include "host/import.h"
 #include "host/records.h"
+
+// The application interface. Its members have no published names and are known only by their
+// position, so the names here are our own, and only the adapter uses them.
+class CMastercamView {
+public:
+    virtual void position0() = 0; // refreshes the view of the document
+
+protected:
+    ~CMastercamView() = default;
+};
+
+class CMastercamInterface {
+public:
+    virtual CString position0(const int* selector) = 0; // a folder of the host; 1: its programs
+    virtual void position1(const CString& path) = 0;    // takes the document's path
+    virtual CMastercamView* position2() = 0;            // the document's view
+    virtual void position3() = 0;                       // refreshes the application
+    virtual CWnd* position4() = 0;                      // the main window, for use as a parent
+    virtual bool position5() = 0;                       // processes one message; false: quitting
+
+protected:
+    ~CMastercamInterface() = default;
+};
 
 // The application interface, owned by the host; null when the host has none. Both answer the same.
 MASTERCAM_API CMastercamInterface* GetMastercamApp();
