@@ -358,7 +358,7 @@ TEST_F(HostScript, isNotNeededByAUserWhoClicks)
                        L" --addin " + quoted(programFolder() + L"torvapdm.dll") + L" --trace " +
                        quoted(trace));
     const auto hostWindow = [] { return FindWindowW(nullptr, L"Mastercam - Mill"); };
-    const std::wstring opened = L"ui no part file: \"C:\\nowhere\"\n"
+    const std::wstring opened = L"ui not a part file: \"C:\\nowhere\"\n"
                                 L"ui m_version(2100) -> 2100\nui m_open(0) -> 0\n";
     ASSERT_TRUE(waitUntil([&] { return readBytes(trace) == toUtf8(opened); }));
     ASSERT_NE(hostWindow(), nullptr);

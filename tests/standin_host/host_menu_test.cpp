@@ -1,4 +1,4 @@
-// The main window as a program to click in.
+// The main window's menu.
 #include "host/host.h"
 #include "support/host_fixture.h"
 
@@ -14,7 +14,7 @@ int rememberEvent(int code)
     return 0;
 }
 
-int letOutAnException(int)
+int throwException(int)
 {
     throw new CException;
 }
@@ -37,7 +37,7 @@ protected:
             texts.push_back(textAt(menu(place), row));
         return texts;
     }
-    // Sends the command of the row with this text; 0 is no row's.
+    // Sends the command of the row with this text.
     void click(int place, const std::wstring& text) const
     {
         for (int row = 0; row < GetMenuItemCount(menu(place)); ++row)
@@ -66,7 +66,7 @@ void CALLBACK closeModalDialog(HWND, UINT, UINT_PTR, DWORD)
 
 } // namespace
 
-TEST_F(HostMenu, hasARowForEveryExport)
+TEST_F(HostMenu, listsEveryExport)
 {
     EXPECT_EQ(rows(addIn),
               (Lines{L"m_main", L"m_load", L"m_save", L"m_about", L"m_tools", L"importNCqueue",
@@ -74,16 +74,16 @@ TEST_F(HostMenu, hasARowForEveryExport)
                      L"m_open", L"m_notify", L"m_close"}));
 }
 
-TEST_F(HostMenu, callsTheExportsOfTheLoadedAddIn)
+TEST_F(HostMenu, callsExports)
 {
     ASSERT_TRUE(standin::loadAddIn(programFolder() + L"chooks\\catread5x.dll"));
     newTrace();
     click(addIn, L"m_notify");
-    click(addIn, L"m_main"); // which this one does not have
+    click(addIn, L"m_main"); // not an export of this DLL
     EXPECT_EQ(newTrace(), (Lines{L"ui catread5x.m_notify(0) -> 0", L"ui m_notify(0) -> 0"}));
 }
 
-TEST_F(HostMenu, sendsEveryEventOfTheHost)
+TEST_F(HostMenu, sendsHostEvents)
 {
     standin::setEventSink(rememberEvent);
     for (const int code : {3, 4, 5, 6, 37, 52}) {
@@ -97,15 +97,15 @@ TEST_F(HostMenu, sendsEveryEventOfTheHost)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(HostMenu, survivesWhatAnEventOfTheAddInLetsOut)
+TEST_F(HostMenu, catchesExceptionsFromEvents)
 {
-    standin::setEventSink(letOutAnException);
+    standin::setEventSink(throwException);
     click(events, L"Event 37");
     EXPECT_EQ(newTrace(), Lines{L"ui m_notify(37) raised"});
     standin::setEventSink(nullptr);
 }
 
-TEST_F(HostMenu, switchesTheBackplot)
+TEST_F(HostMenu, togglesBackplot)
 {
     click(view, L"&Backplot");
     EXPECT_TRUE(BackplotActive());
@@ -113,7 +113,7 @@ TEST_F(HostMenu, switchesTheBackplot)
     EXPECT_FALSE(BackplotActive());
 }
 
-TEST_F(HostMenu, addsAFinishingPassBehindTheLastOperation)
+TEST_F(HostMenu, addsFinishingPassAtEnd)
 {
     const std::wstring path = makePart();
     writeBytes(path, "mastercam part 1\n\n[operation]\nid = 7\ndepth = -2\npath = 0 0 10 20\n");
@@ -133,13 +133,13 @@ TEST_F(HostMenu, addsAFinishingPassBehindTheLastOperation)
     EXPECT_NE(saved.find("path = 0.75 1.5 9.25 18.5\n"), saved.npos) << saved;
 }
 
-TEST_F(HostMenu, leavesAPartWithoutOperationsAsItIs)
+TEST_F(HostMenu, addsNoPassToEmptyPart)
 {
     click(edit, L"Add a &Finishing Pass");
     EXPECT_FALSE(has_db_changed());
 }
 
-TEST_F(HostMenu, showsAModalDialogThatDisablesTheMainWindow)
+TEST_F(HostMenu, modalDialogDisablesMainWindow)
 {
     const UINT_PTR timer = SetTimer(nullptr, 0, 20, closeModalDialog);
     click(file, L"Modal &Dialog...");
@@ -148,7 +148,7 @@ TEST_F(HostMenu, showsAModalDialogThatDisablesTheMainWindow)
     EXPECT_TRUE(IsWindowEnabled(window));
 }
 
-TEST_F(HostMenu, startsANewFileAndTakesTheNameOutOfTheTitle)
+TEST_F(HostMenu, newFileRemovesNameFromTitle)
 {
     standin::setState("geo_filename", L"C:\\a.mcam");
     standin::setState("title", L"Mastercam  C:\\A.MCAM");
@@ -157,7 +157,7 @@ TEST_F(HostMenu, startsANewFileAndTakesTheNameOutOfTheTitle)
     EXPECT_EQ(standin::state("title"), L"Mastercam");
 }
 
-TEST_F(HostMenu, quitsByItsExitAndByItsCloseButton)
+TEST_F(HostMenu, quitsByExitAndCloseButton)
 {
     click(file, L"E&xit");
     EXPECT_TRUE(standin::isQuitting());

@@ -1,5 +1,5 @@
-// The frame around every host operation: nothing where no host runs, told failures and exceptions,
-// one exact line in the trace.
+// What all host operations have in common: default results without a running host, scripted
+// failures and exceptions, one exact trace line.
 #include "standin_host/operation_table.h"
 #include "support/host_fixture.h"
 
@@ -71,7 +71,7 @@ protected:
     std::vector<HostOperation> operations;
 
 private:
-    // Not after every call: the host keeps only a few replaced parts, and the plane is in one.
+    // Not after every call: the host keeps only a few replaced parts, and the plane belongs to one.
     void restorePart()
     {
         if (TpMainOpMgr.GetMainOpList().GetSize() != 3 || part_ != geo_filename)
@@ -81,24 +81,24 @@ private:
     std::wstring part_;
 };
 
-void expectNothingGiven(const std::vector<HostOperation>& operations)
+void expectDefaults(const std::vector<HostOperation>& operations)
 {
     for (const HostOperation& operation : operations) {
         const std::wstring answer = operation.call();
-        const bool tells = operation.kind != Kind::action;
-        EXPECT_EQ(tells ? answer : operation.fails, operation.fails) << operation.name;
+        const bool hasResult = operation.kind != Kind::action;
+        EXPECT_EQ(hasResult ? answer : operation.fails, operation.fails) << operation.name;
     }
 }
 
 } // namespace
 
-TEST_F(HostOperations, leaveOneExactLineUnlessTheyOnlyAsk)
+TEST_F(HostOperations, traceOneLineExceptQueries)
 {
     for (const HostOperation& operation : operations)
         expectWorks(operation);
 }
 
-TEST_F(HostOperations, areAllInTheTable)
+TEST_F(HostOperations, areAllTested)
 {
     std::set<std::string> names;
     for (const HostOperation& operation : operations)
@@ -107,7 +107,7 @@ TEST_F(HostOperations, areAllInTheTable)
     EXPECT_EQ(names.size(), operations.size());
 }
 
-TEST_F(HostOperations, failByNameAndThenWorkAgain)
+TEST_F(HostOperations, failOnceByName)
 {
     for (const HostOperation& operation : operations) {
         ASSERT_TRUE(standin::failNext(operation.name)) << operation.name;
@@ -116,7 +116,7 @@ TEST_F(HostOperations, failByNameAndThenWorkAgain)
     }
 }
 
-TEST_F(HostOperations, raiseByNameAndThenWorkAgain)
+TEST_F(HostOperations, raiseOnceByName)
 {
     for (const HostOperation& operation : operations) {
         ASSERT_TRUE(standin::raiseNext(operation.name)) << operation.name;
@@ -125,7 +125,7 @@ TEST_F(HostOperations, raiseByNameAndThenWorkAgain)
     }
 }
 
-TEST_F(HostOperations, failAsOftenAsTold)
+TEST_F(HostOperations, failGivenNumberOfTimes)
 {
     standin::failNext("SetActiveMachine", 2);
     EXPECT_FALSE(SetActiveMachine(L"a"));
@@ -136,7 +136,7 @@ TEST_F(HostOperations, failAsOftenAsTold)
     EXPECT_TRUE(SetActiveMachine(L"a"));
 }
 
-TEST_F(HostOperations, raiseAtTheCallThatIsToldAlone)
+TEST_F(HostOperations, raiseOnlyAtGivenCall)
 {
     const auto raises = [] { return !endsWithoutException([] { SetActiveMachine(L"a"); }); };
     ASSERT_TRUE(standin::raiseAt("SetActiveMachine", 3));
@@ -150,7 +150,7 @@ TEST_F(HostOperations, raiseAtTheCallThatIsToldAlone)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostOperations, doNotFailUnderAnUnknownName)
+TEST_F(HostOperations, rejectUnknownNames)
 {
     for (const char* name : {"", "dofileopen", "DoFileOpen()", "position0", "m_open"}) {
         EXPECT_FALSE(standin::failNext(name)) << name;
@@ -160,7 +160,7 @@ TEST_F(HostOperations, doNotFailUnderAnUnknownName)
     EXPECT_FALSE(standin::failNext("DoFileOpen", -1));
 }
 
-TEST_F(HostOperations, leaveTheirExceptionToTheCaller)
+TEST_F(HostOperations, callerOwnsException)
 {
     standin::raiseNext("GetApp", 2);
     CException* held[2]{};
@@ -181,21 +181,21 @@ TEST_F(HostOperations, leaveTheirExceptionToTheCaller)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostOperations, giveNothingOnceTheHostHasStopped)
+TEST_F(HostOperations, returnDefaultsAfterStop)
 {
     standin::stopHost();
     newTrace();
-    expectNothingGiven(operations);
+    expectDefaults(operations);
     EXPECT_EQ(newTrace(), Lines{});
     EXPECT_FALSE(readBytes(installation.path(L"out.mcam")).has_value());
 }
 
-TEST(HostOperationsWithoutAHost, giveNothingAndLeaveNoTrace)
+TEST(HostNotRunning, operationsReturnDefaults)
 {
     const Installation installation;
     const std::wstring part = installation.path(L"part.mcam");
     writeBytes(part, tablePart);
-    expectNothingGiven(hostOperations({part, installation.path(L"out.mcam")}));
+    expectDefaults(hostOperations({part, installation.path(L"out.mcam")}));
     EXPECT_FALSE(standin::putPart(part));
     EXPECT_FALSE(standin::setState("title", L"a"));
     EXPECT_EQ(standin::knownState("title"), std::nullopt);

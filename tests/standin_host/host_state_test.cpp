@@ -1,4 +1,4 @@
-// The host's state, its document and its save command, steered through its controls.
+// The host's state, its document and its save command, through its control interface.
 #include "host/host.h"
 #include "support/host_fixture.h"
 
@@ -43,7 +43,7 @@ protected:
 
 } // namespace
 
-TEST_F(HostState, hasItsValuesAtTheStart)
+TEST_F(HostState, startsWithDefaults)
 {
     const std::pair<const char*, const wchar_t*> values[] = {
         {"geo_filename", L""},      {"db_changed", L"false"},
@@ -55,7 +55,7 @@ TEST_F(HostState, hasItsValuesAtTheStart)
     EXPECT_EQ(standin::state("title").rfind(L"Mastercam", 0), 0u);
 }
 
-TEST_F(HostState, keepsEachValueAsItWasSet)
+TEST_F(HostState, keepsValuesAsSet)
 {
     const std::pair<const char*, const wchar_t*> values[] = {
         {"geo_filename", L" C:\\a  b.mcam "},
@@ -76,10 +76,10 @@ TEST_F(HostState, keepsEachValueAsItWasSet)
     EXPECT_FALSE(IsWindowEnabled(get_MainFrame()->GetSafeHwnd()));
     EXPECT_STREQ(NCPrefix(nullptr), L"");
     EXPECT_STREQ(NCSuffix(nullptr), L" .n c ");
-    EXPECT_EQ(newTrace(2).size(), 2u); // setting leaves no line
+    EXPECT_EQ(newTrace(2).size(), 2u); // setting is not traced
 }
 
-TEST_F(HostState, refusesUnknownNamesAndValues)
+TEST_F(HostState, rejectsUnknownNamesAndValues)
 {
     EXPECT_FALSE(standin::setState("Title", L"a"));
     EXPECT_FALSE(standin::setState("", L""));
@@ -90,18 +90,18 @@ TEST_F(HostState, refusesUnknownNamesAndValues)
     EXPECT_EQ(standin::state("Title"), L"");
 }
 
-TEST_F(HostState, cutsADocumentNameTo260Characters)
+TEST_F(HostState, truncatesNameTo260Characters)
 {
     standin::setState("geo_filename", std::wstring(300, L'n'));
     EXPECT_EQ(std::wstring(geo_filename, 260), std::wstring(260, L'n'));
     EXPECT_EQ(standin::state("geo_filename"), std::wstring(260, L'n'));
 }
 
-TEST_F(HostState, startsAfreshWithEachHost)
+TEST_F(HostState, resetsWithEachHost)
 {
     standin::setState("nc_prefix", L"D:\\");
     ASSERT_TRUE(standin::putPart(filledPart(L"a.mcam")));
-    EXPECT_FALSE(standin::startHost({})); // one at a time
+    EXPECT_FALSE(standin::startHost({})); // one host at a time
     standin::stopHost();
     ASSERT_TRUE(standin::startHost({}));
     EXPECT_EQ(standin::state("nc_prefix"), L"C:\\NC\\");
@@ -109,7 +109,7 @@ TEST_F(HostState, startsAfreshWithEachHost)
     EXPECT_EQ(TpMainOpMgr.GetMainOpList().GetSize(), 0);
 }
 
-TEST_F(HostState, openingAPartTakesItsNameAsGivenAndLeavesTitleAndAddInAlone)
+TEST_F(HostState, openKeepsNameAsGiven)
 {
     const std::wstring path = filledPart(L"a.mcam");
     std::wstring asGiven = path;
@@ -124,7 +124,7 @@ TEST_F(HostState, openingAPartTakesItsNameAsGivenAndLeavesTitleAndAddInAlone)
     EXPECT_EQ(sentEvents, std::vector<int>{});
 }
 
-TEST_F(HostState, savingKeepsTheNameAndMarksTheDatabaseUnchanged)
+TEST_F(HostState, saveKeepsNameAndMarksUnchanged)
 {
     const std::wstring path = filledPart(L"a.mcam");
     const std::wstring other = installation.path(L"b.mcam");
@@ -139,7 +139,7 @@ TEST_F(HostState, savingKeepsTheNameAndMarksTheDatabaseUnchanged)
     EXPECT_EQ(sentEvents, std::vector<int>{});
 }
 
-TEST_F(HostState, closingLeavesAnEmptyPartUnderTheSameName)
+TEST_F(HostState, closeKeepsName)
 {
     const std::wstring path = filledPart(L"a.mcam");
     ASSERT_TRUE(open(path));
@@ -150,7 +150,7 @@ TEST_F(HostState, closingLeavesAnEmptyPartUnderTheSameName)
     EXPECT_EQ(standin::state("geo_filename"), path);
 }
 
-TEST_F(HostState, newFileCommandWaitsForTheMessageLoopAndOthersDoNothing)
+TEST_F(HostState, newFileRunsInMessageLoop)
 {
     const std::wstring path = filledPart(L"a.mcam");
     ASSERT_TRUE(open(path));
@@ -165,43 +165,43 @@ TEST_F(HostState, newFileCommandWaitsForTheMessageLoopAndOthersDoNothing)
     EXPECT_EQ(TpMainOpMgr.GetMainOpList().GetSize(), 0);
 }
 
-TEST_F(HostState, saveCommandSavesUnderTheToldPathAndSendsEvent5)
+TEST_F(HostState, saveCommandSavesAndSendsEvent5)
 {
     ASSERT_TRUE(open(filledPart(L"a.mcam")));
-    const std::wstring told = installation.path(L"t o l d.mcam");
+    const std::wstring path = installation.path(L"t o l d.mcam");
     standin::setState("title", L"Mastercam  OLD");
     newTrace();
-    standin::saveDialogNext(told);
+    standin::saveDialogNext(path);
     runSaveCommand();
-    EXPECT_EQ(readBytes(told), partText);
-    EXPECT_EQ(standin::state("geo_filename"), told);
-    EXPECT_EQ(standin::state("title"), L"Mastercam  " + told);
+    EXPECT_EQ(readBytes(path), partText);
+    EXPECT_EQ(standin::state("geo_filename"), path);
+    EXPECT_EQ(standin::state("title"), L"Mastercam  " + path);
     EXPECT_EQ(sentEvents, std::vector<int>{5});
     EXPECT_EQ(newTrace(), Lines{L"ui m_notify(5) -> 7"});
     EXPECT_FALSE(standin::isQuitting());
 }
 
-TEST_F(HostState, saveCommandSendsNoEventWhenItCannotSave)
+TEST_F(HostState, failedSaveCommandSendsNoEvent)
 {
     standin::saveDialogNext(installation.path(L"nowhere\\a.mcam"));
     runSaveCommand();
-    runSaveCommand(); // nobody told it anything any more, and nobody is there to ask
+    runSaveCommand(); // no path is set any more, and no user can be asked
     EXPECT_EQ(sentEvents, std::vector<int>{});
     EXPECT_EQ(standin::state("geo_filename"), L"");
 }
 
-TEST_F(HostState, saveCommandQuitsWhenToldAnEmptyPath)
+TEST_F(HostState, saveCommandWithEmptyPathQuits)
 {
     standin::saveDialogNext(L"");
     runSaveCommand();
     EXPECT_TRUE(standin::isQuitting());
-    EXPECT_FALSE(standin::pumpFor(60000)); // ends at once
+    EXPECT_FALSE(standin::pumpFor(60000)); // returns immediately
     EXPECT_FALSE(standin::waitForTrace(L"nothing", 60000));
     EXPECT_FALSE(GetMastercamApp()->position5());
     EXPECT_EQ(sentEvents, std::vector<int>{});
 }
 
-TEST_F(HostState, setupSheetRunReportsTheFilesItWasTold)
+TEST_F(HostState, setupSheetReportsGivenFiles)
 {
     CStringArray files;
     standin::setState("setup_sheet_files", L"C:\\a b.xml;D:\\c");
@@ -216,7 +216,7 @@ TEST_F(HostState, setupSheetRunReportsTheFilesItWasTold)
     EXPECT_EQ(files.GetSize(), 0);
 }
 
-TEST_F(HostState, setupSheetRunThatFailsReportsTheToldFilesAndNoneOfItsOwn)
+TEST_F(HostState, failedSetupSheetReportsGivenFiles)
 {
     CStringArray files;
     ASSERT_TRUE(standin::putPart(filledPart(L"a.mcam")));
@@ -231,11 +231,11 @@ TEST_F(HostState, setupSheetRunThatFailsReportsTheToldFilesAndNoneOfItsOwn)
     EXPECT_STREQ(files[1], L"D:\\c");
 }
 
-TEST_F(HostState, setupSheetRunWritesADocumentOfItsOwnWhenToldNothing)
+TEST_F(HostState, setupSheetWritesFileByDefault)
 {
     CStringArray files;
     EXPECT_TRUE(RunSetupSheetOnSelectedOpsWithoutUI(files));
-    EXPECT_EQ(files.GetSize(), 0); // nothing to tell of an empty part
+    EXPECT_EQ(files.GetSize(), 0); // an empty part has no sheet
     ASSERT_TRUE(standin::putPart(filledPart(L"a & b.mcam")));
     EXPECT_TRUE(RunSetupSheetOnSelectedOpsWithoutUI(files));
     ASSERT_EQ(files.GetSize(), 1);
@@ -245,7 +245,7 @@ TEST_F(HostState, setupSheetRunWritesADocumentOfItsOwnWhenToldNothing)
     DeleteFileW(files[0]);
 }
 
-TEST_F(HostState, pictureIsABitmapOfTheWholeViewThatShowsThePart)
+TEST_F(HostState, screenPictureShowsPart)
 {
     const std::wstring path = installation.path(L"view.bmp");
     ASSERT_TRUE(screen_to_bitmap_file(path.c_str(), false));
@@ -266,13 +266,13 @@ TEST_F(HostState, pictureIsABitmapOfTheWholeViewThatShowsThePart)
     EXPECT_NE(before, after);
 }
 
-TEST_F(HostState, pictureFailsWhereItCannotBeWritten)
+TEST_F(HostState, screenPictureFailsIfNotWritable)
 {
     EXPECT_FALSE(screen_to_bitmap_file(installation.path(L"no\\a.bmp").c_str(), false));
     EXPECT_FALSE(screen_to_bitmap_file(nullptr, true));
 }
 
-TEST_F(HostState, waitingFindsOnlyLinesAfterTheLastMatch)
+TEST_F(HostState, waitFindsLinesAfterLastMatch)
 {
     standin::trace(L"one");
     standin::trace(L"two");

@@ -1,4 +1,4 @@
-// The message boxes and popup menus of a module that the host observes.
+// The message boxes and popup menus of an observed module.
 #include "host/mastercam.h"
 #include "support/host_fixture.h"
 
@@ -60,13 +60,13 @@ void CALLBACK endMenu(HWND, UINT, UINT_PTR, DWORD)
 
 } // namespace
 
-TEST_F(MessageBoxes, areTracedAndClosedWithOk)
+TEST_F(MessageBoxes, areTracedAndClosed)
 {
     EXPECT_EQ(MessageBoxW(nullptr, L"Failed to load file.", L"TORVA ZEM", MB_OKCANCEL), IDOK);
     EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "Failed to load file."))"});
 }
 
-TEST_F(MessageBoxes, areClosedWithoutACaptionAndOverTheMainWindowToo)
+TEST_F(MessageBoxes, areClosedForAnyCaptionAndOwner)
 {
     const HWND main = get_MainFrame()->GetSafeHwnd();
     EXPECT_EQ(MessageBoxW(nullptr, L"a", nullptr, MB_OK), IDOK);
@@ -82,7 +82,7 @@ TEST_F(MessageBoxes, areClosedOnOtherThreads)
     EXPECT_EQ(newTrace(), Lines{L"other message-box(\"b\", \"a\")"});
 }
 
-TEST_F(MessageBoxes, stayOpenOnceNobodyAnswersThem)
+TEST_F(MessageBoxes, stayOpenWhenNotAnswered)
 {
     constexpr UINT longAfterAnAnswerMs = 300;
     standin::answerMessageBoxes(false);
@@ -92,26 +92,22 @@ TEST_F(MessageBoxes, stayOpenOnceNobodyAnswersThem)
     EXPECT_EQ(newTrace(), Lines{L"ui message-box(\"b\", \"a\")"});
 }
 
-TEST_F(PopupMenus, giveTheChosenItemsCommand)
+TEST_F(PopupMenus, returnChosenCommand)
 {
-    EXPECT_EQ(choose(L"Open \"it\""), 0xF0AD4F02);
-    EXPECT_EQ(newTrace(), line);
+    const std::pair<const wchar_t*, UINT> choices[] = {
+        {L"Open \"it\"", 0xF0AD4F02},
+        {L"About", 5},     // the first enabled row with this text
+        {L"TORVA ZEM", 0}, // disabled
+        {L"Open", 0},      // no row
+        {L"", 0},          // dismissed, although a row has no text
+    };
+    for (const auto& [item, command] : choices) {
+        EXPECT_EQ(choose(item), command) << toUtf8(item);
+        EXPECT_EQ(newTrace(), line) << toUtf8(item);
+    }
 }
 
-TEST_F(PopupMenus, giveNothingWhenDismissed)
-{
-    EXPECT_EQ(choose(L""), 0u); // although a row has no text
-    EXPECT_EQ(newTrace(), line);
-}
-
-TEST_F(PopupMenus, giveNothingForADisabledOrUnknownRow)
-{
-    EXPECT_EQ(choose(L"TORVA ZEM"), 0u);
-    EXPECT_EQ(choose(L"Open"), 0u);
-    EXPECT_EQ(choose(L"About"), 5u); // the first row of that text that can be chosen
-}
-
-TEST_F(PopupMenus, postTheCommandToTheirOwnerWhenAskedTo)
+TEST_F(PopupMenus, postCommandToOwner)
 {
     standin::chooseNext(L"About");
     EXPECT_TRUE(show(0) != 0);
@@ -121,12 +117,12 @@ TEST_F(PopupMenus, postTheCommandToTheirOwnerWhenAskedTo)
     EXPECT_EQ(newTrace(), line);
 }
 
-TEST_F(PopupMenus, openWhenNothingWasChosenBeforehand)
+TEST_F(PopupMenus, openWithoutChosenItem)
 {
     EXPECT_EQ(choose(L"About"), 5u);
     newTrace();
     const UINT_PTR timer = SetTimer(nullptr, 0, 50, endMenu);
-    EXPECT_EQ(show(), 0u); // the choice was for one menu
+    EXPECT_EQ(show(), 0u); // the choice applied to one menu only
     KillTimer(nullptr, timer);
     EXPECT_EQ(newTrace(), line);
 }

@@ -189,7 +189,7 @@ void addMachiningOperations(Table& table)
           L"*", L"null"}});
 }
 
-// These leave nothing to see but their line, so that failing and working look alike.
+// These only leave a trace line, so failure and success look the same.
 void addRefreshes(Table& table, CMastercamInterface& application, CMastercamView& view)
 {
     const auto takePath = [&] {
@@ -233,7 +233,7 @@ void addApplicationQuestions(Table& table, CMastercamInterface& application)
 std::vector<HostOperation> hostOperations(const OperationSetting& setting)
 {
     Table table;
-    // First, as long as the part that holds the plane is open.
+    // First, while the part with the plane is open.
     if (PlaneBase* const plane = setting.plane)
         addQuestion(
             table, "GetName", [plane] { return text(plane->GetName()); }, LR"("Top")", LR"("")");

@@ -1,4 +1,4 @@
-// Every host operation, each with one call of it and what that call gives.
+// Every host operation, with one call and its result.
 #pragma once
 
 #include "host/host.h"
@@ -12,29 +12,29 @@ namespace testing_support {
 
 struct HostOperation {
     enum class Kind {
-        question, // leaves no line in the trace
-        result,   // its line tells the answer
-        action    // its line tells no answer
+        question, // not traced
+        result,   // traced with its result
+        action    // traced without a result
     };
 
     std::string name;
     Kind kind;
-    std::wstring line; // the call as the trace writes it; empty for a question
-    // Makes the call and gives what the caller sees of it afterwards, as the trace would write it.
+    std::wstring line; // the traced call; empty for a question
+    // Makes the call and returns its result as the caller sees it, in the trace's format.
     std::function<std::wstring()> call;
-    std::wstring works; // what the caller sees of a call that works,
-    std::wstring fails; // and of one that fails
+    std::wstring works; // the result of a successful call
+    std::wstring fails; // the result of a failing call
 };
 
-// What the calls work on: a host in which `part` stands open.
+// The setting of the calls: a host in which `part` is open.
 struct OperationSetting {
     std::wstring part;                          // path of a file with `tablePart`
     std::wstring output;                        // path of a file to write
-    CMastercamInterface* application = nullptr; // null: the table leaves out its operations
-    PlaneBase* plane = nullptr;                 // plane 1 of the part; null likewise
+    CMastercamInterface* application = nullptr; // null: omit its operations
+    PlaneBase* plane = nullptr;                 // plane 1 of the part; null: omit its operation
 };
 
-// Two operations in a list of three, a group with its parent, a tool, a plane.
+// Two operations in a list of three entries, a group, a tool, a plane.
 extern const char tablePart[];
 
 std::vector<HostOperation> hostOperations(const OperationSetting& setting);

@@ -1,4 +1,4 @@
-// What the host's lists, look-ups and records say of an open part is what its file says.
+// The host's lists, look-ups and records of an open part match its file.
 #include "host/host.h"
 #include "standin_host/part_texts.h"
 #include "support/host_fixture.h"
@@ -63,7 +63,7 @@ operation_node* chain(long code = 1, const wchar_t* name = L"", short mode = 0)
     return node == &untouched ? nullptr : node;
 }
 
-// The record as the host fills it; nothing when it has no such tool.
+// The record as the host fills it; nothing if there is no such tool.
 std::optional<tp_tool> filledTool(int number, short code = 5)
 {
     tp_tool tool{};
@@ -127,7 +127,7 @@ using Numbers = std::vector<double>;
 
 } // namespace
 
-TEST_F(PartContent, hasTheFilesOperationsInTheirOrder)
+TEST_F(PartContent, listsOperationsInFileOrder)
 {
     ASSERT_EQ(list.GetSize(), 4);
     EXPECT_EQ(list[0]->operationId, 11);
@@ -138,7 +138,7 @@ TEST_F(PartContent, hasTheFilesOperationsInTheirOrder)
     EXPECT_EQ(list[4], nullptr);
 }
 
-TEST_F(PartContent, hasTheSameOperationsInTheChainWithoutTheNullEntries)
+TEST_F(PartContent, chainSkipsNullEntries)
 {
     const operation_node* const first = chain();
     ASSERT_NE(first, nullptr);
@@ -150,7 +150,7 @@ TEST_F(PartContent, hasTheSameOperationsInTheChainWithoutTheNullEntries)
     EXPECT_EQ(first->next->next->next, nullptr);
 }
 
-TEST_F(PartContent, givesItsChainForTheOneKnownListAlone)
+TEST_F(PartContent, returnsChainForKnownListOnly)
 {
     EXPECT_NE(chain(1, nullptr), nullptr);
     EXPECT_EQ(chain(2), nullptr);
@@ -161,7 +161,7 @@ TEST_F(PartContent, givesItsChainForTheOneKnownListAlone)
     EXPECT_EQ(handedBack, &kept);
 }
 
-TEST_F(PartContent, fillsAnOperationsRecord)
+TEST_F(PartContent, fillsOperationRecord)
 {
     const operation& op = *list[0];
     EXPECT_EQ(numbersOf(op), (Numbers{11, 8, 12, 41, 42, 43, 1, 44, 45, -12.5, 1, 2, 3, 4, 5, 6}));
@@ -172,7 +172,7 @@ TEST_F(PartContent, fillsAnOperationsRecord)
     EXPECT_STREQ(op.tool.comment, L"Drill 18.5");
 }
 
-TEST_F(PartContent, hasNoPlanesAndZerosWhereTheFileSaysNothing)
+TEST_F(PartContent, usesDefaultsForMissingKeys)
 {
     const operation& op = *list[2];
     EXPECT_EQ(numbersOf(op), (Numbers{12, 0, 0, 0, 0, 0, -1, -1, -1, 0, 0, 0, 0, 0, 0, 0}));
@@ -180,7 +180,7 @@ TEST_F(PartContent, hasNoPlanesAndZerosWhereTheFileSaysNothing)
     EXPECT_EQ(numbersOf(op.tool), Numbers(10, 0));
 }
 
-TEST_F(PartContent, fillsAToolsRecordByItsNumber)
+TEST_F(PartContent, fillsToolRecordByNumber)
 {
     const auto tool = filledTool(3);
     ASSERT_TRUE(tool.has_value());
@@ -192,7 +192,7 @@ TEST_F(PartContent, fillsAToolsRecordByItsNumber)
                                          80, 350, 3000, 61,  62,  2800, 63, 64, 65, -1}));
 }
 
-TEST_F(PartContent, leavesARecordAloneForAnUnknownToolOrAnotherCode)
+TEST_F(PartContent, rejectsUnknownToolAndCode)
 {
     EXPECT_TRUE(filledTool(4).has_value());
     EXPECT_FALSE(filledTool(5).has_value());
@@ -206,7 +206,7 @@ TEST_F(PartContent, leavesARecordAloneForAnUnknownToolOrAnotherCode)
     EXPECT_EQ(tool.tipAngle, 90);
 }
 
-TEST_F(PartContent, leadsFromAGroupToItsTopGroup)
+TEST_F(PartContent, linksGroupsToParents)
 {
     TpGrpList& groups = TpMainGrpMgr.GetMainGrpList();
     const TpGroup* const group = groups.GroupByID(list[0]->groupId);
@@ -221,7 +221,7 @@ TEST_F(PartContent, leadsFromAGroupToItsTopGroup)
     EXPECT_EQ(OMgetActiveMachineGroup(false), parent);
 }
 
-TEST_F(PartContent, namesItsPlanesAndTheFirstOfAnIdCounts)
+TEST_F(PartContent, firstPlaneWithAnIdWins)
 {
     EXPECT_STREQ(Planes.GetPlanePtrByID(1)->GetName(), L"Top");
     EXPECT_STREQ(Planes.GetPlanePtrByID(32767)->GetName(), L"Front %");
@@ -230,18 +230,18 @@ TEST_F(PartContent, namesItsPlanesAndTheFirstOfAnIdCounts)
     EXPECT_EQ(Planes.GetPlanePtrByID(2), nullptr);
 }
 
-TEST_F(PartContent, givesEachOperationItsOwnCycleTime)
+TEST_F(PartContent, keepsCycleTimePerOperation)
 {
     EXPECT_EQ(CalcCycleTime(*list[0], false), 14.5);
     EXPECT_EQ(CalcCycleTime(*list[2], false), 2.0);
-    EXPECT_EQ(CalcCycleTime(*list[3], false), 3.0); // of the same id
+    EXPECT_EQ(CalcCycleTime(*list[3], false), 3.0); // same id
     operation copy = *list[3];
-    EXPECT_EQ(CalcCycleTime(copy, false), 2.0); // known by its id alone
+    EXPECT_EQ(CalcCycleTime(copy, false), 2.0); // identified by its id only
     operation unknown{};
     EXPECT_EQ(CalcCycleTime(unknown, true), 0.0);
 }
 
-TEST_F(PartContent, staysReadableWhileTheNextPartsAreOpened)
+TEST_F(PartContent, staysValidAfterNextOpen)
 {
     const operation* const op = list[0];
     writeBytes(makePart(L"next.mcam"), "");

@@ -1,4 +1,4 @@
-// Part files through the host that reads and writes them.
+// Reading and writing part files through the host.
 #include "host/host.h"
 #include "standin_host/part_texts.h"
 #include "support/host_fixture.h"
@@ -27,16 +27,16 @@ protected:
         EXPECT_TRUE(CFile_DoFileSave(written_.c_str(), nullptr, false, false));
         return readBytes(written_).value_or("no file");
     }
-    // What the host writes for this text; a note when it refuses the text.
+    // What the host writes after reading this text, or "refused".
     std::string rewritten(const std::string& text) { return openText(text) ? saved() : "refused"; }
-    void expectRewrittenAlike(const std::string& text) { EXPECT_EQ(rewritten(text), text); }
+    void expectRoundTrip(const std::string& text) { EXPECT_EQ(rewritten(text), text); }
 
 private:
     const std::wstring read_ = installation.path(L"read.mcam");
     const std::wstring written_ = installation.path(L"written.mcam");
 };
 
-// Every key of every section, each with a value of its own, in the host's own form.
+// Every key of every section with a different value, in canonical form.
 const std::string everyKey = R"(mastercam part 1
 
 [part]
@@ -91,7 +91,7 @@ std::string manyOperations(int count)
 
 } // namespace
 
-TEST_F(PartFile, isWrittenAsItWasReadForEveryShippedPart)
+TEST_F(PartFile, roundTripsShippedParts)
 {
     std::vector<std::wstring> names;
     for (const auto& entry :
@@ -105,12 +105,12 @@ TEST_F(PartFile, isWrittenAsItWasReadForEveryShippedPart)
     EXPECT_GE(names.size(), 5u);
 }
 
-TEST_F(PartFile, isWrittenAsItWasReadWithEveryKey)
+TEST_F(PartFile, roundTripsEveryKey)
 {
-    expectRewrittenAlike(everyKey);
+    expectRoundTrip(everyKey);
 }
 
-TEST_F(PartFile, isEmptyForAPartThatHoldsNothing)
+TEST_F(PartFile, isEmptyForEmptyPart)
 {
     for (const char* nothing :
          {"", "\xEF\xBB\xBF", "mastercam part 1", "mastercam part 1\n# note\n",
@@ -121,7 +121,7 @@ TEST_F(PartFile, isEmptyForAPartThatHoldsNothing)
     }
 }
 
-TEST_F(PartFile, isWrittenInTheHostsOwnForm)
+TEST_F(PartFile, isWrittenInCanonicalForm)
 {
     EXPECT_EQ(rewritten("\xEF\xBB\xBFmastercam part 1\r\n"
                         "# a note\r\n"
@@ -133,10 +133,10 @@ TEST_F(PartFile, isWrittenInTheHostsOwnForm)
               "[operation]\nid = 2\ndepth = 1.5\n\n[no operation]\n");
 }
 
-TEST_F(PartFile, keepsTenThousandOperations)
+TEST_F(PartFile, roundTripsTenThousandOperations)
 {
     const std::string text = manyOperations(10000);
-    expectRewrittenAlike(text);
+    expectRoundTrip(text);
     TpMemLookupList& list = TpMainOpMgr.GetMainOpList();
     ASSERT_EQ(list.GetSize(), 10000);
     EXPECT_EQ(list[0]->operationId, 1);
@@ -149,46 +149,46 @@ TEST_F(PartFile, keepsTenThousandOperations)
     EXPECT_EQ(count, 10000);
 }
 
-TEST_F(PartFile, keepsNumbersToTheLastBit)
+TEST_F(PartFile, roundTripsNumbersExactly)
 {
     for (const char* number :
          {"62.5", "-0.5", "-0", "1e-05", "0.1", "100000", "1e+06", "1234567.5",
           "0.30000000000000004", "1.7976931348623157e+308", "-1.7976931348623157e+308",
           "2.2250738585072014e-308", "4.94066e-324"})
-        expectRewrittenAlike("mastercam part 1\n\n[operation]\ndepth = "s + number +
-                             "\ntool-plane-origin = 0 " + number + " 1\n");
+        expectRoundTrip("mastercam part 1\n\n[operation]\ndepth = "s + number +
+                        "\ntool-plane-origin = 0 " + number + " 1\n");
 }
 
-TEST_F(PartFile, keepsEveryCharacterOfAText)
+TEST_F(PartFile, roundTripsEveryCharacter)
 {
     for (const char* name :
          {"a \"b\" \\ c", "100%0025", "a%000Ab%000D%0009", "%0020", "%0020a  b%0020", "a%007Fb",
           "%D800", "%DC00%D83D", "M\xC3\xBCller \xE4\xB8\xAD \xF0\x9F\x98\x80", "= [x] #"})
-        expectRewrittenAlike(group("name = "s + name));
+        expectRoundTrip(group("name = "s + name));
 }
 
-TEST_F(PartFile, writesASurrogatePairAsOneCharacter)
+TEST_F(PartFile, writesSurrogatePairAsOneCharacter)
 {
     EXPECT_EQ(rewritten(group("name = %D83D%DE00 %0041")), group("name = \xF0\x9F\x98\x80 A"));
 }
 
-TEST_F(PartFile, keepsTheLongestTextsAndRefusesLongerOnes)
+TEST_F(PartFile, limitsTextLength)
 {
     const std::string text259(259, 'x');
     const std::string comment199(199, 'x');
-    expectRewrittenAlike(group("name = " + text259));
+    expectRoundTrip(group("name = " + text259));
     EXPECT_FALSE(openText(group("name = " + text259 + "x")));
-    expectRewrittenAlike("mastercam part 1\n\n[operation]\ntool.comment = " + comment199 + "\n");
+    expectRoundTrip("mastercam part 1\n\n[operation]\ntool.comment = " + comment199 + "\n");
     EXPECT_FALSE(openText("mastercam part 1\n\n[operation]\ntool.comment = x" + comment199 + "\n"));
-    expectRewrittenAlike("mastercam part 1\n\n[plane]\nname = " + std::string(70000, 'x') + "\n");
+    expectRoundTrip("mastercam part 1\n\n[plane]\nname = " + std::string(70000, 'x') + "\n");
 }
 
-TEST_F(PartFile, acceptsARingOfParentGroups)
+TEST_F(PartFile, acceptsCycleOfGroups)
 {
     const std::string ring = group("id = 1\nparent = 3") + "\n[group]\nid = 2\nparent = 1\n" +
                              "\n[group]\nid = 3\nparent = 2\n\n[group]\nid = 4\nparent = 4\n" +
                              "\n[operation]\ngroup = 1\n\n[operation]\ngroup = 4\n";
-    expectRewrittenAlike(ring);
+    expectRoundTrip(ring);
     TpGrpList& groups = TpMainGrpMgr.GetMainGrpList();
     const TpGroup* const first = groups.GroupByID(1);
     const TpGroup* walked = first;
@@ -199,14 +199,14 @@ TEST_F(PartFile, acceptsARingOfParentGroups)
     EXPECT_EQ(walked, first);
 }
 
-TEST_F(PartFile, withARingOfParentGroupsIsDrawn)
+TEST_F(PartFile, drawsPartWithCycleOfGroups)
 {
     ASSERT_TRUE(openText(group("id = 1\nparent = 2\nname = a") +
                          "\n[group]\nid = 2\nparent = 1\nname = b\n\n[operation]\ngroup = 1\n"));
     EXPECT_TRUE(screen_to_bitmap_file(installation.path(L"ring.bmp").c_str(), false));
 }
 
-TEST_F(PartFile, isRefusedWholeWhenItBreaksARule)
+TEST_F(PartFile, rejectsInvalidFiles)
 {
     const char* const broken[] = {
         "x",
@@ -266,7 +266,7 @@ TEST_F(PartFile, isRefusedWholeWhenItBreaksARule)
     EXPECT_EQ(saved(), everyKey);
 }
 
-TEST_F(PartFile, isRefusedWhenItDoesNotExistOrIsAFolder)
+TEST_F(PartFile, rejectsMissingFilesAndFolders)
 {
     ASSERT_TRUE(openText(everyKey));
     EXPECT_FALSE(open(installation.path(L"nowhere.mcam")));
@@ -277,7 +277,7 @@ TEST_F(PartFile, isRefusedWhenItDoesNotExistOrIsAFolder)
     EXPECT_EQ(saved(), everyKey);
 }
 
-TEST_F(PartFile, leavesNothingBehindWhereItCannotBeWritten)
+TEST_F(PartFile, leavesNoTemporaryFileOnFailure)
 {
     ASSERT_TRUE(openText(everyKey));
     standin::setState("db_changed", L"true");
@@ -287,5 +287,5 @@ TEST_F(PartFile, leavesNothingBehindWhereItCannotBeWritten)
     EXPECT_EQ(SaveFile(installation.path(L"no\\a.mcam").c_str(), nullptr, false), 0);
     EXPECT_EQ(standin::state("db_changed"), L"true");
     for (const auto& entry : std::filesystem::directory_iterator(installation.root()))
-        EXPECT_NE(entry.path().extension(), L".writing") << entry.path();
+        EXPECT_NE(entry.path().extension(), L".new") << entry.path();
 }

@@ -1,5 +1,4 @@
-// Pieces of part files that several tests read: sections with every key, in the form in which the
-// host writes them.
+// Sections with every key, in canonical form, for several tests.
 #pragma once
 
 #include <string>
@@ -41,7 +40,7 @@ level = 65
 spindle-rotation = -1
 )";
 
-// But for its paths, which come last.
+// Without paths, which come last.
 inline const std::string operationWithEveryKey = R"([operation]
 id = 11
 group = 8

@@ -1,4 +1,4 @@
-// The host's own posting of NC programs.
+// Posting NC programs.
 #include "support/host_fixture.h"
 
 using namespace testing_support;
@@ -63,7 +63,7 @@ protected:
 
 } // namespace
 
-TEST_F(Posting, writesAProgramForEachNciName)
+TEST_F(Posting, writesOneProgramPerNciName)
 {
     post(plate);
     EXPECT_EQ(program(L"PLATE.NC"), "%\r\nO2\r\n(PLATE)\r\n(Plate 40  first )\r\n"
@@ -78,7 +78,7 @@ TEST_F(Posting, writesAProgramForEachNciName)
     EXPECT_EQ(program(L".NC"), "none");
 }
 
-TEST_F(Posting, takesTheHostsSuffix)
+TEST_F(Posting, usesHostSuffix)
 {
     standin::setState("nc_suffix", L".nc1");
     post(plate);
@@ -86,7 +86,7 @@ TEST_F(Posting, takesTheHostsSuffix)
     EXPECT_EQ(program(L"PLATE.NC"), "none");
 }
 
-TEST_F(Posting, leavesAPartWithoutOperationsAlone)
+TEST_F(Posting, writesNothingForEmptyPart)
 {
     post("mastercam part 1\n");
     EXPECT_FALSE(readBytes(folder).has_value());

@@ -1,4 +1,4 @@
-// How the trace writes calls, and where it goes.
+// The trace's format and its file.
 #include "host/host.h"
 #include "control.h"
 #include "support/bytes.h"
@@ -30,14 +30,14 @@ protected:
 
 } // namespace
 
-TEST_F(Trace, namesTheUserInterfaceThreadAndAnyOther)
+TEST_F(Trace, namesThreads)
 {
     set_db_unchanged();
     std::thread([] { set_db_unchanged(); }).join();
     EXPECT_EQ(newTrace(), (Lines{L"ui set_db_unchanged()", L"other set_db_unchanged()"}));
 }
 
-TEST_F(Trace, writesAWindowAsMainNullOrOther)
+TEST_F(Trace, formatsWindows)
 {
     CWnd desktop;
     desktop.m_hWnd = GetDesktopWindow();
@@ -51,7 +51,7 @@ TEST_F(Trace, writesAWindowAsMainNullOrOther)
                      L"ui SaveFile(null, other, true) -> 0"}));
 }
 
-TEST_F(Trace, writesAStringWithNothingEscaped)
+TEST_F(Trace, formatsStringsUnescaped)
 {
     SetActiveMachine(L"");
     SetActiveMachine(L" \"C:\\a\\\" \u4E2D\u00DF ");
@@ -61,7 +61,7 @@ TEST_F(Trace, writesAStringWithNothingEscaped)
                                  L"ui SetActiveMachine(null) -> false"}));
 }
 
-TEST_F(Trace, writesAddressesAsAStarAndNumbersAsTheyAre)
+TEST_F(Trace, formatsAddressesAndNumbers)
 {
     bool escaped = true;
     DoFileOpen(L"", true, true, -1, false, &escaped, reinterpret_cast<FileMergeOptions*>(this));
@@ -75,7 +75,7 @@ TEST_F(Trace, writesAddressesAsAStarAndNumbersAsTheyAre)
     EXPECT_FALSE(escaped);
 }
 
-TEST_F(Trace, writesACycleTimeInAsManyDigitsAsItTakes)
+TEST_F(Trace, formatsDoublesExactly)
 {
     const std::pair<const char*, const wchar_t*> times[] = {
         {"0", L"0"},         {"14.5", L"14.5"},           {"0.1", L"0.1"},
@@ -90,13 +90,13 @@ TEST_F(Trace, writesACycleTimeInAsManyDigitsAsItTakes)
     }
 }
 
-TEST_F(Trace, keepsLinesOfTheProgramAsTheyAre)
+TEST_F(Trace, keepsCustomLines)
 {
     standin::trace(L"a  \"b\" \u4E2D ");
     EXPECT_EQ(newTrace(), Lines{L"ui a  \"b\" \u4E2D "});
 }
 
-TEST_F(TraceFile, holdsEachLineInUtf8AsSoonAsTheCallHasEnded)
+TEST_F(TraceFile, isUtf8AndFlushed)
 {
     ASSERT_TRUE(startTracing(path));
     EXPECT_EQ(readBytes(path), "");
@@ -107,7 +107,7 @@ TEST_F(TraceFile, holdsEachLineInUtf8AsSoonAsTheCallHasEnded)
     EXPECT_EQ(readBytes(path), line + "ui set_db_unchanged()\n");
 }
 
-TEST_F(TraceFile, isWrittenAnewByEachStart)
+TEST_F(TraceFile, isRecreatedByEachStart)
 {
     writeBytes(path, "left over\n");
     ASSERT_TRUE(startTracing(path));
@@ -119,7 +119,7 @@ TEST_F(TraceFile, isWrittenAnewByEachStart)
     EXPECT_EQ(standin::traceLines(), Lines{});
 }
 
-TEST_F(TraceFile, thatCannotBeWrittenKeepsTheHostFromStarting)
+TEST_F(TraceFile, failureToOpenPreventsStart)
 {
     EXPECT_FALSE(startTracing(installation.path(L"nowhere\\trace.txt")));
     EXPECT_EQ(get_MainFrame(), nullptr);

@@ -37,8 +37,8 @@ Entry entryOf(const std::string& name)
     return addIn ? std::bit_cast<Entry>(GetProcAddress(addIn, name.c_str())) : nullptr;
 }
 
-// Calls the add-in and traces the call with what came of it: nothing the add-in lets out gets any
-// further than here. `call` gives what the trace says behind the call.
+// Calls the add-in and traces the call with its result. Exceptions end here. `call` returns the
+// text to trace after the call.
 template <class Call>
 void callAndTrace(const std::wstring& line, Call call)
 {

@@ -1,4 +1,4 @@
-// The add-in: its exports and how the host calls them. All on the user-interface thread.
+// The add-in's exports and the host's calls to them. UI thread.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace standin {
 
-// The exports the host knows, in the order of its menu.
+// The known exports, in the order of the menu.
 struct AddInExport {
     const char* name;
     bool takesNumber;
@@ -14,10 +14,10 @@ struct AddInExport {
 extern const AddInExport addInExports[];
 extern const size_t addInExportCount;
 
-// Calls the export with the argument that the host's menu gives it.
+// Calls the export with the menu's default argument.
 void callExportWithExample(const AddInExport& called);
 
-// Sends the add-in an event of the host; without an add-in nothing happens.
+// Sends a host event to the add-in, if one is loaded.
 void sendEvent(int code);
 
 } // namespace standin

@@ -20,8 +20,8 @@ namespace {
 
 constexpr int savedEvent = 5;
 
-// Told path of the next save command; an empty one has the host quit instead.
-std::optional<std::wstring> toldSavePath;
+// The path for the next save command, set by a script; empty: quit instead.
+std::optional<std::wstring> nextSavePath;
 
 constexpr DWORD longestPath = 4096;
 
@@ -35,12 +35,12 @@ OPENFILENAMEW dialogFor(HWND parent, std::wstring& path)
     dialog.lpstrFile = path.data();
     dialog.nMaxFile = longestPath;
     dialog.lpstrDefExt = L"mcam";
-    // The current folder is the process's, and the add-in's as well.
+    // The current folder belongs to the process, so to the add-in too.
     dialog.Flags = OFN_NOCHANGEDIR;
     return dialog;
 }
 
-std::wstring upToZero(const std::wstring& text)
+std::wstring upToNul(const std::wstring& text)
 {
     return text.substr(0, text.find(L'\0'));
 }
@@ -53,7 +53,7 @@ std::optional<std::wstring> askForOpenPath(HWND parent)
     dialog.Flags |= OFN_FILEMUSTEXIST;
     if (!GetOpenFileNameW(&dialog))
         return std::nullopt;
-    return upToZero(path);
+    return upToNul(path);
 }
 
 std::optional<std::wstring> askForSavePath(HWND parent, const std::wstring& name)
@@ -63,12 +63,12 @@ std::optional<std::wstring> askForSavePath(HWND parent, const std::wstring& name
     dialog.Flags |= OFN_OVERWRITEPROMPT;
     if (!GetSaveFileNameW(&dialog))
         return std::nullopt;
-    return upToZero(path);
+    return upToNul(path);
 }
 
 void reportFailure(const wchar_t* text)
 {
-    // A script has nobody who could close this one.
+    // Nobody could close this box while a script runs.
     if (!areMessageBoxesAnswered())
         MessageBoxW(mainWindow(), text, L"Mastercam", MB_OK | MB_ICONWARNING);
 }
@@ -86,13 +86,13 @@ void save(const std::wstring& path)
 
 void runSaveAsCommand()
 {
-    const std::optional<std::wstring> told = std::exchange(toldSavePath, std::nullopt);
-    if (told && told->empty()) {
+    const std::optional<std::wstring> scripted = std::exchange(nextSavePath, std::nullopt);
+    if (scripted && scripted->empty()) {
         requestQuit();
         return;
     }
-    if (told)
-        save(*told);
+    if (scripted)
+        save(*scripted);
     else if (!areMessageBoxesAnswered())
         if (const std::optional<std::wstring> path = askForSavePath(mainWindow(), documentName()))
             save(*path);
@@ -115,7 +115,7 @@ void runOpenCommand()
     if (openDocument(*path))
         showNameInTitle(*path);
     else
-        reportFailure(L"The file is no part file.");
+        reportFailure(L"The file is not a part file.");
 }
 
 void runPostCommand()
@@ -155,7 +155,7 @@ void runEventCommand(int code)
 
 void saveDialogNext(const std::wstring& path)
 {
-    toldSavePath = path;
+    nextSavePath = path;
 }
 
 void runNewCommand()

@@ -1,12 +1,11 @@
-// The commands of the main window's menu. All run on the user-interface thread.
+// The commands of the main window's menu. UI thread.
 #pragma once
 
 #include <windows.h>
 
 namespace standin {
 
-// What the add-in sends the main window to have the document saved: the command's number is the
-// host's.
+// Sent by the add-in to the main window to save the document. The host defines this number.
 constexpr UINT saveAsCommand = 41111;
 
 constexpr UINT newCommand = 41101;
@@ -23,10 +22,10 @@ constexpr UINT firstEventCommand = 43000;  // plus the event's code
 // The codes of the events that the host can send its add-in.
 constexpr int eventCodes[] = {3, 4, 5, 6, 37, 52};
 
-// Carries the command out; a number that is no command does nothing.
+// Executes the command; ignores unknown numbers.
 void runCommand(UINT command);
 
-// Starts an empty part, as the menu's New does.
+// Starts an empty part, like the menu command New.
 void runNewCommand();
 
 } // namespace standin

@@ -1,4 +1,4 @@
-// The host's state under the names that scripts give it.
+// The host's state, by the names that scripts use.
 #include "application/main_window.h"
 #include "control.h"
 #include "core/document.h"

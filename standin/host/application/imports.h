@@ -1,4 +1,4 @@
-// The calls of a module into the system, led elsewhere.
+// Redirects a module's imported functions.
 #pragma once
 
 #include <bit>
@@ -6,9 +6,8 @@
 
 namespace standin {
 
-// Leads every entry of the module's import tables that holds the function at `from` to the one at
-// `to`. By address, not by name: whichever library the module takes it from, it is the same
-// function.
+// Replaces the address `from` by `to` in all of the module's import tables. By address and not by
+// name, so the DLL from which the module imports the function does not matter.
 void leadImports(HMODULE module, ULONGLONG from, ULONGLONG to);
 
 // The same for two functions of one type.

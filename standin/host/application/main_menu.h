@@ -5,10 +5,10 @@
 
 namespace standin {
 
-// Owned by the window it is given to.
+// The window that it is set on owns it.
 HMENU createMainMenu();
 
-// Checks the rows that stand for a state, as they are now.
+// Updates the check marks of rows that show a state.
 void checkMenuRows(HMENU menu);
 
 } // namespace standin

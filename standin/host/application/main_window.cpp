@@ -42,7 +42,7 @@ LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         scroll(window, wParam);
         return 0;
     case WM_ERASEBKGND:
-        return 1; // the view covers everything
+        return 1; // the view paints the whole window
     case WM_SIZE:
         InvalidateRect(window, nullptr, FALSE);
         return 0;
@@ -50,7 +50,7 @@ LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         paintView(window);
         return 0;
     case WM_CLOSE:
-        // The add-in is to be closed before its host's window is.
+        // The add-in must be closed before the main window is destroyed.
         requestQuit();
         return 0;
     default:
@@ -67,7 +67,7 @@ void registerClass()
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     definition.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
     definition.lpszClassName = className;
-    RegisterClassExW(&definition); // fails when it is there from an earlier start: the same class
+    RegisterClassExW(&definition); // fails if an earlier start registered it, which is fine
 }
 
 // Null if there is no display.

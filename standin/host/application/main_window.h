@@ -1,4 +1,4 @@
-// The host's main window. All on the user-interface thread.
+// The host's main window. UI thread.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace standin {
 
-// Posted to the main window, from any thread, to start an empty part.
+// Posted to the main window by any thread to start an empty part.
 constexpr UINT newDocumentMessage = WM_APP + 1;
 
 // The DLL that this code is part of.
@@ -14,8 +14,8 @@ HMODULE ownModule();
 
 std::wstring titleOf(HWND window);
 
-// Shows the name in the main window's title, behind two blanks and in the place of the name that
-// stands there; an empty name takes it away.
+// Appends the name to the main window's title after two spaces, replacing an earlier name; an empty
+// name removes it.
 void showNameInTitle(const std::wstring& name);
 
 } // namespace standin

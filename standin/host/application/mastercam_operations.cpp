@@ -52,8 +52,7 @@ CString ApplicationInterface::position0(const int* selector)
     });
 }
 
-// The document keeps the name it has; what the host does with the path it is given here shows in
-// the trace alone.
+// Only traced: the document keeps its name.
 void ApplicationInterface::position1(const CString& path)
 {
     act("CMastercamInterface.position1", callLine("CMastercamInterface.position1", path),

@@ -14,8 +14,8 @@ bool isQuittingNow = false;
 
 void dispatch(const MSG& message)
 {
-    // What a window procedure of the add-in lets out ends here, as it does in the framework's own
-    // message loop.
+    // An exception that escapes from the add-in's window procedure ends here, as in the framework's
+    // own message loop.
     try {
         TranslateMessage(&message);
         DispatchMessageW(&message);
@@ -24,7 +24,7 @@ void dispatch(const MSG& message)
     }
 }
 
-// False when no message was waiting.
+// False if no message was waiting.
 bool processWaitingMessage()
 {
     MSG message;
@@ -43,14 +43,14 @@ void processWaitingMessages()
     }
 }
 
-// Waits for a message, for the signal unless it is null, or for so long.
+// Waits for a message, for the signal unless it is null, or for the timeout.
 void waitForWork(HANDLE signal, DWORD milliseconds)
 {
     MsgWaitForMultipleObjectsEx(signal ? 1 : 0, signal ? &signal : nullptr, milliseconds,
                                 QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
-// Runs the message loop until `isDone`, for at most so long; false when neither came true in time.
+// Runs the message loop until `isDone` or the timeout; false after the timeout or when quitting.
 template <class Condition>
 bool pumpUntil(Condition isDone, HANDLE signal, unsigned milliseconds)
 {
@@ -81,7 +81,7 @@ bool processOneMessage()
 void requestQuit()
 {
     isQuittingNow = true;
-    // Ends the loops that are not ours: those of dialogs and of menus.
+    // Also ends the message loops of dialogs and menus.
     PostQuitMessage(0);
     EndMenu();
 }

@@ -1,17 +1,15 @@
-// The message loop of the user-interface thread, and the wish to quit. Every function runs on that
-// thread.
+// The message loop and the request to quit. UI thread.
 #pragma once
 
 namespace standin {
 
-// Processes one message, waiting a moment for one when there is none; false when the program is
-// quitting.
+// Processes one message, after a short wait if there is none; false when the program is quitting.
 bool processOneMessage();
 
-// Has every loop end as soon as it gets its turn. The main window stays.
+// Makes every message loop end. The main window stays.
 void requestQuit();
 
-// Takes back an earlier wish to quit.
+// Cancels an earlier request to quit.
 void resetQuit();
 
 } // namespace standin

@@ -22,7 +22,7 @@ constexpr UINT answerEveryMs = 10;
 
 std::atomic<bool> isAnswering{false};
 
-// The caption of the innermost box that is open on this thread.
+// The caption of the innermost open box of this thread.
 thread_local std::wstring openCaption;
 
 BOOL CALLBACK answerBox(HWND window, LPARAM)
@@ -39,7 +39,7 @@ BOOL CALLBACK answerBox(HWND window, LPARAM)
     return FALSE; // the topmost one is the innermost
 }
 
-// Runs inside the box's own message loop: the box is there and takes the answer.
+// Runs in the box's own message loop, so the box exists and accepts the answer.
 void CALLBACK answerOpenBox(HWND, UINT, UINT_PTR, DWORD)
 {
     EnumThreadWindows(GetCurrentThreadId(), answerBox, 0);
@@ -110,7 +110,7 @@ std::wstring menuLine(const std::vector<MenuRow>& rows)
     return line + L")";
 }
 
-// The first enabled row of that text, or 0; an empty text is no row's, also where a row has none.
+// The id of the first enabled row with this text, or 0. An empty text matches no row.
 UINT idOf(const std::vector<MenuRow>& rows, const std::wstring& text)
 {
     for (const MenuRow& row : rows)

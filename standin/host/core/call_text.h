@@ -1,5 +1,5 @@
-// How the trace writes arguments and results: strings between double quotes with nothing escaped,
-// true, false and null so, a window as main, null or other, everything reached by its address as *.
+// How the trace writes arguments and results: strings in double quotes, not escaped; true, false
+// and null as these words; a window as main, null or other; anything passed by address as *.
 #pragma once
 
 #include "core/text.h"
@@ -18,7 +18,7 @@ MCCORE_API std::wstring callText(double number);
 MCCORE_API std::wstring callText(const void* address);
 MCCORE_API std::wstring callText(const CWnd* window);
 
-// A template, since a pointer would otherwise count as a bool.
+// A template, since a pointer would otherwise convert to bool.
 template <std::same_as<bool> Flag>
 std::wstring callText(Flag flag)
 {

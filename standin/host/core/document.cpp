@@ -25,7 +25,7 @@ Document& theDocument()
     return document;
 }
 
-// Under the document's lock.
+// Call with the document's lock held.
 void replacePart(Document& document, std::shared_ptr<Part> part)
 {
     constexpr size_t keptAlive = 4;

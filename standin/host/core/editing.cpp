@@ -8,8 +8,8 @@ namespace standin {
 
 namespace {
 
-constexpr double deeper = 0.5;   // millimetres
-constexpr double drawnIn = 0.85; // of the distance from the path's middle
+constexpr double deeper = 0.5;     // millimetres
+constexpr double passScale = 0.85; // scale of the path
 
 int nextId(const Part& part)
 {
@@ -28,12 +28,12 @@ ViewPoint middleOf(const std::vector<ViewPoint>& path)
     return {(left->x + right->x) / 2, (low->y + high->y) / 2};
 }
 
-void drawIn(std::vector<ViewPoint>& path)
+void scaleToMiddle(std::vector<ViewPoint>& path)
 {
     const ViewPoint middle = middleOf(path);
     for (ViewPoint& point : path) {
-        point.x = middle.x + (point.x - middle.x) * drawnIn;
-        point.y = middle.y + (point.y - middle.y) * drawnIn;
+        point.x = middle.x + (point.x - middle.x) * passScale;
+        point.y = middle.y + (point.y - middle.y) * passScale;
     }
 }
 
@@ -44,11 +44,11 @@ PartOperation finishingPass(const Part& part)
     pass.node.op.operationId = nextId(part);
     pass.node.op.depth -= deeper;
     for (std::vector<ViewPoint>& path : pass.paths)
-        drawIn(path);
+        scaleToMiddle(path);
     return pass;
 }
 
-// The records that are there keep their addresses.
+// Existing records keep their addresses.
 void append(Part& part, PartOperation pass)
 {
     PartOperation& previous = part.operations.back();

@@ -10,8 +10,8 @@
 
 namespace standin {
 
-// Not in an anonymous namespace: the add-in catches it by its base in another module, where types
-// are told apart by their names.
+// Not in an anonymous namespace: the add-in, another module, catches its base class, and types are
+// compared by name across modules.
 class HostException : public CException {
 public:
     HostException() { ++alive; }
@@ -73,11 +73,11 @@ constexpr std::string_view operationNames[] = {
     "tool_manager",
 };
 
-// Which calls from now on end so, and how many there were.
+// The next calls that fail or raise, and the number of calls so far.
 struct Faults {
     int failures = 0;
     int exceptions = 0;
-    int raisingCall = 0; // the one of them that raises; 0 for none
+    int raisingCall = 0; // the call that raises, from 1; 0 for none
     int calls = 0;
 };
 
@@ -102,7 +102,7 @@ bool setCount(const std::string& operationName, int Faults::*count, int value)
     return true;
 }
 
-// Counts a call down; true when it is one of those.
+// Counts down; true if the count was positive.
 bool countDown(int& calls)
 {
     return calls > 0 && calls-- > 0;

@@ -1,5 +1,4 @@
-// Host operations that are told to fail or to raise, and the exception they raise. Which calls are
-// told so is set through control.h.
+// Failures and exceptions of host operations. control.h selects the calls.
 #pragma once
 
 #include "framework/framework.h"
@@ -11,10 +10,10 @@ namespace standin {
 
 enum class Outcome { works, fails, raises };
 
-// What the call of this operation does that starts now; counts the call. Any thread.
+// Counts a call of this operation and returns its outcome. Any thread.
 MCCORE_API Outcome takeOutcome(std::string_view operationName);
 
-// Throws a `CException*`. It belongs to whoever catches it.
+// Throws a `CException*`, which the catcher owns.
 [[noreturn]] MCCORE_API void raiseHostException();
 
 } // namespace standin

@@ -35,7 +35,7 @@ bool writeNewFile(const std::wstring& path, std::string_view bytes)
     return CloseHandle(file) && isWritten;
 }
 
-// Moves the file over the other one, and waits a moment for whoever is just reading that.
+// Replaces the other file, and retries while another program reads it.
 bool moveOver(const std::wstring& file, const std::wstring& other)
 {
     constexpr int attempts = 50;
@@ -63,10 +63,10 @@ std::optional<std::string> readFileBytes(const std::wstring& path)
 
 bool writeFileBytes(const std::wstring& path, std::string_view bytes)
 {
-    const std::wstring beside = path + L"." + std::to_wstring(GetCurrentProcessId()) + L".new";
-    if (writeNewFile(beside, bytes) && moveOver(beside, path))
+    const std::wstring temporary = path + L"." + std::to_wstring(GetCurrentProcessId()) + L".new";
+    if (writeNewFile(temporary, bytes) && moveOver(temporary, path))
         return true;
-    DeleteFileW(beside.c_str());
+    DeleteFileW(temporary.c_str());
     return false;
 }
 

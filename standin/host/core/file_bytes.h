@@ -9,11 +9,11 @@
 
 namespace standin {
 
-// Nothing when the file cannot be read whole.
+// Nothing if the file cannot be read completely.
 MCCORE_API std::optional<std::string> readFileBytes(const std::wstring& path);
 
-// Writes the file beside its place and then moves it there, so that whoever reads it gets the old
-// one or the new one whole. False, with the old one as it was, when that failed.
+// Writes a temporary file and renames it, so readers see the complete old or new file. False, with
+// the old file unchanged, on failure.
 MCCORE_API bool writeFileBytes(const std::wstring& path, std::string_view bytes);
 
 } // namespace standin

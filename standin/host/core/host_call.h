@@ -1,5 +1,5 @@
-// The frame around each host operation: null and false while no host program runs, told failures
-// and exceptions, the trace.
+// The common part of all host operations: results without a running host program, failures and
+// exceptions set by scripts, the trace.
 #pragma once
 
 #include "control.h"
@@ -9,31 +9,32 @@
 
 namespace standin {
 
-// A pure question: not traced. `neutral` is the answer where no host runs and when told to fail.
+// A query, which is not traced. Returns `fallback` if no host is running or the call is set to
+// fail.
 template <class Answer, class Action>
-Answer question(std::string_view name, Answer neutral, Action answer)
+Answer question(std::string_view name, Answer fallback, Action answer)
 {
     if (!isRunning())
-        return neutral;
+        return fallback;
     switch (takeOutcome(name)) {
     case Outcome::raises:
         raiseHostException();
     case Outcome::fails:
-        return neutral;
+        return fallback;
     case Outcome::works:
         break;
     }
     return answer();
 }
 
-// An operation that acts and gives something: traced as `text` with its result once it ended.
-// `neutral` is the result where no host runs; told to fail, it does and gives what `failure` does.
+// An operation with an effect and a result: traced as `text` with its result after it has ended.
+// Returns `fallback` if no host is running; if the call is set to fail, runs `failure` instead.
 template <class Result, class Action, class Failure>
-Result act(std::string_view name, const std::wstring& text, Result neutral, Action action,
+Result act(std::string_view name, const std::wstring& text, Result fallback, Action action,
            Failure failure)
 {
     if (!isRunning())
-        return neutral;
+        return fallback;
     const Outcome outcome = takeOutcome(name);
     if (outcome == Outcome::raises) {
         trace(text + L" raised");
@@ -44,15 +45,15 @@ Result act(std::string_view name, const std::wstring& text, Result neutral, Acti
     return result;
 }
 
-// The same for one that does nothing when told to fail, and gives `neutral`.
+// The same for an operation that does nothing and returns `fallback` if it is set to fail.
 template <class Result, class Action>
-Result act(std::string_view name, const std::wstring& text, Result neutral, Action action)
+Result act(std::string_view name, const std::wstring& text, Result fallback, Action action)
 {
     return act(
-        name, text, neutral, action, [&] { return neutral; });
+        name, text, fallback, action, [&] { return fallback; });
 }
 
-// The same for an operation that gives nothing.
+// The same for an operation without a result.
 template <class Action>
 void act(std::string_view name, const std::wstring& text, Action action)
 {

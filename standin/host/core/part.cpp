@@ -16,13 +16,13 @@ void linkChain(Part& part)
 
 } // namespace
 
-operation blankOperation()
+operation defaultOperation()
 {
-    operation blank{};
-    blank.toolPlaneId = -1;
-    blank.constructionPlaneId = -1;
-    blank.thirdPlaneId = -1;
-    return blank;
+    operation op{};
+    op.toolPlaneId = -1;
+    op.constructionPlaneId = -1;
+    op.thirdPlaneId = -1;
+    return op;
 }
 
 void linkPart(Part& part)

@@ -1,4 +1,4 @@
-// What the host holds while a part stands open.
+// The data of an open part.
 #pragma once
 
 #include "host/mccore.h"
@@ -34,15 +34,14 @@ struct Plane final : PlaneBase {
     CString GetName() const override; // a host operation, in mccore_operations.cpp
 };
 
-// An operation and what the host knows of it beside its record. The node is linked to the next
-// operation of the part.
+// An operation's record and its additional data. The node is linked to the part's next operation.
 struct PartOperation {
     operation_node node{};
     double cycleSeconds = 0;
     std::vector<std::vector<ViewPoint>> paths;
 };
 
-// The records stay at their addresses as long as the part lives: the add-in holds pointers to them.
+// Records never move while the part exists, because the add-in holds pointers to them.
 struct Part {
     std::wstring title;
     std::wstring material;
@@ -54,7 +53,7 @@ struct Part {
     std::deque<PartOperation> operations;
     std::vector<PartOperation*> operationList; // the host's list; null where it has no operation
 
-    // Filled by `linkPart`; the first record of an id counts.
+    // Filled by `linkPart`; the first record with an id wins.
     std::unordered_map<int, Plane*> planeById;
     std::unordered_map<int, TpGroup*> groupById;
     std::unordered_map<int, tp_tool*> toolByNumber;
@@ -62,13 +61,13 @@ struct Part {
     std::unordered_map<const operation*, PartOperation*> operationByRecord;
 };
 
-// An operation before any key of it is read: planes -1, everything else zero.
-operation blankOperation();
+// An operation with default values: planes -1, everything else zero.
+operation defaultOperation();
 
-// Links the operation chain and fills the look-ups once every record is there.
+// Links the operation chain and fills the look-up tables. Call it after all records are added.
 void linkPart(Part& part);
 
-// True when the part holds nothing at all.
+// True if the part has no data.
 MCCORE_API bool isEmpty(const Part& part);
 
 } // namespace standin

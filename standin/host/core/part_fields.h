@@ -1,5 +1,5 @@
-// The keys of part files that stand for one field of a record each: one table a record, used for
-// reading and for writing, so that neither can know a key that the other does not.
+// The keys of part files that map to one field of a record. Reading and writing use the same table
+// for each record, so they support the same keys.
 #pragma once
 
 #include "core/part.h"
@@ -33,13 +33,13 @@ Fields<tp_tool> toolRestFields();
 Fields<operation> operationFields();
 Fields<PartOperation> operationRestFields();
 
-// A mark for each key that a section has read already.
+// One bit for each key that was already read in a section.
 using SeenKeys = std::uint64_t;
 
 enum class FieldOutcome { read, unknownKey, refused };
 
-// Reads the value into the field of that key. Refuses a key that has been seen. `firstMark` keeps
-// apart the marks of several tables in one section.
+// Reads the value into the key's field. Refuses a repeated key. `firstMark` separates the bits of
+// several tables in one section.
 template <class Record>
 FieldOutcome readField(Fields<Record> fields, Record& record, std::string_view key,
                        std::string_view notation, SeenKeys& seen, unsigned firstMark = 0)
@@ -57,17 +57,17 @@ FieldOutcome readField(Fields<Record> fields, Record& record, std::string_view k
     return FieldOutcome::unknownKey;
 }
 
-// Writes a line for each field that differs from the blank record's; false when a value has no
+// Writes a line for each field that differs from the default record; false if a value has no
 // notation.
 template <class Record>
-bool writeFields(std::string& out, Fields<Record> fields, const Record& record, const Record& blank,
-                 std::string_view prefix = {})
+bool writeFields(std::string& out, Fields<Record> fields, const Record& record,
+                 const Record& defaults, std::string_view prefix = {})
 {
     bool allWritten = true;
     for (const Field<Record>& field : fields) {
         std::visit(
             [&](auto member) {
-                if (sameValue(record.*member, blank.*member))
+                if (sameValue(record.*member, defaults.*member))
                     return;
                 out.append(prefix).append(field.key).append(" = ");
                 allWritten = writeValue(out, record.*member) && allWritten;

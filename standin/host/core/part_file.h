@@ -8,11 +8,11 @@
 
 namespace standin {
 
-// Null when the file cannot be read or breaks a rule of the format.
+// Null if the file cannot be read or breaks a rule of the format (docs/part-file.md).
 std::shared_ptr<Part> readPartFile(const std::wstring& path);
 
-// True when the file stands there whole. It is written beside its place and then moved there: what
-// was there before stays when anything fails.
+// True on success. The file is written under a temporary name and then renamed, so after a failure
+// an earlier file is unchanged.
 bool writePartFile(const Part& part, const std::wstring& path);
 
 } // namespace standin

@@ -1,4 +1,4 @@
-// Part files, read: lines into sections into records.
+// Parses part files: lines, sections, records.
 #include "core/part_file.h"
 
 #include "core/file_bytes.h"
@@ -14,8 +14,8 @@ namespace {
 enum class Section { none, part, geometry, plane, group, tool, operation, noOperation };
 
 constexpr std::string_view operationToolPrefix = "tool.";
-constexpr unsigned markOfToolKeys = 20; // the operation's own keys take fewer marks than that
-constexpr unsigned markOfRestKeys = 40; // as do the keys of its tool
+constexpr unsigned markOfToolKeys = 20; // after the bits of the operation's own keys
+constexpr unsigned markOfRestKeys = 40; // after those of its tool
 
 struct Reading {
     std::shared_ptr<Part> part = std::make_shared<Part>();
@@ -44,11 +44,11 @@ std::optional<Section> sectionOf(std::string_view line)
 
 void addOperation(Part& part)
 {
-    part.operations.emplace_back().node.op = blankOperation();
+    part.operations.emplace_back().node.op = defaultOperation();
     part.operationList.push_back(&part.operations.back());
 }
 
-// Takes note of a section that may stand only once; false when it stood before.
+// Marks a section that may occur only once; false if it has occurred before.
 bool isFirst(bool& had)
 {
     const bool first = !had;
@@ -167,7 +167,7 @@ bool readLine(Reading& reading, std::string_view line)
     return readKey(reading, line.substr(0, place), notation);
 }
 
-// Takes the next line off the text, without its line end.
+// Removes the next line from the text and returns it without its line end.
 std::string_view takeLine(std::string_view& text)
 {
     const size_t end = text.find('\n');

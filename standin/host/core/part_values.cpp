@@ -40,7 +40,7 @@ std::wstring hexadecimalNotation(wchar_t unit)
     return notation;
 }
 
-// The unit of four hexadecimal digits at the start of the text.
+// Parses four hexadecimal digits at the start of the text.
 bool readUnit(std::wstring_view text, wchar_t& unit)
 {
     if (text.size() < 4)
@@ -89,14 +89,14 @@ bool readDecimals(std::string_view notation, std::vector<double>& values)
 {
     values.clear();
     while (true) {
-        const size_t blank = notation.find(' ');
+        const size_t space = notation.find(' ');
         double value = 0;
-        if (!readDecimal(notation.substr(0, blank), value))
+        if (!readDecimal(notation.substr(0, space), value))
             return false;
         values.push_back(value);
-        if (blank == std::string_view::npos)
+        if (space == std::string_view::npos)
             return true;
-        notation.remove_prefix(blank + 1);
+        notation.remove_prefix(space + 1);
     }
 }
 

@@ -1,8 +1,8 @@
-// The values of part files, each kind with its reader and its writer. docs/part-file.md tells the
+// The values of part files: a parser and a formatter for each kind. docs/part-file.md describes the
 // notation.
 //
-// A reader returns false, and may leave the value half changed, when the text is no such value. A
-// writer returns false when the value has no notation (a number that is not finite).
+// A read function returns false for invalid text and may leave the value partly changed. A write
+// function returns false for a value without a notation (a number that is not finite).
 #pragma once
 
 #include "core/text.h"
@@ -18,7 +18,7 @@ namespace standin {
 bool readText(std::string_view notation, std::wstring& text);
 std::string textNotation(std::wstring_view text);
 
-// Numbers with one blank between.
+// Numbers separated by one space.
 bool readDecimals(std::string_view notation, std::vector<double>& values);
 bool writeDecimals(std::string& out, const std::vector<double>& values);
 
@@ -77,7 +77,7 @@ bool sameValue(const Value& left, const Value& right)
     return left == right;
 }
 
-// By their bits: -0 is not the default 0 and has to be written.
+// Compares the bits: -0 differs from the default 0 and must be written.
 inline bool sameValue(double left, double right)
 {
     return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right);

@@ -1,4 +1,4 @@
-// Part files, written: records into sections, each value that differs from the default.
+// Writes part files: records become sections with the values that differ from the default.
 #include "core/part_file.h"
 
 #include "core/file_bytes.h"
@@ -41,10 +41,10 @@ bool writeGeometry(std::string& out, const Part& part)
 
 bool writeTool(std::string& out, const tp_tool& tool)
 {
-    static const tp_tool blank{};
+    static const tp_tool defaults{};
     openSection(out, "tool");
-    const bool leadWritten = writeFields(out, toolLeadFields(), tool.lead, blank.lead);
-    return writeFields(out, toolRestFields(), tool, blank) && leadWritten;
+    const bool leadWritten = writeFields(out, toolLeadFields(), tool.lead, defaults.lead);
+    return writeFields(out, toolRestFields(), tool, defaults) && leadWritten;
 }
 
 bool writePaths(std::string& out, const PartOperation& held)
@@ -60,13 +60,13 @@ bool writePaths(std::string& out, const PartOperation& held)
 
 bool writeOperation(std::string& out, const PartOperation& held)
 {
-    static const operation blank = blankOperation();
-    static const PartOperation blankRest;
+    static const operation defaults = defaultOperation();
+    static const PartOperation defaultRest;
     openSection(out, "operation");
     const operation& op = held.node.op;
-    bool allWritten = writeFields(out, operationFields(), op, blank);
-    allWritten = writeFields(out, toolLeadFields(), op.tool, blank.tool, "tool.") && allWritten;
-    allWritten = writeFields(out, operationRestFields(), held, blankRest) && allWritten;
+    bool allWritten = writeFields(out, operationFields(), op, defaults);
+    allWritten = writeFields(out, toolLeadFields(), op.tool, defaults.tool, "tool.") && allWritten;
+    allWritten = writeFields(out, operationRestFields(), held, defaultRest) && allWritten;
     return writePaths(out, held) && allWritten;
 }
 

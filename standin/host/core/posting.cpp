@@ -19,7 +19,7 @@ constexpr double clearance = 10;         // above the part, for rapid moves
 constexpr double approach = 2;           // above the part, where the feed begins
 constexpr int drilling = 4, tapping = 5; // operation types
 
-// To the micrometre, as machines read it.
+// Rounded to micrometres.
 std::string number(double value)
 {
     return decimalText(std::round(value * 1000) / 1000);
@@ -30,7 +30,7 @@ std::string word(char letter, double value)
     return letter + number(value);
 }
 
-// A comment, without what ends or breaks one, and without what controls do not know.
+// A comment. Parentheses and characters outside printable ASCII become spaces.
 std::string comment(std::wstring_view text)
 {
     std::string line = "(";

@@ -8,9 +8,9 @@
 
 namespace standin {
 
-// Writes one program for each NCI name of the part's operations, under the host's NC prefix and
-// suffix, and gives the paths written. Makes the prefix's folder when it is missing. Operations
-// without an NCI name have no program.
+// Writes one program for each NCI name of the part's operations, with the host's NC prefix and
+// suffix, and returns the paths written. Creates the prefix's folder if it does not exist.
+// Operations without an NCI name have no program.
 MCCORE_API std::vector<std::wstring> postNcPrograms();
 
 } // namespace standin

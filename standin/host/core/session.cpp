@@ -6,7 +6,7 @@ namespace standin {
 
 namespace {
 
-// Written by the user-interface thread, read by every thread that calls the host.
+// Written by the UI thread, read by every thread that calls the host.
 std::atomic<CFrameWnd*> runningFrame{nullptr};
 std::atomic<DWORD> userInterfaceThread{0};
 

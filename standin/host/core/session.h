@@ -6,11 +6,11 @@
 
 namespace standin {
 
-// From here on the host operations work. The calling thread is the user-interface thread; the
-// window stays its owner's and outlives the session.
+// Enables the host operations. The calling thread becomes the UI thread. The caller keeps the
+// window, which must outlive the session.
 MCCORE_API void beginSession(CFrameWnd* mainFrame);
 
-// From here on the host operations answer null and false.
+// Makes the host operations return null and false.
 MCCORE_API void endSession();
 
 MCCORE_API bool isRunning();
@@ -20,7 +20,7 @@ MCCORE_API bool isUserInterfaceThread();
 MCCORE_API CFrameWnd* mainFrame();
 MCCORE_API HWND mainWindow();
 
-// Has the view drawn anew. Any thread.
+// Redraws the view. Any thread.
 MCCORE_API void repaintView();
 
 } // namespace standin

@@ -26,7 +26,7 @@ std::string escaped(std::wstring_view text)
             escapedText += "&quot;";
             break;
         default:
-            // XML has no notation for the other control characters.
+            // XML cannot represent the other control characters.
             escapedText += static_cast<unsigned char>(byte) < 0x20 ? ' ' : byte;
         }
     }
@@ -47,7 +47,7 @@ std::string toolLine(const tp_tool_lead& tool)
            attribute("comment", escaped(fieldText(tool.comment))) + "/>\n";
 }
 
-// To the millisecond.
+// Rounded to milliseconds.
 std::string secondsText(double seconds)
 {
     return decimalText(std::round(seconds * 1000) / 1000);
@@ -87,7 +87,7 @@ std::string setupSheet(const Part& part)
            "  </operations>\n</setupSheet>\n";
 }
 
-// One document a process: a later run writes over it.
+// One file per process: a later run overwrites it.
 std::wstring setupSheetPath()
 {
     wchar_t folder[MAX_PATH + 1] = L"";
@@ -100,8 +100,8 @@ std::wstring setupSheetPath()
 
 std::vector<std::wstring> runSetupSheet()
 {
-    if (const auto told = hostSettings().setupSheetFiles)
-        return *told;
+    if (const auto files = hostSettings().setupSheetFiles)
+        return *files;
     const std::shared_ptr<Part> part = openPart();
     const std::wstring path = setupSheetPath();
     if (part->operations.empty() || !writeFileBytes(path, setupSheet(*part)))

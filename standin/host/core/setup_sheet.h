@@ -1,4 +1,4 @@
-// The host's setup sheet: what the workshop needs to know of the operations of the open part.
+// The host's setup sheet: a report on the operations of the open part.
 #pragma once
 
 #include <string>
@@ -6,12 +6,11 @@
 
 namespace standin {
 
-// The files of a setup sheet run: those the host was told to report or, when it was told none, one
-// document in the temporary folder; none for a part without operations or when it cannot be
-// written.
+// The files of a setup-sheet run: those set by a script or, if none are set, one file in the
+// temporary folder. Empty for a part without operations, or if the file cannot be written.
 std::vector<std::wstring> runSetupSheet();
 
-// The files of a run that fails: those the host was told to report, none of its own.
+// The files of a failing run: only those set by a script.
 std::vector<std::wstring> failSetupSheet();
 
 } // namespace standin

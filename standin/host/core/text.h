@@ -1,4 +1,4 @@
-// Strings: UTF-8 and UTF-16, the fields of records, and numbers, which do not depend on the locale.
+// Strings: UTF-8 and UTF-16, fields of records, and locale-independent numbers.
 #pragma once
 
 #include "host/import.h"
@@ -10,13 +10,13 @@
 
 namespace standin {
 
-// Nothing when the bytes are not UTF-8.
+// Nothing if the bytes are not UTF-8.
 MCCORE_API std::optional<std::wstring> fromUtf8(std::string_view bytes);
 
-// Half a surrogate pair becomes U+FFFD.
+// An unpaired surrogate becomes U+FFFD.
 MCCORE_API std::string toUtf8(std::wstring_view text);
 
-// The text of a record's field: up to its terminating zero, or all of it when there is none.
+// The text of a record's field, up to its null terminator if there is one.
 template <size_t capacity>
 std::wstring_view fieldText(const wchar_t (&field)[capacity])
 {
@@ -24,7 +24,7 @@ std::wstring_view fieldText(const wchar_t (&field)[capacity])
     return whole.substr(0, whole.find(L'\0'));
 }
 
-// Fills a record's field with the text, cut to its capacity, and zeroes what is left of it.
+// Fills a record's field with the text, truncated to its capacity, and zeroes the rest.
 template <size_t capacity>
 void setFieldText(wchar_t (&field)[capacity], std::wstring_view text)
 {
@@ -33,15 +33,15 @@ void setFieldText(wchar_t (&field)[capacity], std::wstring_view text)
         field[place] = L'\0';
 }
 
-// The general notation with as few digits, six or more, as read back to the same value: 62.5,
+// General notation with the fewest digits, at least six, that read back to the same value: 62.5,
 // 100000, 1e+06, 0.1.
 MCCORE_API std::string decimalText(double value);
 
-// Reads the whole text as a finite number; false, with `value` as it was, when it is none.
+// Parses the whole text as a finite number. False, with `value` unchanged, if it is not one.
 MCCORE_API bool readDecimal(std::string_view text, double& value);
 
-// Reads the whole text as an integer of this width; false, with `value` as it was, when it is none
-// or does not fit.
+// Parses the whole text as an integer of this width. False, with `value` unchanged, if it is not
+// one or out of range.
 template <class Integer>
 bool readInteger(std::string_view text, Integer& value)
 {

@@ -30,7 +30,7 @@ void writeToFile(HANDLE file, const std::wstring& line)
     WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
-// Under the trace's lock.
+// Call with the trace's lock held.
 void closeFile(Trace& held)
 {
     if (held.file != INVALID_HANDLE_VALUE)
@@ -49,7 +49,7 @@ bool openTrace(const std::wstring& path)
     held.searchStart = 0;
     if (path.empty())
         return true;
-    // Shared for everything: whoever drives the host reads the file while it is written.
+    // All sharing modes: the tests read the file while it is written.
     constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     held.file = CreateFileW(path.c_str(), GENERIC_WRITE, shareAll, nullptr, CREATE_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -1,5 +1,4 @@
-// The trace: where it goes and how waiting for a line works. Its lines themselves are written and
-// read through control.h.
+// The trace's file and waiting for lines. control.h declares how lines are written and read.
 #pragma once
 
 #include "host/import.h"
@@ -9,18 +8,18 @@
 
 namespace standin {
 
-// Forgets earlier lines and writes new ones to this file too; an empty path keeps them in memory
-// only. False when the file cannot be created.
+// Drops earlier lines and also writes new ones to this file; with an empty path lines are kept in
+// memory only. False if the file cannot be created.
 MCCORE_API bool openTrace(const std::wstring& path);
 
-// Closes the file; the lines stay readable in memory.
+// Closes the file; the lines stay in memory.
 MCCORE_API void closeTrace();
 
-// Signalled by each new line of another thread, reset by the wait that it ends: the
-// user-interface thread, which waits, sees its own lines between its messages. Owned by the trace.
+// An auto-reset event, set by each new line of a thread other than the UI thread, which is the one
+// that waits. The trace owns it.
 MCCORE_API HANDLE traceSignal();
 
-// Looks for a line with this text behind the last line found and takes it as the last one found.
+// Finds the next line with this text after the last line found.
 MCCORE_API bool findInTrace(const std::wstring& text);
 
 } // namespace standin

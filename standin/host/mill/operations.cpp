@@ -27,7 +27,7 @@ bool fillTool(tp_tool* tool)
     return true;
 }
 
-// The host's own record tells itself from another of its id; a copy is known by its id alone.
+// The host's own record is identified by its address, a copy only by its id.
 double cycleSeconds(const operation& op)
 {
     const std::shared_ptr<Part> part = openPart();
@@ -44,8 +44,8 @@ CString ncName(std::string_view name, TpGroup* group, std::wstring HostSettings:
         [&] { return CString((hostSettings().*setting).c_str()); });
 }
 
-// The lists are handed out by reference and hold nothing themselves: which part they are asked
-// about shows only when they are. The empty ones answer for a list that was told to fail.
+// The lists are returned by reference and hold no data; their members query the open part. The
+// empty ones are the results of a list operation that was set to fail.
 TpMemLookupList operationList;
 TpMemLookupList emptyOperationList;
 TpGrpList groupList;
@@ -64,7 +64,7 @@ void list_manager(long code, const wchar_t* name, short mode, operation_node** l
     constexpr long operationChain = 1;
     constexpr short take = 0;
     if (list && mode == take)
-        *list = nullptr; // also where no host runs and when told to fail
+        *list = nullptr; // also without a host and when set to fail
     act("list_manager", callLine("list_manager", code, name, mode, list), [&] {
         if (list && code == operationChain && mode == take && (!name || !*name))
             *list = firstNode();

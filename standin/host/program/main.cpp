@@ -1,5 +1,5 @@
-// The stand-in host's program: opens the window, loads the add-in, runs the script or lets the user
-// click, and closes the add-in again.
+// The stand-in host's program: opens the window, loads the add-in, runs the script or waits for the
+// user, and closes the add-in again.
 #include "control.h"
 #include "program/script.h"
 
@@ -19,7 +19,7 @@ constexpr int hostVersion = 2100;
 constexpr int exitDone = 0;
 constexpr int exitCannotStart = 2;
 
-// Each empty when it is not given.
+// An option that is not given is empty.
 struct Options {
     std::wstring addIn;
     std::wstring part;
@@ -62,8 +62,8 @@ std::optional<Options> readOptions(const wchar_t* commandLine)
     return options;
 }
 
-// What cannot be opened ends a run by script and is shown to a user.
-std::optional<int> reportTrouble(bool byScript, const std::wstring& text)
+// An error ends a scripted run; otherwise it is shown to the user.
+std::optional<int> reportError(bool byScript, const std::wstring& text)
 {
     showNote(text);
     if (byScript)
@@ -76,7 +76,7 @@ std::optional<int> openFirstPart(const Options& options)
 {
     if (options.part.empty() || putPart(options.part))
         return std::nullopt;
-    return reportTrouble(!options.script.empty(), L"no part file: \"" + options.part + L'"');
+    return reportError(!options.script.empty(), L"not a part file: \"" + options.part + L'"');
 }
 
 std::optional<int> openAddIn(const Options& options)
@@ -84,8 +84,8 @@ std::optional<int> openAddIn(const Options& options)
     if (options.addIn.empty())
         return std::nullopt;
     if (!loadAddIn(options.addIn))
-        return reportTrouble(!options.script.empty(),
-                             L"the add-in cannot be loaded: \"" + options.addIn + L'"');
+        return reportError(!options.script.empty(),
+                           L"the add-in cannot be loaded: \"" + options.addIn + L'"');
     callExport("m_version", hostVersion);
     callExport("m_open", 0);
     return std::nullopt;
@@ -99,13 +99,13 @@ std::optional<int> runGivenScript(const Options& options,
     if (!script)
         return reportScriptError(L"unreadable script: \"" + options.script + L'"');
     const std::optional<int> exitCode = runScript(*script);
-    // From here on somebody else works with the program, and closes the boxes.
+    // From here on the user closes the message boxes.
     if (!exitCode)
         answerMessageBoxes(false);
     return exitCode;
 }
 
-// The exit code of the whole run between start and stop.
+// Runs the program between start and stop; returns the exit code.
 int run(const Options& options)
 {
     const auto script = readScript(options.script);

@@ -15,7 +15,7 @@ constexpr int exitDone = 0;
 constexpr int exitWrongScript = 2;
 constexpr int exitTimedOut = 3;
 
-// Takes the next line off the text, without its line end.
+// Removes the next line from the text and returns it without its line end.
 std::wstring_view takeLine(std::wstring_view& text)
 {
     const size_t end = text.find(L'\n');
@@ -33,10 +33,10 @@ bool isCommand(std::wstring_view line)
 
 ScriptLine splitLine(int number, std::wstring_view line)
 {
-    const size_t blank = line.find(L' ');
-    ScriptLine split{number, std::wstring(line.substr(0, blank)), {}};
-    if (blank != std::wstring_view::npos)
-        split.value = line.substr(blank + 1);
+    const size_t space = line.find(L' ');
+    ScriptLine split{number, std::wstring(line.substr(0, space)), {}};
+    if (space != std::wstring_view::npos)
+        split.value = line.substr(space + 1);
     return split;
 }
 
@@ -79,7 +79,7 @@ std::optional<int> runScript(const std::vector<ScriptLine>& script)
         const Step step = runScriptCommand(line, error);
         if (step == Step::wrong)
             return reportScriptError(L"line " + std::to_wstring(line.number) + L": " + error);
-        // The messages that wait have their turn before the next command, and may end the program.
+        // Waiting messages are processed before the next command and may end the program.
         if (step == Step::quit || !pumpFor(0))
             return exitDone;
         if (step == Step::timedOut)

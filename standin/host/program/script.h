@@ -1,4 +1,4 @@
-// Scripts: one command a line, carried out one after the other on the user-interface thread.
+// Scripts: one command per line, executed in order on the UI thread.
 #pragma once
 
 #include <optional>
@@ -10,17 +10,17 @@ namespace standin {
 struct ScriptLine {
     int number = 0; // from 1
     std::wstring word;
-    std::wstring value; // the rest of the line behind one blank, as it stands
+    std::wstring value; // the rest of the line after one space, unchanged
 };
 
-// The commands of a script file; nothing when it cannot be read or is not UTF-8.
+// The commands of a script file; nothing if it cannot be read or is not UTF-8.
 std::optional<std::vector<ScriptLine>> readScript(const std::wstring& path);
 
-// Runs the script. Gives the program's exit code when it ends here; nothing when the script is over
-// and the program goes on.
+// Runs the script. Returns the exit code if the script ends the program, nothing if the program
+// continues.
 std::optional<int> runScript(const std::vector<ScriptLine>& script);
 
-// Says in the trace that a script is wrong, and gives the exit code for that.
+// Traces a script error and returns its exit code.
 int reportScriptError(const std::wstring& text);
 
 } // namespace standin

@@ -11,7 +11,7 @@ namespace {
 
 constexpr unsigned waitForTraceMs = 10000;
 
-// What a command works on and where it says what is wrong.
+// A command's argument and its error text.
 struct Call {
     const std::wstring& value;
     std::wstring& error;
@@ -37,7 +37,7 @@ std::optional<Integer> number(std::wstring_view text)
     return value;
 }
 
-// A name with an optional number behind it.
+// A name, optionally followed by a number.
 struct NameAndNumber {
     std::string name;
     std::optional<int> number;
@@ -45,11 +45,11 @@ struct NameAndNumber {
 
 std::optional<NameAndNumber> readNameAndNumber(std::wstring_view value)
 {
-    const size_t blank = value.find(L' ');
-    NameAndNumber read{toUtf8(value.substr(0, blank)), std::nullopt};
-    if (blank == std::wstring_view::npos || blank + 1 == value.size())
+    const size_t space = value.find(L' ');
+    NameAndNumber read{toUtf8(value.substr(0, space)), std::nullopt};
+    if (space == std::wstring_view::npos || space + 1 == value.size())
         return read;
-    read.number = number<int>(value.substr(blank + 1));
+    read.number = number<int>(value.substr(space + 1));
     if (!read.number)
         return std::nullopt;
     return read;
@@ -64,28 +64,28 @@ Step callCommand(const Call& call)
 Step notifyCommand(const Call& call)
 {
     const std::optional<int> code = number<int>(call.value);
-    return nextIf(code && callExport("m_notify", code), call, L"no event can be sent");
+    return nextIf(code && callExport("m_notify", code), call, L"the event cannot be sent");
 }
 
 Step setCommand(const Call& call)
 {
-    const size_t blank = call.value.find(L' ');
+    const size_t space = call.value.find(L' ');
     const std::wstring value =
-        blank == std::wstring::npos ? std::wstring() : call.value.substr(blank + 1);
-    return nextIf(setState(toUtf8(std::wstring_view(call.value).substr(0, blank)), value), call,
+        space == std::wstring::npos ? std::wstring() : call.value.substr(space + 1);
+    return nextIf(setState(toUtf8(std::wstring_view(call.value).substr(0, space)), value), call,
                   L"no such state or value");
 }
 
 Step partCommand(const Call& call)
 {
-    return nextIf(putPart(call.value), call, L"no part file");
+    return nextIf(putPart(call.value), call, L"not a part file");
 }
 
-template <bool (*tell)(const std::string&, int)>
+template <bool (*apply)(const std::string&, int)>
 Step faultCommand(const Call& call)
 {
     const std::optional<NameAndNumber> read = readNameAndNumber(call.value);
-    return nextIf(read && tell(read->name, read->number.value_or(1)), call, L"no such operation");
+    return nextIf(read && apply(read->name, read->number.value_or(1)), call, L"no such operation");
 }
 
 Step chooseCommand(const Call& call)
@@ -104,22 +104,22 @@ Step waitCommand(const Call& call)
 {
     const std::optional<unsigned> milliseconds = number<unsigned>(call.value);
     if (!milliseconds)
-        return wrong(call, L"no time");
+        return wrong(call, L"not a number of milliseconds");
     pumpFor(*milliseconds);
     return Step::next;
 }
 
-// A number behind the text is the time to wait, unless it is the result that a line ends in.
+// A number after the text is the timeout, unless it follows "->" and is the result in a line.
 Step waitForCommand(const Call& call)
 {
     std::wstring text = call.value;
     unsigned milliseconds = waitForTraceMs;
-    const size_t blank = text.rfind(L' ');
-    if (blank != std::wstring::npos && blank > 0) {
-        const auto time = number<unsigned>(std::wstring_view(text).substr(blank + 1));
-        if (time && !std::wstring_view(text).substr(0, blank).ends_with(L"->")) {
+    const size_t space = text.rfind(L' ');
+    if (space != std::wstring::npos && space > 0) {
+        const auto time = number<unsigned>(std::wstring_view(text).substr(space + 1));
+        if (time && !std::wstring_view(text).substr(0, space).ends_with(L"->")) {
             milliseconds = *time;
-            text.resize(blank);
+            text.resize(space);
         }
     }
     return waitForTrace(text, milliseconds) ? Step::next : Step::timedOut;

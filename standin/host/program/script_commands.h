@@ -1,4 +1,4 @@
-// What the commands of a script do.
+// The script commands.
 #pragma once
 
 #include "program/script.h"
@@ -9,7 +9,7 @@ namespace standin {
 
 enum class Step { next, quit, timedOut, wrong };
 
-// Carries the command out. When it is wrong, `error` says why.
+// Executes the command. Sets `error` if the command is invalid.
 Step runScriptCommand(const ScriptLine& line, std::wstring& error);
 
 } // namespace standin

@@ -1,5 +1,5 @@
-// The host's CATIA reader: an add-in of the host's own, loaded and told of events by whoever wants
-// its files readable.
+// The host's CATIA reader: another add-in of the host, loaded by the add-in, which sends it an
+// event.
 #include "control.h"
 
 extern "C" __declspec(dllexport) int m_notify(int code)

@@ -1,12 +1,12 @@
-// Pens, brushes and fonts for as long as they are used.
+// Owners of pens, brushes and fonts.
 #pragma once
 
 #include <windows.h>
 
 namespace standin {
 
-// Holds a new object selected in a device context; selects the former one again and deletes the new
-// one at its end.
+// Selects a new object into a device context; the destructor restores the previous one and deletes
+// the new one.
 class SelectedObject {
 public:
     SelectedObject(HDC context, HGDIOBJ object)

@@ -12,7 +12,7 @@ int rowBytes(int width)
     return (width * 3 + 3) / 4 * 4;
 }
 
-// Rows stand bottom-up, as bitmap files hold them, each filled up to four bytes.
+// Rows are stored bottom-up, as in bitmap files, each padded to four bytes.
 BITMAPINFOHEADER headerFor(int width, int height)
 {
     constexpr WORD bitsAPixel = 24;
@@ -27,7 +27,8 @@ BITMAPINFOHEADER headerFor(int width, int height)
     return header;
 }
 
-// Adds a row of the large picture to the sums of a row of the small one: `factor` pixels to each.
+// Adds a row of the large picture to the sums of a row of the small one, `factor` pixels to each
+// sum.
 void addRow(std::vector<int>& sums, const unsigned char* row, int factor)
 {
     for (size_t first = 0; first < sums.size(); first += 3)

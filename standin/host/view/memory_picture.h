@@ -1,5 +1,5 @@
-// A picture in memory to draw into, 24 bits a pixel. Its rows are numbered from the top; in memory
-// and in its file the bottom row stands first.
+// A picture in memory to draw into, 24 bits per pixel. Rows are numbered from the top; in memory
+// and in the file the bottom row comes first.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ public:
     MemoryPicture(const MemoryPicture&) = delete;
     MemoryPicture& operator=(const MemoryPicture&) = delete;
 
-    // Null when the system has no memory for the picture.
+    // Null if there is not enough memory.
     HDC context() const { return context_; }
     RECT area() const { return {0, 0, width_, height_}; }
 
@@ -34,8 +34,8 @@ private:
     void* pixels_ = nullptr;
 };
 
-// Fills the small picture with the large one, which is `factor` times as wide and as high: each
-// pixel becomes the mean of those it stands for.
+// Reduces the large picture, which is `factor` times as wide and as high, to the small one. Each
+// pixel is the mean of those it replaces.
 void reducePicture(const MemoryPicture& large, const MemoryPicture& small, int factor);
 
 } // namespace standin

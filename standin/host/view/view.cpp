@@ -20,10 +20,10 @@ constexpr long headHeight = 58;
 constexpr long statusHeight = 28;
 constexpr long widestList = 480;
 
-// Written and read on the user-interface thread.
+// UI thread only.
 int firstRow = 0;
 
-// Used on the UI thread only.
+// The text at the lower edge of the main window. UI thread only.
 std::wstring& shownNote()
 {
     static std::wstring note;

@@ -1,5 +1,5 @@
-// The view of the open part in the main window: its geometry and toolpaths from above, the list of
-// its operations, the active machine and the document's name.
+// The view of the open part in the main window: geometry and toolpaths from above, the list of
+// operations, the active machine and the document's name.
 #pragma once
 
 #include <string>
@@ -7,13 +7,13 @@
 
 namespace standin {
 
-// Draws the open part, as it is now, into the area. Any device context.
+// Draws the open part into the area, in any device context.
 void drawView(HDC context, const RECT& area);
 
-// Answers WM_PAINT of the main window.
+// Handles WM_PAINT of the main window.
 void paintView(HWND window);
 
-// Moves the list of operations by so many rows.
+// Scrolls the list of operations by this many rows.
 void scrollOperations(int rows);
 
 // Writes the view of this window, in its present size, as a bitmap file with 24 bits per pixel;

@@ -13,11 +13,12 @@ namespace standin {
 
 namespace {
 
-// The drawing is made so many times larger and reduced: the system's lines have hard edges.
+// The drawing is made larger by this factor and then reduced, because GDI lines are not
+// antialiased.
 constexpr int enlargement = 3;
 constexpr double marginPixels = 46;
 
-// A large picture to draw into, and how the part lies on it.
+// The enlarged picture and the scale of the part on it.
 struct Sheet {
     HDC context;
     RECT area;
@@ -38,7 +39,7 @@ void drawPolyline(const Sheet& sheet, const std::vector<ViewPoint>& points)
     Polyline(sheet.context, pixels.data(), static_cast<int>(pixels.size()));
 }
 
-// The grid line of each multiple of the distance that lies on the sheet, by its millimetres.
+// The positions of the grid lines on the sheet, in millimetres.
 std::vector<double> gridLines(double from, double to, double distance)
 {
     constexpr double mostLines = 400;
@@ -124,7 +125,7 @@ void drawShape(const Sheet& sheet, const Shape& shape)
     const std::vector<double>& values = shape.values;
     switch (shape.kind) {
     case Shape::Kind::stock:
-        break; // lies under everything else
+        break; // drawn first, below everything else
     case Shape::Kind::line:
         return drawPolyline(sheet, {{values[0], values[1]}, {values[2], values[3]}});
     case Shape::Kind::arc:
@@ -156,7 +157,7 @@ std::wstring millimetres(double value)
     return {text.begin(), text.end()};
 }
 
-// The numbers of every second grid line, along the lower and the left edge.
+// Labels every second grid line along the lower and the left edge.
 void drawGridNumbers(HDC context, const RECT& area, const ViewScale& scale, double distance)
 {
     const RECT inside = {0, 0, area.right - area.left, area.bottom - area.top};

@@ -1,4 +1,4 @@
-// The drawing part of the view: grid, stock, toolpaths, geometry, seen from above.
+// The drawing in the view: grid, stock, toolpaths and geometry from above.
 #pragma once
 
 #include "core/part.h"

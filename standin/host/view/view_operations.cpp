@@ -16,13 +16,13 @@ namespace {
 constexpr long rowHeight = 24;
 constexpr long headHeight = 30;
 
-// A row of the list: an operation or, with its first operation, a group's heading.
+// A row of the list: an operation, or a group's heading, with the group's first operation.
 struct ListRow {
     const PartOperation* held;
     bool isHeading;
 };
 
-// Where the columns stand, from the list's left edge; the last one ends at its right edge.
+// The columns, from the list's left edge; the last one ends at the right edge.
 constexpr long markColumn = 14;
 constexpr long numberColumn = 30;
 constexpr long typeColumn = 66;
@@ -68,7 +68,7 @@ std::wstring timeText(double seconds)
 std::wstring groupPath(const Part& part, int id)
 {
     std::wstring path;
-    std::set<int> shown; // a ring of parent groups ends where it would begin again
+    std::set<int> shown; // stops a cycle of parent groups
     for (auto group = part.groupById.find(id);
          group != part.groupById.end() && shown.insert(group->first).second;
          group = part.groupById.find(group->second->parentId)) {

@@ -1,5 +1,5 @@
-// The list part of the view: the operations in order, under the names of their groups, each with
-// its tool and its time.
+// The list in the view: the operations in order, under the names of their groups, each with its
+// tool and its time.
 #pragma once
 
 #include "core/part.h"
@@ -8,10 +8,10 @@
 
 namespace standin {
 
-// Draws the list from its row `firstRow` on; a row behind the last page counts as the last page's.
+// Draws the list from row `firstRow` on, or the last page if that is beyond it.
 void drawOperations(HDC context, const RECT& area, const Part& part, int firstRow);
 
-// So many rows the list has, headings included.
+// The number of rows, headings included.
 int operationRowCount(const Part& part);
 
 } // namespace standin

@@ -1,4 +1,4 @@
-// From the part's millimetres to the view's pixels. Plain arithmetic, whatever the part holds.
+// Conversion from the part's millimetres to the view's pixels. Pure functions, for any values.
 #pragma once
 
 #include "core/part.h"
@@ -19,7 +19,7 @@ struct ViewBounds {
     double height() const { return top - bottom; }
 };
 
-// Everything of the part that is drawn; a part that draws nothing has a square of 100 mm.
+// The bounds of everything that is drawn; a square of 100 mm if nothing is.
 ViewBounds boundsOf(const Part& part);
 
 // A scale that keeps the proportions: pixel = offset + millimetres * factor, y downwards.
@@ -28,20 +28,20 @@ struct ViewScale {
     double offsetX = 0;
     double offsetY = 0;
 
-    // Far outside values are cut to what the system's drawing takes.
+    // Values far outside are limited to the range of GDI.
     long pixelX(double x) const;
     long pixelY(double y) const;
     long pixels(double millimetres) const;
 };
 
-// The scale that shows the bounds centred in so many pixels, with a margin.
+// The scale that centres the bounds in this many pixels, with a margin.
 ViewScale scaleFor(const ViewBounds& bounds, double width, double height, double margin);
 
-// The distance of grid lines, in millimetres: 1, 2 or 5 times a power of ten, at least so many
-// pixels apart.
+// The distance of grid lines in millimetres: 1, 2 or 5 times a power of ten, at least `leastPixels`
+// on screen.
 double gridDistance(const ViewScale& scale, double leastPixels);
 
-// A curve as points: an arc from one angle to another, counter-clockwise, in degrees.
+// The points of an arc, counter-clockwise, angles in degrees.
 std::vector<ViewPoint> arcPoints(double x, double y, double radius, double from, double to);
 
 } // namespace standin

@@ -27,7 +27,7 @@ bool isInstalled(const wchar_t* face)
     return std::wstring(found) == face;
 }
 
-// The first one the system has: what it would choose itself can be hard to read.
+// The first installed one. Windows' own substitute can be hard to read.
 const wchar_t* readableFace()
 {
     for (const wchar_t* face : {L"Segoe UI", L"DejaVu Sans", L"Liberation Sans", L"Tahoma"})
@@ -36,7 +36,7 @@ const wchar_t* readableFace()
     return L"Arial";
 }
 
-// One of each font, kept for the life of the process.
+// Created once per process.
 HFONT fontOf(TextFont font)
 {
     static const wchar_t* const face = readableFace();

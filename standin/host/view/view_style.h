@@ -1,4 +1,4 @@
-// How the view looks: colours, fonts, text.
+// The view's colours, fonts and text output.
 #pragma once
 
 #include <string>
@@ -27,8 +27,8 @@ COLORREF toolColour(int toolNumber);
 
 enum class TextFont { plain, bold, title, small };
 
-// Draws one line of text into the area, vertically centred, cut with an ellipsis where it is too
-// long. `alignment` is DT_LEFT, DT_RIGHT or DT_CENTER.
+// Draws one line of text, vertically centred, with an ellipsis if it is too long. `alignment` is
+// DT_LEFT, DT_RIGHT or DT_CENTER.
 void drawLine(HDC context, const std::wstring& text, RECT area, TextFont font, COLORREF colour,
               UINT alignment = DT_LEFT);
 
