@@ -1,50 +1,68 @@
-#include "command_file.h"
+#include "peer/command_file.h"
 
-#include "handle.h"
+#include <algorithm>
 
 namespace companion {
 namespace {
 
-// The host deletes the file only after it found something in it. A file that is empty and not
-// deleted right before the write is therefore read before it goes away, unless the host ends.
-bool isEmptyAndKept(HANDLE file)
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+bool isPlainCharacter(wchar_t c)
 {
-    FILE_STANDARD_INFO information{};
-    return GetFileInformationByHandleEx(file, FileStandardInfo, &information, sizeof information) &&
-           information.EndOfFile.QuadPart == 0 && !information.DeletePending;
+    return c >= L' ' && c <= L'~';
 }
 
-// Two writers that both found the file empty would write over each other. The place that is locked
-// lies far behind all that a host reads, and the lock goes with the handle.
-bool lockOutOtherWriters(HANDLE file)
+std::string narrow(std::wstring_view text)
 {
-    OVERLAPPED place{};
-    place.OffsetHigh = 1;
-    return LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place);
+    std::string bytes;
+    for (const wchar_t c : text)
+        bytes += isPlainCharacter(c) ? static_cast<char>(c) : '?';
+    return bytes;
+}
+
+std::string requestLine(std::int32_t id, std::string_view path)
+{
+    std::string request(byteOrderMark);
+    request += std::to_string(id);
+    request += ' ';
+    request += path;
+    request += '\n';
+    return request;
 }
 
 } // namespace
 
-Sight lookAtCommandFile(const std::wstring& path)
+bool isPlainAscii(std::wstring_view text)
 {
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
-        return {};
-    const std::uint64_t high = data.nFileSizeHigh;
-    return {true, high << 32 | data.nFileSizeLow};
+    return std::all_of(text.begin(), text.end(), isPlainCharacter);
 }
 
-bool writeRequest(const std::wstring& path, const std::string& request)
+std::optional<std::string> openRequest(std::int32_t id, std::wstring_view path)
 {
-    const OwnHandle file =
-        ownFile(CreateFileW(path.c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD written = 0;
-    return file && lockOutOtherWriters(file.get()) && isEmptyAndKept(file.get()) &&
-           WriteFile(file.get(), request.data(), static_cast<DWORD>(request.size()), &written,
-                     nullptr) &&
-           written == request.size();
+    if (path.empty() || !isPlainAscii(path))
+        return std::nullopt;
+    const std::string request = requestLine(id, narrow(path));
+    return request.size() <= longestRequestBytes ? std::optional(request) : std::nullopt;
+}
+
+std::string newFileRequest(std::int32_t id)
+{
+    return requestLine(id, {});
+}
+
+std::string checkInRequest(std::wstring_view name)
+{
+    return "CHECKIN " + narrow(name);
+}
+
+std::optional<std::wstring> machineSettingsLine(std::int32_t id, std::int32_t ncPath,
+                                                std::int32_t secondNumber,
+                                                std::wstring_view machine)
+{
+    if (machine.empty() || machine.find_first_of(L"|\r\n") != std::wstring_view::npos)
+        return std::nullopt;
+    return std::to_wstring(id) + L'|' + std::to_wstring(ncPath) + L'|' +
+           std::to_wstring(secondNumber) + L'|' + std::wstring(machine) + L"\r\n";
 }
 
 } // namespace companion

@@ -1,6 +1,6 @@
 #include "peer/command_text.h"
 
-#include "peer/requests.h"
+#include "peer/command_file.h"
 #include "peer/leading_number.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "hosts.h"
 
-#include "identifiers.h"
+#include "wire_constants.h"
 
 #include <algorithm>
 #include <windows.h>

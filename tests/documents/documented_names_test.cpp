@@ -7,7 +7,7 @@
 #include "support/command_file_writer.h"
 #include "support/companion_double.h"
 #include "support/windows.h"
-#include "tools/zemlink/decisions/settings_text.h"
+#include "peer/settings_file.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

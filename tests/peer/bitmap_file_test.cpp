@@ -1,5 +1,5 @@
 // Bitmap files, as the Companion takes them apart.
-#include "standin/companion/ui/bitmap_file.h"
+#include "peer/bitmap_file.h"
 
 #include <gtest/gtest.h>
 

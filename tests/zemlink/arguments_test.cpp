@@ -1,7 +1,7 @@
 // The words of a start of zemlink, and its answers about requests and the port.
-#include "tools/zemlink/decisions/answer.h"
-#include "tools/zemlink/decisions/arguments.h"
-#include "tools/zemlink/decisions/host_choice.h"
+#include "tools/zemlink/answers.h"
+#include "tools/zemlink/arguments.h"
+#include "tools/zemlink/host_choice.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // How zemlink recognises exchange files, and what it makes of each kind.
-#include "tools/zemlink/decisions/decoding.h"
-#include "tools/zemlink/decisions/notice_report.h"
-#include "tools/zemlink/decisions/report_text.h"
+#include "tools/zemlink/decode.h"
+#include "tools/zemlink/notice_report.h"
+#include "tools/zemlink/report_text.h"
 
 #include <gtest/gtest.h>
 

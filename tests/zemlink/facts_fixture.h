@@ -1,7 +1,7 @@
 // Facts of a sound installation, for a test to break.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 namespace testing_support {
 

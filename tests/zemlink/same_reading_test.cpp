@@ -7,10 +7,10 @@
 #include "fuzz/random.h"
 #include "formats/command_file.h"
 #include "formats/settings_file.h"
-#include "peer/answer_text.h"
+#include "peer/checkout_answer.h"
 #include "peer/command_text.h"
-#include "peer/machine_text.h"
-#include "tools/zemlink/decisions/settings_text.h"
+#include "peer/machine_settings.h"
+#include "peer/settings_file.h"
 
 #include <gtest/gtest.h>
 

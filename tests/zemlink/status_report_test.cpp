@@ -1,6 +1,6 @@
 // The status of an installation, in words.
-#include "tools/zemlink/decisions/report_text.h"
-#include "tools/zemlink/decisions/status.h"
+#include "tools/zemlink/report_text.h"
+#include "tools/zemlink/status.h"
 #include "zemlink/facts_fixture.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // zemlink's own reading of the texts that are exchanged, on literal bytes.
 #include "peer/command_text.h"
-#include "peer/folder.h"
-#include "peer/machine_text.h"
-#include "tools/zemlink/decisions/settings_text.h"
+#include "peer/installation_folder.h"
+#include "peer/machine_settings.h"
+#include "peer/settings_file.h"
 
 #include <gtest/gtest.h>
 

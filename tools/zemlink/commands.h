@@ -1,7 +1,7 @@
 // Carries out a command.
 #pragma once
 
-#include "tools/zemlink/decisions/arguments.h"
+#include "tools/zemlink/arguments.h"
 
 namespace zemlink {
 

@@ -1,6 +1,6 @@
 #include "tools/zemlink/commit_facts.h"
 
-#include "standin/companion/app/bookmark.h"
+#include "peer/bookmark.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
 #include "peer/text.h"

@@ -1,7 +1,7 @@
 // The commit requests that lie in an installation.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 #include <string>
 #include <vector>

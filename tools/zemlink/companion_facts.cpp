@@ -1,8 +1,8 @@
 #include "tools/zemlink/companion_facts.h"
 
 #include "peer/handle.h"
-#include "peer/identifiers.h"
-#include "peer/instance.h"
+#include "peer/wire_constants.h"
+#include "peer/running_programs.h"
 
 #include <algorithm>
 

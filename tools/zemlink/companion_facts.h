@@ -1,7 +1,7 @@
 // Whether the Companion runs.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 namespace zemlink {
 

@@ -1,6 +1,6 @@
 #include "tools/zemlink/deliver.h"
 
-#include "peer/command_file.h"
+#include "peer/command_file_io.h"
 #include "tools/zemlink/system_error.h"
 
 #include <algorithm>

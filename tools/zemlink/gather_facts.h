@@ -1,7 +1,7 @@
 // Gathers what there is to see of the installation.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 namespace zemlink {
 

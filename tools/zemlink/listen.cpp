@@ -1,9 +1,9 @@
 #include "tools/zemlink/listen.h"
 
-#include "peer/line_port.h"
+#include "peer/notice_port.h"
 #include "tools/zemlink/companion_facts.h"
-#include "tools/zemlink/decisions/answer.h"
-#include "tools/zemlink/decisions/notice_report.h"
+#include "tools/zemlink/answers.h"
+#include "tools/zemlink/notice_report.h"
 #include "tools/zemlink/port_facts.h"
 #include "tools/zemlink/system_error.h"
 

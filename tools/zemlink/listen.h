@@ -1,7 +1,7 @@
 // Shows the notices of hosts as they come.
 #pragma once
 
-#include "tools/zemlink/decisions/report.h"
+#include "tools/zemlink/report.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,8 +1,8 @@
 // zemlink: speaks the exchanges between the Companion and the hosts' add-in from outside.
 #include "peer/text.h"
 #include "tools/zemlink/commands.h"
-#include "tools/zemlink/decisions/report.h"
-#include "tools/zemlink/decisions/report_text.h"
+#include "tools/zemlink/report.h"
+#include "tools/zemlink/report_text.h"
 #include "tools/zemlink/output.h"
 
 #include <exception>

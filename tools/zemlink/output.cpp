@@ -2,7 +2,7 @@
 
 #include "peer/file_lines.h"
 #include "peer/text.h"
-#include "tools/zemlink/decisions/report_text.h"
+#include "tools/zemlink/report_text.h"
 #include "tools/zemlink/system_error.h"
 
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // What the program prints.
 #pragma once
 
-#include "tools/zemlink/decisions/report.h"
+#include "tools/zemlink/report.h"
 
 #include <string_view>
 

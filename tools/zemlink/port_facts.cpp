@@ -1,6 +1,6 @@
 #include "tools/zemlink/port_facts.h"
 
-#include "peer/line_port.h"
+#include "peer/notice_port.h"
 #include "tools/zemlink/processes.h"
 #include "tools/zemlink/system_error.h"
 

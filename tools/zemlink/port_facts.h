@@ -1,7 +1,7 @@
 // Who is to be met on the port of the lines.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 namespace zemlink {
 

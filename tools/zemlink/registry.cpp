@@ -1,6 +1,6 @@
 #include "tools/zemlink/registry.h"
 
-#include "peer/identifiers.h"
+#include "peer/wire_constants.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 // What the registry says of the installation folder.
 #pragma once
 
-#include "peer/folder.h"
+#include "peer/installation_folder.h"
 
 namespace zemlink {
 

@@ -1,7 +1,7 @@
 // The system's own words for an error.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 #include <cstdint>
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "event_text.h"
 #include "peer/exchange_paths.h"
-#include "peer/requests.h"
+#include "peer/command_file.h"
 #include "peer/files.h"
 #include "installation.h"
 #include "peer/text.h"

@@ -1,6 +1,6 @@
 #include "deliveries.h"
 
-#include "peer/command_file.h"
+#include "peer/command_file_io.h"
 #include "event_text.h"
 #include "peer/files.h"
 

@@ -1,7 +1,7 @@
 #include "installation.h"
 
-#include "peer/requests.h"
-#include "peer/identifiers.h"
+#include "peer/command_file.h"
+#include "peer/wire_constants.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #include "line_listener.h"
 
 #include "event_text.h"
-#include "peer/line_port.h"
+#include "peer/notice_port.h"
 
 #include <memory>
 #include <utility>

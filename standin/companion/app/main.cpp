@@ -4,7 +4,7 @@
 #include "event_text.h"
 #include "peer/exchange_paths.h"
 #include "installation.h"
-#include "peer/instance.h"
+#include "peer/running_programs.h"
 #include "standin/companion/ui/window.h"
 
 #include <chrono>

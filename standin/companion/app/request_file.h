@@ -6,7 +6,7 @@
 // deleted while a host could have it open: what has been taken is told by a bookmark beside it.
 #pragma once
 
-#include "bookmark.h"
+#include "peer/bookmark.h"
 #include "peer/exchange_paths.h"
 
 #include <cstdint>

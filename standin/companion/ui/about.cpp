@@ -1,6 +1,6 @@
 #include "about.h"
 
-#include "peer/identifiers.h"
+#include "peer/wire_constants.h"
 #include "look.h"
 #include "standin/companion/app/version.h"
 

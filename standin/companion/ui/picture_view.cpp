@@ -1,6 +1,6 @@
 #include "picture_view.h"
 
-#include "standin/companion/ui/bitmap_file.h"
+#include "peer/bitmap_file.h"
 #include "peer/files.h"
 
 #include <memory>

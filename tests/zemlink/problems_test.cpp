@@ -1,0 +1,175 @@
+// Which facts are troubles, and what is said about them.
+#include "tools/zemlink/problems.h"
+#include "tests/zemlink/facts_fixture.h"
+
+#include <gtest/gtest.h>
+
+using namespace zemlink;
+using namespace testing_support;
+
+namespace {
+
+const Result denied = {5, "Access denied. (error 5)"};
+const Result refused = {10061, "Connection refused. (error 10061)"};
+
+void expectOnly(const Facts& facts, const std::string& name, const std::string& what)
+{
+    const std::vector<Trouble> troubles = findTroubles(facts);
+    ASSERT_EQ(troubles.size(), 1u) << name;
+    EXPECT_EQ(troubles[0].name, name);
+    EXPECT_EQ(troubles[0].what, what);
+    EXPECT_NE(troubles[0].advice, "");
+}
+
+} // namespace
+
+TEST(Troubles, areNoneInASoundInstallation)
+{
+    EXPECT_TRUE(findTroubles(soundFacts()).empty());
+}
+
+TEST(Troubles, areWhatIsMissingOrCannotBeWritten)
+{
+    Facts facts = soundFacts();
+    facts.tempWritable = denied;
+    expectOnly(facts, "temp-not-writable",
+               "No file can be made in C:\\TORVA\\ZEM\\temp: Access denied. (error 5)");
+    facts = soundFacts();
+    facts.commitThere = denied;
+    expectOnly(facts, "commit-folder-missing", "C:\\TORVA\\ZEM\\commit: Access denied. (error 5)");
+    facts = soundFacts();
+    facts.programThere = denied;
+    expectOnly(facts, "companion-missing",
+               "C:\\TORVA\\ZEM\\TORVA-ZEM.exe: Access denied. (error 5)");
+    facts = soundFacts();
+    facts.folderThere = denied;
+    expectOnly(facts, "folder-missing",
+               "The installation folder C:\\TORVA\\ZEM: Access denied. (error 5)");
+}
+
+TEST(Troubles, areAHostWithoutACommandFile)
+{
+    Facts facts = soundFacts();
+    facts.hosts.push_back({4713, L"plate.mcam"});
+    expectOnly(facts, "host-without-command-file",
+               "The host with process 4713 has no command file in C:\\TORVA\\ZEM\\temp.");
+}
+
+TEST(Troubles, areCommitsOfACommandLineWhenNobodyRunsToTakeThem)
+{
+    Facts facts = soundFacts();
+    facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat", 1, false, 0, "commit"}};
+    EXPECT_TRUE(findTroubles(facts).empty());
+    facts.companion = {};
+    facts.port = {refused};
+    expectOnly(facts, "commits-left",
+               "C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat: these commits came by a command line and "
+               "nobody took them.");
+}
+
+TEST(Troubles, areAFolderBeyondAsciiAndOneThatOnlyTheOtherViewNames)
+{
+    Facts facts = soundFacts();
+    facts.folder.path = L"C:\\W\u00E4rme";
+    expectOnly(facts, "folder-not-ascii",
+               "The installation folder C:\\W\xC3\xA4rme is not plain ASCII: requests to open a "
+               "file in it fail, and settings and log may not be found.");
+    facts = soundFacts();
+    facts.folder.elsewhere = L"D:\\ZEM";
+    expectOnly(facts, "registry-view",
+               "The 64-bit view of the registry names D:\\ZEM, but hosts work with "
+               "C:\\TORVA\\ZEM.");
+}
+
+TEST(Troubles, areCommandFilesThatNobodyReads)
+{
+    Facts facts = soundFacts();
+    facts.commandFiles[0].bytes = 65536;
+    EXPECT_TRUE(findTroubles(facts).empty());
+    facts.commandFiles[0].bytes = 65537;
+    expectOnly(facts, "command-file-too-long",
+               "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat holds 65537 bytes: the add-in has stopped "
+               "reading it.");
+    facts.commandFiles[0].isProcessThere = false;
+    expectOnly(facts, "stale-command-file",
+               "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat: its process 4711 is gone.");
+}
+
+TEST(Troubles, areCommitsThatAnEndedCompanionLeft)
+{
+    Facts facts = soundFacts();
+    const std::wstring path = L"C:\\TORVA\\ZEM\\temp\\torvapdm-9.dat";
+    for (const CommitFile& sound :
+         {CommitFile{path, 9, true, 0, "x"}, {path, 9, false, 10, ""}, {path, 9, false, 0, {}}}) {
+        facts.commitFiles = {sound};
+        EXPECT_TRUE(findTroubles(facts).empty());
+    }
+    facts.commitFiles = {{path, 9, false, 0, "x"}};
+    expectOnly(facts, "commits-left",
+               "C:\\TORVA\\ZEM\\temp\\torvapdm-9.dat: the Companion's process 9 ended before it "
+               "took these commits.");
+}
+
+TEST(Troubles, areAPortThatAnotherProgramHolds)
+{
+    Facts facts = soundFacts();
+    facts.port.holder = 99;
+    facts.port.program = L"C:\\Other\\server.exe";
+    expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) holds port 4559.");
+    facts.port.answer = refused; // it listens, but on another address
+    expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) holds port 4559.");
+    facts.port = Port();
+    facts.port.holder = 99;
+    expectOnly(facts, "port-held", "Process 99 holds port 4559.");
+    facts = soundFacts();
+    facts.companion = {};
+    facts.port = Port();
+    expectOnly(facts, "port-held", "Another program holds port 4559.");
+}
+
+TEST(Troubles, areNotACompanionsOwnPort)
+{
+    Facts facts = soundFacts();
+    facts.port.holder = 13;
+    facts.port.program = L"D:\\ZEM\\torva-zem.EXE";
+    EXPECT_TRUE(findTroubles(facts).empty());
+    facts.port = Port(); // the system does not tell who holds it
+    EXPECT_TRUE(findTroubles(facts).empty());
+    facts.companion = {};
+    facts.port.answer = refused; // nothing runs
+    EXPECT_TRUE(findTroubles(facts).empty());
+}
+
+TEST(Troubles, areACompanionThatCannotBeReached)
+{
+    Facts facts = soundFacts();
+    facts.port = Port();
+    facts.port.answer = refused;
+    expectOnly(facts, "port-silent",
+               "The Companion runs, but port 4559 does not answer: Connection refused. (error "
+               "10061)");
+    facts = soundFacts();
+    facts.companion.process.reset();
+    expectOnly(facts, "companion-without-window",
+               "The Companion runs, but has no window that hosts can find.");
+}
+
+TEST(Troubles, areASettingThatLosesItsLastCharacter)
+{
+    Facts facts = soundFacts();
+    facts.settings = "UseFtpServer=y";
+    expectOnly(facts, "setting-cut",
+               "The last line of C:\\TORVA\\ZEM\\cfg\\settings.ini has no line end: its value "
+               "loses its last character.");
+    facts.settings.reset();
+    EXPECT_TRUE(findTroubles(facts).empty());
+}
+
+TEST(Troubles, makeTheProgramEndWithOne)
+{
+    EXPECT_EQ(troublesOutcome({}).exitCode, 0);
+    EXPECT_EQ(troublesOutcome({}).report.dump(), R"({"troubles":[]})");
+    const Outcome outcome = troublesOutcome({{"a", "b", "c"}});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.report.dump(), R"({"troubles":[{"name":"a","what":"b","do":"c"}]})");
+}

@@ -1,0 +1,144 @@
+#include "tools/zemlink/decode.h"
+
+#include "peer/bitmap_file.h"
+#include "peer/nc_queue_file.h"
+#include "peer/tool_record.h"
+#include "peer/ansi_text.h"
+#include "peer/load_log.h"
+#include "tools/zemlink/notice_report.h"
+#include "tools/zemlink/request_reports.h"
+#include "peer/settings_file.h"
+#include "tools/zemlink/tool_report.h"
+#include "tools/zemlink/waiting_commits.h"
+
+namespace zemlink {
+namespace {
+
+Outcome decodeCommits(std::string_view bytes)
+{
+    const Report report = commitsReport(bytes);
+    const bool isSound = !report.contains("foreign") && !report.contains("incomplete");
+    return {report, isSound ? done : trouble};
+}
+
+// The entries of a file of lines, and the numbers of those lines that are none.
+template <class Entry, class Reporter>
+Outcome decodeLines(const char* name, const std::vector<std::optional<Entry>>& entries,
+                    const Reporter& reportOf)
+{
+    Report report{{name, Report::array()}};
+    for (size_t i = 0; i < entries.size(); ++i)
+        if (entries[i])
+            report[name].push_back(reportOf(*entries[i]));
+        else
+            report["badLines"].push_back(i + 1);
+    return {report, report.contains("badLines") ? trouble : done};
+}
+
+Report queueReport(const companion::QueueEntry& entry)
+{
+    return {{"ncPath", entry.pathNumber},
+            {"program", ansiToUtf8(entry.program)},
+            {"group", ansiToUtf8(entry.group)}};
+}
+
+Outcome decodeSettings(std::string_view bytes)
+{
+    Report report{{"lines", Report::array()}, {"inForce", settingsInForce(bytes)}};
+    for (const std::string& line : settingLines(bytes))
+        report["lines"].push_back(ansiToUtf8(line.substr(0, line.find('\n'))));
+    if (isLastSettingCut(bytes)) {
+        report["remarks"].push_back("The last line has no line end: its value loses its last "
+                                    "character.");
+    }
+    return {report, report.contains("remarks") ? trouble : done};
+}
+
+Report loadReport(const LoggedLoad& load)
+{
+    Report report{{"file", ansiToUtf8(load.file)}, {"finished", load.isFinished()}};
+    if (load.system.empty())
+        report["lastStep"] = load.lastStep;
+    else
+        report["cadSystem"] = ansiToUtf8(load.system);
+    return report;
+}
+
+Outcome decodeLoadLog(std::string_view bytes)
+{
+    const LoadLog log = readLoadLog(bytes);
+    Report report{{"loads", Report::array()}};
+    for (const LoggedLoad& load : log.loads)
+        report["loads"].push_back(loadReport(load));
+    if (!log.badLines.empty())
+        report["badLines"] = log.badLines;
+    return {report, log.badLines.empty() ? done : trouble};
+}
+
+// What came over the port, one notice behind the other.
+Outcome decodeNotices(std::string_view bytes)
+{
+    Outcome outcome{Report{{"notices", Report::array()}}};
+    while (!bytes.empty()) {
+        const size_t end = std::min(bytes.find('\n'), bytes.size() - 1) + 1;
+        const Report notice = noticeReport(bytes.substr(0, end));
+        outcome.exitCode = notice["notice"] == "unknown" ? trouble : outcome.exitCode;
+        outcome.report["notices"].push_back(notice);
+        bytes.remove_prefix(end);
+    }
+    return outcome;
+}
+
+Outcome decodePicture(std::string_view bytes)
+{
+    const auto form = companion::bitmapForm(bytes);
+    if (!form) {
+        return {
+            Report{{"remarks",
+                    {"It is no bitmap file that hosts and the add-in write, or is cut short."}}},
+            trouble};
+    }
+    return {Report{{"width", form->width},
+                   {"height", form->height},
+                   {"bitsAPixel", form->bits},
+                   {"firstRow", form->isTopDown ? "top" : "bottom"}}};
+}
+
+Outcome decodeContent(ExchangeKind kind, std::string_view bytes)
+{
+    switch (kind) {
+    case ExchangeKind::commandFile:
+        return decodeCommand(bytes);
+    case ExchangeKind::machineSettings:
+        return decodeMachine(bytes);
+    case ExchangeKind::checkoutAnswer:
+        return decodeAnswer(bytes);
+    case ExchangeKind::commitRecords:
+        return decodeCommits(bytes);
+    case ExchangeKind::toolData:
+        return decodeLines("tools", companion::readToolData(bytes), toolReport);
+    case ExchangeKind::ncQueue:
+        return decodeLines("programs", companion::readQueue(bytes), queueReport);
+    case ExchangeKind::notices:
+        return decodeNotices(bytes);
+    case ExchangeKind::picture:
+        return decodePicture(bytes);
+    case ExchangeKind::loadLog:
+        return decodeLoadLog(bytes);
+    case ExchangeKind::settings:
+        break;
+    }
+    return decodeSettings(bytes);
+}
+
+} // namespace
+
+Outcome decode(ExchangeKind kind, std::string_view bytes)
+{
+    Outcome content = decodeContent(kind, bytes);
+    Report report{{"kind", kindWord(kind)}, {"bytes", bytes.size()}};
+    report.update(content.report);
+    return {report, content.exitCode};
+}
+
+} // namespace zemlink

@@ -1,0 +1,14 @@
+// What the Companion's files for hosts say: requests, their machine settings, check-out answers.
+#pragma once
+
+#include "tools/zemlink/report.h"
+
+#include <string_view>
+
+namespace zemlink {
+
+Outcome decodeCommand(std::string_view bytes);
+Outcome decodeMachine(std::string_view bytes);
+Outcome decodeAnswer(std::string_view bytes);
+
+} // namespace zemlink
