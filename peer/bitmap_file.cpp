@@ -1,8 +1,10 @@
 #include "peer/bitmap_file.h"
 
+#include "peer/wire_constants.h"
+
 #include <cstdlib>
 
-namespace companion {
+namespace peer {
 namespace {
 
 constexpr size_t fileHeaderSize = 14;
@@ -11,7 +13,6 @@ constexpr size_t longestInformation = 124;
 constexpr std::uint32_t notCompressed = 0;
 constexpr size_t bytesAColour = 4;
 
-// What the headers say.
 struct Form {
     std::int64_t width = 0, height = 0;
     bool isTopDown = false;
@@ -21,7 +22,7 @@ struct Form {
     std::uint64_t offset = 0, rowSize = 0;
 };
 
-// The little-endian number of so many bytes; they are there.
+// The little-endian number of `size` bytes at `place`.
 std::uint32_t numberAt(std::string_view bytes, size_t place, size_t size)
 {
     std::uint32_t number = 0;
@@ -35,7 +36,7 @@ bool isIndexed(unsigned bits)
     return bits == 1 || bits == 4 || bits == 8;
 }
 
-Form readForm(std::string_view bytes)
+Form parseForm(std::string_view bytes)
 {
     const auto signedAt = [bytes](size_t place) {
         return std::int64_t{static_cast<std::int32_t>(numberAt(bytes, place, 4))};
@@ -47,8 +48,8 @@ Form readForm(std::string_view bytes)
     form.bits = numberAt(bytes, 28, 2);
     form.paletteStart = fileHeaderSize + numberAt(bytes, 14, 4);
     if (isIndexed(form.bits)) {
-        const std::uint32_t told = numberAt(bytes, 46, 4);
-        form.colours = told == 0 ? std::uint64_t{1} << form.bits : told;
+        const std::uint32_t stated = numberAt(bytes, 46, 4);
+        form.colours = stated == 0 ? std::uint64_t{1} << form.bits : stated;
     }
     form.offset = numberAt(bytes, 10, 4);
     form.rowSize = (static_cast<std::uint64_t>(form.width) * form.bits + 31) / 32 * 4;
@@ -57,7 +58,7 @@ Form readForm(std::string_view bytes)
 
 bool hasReadableHeaders(std::string_view bytes)
 {
-    if (bytes.size() < fileHeaderSize + shortestInformation || !bytes.starts_with("BM"))
+    if (bytes.size() < fileHeaderSize + shortestInformation || !bytes.starts_with(bitmapStart))
         return false;
     const std::uint32_t information = numberAt(bytes, 14, 4);
     const std::uint32_t bits = numberAt(bytes, 28, 2);
@@ -66,7 +67,7 @@ bool hasReadableHeaders(std::string_view bytes)
            (isIndexed(bits) || bits == 24 || bits == 32);
 }
 
-// Width and height are bounded first, so that no product outgrows its number.
+// Width and height are checked first, so that no product overflows.
 bool isWhole(const Form& form, std::uint64_t size)
 {
     if (form.width < 1 || form.height < 1 || form.width > mostPicturePixels ||
@@ -77,12 +78,12 @@ bool isWhole(const Form& form, std::uint64_t size)
            form.offset + form.rowSize * static_cast<std::uint64_t>(form.height) <= size;
 }
 
-// Empty when the file is no readable one, or holds less than its headers say.
+// Empty when the file is not supported or shorter than its headers claim.
 std::optional<Form> formOfWhole(std::string_view bytes)
 {
     if (!hasReadableHeaders(bytes))
         return std::nullopt;
-    const Form form = readForm(bytes);
+    const Form form = parseForm(bytes);
     return isWhole(form, bytes.size()) ? std::optional(form) : std::nullopt;
 }
 
@@ -91,7 +92,7 @@ std::uint32_t pixelAt(std::string_view bytes, const Form& form, size_t row, size
     const size_t place = row + column * form.bits / 8;
     if (!isIndexed(form.bits))
         return numberAt(bytes, place, 3);
-    // The leftmost pixel stands in the highest bits.
+    // The leftmost pixel is in the highest bits.
     const auto shift = static_cast<unsigned>(8 - form.bits - column * form.bits % 8);
     const std::uint32_t index = numberAt(bytes, place, 1) >> shift & ((1u << form.bits) - 1);
     return index < form.colours ? numberAt(bytes, form.paletteStart + index * bytesAColour, 3) : 0;
@@ -99,7 +100,7 @@ std::uint32_t pixelAt(std::string_view bytes, const Form& form, size_t row, size
 
 } // namespace
 
-std::optional<BitmapForm> bitmapForm(std::string_view bytes)
+std::optional<BitmapForm> findBitmapForm(std::string_view bytes)
 {
     const auto form = formOfWhole(bytes);
     if (!form)
@@ -108,7 +109,7 @@ std::optional<BitmapForm> bitmapForm(std::string_view bytes)
                       static_cast<int>(form->bits), form->isTopDown};
 }
 
-Pixels readBitmapFile(std::string_view bytes)
+Pixels parseBitmap(std::string_view bytes)
 {
     const auto form = formOfWhole(bytes);
     if (!form)
@@ -126,4 +127,4 @@ Pixels readBitmapFile(std::string_view bytes)
     return picture;
 }
 
-} // namespace companion
+} // namespace peer

@@ -4,13 +4,13 @@
 
 #include <limits>
 
-namespace companion {
+namespace peer {
 namespace {
 
 constexpr std::int64_t mostNumber = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t mostBytes = 999'999'999'999'999;
 
-// Takes what stands before the separator, and the separator, off the front; empty without one.
+// Removes the text before the separator, and the separator. Empty without a separator.
 std::optional<std::wstring_view> takeUntil(std::wstring_view& text, wchar_t separator)
 {
     const size_t end = text.find(separator);
@@ -23,19 +23,19 @@ std::optional<std::wstring_view> takeUntil(std::wstring_view& text, wchar_t sepa
 
 bool takeWord(std::wstring_view& text, std::wstring_view word)
 {
-    const bool isThere = text.starts_with(word);
-    text.remove_prefix(isThere ? word.size() : 0);
-    return isThere;
+    const bool isFound = text.starts_with(word);
+    text.remove_prefix(isFound ? word.size() : 0);
+    return isFound;
 }
 
 std::optional<std::int32_t> takeNumber(std::wstring_view& text)
 {
     const auto digits = takeUntil(text, L' ');
-    const auto number = digits ? readNumber(*digits, 1, mostNumber) : std::nullopt;
+    const auto number = digits ? parseNumber(*digits, 1, mostNumber) : std::nullopt;
     return number ? std::optional(static_cast<std::int32_t>(*number)) : std::nullopt;
 }
 
-std::optional<VersionPlan> readPlan(std::wstring_view text)
+std::optional<VersionPlan> parsePlan(std::wstring_view text)
 {
     const auto number = takeNumber(text);
     const auto version = number ? takeNumber(text) : std::nullopt;
@@ -47,7 +47,7 @@ std::optional<VersionPlan> readPlan(std::wstring_view text)
 
 } // namespace
 
-std::wstring bookmarkText(const Bookmark& bookmark)
+std::wstring formatBookmark(const Bookmark& bookmark)
 {
     if (bookmark.isFinished)
         return L"finished\n";
@@ -60,20 +60,20 @@ std::wstring bookmarkText(const Bookmark& bookmark)
     return text;
 }
 
-std::optional<Bookmark> readBookmark(std::wstring_view text)
+std::optional<Bookmark> parseBookmark(std::wstring_view text)
 {
     if (text == L"finished\n")
         return Bookmark{.isFinished = true};
     const bool isTaken = takeWord(text, L"taken ");
     const auto digits = isTaken ? takeUntil(text, L'\n') : std::nullopt;
-    const auto taken = digits ? readNumber(*digits, 0, mostBytes) : std::nullopt;
+    const auto taken = digits ? parseNumber(*digits, 0, mostBytes) : std::nullopt;
     if (!taken)
         return std::nullopt;
     Bookmark bookmark{.taken = static_cast<std::uint64_t>(*taken)};
     if (text.empty())
         return bookmark;
-    bookmark.underWay = takeWord(text, L"storing ") ? readPlan(text) : std::nullopt;
+    bookmark.underWay = takeWord(text, L"storing ") ? parsePlan(text) : std::nullopt;
     return bookmark.underWay ? std::optional(bookmark) : std::nullopt;
 }
 
-} // namespace companion
+} // namespace peer

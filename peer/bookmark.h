@@ -1,23 +1,27 @@
-// How far a commit request file has been taken, in a small file of its own beside it. It says so
-// after each record, so that a record that was stored is not stored again by the next start, and
-// one that was not is.
+// How far a commit file has been taken, in a small file next to it, `temp\torvapdm-<process
+// id>.taken`. It is written after each record, so that the next start neither stores a record twice
+// nor loses one. Each line ends with LF.
 //
-//   taken 84                 the bytes that are dealt with, LF at the end of each line
-//   storing 17 2 bracket     the record behind them becomes version 2 of part 17, bracket
+//   taken 84                 the bytes that have been handled
+//   storing 17 2 bracket     the next record becomes version 2 of part 17, bracket
 //
-// or, when the request file is about to be removed, only
+// or, when the commit file is about to be removed, only
 //
 //   finished
 #pragma once
-
-#include "standin/companion/library/version_plan.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace companion {
+namespace peer {
+
+struct VersionPlan {
+    std::int32_t number = 0; // of the part
+    std::int32_t version = 0;
+    std::wstring name; // of the part, which is also its folder's
+};
 
 struct Bookmark {
     std::uint64_t taken = 0; // bytes
@@ -25,9 +29,9 @@ struct Bookmark {
     bool isFinished = false;
 };
 
-std::wstring bookmarkText(const Bookmark& bookmark);
+std::wstring formatBookmark(const Bookmark& bookmark);
 
-// Empty when the text is not exactly such a one.
-std::optional<Bookmark> readBookmark(std::wstring_view text);
+// Empty when the text is not exactly a bookmark.
+std::optional<Bookmark> parseBookmark(std::wstring_view text);
 
-} // namespace companion
+} // namespace peer

@@ -1,14 +1,14 @@
 #include "peer/checkout_answer.h"
 
-#include "peer/text.h"
-#include "peer/leading_number.h"
+#include "peer/numbers.h"
 
-namespace zemlink {
+namespace peer {
 namespace {
 
 constexpr size_t fileTypeLength = 3;
 
-std::wstring fromUtf16(std::string_view bytes)
+// The odd byte at the end is dropped.
+std::wstring parseUtf16(std::string_view bytes)
 {
     std::wstring text;
     for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
@@ -18,27 +18,26 @@ std::wstring fromUtf16(std::string_view bytes)
     return text;
 }
 
-// A character that is no digit ends a number, and none outside ASCII is one.
+// A character outside ASCII ends the number, as any other that is not a digit.
 std::int32_t numberIn(const std::wstring& text)
 {
     std::string digits;
     for (const wchar_t c : text)
         digits += c < 0x80 ? static_cast<char>(c) : '?';
-    return leadingNumberOrZero(digits);
+    return parseLeadingNumberOrZero(digits);
 }
 
-AnswerText readFile(const std::wstring& word, std::wstring path)
+CheckoutAnswer parseFile(const std::wstring& word, std::wstring path)
 {
     if (word.size() < fileTypeLength) {
-        return {
-            AnswerKind::unusable,
-            word,
-            0,
-            {},
-            {"Its first word has fewer than three characters: the add-in's command ends at it."}};
+        return {AnswerKind::unusable,
+                word,
+                0,
+                {},
+                {"Its first word has fewer than three characters: the add-in's command fails."}};
     }
-    AnswerText answer{AnswerKind::file, word.substr(0, fileTypeLength),
-                      numberIn(word.substr(fileTypeLength)), std::move(path)};
+    CheckoutAnswer answer{AnswerKind::file, word.substr(0, fileTypeLength),
+                          numberIn(word.substr(fileTypeLength)), std::move(path)};
     if (answer.id == 0)
         answer.remarks.emplace_back("It has no id: the add-in loads nothing.");
     if (answer.path.empty())
@@ -50,21 +49,21 @@ AnswerText readFile(const std::wstring& word, std::wstring path)
 
 } // namespace
 
-AnswerText readAnswerText(std::string_view bytes)
+CheckoutAnswer parseCheckoutAnswer(std::string_view bytes)
 {
-    const std::wstring text = fromUtf16(bytes);
+    const std::wstring text = parseUtf16(bytes);
     const std::wstring line = text.substr(0, text.find(L'\n'));
-    const size_t blank = line.find(L' ');
-    AnswerText answer;
-    if (blank == std::wstring::npos)
-        answer.remarks.emplace_back("Its first line has no blank: it is no answer.");
-    else if (line.substr(0, blank) == L"CHECKIN")
+    const size_t space = line.find(L' ');
+    CheckoutAnswer answer;
+    if (space == std::wstring::npos)
+        answer.remarks.emplace_back("Its first line has no space: it is not an answer.");
+    else if (line.substr(0, space) == L"CHECKIN")
         answer.kind = AnswerKind::checkIn;
     else
-        answer = readFile(line.substr(0, blank), text.substr(blank + 1));
+        answer = parseFile(line.substr(0, space), text.substr(space + 1));
     if (bytes.size() % 2 != 0)
-        answer.remarks.emplace_back("It ends within a character.");
+        answer.remarks.emplace_back("It ends in the middle of a character.");
     return answer;
 }
 
-} // namespace zemlink
+} // namespace peer

@@ -1,5 +1,5 @@
-// The Companion's answer to a check-out request: UTF-16, `CAD1234 C:\Parts\bracket.mcam` or
-// `CHECKIN anything`.
+// The Companion's answer to a check-out command, `TORVA ZEM-<number>.tmp`: UTF-16,
+// `CAD1234 C:\Parts\bracket.mcam` or `CHECKIN anything`.
 #pragma once
 
 #include <cstdint>
@@ -7,18 +7,18 @@
 #include <string_view>
 #include <vector>
 
-namespace zemlink {
+namespace peer {
 
 enum class AnswerKind { unusable, checkIn, file };
 
-struct AnswerText {
+struct CheckoutAnswer {
     AnswerKind kind = AnswerKind::unusable;
-    std::wstring fileType{};            // of file: the first three letters
-    std::int32_t id = 0;                // of file: the number behind them, 0 for none
-    std::wstring path{};                // of file: all behind the first blank
-    std::vector<std::string> remarks{}; // what is not as it should be, a sentence each
+    std::wstring fileType{};            // file: the first three letters
+    std::int32_t id = 0;                // file: the number after them, 0 for none
+    std::wstring path{};                // file: everything after the first space
+    std::vector<std::string> remarks{}; // what is wrong with it, one sentence each
 };
 
-AnswerText readAnswerText(std::string_view bytes);
+CheckoutAnswer parseCheckoutAnswer(std::string_view bytes);
 
-} // namespace zemlink
+} // namespace peer

@@ -1,45 +1,49 @@
-// The bytes that go to a host's add-in.
+// The content of a host's command file, `temp\mastercam-<process id>.dat`: one request at a time.
 //
-// Command file, one request a filling:
-//   open      EF BB BF, the id in decimal, a blank, the path, a line feed
-//             EF BB BF "17 C:\ZEM\work\bracket.mcam" 0A
-//   new file  EF BB BF, the id in decimal, a blank, a line feed
-//             EF BB BF "17 " 0A
-//   check-in  "CHECKIN", a blank, the name of the file; no byte-order mark, no line end
-//             "CHECKIN bracket.mcam"
-// The reader makes one character of each byte, so a path must be plain ASCII.
+//   open request      EF BB BF, the id in decimal, a space, the path, a line feed
+//                     EF BB BF "17 C:\ZEM\work\bracket.mcam" 0A
+//   new-file request  EF BB BF, the id in decimal, a space, a line feed
+//                     EF BB BF "17 " 0A
+//   check-in          "CHECKIN", a space, the name of the file; no byte-order mark, no line end
+//                     "CHECKIN bracket.mcam"
 //
-// Machine settings, one line of 8-bit text:
-//   id|NC-path number|second number|machine definition path, carriage return, line feed
-//             "17|3|0|C:\Machines\Mill 3-axis.mcam-mmd" 0D 0A
+// The add-in makes one character of each byte, so a path must be plain ASCII.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-namespace companion {
+namespace peer {
 
-// More than this many bytes in the command file ends its reader.
-constexpr size_t longestRequestBytes = 0x10000;
+enum class RequestKind { none, checkIn, newFile, open, malformed };
 
-// True when every character is a printable ASCII character, a blank included.
+struct Request {
+    RequestKind kind = RequestKind::none;
+    std::int32_t id = 0;                // open, newFile
+    std::string path{};                 // open: bytes; checkIn: the name after the word
+    std::vector<std::string> remarks{}; // what is wrong with it, one sentence each
+};
+
+// The content of a command file as the add-in reads it. An empty file is `none`; bytes that the
+// add-in cannot use are `malformed`.
+Request parseRequest(std::string_view bytes);
+
+// `check-in`
+std::string requestName(RequestKind kind);
+
+// True when every character is a printable ASCII character or a space.
 bool isPlainAscii(std::wstring_view text);
 
 // Empty when the path is empty, is not plain ASCII or makes the request too long.
-std::optional<std::string> openRequest(std::int32_t id, std::wstring_view path);
+std::optional<std::string> formatOpenRequest(std::int32_t id, std::wstring_view path);
 
-std::string newFileRequest(std::int32_t id);
+std::string formatNewFileRequest(std::int32_t id);
 
-// A character of the name that is not plain ASCII becomes a question mark: the reader ignores the
-// name, it is there for people who look at the file.
-std::string checkInRequest(std::wstring_view name);
+// A character of the name that is not plain ASCII becomes a question mark. The add-in ignores the
+// name; it is for people who look at the file.
+std::string formatCheckIn(std::wstring_view name);
 
-// The line as text; the caller converts it to the code page that the host runs with. Empty when
-// the machine path is empty or holds a '|' or a line end, which the reader would take apart.
-std::optional<std::wstring> machineSettingsLine(std::int32_t id, std::int32_t ncPath,
-                                                std::int32_t secondNumber,
-                                                std::wstring_view machine);
-
-} // namespace companion
+} // namespace peer

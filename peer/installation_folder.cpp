@@ -1,49 +1,63 @@
 #include "peer/installation_folder.h"
 
-namespace zemlink {
+#include "peer/wire_constants.h"
+
+#include <windows.h>
+
+namespace peer {
 namespace {
 
-constexpr std::uint32_t plainText = 1;
-constexpr std::uint32_t expandableText = 2;
-
-// Deliberate: one unit is taken off as the terminating zero whatever it is, because the add-in does
-// so; a value written without its zero loses its last character there, and therefore here.
-std::wstring countingText(const std::optional<RegistryValue>& value)
+// Quirk Q65: one character is dropped as the null terminator, whatever it is, as in the add-in.
+std::wstring folderIn(const std::optional<RegistryValue>& value)
 {
-    const bool isText = value && (value->type == plainText || value->type == expandableText);
+    const bool isText = value && (value->type == REG_SZ || value->type == REG_EXPAND_SZ);
     if (!isText || value->text.empty())
         return {};
     return value->text.substr(0, value->text.size() - 1);
 }
 
+std::optional<RegistryValue> readValue(HKEY key)
+{
+    DWORD type = 0, bytes = 0;
+    if (RegQueryValueExW(key, registryValue, nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS)
+        return std::nullopt;
+    RegistryValue value{type, std::wstring((bytes + 1) / sizeof(wchar_t), L'\0')};
+    const LSTATUS status = RegQueryValueExW(key, registryValue, nullptr, nullptr,
+                                            reinterpret_cast<BYTE*>(value.text.data()), &bytes);
+    return status == ERROR_SUCCESS ? std::optional(value) : std::nullopt;
+}
+
+std::optional<RegistryValue> readView(REGSAM view)
+{
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, registryKey, 0, KEY_QUERY_VALUE | view, &key) !=
+        ERROR_SUCCESS)
+        return std::nullopt;
+    std::optional<RegistryValue> value = readValue(key);
+    RegCloseKey(key);
+    return value;
+}
+
 } // namespace
 
-Folder folderOf(const std::optional<RegistryValue>& view32,
-                const std::optional<RegistryValue>& view64)
+Folder chooseFolder(const std::optional<RegistryValue>& view32,
+                    const std::optional<RegistryValue>& view64)
 {
-    const std::wstring seen = countingText(view32);
-    const std::wstring other = countingText(view64);
-    Folder folder;
-    if (!seen.empty()) {
-        folder.path = seen;
-        folder.source = other == seen ? FolderSource::registry : FolderSource::view32Only;
+    const std::wstring used = folderIn(view32);
+    const std::wstring other = folderIn(view64);
+    Folder folder{standardFolder};
+    if (!used.empty()) {
+        folder.path = used;
+        folder.source = other == used ? FolderSource::registry : FolderSource::view32Only;
     }
     if (!other.empty() && other != folder.path)
-        folder.elsewhere = other;
+        folder.otherView = other;
     return folder;
 }
 
-std::string sourceText(FolderSource source)
+Folder readInstallationFolder()
 {
-    switch (source) {
-    case FolderSource::registry:
-        return "registry value";
-    case FolderSource::view32Only:
-        return "registry value, in the 32-bit view alone";
-    case FolderSource::standard:
-        break;
-    }
-    return "default, the registry names none";
+    return chooseFolder(readView(KEY_WOW64_32KEY), readView(KEY_WOW64_64KEY));
 }
 
-} // namespace zemlink
+} // namespace peer

@@ -1,36 +1,36 @@
-// The installation folder, from what the registry says.
+// The installation folder, from the registry.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
-namespace zemlink {
+namespace peer {
 
-// A value as the registry keeps it.
+// A value as the registry stores it.
 struct RegistryValue {
     std::uint32_t type = 0;
-    std::wstring text{}; // its bytes as UTF-16, with any zeros at the end
+    std::wstring text{}; // its bytes as UTF-16, including any null terminators
 };
 
 enum class FolderSource {
-    registry,   // both views of the registry say so
-    view32Only, // only the 32-bit view, which is the one that hosts ask
-    standard    // the registry says nothing that counts
+    registry,   // the same value in both views of the registry
+    view32Only, // only in the 32-bit view, which is the one that hosts read
+    standard    // no usable value in the registry
 };
 
 struct Folder {
-    std::wstring path = L"C:\\TORVA\\ZEM";
+    std::wstring path;
     FolderSource source = FolderSource::standard;
-    std::wstring elsewhere{}; // what the 64-bit view says, when it is another folder
+    std::wstring otherView{}; // the folder in the 64-bit view, if it is a different one
 };
 
-// The folder that a host's add-in works with. A value counts when it is a text, expandable or not,
-// and not empty; an expandable one is taken as it stands.
-Folder folderOf(const std::optional<RegistryValue>& view32,
-                const std::optional<RegistryValue>& view64);
+// The folder that a host's add-in uses. A value counts if it is a string, expandable or not, and
+// not empty; an expandable one is not expanded.
+Folder chooseFolder(const std::optional<RegistryValue>& view32,
+                    const std::optional<RegistryValue>& view64);
 
-// `registry value`
-std::string sourceText(FolderSource source);
+// The same from the current user's registry.
+Folder readInstallationFolder();
 
-} // namespace zemlink
+} // namespace peer

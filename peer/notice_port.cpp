@@ -1,20 +1,19 @@
-#include "notice_port.h"
+#include "peer/notice_port.h"
 
-#include "peer/own_address.h"
+#include "peer/wire_constants.h"
 
 #include <algorithm>
 #include <array>
 
-namespace companion {
+namespace peer {
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr size_t mostBytes = 1024;
 constexpr std::chrono::seconds longestConnection{5};
-constexpr INT lookEveryMs = 100; // bounds how long a receiving thread's end waits for it
+constexpr INT pollMs = 100; // limits how long a receiving thread takes to end
 
-// The address of one end of the connection, as `isOwnAddress` takes it; 0 when it is not known.
+// The address of one end of the connection, as isOwnAddress takes it; 0 when it is unknown.
 std::uint32_t addressOf(const OwnSocket& socket, decltype(&getsockname) end)
 {
     sockaddr_in address{};
@@ -26,25 +25,25 @@ std::uint32_t addressOf(const OwnSocket& socket, decltype(&getsockname) end)
 
 bool isOfThisComputer(const OwnSocket& socket)
 {
-    const std::uint32_t peer = addressOf(socket, &getpeername);
-    return peer != 0 && isOwnAddress(peer, addressOf(socket, &getsockname));
+    const std::uint32_t remote = addressOf(socket, &getpeername);
+    return remote != 0 && isOwnAddress(remote, addressOf(socket, &getsockname));
 }
 
-void acceptAll(LinePort& port)
+void acceptAll(NoticeListener& listener)
 {
     for (;;) {
-        OwnSocket socket(accept(port.socket.get(), nullptr, nullptr));
+        OwnSocket socket(accept(listener.socket.get(), nullptr, nullptr));
         if (!socket.isOpen())
             return;
         if (!isOfThisComputer(socket))
             continue;
         makeNonblocking(socket);
-        port.connections.push_back({std::move(socket), Clock::now() + longestConnection});
+        listener.connections.push_back({std::move(socket), Clock::now() + longestConnection});
     }
 }
 
-// Resets the connection: closed in order, it would keep the port in use after the program's end.
-void giveUp(LineConnection& connection)
+// Resets the connection: an orderly close would keep the port in use after the program has ended.
+void giveUp(NoticeConnection& connection)
 {
     const linger atOnce{1, 0};
     setsockopt(connection.socket.get(), SOL_SOCKET, SO_LINGER,
@@ -52,34 +51,40 @@ void giveUp(LineConnection& connection)
     connection.hasEnded = true;
 }
 
-void readAvailable(LineConnection& connection)
+void readAvailable(NoticeConnection& connection)
 {
-    std::array<char, mostBytes> piece;
-    while (connection.bytes.size() < mostBytes) {
-        const auto room = static_cast<int>(mostBytes - connection.bytes.size());
-        const int got = recv(connection.socket.get(), piece.data(), room, 0);
+    std::array<char, longestNoticeBytes> piece;
+    while (connection.bytes.size() < longestNoticeBytes) {
+        const auto free = static_cast<int>(longestNoticeBytes - connection.bytes.size());
+        const int got = recv(connection.socket.get(), piece.data(), free, 0);
         if (got <= 0) {
             connection.hasEnded = got == 0 || WSAGetLastError() != WSAEWOULDBLOCK;
             break;
         }
         connection.bytes.append(piece.data(), static_cast<size_t>(got));
     }
-    const bool isFull = connection.bytes.size() == mostBytes;
+    const bool isFull = connection.bytes.size() == longestNoticeBytes;
     if (!connection.hasEnded && (isFull || Clock::now() >= connection.end))
         giveUp(connection);
 }
 
-// Until a connection comes, brings bytes or ends, at most for one look's time. A poll, because a
-// notice of such an event can be lost where another one came while it was dealt with.
-void waitForTraffic(const LinePort& port)
+// Waits until a connection arrives, brings bytes or ends. We poll because an event notification can
+// be lost when another one arrives while it is being handled.
+void waitForTraffic(const NoticeListener& listener)
 {
-    std::vector<WSAPOLLFD> sockets{{port.socket.get(), POLLRDNORM, 0}};
-    for (const LineConnection& connection : port.connections)
+    std::vector<WSAPOLLFD> sockets{{listener.socket.get(), POLLRDNORM, 0}};
+    for (const NoticeConnection& connection : listener.connections)
         sockets.push_back({connection.socket.get(), POLLRDNORM, 0});
-    WSAPoll(sockets.data(), static_cast<ULONG>(sockets.size()), lookEveryMs);
+    WSAPoll(sockets.data(), static_cast<ULONG>(sockets.size()), pollMs);
 }
 
 } // namespace
+
+bool isOwnAddress(std::uint32_t remote, std::uint32_t local)
+{
+    constexpr std::uint32_t loopback = 127;
+    return remote == local || remote >> 24 == loopback;
+}
 
 bool makeNonblocking(const OwnSocket& socket)
 {
@@ -87,38 +92,38 @@ bool makeNonblocking(const OwnSocket& socket)
     return ioctlsocket(socket.get(), static_cast<long>(FIONBIO), &isNonblocking) == 0;
 }
 
-int openLinePort(LinePort& port)
+int openNoticePort(NoticeListener& listener)
 {
-    port.socket = OwnSocket(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-    SOCKET listening = port.socket.get();
+    listener.socket = OwnSocket(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    SOCKET listening = listener.socket.get();
     const BOOL isExclusive = TRUE;
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_ANY);
-    address.sin_port = htons(linePortNumber);
+    address.sin_port = htons(noticePort);
     const bool isOpen =
-        port.socket.isOpen() &&
+        listener.socket.isOpen() &&
         setsockopt(listening, SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                    reinterpret_cast<const char*>(&isExclusive), sizeof isExclusive) == 0 &&
         bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-        listen(listening, SOMAXCONN) == 0 && makeNonblocking(port.socket);
+        listen(listening, SOMAXCONN) == 0 && makeNonblocking(listener.socket);
     return isOpen ? 0 : WSAGetLastError();
 }
 
-// Connections are accepted and read in the order in which they came, each as far as its bytes are
-// there, so lines that a host sends one after the other also end one after the other.
-std::vector<std::string> receiveLines(LinePort& port)
+// Connections are accepted and read in the order in which they came, each as far as its bytes have
+// arrived, so the notices of one host keep their order.
+std::vector<std::string> receiveNotices(NoticeListener& listener)
 {
-    waitForTraffic(port);
-    acceptAll(port);
-    std::for_each(port.connections.begin(), port.connections.end(), readAvailable);
+    waitForTraffic(listener);
+    acceptAll(listener);
+    std::for_each(listener.connections.begin(), listener.connections.end(), readAvailable);
     std::vector<std::string> lines;
-    for (LineConnection& connection : port.connections)
+    for (NoticeConnection& connection : listener.connections)
         if (connection.hasEnded)
             lines.push_back(std::move(connection.bytes));
-    std::erase_if(port.connections,
-                  [](const LineConnection& connection) { return connection.hasEnded; });
+    std::erase_if(listener.connections,
+                  [](const NoticeConnection& connection) { return connection.hasEnded; });
     return lines;
 }
 
-} // namespace companion
+} // namespace peer

@@ -1,11 +1,13 @@
-#include "running_programs.h"
+#include "peer/running_programs.h"
 
-#include "wire_constants.h"
+#include "peer/wire_constants.h"
 
-namespace companion {
+#include <algorithm>
+
+namespace peer {
 namespace {
 
-constexpr ULONG_PTR argumentsMark = 0x5A454D31; // tells our messages from anybody else's
+constexpr ULONG_PTR argumentsMark = 0x5A454D31; // distinguishes our messages from other programs
 constexpr UINT answerBoundMs = 10000;
 constexpr DWORD endBoundMs = 10000;
 
@@ -17,6 +19,41 @@ BOOL CALLBACK stopAtInstance(HWND window, LPARAM parameter)
     return FALSE;
 }
 
+bool hasProcess(const std::vector<Host>& hosts, std::uint32_t process)
+{
+    return std::any_of(
+        hosts.begin(), hosts.end(), [&](const Host& host) { return host.process == process; });
+}
+
+BOOL CALLBACK addHost(HWND window, LPARAM parameter)
+{
+    auto& hosts = *reinterpret_cast<std::vector<Host>*>(parameter);
+    if (GetPropW(window, hostProperty) == nullptr)
+        return TRUE;
+    const DWORD process = processOf(window);
+    if (process != 0 && !hasProcess(hosts, process))
+        hosts.push_back({process, windowTitle(window)});
+    return TRUE;
+}
+
+} // namespace
+
+std::vector<Host> findHosts()
+{
+    std::vector<Host> hosts;
+    EnumWindows(addHost, reinterpret_cast<LPARAM>(&hosts));
+    std::sort(hosts.begin(), hosts.end(),
+              [](const Host& a, const Host& b) { return a.process < b.process; });
+    return hosts;
+}
+
+std::wstring windowTitle(HWND window)
+{
+    wchar_t title[256];
+    const int length = GetWindowTextW(window, title, 256);
+    return std::wstring(title, static_cast<size_t>(std::max(length, 0)));
+}
+
 DWORD processOf(HWND window)
 {
     DWORD process = 0;
@@ -24,14 +61,19 @@ DWORD processOf(HWND window)
     return process;
 }
 
-} // namespace
-
 OwnHandle claimInstance()
 {
     OwnHandle semaphore(CreateSemaphoreW(nullptr, 1, 1, singletonName));
     if (GetLastError() == ERROR_ALREADY_EXISTS)
         semaphore.reset();
     return semaphore;
+}
+
+bool isInstanceRunning()
+{
+    // Access is denied when the Companion runs in another security context.
+    const OwnHandle semaphore(OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, singletonName));
+    return semaphore != nullptr || GetLastError() == ERROR_ACCESS_DENIED;
 }
 
 HWND findInstanceWindow()
@@ -43,7 +85,7 @@ HWND findInstanceWindow()
 
 std::optional<bool> handOver(HWND window, const std::wstring& arguments)
 {
-    // The user started this process just now, so it may pass the right to come to the front on.
+    // The user has just started this process, so it may pass on the right to come to the front.
     AllowSetForegroundWindow(processOf(window));
     COPYDATASTRUCT data{};
     data.dwData = argumentsMark;
@@ -67,7 +109,7 @@ std::optional<bool> handOverQuit(HWND window, const std::wstring& arguments)
     return WaitForSingleObject(process.get(), endBoundMs) == WAIT_OBJECT_0;
 }
 
-std::optional<std::wstring> readHandedOver(LPARAM copyData)
+std::optional<std::wstring> parseHandedOver(LPARAM copyData)
 {
     const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(copyData);
     if (data == nullptr || data->dwData != argumentsMark || data->cbData % sizeof(wchar_t) != 0)
@@ -75,4 +117,4 @@ std::optional<std::wstring> readHandedOver(LPARAM copyData)
     return std::wstring(static_cast<const wchar_t*>(data->lpData), data->cbData / sizeof(wchar_t));
 }
 
-} // namespace companion
+} // namespace peer

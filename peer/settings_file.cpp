@@ -1,6 +1,8 @@
 #include "peer/settings_file.h"
 
-namespace zemlink {
+#include <algorithm>
+
+namespace peer {
 namespace {
 
 constexpr size_t longestPiece = 1023;
@@ -27,7 +29,7 @@ bool holds(const std::string& line, std::string_view text)
     return line.find(text) != std::string::npos;
 }
 
-// Deliberate: only the lower-case y switches this one on, as in the add-in's save.
+// Quirk Q66: `AlwaysSaveTools=Y` counts as off; only the lower-case y is searched for.
 bool areToolsAlwaysSaved(const std::vector<std::string>& lines)
 {
     for (const std::string& line : lines)
@@ -36,7 +38,7 @@ bool areToolsAlwaysSaved(const std::vector<std::string>& lines)
     return false;
 }
 
-// On unless a line says otherwise; within a line `n` counts more than `y`.
+// On unless a line switches it off; within a line `n` takes precedence over `y`.
 bool isNcImported(const std::vector<std::string>& lines)
 {
     bool isOn = true;
@@ -49,7 +51,7 @@ bool isNcImported(const std::vector<std::string>& lines)
 
 } // namespace
 
-std::vector<std::string> settingLines(std::string_view bytes)
+std::vector<std::string> splitSettingLines(std::string_view bytes)
 {
     const std::string text = withoutCarriageReturns(bytes);
     std::vector<std::string> lines;
@@ -61,7 +63,7 @@ std::vector<std::string> settingLines(std::string_view bytes)
     return lines;
 }
 
-std::string settingValue(const std::vector<std::string>& lines, std::string_view key)
+std::string findSetting(const std::vector<std::string>& lines, std::string_view key)
 {
     std::string value;
     for (const std::string& line : lines) {
@@ -74,19 +76,17 @@ std::string settingValue(const std::vector<std::string>& lines, std::string_view
     return value;
 }
 
-Report settingsInForce(std::string_view bytes)
+Settings parseSettings(std::string_view bytes)
 {
-    const std::vector<std::string> lines = settingLines(bytes);
-    return {{"UseFtpServer", isYes(settingValue(lines, "UseFtpServer"))},
-            {"AlwaysSaveTools", areToolsAlwaysSaved(lines)},
-            {"MCXCATIA", isYes(settingValue(lines, "MCXCATIA"))},
-            {"MCXIMPORTNC", isNcImported(lines)}};
+    const std::vector<std::string> lines = splitSettingLines(bytes);
+    return {isYes(findSetting(lines, "UseFtpServer")), areToolsAlwaysSaved(lines),
+            isYes(findSetting(lines, "MCXCATIA")), isNcImported(lines)};
 }
 
 bool isLastSettingCut(std::string_view bytes)
 {
-    const std::vector<std::string> lines = settingLines(bytes);
+    const std::vector<std::string> lines = splitSettingLines(bytes);
     return !lines.empty() && !lines.back().ends_with('\n') && holds(lines.back(), "=");
 }
 
-} // namespace zemlink
+} // namespace peer

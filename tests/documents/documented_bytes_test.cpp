@@ -3,8 +3,8 @@
 #include "documents/exchange_run.h"
 #include "documents/pages.h"
 #include "tools/zemlink/decode.h"
-#include "tools/zemlink/notice_report.h"
-#include "tools/zemlink/report_text.h"
+#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/report.h"
 
 #include <gtest/gtest.h>
 #include <set>

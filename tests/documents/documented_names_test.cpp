@@ -7,7 +7,7 @@
 #include "support/command_file_writer.h"
 #include "support/companion_double.h"
 #include "support/windows.h"
-#include "peer/settings_file.h"
+#include "tools/zemlink/file_reports.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -178,7 +178,7 @@ TEST_F(PagesNames, areThoseOfTheSettings)
     for (const TableRow& row : tableOf("## Settings"))
         keys.push_back(codeIn(row.at(0)));
     std::vector<std::string> known;
-    const zemlink::Report settings = zemlink::settingsInForce("");
+    const zemlink::Report settings = zemlink::settingsReport("");
     for (const auto& [key, value] : settings.items())
         known.push_back(key);
     EXPECT_EQ(keys, known);

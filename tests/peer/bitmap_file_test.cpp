@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-using namespace companion;
+using namespace peer;
 using namespace std::string_literals;
 
 namespace {
@@ -43,7 +43,7 @@ const std::string rows32 = "\1\0\0\0\2\0\0\0\3\0\0\0\x33\x22\x11\xFF\5\0\0\0\6\0
 
 bool isNone(const std::string& bytes)
 {
-    const Pixels picture = readBitmapFile(bytes);
+    const Pixels picture = parseBitmap(bytes);
     return picture.width == 0 && picture.height == 0 && picture.values.empty();
 }
 
@@ -51,7 +51,7 @@ bool isNone(const std::string& bytes)
 
 TEST(BitmapFile, of32BitsIsReadFromTheBottomUp)
 {
-    const Pixels picture = readBitmapFile(file({}, rows32));
+    const Pixels picture = parseBitmap(file({}, rows32));
     EXPECT_EQ(picture.width, 3);
     EXPECT_EQ(picture.height, 2);
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
@@ -61,7 +61,7 @@ TEST(BitmapFile, ofANegativeHeightIsReadFromTheTopDown)
 {
     Headers headers;
     headers.height = 0xFFFFFFFE;
-    const Pixels picture = readBitmapFile(file(headers, rows32));
+    const Pixels picture = parseBitmap(file(headers, rows32));
     EXPECT_EQ(picture.height, 2);
     EXPECT_EQ(picture.values, (Values{1, 2, 3, 0x112233, 5, 6}));
 }
@@ -70,8 +70,8 @@ TEST(BitmapFile, of24BitsHasRowsFilledUpToFourBytes)
 {
     Headers headers;
     headers.bits = 24;
-    const Pixels picture = readBitmapFile(file(headers, "\1\0\0\2\0\0\3\0\0---"
-                                                        "\x33\x22\x11\5\0\0\6\0\0---"s));
+    const Pixels picture = parseBitmap(file(headers, "\1\0\0\2\0\0\3\0\0---"
+                                                     "\x33\x22\x11\5\0\0\6\0\0---"s));
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
@@ -83,7 +83,7 @@ TEST(BitmapFile, ofOneBitTakesItsColoursFromTheTableAndItsLeftPixelFromTheHighes
     headers.height = 1;
     headers.offset = 62;
     const std::string table = "\1\2\3\0\4\5\6\0"s;
-    const Pixels picture = readBitmapFile(file(headers, table + "\x81\x40--"));
+    const Pixels picture = parseBitmap(file(headers, table + "\x81\x40--"));
     constexpr std::uint32_t off = 0x030201, on = 0x060504;
     EXPECT_EQ(picture.values, (Values{on, off, off, off, off, off, off, on, off, on}));
 }
@@ -96,10 +96,10 @@ TEST(BitmapFile, ofFourAndOfEightBitsTakesItsColoursFromTheTable)
     headers.colours = 2;
     headers.offset = 62;
     const std::string table = "\x0A\0\0\0\x0B\0\0\0"s;
-    EXPECT_EQ(readBitmapFile(file(headers, table + "\x10\x1F--"s)).values, (Values{11, 10, 11}));
+    EXPECT_EQ(parseBitmap(file(headers, table + "\x10\x1F--"s)).values, (Values{11, 10, 11}));
     headers.bits = 8;
     // Behind the table's end there is black.
-    EXPECT_EQ(readBitmapFile(file(headers, table + "\1\2\0-"s)).values, (Values{11, 0, 10}));
+    EXPECT_EQ(parseBitmap(file(headers, table + "\1\2\0-"s)).values, (Values{11, 0, 10}));
 }
 
 TEST(BitmapFile, mayHaveALongerHeaderAndRoomBeforeItsRows)
@@ -107,7 +107,7 @@ TEST(BitmapFile, mayHaveALongerHeaderAndRoomBeforeItsRows)
     Headers headers;
     headers.information = 108;
     headers.offset = 130;
-    EXPECT_EQ(readBitmapFile(file(headers, std::string(76, 'x') + rows32)).values,
+    EXPECT_EQ(parseBitmap(file(headers, std::string(76, 'x') + rows32)).values,
               (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 

@@ -2,16 +2,16 @@
 
 #include <gtest/gtest.h>
 
-using namespace companion;
+using namespace peer;
 
 namespace {
 
 void expectText(const Bookmark& bookmark, const std::wstring& text)
 {
-    EXPECT_EQ(bookmarkText(bookmark), text);
-    const auto read = readBookmark(text);
+    EXPECT_EQ(formatBookmark(bookmark), text);
+    const auto read = parseBookmark(text);
     ASSERT_TRUE(read.has_value()) << text;
-    EXPECT_EQ(bookmarkText(*read), text);
+    EXPECT_EQ(formatBookmark(*read), text);
     EXPECT_EQ(read->taken, bookmark.taken);
     EXPECT_EQ(read->isFinished, bookmark.isFinished);
 }
@@ -29,7 +29,7 @@ TEST(Bookmark, tellsWhatIsBeingStored)
 {
     expectText({.taken = 84, .underWay = VersionPlan{17, 2, L"pump cover"}},
                L"taken 84\nstoring 17 2 pump cover\n");
-    const auto read = readBookmark(L"taken 84\nstoring 17 2 pump cover\n");
+    const auto read = parseBookmark(L"taken 84\nstoring 17 2 pump cover\n");
     ASSERT_TRUE(read && read->underWay);
     EXPECT_EQ(read->underWay->number, 17);
     EXPECT_EQ(read->underWay->version, 2);
@@ -49,5 +49,5 @@ TEST(Bookmark, countsOnlyWhenItIsWhole)
           L"taken 84\nstoring 17 2 bracket", L"taken 84\nstoring 17 2 \n",
           L"taken 84\nstoring 0 2 bracket\n", L"taken 84\nstoring 17 bracket\n",
           L"taken 84\nstoring 17 2 bracket\nmore\n"})
-        EXPECT_FALSE(readBookmark(text).has_value()) << text;
+        EXPECT_FALSE(parseBookmark(text).has_value()) << text;
 }

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace companion;
+using namespace peer;
 
-namespace companion {
+namespace peer {
 
 bool operator==(const Command& a, const Command& b)
 {
@@ -13,7 +13,7 @@ bool operator==(const Command& a, const Command& b)
            a.machine == b.machine;
 }
 
-} // namespace companion
+} // namespace peer
 
 namespace {
 
@@ -25,14 +25,14 @@ struct Case {
 void expectEach(const std::vector<Case>& cases)
 {
     for (const Case& c : cases)
-        EXPECT_TRUE(readCommandLine(c.arguments) == c.expected) << "arguments: " << c.arguments;
+        EXPECT_TRUE(parseCommandLine(c.arguments) == c.expected) << "arguments: " << c.arguments;
 }
 
 void expectNoneUnderstood(const std::vector<const wchar_t*>& all)
 {
     const Command notUnderstood{.word = Word::notUnderstood};
     for (const wchar_t* arguments : all)
-        EXPECT_TRUE(readCommandLine(arguments) == notUnderstood) << "arguments: " << arguments;
+        EXPECT_TRUE(parseCommandLine(arguments) == notUnderstood) << "arguments: " << arguments;
 }
 
 } // namespace

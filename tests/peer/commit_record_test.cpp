@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace companion;
+using namespace peer;
 using namespace std::string_literals;
 
 namespace {
@@ -14,7 +14,7 @@ const std::string recordWithoutId = "\xFF\xFF\xFF\xFF\x03\0\0\0C\0:\0\\\0"s;
 
 void expectRecord(const std::string& bytes, std::uint32_t id, const std::wstring& file, size_t size)
 {
-    const Piece piece = nextPiece(bytes);
+    const Piece piece = parsePiece(bytes);
     ASSERT_EQ(piece.kind, PieceKind::record);
     EXPECT_EQ(piece.size, size);
     EXPECT_EQ(piece.record.id, id);
@@ -23,14 +23,14 @@ void expectRecord(const std::string& bytes, std::uint32_t id, const std::wstring
 
 void expectIncomplete(const std::string& bytes)
 {
-    const Piece piece = nextPiece(bytes);
+    const Piece piece = parsePiece(bytes);
     EXPECT_EQ(piece.kind, PieceKind::incomplete) << bytes.size();
     EXPECT_EQ(piece.size, bytes.size());
 }
 
 void expectForeign(const std::string& bytes, size_t size)
 {
-    const Piece piece = nextPiece(bytes);
+    const Piece piece = parsePiece(bytes);
     EXPECT_EQ(piece.kind, PieceKind::foreign);
     EXPECT_EQ(piece.size, size);
 }
@@ -115,9 +115,9 @@ TEST(ForeignBytes, areALengthThatPromisesMoreThanComes)
 
 TEST(CommitRecordBytes, areTheRecord)
 {
-    EXPECT_EQ(commitRecordBytes({42, L"C:\\a.mcam"}), record42);
-    EXPECT_EQ(commitRecordBytes({4294967295, L"C:\\"}), recordWithoutId);
-    EXPECT_EQ(commitRecordBytes({0, L"\xD83D\x4E2D"}), "\0\0\0\0\x02\0\0\0\x3D\xD8\x2D\x4E"s);
+    EXPECT_EQ(formatCommitRecord({42, L"C:\\a.mcam"}), record42);
+    EXPECT_EQ(formatCommitRecord({4294967295, L"C:\\"}), recordWithoutId);
+    EXPECT_EQ(formatCommitRecord({0, L"\xD83D\x4E2D"}), "\0\0\0\0\x02\0\0\0\x3D\xD8\x2D\x4E"s);
 }
 
 TEST(FullPath, startsWithADriveOrAShare)

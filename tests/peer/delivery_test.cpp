@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace companion;
+using namespace peer;
 
 namespace {
 

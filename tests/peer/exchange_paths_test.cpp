@@ -1,11 +1,11 @@
 // Where the Companion looks for files, and the small readers of what others wrote.
 #include "peer/exchange_paths.h"
 #include "peer/numbers.h"
-#include "standin/companion/library/part_summary.h"
+#include "standin/companion/library/library.h"
 
 #include <gtest/gtest.h>
 
-using namespace companion;
+using namespace peer;
 
 TEST(ExchangePaths, lieUnderTheInstallationFolder)
 {
@@ -19,32 +19,32 @@ TEST(ExchangePaths, lieUnderTheInstallationFolder)
     EXPECT_EQ(libraryIndexPath(L"C:\\ZEM"), L"C:\\ZEM\\library\\library.txt");
     EXPECT_EQ(workingCopiesPath(L"C:\\ZEM"), L"C:\\ZEM\\sys\\working-copies.txt");
     EXPECT_EQ(screenPicturePath(L"C:\\ZEM"), L"C:\\ZEM\\commit\\screendump.bmp");
-    const CommitRequestPaths requests = commitRequestPaths(L"C:\\ZEM", 4294967295);
+    const CommitPaths requests = commitPaths(L"C:\\ZEM", 4294967295);
     EXPECT_EQ(requests.live, L"C:\\ZEM\\temp\\torvapdm-4294967295.dat");
     EXPECT_EQ(requests.closed, L"C:\\ZEM\\temp\\torvapdm-4294967295.closed");
     EXPECT_EQ(requests.bookmark, L"C:\\ZEM\\temp\\torvapdm-4294967295.taken");
-    EXPECT_EQ(commitRequestPattern(L"C:\\ZEM"), L"C:\\ZEM\\temp\\torvapdm-*");
+    EXPECT_EQ(commitFilePattern(L"C:\\ZEM"), L"C:\\ZEM\\temp\\torvapdm-*");
 }
 
 TEST(CommitRequestName, tellsItsProcess)
 {
-    EXPECT_EQ(processOfCommitRequest(L"torvapdm-4711.dat"), 4711u);
-    EXPECT_EQ(processOfCommitRequest(L"torvapdm-4294967295.closed"), 4294967295u);
-    EXPECT_EQ(processOfCommitRequest(L"torvapdm-0.taken"), 0u);
+    EXPECT_EQ(processOfCommitFile(L"torvapdm-4711.dat"), 4711u);
+    EXPECT_EQ(processOfCommitFile(L"torvapdm-4294967295.closed"), 4294967295u);
+    EXPECT_EQ(processOfCommitFile(L"torvapdm-0.taken"), 0u);
     for (const wchar_t* name :
          {L"torvapdm-.dat", L"torvapdm-4711", L"torvapdm-4711.dat.new", L"torvapdm-x.dat",
           L"torvapdm--1.dat", L"torvapdm-4294967296.dat", L"mastercam-4711.dat", L"4711.dat"})
-        EXPECT_EQ(processOfCommitRequest(name), std::nullopt) << name;
+        EXPECT_EQ(processOfCommitFile(name), std::nullopt) << name;
 }
 
 TEST(Path, mayLeadElsewhereWhenItStartsWithTwoSlashes)
 {
     for (const wchar_t* path : {L"\\\\server\\share\\a.NC", L"//server/share/a.NC", L"\\/server",
                                 L"/\\", L"\\\\?\\C:\\a.NC", L"\\\\.\\pipe\\a"})
-        EXPECT_TRUE(mayBeElsewhere(path)) << path;
+        EXPECT_TRUE(mayBeRemote(path)) << path;
     for (const wchar_t* path :
          {L"", L"\\", L"\\a.NC", L"a.NC", L"C:\\a.NC", L"C:\\\\a.NC", L"a\\\\b"})
-        EXPECT_FALSE(mayBeElsewhere(path)) << path;
+        EXPECT_FALSE(mayBeRemote(path)) << path;
 }
 
 TEST(FileName, standsBehindTheLastSeparator)
@@ -53,23 +53,4 @@ TEST(FileName, standsBehindTheLastSeparator)
     EXPECT_EQ(fileNameOf(L"C:\\a/b.mcam"), L"b.mcam");
     EXPECT_EQ(fileNameOf(L"b.mcam"), L"b.mcam");
     EXPECT_EQ(fileNameOf(L"C:\\a\\"), L"");
-}
-
-TEST(Numbers, areReadWholeAndWithinTheirRange)
-{
-    EXPECT_EQ(readNumber(L"-12", -12, 5), -12);
-    EXPECT_EQ(readNumber(L"005", 0, 5), 5);
-    EXPECT_EQ(readNumber(L"999999999999999", 0, 999999999999999), 999999999999999);
-    for (const wchar_t* text : {L"", L"-", L"6", L"-13", L" 1", L"1 ", L"+1", L"1.0", L"0x1",
-                                L"--1", L"1000000000000000", L"\u0661"})
-        EXPECT_EQ(readNumber(text, -12, 5), std::nullopt) << text;
-}
-
-TEST(PartSummary, countsTheOperationSections)
-{
-    EXPECT_EQ(countOperations("mastercam part 1\n[operation]\nid = 1\n\n[operation]\n"), 2);
-    EXPECT_EQ(countOperations("\xEF\xBB\xBF[operation]\r\n[operation]"), 2);
-    EXPECT_EQ(countOperations("[no operation]\n# [operation]\nname = [operation]\n[operations]\n"),
-              0);
-    EXPECT_EQ(countOperations(""), 0);
 }

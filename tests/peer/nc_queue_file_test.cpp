@@ -1,12 +1,12 @@
 // The queue file of NC programs, as the Companion reads it.
-#include "peer/file_lines.h"
+#include "peer/text.h"
 #include "peer/nc_queue_file.h"
 
 #include <gtest/gtest.h>
 
 #include <initializer_list>
 
-using namespace companion;
+using namespace peer;
 
 namespace {
 
@@ -21,20 +21,11 @@ void expectEntry(const std::optional<QueueEntry>& entry, std::int32_t number,
 
 } // namespace
 
-TEST(FileLines, endAtALineFeedWithOrWithoutACarriageReturn)
-{
-    using Expected = std::vector<std::string_view>;
-    EXPECT_EQ(fileLines(""), Expected{});
-    EXPECT_EQ(fileLines("a\r\n\r\nb\nc"), (Expected{"a", "", "b", "c"}));
-    EXPECT_EQ(fileLines("\n"), Expected{""});
-    EXPECT_EQ(fileLines("a\rb\r"), Expected{"a\rb"});
-}
-
 TEST(QueueReader, readsAProgramALine)
 {
-    const QueueLines lines = readQueue("NCPATH|-1|C:\\NC\\A B.NC|Setup 1\r\n"
-                                       "NCPATH|2147483647|D:\\\xC4.NC|\xD6zz\r\n"
-                                       "NCPATH|0|PLATE.NC|Setup 2");
+    const QueueLines lines = parseNcQueue("NCPATH|-1|C:\\NC\\A B.NC|Setup 1\r\n"
+                                          "NCPATH|2147483647|D:\\\xC4.NC|\xD6zz\r\n"
+                                          "NCPATH|0|PLATE.NC|Setup 2");
     ASSERT_EQ(lines.size(), 3u);
     expectEntry(lines[0], -1, "C:\\NC\\A B.NC", "Setup 1");
     expectEntry(lines[1], 2147483647, "D:\\\xC4.NC", "\xD6zz");
@@ -43,9 +34,9 @@ TEST(QueueReader, readsAProgramALine)
 
 TEST(QueueReader, leavesAllBehindTheProgramToTheGroup)
 {
-    const QueueLines lines = readQueue("NCPATH|3|C:\\A.NC|left|right|\r\n"
-                                       "NCPATH|3|C:\\B.NC|\r\n"
-                                       "NCPATH|3|C:\\C.NC||\r\n");
+    const QueueLines lines = parseNcQueue("NCPATH|3|C:\\A.NC|left|right|\r\n"
+                                          "NCPATH|3|C:\\B.NC|\r\n"
+                                          "NCPATH|3|C:\\C.NC||\r\n");
     ASSERT_EQ(lines.size(), 3u);
     expectEntry(lines[0], 3, "C:\\A.NC", "left|right|");
     expectEntry(lines[1], 3, "C:\\B.NC", "");
@@ -54,7 +45,7 @@ TEST(QueueReader, leavesAllBehindTheProgramToTheGroup)
 
 TEST(QueueReader, keepsThePlaceOfALineThatIsNone)
 {
-    const QueueLines lines = readQueue("\r\nNCPATH|1|C:\\A.NC|G\r\nsomething\r\n");
+    const QueueLines lines = parseNcQueue("\r\nNCPATH|1|C:\\A.NC|G\r\nsomething\r\n");
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_FALSE(lines[0].has_value());
     expectEntry(lines[1], 1, "C:\\A.NC", "G");
@@ -80,7 +71,7 @@ TEST(QueueReader, refusesWhatIsNoEntry)
              " NCPATH|1|C:\\A.NC|G",
              "|NCPATH|1|C:\\A.NC|G",
          })
-        EXPECT_FALSE(readQueue(line).front().has_value()) << line;
+        EXPECT_FALSE(parseNcQueue(line).front().has_value()) << line;
 }
 
 TEST(QueueReader, refusesAnEntryWithAControlCharacter)
@@ -88,13 +79,13 @@ TEST(QueueReader, refusesAnEntryWithAControlCharacter)
     for (const char control : {'\0', '\1', '\t', '\r', '\x1F', '\x7F'})
         for (const char* const start : {"NCPATH|1|C:\\A", "NCPATH|1|C:\\A.NC|G"}) {
             const std::string line = start + std::string(1, control) + ".NC|G";
-            EXPECT_FALSE(readQueue(line).front().has_value()) << static_cast<int>(control);
+            EXPECT_FALSE(parseNcQueue(line).front().has_value()) << static_cast<int>(control);
         }
 }
 
 TEST(QueueReader, findsNothingInAnEmptyFile)
 {
-    EXPECT_TRUE(readQueue("").empty());
+    EXPECT_TRUE(parseNcQueue("").empty());
 }
 
 TEST(QueueFileName, isThatOfAQueueOfARequest)

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-using namespace companion;
+using namespace peer;
 
 namespace {
 
@@ -33,12 +33,12 @@ std::string with(const std::string& text, const std::string& other)
 
 bool isRecord(const std::string& line)
 {
-    return readToolRecord(line).has_value();
+    return parseToolRecord(line).has_value();
 }
 
 std::wstring commentOf(const std::string& written)
 {
-    const auto record = readToolRecord(with("End mill \xC4", written));
+    const auto record = parseToolRecord(with("End mill \xC4", written));
     return record ? record->comment : L"no record";
 }
 
@@ -46,7 +46,7 @@ std::wstring commentOf(const std::string& written)
 
 TEST(ToolReader, readsTheToolOfTheOperation)
 {
-    const auto record = readToolRecord(fullRecord);
+    const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
     EXPECT_EQ(record->dataId, 17);
     EXPECT_EQ(record->toolPlaneName, 0x2A1F3C05E40u);
@@ -68,7 +68,7 @@ TEST(ToolReader, readsTheToolOfTheOperation)
 
 TEST(ToolReader, readsTheToolOfTheTable)
 {
-    const auto record = readToolRecord(fullRecord);
+    const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
     EXPECT_EQ(record->tableLengthOffset, 7);
     EXPECT_EQ(record->overallLength, 80);
@@ -99,7 +99,7 @@ TEST(ToolReader, readsTheToolOfTheTable)
 
 TEST(ToolReader, readsTheOperation)
 {
-    const auto record = readToolRecord(fullRecord);
+    const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
     EXPECT_EQ(record->workOffset, 54);
     EXPECT_EQ(record->operationType, 19);
@@ -165,67 +165,25 @@ TEST(ToolReader, refusesNumbersThatNobodyPrints)
 
 TEST(ToolReader, takesTheLimitsOfEachKindOfNumber)
 {
-    EXPECT_EQ(readToolRecord(with("|TNUM=4", "|TNUM=-2147483648"))->number,
+    EXPECT_EQ(parseToolRecord(with("|TNUM=4", "|TNUM=-2147483648"))->number,
               std::numeric_limits<std::int32_t>::min());
-    EXPECT_EQ(readToolRecord(with("|TTYPE=10", "|TTYPE=32767"))->type, 32767);
-    EXPECT_EQ(readToolRecord(with("|DIA=12.5", "|DIA=-inf"))->diameter,
+    EXPECT_EQ(parseToolRecord(with("|TTYPE=10", "|TTYPE=32767"))->type, 32767);
+    EXPECT_EQ(parseToolRecord(with("|DIA=12.5", "|DIA=-inf"))->diameter,
               -std::numeric_limits<double>::infinity());
     for (const char* number : {"nan", "-nan", "-nan(ind)"}) {
-        const auto record = readToolRecord(with("|DIA=12.5", std::string("|DIA=") + number));
+        const auto record = parseToolRecord(with("|DIA=12.5", std::string("|DIA=") + number));
         ASSERT_TRUE(record.has_value()) << number;
         EXPECT_TRUE(std::isnan(record->diameter)) << number;
     }
-    EXPECT_EQ(readToolRecord(with("|DIA=12.5", "|DIA=-0"))->diameter, 0);
+    EXPECT_EQ(parseToolRecord(with("|DIA=12.5", "|DIA=-0"))->diameter, 0);
 }
 
 TEST(ToolReader, keepsThePlaceOfALineThatIsNoRecord)
 {
-    const auto records = readToolData("\r\n" + std::string(fullRecord) + "\r\nTOOLDATA|\r\n");
+    const auto records = parseToolData("\r\n" + std::string(fullRecord) + "\r\nTOOLDATA|\r\n");
     ASSERT_EQ(records.size(), 3u);
     EXPECT_FALSE(records[0].has_value());
     EXPECT_TRUE(records[1].has_value());
     EXPECT_FALSE(records[2].has_value());
-    EXPECT_TRUE(readToolData("").empty());
-}
-
-TEST(ToolReader, showsAToolWithItsData)
-{
-    const ToolRecord record = readToolRecord(fullRecord).value();
-    EXPECT_EQ(toolCells(record),
-              (std::vector<std::wstring>{L"4", L"10", L"12.5", L"101", L"End mill \u00C4"}));
-    using Rows = std::vector<std::vector<std::wstring>>;
-    EXPECT_EQ(toolDetails(record), (Rows{{L"Corner radius", L"0.5"},
-                                         {L"Tip angle", L"118"},
-                                         {L"Flutes", L"3"},
-                                         {L"Flute length", L"26"},
-                                         {L"Shoulder length", L"30"},
-                                         {L"Shoulder diameter", L"13"},
-                                         {L"Overall length", L"80"},
-                                         {L"Arbor diameter", L"14"},
-                                         {L"Holder diameter", L"50"},
-                                         {L"Holder length", L"60"},
-                                         {L"Spindle speed", L"8000"},
-                                         {L"Feed", L"901"},
-                                         {L"Plunge rate", L"300"},
-                                         {L"Retract rate", L"1e+06"},
-                                         {L"Length offset", L"5"},
-                                         {L"Diameter offset", L"6"},
-                                         {L"Depth", L"-12.5"},
-                                         {L"Cycle time, seconds", L"61.5"}}));
-}
-
-TEST(PrintedDecimal, hasSixSignificantDigits)
-{
-    for (const auto& [number, text] : std::initializer_list<std::pair<double, const char*>>{
-             {10, "10"},
-             {0.1, "0.1"},
-             {-0.5, "-0.5"},
-             {2.5e6, "2.5e+06"},
-             {1e-6, "1e-06"},
-             {123456.7, "123457"},
-             {0.0001, "0.0001"},
-             {-1.2345678e-300, "-1.23457e-300"}}) {
-        EXPECT_EQ(printedDecimal(number), text);
-        EXPECT_TRUE(readPrintedDecimal(text).has_value()) << text;
-    }
+    EXPECT_TRUE(parseToolData("").empty());
 }

@@ -1,7 +1,6 @@
 // What the Companion does with the files that a host's lines announce, without its windows.
 #include "peer/files.h"
-#include "standin/companion/app/queue_file.h"
-#include "standin/companion/app/tool_file.h"
+#include "standin/companion/app/announced_files.h"
 
 #include "support/bytes.h"
 #include "support/installation.h"
@@ -178,8 +177,8 @@ TEST_F(SmallFile, isReadFromADiskAlone)
     const HANDLE pipe = CreateNamedPipeW(name, PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_NOWAIT, 1,
                                          0, 0, 0, nullptr);
     ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(readFile(name), std::nullopt);
+    EXPECT_EQ(peer::readFile(name), std::nullopt);
     CloseHandle(pipe);
-    EXPECT_EQ(readFile(L"NUL"), std::nullopt);
-    EXPECT_EQ(readFile(write(L"temp\\a.txt", "a")), "a");
+    EXPECT_EQ(peer::readFile(L"NUL"), std::nullopt);
+    EXPECT_EQ(peer::readFile(write(L"temp\\a.txt", "a")), "a");
 }

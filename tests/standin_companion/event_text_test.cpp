@@ -1,4 +1,4 @@
-#include "standin/companion/app/event_text.h"
+#include "standin/companion/log/event_text.h"
 
 #include <gtest/gtest.h>
 
@@ -116,4 +116,11 @@ TEST(EventTitle, hasWordsForEveryEventOfTheLog)
 TEST(EventTitle, leavesAnUnknownEventAsItIs)
 {
     EXPECT_EQ(eventTitle(L"something-new"), L"something-new");
+}
+
+TEST(BytesField, showsEachByteAsTwoUpperCaseDigits)
+{
+    EXPECT_EQ(bytesField(L"hex", std::string("TOOL-7\n\0\xAF\xFF", 10)),
+              L" hex=544F4F4C2D370A00AFFF");
+    EXPECT_EQ(bytesField(L"hex", ""), L" hex=");
 }

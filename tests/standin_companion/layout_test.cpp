@@ -118,11 +118,11 @@ TEST(WindowLayout, hasNoNegativeLengths)
 
 TEST(ScaledPicture, hasTheMeanOfThePixelsThatEachStandsFor)
 {
-    const Pixels picture{4,
+    const peer::Pixels picture{4,
                          2,
                          {0x000000, 0x0000FF, 0x00FF00, 0x00FF00, //
                           0x000000, 0x0000FF, 0xFF0000, 0xFF0002}};
-    const Pixels half = scaled(picture, 2, 1);
+    const peer::Pixels half = scaled(picture, 2, 1);
     EXPECT_EQ(half.width, 2);
     EXPECT_EQ(half.height, 1);
     EXPECT_EQ(half.values, (std::vector<std::uint32_t>{0x00007F, 0x7F7F00}));
@@ -130,7 +130,7 @@ TEST(ScaledPicture, hasTheMeanOfThePixelsThatEachStandsFor)
 
 TEST(ScaledPicture, standsForEveryPixelOnceAlsoInUnevenSizes)
 {
-    const Pixels picture{3, 1, {3, 6, 9}};
+    const peer::Pixels picture{3, 1, {3, 6, 9}};
     EXPECT_EQ(scaled(picture, 2, 1).values, (std::vector<std::uint32_t>{3, 7}));
     EXPECT_EQ(scaled(picture, 3, 1).values, picture.values);
 }

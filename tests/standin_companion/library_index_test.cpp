@@ -1,3 +1,4 @@
+#include "standin/companion/library/library.h"
 #include "standin/companion/library/library_index.h"
 
 #include <gtest/gtest.h>
@@ -144,4 +145,13 @@ TEST(LibraryItem, isFoundByItsNameAloneOrItsNumberAlone)
 TEST(LibraryItem, namesItsVersionsFile)
 {
     EXPECT_EQ(versionFile({31, L"pump cover", 12, 5, L"", L""}), L"pump cover\\v12.mcam");
+}
+
+TEST(PartSummary, countsTheOperationSections)
+{
+    EXPECT_EQ(countOperations("mastercam part 1\n[operation]\nid = 1\n\n[operation]\n"), 2);
+    EXPECT_EQ(countOperations("\xEF\xBB\xBF[operation]\r\n[operation]"), 2);
+    EXPECT_EQ(countOperations("[no operation]\n# [operation]\nname = [operation]\n[operations]\n"),
+              0);
+    EXPECT_EQ(countOperations(""), 0);
 }

@@ -1,5 +1,5 @@
 // How a committed file becomes a version: its names, its place in the index, its part.
-#include "standin/companion/library/index_edit.h"
+#include "standin/companion/library/library_index.h"
 #include "standin/companion/library/version_plan.h"
 #include "standin/companion/library/working_copies.h"
 
@@ -38,8 +38,8 @@ LibraryItem item(std::int32_t number, const std::wstring& name)
 
 TEST(VersionPlan, namesThePartFileAndThePicture)
 {
-    EXPECT_EQ(versionFile(VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.mcam");
-    EXPECT_EQ(pictureFile(VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.bmp");
+    EXPECT_EQ(versionFile(peer::VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.mcam");
+    EXPECT_EQ(pictureFile(peer::VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.bmp");
 }
 
 TEST(VersionPlan, isInTheIndexFromItsVersionOn)

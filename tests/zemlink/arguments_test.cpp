@@ -1,19 +1,18 @@
 // The words of a start of zemlink, and its answers about requests and the port.
 #include "tools/zemlink/answers.h"
 #include "tools/zemlink/arguments.h"
-#include "tools/zemlink/host_choice.h"
 
 #include <gtest/gtest.h>
 
 using namespace zemlink;
-using companion::Verdict;
+using peer::Verdict;
 
 namespace {
 
 // What is said about wrong words, or an empty text when they are understood.
 std::string complaint(std::vector<std::string> words)
 {
-    const Arguments arguments = readArguments(std::move(words));
+    const Arguments arguments = parseArguments(std::move(words));
     EXPECT_EQ(arguments.exitCode, arguments.text.empty() ? 0 : 2);
     EXPECT_EQ(arguments.command == Command::none, !arguments.text.empty());
     return arguments.text.substr(0, arguments.text.find('\n'));
@@ -31,15 +30,15 @@ Port heldBy(std::uint32_t process, const wchar_t* program)
 
 TEST(Arguments, nameACommandWithItsOptionsInAnyOrder)
 {
-    const Arguments open =
-        readArguments({"open", "--timeout", "3", "-5", "C:\\a b.mcam", "--json", "--host", "4711"});
+    const Arguments open = parseArguments(
+        {"open", "--timeout", "3", "-5", "C:\\a b.mcam", "--json", "--host", "4711"});
     EXPECT_EQ(open.command, Command::open);
     EXPECT_EQ(open.id, -5);
     EXPECT_EQ(open.path, "C:\\a b.mcam");
     EXPECT_EQ(open.host, 4711u);
     EXPECT_EQ(open.timeoutMs, 3000);
     EXPECT_TRUE(open.isJson);
-    const Arguments decode = readArguments({"--json", "decode", "x", "--as", "queue"});
+    const Arguments decode = parseArguments({"--json", "decode", "x", "--as", "queue"});
     EXPECT_EQ(decode.command, Command::decode);
     EXPECT_EQ(decode.kind, ExchangeKind::ncQueue);
     EXPECT_TRUE(decode.isJson);
@@ -47,13 +46,13 @@ TEST(Arguments, nameACommandWithItsOptionsInAnyOrder)
 
 TEST(Arguments, leaveWhatIsNotSaidEmpty)
 {
-    const Arguments listen = readArguments({"listen"});
+    const Arguments listen = parseArguments({"listen"});
     EXPECT_EQ(listen.command, Command::listen);
     EXPECT_FALSE(listen.isJson || listen.count || listen.timeoutMs || listen.host || listen.kind);
-    EXPECT_EQ(readArguments({"checkin"}).path, "");
-    EXPECT_EQ(readArguments({"new", "4294967"}).id, 4294967);
-    EXPECT_EQ(readArguments({"status"}).command, Command::status);
-    EXPECT_EQ(readArguments({"doctor"}).command, Command::doctor);
+    EXPECT_EQ(parseArguments({"checkin"}).path, "");
+    EXPECT_EQ(parseArguments({"new", "4294967"}).id, 4294967);
+    EXPECT_EQ(parseArguments({"status"}).command, Command::status);
+    EXPECT_EQ(parseArguments({"doctor"}).command, Command::doctor);
 }
 
 TEST(Arguments, areComplainedAboutWithTheirCause)
@@ -80,11 +79,11 @@ TEST(Arguments, areComplainedAboutWithTheirCause)
 
 TEST(Arguments, askForTheVersionAndForHelp)
 {
-    const Arguments version = readArguments({"--version"});
+    const Arguments version = parseArguments({"--version"});
     EXPECT_EQ(version.command, Command::none);
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_EQ(version.text, "zemlink " PROJECT_VERSION_TEXT "\n");
-    const Arguments help = readArguments({"decode", "--help"});
+    const Arguments help = parseArguments({"decode", "--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_NE(help.text.find("Exit codes: 0 done, 1 trouble found or request not taken, 2 wrong "
                              "usage."),
@@ -94,7 +93,7 @@ TEST(Arguments, askForTheVersionAndForHelp)
 
 TEST(HostChoice, isTheOnlyHostOrTheNamedOne)
 {
-    const std::vector<companion::Host> two = {{4, L"a"}, {8, L"b"}};
+    const std::vector<peer::Host> two = {{4, L"a"}, {8, L"b"}};
     EXPECT_EQ(chooseHost({two[0]}, {}).process, 4u);
     EXPECT_EQ(chooseHost(two, 8).process, 8u);
     EXPECT_EQ(chooseHost({}, {}).reason, "no host with the add-in runs");
@@ -113,7 +112,7 @@ TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
     EXPECT_EQ(answerOutcome(request, 4, Verdict::taken, "").exitCode, done);
     for (const Verdict verdict :
          {Verdict::full, Verdict::missing, Verdict::notTaken, Verdict::lost})
-        EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, trouble);
+        EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, problem);
     EXPECT_EQ(answerText(Verdict::full, "Access denied. (error 5)"),
               "Nothing was written, the command file cannot be: Access denied. (error 5)");
     EXPECT_EQ(answerText(Verdict::lost, ""),

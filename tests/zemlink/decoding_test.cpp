@@ -1,7 +1,7 @@
 // How zemlink recognises exchange files, and what it makes of each kind.
 #include "tools/zemlink/decode.h"
-#include "tools/zemlink/notice_report.h"
-#include "tools/zemlink/report_text.h"
+#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/report.h"
 
 #include <gtest/gtest.h>
 
@@ -78,7 +78,7 @@ TEST(ExchangeKind, hasAWordOfItsOwn)
 TEST(Decoding, showsEveryValueOfATool)
 {
     const Outcome outcome = decode(ExchangeKind::toolData, record + "nonsense\r\n");
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report["badLines"].dump(), "[2]");
     ASSERT_EQ(outcome.report["tools"].size(), 1u);
     EXPECT_EQ(
@@ -112,7 +112,7 @@ TEST(Decoding, showsCommitsAndWhatIsNone)
     const std::string commit = "\xFF\xFF\xFF\xFF\4\0\0\0C\0:\0\\\0a\0"s;
     const std::string bytes = std::string(8, '\0') + commit + commit.substr(0, 12);
     const Outcome outcome = decode(ExchangeKind::commitRecords, bytes);
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report.dump(), R"({"kind":"commits","bytes":36,"records":[{"at":8,)"
                                      R"("id":null,"file":"C:\\a"}],"foreign":[{"at":0,)"
                                      R"("bytes":8}],"incomplete":12})");
@@ -123,7 +123,7 @@ TEST(Decoding, showsWhatIsOddInARequest)
 {
     const Outcome outcome = decode(ExchangeKind::commandFile, "\xEF\xBB\xBF"
                                                               "12 C:\\ab\r\n");
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report.dump(),
               R"({"kind":"command","bytes":13,"request":"open","id":12,"path":"C:\\ab\r",)"
               R"("remarks":["A carriage return stays at the end of the path."]})");
@@ -134,11 +134,11 @@ TEST(Decoding, showsWhatIsOddInARequest)
 
 TEST(Decoding, showsMachineSettingsThatAreNotWhole)
 {
-    EXPECT_EQ(decode(ExchangeKind::machineSettings, "").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "").exitCode, problem);
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").report.dump(),
               R"({"kind":"machine","bytes":3,"id":"1","ncPath":null,"secondNumber":null,)"
               R"("machine":"2"})");
-    EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").exitCode, problem);
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2|3|m\r\n").exitCode, done);
 }
 
@@ -194,7 +194,7 @@ TEST(Decoding, showsAnswersThatLoadNothing)
               R"({"kind":"answer","bytes":17,"answer":"file","fileType":"CAD","id":7,)"
               R"("path":"a\nb","remarks":["Lines follow the first; they become part of the )"
               R"(path.","It ends within a character."]})");
-    EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CAD7")).exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CAD7")).exitCode, problem);
 }
 
 TEST(Decoding, showsNoticesOneBehindTheOther)
@@ -204,8 +204,8 @@ TEST(Decoding, showsNoticesOneBehindTheOther)
     EXPECT_EQ(outcome.report.dump(),
               R"({"kind":"notices","bytes":21,"notices":[{"notice":"tool data","id":17},)"
               R"({"notice":"commit","id":5,"file":"C:\\a"}]})");
-    EXPECT_EQ(decode(ExchangeKind::notices, "TOOL-17\nTOOL-17").exitCode, trouble);
-    EXPECT_EQ(decode(ExchangeKind::notices, "hello\nTOOL-17\n").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::notices, "TOOL-17\nTOOL-17").exitCode, problem);
+    EXPECT_EQ(decode(ExchangeKind::notices, "hello\nTOOL-17\n").exitCode, problem);
 }
 
 TEST(Decoding, showsTheFormOfAPicture)
@@ -219,7 +219,7 @@ TEST(Decoding, showsTheFormOfAPicture)
               R"("firstRow":"bottom"})");
     EXPECT_EQ(decode(ExchangeKind::picture, whole).exitCode, done);
     const Outcome cut = decode(ExchangeKind::picture, whole.substr(0, 77));
-    EXPECT_EQ(cut.exitCode, trouble);
+    EXPECT_EQ(cut.exitCode, problem);
     EXPECT_FALSE(cut.report.contains("width"));
 }
 
@@ -252,18 +252,9 @@ TEST(Decoding, showsWhichLinesOfALogNoLoadWrote)
     const Outcome outcome =
         decode(ExchangeKind::loadLog, "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
                                       "Loading File #8: a\nhello\nLoading File #2:\n");
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report["badLines"].dump(), "[1,3,4,5,6]");
     EXPECT_EQ(outcome.report["loads"][0]["lastStep"], 1);
-}
-
-TEST(ReportText, showsWhatWouldSteerTheTerminalByItsDigits)
-{
-    EXPECT_EQ(visible("a\r\x1B[1m\x7F b"), "a<0D><1B>[1m<7F> b");
-    EXPECT_EQ(visible("\xC2\x9B"
-                      "1m \xE2\x80\xAE"
-                      "x \xC3\xA4"),
-              "<9B>1m <202E>x \xC3\xA4");
 }
 
 TEST(NoticeReport, tellsOfALineThatIsNone)

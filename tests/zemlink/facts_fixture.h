@@ -9,7 +9,7 @@ namespace testing_support {
 inline zemlink::Facts soundFacts()
 {
     zemlink::Facts facts;
-    facts.folder = {L"C:\\TORVA\\ZEM", zemlink::FolderSource::registry, L""};
+    facts.folder = {L"C:\\TORVA\\ZEM", peer::FolderSource::registry, L""};
     facts.settings = "UseFtpServer=y\r\n";
     facts.companion = {true, 12, L"TORVA ZEM"};
     facts.hosts = {{4711, L"bracket.mcam"}};

@@ -14,18 +14,18 @@ const Result refused = {10061, "Connection refused. (error 10061)"};
 
 void expectOnly(const Facts& facts, const std::string& name, const std::string& what)
 {
-    const std::vector<Trouble> troubles = findTroubles(facts);
-    ASSERT_EQ(troubles.size(), 1u) << name;
-    EXPECT_EQ(troubles[0].name, name);
-    EXPECT_EQ(troubles[0].what, what);
-    EXPECT_NE(troubles[0].advice, "");
+    const std::vector<Problem> problems = findProblems(facts);
+    ASSERT_EQ(problems.size(), 1u) << name;
+    EXPECT_EQ(problems[0].name, name);
+    EXPECT_EQ(problems[0].what, what);
+    EXPECT_NE(problems[0].advice, "");
 }
 
 } // namespace
 
 TEST(Troubles, areNoneInASoundInstallation)
 {
-    EXPECT_TRUE(findTroubles(soundFacts()).empty());
+    EXPECT_TRUE(findProblems(soundFacts()).empty());
 }
 
 TEST(Troubles, areWhatIsMissingOrCannotBeWritten)
@@ -35,14 +35,14 @@ TEST(Troubles, areWhatIsMissingOrCannotBeWritten)
     expectOnly(facts, "temp-not-writable",
                "No file can be made in C:\\TORVA\\ZEM\\temp: Access denied. (error 5)");
     facts = soundFacts();
-    facts.commitThere = denied;
+    facts.commitFolderFound = denied;
     expectOnly(facts, "commit-folder-missing", "C:\\TORVA\\ZEM\\commit: Access denied. (error 5)");
     facts = soundFacts();
-    facts.programThere = denied;
+    facts.programFound = denied;
     expectOnly(facts, "companion-missing",
                "C:\\TORVA\\ZEM\\TORVA-ZEM.exe: Access denied. (error 5)");
     facts = soundFacts();
-    facts.folderThere = denied;
+    facts.folderFound = denied;
     expectOnly(facts, "folder-missing",
                "The installation folder C:\\TORVA\\ZEM: Access denied. (error 5)");
 }
@@ -59,7 +59,7 @@ TEST(Troubles, areCommitsOfACommandLineWhenNobodyRunsToTakeThem)
 {
     Facts facts = soundFacts();
     facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat", 1, false, 0, "commit"}};
-    EXPECT_TRUE(findTroubles(facts).empty());
+    EXPECT_TRUE(findProblems(facts).empty());
     facts.companion = {};
     facts.port = {refused};
     expectOnly(facts, "commits-left",
@@ -75,7 +75,7 @@ TEST(Troubles, areAFolderBeyondAsciiAndOneThatOnlyTheOtherViewNames)
                "The installation folder C:\\W\xC3\xA4rme is not plain ASCII: requests to open a "
                "file in it fail, and settings and log may not be found.");
     facts = soundFacts();
-    facts.folder.elsewhere = L"D:\\ZEM";
+    facts.folder.otherView = L"D:\\ZEM";
     expectOnly(facts, "registry-view",
                "The 64-bit view of the registry names D:\\ZEM, but hosts work with "
                "C:\\TORVA\\ZEM.");
@@ -85,12 +85,12 @@ TEST(Troubles, areCommandFilesThatNobodyReads)
 {
     Facts facts = soundFacts();
     facts.commandFiles[0].bytes = 65536;
-    EXPECT_TRUE(findTroubles(facts).empty());
+    EXPECT_TRUE(findProblems(facts).empty());
     facts.commandFiles[0].bytes = 65537;
     expectOnly(facts, "command-file-too-long",
                "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat holds 65537 bytes: the add-in has stopped "
                "reading it.");
-    facts.commandFiles[0].isProcessThere = false;
+    facts.commandFiles[0].isProcessRunning = false;
     expectOnly(facts, "stale-command-file",
                "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat: its process 4711 is gone.");
 }
@@ -102,7 +102,7 @@ TEST(Troubles, areCommitsThatAnEndedCompanionLeft)
     for (const CommitFile& sound :
          {CommitFile{path, 9, true, 0, "x"}, {path, 9, false, 10, ""}, {path, 9, false, 0, {}}}) {
         facts.commitFiles = {sound};
-        EXPECT_TRUE(findTroubles(facts).empty());
+        EXPECT_TRUE(findProblems(facts).empty());
     }
     facts.commitFiles = {{path, 9, false, 0, "x"}};
     expectOnly(facts, "commits-left",
@@ -132,12 +132,12 @@ TEST(Troubles, areNotACompanionsOwnPort)
     Facts facts = soundFacts();
     facts.port.holder = 13;
     facts.port.program = L"D:\\ZEM\\torva-zem.EXE";
-    EXPECT_TRUE(findTroubles(facts).empty());
+    EXPECT_TRUE(findProblems(facts).empty());
     facts.port = Port(); // the system does not tell who holds it
-    EXPECT_TRUE(findTroubles(facts).empty());
+    EXPECT_TRUE(findProblems(facts).empty());
     facts.companion = {};
     facts.port.answer = refused; // nothing runs
-    EXPECT_TRUE(findTroubles(facts).empty());
+    EXPECT_TRUE(findProblems(facts).empty());
 }
 
 TEST(Troubles, areACompanionThatCannotBeReached)
@@ -162,14 +162,14 @@ TEST(Troubles, areASettingThatLosesItsLastCharacter)
                "The last line of C:\\TORVA\\ZEM\\cfg\\settings.ini has no line end: its value "
                "loses its last character.");
     facts.settings.reset();
-    EXPECT_TRUE(findTroubles(facts).empty());
+    EXPECT_TRUE(findProblems(facts).empty());
 }
 
 TEST(Troubles, makeTheProgramEndWithOne)
 {
-    EXPECT_EQ(troublesOutcome({}).exitCode, 0);
-    EXPECT_EQ(troublesOutcome({}).report.dump(), R"({"troubles":[]})");
-    const Outcome outcome = troublesOutcome({{"a", "b", "c"}});
+    EXPECT_EQ(problemsOutcome({}).exitCode, 0);
+    EXPECT_EQ(problemsOutcome({}).report.dump(), R"({"troubles":[]})");
+    const Outcome outcome = problemsOutcome({{"a", "b", "c"}});
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(outcome.report.dump(), R"({"troubles":[{"name":"a","what":"b","do":"c"}]})");
 }

@@ -8,13 +8,13 @@
 #include "formats/command_file.h"
 #include "formats/settings_file.h"
 #include "peer/checkout_answer.h"
-#include "peer/command_text.h"
+#include "peer/command_file.h"
 #include "peer/machine_settings.h"
 #include "peer/settings_file.h"
 
 #include <gtest/gtest.h>
 
-using namespace zemlink;
+using namespace peer;
 
 namespace {
 
@@ -71,7 +71,7 @@ TEST(SupportTool, readsRequestsAsTheAddInDoes)
         const std::string text = start + textOf(pieces, random, 8);
         if (text.empty())
             continue; // the add-in never looks at it
-        const CommandText ours = readCommandText(text);
+        const Request ours = parseRequest(text);
         const torvapdm::CommandRequest theirs = torvapdm::interpretCommandText(text);
         ASSERT_EQ(requestName(ours.kind), requestName(kindOf(theirs.kind))) << text;
         if (ours.kind == RequestKind::open || ours.kind == RequestKind::newFile) {
@@ -87,7 +87,7 @@ TEST(SupportTool, readsMachineSettingsAsTheAddInDoes)
     fuzzing::Random random(18);
     for (int i = 0; i < texts; ++i) {
         const std::string line = "1" + textOf(pieces, random, 10) + "\n";
-        const auto ours = readMachineText(line);
+        const auto ours = parseMachineSettings(line);
         const torvapdm::MachineSettings theirs = torvapdm::parseMachineSettings(widened(line));
         ASSERT_TRUE(ours) << line;
         ASSERT_EQ(ours->ncPath, theirs.ncPathNumber) << line;
@@ -104,7 +104,7 @@ TEST(SupportTool, readsAnswersAsTheAddInDoes)
     fuzzing::Random random(20);
     for (int i = 0; i < texts; ++i) {
         const std::wstring text = widened(textOf(pieces, random, 6));
-        const AnswerText ours = readAnswerText(
+        const CheckoutAnswer ours = parseCheckoutAnswer(
             {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)});
         std::wstring fileType;
         torvapdm::CheckoutAnswer theirs;
@@ -140,8 +140,8 @@ TEST(SupportTool, readsSettingsAsTheAddInDoes)
     fuzzing::Random random(19);
     for (int i = 0; i < texts; ++i) {
         const std::string text = textOf(pieces, random, 16);
-        const std::vector<std::string> lines = settingLines(text);
-        const Report ours = settingsInForce(text);
+        const std::vector<std::string> lines = splitSettingLines(text);
+        const Settings ours = parseSettings(text);
         std::string import = "y";
         bool areToolsSaved = false;
         for (const std::string& line : lines) {
@@ -150,10 +150,11 @@ TEST(SupportTool, readsSettingsAsTheAddInDoes)
         }
         for (const char* key : {"UseFtpServer", "MCXCATIA"}) {
             const std::string value = addInsValue(lines, key);
-            ASSERT_EQ(settingValue(lines, key), value) << text;
-            ASSERT_EQ(ours[key], value == "y" || value == "Y") << text;
+            ASSERT_EQ(findSetting(lines, key), value) << text;
+            const bool isOn = std::string_view(key) == "MCXCATIA" ? ours.catia : ours.useFtpServer;
+            ASSERT_EQ(isOn, value == "y" || value == "Y") << text;
         }
-        ASSERT_EQ(ours["MCXIMPORTNC"], import == "y") << text;
-        ASSERT_EQ(ours["AlwaysSaveTools"], areToolsSaved) << text;
+        ASSERT_EQ(ours.importNc, import == "y") << text;
+        ASSERT_EQ(ours.alwaysSaveTools, areToolsSaved) << text;
     }
 }

@@ -1,5 +1,5 @@
 // The status of an installation, in words.
-#include "tools/zemlink/report_text.h"
+#include "tools/zemlink/report.h"
 #include "tools/zemlink/status.h"
 #include "zemlink/facts_fixture.h"
 
@@ -60,7 +60,7 @@ port:
 TEST(StatusReport, tellsWhyNothingAnswers)
 {
     Facts facts;
-    facts.folderThere = {2, "File not found. (error 2)"};
+    facts.folderFound = {2, "File not found. (error 2)"};
     facts.port.answer = {10061, "Connection refused. (error 10061)"};
     EXPECT_EQ(statusReport(facts)["port"].dump(),
               R"~({"number":4559,"answers":false,"cause":"Connection refused. (error 10061)"})~");
@@ -68,19 +68,4 @@ TEST(StatusReport, tellsWhyNothingAnswers)
               R"({"folder":"C:\\TORVA\\ZEM","from":"default, the registry names none",)"
               R"("there":false})");
     EXPECT_EQ(statusReport(facts)["settings"]["file"], false);
-}
-
-TEST(ReportText, writesScalarsListsAndWhatIsEmpty)
-{
-    EXPECT_EQ(asText({{"ncPath", -1},
-                      {"MCXCATIA", true},
-                      {"numbers", {1, 2}},
-                      {"nothing", nullptr},
-                      {"emptyText", ""},
-                      {"odd", "a\r\x1F"},
-                      {"emptyList", Report::array()},
-                      {"pairs", {Report{{"a", "x"}, {"b", {{"c", 0.5}}}}}}}),
-              "nc path: -1\nMCXCATIA: yes\nnumbers:\n  - 1\n  - 2\nnothing: none\n"
-              "empty text: none\nodd: a<0D><1F>\nempty list: none\npairs:\n  - a: x\n    b:\n      "
-              "c: 0.5\n");
 }

@@ -12,7 +12,7 @@ namespace {
 constexpr std::int64_t longestTimeoutSeconds = 86400;
 constexpr std::int64_t largestProcess = std::numeric_limits<std::uint32_t>::max();
 
-// What the options write to before it is known which of them count.
+// Targets of all options, before the command is known.
 struct Given {
     std::int64_t id = 0, host = 0, timeoutSeconds = 0, count = 0;
     std::string path{}, kind{};
@@ -24,13 +24,13 @@ CLI::Validator idRange()
                       std::numeric_limits<std::int32_t>::max());
 }
 
-// The parser would take `010` for eight and `0x11` for seventeen.
+// The parser would accept `010` as eight and `0x11` as seventeen.
 std::string notDecimal(const std::string& number)
 {
     const std::string digits = number.substr(number.starts_with('-') ? 1 : 0);
     const bool isDecimal = !digits.empty() && digits.find_first_not_of("0123456789") == digits.npos;
     const bool isPlain = isDecimal && (digits.front() != '0' || number == "0");
-    return isPlain ? "" : number + " is no decimal number";
+    return isPlain ? "" : number + " is not a decimal number";
 }
 
 CLI::Validator decimal()
@@ -40,19 +40,19 @@ CLI::Validator decimal()
 
 std::string notMinusOne(const std::string& id)
 {
-    return id == "-1" ? "-1 stands for no request; the host would open nothing" : "";
+    return id == "-1" ? "-1 means no request; the host would open nothing" : "";
 }
 
 void addDeliveryOptions(CLI::App& command, Given& given)
 {
-    command.add_option("--host", given.host, "process id of the host; without it, the only one")
+    command.add_option("--host", given.host, "process id of the host; default: the only one")
         ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, largestProcess))
         ->type_name("PID");
     command
         .add_option("--timeout", given.timeoutSeconds,
-                    "seconds to wait for the file to be empty, and as long again for the request "
-                    "to be taken (10)")
+                    "seconds to wait until the command file is empty, and again until the request "
+                    "is taken (10)")
         ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
         ->type_name("SECONDS");
@@ -60,34 +60,34 @@ void addDeliveryOptions(CLI::App& command, Given& given)
 
 void addRequests(CLI::App& app, Given& given)
 {
-    CLI::App* open = app.add_subcommand("open", "have a host open a file");
+    CLI::App* open = app.add_subcommand("open", "open a file in a host");
     open->add_option("ID", given.id, "request id")
         ->required()
         ->check(decimal())
         ->check(idRange())
         ->check(CLI::Validator(notMinusOne, ""));
     open->add_option("PATH", given.path, "the file")->required();
-    CLI::App* newFile = app.add_subcommand("new", "have a host start a new file");
+    CLI::App* newFile = app.add_subcommand("new", "start a new file in a host");
     newFile->add_option("ID", given.id, "request id")
         ->required()
         ->check(decimal())
         ->check(idRange());
     CLI::App* checkIn =
-        app.add_subcommand("checkin", "have a host close its file, as after a check-in");
-    checkIn->add_option("NAME", given.path, "name of the file, for people; the host ignores it");
+        app.add_subcommand("checkin", "close the file of a host, as after a check-in");
+    checkIn->add_option("NAME", given.path, "name of the file, as a comment; the host ignores it");
     for (CLI::App* command : {open, newFile, checkIn})
         addDeliveryOptions(*command, given);
 }
 
 void addListen(CLI::App& app, Given& given)
 {
-    CLI::App* listen = app.add_subcommand("listen", "show the notices that hosts send, on "
-                                                    "port 4559; the Companion must not run");
-    listen->add_option("--count", given.count, "end after so many notices")
+    CLI::App* listen = app.add_subcommand("listen", "show the notices that hosts send to "
+                                                    "port 4559; the Companion must not be running");
+    listen->add_option("--count", given.count, "end after this number of notices")
         ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}))
         ->type_name("N");
-    listen->add_option("--timeout", given.timeoutSeconds, "end after so many seconds")
+    listen->add_option("--timeout", given.timeoutSeconds, "end after this number of seconds")
         ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
         ->type_name("SECONDS");
@@ -95,26 +95,26 @@ void addListen(CLI::App& app, Given& given)
 
 void addDecode(CLI::App& app, Given& given)
 {
-    CLI::App* decode = app.add_subcommand("decode", "show what an exchange file says");
+    CLI::App* decode = app.add_subcommand("decode", "show the content of an exchange file");
     decode->add_option("FILE", given.path, "the file")->required();
-    decode->add_option("--as", given.kind, "its kind, when neither name nor content tells")
+    decode->add_option("--as", given.kind, "its kind; default: from its name or content")
         ->check(CLI::IsMember(kindWords()))
         ->type_name("KIND");
 }
 
-// Adds everything that can be said on a command line.
+// Adds all commands and options.
 void describe(CLI::App& app, Given& given, bool& isJson)
 {
     app.set_version_flag("--version", "zemlink " ZEMLINK_VERSION);
-    app.add_flag("--json", isJson, "answer in JSON");
-    app.require_subcommand(0, 1); // a word that is none is named as such
+    app.add_flag("--json", isJson, "output JSON");
+    app.require_subcommand(0, 1); // so that an unknown word is reported as such
     app.fallthrough();
-    app.footer("Exit codes: 0 done, 1 trouble found or request not taken, 2 wrong usage.");
+    app.footer("Exit codes: 0 done, 1 problem found or request not taken, 2 wrong usage.");
     app.add_subcommand("status", "show the installation and the programs that use it");
     addRequests(app, given);
     addListen(app, given);
     addDecode(app, given);
-    app.add_subcommand("doctor", "look for the usual troubles and say what to do about each");
+    app.add_subcommand("doctor", "find common problems and show how to fix each");
 }
 
 Command commandOf(const std::string& word)
@@ -146,7 +146,7 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
     return arguments;
 }
 
-// The help or version that was asked for, or what is wrong.
+// The requested help or version, or the error.
 Arguments onlyText(const CLI::App& app, const CLI::ParseError& error)
 {
     std::ostringstream out;
@@ -159,14 +159,14 @@ Arguments onlyText(const CLI::App& app, const CLI::ParseError& error)
 
 } // namespace
 
-Arguments readArguments(std::vector<std::string> words)
+Arguments parseArguments(std::vector<std::string> words)
 {
-    CLI::App app("Speaks the exchanges between the Companion and the hosts' add-in from outside.",
+    CLI::App app("Shows and tests the exchanges between the Companion and the hosts' add-in.",
                  "zemlink");
     Given given;
     bool isJson = false;
     describe(app, given, isJson);
-    std::reverse(words.begin(), words.end()); // the parser takes them from the back
+    std::reverse(words.begin(), words.end()); // the parser expects them in reverse
     try {
         app.parse(std::move(words));
         if (app.get_subcommands().empty())

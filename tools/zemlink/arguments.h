@@ -1,4 +1,4 @@
-// The words of a start.
+// The command line.
 #pragma once
 
 #include "tools/zemlink/exchange_kind.h"
@@ -13,7 +13,7 @@ namespace zemlink {
 enum class Command { none, status, open, newFile, checkIn, listen, decode, doctor };
 
 struct Arguments {
-    Command command = Command::none; // none: `text` is all there is to say
+    Command command = Command::none; // none: only print `text`
     bool isJson = false;
     std::int32_t id = 0;                     // open, newFile
     std::string path{};                      // open, decode; checkIn: the name; UTF-8
@@ -22,12 +22,12 @@ struct Arguments {
     std::optional<std::int64_t> count{};     // listen
     std::optional<ExchangeKind> kind{};      // decode
 
-    // Of --help and --version, with exit code 0, or what is wrong, with exit code 2.
+    // Output of --help and --version, with exit code 0, or the error, with exit code 2.
     std::string text{};
     int exitCode = 0;
 };
 
-// Reads the arguments, UTF-8, without the program's name.
-Arguments readArguments(std::vector<std::string> words);
+// The arguments are UTF-8, without the program's name.
+Arguments parseArguments(std::vector<std::string> words);
 
 } // namespace zemlink

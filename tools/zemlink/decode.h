@@ -1,4 +1,4 @@
-// What an exchange file says.
+// The report of `zemlink decode`.
 #pragma once
 
 #include "tools/zemlink/exchange_kind.h"
@@ -8,8 +8,8 @@
 
 namespace zemlink {
 
-// The file's bytes, taken apart as that kind. The exit code is `trouble` when something in it is
-// not as its reader expects.
+// Parses the file's bytes as that kind. The exit code is `problem` when the reader of such a file
+// would not accept all of it.
 Outcome decode(ExchangeKind kind, std::string_view bytes);
 
 } // namespace zemlink

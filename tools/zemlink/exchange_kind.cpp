@@ -1,6 +1,8 @@
 #include "tools/zemlink/exchange_kind.h"
 
 #include "peer/commit_record.h"
+#include "peer/text.h"
+#include "peer/wire_constants.h"
 
 #include <algorithm>
 #include <iterator>
@@ -27,32 +29,30 @@ struct NameForm {
 };
 
 constexpr NameForm forms[] = {
-    {L"mastercam-", L".dat", ExchangeKind::commandFile},
-    {L"mcsettings-", L".txt", ExchangeKind::machineSettings},
-    {L"torvapdm-", L".dat", ExchangeKind::commitRecords},
-    {L"torvapdm-", L".closed", ExchangeKind::commitRecords},
-    {L"tool-", L".txt", ExchangeKind::toolData},
-    {L"ncqueue-", L".txt", ExchangeKind::ncQueue},
-    {L"torva zem-", L".tmp", ExchangeKind::checkoutAnswer},
-    {L"screendump", L".bmp", ExchangeKind::picture},
-    {L"toolimage-", L".bmp", ExchangeKind::picture},
-    {L"mcxlog", L".txt", ExchangeKind::loadLog},
-    {L"settings", L".ini", ExchangeKind::settings},
+    {peer::commandFileStart, peer::dataEnd, ExchangeKind::commandFile},
+    {peer::machineSettingsStart, peer::textEnd, ExchangeKind::machineSettings},
+    {peer::commitFileStart, peer::dataEnd, ExchangeKind::commitRecords},
+    {peer::commitFileStart, peer::closedCommitsEnd, ExchangeKind::commitRecords},
+    {peer::toolDataStart, peer::textEnd, ExchangeKind::toolData},
+    {peer::ncQueueStart, peer::textEnd, ExchangeKind::ncQueue},
+    {peer::checkoutAnswerStart, L".tmp", ExchangeKind::checkoutAnswer},
+    {peer::screenPictureName, peer::pictureEnd, ExchangeKind::picture},
+    {peer::toolPictureStart, peer::pictureEnd, ExchangeKind::picture},
+    {peer::loadLogName, peer::textEnd, ExchangeKind::loadLog},
+    {peer::settingsName, L".ini", ExchangeKind::settings},
 };
 
-std::wstring lowerCase(std::wstring_view text)
+bool isNamed(std::wstring_view name, const NameForm& form)
 {
-    std::wstring lower;
-    for (const wchar_t c : text)
-        lower += c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-    return lower;
+    return name.size() >= form.start.size() + form.end.size() &&
+           peer::isSameIgnoringCase(name.substr(0, form.start.size()), form.start) &&
+           peer::isSameIgnoringCase(name.substr(name.size() - form.end.size()), form.end);
 }
 
 std::optional<ExchangeKind> kindOfName(std::wstring_view fileName)
 {
-    const std::wstring name = lowerCase(fileName);
     for (const NameForm& form : forms)
-        if (name.starts_with(form.start) && name.ends_with(form.end))
+        if (isNamed(fileName, form))
             return form.kind;
     return std::nullopt;
 }
@@ -76,16 +76,16 @@ struct TextStart {
 };
 
 constexpr TextStart starts[] = {
-    {"\xEF\xBB\xBF", ExchangeKind::commandFile},
+    {peer::byteOrderMark, ExchangeKind::commandFile},
     {"CHECKIN ", ExchangeKind::commandFile},
-    {"TOOLDATA|", ExchangeKind::toolData},
-    {"NCPATH|", ExchangeKind::ncQueue},
-    {"Loading File #", ExchangeKind::loadLog},
-    {"ZEMID=", ExchangeKind::notices},
-    {"TOOL-", ExchangeKind::notices},
-    {"MCAMXMLIMPORTDATAID=", ExchangeKind::notices},
-    {"IMPORTNCQUEUE|", ExchangeKind::notices},
-    {"BM", ExchangeKind::picture},
+    {peer::toolRecordStart, ExchangeKind::toolData},
+    {peer::ncQueueWord, ExchangeKind::ncQueue},
+    {peer::loadLogStart, ExchangeKind::loadLog},
+    {peer::commitNotice, ExchangeKind::notices},
+    {peer::toolDataNotice, ExchangeKind::notices},
+    {peer::setupSheetNotice, ExchangeKind::notices},
+    {peer::ncQueueNotice, ExchangeKind::notices},
+    {peer::bitmapStart, ExchangeKind::picture},
 };
 
 std::optional<ExchangeKind> kindOfContent(std::string_view bytes)
@@ -94,11 +94,10 @@ std::optional<ExchangeKind> kindOfContent(std::string_view bytes)
         if (bytes.starts_with(each.start))
             return each.kind;
     const std::string_view line = bytes.substr(0, bytes.find('\n'));
-    return bytes == "CHECKIN" ? ExchangeKind::commandFile
-           : companion::nextPiece(bytes).kind == companion::PieceKind::record
-               ? ExchangeKind::commitRecords
-           : isAnswer(bytes)             ? ExchangeKind::checkoutAnswer
-           : isMachine(line)             ? ExchangeKind::machineSettings
+    return bytes == "CHECKIN"                                        ? ExchangeKind::commandFile
+           : peer::parsePiece(bytes).kind == peer::PieceKind::record ? ExchangeKind::commitRecords
+           : isAnswer(bytes)                                         ? ExchangeKind::checkoutAnswer
+           : isMachine(line)                                         ? ExchangeKind::machineSettings
            : line.find('=') != line.npos ? std::optional(ExchangeKind::settings)
                                          : std::nullopt;
 }

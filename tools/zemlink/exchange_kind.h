@@ -1,4 +1,4 @@
-// Which kind of exchange file a file is.
+// The kinds of exchange files, and how to recognise them.
 #pragma once
 
 #include <optional>
@@ -28,7 +28,7 @@ std::string kindWord(ExchangeKind kind);
 // Empty for any other word.
 std::optional<ExchangeKind> kindOfWord(std::string_view word);
 
-// By the name that such a file has, or else by what it holds. Empty when neither tells.
+// By the file name, or else by the content. Empty when neither matches.
 std::optional<ExchangeKind> kindOf(std::wstring_view fileName, std::string_view bytes);
 
 } // namespace zemlink

@@ -1,7 +1,7 @@
-// What there is to see of an installation, without a judgement.
+// The facts of an installation, without an assessment.
 #pragma once
 
-#include "peer/hosts.h"
+#include "peer/running_programs.h"
 #include "peer/installation_folder.h"
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace zemlink {
 
-// How something went: 0, or the system's error code and its text, UTF-8.
+// The result of a call: 0, or a system error code and its text, UTF-8.
 struct Result {
     std::uint32_t code = 0;
     std::string text{};
@@ -21,39 +21,39 @@ struct Result {
 
 struct CommandFile {
     std::wstring path{};
-    std::uint32_t process = 0; // whose file it is
+    std::uint32_t process = 0; // process id in its name
     std::uint64_t bytes = 0;
-    bool isProcessThere = false;
+    bool isProcessRunning = false;
 };
 
-// The commit requests for one process of the Companion.
+// The commit file of one process of the Companion.
 struct CommitFile {
     std::wstring path{};
     std::uint32_t process = 0;
-    bool isProcessThere = false;
-    std::uint64_t taken = 0;              // bytes in front that are dealt with
-    std::optional<std::string> waiting{}; // the bytes behind; empty while a host writes them
+    bool isProcessRunning = false;
+    std::uint64_t taken = 0;              // bytes at the start that have been handled
+    std::optional<std::string> waiting{}; // the bytes after them; empty while a host writes
 };
 
 struct Port {
-    Result answer{};                       // of a connection, as the add-in makes one
-    std::optional<std::uint32_t> holder{}; // the process that listens, when the system tells
-    std::wstring program{};                // its file; empty when it cannot be told
+    Result answer{};                       // of a connection as the add-in makes it
+    std::optional<std::uint32_t> holder{}; // the listening process, if known
+    std::wstring program{};                // its path; empty when unknown
 };
 
 struct Companion {
-    bool isRunning = false;                 // it holds its semaphore
-    std::optional<std::uint32_t> process{}; // of its window; empty: it has none
+    bool isRunning = false;                 // its semaphore exists
+    std::optional<std::uint32_t> process{}; // of its window; empty without a window
     std::wstring title{};
 };
 
 struct Facts {
-    Folder folder{};
-    Result folderThere{}, commitThere{}, programThere{}; // looks at what should be there
-    Result tempWritable{};                               // a file could be made; not always tried
-    std::optional<std::string> settings{};               // the bytes of the file; empty: no file
+    peer::Folder folder{};
+    Result folderFound{}, commitFolderFound{}, programFound{};
+    Result tempWritable{};                 // a file can be created; not always tested
+    std::optional<std::string> settings{}; // the bytes of the file; empty without a file
     Companion companion{};
-    std::vector<companion::Host> hosts{};
+    std::vector<peer::Host> hosts{};
     std::vector<CommandFile> commandFiles{};
     std::vector<CommitFile> commitFiles{};
     Port port{};

@@ -1,9 +1,9 @@
 #include "tools/zemlink/problems.h"
 
-#include "peer/ascii_case.h"
+#include "peer/text.h"
+#include "peer/wire_constants.h"
 #include "peer/exchange_paths.h"
 #include "peer/command_file.h"
-#include "peer/text.h"
 #include "peer/settings_file.h"
 
 #include <algorithm>
@@ -11,77 +11,74 @@
 namespace zemlink {
 namespace {
 
-using companion::toUtf8;
-using Troubles = std::vector<Trouble>;
-
-constexpr wchar_t companionProgram[] = L"TORVA-ZEM.exe";
+using peer::toUtf8;
+using Problems = std::vector<Problem>;
 
 std::string below(const Facts& facts, const std::wstring& path)
 {
     return toUtf8(facts.folder.path + path);
 }
 
-void judgeFolder(Troubles& troubles, const Facts& facts)
+void checkFolder(Problems& problems, const Facts& facts)
 {
     const std::string folder = toUtf8(facts.folder.path);
-    if (!facts.folder.elsewhere.empty()) {
-        troubles.push_back({"registry-view",
+    if (!facts.folder.otherView.empty()) {
+        problems.push_back({"registry-view",
                             "The 64-bit view of the registry names " +
-                                toUtf8(facts.folder.elsewhere) + ", but hosts work with " + folder +
-                                ".",
+                                toUtf8(facts.folder.otherView) + ", but hosts use " + folder + ".",
                             "Install the Companion again, or write the value "
                             "\"installation folder\" in the 32-bit view."});
     }
-    if (!facts.folderThere.isFine()) {
-        troubles.push_back({"folder-missing",
-                            "The installation folder " + folder + ": " + facts.folderThere.text,
-                            "Install the Companion, or have the registry name its folder."});
+    if (!facts.folderFound.isFine()) {
+        problems.push_back({"folder-missing",
+                            "The installation folder " + folder + ": " + facts.folderFound.text,
+                            "Install the Companion, or set the registry value to its folder."});
     }
-    if (!companion::isPlainAscii(facts.folder.path)) {
-        troubles.push_back({"folder-not-ascii",
+    if (!peer::isPlainAscii(facts.folder.path)) {
+        problems.push_back({"folder-not-ascii",
                             "The installation folder " + folder +
                                 " is not plain ASCII: requests "
                                 "to open a file in it fail, and settings and log may not be found.",
-                            "Install the Companion in a folder with a plain name."});
+                            "Install the Companion in a folder with a plain ASCII name."});
     }
 }
 
-void judgeContents(Troubles& troubles, const Facts& facts)
+void checkContents(Problems& problems, const Facts& facts)
 {
-    if (!facts.programThere.isFine()) {
-        troubles.push_back({"companion-missing",
-                            below(facts, L"\\TORVA-ZEM.exe: ") + facts.programThere.text,
+    if (!facts.programFound.isFine()) {
+        problems.push_back({"companion-missing",
+                            below(facts, L"\\TORVA-ZEM.exe: ") + facts.programFound.text,
                             "Install the Companion again."});
     }
     if (!facts.tempWritable.isFine()) {
-        troubles.push_back(
+        problems.push_back(
             {"temp-not-writable",
-             "No file can be made in " + below(facts, L"\\temp: ") + facts.tempWritable.text,
-             "Make the folder, and let every user of hosts write in it."});
+             "No file can be created in " + below(facts, L"\\temp: ") + facts.tempWritable.text,
+             "Create the folder, and give every user of a host write access to it."});
     }
-    if (!facts.commitThere.isFine()) {
-        troubles.push_back({"commit-folder-missing",
-                            below(facts, L"\\commit: ") + facts.commitThere.text,
-                            "Make the folder; without it commits have no picture."});
+    if (!facts.commitFolderFound.isFine()) {
+        problems.push_back({"commit-folder-missing",
+                            below(facts, L"\\commit: ") + facts.commitFolderFound.text,
+                            "Create the folder; without it commits have no picture."});
     }
-    if (isLastSettingCut(facts.settings.value_or(""))) {
-        troubles.push_back({"setting-cut",
+    if (peer::isLastSettingCut(facts.settings.value_or(""))) {
+        problems.push_back({"setting-cut",
                             "The last line of " + below(facts, L"\\cfg\\settings.ini") +
                                 " has no line end: its value loses its last character.",
                             "End the line."});
     }
 }
 
-void judgeCommandFiles(Troubles& troubles, const Facts& facts)
+void checkCommandFiles(Problems& problems, const Facts& facts)
 {
     for (const CommandFile& file : facts.commandFiles) {
         const std::string process = std::to_string(file.process);
-        if (!file.isProcessThere) {
-            troubles.push_back({"stale-command-file",
-                                toUtf8(file.path) + ": its process " + process + " is gone.",
+        if (!file.isProcessRunning) {
+            problems.push_back({"stale-command-file",
+                                toUtf8(file.path) + ": its process " + process + " has ended.",
                                 "Delete the file."});
-        } else if (file.bytes > companion::longestRequestBytes) {
-            troubles.push_back({"command-file-too-long",
+        } else if (file.bytes > peer::longestRequestBytes) {
+            problems.push_back({"command-file-too-long",
                                 toUtf8(file.path) + " holds " + std::to_string(file.bytes) +
                                     " bytes: the add-in has stopped reading it.",
                                 "Restart the host, process " + process + "."});
@@ -89,49 +86,49 @@ void judgeCommandFiles(Troubles& troubles, const Facts& facts)
     }
 }
 
-void judgeHosts(Troubles& troubles, const Facts& facts)
+void checkHosts(Problems& problems, const Facts& facts)
 {
-    for (const companion::Host& host : facts.hosts) {
+    for (const peer::Host& host : facts.hosts) {
         const bool hasFile =
             std::any_of(facts.commandFiles.begin(), facts.commandFiles.end(),
                         [&](const CommandFile& file) { return file.process == host.process; });
         if (!hasFile) {
-            troubles.push_back({"host-without-command-file",
-                                "The host with process " + std::to_string(host.process) +
-                                    " has no command file in " + below(facts, L"\\temp") + ".",
-                                "Restart the host: it works with another folder, or has stopped "
-                                "listening."});
+            problems.push_back(
+                {"host-without-command-file",
+                 "The host with process " + std::to_string(host.process) +
+                     " has no command file in " + below(facts, L"\\temp") + ".",
+                 "Restart the host: it uses another folder, or has stopped listening."});
         }
     }
 }
 
-void judgeCommits(Troubles& troubles, const Facts& facts)
+void checkCommits(Problems& problems, const Facts& facts)
 {
     for (const CommitFile& file : facts.commitFiles) {
-        const bool isCommandLines = file.process == companion::commandLineProcess;
-        const bool isLeft = !file.isProcessThere && !(isCommandLines && facts.companion.isRunning);
+        const bool isCommandLines = file.process == peer::commandLineProcess;
+        const bool isLeft =
+            !file.isProcessRunning && !(isCommandLines && facts.companion.isRunning);
         if (isLeft && !file.waiting.value_or("").empty()) {
             const std::string process = std::to_string(file.process);
-            troubles.push_back(
+            problems.push_back(
                 {"commits-left",
                  toUtf8(file.path) +
                      (isCommandLines
-                          ? ": these commits came by a command line and nobody took them."
+                          ? ": these commits came from a command line and were not taken."
                           : ": the Companion's process " + process +
                                 " ended before it took these commits."),
-                 "Start the Companion. Should they stay, commit the files that "
-                 "`zemlink decode` shows once more."});
+                 "Start the Companion. If the commits remain, commit the files that "
+                 "`zemlink decode` shows again."});
         }
     }
 }
 
-bool isHeldByCompanion(const Facts& facts)
+bool isUsedByCompanion(const Facts& facts)
 {
     if (!facts.port.holder)
         return facts.companion.isRunning;
     return facts.port.holder == facts.companion.process ||
-           companion::isSameIgnoringCase(companion::fileNameOf(facts.port.program),
-                                         companionProgram);
+           peer::isSameIgnoringCase(peer::fileNameOf(facts.port.program), peer::companionProgram);
 }
 
 std::string holderText(const Port& port)
@@ -142,53 +139,53 @@ std::string holderText(const Port& port)
     return port.program.empty() ? process : process + " (" + toUtf8(port.program) + ")";
 }
 
-void judgePort(Troubles& troubles, const Facts& facts)
+void checkPort(Problems& problems, const Facts& facts)
 {
-    const bool isHeld = facts.port.holder || facts.port.answer.isFine();
-    if (isHeld && !isHeldByCompanion(facts)) {
-        troubles.push_back({"port-held", holderText(facts.port) + " holds port 4559.",
-                            "End that program, then start the Companion again."});
+    const bool isUsed = facts.port.holder || facts.port.answer.isFine();
+    if (isUsed && !isUsedByCompanion(facts)) {
+        problems.push_back({"port-held", holderText(facts.port) + " uses port 4559.",
+                            "End that program, then restart the Companion."});
     } else if (facts.companion.isRunning && !facts.port.answer.isFine()) {
-        troubles.push_back(
+        problems.push_back(
             {"port-silent",
-             "The Companion runs, but port 4559 does not answer: " + facts.port.answer.text,
-             "Start the Companion again, and have the firewall let this computer "
-             "reach itself."});
+             "The Companion is running, but port 4559 does not answer: " + facts.port.answer.text,
+             "Restart the Companion, and allow connections from this computer to "
+             "itself in the firewall."});
     }
 }
 
-void judgeCompanion(Troubles& troubles, const Facts& facts)
+void checkCompanion(Problems& problems, const Facts& facts)
 {
     if (facts.companion.isRunning && !facts.companion.process) {
-        troubles.push_back({"companion-without-window",
-                            "The Companion runs, but has no window that hosts can find.",
-                            "End it and start it again."});
+        problems.push_back({"companion-without-window",
+                            "The Companion is running, but has no window that hosts can find.",
+                            "Restart it."});
     }
 }
 
 } // namespace
 
-std::vector<Trouble> findTroubles(const Facts& facts)
+std::vector<Problem> findProblems(const Facts& facts)
 {
-    Troubles troubles;
-    judgeFolder(troubles, facts);
-    judgeContents(troubles, facts);
-    judgeCommandFiles(troubles, facts);
-    judgeHosts(troubles, facts);
-    judgeCompanion(troubles, facts);
-    judgeCommits(troubles, facts);
-    judgePort(troubles, facts);
-    return troubles;
+    Problems problems;
+    checkFolder(problems, facts);
+    checkContents(problems, facts);
+    checkCommandFiles(problems, facts);
+    checkHosts(problems, facts);
+    checkCompanion(problems, facts);
+    checkCommits(problems, facts);
+    checkPort(problems, facts);
+    return problems;
 }
 
-Outcome troublesOutcome(const std::vector<Trouble>& troubles)
+Outcome problemsOutcome(const std::vector<Problem>& problems)
 {
-    Report report{{"troubles", Report::array()}};
-    for (const Trouble& each : troubles) {
-        report["troubles"].push_back(
+    Report report{{"problems", Report::array()}};
+    for (const Problem& each : problems) {
+        report["problems"].push_back(
             Report{{"name", each.name}, {"what", each.what}, {"do", each.advice}});
     }
-    return {report, troubles.empty() ? done : trouble};
+    return {report, problems.empty() ? done : problem};
 }
 
 } // namespace zemlink

@@ -1,4 +1,4 @@
-// The usual troubles, from what there is to see.
+// The report of `zemlink doctor`.
 #pragma once
 
 #include "tools/zemlink/facts.h"
@@ -9,16 +9,16 @@
 
 namespace zemlink {
 
-struct Trouble {
+struct Problem {
     std::string name;   // `stale-command-file`
-    std::string what;   // what is the matter, with the cause
-    std::string advice; // what to do about it
+    std::string what;   // description, with the cause
+    std::string advice; // how to fix it
 };
 
-// In the order in which they are best dealt with. docs/zemlink.md lists them all.
-std::vector<Trouble> findTroubles(const Facts& facts);
+// In the order in which to fix them. docs/zemlink.md lists them all.
+std::vector<Problem> findProblems(const Facts& facts);
 
-// Exit code `trouble` when there is one.
-Outcome troublesOutcome(const std::vector<Trouble>& troubles);
+// Exit code `problem` unless the list is empty.
+Outcome problemsOutcome(const std::vector<Problem>& problems);
 
 } // namespace zemlink

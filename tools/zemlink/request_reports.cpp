@@ -1,22 +1,21 @@
 #include "tools/zemlink/request_reports.h"
 
-#include "peer/text.h"
-#include "peer/ansi_text.h"
 #include "peer/checkout_answer.h"
-#include "peer/command_text.h"
+#include "peer/command_file.h"
 #include "peer/machine_settings.h"
+#include "peer/text.h"
 
 namespace zemlink {
 namespace {
 
-std::string answerName(AnswerKind kind)
+std::string answerName(peer::AnswerKind kind)
 {
     switch (kind) {
-    case AnswerKind::file:
+    case peer::AnswerKind::file:
         return "file";
-    case AnswerKind::checkIn:
+    case peer::AnswerKind::checkIn:
         return "check-in";
-    case AnswerKind::unusable:
+    case peer::AnswerKind::unusable:
         break;
     }
     return "unusable";
@@ -26,50 +25,50 @@ std::string answerName(AnswerKind kind)
 
 Outcome decodeCommand(std::string_view bytes)
 {
-    const CommandText text = readCommandText(bytes);
-    Report report{{"request", requestName(text.kind)}};
-    if (text.kind == RequestKind::open || text.kind == RequestKind::newFile)
+    const peer::Request text = peer::parseRequest(bytes);
+    Report report{{"request", peer::requestName(text.kind)}};
+    if (text.kind == peer::RequestKind::open || text.kind == peer::RequestKind::newFile)
         report["id"] = text.id;
-    if (text.kind == RequestKind::open)
-        report["path"] = ansiToUtf8(text.path);
-    if (text.kind == RequestKind::checkIn)
-        report["name"] = ansiToUtf8(text.path);
+    if (text.kind == peer::RequestKind::open)
+        report["path"] = peer::ansiToUtf8(text.path);
+    if (text.kind == peer::RequestKind::checkIn)
+        report["name"] = peer::ansiToUtf8(text.path);
     if (!text.remarks.empty())
         report["remarks"] = text.remarks;
-    return {report, text.remarks.empty() ? done : trouble};
+    return {report, text.remarks.empty() ? done : problem};
 }
 
 Outcome decodeMachine(std::string_view bytes)
 {
-    const auto text = readMachineText(bytes);
+    const auto text = peer::parseMachineSettings(bytes);
     if (!text)
-        return {Report{{"remarks", {"The file is empty: nothing is read from it."}}}, trouble};
-    Report report{{"id", ansiToUtf8(text->id)},
+        return {Report{{"remarks", {"The file is empty: the add-in reads nothing."}}}, problem};
+    Report report{{"id", peer::ansiToUtf8(text->id)},
                   {"ncPath", nullptr},
                   {"secondNumber", nullptr},
-                  {"machine", ansiToUtf8(text->machine)}};
+                  {"machine", peer::ansiToUtf8(text->machine)}};
     if (text->ncPath)
         report["ncPath"] = *text->ncPath;
     if (text->secondNumber)
         report["secondNumber"] = *text->secondNumber;
-    if (text->hasMore)
-        report["remarks"].push_back("Lines follow the first; nobody reads them.");
+    if (text->hasMoreLines)
+        report["remarks"].push_back("Lines follow the first; the add-in ignores them.");
     const bool isWhole = text->ncPath && text->secondNumber && !text->machine.empty();
-    return {report, isWhole && !text->hasMore ? done : trouble};
+    return {report, isWhole && !text->hasMoreLines ? done : problem};
 }
 
 Outcome decodeAnswer(std::string_view bytes)
 {
-    const AnswerText text = readAnswerText(bytes);
+    const peer::CheckoutAnswer text = peer::parseCheckoutAnswer(bytes);
     Report report{{"answer", answerName(text.kind)}};
-    if (text.kind == AnswerKind::file) {
-        report["fileType"] = companion::toUtf8(text.fileType);
+    if (text.kind == peer::AnswerKind::file) {
+        report["fileType"] = peer::toUtf8(text.fileType);
         report["id"] = text.id;
-        report["path"] = companion::toUtf8(text.path);
+        report["path"] = peer::toUtf8(text.path);
     }
     if (!text.remarks.empty())
         report["remarks"] = text.remarks;
-    return {report, text.remarks.empty() ? done : trouble};
+    return {report, text.remarks.empty() ? done : problem};
 }
 
 } // namespace zemlink

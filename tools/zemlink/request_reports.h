@@ -1,4 +1,4 @@
-// What the Companion's files for hosts say: requests, their machine settings, check-out answers.
+// The Companion's files for hosts as reports: requests, machine settings, check-out answers.
 #pragma once
 
 #include "tools/zemlink/report.h"

@@ -1,27 +1,40 @@
 #include "tools/zemlink/status.h"
 
 #include "peer/text.h"
-#include "peer/settings_file.h"
-#include "tools/zemlink/waiting_commits.h"
+#include "peer/wire_constants.h"
+#include "tools/zemlink/file_reports.h"
 
 #include <algorithm>
 
 namespace zemlink {
 namespace {
 
-using companion::toUtf8;
+using peer::toUtf8;
+
+std::string sourceText(peer::FolderSource source)
+{
+    switch (source) {
+    case peer::FolderSource::registry:
+        return "registry value";
+    case peer::FolderSource::view32Only:
+        return "registry value, only in the 32-bit view";
+    case peer::FolderSource::standard:
+        break;
+    }
+    return "default, no registry value";
+}
 
 Report installationReport(const Facts& facts)
 {
     return {{"folder", toUtf8(facts.folder.path)},
             {"from", sourceText(facts.folder.source)},
-            {"there", facts.folderThere.isFine()}};
+            {"exists", facts.folderFound.isFine()}};
 }
 
-Report settingsReport(const Facts& facts)
+Report settingsFileReport(const Facts& facts)
 {
     Report report{{"file", facts.settings.has_value()}};
-    report.update(settingsInForce(facts.settings.value_or("")));
+    report.update(settingsReport(facts.settings.value_or("")));
     return report;
 }
 
@@ -48,7 +61,7 @@ Report commandFileReport(const Facts& facts, std::uint32_t process)
 Report hostsReport(const Facts& facts)
 {
     Report hosts = Report::array();
-    for (const companion::Host& host : facts.hosts) {
+    for (const peer::Host& host : facts.hosts) {
         hosts.push_back(Report{{"process", host.process},
                                {"title", toUtf8(host.title)},
                                {"commandFile", commandFileReport(facts, host.process)}});
@@ -60,7 +73,7 @@ Report commitsWaiting(const Facts& facts)
 {
     Report files = Report::array();
     for (const CommitFile& file : facts.commitFiles) {
-        Report report{{"file", toUtf8(file.path)}, {"processRunning", file.isProcessThere}};
+        Report report{{"file", toUtf8(file.path)}, {"processRunning", file.isProcessRunning}};
         if (file.waiting)
             report.update(commitsReport(*file.waiting, static_cast<size_t>(file.taken)));
         else
@@ -72,7 +85,7 @@ Report commitsWaiting(const Facts& facts)
 
 Report portReport(const Port& port)
 {
-    Report report{{"number", 4559}, {"answers", port.answer.isFine()}};
+    Report report{{"number", peer::noticePort}, {"answers", port.answer.isFine()}};
     if (!port.answer.isFine())
         report["cause"] = port.answer.text;
     if (port.holder) {
@@ -86,9 +99,10 @@ Report portReport(const Port& port)
 
 Report statusReport(const Facts& facts)
 {
-    return {{"installation", installationReport(facts)},     {"settings", settingsReport(facts)},
-            {"companion", companionReport(facts.companion)}, {"hosts", hostsReport(facts)},
-            {"commitsWaiting", commitsWaiting(facts)},       {"port", portReport(facts.port)}};
+    return {
+        {"installation", installationReport(facts)},     {"settings", settingsFileReport(facts)},
+        {"companion", companionReport(facts.companion)}, {"hosts", hostsReport(facts)},
+        {"commitsWaiting", commitsWaiting(facts)},       {"port", portReport(facts.port)}};
 }
 
 } // namespace zemlink

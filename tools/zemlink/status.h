@@ -1,4 +1,4 @@
-// The state of an installation and of the programs that use it.
+// The report of `zemlink status`.
 #pragma once
 
 #include "tools/zemlink/facts.h"

@@ -8,14 +8,14 @@
 namespace zemlink {
 namespace {
 
-// As the file has it: six digits, and a text where there is no such number in JSON.
+// As in the file, with six digits; a string where JSON has no such number.
 Report decimal(double number)
 {
-    const std::string printed = companion::printedDecimal(number);
+    const std::string printed = peer::formatDecimal(number);
     return std::isfinite(number) ? Report::parse(printed) : Report(printed);
 }
 
-Report planeReport(const companion::PlanePlace& place)
+Report planeReport(const peer::PlanePlace& place)
 {
     return {{"plane", place.plane},
             {"x", decimal(place.x)},
@@ -23,7 +23,7 @@ Report planeReport(const companion::PlanePlace& place)
             {"z", decimal(place.z)}};
 }
 
-Report shapeReport(const companion::ToolRecord& r)
+Report shapeReport(const peer::ToolRecord& r)
 {
     return {{"diameter", decimal(r.diameter)},
             {"additionalDiameter", decimal(r.additionalDiameter)},
@@ -43,7 +43,7 @@ Report shapeReport(const companion::ToolRecord& r)
             {"material", r.material}};
 }
 
-Report tableReport(const companion::ToolRecord& r)
+Report tableReport(const peer::ToolRecord& r)
 {
     return {{"station", r.station},
             {"slot", r.slot},
@@ -55,7 +55,7 @@ Report tableReport(const companion::ToolRecord& r)
             {"retractRate", decimal(r.retractRate)}};
 }
 
-Report operationReport(const companion::ToolRecord& r)
+Report operationReport(const peer::ToolRecord& r)
 {
     return {{"id", r.operationId},
             {"place", r.operationPlace},
@@ -75,12 +75,12 @@ Report operationReport(const companion::ToolRecord& r)
 
 } // namespace
 
-Report toolReport(const companion::ToolRecord& record)
+Report toolReport(const peer::ToolRecord& record)
 {
     return {{"requestId", record.dataId},
             {"number", record.number},
             {"type", record.type},
-            {"comment", companion::toUtf8(record.comment)},
+            {"comment", peer::toUtf8(record.comment)},
             {"lengthOffset", record.lengthOffset},
             {"diameterOffset", record.diameterOffset},
             {"shape", shapeReport(record)},

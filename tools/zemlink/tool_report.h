@@ -1,4 +1,4 @@
-// A tool of the tool data file, as a report.
+// A record of the tool data file as a report.
 #pragma once
 
 #include "peer/tool_record.h"
@@ -6,7 +6,7 @@
 
 namespace zemlink {
 
-// Every value of the record but the handles of texts, which mean nothing outside the host.
-Report toolReport(const companion::ToolRecord& record);
+// Every value of the record except the addresses, which have no meaning outside the host.
+Report toolReport(const peer::ToolRecord& record);
 
 } // namespace zemlink

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "peer/command_line.h"
-#include "state.h"
+#include "standin/companion/app/state.h"
 
 namespace companion {
 
@@ -14,6 +14,6 @@ bool refreshHosts(State& state);
 //
 // A request counts as carried out when it is on its way: what becomes of it is told by the events
 // taken, not-taken, lost and not-sent.
-bool carryOut(State& state, const Command& command, const std::wstring& arguments);
+bool carryOut(State& state, const peer::Command& command, const std::wstring& arguments);
 
 } // namespace companion

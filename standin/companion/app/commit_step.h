@@ -1,7 +1,7 @@
 // One step through a commit request file.
 #pragma once
 
-#include "request_file.h"
+#include "standin/companion/app/commit_file.h"
 
 namespace companion {
 
@@ -13,6 +13,6 @@ enum class CommitStep {
     waits    // the first record cannot be stored now
 };
 
-CommitStep takeNextCommit(State& state, RequestFile& file);
+CommitStep takeNextCommit(State& state, CommitFile& file);
 
 } // namespace companion

@@ -2,7 +2,7 @@
 // Everything here belongs to the thread of the window.
 #pragma once
 
-#include "request_file.h"
+#include "standin/companion/app/commit_file.h"
 
 #include <chrono>
 #include <cstdint>
@@ -15,8 +15,8 @@ namespace companion {
 struct State;
 
 struct Commits {
-    std::map<std::uint32_t, RequestFile> files; // by process, as last seen
-    std::wstring waitsFor;                      // what the first commit waits for; empty: nothing
+    std::map<std::uint32_t, CommitFile> files; // by process, as last seen
+    std::wstring waitsFor;                     // what the first commit waits for; empty: nothing
     std::optional<std::chrono::steady_clock::time_point> unreadableSince; // its file
 };
 

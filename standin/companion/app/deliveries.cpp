@@ -1,8 +1,8 @@
-#include "deliveries.h"
+#include "standin/companion/app/deliveries.h"
 
-#include "peer/command_file_io.h"
-#include "event_text.h"
+#include "peer/delivery.h"
 #include "peer/files.h"
+#include "standin/companion/log/event_text.h"
 
 #include <algorithm>
 #include <chrono>
@@ -58,10 +58,10 @@ void endUnwritten(EventLog& log, Ongoing& ongoing, std::wstring_view reason)
 // Work that was saved and never came back as a version is moved aside. False when that fails.
 bool keepChangedWork(EventLog& log, const Delivery& delivery)
 {
-    const std::optional<std::string> work = readFile(delivery.workFile);
-    if (!work || work == readFile(delivery.versionFile))
+    const std::optional<std::string> work = peer::readFile(delivery.workFile);
+    if (!work || work == peer::readFile(delivery.versionFile))
         return true;
-    const std::wstring kept = freeName(delivery.workFile + L".kept-", L"");
+    const std::wstring kept = peer::freeName(delivery.workFile + L".kept-", L"");
     if (!MoveFileW(delivery.workFile.c_str(), kept.c_str()))
         return false;
     logEvent(log, L"kept", numberField(L"id", delivery.id) + textField(L"file", kept));
@@ -87,7 +87,7 @@ bool writeSettings(const Delivery& delivery)
         DeleteFileW(delivery.settingsFile.c_str());
         return true;
     }
-    return writeFile(delivery.settingsFile, delivery.settings);
+    return peer::writeFile(delivery.settingsFile, delivery.settings);
 }
 
 // False when the delivery has ended because something cannot be laid ready.
@@ -116,7 +116,7 @@ void tryToWrite(EventLog& log, Ongoing& ongoing)
 {
     if (!ongoing.isPrepared && !prepare(log, ongoing))
         return;
-    if (!writeRequest(ongoing.delivery.commandFile, ongoing.delivery.request))
+    if (!peer::writeRequest(ongoing.delivery.commandFile, ongoing.delivery.request))
         return;
     ongoing.since = Clock::now();
     ongoing.lastSeen = ongoing.since;
@@ -124,27 +124,27 @@ void tryToWrite(EventLog& log, Ongoing& ongoing)
     logWritten(log, ongoing.delivery);
 }
 
-void act(EventLog& log, Ongoing& ongoing, Verdict verdict)
+void act(EventLog& log, Ongoing& ongoing, peer::Verdict verdict)
 {
     switch (verdict) {
-    case Verdict::wait:
+    case peer::Verdict::wait:
         break;
-    case Verdict::write:
+    case peer::Verdict::write:
         tryToWrite(log, ongoing);
         break;
-    case Verdict::full:
+    case peer::Verdict::full:
         endUnwritten(log, ongoing, L"the host has not taken an earlier request");
         break;
-    case Verdict::missing:
+    case peer::Verdict::missing:
         endUnwritten(log, ongoing, L"the host has no command file");
         break;
-    case Verdict::taken:
+    case peer::Verdict::taken:
         endWritten(log, ongoing, L"taken");
         break;
-    case Verdict::notTaken:
+    case peer::Verdict::notTaken:
         endWritten(log, ongoing, L"not-taken");
         break;
-    case Verdict::lost:
+    case peer::Verdict::lost:
         endWritten(log, ongoing, L"lost");
         break;
     }
@@ -157,10 +157,10 @@ void step(DeliveryDesk& desk, Ongoing& ongoing)
         ongoing.since = Clock::now();
         ongoing.lastSeen = ongoing.since;
     }
-    const Sight sight = lookAtCommandFile(ongoing.delivery.commandFile);
+    const peer::Sight sight = peer::lookAtCommandFile(ongoing.delivery.commandFile);
     if (sight.exists)
         ongoing.lastSeen = Clock::now();
-    const auto judge = ongoing.isWritten ? judgeAfterWriting : judgeBeforeWriting;
+    const auto judge = ongoing.isWritten ? peer::judgeAfterWriting : peer::judgeBeforeWriting;
     act(*desk.log, ongoing,
         judge(sight, elapsedMs(ongoing.since), elapsedMs(ongoing.lastSeen), desk.bounds));
 }

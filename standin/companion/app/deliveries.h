@@ -2,8 +2,8 @@
 #pragma once
 
 #include "peer/delivery.h"
-#include "event_log.h"
 #include "peer/handle.h"
+#include "standin/companion/log/event_log.h"
 
 #include <cstdint>
 #include <mutex>
@@ -30,11 +30,11 @@ struct Delivery {
 
 struct DeliveryDesk {
     EventLog* log = nullptr; // outlives the desk
-    DeliveryBounds bounds;
+    peer::DeliveryBounds bounds;
     std::mutex mutex;
     std::vector<Delivery> arrived; // guarded by `mutex`
     // Set when there are arrivals or the end is asked for; reset by the thread's wait for it.
-    OwnHandle wake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    peer::OwnHandle wake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     std::jthread worker;
 };
 

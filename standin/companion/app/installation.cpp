@@ -1,4 +1,4 @@
-#include "installation.h"
+#include "standin/companion/app/installation.h"
 
 #include "peer/command_file.h"
 #include "peer/wire_constants.h"
@@ -43,7 +43,7 @@ std::wstring workFolder(const std::wstring& folder)
 {
     std::wstring work = folder + L"\\work";
     CreateDirectoryW(work.c_str(), nullptr);
-    if (isPlainAscii(work))
+    if (peer::isPlainAscii(work))
         return work;
     const std::wstring shortWork = shortForm(work);
     return shortWork.empty() ? work : shortWork;
@@ -53,11 +53,11 @@ bool registerFolder(const std::wstring& folder)
 {
     // Hosts ask for the 32-bit view.
     HKEY key = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, registryKey, 0, nullptr, 0,
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, peer::registryKey, 0, nullptr, 0,
                         KEY_SET_VALUE | KEY_WOW64_32KEY, nullptr, &key, nullptr) != ERROR_SUCCESS)
         return false;
     const auto bytes = static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t));
-    const LSTATUS status = RegSetValueExW(key, registryValue, 0, REG_SZ,
+    const LSTATUS status = RegSetValueExW(key, peer::registryValue, 0, REG_SZ,
                                           reinterpret_cast<const BYTE*>(folder.c_str()), bytes);
     RegCloseKey(key);
     return status == ERROR_SUCCESS;

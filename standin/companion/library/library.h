@@ -1,12 +1,13 @@
 // The part library on disk.
 #pragma once
 
-#include "library_index.h"
-#include "standin/companion/app/event_log.h"
+#include "standin/companion/library/library_index.h"
+#include "standin/companion/log/event_log.h"
 
 #include <optional>
 #include <string>
 #include <vector>
+#include <string_view>
 
 namespace companion {
 
@@ -28,5 +29,8 @@ bool changeIndex(Library& library, const std::wstring& folder, const std::string
 
 // The part file of the item's current version.
 std::wstring versionPath(const std::wstring& folder, const LibraryItem& item);
+
+// The number of operations of a part file, given as its bytes. A text that is no part file has 0.
+int countOperations(std::string_view partFile);
 
 } // namespace companion

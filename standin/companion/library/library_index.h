@@ -47,4 +47,13 @@ const LibraryItem* findNumber(const LibraryIndex& index, std::int32_t number);
 // `bracket\v2.mcam`, relative to the library folder.
 std::wstring versionFile(const LibraryItem& item);
 
+// The index, as its bytes, with another version in this line, which holds an item.
+std::string withVersion(std::string_view index, int line, std::int32_t version);
+
+// The index, as its bytes, with one more line at its end. An empty index gets a heading first.
+std::string withLine(std::string_view index, std::string_view line);
+
+// `43 | plate | 1 | 0 |  | From C:\parts\plate.mcam`
+std::wstring indexLine(const LibraryItem& item);
+
 } // namespace companion

@@ -1,6 +1,7 @@
 // Which version of which part a committed file becomes.
 #pragma once
 
+#include "peer/bookmark.h"
 #include "standin/companion/library/library_index.h"
 
 #include <cstdint>
@@ -9,19 +10,13 @@
 
 namespace companion {
 
-struct VersionPlan {
-    std::int32_t number = 0; // of the part
-    std::int32_t version = 0;
-    std::wstring name; // of the part, which is also its folder's
-};
-
 // `bracket\v2.bmp`, relative to the library folder.
-std::wstring pictureFile(const VersionPlan& plan);
+std::wstring pictureFile(const peer::VersionPlan& plan);
 // `bracket\v2.mcam`, relative to the library folder.
-std::wstring versionFile(const VersionPlan& plan);
+std::wstring versionFile(const peer::VersionPlan& plan);
 
 // True when the index tells of that version of that part, or of a later one.
-bool isInIndex(const LibraryIndex& index, const VersionPlan& plan);
+bool isInIndex(const LibraryIndex& index, const peer::VersionPlan& plan);
 
 // The number of a new part: behind the largest one, as long as there is such a number.
 std::int32_t freeNumber(const LibraryIndex& index);

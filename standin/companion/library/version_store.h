@@ -1,8 +1,8 @@
 // Puts committed files into the library as new versions.
 #pragma once
 
-#include "version_plan.h"
-#include "library.h"
+#include "standin/companion/library/library.h"
+#include "standin/companion/library/version_plan.h"
 
 #include <optional>
 #include <string>
@@ -26,13 +26,19 @@ struct CommittedFile {
 // The version that the file would become: the next one of the part with that number that nothing in
 // its folder is named after, or version 1 of a new part. Empty when the part has the last version
 // that a number can tell.
-std::optional<VersionPlan> planVersion(const Library& library, const std::wstring& folder,
-                                       std::optional<std::int32_t> part, const std::wstring& file);
+std::optional<peer::VersionPlan> planVersion(const Library& library, const std::wstring& folder,
+                                             std::optional<std::int32_t> part,
+                                             const std::wstring& file);
 
 // Carries the plan out: picture, part file and index in this order, each whole or not at all.
 // Whatever ended an earlier try, also the program's end, the same plan goes on where that stopped,
 // so it is stored once.
 Storing storeVersion(Library& library, const std::wstring& folder, EventLog& log,
-                     const VersionPlan& plan, const CommittedFile& file);
+                     const peer::VersionPlan& plan, const CommittedFile& file);
+
+// Moves the picture to this path, so that it can never be taken for a later commit's. False when
+// there is none, or when it was made after that time and so belongs to a commit still to come.
+bool takeScreenPicture(const std::wstring& folder, const FILETIME& notAfter,
+                       const std::wstring& to);
 
 } // namespace companion

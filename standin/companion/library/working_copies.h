@@ -39,6 +39,17 @@ void noteWorkingCopy(WorkingCopies& copies, const WorkingCopy& copy);
 // elsewhere; else the one with the id as its number. Empty for a new part. The ids 0, which hosts
 // have after a check-in, and 4294967295 say nothing.
 std::optional<std::int32_t> partOfCommit(const WorkingCopies& copies, const LibraryIndex& index,
-                                         const CommitRecord& record);
+                                         const peer::CommitRecord& record);
+
+struct CopyList {
+    std::wstring path; // of its file
+    WorkingCopies copies;
+};
+
+// A file that is missing or cannot be read gives an empty list.
+CopyList readCopyList(const std::wstring& path);
+
+// Adds the copy, also in the file. When that cannot be written, this process knows it all the same.
+void keepCopy(CopyList& list, const WorkingCopy& copy);
 
 } // namespace companion

@@ -1,6 +1,6 @@
-#include "list_view.h"
+#include "standin/companion/ui/list_view.h"
 
-#include "look.h"
+#include "standin/companion/ui/look.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Fonts and colours of the windows.
 #pragma once
 
-#include "layout.h"
+#include "standin/companion/ui/layout.h"
 
 #include <memory>
 #include <string_view>

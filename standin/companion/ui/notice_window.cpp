@@ -1,7 +1,7 @@
-#include "notice_window.h"
+#include "standin/companion/ui/notice_window.h"
 
-#include "list_view.h"
 #include "standin/companion/app/resource.h"
+#include "standin/companion/ui/list_view.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 // host, block nobody, and close with their owner or the escape key. There is one of each kind.
 #pragma once
 
-#include "look.h"
+#include "standin/companion/ui/look.h"
 
 #include <memory>
 #include <string>

@@ -1,9 +1,9 @@
 // The pieces inside the main window: the lists, three buttons, a picture, the texts around them.
 #pragma once
 
-#include "look.h"
 #include "standin/companion/app/state.h"
-#include "version_pane.h"
+#include "standin/companion/ui/look.h"
+#include "standin/companion/ui/version_pane.h"
 
 #include <cstdint>
 #include <optional>

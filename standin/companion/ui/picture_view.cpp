@@ -1,7 +1,8 @@
-#include "picture_view.h"
+#include "standin/companion/ui/picture_view.h"
 
 #include "peer/bitmap_file.h"
 #include "peer/files.h"
+#include "standin/companion/ui/picture_scale.h"
 
 #include <memory>
 
@@ -15,7 +16,7 @@ constexpr COLORREF faintColour = RGB(112, 124, 138);
 
 struct PictureView {
     const Look* look = nullptr;
-    Pixels picture; // empty: the text is shown
+    peer::Pixels picture; // empty: the text is shown
     std::wstring otherwise;
 };
 
@@ -25,7 +26,7 @@ PictureView* viewOf(HWND window)
 }
 
 // A negative height: the rows go downwards.
-BITMAPINFO descriptionOf(const Pixels& picture)
+BITMAPINFO descriptionOf(const peer::Pixels& picture)
 {
     BITMAPINFO description{};
     description.bmiHeader.biSize = sizeof description.bmiHeader;
@@ -39,22 +40,22 @@ BITMAPINFO descriptionOf(const Pixels& picture)
 
 // Empty when the file is missing or no bitmap. Not the system's own reader: it trusts the sizes
 // that a file claims, which anybody can have written.
-Pixels readPicture(const std::wstring& path)
+peer::Pixels readPicture(const std::wstring& path)
 {
-    return readBitmapFile(readFile(path, largestBitmapFile).value_or(""));
+    return peer::parseBitmap(peer::readFile(path, peer::largestBitmapFile).value_or(""));
 }
 
 // "toolimage-4.bmp, 100 x 200"
-std::wstring describe(const std::wstring& path, const Pixels& picture)
+std::wstring describe(const std::wstring& path, const peer::Pixels& picture)
 {
     return path.substr(path.find_last_of(L'\\') + 1) + L", " + std::to_wstring(picture.width) +
            L" x " + std::to_wstring(picture.height);
 }
 
-void drawPicture(HDC context, const Rectangle& inside, const Pixels& picture)
+void drawPicture(HDC context, const Rectangle& inside, const peer::Pixels& picture)
 {
     const Rectangle place = fitInto(inside, picture.width, picture.height);
-    const Pixels shown = scaled(picture, place.width, place.height);
+    const peer::Pixels shown = scaled(picture, place.width, place.height);
     const BITMAPINFO description = descriptionOf(shown);
     SetDIBitsToDevice(context, place.left, place.top, static_cast<DWORD>(shown.width),
                       static_cast<DWORD>(shown.height), 0, 0, 0, static_cast<UINT>(shown.height),
@@ -135,7 +136,7 @@ void showPicture(HWND window, const std::wstring& path, const std::wstring& othe
     PictureView* view = viewOf(window);
     if (view == nullptr)
         return;
-    view->picture = path.empty() ? Pixels{} : readPicture(path);
+    view->picture = path.empty() ? peer::Pixels{} : readPicture(path);
     view->otherwise = otherwise;
     const bool shown = !view->picture.values.empty();
     SetWindowTextW(window, (shown ? describe(path, view->picture) : otherwise).c_str());

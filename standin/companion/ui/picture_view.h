@@ -3,7 +3,7 @@
 // pixels, or the line.
 #pragma once
 
-#include "look.h"
+#include "standin/companion/ui/look.h"
 
 #include <string>
 #include <windows.h>

@@ -1,7 +1,7 @@
 // The window that shows an NC queue.
 #pragma once
 
-#include "standin/companion/app/queue_file.h"
+#include "standin/companion/app/announced_files.h"
 
 #include <windows.h>
 

@@ -1,9 +1,9 @@
-#include "tool_window.h"
+#include "standin/companion/ui/tool_window.h"
 
 #include "peer/exchange_paths.h"
-#include "list_view.h"
-#include "notice_window.h"
-#include "picture_view.h"
+#include "standin/companion/ui/list_view.h"
+#include "standin/companion/ui/notice_window.h"
+#include "standin/companion/ui/picture_view.h"
 
 #include <algorithm>
 #include <memory>
@@ -97,8 +97,8 @@ void ToolWindow::showChosen()
         setRows(values, {});
         return;
     }
-    const ToolRecord& record = received.records[row];
-    showPicture(picture, toolPicturePath(received.folder, record.number),
+    const peer::ToolRecord& record = received.records[row];
+    showPicture(picture, peer::toolPicturePath(received.folder, record.number),
                 L"No picture of this tool yet");
     setRows(values, numberedRows(toolDetails(record)));
 }
@@ -116,7 +116,7 @@ void showTools(HWND owner, const ReceivedTools& tools)
     if (window == nullptr)
         return;
     std::vector<std::vector<std::wstring>> rows;
-    for (const ToolRecord& record : tools.records)
+    for (const peer::ToolRecord& record : tools.records)
         rows.push_back(toolCells(record));
     window->received = tools;
     window->heading = L"Tools";

@@ -1,7 +1,7 @@
 // The window that shows the tools of a part.
 #pragma once
 
-#include "standin/companion/app/tool_file.h"
+#include "standin/companion/app/announced_files.h"
 
 #include <windows.h>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "standin/companion/library/library_index.h"
-#include "layout.h"
-#include "look.h"
+#include "standin/companion/ui/layout.h"
+#include "standin/companion/ui/look.h"
 
 #include <cstdint>
 #include <string>

@@ -1,17 +1,17 @@
-#include "window.h"
+#include "standin/companion/ui/window.h"
 
-#include "about.h"
-#include "standin/companion/app/commands.h"
-#include "standin/companion/app/event_text.h"
-#include "peer/wire_constants.h"
 #include "peer/running_programs.h"
-#include "list_view.h"
+#include "peer/wire_constants.h"
+#include "standin/companion/app/commands.h"
 #include "standin/companion/app/notices.h"
-#include "panes.h"
-#include "queue_window.h"
 #include "standin/companion/app/resource.h"
-#include "sheet_window.h"
-#include "tool_window.h"
+#include "standin/companion/log/event_text.h"
+#include "standin/companion/ui/about.h"
+#include "standin/companion/ui/list_view.h"
+#include "standin/companion/ui/panes.h"
+#include "standin/companion/ui/queue_window.h"
+#include "standin/companion/ui/sheet_window.h"
+#include "standin/companion/ui/tool_window.h"
 
 #include <commctrl.h>
 
@@ -95,7 +95,7 @@ void create(MainWindow& main)
     lookForCommits(main, commitsAtOnceMs); // an ended process may have left some
     // A host that finds the property may send a line at once.
     startListening(main.state->lines, main.state->log, main.window, newLines);
-    SetPropW(main.window, instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
+    SetPropW(main.window, peer::instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
 }
 
 // Shows what a line brought.
@@ -108,10 +108,10 @@ struct ShowIn {
     void operator()(const ReceivedTools& tools) const { showTools(owner, tools); }
 };
 
-void receiveLines(MainWindow& main)
+void receiveNotices(MainWindow& main)
 {
-    for (const std::string& line : takeLines(main.state->lines))
-        std::visit(ShowIn{main.window}, receiveLine(main.state->log, main.state->folder, line));
+    for (const std::string& line : takeNotices(main.state->lines))
+        std::visit(ShowIn{main.window}, receiveNotice(main.state->log, main.state->folder, line));
     lookForCommits(main, commitsAtOnceMs); // one of the lines may announce one
 }
 
@@ -120,13 +120,13 @@ void receiveLines(MainWindow& main)
 void destroy(MainWindow& main)
 {
     PostQuitMessage(0);
-    RemovePropW(main.window, instanceProperty);
+    RemovePropW(main.window, peer::instanceProperty);
     KillTimer(main.window, refreshTimer);
     KillTimer(main.window, commitTimer);
     showEventsIn(main.state->log, nullptr, 0);
     stopListening(main.state->lines);
-    for (const std::string& line : takeLines(main.state->lines))
-        receiveLine(main.state->log, main.state->folder, line);
+    for (const std::string& line : takeNotices(main.state->lines))
+        receiveNotice(main.state->log, main.state->folder, line);
     finishCommits(*main.state);
 }
 
@@ -140,8 +140,8 @@ void paintHeader(MainWindow& main)
     const int half = header.width / 2;
     fillArea(context, header, headerColour);
     fillArea(context, {0, header.height - 3, header.width, 3}, accentColour);
-    drawLine(context, {16, 6, half, 28}, productName, main.look.product.get(), headerTextColour,
-             DT_LEFT | DT_VCENTER);
+    drawLine(context, {16, 6, half, 28}, peer::productName, main.look.product.get(),
+             headerTextColour, DT_LEFT | DT_VCENTER);
     drawLine(context, {16, 33, half, 18}, L"Part files for the machines on the shop floor",
              main.look.text.get(), faintHeaderTextColour, DT_LEFT | DT_VCENTER);
     drawLine(context, {half, 33, half - 16, 18}, main.state->folder, main.look.text.get(),
@@ -152,13 +152,13 @@ void paintHeader(MainWindow& main)
 // Buttons do what the words of a start do, for what is selected.
 void pressButton(MainWindow& main, int id)
 {
-    Command command;
+    peer::Command command;
     command.host = chosenHost(main.panes);
     if (id == sendId) {
-        command.word = Word::send;
+        command.word = peer::Word::send;
         command.value = std::to_wstring(chosenNumber(main.panes).value_or(0));
     } else {
-        command.word = id == newFileId ? Word::newFile : Word::checkIn;
+        command.word = id == newFileId ? peer::Word::newFile : peer::Word::checkIn;
     }
     carryOut(*main.state, command, {});
     showEverything(main);
@@ -187,10 +187,10 @@ LRESULT receiveNotice(MainWindow& main, LPARAM lParam)
 
 LRESULT receiveCopyData(HWND window, LPARAM lParam)
 {
-    const auto arguments = readHandedOver(lParam);
+    const auto arguments = peer::parseHandedOver(lParam);
     if (!arguments)
         return 0;
-    return receiveArguments(window, *arguments) ? carriedOut : notCarriedOut;
+    return receiveArguments(window, *arguments) ? peer::carriedOut : peer::notCarriedOut;
 }
 
 LRESULT colourOfText(const MainWindow& main, WPARAM wParam)
@@ -244,7 +244,7 @@ LRESULT receive(MainWindow& main, UINT message, WPARAM wParam, LPARAM lParam)
         showNewEvents(main.panes, main.state->log);
         return 0;
     case newLines:
-        receiveLines(main);
+        receiveNotices(main);
         return 0;
     case WM_COMMAND:
         receiveClick(main, LOWORD(wParam), HIWORD(wParam));
@@ -303,18 +303,18 @@ Rectangle firstPlace()
     return placeWindow({work.left, work.top, work.right - work.left, work.bottom - work.top});
 }
 
-bool carryOutInWindow(MainWindow& main, const Command& command, const std::wstring& arguments)
+bool carryOutInWindow(MainWindow& main, const peer::Command& command, const std::wstring& arguments)
 {
     const std::uint32_t parent = command.parentWindow.value_or(0);
     switch (command.word) {
-    case Word::none:
+    case peer::Word::none:
         bringForward(main.window);
         return true;
-    case Word::about:
+    case peer::Word::about:
         logEvent(main.state->log, L"about", numberField(L"parent", parent));
         showAbout(main.window, parent);
         return true;
-    case Word::quit:
+    case peer::Word::quit:
         // Posted, so that the start that asks for it gets its answer first.
         PostMessageW(main.window, WM_CLOSE, 0, 0);
         return true;
@@ -335,7 +335,7 @@ HWND createMainWindow(State& state)
     const Rectangle place = firstPlace();
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
     HWND window =
-        CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, productName,
+        CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, peer::productName,
                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.width,
                         place.height, nullptr, nullptr, GetModuleHandleW(nullptr), main.release());
     if (window != nullptr) {
@@ -354,7 +354,7 @@ bool receiveArguments(HWND window, const std::wstring& arguments)
     if (main == nullptr)
         return false;
     logEvent(main->state->log, L"command", textField(L"text", arguments));
-    const bool isCarriedOut = carryOutInWindow(*main, readCommandLine(arguments), arguments);
+    const bool isCarriedOut = carryOutInWindow(*main, peer::parseCommandLine(arguments), arguments);
     lookForCommits(*main, commitsAtOnceMs); // the words may have handed one in
     showEverything(*main);
     return isCarriedOut;
