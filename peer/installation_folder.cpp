@@ -1,7 +1,5 @@
 #include "peer/installation_folder.h"
 
-#include "peer/wire_constants.h"
-
 #include <windows.h>
 
 namespace peer {
@@ -45,7 +43,7 @@ Folder chooseFolder(const std::optional<RegistryValue>& view32,
 {
     const std::wstring used = folderIn(view32);
     const std::wstring other = folderIn(view64);
-    Folder folder{standardFolder};
+    Folder folder;
     if (!used.empty()) {
         folder.path = used;
         folder.source = other == used ? FolderSource::registry : FolderSource::view32Only;

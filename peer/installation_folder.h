@@ -1,6 +1,8 @@
 // The installation folder, from the registry.
 #pragma once
 
+#include "peer/wire_constants.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -20,7 +22,7 @@ enum class FolderSource {
 };
 
 struct Folder {
-    std::wstring path;
+    std::wstring path = standardFolder;
     FolderSource source = FolderSource::standard;
     std::wstring otherView{}; // the folder in the 64-bit view, if it is a different one
 };

@@ -61,13 +61,13 @@ TEST(Arguments, areComplainedAboutWithTheirCause)
     EXPECT_EQ(complaint({"bogus"}), "The following argument was not expected: bogus");
     EXPECT_EQ(complaint({"open", "17"}), "PATH is required");
     EXPECT_EQ(complaint({"open", "-1", "x"}),
-              "ID: -1 stands for no request; the host would open nothing");
+              "ID: -1 means no request; the host would open nothing");
     EXPECT_EQ(complaint({"new", "2147483648"}),
               "ID: Value 2147483648 not in range -2147483648 to 2147483647");
-    EXPECT_EQ(complaint({"open", "010", "x"}), "ID: 010 is no decimal number");
-    EXPECT_EQ(complaint({"open", "0x11", "x"}), "ID: 0x11 is no decimal number");
-    EXPECT_EQ(complaint({"open", "--", "-01", "x"}), "ID: -01 is no decimal number");
-    EXPECT_EQ(complaint({"new", "5", "--host", "0x10"}), "--host: 0x10 is no decimal number");
+    EXPECT_EQ(complaint({"open", "010", "x"}), "ID: 010 is not a decimal number");
+    EXPECT_EQ(complaint({"open", "0x11", "x"}), "ID: 0x11 is not a decimal number");
+    EXPECT_EQ(complaint({"open", "--", "-01", "x"}), "ID: -01 is not a decimal number");
+    EXPECT_EQ(complaint({"new", "5", "--host", "0x10"}), "--host: 0x10 is not a decimal number");
     EXPECT_EQ(complaint({"checkin", "--host", "0"}),
               "--host: Value 0 not in range 1 to 4294967295");
     EXPECT_EQ(complaint({"decode", "x", "--as", "y"}),
@@ -85,7 +85,7 @@ TEST(Arguments, askForTheVersionAndForHelp)
     EXPECT_EQ(version.text, "zemlink " PROJECT_VERSION_TEXT "\n");
     const Arguments help = parseArguments({"decode", "--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_NE(help.text.find("Exit codes: 0 done, 1 trouble found or request not taken, 2 wrong "
+    EXPECT_NE(help.text.find("Exit codes: 0 done, 1 problem found or request not taken, 2 wrong "
                              "usage."),
               std::string::npos)
         << help.text;
@@ -96,11 +96,11 @@ TEST(HostChoice, isTheOnlyHostOrTheNamedOne)
     const std::vector<peer::Host> two = {{4, L"a"}, {8, L"b"}};
     EXPECT_EQ(chooseHost({two[0]}, {}).process, 4u);
     EXPECT_EQ(chooseHost(two, 8).process, 8u);
-    EXPECT_EQ(chooseHost({}, {}).reason, "no host with the add-in runs");
+    EXPECT_EQ(chooseHost({}, {}).reason, "no host with the add-in is running");
     EXPECT_FALSE(chooseHost(two, {}).process.has_value());
     EXPECT_EQ(chooseHost(two, {}).reason,
-              "several hosts run, choose one with --host: 4 (a), 8 (b)");
-    EXPECT_EQ(chooseHost(two, 9).reason, "process 9 is no running host with the add-in");
+              "several hosts are running, choose one with --host: 4 (a), 8 (b)");
+    EXPECT_EQ(chooseHost(two, 9).reason, "process 9 is not a running host with the add-in");
 }
 
 TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
@@ -114,19 +114,19 @@ TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
          {Verdict::full, Verdict::missing, Verdict::notTaken, Verdict::lost})
         EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, problem);
     EXPECT_EQ(answerText(Verdict::full, "Access denied. (error 5)"),
-              "Nothing was written, the command file cannot be: Access denied. (error 5)");
+              "Nothing was written, the command file cannot be written: Access denied. (error 5)");
     EXPECT_EQ(answerText(Verdict::lost, ""),
-              "The command file went away with the request: the host has ended.");
+              "The command file disappeared with the request: the host has ended.");
 }
 
 TEST(Answer, namesTheHolderOfThePortAsFarAsItIsKnown)
 {
     EXPECT_EQ(portTakenText("In use. (error 10048)", heldBy(99, L"C:\\x.exe"), true),
-              "port 4559 cannot be opened: In use. (error 10048); process 99 (C:\\x.exe) holds it");
+              "port 4559 cannot be opened: In use. (error 10048); process 99 (C:\\x.exe) uses it");
     EXPECT_EQ(portTakenText("e", heldBy(99, L""), false),
-              "port 4559 cannot be opened: e; process 99 holds it");
+              "port 4559 cannot be opened: e; process 99 uses it");
     EXPECT_EQ(portTakenText("e", Port(), true),
-              "port 4559 cannot be opened: e; the Companion runs, end it first");
+              "port 4559 cannot be opened: e; the Companion is running, end it first");
     EXPECT_EQ(portTakenText("e", Port(), false),
-              "port 4559 cannot be opened: e; another program seems to hold it");
+              "port 4559 cannot be opened: e; another program seems to use it");
 }

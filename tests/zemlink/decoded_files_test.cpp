@@ -91,7 +91,7 @@ TEST_F(ZemlinkDecodes, theLogOfALoadAndThePictureOfASave)
         << log.output;
     const ToolResult picture = decode(installation.path(L"commit\\screendump.bmp"));
     EXPECT_EQ(picture.exitCode, 0u) << picture.output;
-    EXPECT_NE(picture.output.find("\nbits a pixel: 24\nfirst row: bottom\n"), std::string::npos)
+    EXPECT_NE(picture.output.find("\nbits per pixel: 24\nfirst row: bottom\n"), std::string::npos)
         << picture.output;
 }
 
@@ -130,6 +130,6 @@ TEST_F(ZemlinkDecodes, noFileThatIsMissingOrOfNoKnownKind)
     EXPECT_EQ(unknown.exitCode, 1u);
     EXPECT_EQ(unknown.errors,
               "zemlink: " + toUtf8(file) +
-                  ": neither its name nor what it holds tells its kind; name it with --as\n");
+                  ": neither its name nor its content shows its kind; name it with --as\n");
     EXPECT_EQ(decode(file, L"--as nonsense").exitCode, 2u);
 }

@@ -186,14 +186,14 @@ TEST(Decoding, showsAnswersThatLoadNothing)
               R"("remarks":["It has no path: the add-in loads nothing."]})");
     EXPECT_EQ(answerText(utf16("CAD7")),
               R"({"kind":"answer","bytes":8,"answer":"unusable","remarks":)"
-              R"(["Its first line has no blank: it is no answer."]})");
+              R"(["Its first line has no space: it is not an answer."]})");
     EXPECT_EQ(answerText(utf16("C7 C:\\a")),
               R"({"kind":"answer","bytes":14,"answer":"unusable","remarks":["Its first word has )"
-              R"(fewer than three characters: the add-in's command ends at it."]})");
+              R"(fewer than three characters: the add-in's command fails."]})");
     EXPECT_EQ(answerText(utf16("CAD7 a\nb") + "x"),
               R"({"kind":"answer","bytes":17,"answer":"file","fileType":"CAD","id":7,)"
               R"("path":"a\nb","remarks":["Lines follow the first; they become part of the )"
-              R"(path.","It ends within a character."]})");
+              R"(path.","It ends in the middle of a character."]})");
     EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CAD7")).exitCode, problem);
 }
 
@@ -215,7 +215,7 @@ TEST(Decoding, showsTheFormOfAPicture)
     bitmap += "\x28\0\0\0\2\0\0\0\3\0\0\0\1\0\x18\0"s + std::string(24, '\0');
     const std::string whole = bitmap + std::string(3 * 8, 'p');
     EXPECT_EQ(decode(ExchangeKind::picture, whole).report.dump(),
-              R"({"kind":"picture","bytes":78,"width":2,"height":3,"bitsAPixel":24,)"
+              R"({"kind":"picture","bytes":78,"width":2,"height":3,"bitsPerPixel":24,)"
               R"("firstRow":"bottom"})");
     EXPECT_EQ(decode(ExchangeKind::picture, whole).exitCode, done);
     const Outcome cut = decode(ExchangeKind::picture, whole.substr(0, 77));

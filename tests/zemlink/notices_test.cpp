@@ -82,7 +82,7 @@ TEST_F(ZemlinkListens, notWhenAnotherProgramHasThePort)
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors.find("zemlink: port 4559 cannot be opened: "), 0u) << result.errors;
     EXPECT_NE(result.errors.find("(error 100"), std::string::npos) << result.errors;
-    EXPECT_NE(result.errors.find(" hold"), std::string::npos) << result.errors;
+    EXPECT_NE(result.errors.find(" use"), std::string::npos) << result.errors;
 }
 
 TEST_F(ZemlinkListens, notWhileTheCompanionListens)

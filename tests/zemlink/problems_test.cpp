@@ -33,7 +33,7 @@ TEST(Troubles, areWhatIsMissingOrCannotBeWritten)
     Facts facts = soundFacts();
     facts.tempWritable = denied;
     expectOnly(facts, "temp-not-writable",
-               "No file can be made in C:\\TORVA\\ZEM\\temp: Access denied. (error 5)");
+               "No file can be created in C:\\TORVA\\ZEM\\temp: Access denied. (error 5)");
     facts = soundFacts();
     facts.commitFolderFound = denied;
     expectOnly(facts, "commit-folder-missing", "C:\\TORVA\\ZEM\\commit: Access denied. (error 5)");
@@ -63,8 +63,8 @@ TEST(Troubles, areCommitsOfACommandLineWhenNobodyRunsToTakeThem)
     facts.companion = {};
     facts.port = {refused};
     expectOnly(facts, "commits-left",
-               "C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat: these commits came by a command line and "
-               "nobody took them.");
+               "C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat: these commits came from a command line "
+               "and were not taken.");
 }
 
 TEST(Troubles, areAFolderBeyondAsciiAndOneThatOnlyTheOtherViewNames)
@@ -77,7 +77,7 @@ TEST(Troubles, areAFolderBeyondAsciiAndOneThatOnlyTheOtherViewNames)
     facts = soundFacts();
     facts.folder.otherView = L"D:\\ZEM";
     expectOnly(facts, "registry-view",
-               "The 64-bit view of the registry names D:\\ZEM, but hosts work with "
+               "The 64-bit view of the registry names D:\\ZEM, but hosts use "
                "C:\\TORVA\\ZEM.");
 }
 
@@ -92,7 +92,7 @@ TEST(Troubles, areCommandFilesThatNobodyReads)
                "reading it.");
     facts.commandFiles[0].isProcessRunning = false;
     expectOnly(facts, "stale-command-file",
-               "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat: its process 4711 is gone.");
+               "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat: its process 4711 has ended.");
 }
 
 TEST(Troubles, areCommitsThatAnEndedCompanionLeft)
@@ -115,16 +115,16 @@ TEST(Troubles, areAPortThatAnotherProgramHolds)
     Facts facts = soundFacts();
     facts.port.holder = 99;
     facts.port.program = L"C:\\Other\\server.exe";
-    expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) holds port 4559.");
+    expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) uses port 4559.");
     facts.port.answer = refused; // it listens, but on another address
-    expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) holds port 4559.");
+    expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) uses port 4559.");
     facts.port = Port();
     facts.port.holder = 99;
-    expectOnly(facts, "port-held", "Process 99 holds port 4559.");
+    expectOnly(facts, "port-held", "Process 99 uses port 4559.");
     facts = soundFacts();
     facts.companion = {};
     facts.port = Port();
-    expectOnly(facts, "port-held", "Another program holds port 4559.");
+    expectOnly(facts, "port-held", "Another program uses port 4559.");
 }
 
 TEST(Troubles, areNotACompanionsOwnPort)
@@ -145,13 +145,14 @@ TEST(Troubles, areACompanionThatCannotBeReached)
     Facts facts = soundFacts();
     facts.port = Port();
     facts.port.answer = refused;
-    expectOnly(facts, "port-silent",
-               "The Companion runs, but port 4559 does not answer: Connection refused. (error "
-               "10061)");
+    expectOnly(
+        facts, "port-silent",
+        "The Companion is running, but port 4559 does not answer: Connection refused. (error "
+        "10061)");
     facts = soundFacts();
     facts.companion.process.reset();
     expectOnly(facts, "companion-without-window",
-               "The Companion runs, but has no window that hosts can find.");
+               "The Companion is running, but has no window that hosts can find.");
 }
 
 TEST(Troubles, areASettingThatLosesItsLastCharacter)
@@ -168,8 +169,8 @@ TEST(Troubles, areASettingThatLosesItsLastCharacter)
 TEST(Troubles, makeTheProgramEndWithOne)
 {
     EXPECT_EQ(problemsOutcome({}).exitCode, 0);
-    EXPECT_EQ(problemsOutcome({}).report.dump(), R"({"troubles":[]})");
+    EXPECT_EQ(problemsOutcome({}).report.dump(), R"({"problems":[]})");
     const Outcome outcome = problemsOutcome({{"a", "b", "c"}});
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.report.dump(), R"({"troubles":[{"name":"a","what":"b","do":"c"}]})");
+    EXPECT_EQ(outcome.report.dump(), R"({"problems":[{"name":"a","what":"b","do":"c"}]})");
 }

@@ -85,7 +85,8 @@ TEST_F(ZemlinkRequests, goToTheHostThatIsNamed)
     ASSERT_TRUE(isReady(one) && isReady(two));
     const ToolResult refused = run(L"checkin");
     EXPECT_EQ(refused.exitCode, 1u);
-    EXPECT_EQ(refused.errors.find("zemlink: several hosts run, choose one with --host: "), 0u);
+    EXPECT_EQ(refused.errors.find("zemlink: several hosts are running, choose one with --host: "),
+              0u);
     EXPECT_NE(refused.errors.find(idOf(one) + " ("), std::string::npos) << refused.errors;
     EXPECT_NE(refused.errors.find(idOf(two) + " ("), std::string::npos) << refused.errors;
     EXPECT_EQ(run(L"checkin --host " + fromUtf8(idOf(two))).exitCode, 0u);
@@ -99,10 +100,10 @@ TEST_F(ZemlinkRequests, areNotTakenWithoutAHost)
         const ToolResult result = run(words);
         EXPECT_EQ(result.exitCode, 1u);
         EXPECT_EQ(result.output, "");
-        EXPECT_EQ(result.errors, "zemlink: no host with the add-in runs\n");
+        EXPECT_EQ(result.errors, "zemlink: no host with the add-in is running\n");
     }
     EXPECT_EQ(run(L"new 3 --host 1").errors,
-              "zemlink: process 1 is no running host with the add-in\n");
+              "zemlink: process 1 is not a running host with the add-in\n");
 }
 
 TEST_F(ZemlinkRequests, stayInTheFileOfAHostThatDoesNotRead)
@@ -113,8 +114,8 @@ TEST_F(ZemlinkRequests, stayInTheFileOfAHostThatDoesNotRead)
     EXPECT_EQ(first.exitCode, 1u);
     EXPECT_EQ(first.output, "request: new file\nid: 12\nhost: " + ownId +
                                 "\ntaken: no\n"
-                                "answer: The host has not taken the request; it still lies in the "
-                                "command file and is carried out should the host go on.\n");
+                                "answer: The host has not taken the request. It is still in the "
+                                "command file and is carried out if the host continues.\n");
     EXPECT_EQ(readBytes(file), "\xEF\xBB\xBF"
                                "12 \n");
 }
@@ -128,7 +129,7 @@ TEST_F(ZemlinkRequests, neverOverwriteAnEarlierOne)
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.output, "request: new file\nid: 12\nhost: " + ownId +
                                  "\ntaken: no\nanswer: Nothing was written: an earlier request "
-                                 "still fills the command file, the host does not read it.\n");
+                                 "is still in the command file, the host does not read it.\n");
     EXPECT_EQ(readBytes(file), "CHECKIN a");
 }
 
@@ -156,10 +157,11 @@ TEST_F(ZemlinkRequests, neverMakeACommandFile)
     const AnnouncedHost host;
     const ToolResult result = run(L"checkin --timeout 1");
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_NE(result.output.find("answer: Nothing was written: there is no command file. The "
-                                 "add-in is not open, works with another folder, or has stopped "
-                                 "listening.\n"),
-              std::string::npos)
+    EXPECT_NE(
+        result.output.find("answer: Nothing was written: the command file does not exist. The "
+                           "add-in is not open, uses another folder, or has stopped "
+                           "listening.\n"),
+        std::string::npos)
         << result.output;
     EXPECT_FALSE(readBytes(installation.commandFile(GetCurrentProcessId())).has_value());
 }
@@ -172,8 +174,9 @@ TEST_F(ZemlinkRequests, nameTheCauseWhenTheFileCannotBeWritten)
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     const ToolResult result = run(L"checkin --timeout 1");
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_NE(result.output.find("answer: Nothing was written, the command file cannot be: "),
-              std::string::npos)
+    EXPECT_NE(
+        result.output.find("answer: Nothing was written, the command file cannot be written: "),
+        std::string::npos)
         << result.output;
     EXPECT_NE(result.output.find("(error 32)\n"), std::string::npos) << result.output;
     CloseHandle(held);
@@ -190,7 +193,7 @@ TEST_F(ZemlinkRequests, areRefusedForAFileThatIsMissingOrHasNoPlainName)
     const ToolResult refused = run(L"open 17 " + quoted(foreign));
     EXPECT_EQ(refused.exitCode, 1u);
     EXPECT_EQ(refused.errors, "zemlink: " + toUtf8(foreign) +
-                                  ": hosts take only paths of plain ASCII of less than 65536 "
+                                  ": hosts accept only plain ASCII paths of less than 65536 "
                                   "bytes\n");
 }
 
@@ -201,7 +204,7 @@ TEST_F(ZemlinkRequests, areRefusedForAFolder)
     const ToolResult result = run(L"open 17 " + quoted(installation.path(L"temp")));
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.errors,
-              "zemlink: " + toUtf8(installation.path(L"temp")) + ": it is a folder\n");
+              "zemlink: " + toUtf8(installation.path(L"temp")) + ": this is a directory\n");
 }
 
 TEST_F(ZemlinkRequests, withWrongWordsSayWhatIsWrongAndEndWithTwo)

@@ -18,7 +18,7 @@ TEST(StatusReport, tellsOfEverythingThatRuns)
     EXPECT_EQ(asText(statusReport(facts)), R"(installation:
   folder: C:\TORVA\ZEM
   from: registry value
-  there: yes
+  exists: yes
 settings:
   file: yes
   UseFtpServer: yes
@@ -65,7 +65,7 @@ TEST(StatusReport, tellsWhyNothingAnswers)
     EXPECT_EQ(statusReport(facts)["port"].dump(),
               R"~({"number":4559,"answers":false,"cause":"Connection refused. (error 10061)"})~");
     EXPECT_EQ(statusReport(facts)["installation"].dump(),
-              R"({"folder":"C:\\TORVA\\ZEM","from":"default, the registry names none",)"
-              R"("there":false})");
+              R"({"folder":"C:\\TORVA\\ZEM","from":"default, no registry value",)"
+              R"("exists":false})");
     EXPECT_EQ(statusReport(facts)["settings"]["file"], false);
 }

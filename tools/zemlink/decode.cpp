@@ -99,7 +99,7 @@ Outcome decodePicture(std::string_view bytes)
     }
     return {Report{{"width", form->width},
                    {"height", form->height},
-                   {"bitsAPixel", form->bits},
+                   {"bitsPerPixel", form->bits},
                    {"firstRow", form->isTopDown ? "top" : "bottom"}}};
 }
 
