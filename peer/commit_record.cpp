@@ -6,7 +6,7 @@ namespace peer {
 namespace {
 
 constexpr size_t headSize = 8;
-constexpr size_t sureUnits = (surestStart - headSize) / 2; // `C:\`, or `\\` and a letter
+constexpr size_t certainUnits = (certainRecordStart - headSize) / 2; // `C:\`, or `\\` and a letter
 
 unsigned byteAt(std::string_view bytes, size_t place)
 {
@@ -67,17 +67,18 @@ Piece recordOrStart(std::string_view bytes)
 }
 
 // A record among foreign bytes has to meet more conditions than one in its own place.
-bool isSurelyARecord(std::string_view bytes)
+bool isCertainRecord(std::string_view bytes)
 {
-    return bytes.size() >= surestStart && numberAt(bytes, 4) >= sureUnits &&
-           isFullPath(nameIn(bytes, sureUnits)) && recordOrStart(bytes).kind != PieceKind::foreign;
+    return bytes.size() >= certainRecordStart && numberAt(bytes, 4) >= certainUnits &&
+           isFullPath(nameIn(bytes, certainUnits)) &&
+           recordOrStart(bytes).kind != PieceKind::foreign;
 }
 
 // The offset of the first certain record after the start of the bytes; `before` when there is none.
-size_t nextSureRecord(std::string_view bytes, size_t before)
+size_t nextCertainRecord(std::string_view bytes, size_t before)
 {
     size_t place = 1;
-    while (place < before && !isSurelyARecord(bytes.substr(place)))
+    while (place < before && !isCertainRecord(bytes.substr(place)))
         ++place;
     return place;
 }
@@ -89,7 +90,7 @@ Piece parsePiece(std::string_view bytes)
     const Piece piece = recordOrStart(bytes);
     const bool isForeign = piece.kind == PieceKind::foreign;
     const size_t end = isForeign ? bytes.size() : piece.size;
-    const size_t next = nextSureRecord(bytes, end);
+    const size_t next = nextCertainRecord(bytes, end);
     // A record that begins inside this one means that the rest of this one was never written.
     return isForeign || next < end ? Piece{PieceKind::foreign, next} : piece;
 }

@@ -27,7 +27,7 @@ constexpr size_t longestCommitRecord = 8 + 2 * size_t{longestCommitName};
 
 // Bytes needed to recognise a record among foreign bytes: its two numbers and the first three units
 // of a full path.
-constexpr size_t surestStart = 14;
+constexpr size_t certainRecordStart = 14;
 
 enum class PieceKind {
     incomplete, // the start of a record; the rest is missing

@@ -25,29 +25,29 @@ bool lockOutOtherWriters(HANDLE file)
 
 } // namespace
 
-Verdict judgeBeforeWriting(const Sight& sight, std::int64_t waitedMs, std::int64_t missingMs,
-                           const DeliveryBounds& bounds)
+Verdict judgeBeforeWriting(const CommandFileState& state, std::int64_t waitedMs,
+                           std::int64_t missingMs, const DeliveryBounds& bounds)
 {
-    if (!sight.exists)
+    if (!state.exists)
         return missingMs < bounds.missingMs ? Verdict::wait : Verdict::missing;
     // The limit is checked first: it also ends a delivery into a file that is empty but can never
     // be written.
     if (waitedMs >= bounds.beforeWritingMs)
         return Verdict::full;
-    return sight.size == 0 ? Verdict::write : Verdict::wait;
+    return state.size == 0 ? Verdict::write : Verdict::wait;
 }
 
-Verdict judgeAfterWriting(const Sight& sight, std::int64_t waitedMs, std::int64_t missingMs,
-                          const DeliveryBounds& bounds)
+Verdict judgeAfterWriting(const CommandFileState& state, std::int64_t waitedMs,
+                          std::int64_t missingMs, const DeliveryBounds& bounds)
 {
-    if (!sight.exists)
+    if (!state.exists)
         return missingMs < bounds.missingMs ? Verdict::wait : Verdict::lost;
-    if (sight.size == 0)
+    if (state.size == 0)
         return Verdict::taken;
     return waitedMs < bounds.untilTakenMs ? Verdict::wait : Verdict::notTaken;
 }
 
-Sight lookAtCommandFile(const std::wstring& path)
+CommandFileState readCommandFileState(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))

@@ -11,7 +11,7 @@
 namespace peer {
 
 // The state of a command file.
-struct Sight {
+struct CommandFileState {
     bool exists = false;
     std::uint64_t size = 0; // bytes
 };
@@ -36,14 +36,14 @@ enum class Verdict {
 
 // Times are milliseconds: since the delivery started or the request was written, and since the
 // file was last seen.
-Verdict judgeBeforeWriting(const Sight& sight, std::int64_t waitedMs, std::int64_t missingMs,
-                           const DeliveryBounds& bounds);
-Verdict judgeAfterWriting(const Sight& sight, std::int64_t waitedMs, std::int64_t missingMs,
-                          const DeliveryBounds& bounds);
+Verdict judgeBeforeWriting(const CommandFileState& state, std::int64_t waitedMs,
+                           std::int64_t missingMs, const DeliveryBounds& bounds);
+Verdict judgeAfterWriting(const CommandFileState& state, std::int64_t waitedMs,
+                          std::int64_t missingMs, const DeliveryBounds& bounds);
 
 // Does not open the file: while we hold a handle, the host cannot create the file again after it
 // has taken a request.
-Sight lookAtCommandFile(const std::wstring& path);
+CommandFileState readCommandFileState(const std::wstring& path);
 
 // Writes the whole request with one write into the existing, empty file and closes it. Never
 // creates the file. False when nothing was written because the file is missing, not empty, about to

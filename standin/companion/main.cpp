@@ -1,5 +1,5 @@
-// The start of the program: it becomes the running instance, or hands its arguments to the one
-// that runs.
+// The program's entry point: it becomes the running instance, or hands its arguments to the running
+// one.
 #include "peer/exchange_paths.h"
 #include "peer/running_programs.h"
 #include "standin/companion/app/commands.h"
@@ -14,7 +14,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// The instance exists before its window does, and goes on a little after its window has gone.
+// The instance exists before its window is created and for a moment after it is destroyed.
 constexpr std::chrono::seconds lookForInstance{10};
 constexpr DWORD lookAgainMs = 50;
 
@@ -36,7 +36,7 @@ int runInstance(const std::wstring& arguments)
     state.folder = installationFolder();
     state.log.path = peer::logPath(state.folder);
     state.deliveries.log = &state.log;
-    makeSubfolders(state.folder);
+    createSubfolders(state.folder);
     logEvent(state.log, L"started",
              textField(L"folder", state.folder) + numberField(L"pid", GetCurrentProcessId()));
     state.copies = readCopyList(peer::workingCopiesPath(state.folder));
@@ -53,8 +53,8 @@ int runInstance(const std::wstring& arguments)
     return window != nullptr ? 0 : 1;
 }
 
-// Nobody reads a message box of a start that a script made, so the log gets what went wrong.
-int tellNoAnswer(const std::wstring& arguments)
+// A message box would block a script, so the error is logged.
+int logNoAnswer(const std::wstring& arguments)
 {
     EventLog log;
     log.path = peer::logPath(installationFolder());
@@ -81,7 +81,7 @@ int start(const std::wstring& arguments)
             return *isCarriedOut ? 0 : 1;
         Sleep(lookAgainMs);
     }
-    return tellNoAnswer(arguments);
+    return logNoAnswer(arguments);
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-// Bitmap files, as the Companion takes them apart.
 #include "peer/bitmap_file.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +20,7 @@ std::string number(std::uint32_t value, int size = 4)
     return bytes;
 }
 
-// What the headers of a bitmap file say; each number can be wrong.
+// The headers of a bitmap file; each number can be wrong.
 struct Headers {
     std::string mark = "BM";
     std::uint32_t information = 40;
@@ -30,12 +29,12 @@ struct Headers {
     std::uint32_t offset = 54;
 };
 
-std::string file(const Headers& h, const std::string& behind)
+std::string file(const Headers& h, const std::string& rest)
 {
     return h.mark + number(0) + number(0) + number(h.offset) + number(h.information) +
            number(h.width) + number(h.height) + number(h.planes, 2) + number(h.bits, 2) +
            number(h.compression) + number(0) + number(0) + number(0) + number(h.colours) +
-           number(0) + behind;
+           number(0) + rest;
 }
 
 // Two rows of three pixels, the lower one first.
@@ -49,7 +48,7 @@ bool isNone(const std::string& bytes)
 
 } // namespace
 
-TEST(BitmapFile, of32BitsIsReadFromTheBottomUp)
+TEST(BitmapFile, is32BitsFromTheBottomUp)
 {
     const Pixels picture = parseBitmap(file({}, rows32));
     EXPECT_EQ(picture.width, 3);
@@ -57,7 +56,7 @@ TEST(BitmapFile, of32BitsIsReadFromTheBottomUp)
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, ofANegativeHeightIsReadFromTheTopDown)
+TEST(BitmapFile, negativeHeightIsTopDown)
 {
     Headers headers;
     headers.height = 0xFFFFFFFE;
@@ -66,7 +65,7 @@ TEST(BitmapFile, ofANegativeHeightIsReadFromTheTopDown)
     EXPECT_EQ(picture.values, (Values{1, 2, 3, 0x112233, 5, 6}));
 }
 
-TEST(BitmapFile, of24BitsHasRowsFilledUpToFourBytes)
+TEST(BitmapFile, rowsArePaddedToFourBytes)
 {
     Headers headers;
     headers.bits = 24;
@@ -75,7 +74,7 @@ TEST(BitmapFile, of24BitsHasRowsFilledUpToFourBytes)
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, ofOneBitTakesItsColoursFromTheTableAndItsLeftPixelFromTheHighestBit)
+TEST(BitmapFile, oneBitUsesTheColourTable)
 {
     Headers headers;
     headers.bits = 1;
@@ -88,7 +87,7 @@ TEST(BitmapFile, ofOneBitTakesItsColoursFromTheTableAndItsLeftPixelFromTheHighes
     EXPECT_EQ(picture.values, (Values{on, off, off, off, off, off, off, on, off, on}));
 }
 
-TEST(BitmapFile, ofFourAndOfEightBitsTakesItsColoursFromTheTable)
+TEST(BitmapFile, fourAndEightBitsUseTheColourTable)
 {
     Headers headers;
     headers.bits = 4;
@@ -98,11 +97,11 @@ TEST(BitmapFile, ofFourAndOfEightBitsTakesItsColoursFromTheTable)
     const std::string table = "\x0A\0\0\0\x0B\0\0\0"s;
     EXPECT_EQ(parseBitmap(file(headers, table + "\x10\x1F--"s)).values, (Values{11, 10, 11}));
     headers.bits = 8;
-    // Behind the table's end there is black.
+    // After the end of the table the colour is black.
     EXPECT_EQ(parseBitmap(file(headers, table + "\1\2\0-"s)).values, (Values{11, 0, 10}));
 }
 
-TEST(BitmapFile, mayHaveALongerHeaderAndRoomBeforeItsRows)
+TEST(BitmapFile, mayHaveALongHeaderAndAGap)
 {
     Headers headers;
     headers.information = 108;
@@ -111,7 +110,7 @@ TEST(BitmapFile, mayHaveALongerHeaderAndRoomBeforeItsRows)
               (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, isNoneWhenItEndsTooSoon)
+TEST(BitmapFile, isRejectedWhenCutShort)
 {
     const std::string whole = file({}, rows32);
     for (size_t size = 0; size < whole.size(); ++size)
@@ -119,7 +118,7 @@ TEST(BitmapFile, isNoneWhenItEndsTooSoon)
     EXPECT_FALSE(isNone(whole + "more"));
 }
 
-TEST(BitmapFile, isNoneWhenItsHeadersClaimWhatItDoesNotHold)
+TEST(BitmapFile, isRejectedWithWrongHeaders)
 {
     Headers claimed;
     claimed.width = claimed.height = 4000;
@@ -146,7 +145,7 @@ TEST(BitmapFile, isNoneWhenItsHeadersClaimWhatItDoesNotHold)
         {"planes", &Headers::planes, 2},
         {"bits", &Headers::bits, 0},
         {"bits", &Headers::bits, 2},
-        {"bits", &Headers::bits, 8}, // no room for its table
+        {"bits", &Headers::bits, 8}, // no space for its table
         {"bits", &Headers::bits, 16},
         {"bits", &Headers::bits, 64},
         {"compression", &Headers::compression, 1},
@@ -170,7 +169,7 @@ TEST(BitmapFile, isNoneWhenItsHeadersClaimWhatItDoesNotHold)
     EXPECT_TRUE(isNone(file(unmarked, rows32)));
 }
 
-TEST(BitmapFile, isNoneWithATableThatReachesIntoItsRows)
+TEST(BitmapFile, isRejectedWhenTableOverlapsRows)
 {
     Headers headers;
     headers.bits = 8;
@@ -181,7 +180,7 @@ TEST(BitmapFile, isNoneWithATableThatReachesIntoItsRows)
     EXPECT_TRUE(isNone(file(headers, std::string(100, 'x'))));
 }
 
-TEST(BitmapFile, isNoneWithMorePixelsThanAreShown)
+TEST(BitmapFile, isRejectedWithTooManyPixels)
 {
     Headers headers;
     headers.bits = 1;

@@ -37,12 +37,12 @@ void expectNoneUnderstood(const std::vector<const wchar_t*>& all)
 
 } // namespace
 
-TEST(CommandLine, withoutArgumentsIsAPlainStart)
+TEST(CommandLine, mayBeEmpty)
 {
     expectEach({{L"", {}}, {L"  \t ", {}}});
 }
 
-TEST(CommandLine, understandsWhatTheAddInPasses)
+TEST(CommandLine, parsesTheAddInsArguments)
 {
     expectEach({
         {LR"(--checkout "")", {.word = Word::checkOut}},
@@ -54,7 +54,7 @@ TEST(CommandLine, understandsWhatTheAddInPasses)
     });
 }
 
-TEST(CommandLine, understandsWhatScriptsPass)
+TEST(CommandLine, parsesTheArgumentsOfScripts)
 {
     expectEach({
         {L"--about", {.word = Word::about}},
@@ -76,24 +76,24 @@ TEST(CommandLine, understandsWhatScriptsPass)
     });
 }
 
-TEST(CommandLine, takesABackslashInFrontOfAQuoteAsItIs)
+TEST(CommandLine, doesNotEscapeWithBackslash)
 {
     expectEach({{LR"(--checkout "C:\temp\")", {.word = Word::checkOut, .value = L"C:\\temp\\"}}});
 }
 
-TEST(CommandLine, separatesAtBlanksAndTabsOutsideQuotes)
+TEST(CommandLine, splitsAtSpacesOutsideQuotes)
 {
     expectEach({{L"  --send\t \tbracket  ", {.word = Word::send, .value = L"bracket"}},
                 {L"--send bra\"ck et\"s", {.word = Word::send, .value = L"brack ets"}}});
 }
 
-TEST(CommandLine, refusesAWordWithoutItsValue)
+TEST(CommandLine, rejectsMissingValues)
 {
     expectNoneUnderstood({L"--checkout", L"--commit", L"--send", L"--send bracket --host",
                           L"--commit a --id", L"--about --parentwindow"});
 }
 
-TEST(CommandLine, refusesNumbersOutOfRange)
+TEST(CommandLine, rejectsNumbersOutOfRange)
 {
     expectNoneUnderstood(
         {L"--commit a --id 4294967296", L"--commit a --id -1", L"--send a --id 2147483648",
@@ -102,34 +102,34 @@ TEST(CommandLine, refusesNumbersOutOfRange)
          L"--send a --id +1", L"--about --parentwindow -1"});
 }
 
-TEST(CommandLine, refusesAnOptionGivenTwice)
+TEST(CommandLine, rejectsRepeatedOptions)
 {
     expectNoneUnderstood({L"--send a --host 1 --host 1", L"--send a --machine b --machine b",
                           L"--send a --ncpath 1 --ncpath 1", L"--new-file --id 1 --id 1",
                           L"--about --parentwindow 1 --parentwindow 1"});
 }
 
-TEST(CommandLine, refusesAnOptionOfAnotherWord)
+TEST(CommandLine, rejectsOptionsOfOtherCommands)
 {
     expectNoneUnderstood({L"--checkout a --id 1", L"--commit a --host 1", L"--about --id 1",
                           L"--new-file --machine a", L"--check-in --id 1", L"--quit --id 1",
                           L"--register now", L"--send a --parentwindow 1"});
 }
 
-TEST(CommandLine, refusesUnknownWords)
+TEST(CommandLine, rejectsUnknownCommands)
 {
     expectNoneUnderstood({L"bracket", L"--SEND a", L"--sen a", L"--", L"\"\"", L"--host 1",
                           L"--send a b c", L"--send a --machine"});
 }
 
-TEST(ProgramName, isSkippedWithTheBlanksBehindIt)
+TEST(ProgramName, isSkippedWithSpacesAfterIt)
 {
     EXPECT_EQ(skipProgramName(L"\"C:\\T V\\zem.exe\" --send \"a b\""), L"--send \"a b\"");
     EXPECT_EQ(skipProgramName(L"zem.exe \t --quit "), L"--quit ");
     EXPECT_EQ(skipProgramName(L"\"zem.exe\"--quit"), L"--quit");
 }
 
-TEST(ProgramName, leavesNothingWhenItIsAlone)
+TEST(ProgramName, mayBeTheWholeLine)
 {
     for (const wchar_t* line : {L"", L"zem.exe", L"zem.exe  ", L"\"C:\\T V\\zem.exe\"",
                                 L"\"C:\\T V\\zem.exe\" \t", L"\"unfinished"})

@@ -43,24 +43,24 @@ std::string head(const std::string& length)
 
 } // namespace
 
-TEST(CommitRecord, isItsIdItsLengthAndItsName)
+TEST(CommitRecord, isIdLengthAndName)
 {
     expectRecord(record42, 42, L"C:\\a.mcam", 26);
     expectRecord(recordWithoutId, 4294967295, L"C:\\", 14);
     expectRecord("\x04\x03\x02\x81\x01\0\0\0x\0"s, 0x81020304, L"x", 10);
 }
 
-TEST(CommitRecord, endsWhereTheNextOneStarts)
+TEST(CommitRecord, endsWhereTheNextStarts)
 {
     expectRecord(record42 + recordWithoutId, 42, L"C:\\a.mcam", 26);
     expectRecord(record42 + "\x07", 42, L"C:\\a.mcam", 26);
 }
 
-TEST(CommitRecord, keepsEveryUnitOfItsName)
+TEST(CommitRecord, keepsEveryUnitOfTheName)
 {
     expectRecord(head("\x04\0\0\0"s) + "\x3D\xD8\x00\xDE\x2D\x4E\xFF\xFF"s, 17,
                  L"\xD83D\xDE00\x4E2D\xFFFF", 16);
-    expectRecord(head("\x01\0\0\0"s) + "\x00\xDC"s, 17, L"\xDC00", 10); // half a pair
+    expectRecord(head("\x01\0\0\0"s) + "\x00\xDC"s, 17, L"\xDC00", 10); // an unpaired surrogate
     expectRecord(head("\x01\0\0\0"s) + " \0"s, 17, L" ", 10);
 }
 
@@ -70,7 +70,7 @@ TEST(CommitRecord, mayNameNoFile)
     expectRecord("\xFF\xFF\xFF\xFF\0\0\0\0"s, 4294967295, L"", 8);
 }
 
-TEST(CommitRecord, hasANameOfAtMost32767Units)
+TEST(CommitRecord, nameIsAtMost32767Units)
 {
     std::string longest = head("\xFF\x7F\0\0"s);
     for (int i = 0; i < 32767; ++i)
@@ -80,13 +80,13 @@ TEST(CommitRecord, hasANameOfAtMost32767Units)
     expectForeign(head("\xFF\xFF\xFF\xFF"s), 8);
 }
 
-TEST(CommitRecord, isIncompleteUntilItsLastByteIsThere)
+TEST(CommitRecord, isIncompleteUntilItsLastByte)
 {
     for (size_t size = 0; size < record42.size(); ++size)
         expectIncomplete(record42.substr(0, size));
 }
 
-TEST(ForeignBytes, endWhereARecordWithAFullPathStarts)
+TEST(ForeignBytes, endAtARecordWithAFullPath)
 {
     expectForeign("garbage, and more of it" + record42 + recordWithoutId, 23);
     expectForeign("garbage, and more of it", 23);
@@ -95,25 +95,25 @@ TEST(ForeignBytes, endWhereARecordWithAFullPathStarts)
     expectForeign("garbage!" + share, 8);
 }
 
-TEST(ForeignBytes, areTheZerosOfAHole)
+TEST(ForeignBytes, includeZeroBytes)
 {
     expectForeign(std::string(8, '\0'), 8);
     for (const size_t size : {8u, 9u, 26u, 27u, 1000u})
         expectForeign(std::string(size, '\0') + record42, size);
 }
 
-TEST(ForeignBytes, areWhatIsLeftOfARecordThatWasNeverFinished)
+TEST(ForeignBytes, includeUnfinishedRecords)
 {
     for (size_t size = 1; size < record42.size(); ++size)
         expectForeign(record42.substr(0, size) + recordWithoutId, size);
 }
 
-TEST(ForeignBytes, areALengthThatPromisesMoreThanComes)
+TEST(ForeignBytes, includeATooLargeLength)
 {
     expectForeign(head("\xFF\x7F\0\0"s) + "a\0b\0"s + record42, 12);
 }
 
-TEST(CommitRecordBytes, areTheRecord)
+TEST(CommitRecord, isFormatted)
 {
     EXPECT_EQ(formatCommitRecord({42, L"C:\\a.mcam"}), record42);
     EXPECT_EQ(formatCommitRecord({4294967295, L"C:\\"}), recordWithoutId);

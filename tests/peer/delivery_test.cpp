@@ -7,24 +7,25 @@ using namespace peer;
 namespace {
 
 constexpr DeliveryBounds bounds{.beforeWritingMs = 100, .untilTakenMs = 200, .missingMs = 50};
-constexpr Sight missing{};
-constexpr Sight empty{.exists = true, .size = 0};
-constexpr Sight filled{.exists = true, .size = 5'000'000'000};
+constexpr CommandFileState missing{};
+constexpr CommandFileState empty{.exists = true, .size = 0};
+constexpr CommandFileState filled{.exists = true, .size = 5'000'000'000};
 
 struct Case {
-    Sight sight;
+    CommandFileState state;
     int waitedMs;
     int missingMs;
     Verdict expected;
 };
 
-using Judge = Verdict (*)(const Sight&, std::int64_t, std::int64_t, const DeliveryBounds&);
+using Judge = Verdict (*)(const CommandFileState&, std::int64_t, std::int64_t,
+                          const DeliveryBounds&);
 
 void expectEach(Judge judge, const std::vector<Case>& cases)
 {
     for (const Case& c : cases)
-        EXPECT_EQ(judge(c.sight, c.waitedMs, c.missingMs, bounds), c.expected)
-            << "exists " << c.sight.exists << ", size " << c.sight.size << ", waited " << c.waitedMs
+        EXPECT_EQ(judge(c.state, c.waitedMs, c.missingMs, bounds), c.expected)
+            << "exists " << c.state.exists << ", size " << c.state.size << ", waited " << c.waitedMs
             << ", missing " << c.missingMs;
 }
 
@@ -35,31 +36,31 @@ TEST(DeliveryBeforeWriting, writesIntoAnEmptyFile)
     expectEach(judgeBeforeWriting, {{empty, 0, 0, Verdict::write}, {empty, 99, 0, Verdict::write}});
 }
 
-TEST(DeliveryBeforeWriting, waitsWhileAnEarlierRequestFillsTheFile)
+TEST(DeliveryBeforeWriting, waitsForAnEarlierRequest)
 {
     expectEach(judgeBeforeWriting, {{filled, 0, 0, Verdict::wait}, {filled, 99, 0, Verdict::wait}});
 }
 
-TEST(DeliveryBeforeWriting, givesUpAFileThatStaysFullOrCannotBeWritten)
+TEST(DeliveryBeforeWriting, givesUpWhenTheFileStaysFull)
 {
     expectEach(judgeBeforeWriting,
                {{filled, 100, 0, Verdict::full}, {empty, 100, 0, Verdict::full}});
 }
 
-TEST(DeliveryBeforeWriting, givesUpAFileThatStaysMissing)
+TEST(DeliveryBeforeWriting, givesUpWhenTheFileStaysMissing)
 {
     expectEach(judgeBeforeWriting, {{missing, 0, 0, Verdict::wait},
                                     {missing, 500, 49, Verdict::wait},
                                     {missing, 50, 50, Verdict::missing}});
 }
 
-TEST(DeliveryAfterWriting, hasEndedWhenTheFileIsEmptyAgain)
+TEST(DeliveryAfterWriting, endsWhenTheFileIsEmpty)
 {
     expectEach(judgeAfterWriting,
                {{empty, 0, 0, Verdict::taken}, {empty, 100000, 0, Verdict::taken}});
 }
 
-TEST(DeliveryAfterWriting, waitsWhileTheRequestIsThere)
+TEST(DeliveryAfterWriting, waitsWhileTheFileIsFull)
 {
     expectEach(judgeAfterWriting, {{filled, 0, 0, Verdict::wait}, {filled, 199, 0, Verdict::wait}});
 }
@@ -69,14 +70,14 @@ TEST(DeliveryAfterWriting, givesUpARequestThatStays)
     expectEach(judgeAfterWriting, {{filled, 200, 0, Verdict::notTaken}});
 }
 
-TEST(DeliveryAfterWriting, bearsWithAFileThatIsMissingForAMoment)
+TEST(DeliveryAfterWriting, toleratesABrieflyMissingFile)
 {
     expectEach(judgeAfterWriting, {{missing, 0, 0, Verdict::wait},
                                    {missing, 500, 49, Verdict::wait},
                                    {missing, 50, 50, Verdict::lost}});
 }
 
-TEST(DeliveryBounds, leaveAHostTenSecondsAndAMissingFileTwo)
+TEST(DeliveryBounds, areTenAndTwoSeconds)
 {
     const DeliveryBounds usual;
     EXPECT_EQ(usual.beforeWritingMs, 10000);

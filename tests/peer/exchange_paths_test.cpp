@@ -1,4 +1,3 @@
-// Where the Companion looks for files, and the small readers of what others wrote.
 #include "peer/exchange_paths.h"
 #include "peer/numbers.h"
 #include "standin/companion/library/library.h"
@@ -7,7 +6,7 @@
 
 using namespace peer;
 
-TEST(ExchangePaths, lieUnderTheInstallationFolder)
+TEST(ExchangePaths, areBelowTheInstallationFolder)
 {
     EXPECT_EQ(commandFilePath(L"C:\\ZEM", 4294967295), L"C:\\ZEM\\temp\\mastercam-4294967295.dat");
     EXPECT_EQ(machineSettingsPath(L"C:\\ZEM", 17), L"C:\\ZEM\\temp\\mcsettings-17.txt");
@@ -26,7 +25,7 @@ TEST(ExchangePaths, lieUnderTheInstallationFolder)
     EXPECT_EQ(commitFilePattern(L"C:\\ZEM"), L"C:\\ZEM\\temp\\torvapdm-*");
 }
 
-TEST(CommitRequestName, tellsItsProcess)
+TEST(CommitFileName, containsTheProcessId)
 {
     EXPECT_EQ(processOfCommitFile(L"torvapdm-4711.dat"), 4711u);
     EXPECT_EQ(processOfCommitFile(L"torvapdm-4294967295.closed"), 4294967295u);
@@ -37,7 +36,7 @@ TEST(CommitRequestName, tellsItsProcess)
         EXPECT_EQ(processOfCommitFile(name), std::nullopt) << name;
 }
 
-TEST(Path, mayLeadElsewhereWhenItStartsWithTwoSlashes)
+TEST(Path, mayBeRemoteWithTwoSlashes)
 {
     for (const wchar_t* path : {L"\\\\server\\share\\a.NC", L"//server/share/a.NC", L"\\/server",
                                 L"/\\", L"\\\\?\\C:\\a.NC", L"\\\\.\\pipe\\a"})
@@ -47,7 +46,7 @@ TEST(Path, mayLeadElsewhereWhenItStartsWithTwoSlashes)
         EXPECT_FALSE(mayBeRemote(path)) << path;
 }
 
-TEST(FileName, standsBehindTheLastSeparator)
+TEST(FileName, isAfterTheLastSeparator)
 {
     EXPECT_EQ(fileNameOf(L"C:\\a\\b c.mcam"), L"b c.mcam");
     EXPECT_EQ(fileNameOf(L"C:\\a/b.mcam"), L"b.mcam");

@@ -14,7 +14,7 @@ std::wstring folderText(const std::optional<RegistryValue>& view32,
 
 } // namespace
 
-TEST(Folder, isTheValueOfThe32BitViewWhenThatIsAText)
+TEST(InstallationFolder, isTheStringInThe32BitView)
 {
     const RegistryValue text{1, std::wstring(L"D:\\ZEM\0", 7)};
     const RegistryValue expandable{2, std::wstring(L"%X%\\ZEM\0", 8)};
@@ -23,11 +23,12 @@ TEST(Folder, isTheValueOfThe32BitViewWhenThatIsAText)
     EXPECT_EQ(folderText(RegistryValue{4, std::wstring(L"D:\\\0", 4)}), L"C:\\TORVA\\ZEM");
     EXPECT_EQ(folderText(RegistryValue{1, std::wstring(1, L'\0')}), L"C:\\TORVA\\ZEM");
     EXPECT_EQ(folderText(RegistryValue{1, L""}), L"C:\\TORVA\\ZEM");
-    EXPECT_EQ(folderText(RegistryValue{1, L"D:\\ZEM"}), L"D:\\ZE"); // stored without its zero
+    EXPECT_EQ(folderText(RegistryValue{1, L"D:\\ZEM"}),
+              L"D:\\ZE"); // stored without its null terminator
     EXPECT_EQ(folderText({}), L"C:\\TORVA\\ZEM");
 }
 
-TEST(Folder, tellsWhereItComesFrom)
+TEST(InstallationFolder, hasASource)
 {
     const RegistryValue one{1, std::wstring(L"D:\\1\0", 5)};
     const RegistryValue two{1, std::wstring(L"D:\\2\0", 5)};

@@ -11,13 +11,13 @@ TEST(MachineSettings, areOneLineOfFourFields)
     EXPECT_EQ(formatMachineSettings(-1, -2, -3, L"\u4E2D"), L"-1|-2|-3|\u4E2D\r\n");
 }
 
-TEST(MachineSettings, refuseAMachineThatTheReaderWouldTakeApart)
+TEST(MachineSettings, rejectSeparatorsInTheMachine)
 {
     for (const wchar_t* machine : {L"", L"a|b", L"a\rb", L"a\nb"})
         EXPECT_EQ(formatMachineSettings(1, 2, 3, machine), std::nullopt) << machine;
 }
 
-TEST(MachineSettings, hasTwoNumbersAndAPath)
+TEST(MachineSettings, areParsed)
 {
     const auto text = parseMachineSettings("17|3|-2|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n");
     ASSERT_TRUE(text);
@@ -28,7 +28,7 @@ TEST(MachineSettings, hasTwoNumbersAndAPath)
     EXPECT_FALSE(text->hasMoreLines);
 }
 
-TEST(MachineSettings, countsAFieldOnlyWithABarBehindIt)
+TEST(MachineSettings, needABarAfterEachField)
 {
     EXPECT_FALSE(parseMachineSettings(""));
     const auto two = parseMachineSettings("1|2");

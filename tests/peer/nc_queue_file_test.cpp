@@ -1,4 +1,3 @@
-// The queue file of NC programs, as the Companion reads it.
 #include "peer/text.h"
 #include "peer/nc_queue_file.h"
 
@@ -21,7 +20,7 @@ void expectEntry(const std::optional<QueueEntry>& entry, std::int32_t number,
 
 } // namespace
 
-TEST(QueueReader, readsAProgramALine)
+TEST(NcQueue, containsOneProgramALine)
 {
     const QueueLines lines = parseNcQueue("NCPATH|-1|C:\\NC\\A B.NC|Setup 1\r\n"
                                           "NCPATH|2147483647|D:\\\xC4.NC|\xD6zz\r\n"
@@ -32,7 +31,7 @@ TEST(QueueReader, readsAProgramALine)
     expectEntry(lines[2], 0, "PLATE.NC", "Setup 2");
 }
 
-TEST(QueueReader, leavesAllBehindTheProgramToTheGroup)
+TEST(NcQueue, allowsBarsInTheGroup)
 {
     const QueueLines lines = parseNcQueue("NCPATH|3|C:\\A.NC|left|right|\r\n"
                                           "NCPATH|3|C:\\B.NC|\r\n"
@@ -43,7 +42,7 @@ TEST(QueueReader, leavesAllBehindTheProgramToTheGroup)
     expectEntry(lines[2], 3, "C:\\C.NC", "|");
 }
 
-TEST(QueueReader, keepsThePlaceOfALineThatIsNone)
+TEST(NcQueue, keepsThePositionOfBadLines)
 {
     const QueueLines lines = parseNcQueue("\r\nNCPATH|1|C:\\A.NC|G\r\nsomething\r\n");
     ASSERT_EQ(lines.size(), 3u);
@@ -52,7 +51,7 @@ TEST(QueueReader, keepsThePlaceOfALineThatIsNone)
     EXPECT_FALSE(lines[2].has_value());
 }
 
-TEST(QueueReader, refusesWhatIsNoEntry)
+TEST(NcQueue, rejectsOtherLines)
 {
     for (const char* line : {
              "NCPATH",
@@ -74,7 +73,7 @@ TEST(QueueReader, refusesWhatIsNoEntry)
         EXPECT_FALSE(parseNcQueue(line).front().has_value()) << line;
 }
 
-TEST(QueueReader, refusesAnEntryWithAControlCharacter)
+TEST(NcQueue, rejectsControlCharacters)
 {
     for (const char control : {'\0', '\1', '\t', '\r', '\x1F', '\x7F'})
         for (const char* const start : {"NCPATH|1|C:\\A", "NCPATH|1|C:\\A.NC|G"}) {
@@ -83,12 +82,12 @@ TEST(QueueReader, refusesAnEntryWithAControlCharacter)
         }
 }
 
-TEST(QueueReader, findsNothingInAnEmptyFile)
+TEST(NcQueue, mayBeEmpty)
 {
     EXPECT_TRUE(parseNcQueue("").empty());
 }
 
-TEST(QueueFileName, isThatOfAQueueOfARequest)
+TEST(QueueFileName, containsTheRequestId)
 {
     for (const wchar_t* name : {L"ncqueue-17.txt", L"ncqueue-0.txt", L"ncqueue--3.txt"})
         EXPECT_TRUE(isQueueFileName(name)) << name;

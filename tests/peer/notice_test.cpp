@@ -42,7 +42,7 @@ constexpr std::uint32_t own = address(192, 168, 1, 20);
 
 } // namespace
 
-TEST(Notice, isOneOfTheFourLines)
+TEST(Notice, hasFourForms)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=17;C:\\a b\\s.xml\n", NoticeKind::setupSheet, 17, "C:\\a b\\s.xml"},
@@ -52,7 +52,7 @@ TEST(Notice, isOneOfTheFourLines)
     });
 }
 
-TEST(Notice, hasASignedIdButForACommit)
+TEST(Notice, hasASignedIdExceptInACommit)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=0;p\n", NoticeKind::setupSheet, 0, "p"},
@@ -74,13 +74,13 @@ TEST(Notice, keepsEveryByteOfThePath)
     });
 }
 
-TEST(Notice, isExactlyOneLineEndedByALineFeed)
+TEST(Notice, isOneLineWithLineFeed)
 {
     expectUnknown({"", "\n", "TOOL-7", "TOOL-7\r\n", "TOOL-7\n\n", "\nTOOL-7\n", "TOOL-7\nTOOL-8\n",
                    "IMPORTNCQUEUE|a\tb\n", "IMPORTNCQUEUE|a\0b\n"s, "TOOL-7\n\0"s});
 }
 
-TEST(Notice, isUnknownWhenAnythingIsMissingOrTooMuch)
+TEST(Notice, isUnknownInAnyOtherForm)
 {
     expectUnknown({"TOOL-\n",
                    "TOOL-7 \n",
@@ -104,7 +104,7 @@ TEST(Notice, isUnknownWhenAnythingIsMissingOrTooMuch)
                    "HELLO\n"});
 }
 
-TEST(OwnAddress, isTheOneThatTheConnectionCameTo)
+TEST(OwnAddress, equalsTheLocalAddress)
 {
     EXPECT_TRUE(isOwnAddress(own, own));
     EXPECT_FALSE(isOwnAddress(address(192, 168, 1, 21), own));
@@ -112,7 +112,7 @@ TEST(OwnAddress, isTheOneThatTheConnectionCameTo)
     EXPECT_FALSE(isOwnAddress(address(1, 0, 0, 127), own));
 }
 
-TEST(OwnAddress, isAnyOfTheLoopbacks)
+TEST(OwnAddress, isAnyLoopbackAddress)
 {
     EXPECT_TRUE(isOwnAddress(address(127, 0, 0, 1), address(127, 0, 0, 1)));
     EXPECT_TRUE(isOwnAddress(address(127, 0, 0, 2), address(127, 0, 0, 1)));

@@ -4,7 +4,7 @@
 
 using namespace peer;
 
-TEST(Numbers, areReadWholeAndWithinTheirRange)
+TEST(Numbers, areCompleteAndInRange)
 {
     EXPECT_EQ(parseNumber(L"-12", -12, 5), -12);
     EXPECT_EQ(parseNumber(L"005", 0, 5), 5);
@@ -14,7 +14,7 @@ TEST(Numbers, areReadWholeAndWithinTheirRange)
         EXPECT_EQ(parseNumber(text, -12, 5), std::nullopt) << text;
 }
 
-TEST(PrintedDecimal, hasSixSignificantDigits)
+TEST(Decimals, haveSixSignificantDigits)
 {
     for (const auto& [number, text] : std::initializer_list<std::pair<double, const char*>>{
              {10, "10"},

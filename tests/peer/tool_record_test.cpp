@@ -1,4 +1,3 @@
-// The tool data file, as the Companion reads it.
 #include "peer/numbers.h"
 #include "peer/tool_record.h"
 
@@ -22,7 +21,7 @@ constexpr char fullRecord[] =
     "|OPERATIONTYPE=19|HOLDERNO=20|COMPENSATIONTYPE=21|DEPTH=-12.5|TPTYPE=22|TPX=0.1|TPY=0.2"
     "|TPZ=0.3|CPTYPE=23|CPX=-0.1|CPY=-2.5e-07|CPZ=0|OPTIME=61.5";
 
-// The full record with another text in the place of this one.
+// The full record with `text` replaced by `other`.
 std::string with(const std::string& text, const std::string& other)
 {
     std::string record = fullRecord;
@@ -44,7 +43,7 @@ std::wstring commentOf(const std::string& written)
 
 } // namespace
 
-TEST(ToolReader, readsTheToolOfTheOperation)
+TEST(ToolRecord, containsTheOperationsTool)
 {
     const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
@@ -66,7 +65,7 @@ TEST(ToolReader, readsTheToolOfTheOperation)
     EXPECT_EQ(record->operationFeed, 900.25);
 }
 
-TEST(ToolReader, readsTheToolOfTheTable)
+TEST(ToolRecord, containsTheTablesTool)
 {
     const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
@@ -97,7 +96,7 @@ TEST(ToolReader, readsTheToolOfTheTable)
     EXPECT_EQ(record->comment, L"End mill \u00C4");
 }
 
-TEST(ToolReader, readsTheOperation)
+TEST(ToolRecord, containsTheOperation)
 {
     const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
@@ -117,7 +116,7 @@ TEST(ToolReader, readsTheOperation)
     EXPECT_EQ(record->seconds, 61.5);
 }
 
-TEST(ToolReader, takesACommentWithBarsAndEqualsSignsWhole)
+TEST(ToolRecord, allowsSeparatorsInTheComment)
 {
     EXPECT_EQ(commentOf("a|b=c"), L"a|b=c");
     EXPECT_EQ(commentOf("|PLANEWOFF=3|OPERATIONCOMMENT="), L"|PLANEWOFF=3|OPERATIONCOMMENT=");
@@ -126,13 +125,13 @@ TEST(ToolReader, takesACommentWithBarsAndEqualsSignsWhole)
     EXPECT_EQ(commentOf("\x80\xFF"), L"\x80\xFF");
 }
 
-TEST(ToolReader, refusesOtherKeysThanThese)
+TEST(ToolRecord, rejectsOtherKeys)
 {
     for (const std::string& line : {
              with("|SLOT=9", ""),               // missing
              with("|DATAID=17", ""),            // the first one
              with("|OPTIME=61.5", ""),          // the last one
-             with("|PLANEWOFF=54", ""),         // the one behind the comment
+             with("|PLANEWOFF=54", ""),         // the one after the comment
              with("|OPERATIONCOMMENT=", ""),    // the empty one
              with("|SLOT=9", "|SLOT=9|SLOT=9"), // twice
              with("|LOFF=5|DOFF=6", "|DOFF=6|LOFF=5"),
@@ -148,7 +147,7 @@ TEST(ToolReader, refusesOtherKeysThanThese)
         EXPECT_FALSE(isRecord(line)) << line;
 }
 
-TEST(ToolReader, refusesNumbersThatNobodyPrints)
+TEST(ToolRecord, rejectsOtherNumberFormats)
 {
     for (const char* number : {"", "+4", "04", "-0", "4.0", " 4", "4 ", "2147483648", "x"})
         EXPECT_FALSE(isRecord(with("|TNUM=4", std::string("|TNUM=") + number))) << number;
@@ -163,7 +162,7 @@ TEST(ToolReader, refusesNumbersThatNobodyPrints)
     EXPECT_FALSE(isRecord(with("|OPERATIONCOMMENT=", "|OPERATIONCOMMENT=x")));
 }
 
-TEST(ToolReader, takesTheLimitsOfEachKindOfNumber)
+TEST(ToolRecord, acceptsTheLimitsOfNumbers)
 {
     EXPECT_EQ(parseToolRecord(with("|TNUM=4", "|TNUM=-2147483648"))->number,
               std::numeric_limits<std::int32_t>::min());
@@ -178,7 +177,7 @@ TEST(ToolReader, takesTheLimitsOfEachKindOfNumber)
     EXPECT_EQ(parseToolRecord(with("|DIA=12.5", "|DIA=-0"))->diameter, 0);
 }
 
-TEST(ToolReader, keepsThePlaceOfALineThatIsNoRecord)
+TEST(ToolData, keepsThePositionOfBadLines)
 {
     const auto records = parseToolData("\r\n" + std::string(fullRecord) + "\r\nTOOLDATA|\r\n");
     ASSERT_EQ(records.size(), 3u);

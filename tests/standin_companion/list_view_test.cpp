@@ -68,7 +68,7 @@ TEST_F(EventList, keepsTheNewestRows)
     EXPECT_EQ(inserted, 6);
 }
 
-TEST_F(EventList, insertsNoRowThatWouldGoAtOnce)
+TEST_F(EventList, insertsNoRowAboveTheLimit)
 {
     append(1, 2);
     append(3, 1000);

@@ -36,7 +36,7 @@ TEST(SetupSheet, namesPartMachineAndTime)
     EXPECT_EQ(sheet->seconds, L"3683.6");
 }
 
-TEST(SetupSheet, listsEveryOperationAndEachToolOnce)
+TEST(SetupSheet, listsOperationsAndDistinctTools)
 {
     const SetupSheet sheet = readSetupSheet(sheetText).value_or(SetupSheet{});
     EXPECT_EQ(operationRows(sheet),
@@ -47,7 +47,7 @@ TEST(SetupSheet, listsEveryOperationAndEachToolOnce)
                                           {L"5", L"6", L"0", L"300", L"Drill"}}));
 }
 
-TEST(SetupSheet, isOnlyAWholeDocumentOfItsKind)
+TEST(SetupSheet, isACompleteDocument)
 {
     EXPECT_TRUE(readSetupSheet(L"<setupSheet/>").has_value());
     for (const wchar_t* text :
@@ -57,7 +57,7 @@ TEST(SetupSheet, isOnlyAWholeDocumentOfItsKind)
         EXPECT_FALSE(readSetupSheet(text).has_value()) << text;
 }
 
-TEST(XmlTags, readNamesAttributesAndNesting)
+TEST(XmlTags, haveNamesAndAttributes)
 {
     const auto tags = readTags(L" <a  b=\"1\"\tc=\"\" ><d/></a >");
     ASSERT_TRUE(tags.has_value());
@@ -70,14 +70,14 @@ TEST(XmlTags, readNamesAttributesAndNesting)
     EXPECT_TRUE(!(*tags)[2].isStart && (*tags)[2].isEnd);
 }
 
-TEST(XmlTags, resolveTheNamedReferencesOnce)
+TEST(XmlTags, resolveNamedReferencesOnce)
 {
     const auto tags = readTags(L"<a b=\"&amp;lt; &lt;&gt;&apos;&quot; &nbsp; &#65; &\"/>");
     ASSERT_TRUE(tags.has_value());
     EXPECT_EQ(tags->front().attributes.at(L"b"), L"&lt; <>'\" &nbsp; &#65; &");
 }
 
-TEST(DurationText, isMinutesAndSecondsAndHoursWhereThereAreSome)
+TEST(DurationText, isHoursMinutesAndSeconds)
 {
     const std::pair<const wchar_t*, const wchar_t*> durations[] = {
         {L"0", L"0:00"},       {L"59.4", L"0:59"},      {L"59.6", L"1:00"}, {L"3599", L"59:59"},

@@ -1,4 +1,4 @@
-// The words of a start of zemlink, and its answers about requests and the port.
+// zemlink's command line, and its texts about requests and the port.
 #include "tools/zemlink/answers.h"
 #include "tools/zemlink/arguments.h"
 
@@ -9,8 +9,8 @@ using peer::Verdict;
 
 namespace {
 
-// What is said about wrong words, or an empty text when they are understood.
-std::string complaint(std::vector<std::string> words)
+// The first line of the usage error; empty when the arguments are valid.
+std::string usageError(std::vector<std::string> words)
 {
     const Arguments arguments = parseArguments(std::move(words));
     EXPECT_EQ(arguments.exitCode, arguments.text.empty() ? 0 : 2);
@@ -18,7 +18,7 @@ std::string complaint(std::vector<std::string> words)
     return arguments.text.substr(0, arguments.text.find('\n'));
 }
 
-Port heldBy(std::uint32_t process, const wchar_t* program)
+Port usedBy(std::uint32_t process, const wchar_t* program)
 {
     Port port;
     port.holder = process;
@@ -28,7 +28,7 @@ Port heldBy(std::uint32_t process, const wchar_t* program)
 
 } // namespace
 
-TEST(Arguments, nameACommandWithItsOptionsInAnyOrder)
+TEST(Arguments, allowOptionsInAnyOrder)
 {
     const Arguments open = parseArguments(
         {"open", "--timeout", "3", "-5", "C:\\a b.mcam", "--json", "--host", "4711"});
@@ -44,7 +44,7 @@ TEST(Arguments, nameACommandWithItsOptionsInAnyOrder)
     EXPECT_TRUE(decode.isJson);
 }
 
-TEST(Arguments, leaveWhatIsNotSaidEmpty)
+TEST(Arguments, areEmptyByDefault)
 {
     const Arguments listen = parseArguments({"listen"});
     EXPECT_EQ(listen.command, Command::listen);
@@ -55,29 +55,30 @@ TEST(Arguments, leaveWhatIsNotSaidEmpty)
     EXPECT_EQ(parseArguments({"doctor"}).command, Command::doctor);
 }
 
-TEST(Arguments, areComplainedAboutWithTheirCause)
+TEST(Arguments, areRejectedWithTheCause)
 {
-    EXPECT_EQ(complaint({}), "A command is required");
-    EXPECT_EQ(complaint({"bogus"}), "The following argument was not expected: bogus");
-    EXPECT_EQ(complaint({"open", "17"}), "PATH is required");
-    EXPECT_EQ(complaint({"open", "-1", "x"}),
-              "ID: -1 means no request; the host would open nothing");
-    EXPECT_EQ(complaint({"new", "2147483648"}),
-              "ID: Value 2147483648 not in range -2147483648 to 2147483647");
-    EXPECT_EQ(complaint({"open", "010", "x"}), "ID: 010 is not a decimal number");
-    EXPECT_EQ(complaint({"open", "0x11", "x"}), "ID: 0x11 is not a decimal number");
-    EXPECT_EQ(complaint({"open", "--", "-01", "x"}), "ID: -01 is not a decimal number");
-    EXPECT_EQ(complaint({"new", "5", "--host", "0x10"}), "--host: 0x10 is not a decimal number");
-    EXPECT_EQ(complaint({"checkin", "--host", "0"}),
-              "--host: Value 0 not in range 1 to 4294967295");
-    EXPECT_EQ(complaint({"decode", "x", "--as", "y"}),
-              "--as: y not in "
-              "{command,machine,answer,commits,tools,queue,notices,picture,log,settings}");
-    EXPECT_NE(complaint({"status", "--count", "1"}), "");
-    EXPECT_NE(complaint({"listen", "--timeout", "0"}), "");
+    const std::pair<std::vector<std::string>, const char*> rows[] = {
+        {{}, "A command is required"},
+        {{"bogus"}, "The following argument was not expected: bogus"},
+        {{"open", "17"}, "PATH is required"},
+        {{"open", "-1", "x"}, "ID: -1 means no request; the host would open nothing"},
+        {{"new", "2147483648"}, "ID: Value 2147483648 not in range -2147483648 to 2147483647"},
+        {{"open", "010", "x"}, "ID: 010 is not a decimal number"},
+        {{"open", "0x11", "x"}, "ID: 0x11 is not a decimal number"},
+        {{"open", "--", "-01", "x"}, "ID: -01 is not a decimal number"},
+        {{"new", "5", "--host", "0x10"}, "--host: 0x10 is not a decimal number"},
+        {{"checkin", "--host", "0"}, "--host: Value 0 not in range 1 to 4294967295"},
+        {{"decode", "x", "--as", "y"},
+         "--as: y not in "
+         "{command,machine,answer,commits,tools,queue,notices,picture,log,settings}"},
+    };
+    for (const auto& [words, error] : rows)
+        EXPECT_EQ(usageError(words), error);
+    EXPECT_NE(usageError({"status", "--count", "1"}), "");
+    EXPECT_NE(usageError({"listen", "--timeout", "0"}), "");
 }
 
-TEST(Arguments, askForTheVersionAndForHelp)
+TEST(Arguments, showVersionAndHelp)
 {
     const Arguments version = parseArguments({"--version"});
     EXPECT_EQ(version.command, Command::none);
@@ -91,7 +92,7 @@ TEST(Arguments, askForTheVersionAndForHelp)
         << help.text;
 }
 
-TEST(HostChoice, isTheOnlyHostOrTheNamedOne)
+TEST(HostChoice, isTheOnlyOrTheNamedHost)
 {
     const std::vector<peer::Host> two = {{4, L"a"}, {8, L"b"}};
     EXPECT_EQ(chooseHost({two[0]}, {}).process, 4u);
@@ -103,7 +104,7 @@ TEST(HostChoice, isTheOnlyHostOrTheNamedOne)
     EXPECT_EQ(chooseHost(two, 9).reason, "process 9 is not a running host with the add-in");
 }
 
-TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
+TEST(Answer, succeedsOnlyWhenTaken)
 {
     const Report request{{"request", "new file"}};
     EXPECT_EQ(answerOutcome(request, 4, Verdict::taken, "").report.dump(),
@@ -119,11 +120,11 @@ TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
               "The command file disappeared with the request: the host has ended.");
 }
 
-TEST(Answer, namesTheHolderOfThePortAsFarAsItIsKnown)
+TEST(PortTakenText, namesTheProgramIfKnown)
 {
-    EXPECT_EQ(portTakenText("In use. (error 10048)", heldBy(99, L"C:\\x.exe"), true),
+    EXPECT_EQ(portTakenText("In use. (error 10048)", usedBy(99, L"C:\\x.exe"), true),
               "port 4559 cannot be opened: In use. (error 10048); process 99 (C:\\x.exe) uses it");
-    EXPECT_EQ(portTakenText("e", heldBy(99, L""), false),
+    EXPECT_EQ(portTakenText("e", usedBy(99, L""), false),
               "port 4559 cannot be opened: e; process 99 uses it");
     EXPECT_EQ(portTakenText("e", Port(), true),
               "port 4559 cannot be opened: e; the Companion is running, end it first");

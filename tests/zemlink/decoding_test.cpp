@@ -1,4 +1,4 @@
-// How zemlink recognises exchange files, and what it makes of each kind.
+// How zemlink recognises exchange files, and how it shows each kind.
 #include "tools/zemlink/decode.h"
 #include "tools/zemlink/file_reports.h"
 #include "tools/zemlink/report.h"
@@ -9,6 +9,12 @@ using namespace zemlink;
 using namespace std::string_literals;
 
 namespace {
+
+struct KindRow {
+    std::wstring name;
+    std::string bytes;
+    const char* word;
+};
 
 std::string wordOf(std::wstring_view name, std::string_view bytes)
 {
@@ -30,44 +36,52 @@ const std::string record =
 
 } // namespace
 
-TEST(ExchangeKind, isKnownByTheNameFirst)
+TEST(ExchangeKind, isRecognisedByNameFirst)
 {
-    EXPECT_EQ(wordOf(L"mastercam-4711.dat", ""), "command");
-    EXPECT_EQ(wordOf(L"McSettings-17.TXT", ""), "machine");
-    EXPECT_EQ(wordOf(L"torvapdm-12.dat", "x=y"), "commits");
-    EXPECT_EQ(wordOf(L"torvapdm-12.closed", ""), "commits");
-    EXPECT_EQ(wordOf(L"tool-17.txt", ""), "tools");
-    EXPECT_EQ(wordOf(L"ncqueue--5.txt", ""), "queue");
-    EXPECT_EQ(wordOf(L"TORVA ZEM-61501.tmp", ""), "answer");
-    EXPECT_EQ(wordOf(L"screendump.bmp", ""), "picture");
-    EXPECT_EQ(wordOf(L"toolimage-4.bmp", ""), "picture");
-    EXPECT_EQ(wordOf(L"mcxlog.txt", ""), "log");
-    EXPECT_EQ(wordOf(L"settings.ini", ""), "settings");
+    const KindRow rows[] = {
+        {L"mastercam-4711.dat", "", "command"}, {L"McSettings-17.TXT", "", "machine"},
+        {L"torvapdm-12.dat", "x=y", "commits"}, {L"torvapdm-12.closed", "", "commits"},
+        {L"tool-17.txt", "", "tools"},          {L"ncqueue--5.txt", "", "queue"},
+        {L"TORVA ZEM-61501.tmp", "", "answer"}, {L"screendump.bmp", "", "picture"},
+        {L"toolimage-4.bmp", "", "picture"},    {L"mcxlog.txt", "", "log"},
+        {L"settings.ini", "", "settings"},
+    };
+    for (const KindRow& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.name) + " " + row.bytes);
+        EXPECT_EQ(wordOf(row.name, row.bytes), row.word);
+    }
 }
 
-TEST(ExchangeKind, isElseKnownByTheContent)
+TEST(ExchangeKind, isRecognisedByContent)
 {
-    EXPECT_EQ(wordOf(L"a", "\xEF\xBB\xBF"
-                           "1 C:\\a\n"),
-              "command");
-    EXPECT_EQ(wordOf(L"a", "CHECKIN"), "command");
-    EXPECT_EQ(wordOf(L"a", "17|3|0|C:\\m\r\n"), "machine");
-    EXPECT_EQ(wordOf(L"a", "\1\0\0\0\3\0\0\0C\0:\0\\\0"s), "commits");
-    EXPECT_EQ(wordOf(L"a", record), "tools");
-    EXPECT_EQ(wordOf(L"a", "NCPATH|3|C:\\a.NC|\r\n"), "queue");
-    EXPECT_EQ(wordOf(L"a", "C\0A\0D\0"s), "answer");
-    EXPECT_EQ(wordOf(L"a", "BM"), "picture");
-    EXPECT_EQ(wordOf(L"a", "Loading File #1: C:\\a\n"), "log");
-    EXPECT_EQ(wordOf(L"a", "ZEMID=17|C:\\a\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "TOOL-17\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "MCAMXMLIMPORTDATAID=17;C:\\a\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "IMPORTNCQUEUE|C:\\a\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "UseFtpServer=y\n"), "settings");
-    EXPECT_EQ(wordOf(L"a", "hello"), "none");
-    EXPECT_EQ(wordOf(L"a", ""), "none");
+    const KindRow rows[] = {
+        {L"a",
+         "\xEF\xBB\xBF"
+         "1 C:\\a\n",
+         "command"},
+        {L"a", "CHECKIN", "command"},
+        {L"a", "17|3|0|C:\\m\r\n", "machine"},
+        {L"a", "\1\0\0\0\3\0\0\0C\0:\0\\\0"s, "commits"},
+        {L"a", record, "tools"},
+        {L"a", "NCPATH|3|C:\\a.NC|\r\n", "queue"},
+        {L"a", "C\0A\0D\0"s, "answer"},
+        {L"a", "BM", "picture"},
+        {L"a", "Loading File #1: C:\\a\n", "log"},
+        {L"a", "ZEMID=17|C:\\a\n", "notices"},
+        {L"a", "TOOL-17\n", "notices"},
+        {L"a", "MCAMXMLIMPORTDATAID=17;C:\\a\n", "notices"},
+        {L"a", "IMPORTNCQUEUE|C:\\a\n", "notices"},
+        {L"a", "UseFtpServer=y\n", "settings"},
+        {L"a", "hello", "none"},
+        {L"a", "", "none"},
+    };
+    for (const KindRow& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.name) + " " + row.bytes);
+        EXPECT_EQ(wordOf(row.name, row.bytes), row.word);
+    }
 }
 
-TEST(ExchangeKind, hasAWordOfItsOwn)
+TEST(ExchangeKind, hasADistinctWord)
 {
     EXPECT_EQ(kindWords().size(), 10u);
     for (const std::string& word : kindWords())
@@ -107,7 +121,7 @@ TEST(Decoding, showsTheProgramsOfAQueue)
                                       "  - nc path: -1\n    program: C:\\b.NC\n    group: none\n");
 }
 
-TEST(Decoding, showsCommitsAndWhatIsNone)
+TEST(Decoding, showsCommitsAndForeignBytes)
 {
     const std::string commit = "\xFF\xFF\xFF\xFF\4\0\0\0C\0:\0\\\0a\0"s;
     const std::string bytes = std::string(8, '\0') + commit + commit.substr(0, 12);
@@ -119,7 +133,7 @@ TEST(Decoding, showsCommitsAndWhatIsNone)
     EXPECT_EQ(decode(ExchangeKind::commitRecords, commit).exitCode, done);
 }
 
-TEST(Decoding, showsWhatIsOddInARequest)
+TEST(Decoding, showsRemarksOnARequest)
 {
     const Outcome outcome = decode(ExchangeKind::commandFile, "\xEF\xBB\xBF"
                                                               "12 C:\\ab\r\n");
@@ -132,7 +146,7 @@ TEST(Decoding, showsWhatIsOddInARequest)
     EXPECT_EQ(decode(ExchangeKind::commandFile, "").exitCode, done);
 }
 
-TEST(Decoding, showsMachineSettingsThatAreNotWhole)
+TEST(Decoding, showsIncompleteMachineSettings)
 {
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "").exitCode, problem);
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").report.dump(),
@@ -144,7 +158,7 @@ TEST(Decoding, showsMachineSettingsThatAreNotWhole)
 
 namespace {
 
-// As the file of an answer holds it.
+// As in the answer file.
 std::string utf16(std::string_view text)
 {
     std::string bytes;
@@ -197,7 +211,7 @@ TEST(Decoding, showsAnswersThatLoadNothing)
     EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CAD7")).exitCode, problem);
 }
 
-TEST(Decoding, showsNoticesOneBehindTheOther)
+TEST(Decoding, showsNoticesInSequence)
 {
     const Outcome outcome = decode(ExchangeKind::notices, "TOOL-17\nZEMID=5|C:\\a\n");
     EXPECT_EQ(outcome.exitCode, done);
@@ -208,10 +222,10 @@ TEST(Decoding, showsNoticesOneBehindTheOther)
     EXPECT_EQ(decode(ExchangeKind::notices, "hello\nTOOL-17\n").exitCode, problem);
 }
 
-TEST(Decoding, showsTheFormOfAPicture)
+TEST(Decoding, showsTheFormatOfAPicture)
 {
     std::string bitmap = "BM" + std::string(12, '\0');
-    bitmap[10] = 54; // where the pixels start
+    bitmap[10] = 54; // offset of the pixels
     bitmap += "\x28\0\0\0\2\0\0\0\3\0\0\0\1\0\x18\0"s + std::string(24, '\0');
     const std::string whole = bitmap + std::string(3 * 8, 'p');
     EXPECT_EQ(decode(ExchangeKind::picture, whole).report.dump(),
@@ -223,7 +237,7 @@ TEST(Decoding, showsTheFormOfAPicture)
     EXPECT_FALSE(cut.report.contains("width"));
 }
 
-TEST(Decoding, showsHowFarEachLoadCame)
+TEST(Decoding, showsTheProgressOfLoads)
 {
     EXPECT_EQ(loadsIn("Loading File #1: C:\\a\r\nLoading File #2: C:\\a\r\n"
                       "Loading File #1: C:\\b.CATPart\r\nLoading File #2: C:\\b.CATPart\r\n"
@@ -237,7 +251,7 @@ TEST(Decoding, showsHowFarEachLoadCame)
                               "    last step: 7\n");
 }
 
-TEST(Decoding, tellsLoadsApartThatWereLoggedAtTheSameTime)
+TEST(Decoding, separatesInterleavedLoads)
 {
     const Outcome outcome = decode(ExchangeKind::loadLog, "Loading File #1: a\nLoading File #1: b\n"
                                                           "Loading File #2: a\nLoading File #2: b\n"
@@ -247,7 +261,7 @@ TEST(Decoding, tellsLoadsApartThatWereLoggedAtTheSameTime)
                                               R"({"file":"b","finished":false,"lastStep":2}])");
 }
 
-TEST(Decoding, showsWhichLinesOfALogNoLoadWrote)
+TEST(Decoding, showsBadLinesOfALog)
 {
     const Outcome outcome =
         decode(ExchangeKind::loadLog, "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
@@ -257,7 +271,7 @@ TEST(Decoding, showsWhichLinesOfALogNoLoadWrote)
     EXPECT_EQ(outcome.report["loads"][0]["lastStep"], 1);
 }
 
-TEST(NoticeReport, tellsOfALineThatIsNone)
+TEST(NoticeReport, showsUnknownBytes)
 {
     EXPECT_EQ(noticeReport("TOOL-017\n").dump(),
               R"({"notice":"unknown","hex":"544F4F4C2D3031370A","text":"TOOL-017 "})");

@@ -1,4 +1,4 @@
-// What zemlink sees and finds wrong in installations, sound and broken.
+// zemlink status and doctor on sound and broken installations.
 #include "endtoend/companion_program.h"
 #include "endtoend/host_program.h"
 #include "support/line_receiver.h"
@@ -32,11 +32,12 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
+using ZemlinkStatus = ZemlinkDoctor;
 using Names = std::vector<std::string>;
 
 } // namespace
 
-TEST_F(ZemlinkDoctor, findsNoTroubleBetweenTheRealPrograms)
+TEST_F(ZemlinkDoctor, findsNoProblemInARealSetup)
 {
     installCompanionWithLibrary(installation);
     const CompanionProgram companion(installation);
@@ -61,7 +62,7 @@ TEST_F(ZemlinkDoctor, findsNoTroubleBetweenTheRealPrograms)
     EXPECT_EQ(report["port"]["answers"], true);
 }
 
-TEST_F(ZemlinkDoctor, seesThatNothingRuns)
+TEST_F(ZemlinkStatus, showsThatNothingRuns)
 {
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
     const Json report = status();
@@ -76,9 +77,9 @@ TEST_F(ZemlinkDoctor, seesThatNothingRuns)
     EXPECT_EQ(report["port"]["answers"], false);
 }
 
-TEST_F(ZemlinkDoctor, findsEachTroubleOfABrokenInstallation)
+TEST_F(ZemlinkDoctor, findsEachProblem)
 {
-    const LineReceiver other; // has the port
+    const LineReceiver other; // uses the port
     RemoveDirectoryW(installation.path(L"commit").c_str());
     writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y");
     writeBytes(installation.path(L"temp\\mastercam-4294967292.dat"), "");
@@ -88,7 +89,7 @@ TEST_F(ZemlinkDoctor, findsEachTroubleOfABrokenInstallation)
                                  "stale-command-file", "commits-left", "port-held"}));
 }
 
-TEST_F(ZemlinkDoctor, findsThatNoFileCanBeMadeInTemp)
+TEST_F(ZemlinkDoctor, findsThatTempIsNotWritable)
 {
     installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
     EXPECT_EQ(problems(), Names{"0"});
@@ -102,13 +103,13 @@ TEST_F(ZemlinkDoctor, findsThatNoFileCanBeMadeInTemp)
     EXPECT_NE(text.find("(error 3)"), std::string::npos) << text;
 }
 
-TEST_F(ZemlinkDoctor, leavesNothingBehindInTemp)
+TEST_F(ZemlinkDoctor, leavesTempEmpty)
 {
     runTool(installation, L"doctor");
     EXPECT_TRUE(RemoveDirectoryW(installation.path(L"temp").c_str()));
 }
 
-TEST_F(ZemlinkDoctor, findsThatTheFolderIsMissingOrHasNoPlainName)
+TEST_F(ZemlinkDoctor, findsAMissingOrNonAsciiFolder)
 {
     registerInstallation(installation.path(L"nowhere"));
     EXPECT_EQ(problems(), (Names{"1", "folder-missing", "companion-missing", "temp-not-writable",

@@ -1,4 +1,4 @@
-// Facts of a sound installation, for a test to break.
+// Facts of a sound installation, which tests change.
 #pragma once
 
 #include "tools/zemlink/facts.h"

@@ -1,4 +1,4 @@
-// What zemlink shows of the notices that arrive on the port.
+// `zemlink listen`.
 #include "endtoend/companion_program.h"
 #include "endtoend/host_program.h"
 #include "endtoend/line_client.h"
@@ -14,7 +14,7 @@ namespace {
 
 const std::string heading = "listening on port 4559\n\n";
 
-class ZemlinkListens : public ::testing::Test {
+class ZemlinkListen : public ::testing::Test {
 protected:
     Sockets sockets;
     Installation installation{Registry::ofTheUser};
@@ -22,14 +22,14 @@ protected:
 
 } // namespace
 
-TEST_F(ZemlinkListens, toEachKindOfNotice)
+TEST_F(ZemlinkListen, showsEachKindOfNotice)
 {
     const ToolRun run(installation, L"listen --count 5");
     ASSERT_TRUE(run.waitForOutput(heading)) << run.errors();
     EXPECT_TRUE(sendLine("TOOL-17\n"));
     EXPECT_TRUE(sendLine("ZEMID=17|C:\\parts\\a.mcam\n"));
     EXPECT_TRUE(sendLine("ZEMID=4294967295|C:\\parts\\\xC4.mcam\n"));
-    EXPECT_TRUE(sendLine("")); // no notice
+    EXPECT_TRUE(sendLine("")); // an empty connection
     EXPECT_TRUE(sendLine("MCAMXMLIMPORTDATAID=17;C:\\Temp\\sheet.xml\n"));
     EXPECT_TRUE(sendLine("hello\r\n"));
     EXPECT_EQ(run.waitForExit(), 0u);
@@ -40,7 +40,7 @@ TEST_F(ZemlinkListens, toEachKindOfNotice)
                                       "notice: unknown\nhex: 68656C6C6F0D0A\ntext: hello  \n\n");
 }
 
-TEST_F(ZemlinkListens, inJsonWithOneLineForEachNotice)
+TEST_F(ZemlinkListen, writesOneJsonLineForEachNotice)
 {
     const ToolRun run(installation, L"listen --count 1 --json");
     ASSERT_TRUE(run.waitForOutput("{\"listening\":4559}\n")) << run.errors();
@@ -49,7 +49,7 @@ TEST_F(ZemlinkListens, inJsonWithOneLineForEachNotice)
     EXPECT_EQ(run.output(), "{\"listening\":4559}\n{\"notice\":\"tool data\",\"id\":-5}\n");
 }
 
-TEST_F(ZemlinkListens, toTheQueueThatTheAddInAnnounces)
+TEST_F(ZemlinkListen, showsTheQueueOfTheAddIn)
 {
     CompanionDouble companion;
     companion.holdSemaphore();
@@ -74,7 +74,7 @@ TEST_F(ZemlinkListens, toTheQueueThatTheAddInAnnounces)
                                   "\n    group: Mill\n");
 }
 
-TEST_F(ZemlinkListens, notWhenAnotherProgramHasThePort)
+TEST_F(ZemlinkListen, failsWhenThePortIsInUse)
 {
     const LineReceiver other;
     const ToolResult result = runTool(installation, L"listen --count 1");
@@ -85,7 +85,7 @@ TEST_F(ZemlinkListens, notWhenAnotherProgramHasThePort)
     EXPECT_NE(result.errors.find(" use"), std::string::npos) << result.errors;
 }
 
-TEST_F(ZemlinkListens, notWhileTheCompanionListens)
+TEST_F(ZemlinkListen, failsWhileTheCompanionRuns)
 {
     installCompanionWithLibrary(installation);
     const CompanionProgram companion(installation);
@@ -96,7 +96,7 @@ TEST_F(ZemlinkListens, notWhileTheCompanionListens)
         << result.output;
 }
 
-TEST_F(ZemlinkListens, untilItsTimeIsOver)
+TEST_F(ZemlinkListen, endsAfterItsTimeout)
 {
     EXPECT_EQ(runTool(installation, L"listen --timeout 1").exitCode, 0u);
     const ToolResult missed = runTool(installation, L"listen --count 1 --timeout 1");

@@ -1,4 +1,4 @@
-// Which facts are troubles, and what is said about them.
+// Which facts are problems, and the texts for them.
 #include "tools/zemlink/problems.h"
 #include "tests/zemlink/facts_fixture.h"
 
@@ -23,31 +23,33 @@ void expectOnly(const Facts& facts, const std::string& name, const std::string& 
 
 } // namespace
 
-TEST(Troubles, areNoneInASoundInstallation)
+TEST(Problems, areNoneInASoundInstallation)
 {
     EXPECT_TRUE(findProblems(soundFacts()).empty());
 }
 
-TEST(Troubles, areWhatIsMissingOrCannotBeWritten)
+TEST(Problems, includeMissingAndReadOnlyFolders)
 {
-    Facts facts = soundFacts();
-    facts.tempWritable = denied;
-    expectOnly(facts, "temp-not-writable",
-               "No file can be created in C:\\TORVA\\ZEM\\temp: Access denied. (error 5)");
-    facts = soundFacts();
-    facts.commitFolderFound = denied;
-    expectOnly(facts, "commit-folder-missing", "C:\\TORVA\\ZEM\\commit: Access denied. (error 5)");
-    facts = soundFacts();
-    facts.programFound = denied;
-    expectOnly(facts, "companion-missing",
-               "C:\\TORVA\\ZEM\\TORVA-ZEM.exe: Access denied. (error 5)");
-    facts = soundFacts();
-    facts.folderFound = denied;
-    expectOnly(facts, "folder-missing",
-               "The installation folder C:\\TORVA\\ZEM: Access denied. (error 5)");
+    struct Row {
+        Result Facts::*fact;
+        const char* name;
+        const char* what;
+    };
+    const Row rows[] = {
+        {&Facts::tempWritable, "temp-not-writable",
+         "No file can be created in C:\\TORVA\\ZEM\\temp: "},
+        {&Facts::commitFolderFound, "commit-folder-missing", "C:\\TORVA\\ZEM\\commit: "},
+        {&Facts::programFound, "companion-missing", "C:\\TORVA\\ZEM\\TORVA-ZEM.exe: "},
+        {&Facts::folderFound, "folder-missing", "The installation folder C:\\TORVA\\ZEM: "},
+    };
+    for (const Row& row : rows) {
+        Facts facts = soundFacts();
+        facts.*row.fact = denied;
+        expectOnly(facts, row.name, row.what + denied.text);
+    }
 }
 
-TEST(Troubles, areAHostWithoutACommandFile)
+TEST(Problems, includeAHostWithoutCommandFile)
 {
     Facts facts = soundFacts();
     facts.hosts.push_back({4713, L"plate.mcam"});
@@ -55,7 +57,7 @@ TEST(Troubles, areAHostWithoutACommandFile)
                "The host with process 4713 has no command file in C:\\TORVA\\ZEM\\temp.");
 }
 
-TEST(Troubles, areCommitsOfACommandLineWhenNobodyRunsToTakeThem)
+TEST(Problems, includeUntakenCommandLineCommits)
 {
     Facts facts = soundFacts();
     facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat", 1, false, 0, "commit"}};
@@ -67,7 +69,7 @@ TEST(Troubles, areCommitsOfACommandLineWhenNobodyRunsToTakeThem)
                "and were not taken.");
 }
 
-TEST(Troubles, areAFolderBeyondAsciiAndOneThatOnlyTheOtherViewNames)
+TEST(Problems, includeNonAsciiAndOtherViewFolders)
 {
     Facts facts = soundFacts();
     facts.folder.path = L"C:\\W\u00E4rme";
@@ -81,7 +83,7 @@ TEST(Troubles, areAFolderBeyondAsciiAndOneThatOnlyTheOtherViewNames)
                "C:\\TORVA\\ZEM.");
 }
 
-TEST(Troubles, areCommandFilesThatNobodyReads)
+TEST(Problems, includeUnreadCommandFiles)
 {
     Facts facts = soundFacts();
     facts.commandFiles[0].bytes = 65536;
@@ -95,7 +97,7 @@ TEST(Troubles, areCommandFilesThatNobodyReads)
                "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat: its process 4711 has ended.");
 }
 
-TEST(Troubles, areCommitsThatAnEndedCompanionLeft)
+TEST(Problems, includeCommitsOfAnEndedCompanion)
 {
     Facts facts = soundFacts();
     const std::wstring path = L"C:\\TORVA\\ZEM\\temp\\torvapdm-9.dat";
@@ -110,13 +112,13 @@ TEST(Troubles, areCommitsThatAnEndedCompanionLeft)
                "took these commits.");
 }
 
-TEST(Troubles, areAPortThatAnotherProgramHolds)
+TEST(Problems, includeAPortInUse)
 {
     Facts facts = soundFacts();
     facts.port.holder = 99;
     facts.port.program = L"C:\\Other\\server.exe";
     expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) uses port 4559.");
-    facts.port.answer = refused; // it listens, but on another address
+    facts.port.answer = refused; // it listens on another address
     expectOnly(facts, "port-held", "Process 99 (C:\\Other\\server.exe) uses port 4559.");
     facts.port = Port();
     facts.port.holder = 99;
@@ -127,20 +129,20 @@ TEST(Troubles, areAPortThatAnotherProgramHolds)
     expectOnly(facts, "port-held", "Another program uses port 4559.");
 }
 
-TEST(Troubles, areNotACompanionsOwnPort)
+TEST(Problems, excludeTheCompanionsPort)
 {
     Facts facts = soundFacts();
     facts.port.holder = 13;
     facts.port.program = L"D:\\ZEM\\torva-zem.EXE";
     EXPECT_TRUE(findProblems(facts).empty());
-    facts.port = Port(); // the system does not tell who holds it
+    facts.port = Port(); // the process is unknown
     EXPECT_TRUE(findProblems(facts).empty());
     facts.companion = {};
-    facts.port.answer = refused; // nothing runs
+    facts.port.answer = refused; // no program runs
     EXPECT_TRUE(findProblems(facts).empty());
 }
 
-TEST(Troubles, areACompanionThatCannotBeReached)
+TEST(Problems, includeAnUnreachableCompanion)
 {
     Facts facts = soundFacts();
     facts.port = Port();
@@ -155,7 +157,7 @@ TEST(Troubles, areACompanionThatCannotBeReached)
                "The Companion is running, but has no window that hosts can find.");
 }
 
-TEST(Troubles, areASettingThatLosesItsLastCharacter)
+TEST(Problems, includeACutSetting)
 {
     Facts facts = soundFacts();
     facts.settings = "UseFtpServer=y";
@@ -166,7 +168,7 @@ TEST(Troubles, areASettingThatLosesItsLastCharacter)
     EXPECT_TRUE(findProblems(facts).empty());
 }
 
-TEST(Troubles, makeTheProgramEndWithOne)
+TEST(Problems, setTheExitCode)
 {
     EXPECT_EQ(problemsOutcome({}).exitCode, 0);
     EXPECT_EQ(problemsOutcome({}).report.dump(), R"({"problems":[]})");

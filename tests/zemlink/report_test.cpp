@@ -5,7 +5,7 @@
 
 using namespace zemlink;
 
-TEST(ReportText, writesScalarsListsAndWhatIsEmpty)
+TEST(ReportText, showsScalarsListsAndEmptyValues)
 {
     EXPECT_EQ(asText({{"ncPath", -1},
                       {"MCXCATIA", true},
@@ -20,7 +20,7 @@ TEST(ReportText, writesScalarsListsAndWhatIsEmpty)
               "c: 0.5\n");
 }
 
-TEST(ReportText, showsWhatWouldSteerTheTerminalByItsDigits)
+TEST(ReportText, escapesControlCharacters)
 {
     EXPECT_EQ(visible("a\r\x1B[1m\x7F b"), "a<0D><1B>[1m<7F> b");
     EXPECT_EQ(visible("\xC2\x9B"

@@ -1,5 +1,4 @@
-// zemlink's requests to hosts: the stand-in host with the add-in that ships, and hosts that do not
-// read.
+// zemlink's requests to the stand-in host with the shipping add-in, and to hosts that do not read.
 #include "endtoend/companion_program.h"
 #include "endtoend/host_program.h"
 #include "zemlink/announced_host.h"
@@ -25,6 +24,11 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
+using ZemlinkOpen = ZemlinkRequests;
+using ZemlinkNew = ZemlinkRequests;
+using ZemlinkCheckin = ZemlinkRequests;
+using ZemlinkUsage = ZemlinkRequests;
+
 bool isReady(const HostProgram& host)
 {
     return waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile();
@@ -40,7 +44,7 @@ const std::string ownId = std::to_string(GetCurrentProcessId());
 
 } // namespace
 
-TEST_F(ZemlinkRequests, haveAHostOpenAFile)
+TEST_F(ZemlinkOpen, opensAFileInTheHost)
 {
     const std::wstring part = makePart();
     const HostProgram host(installation, "");
@@ -52,7 +56,7 @@ TEST_F(ZemlinkRequests, haveAHostOpenAFile)
     EXPECT_TRUE(host.waitForTrace(L"ui DoFileOpen(\"" + part + L"\""));
 }
 
-TEST_F(ZemlinkRequests, haveAHostStartANewFile)
+TEST_F(ZemlinkNew, startsANewFileInTheHost)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -66,7 +70,7 @@ TEST_F(ZemlinkRequests, haveAHostStartANewFile)
     EXPECT_EQ(count(host.trace(), L"m_fclose"), 0u);
 }
 
-TEST_F(ZemlinkRequests, haveAHostCloseACheckedInFile)
+TEST_F(ZemlinkCheckin, closesTheFileInTheHost)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -78,7 +82,7 @@ TEST_F(ZemlinkRequests, haveAHostCloseACheckedInFile)
     EXPECT_EQ(count(host.trace(), L"other m_fclose(null, 0, null)"), 1u);
 }
 
-TEST_F(ZemlinkRequests, goToTheHostThatIsNamed)
+TEST_F(ZemlinkRequests, goToTheNamedHost)
 {
     const HostProgram one(installation, "", L"one");
     const HostProgram two(installation, "", L"two");
@@ -94,7 +98,7 @@ TEST_F(ZemlinkRequests, goToTheHostThatIsNamed)
     EXPECT_EQ(count(one.trace(), L"m_fclose"), 0u);
 }
 
-TEST_F(ZemlinkRequests, areNotTakenWithoutAHost)
+TEST_F(ZemlinkRequests, needAHost)
 {
     for (const wchar_t* words : {L"checkin", L"new 3"}) {
         const ToolResult result = run(words);
@@ -106,7 +110,7 @@ TEST_F(ZemlinkRequests, areNotTakenWithoutAHost)
               "zemlink: process 1 is not a running host with the add-in\n");
 }
 
-TEST_F(ZemlinkRequests, stayInTheFileOfAHostThatDoesNotRead)
+TEST_F(ZemlinkRequests, stayInTheFileUntilTaken)
 {
     const AnnouncedHost host;
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
@@ -133,11 +137,11 @@ TEST_F(ZemlinkRequests, neverOverwriteAnEarlierOne)
     EXPECT_EQ(readBytes(file), "CHECKIN a");
 }
 
-TEST_F(ZemlinkRequests, doNotComeBetweenTheLookAndTheWriteOfAnother)
+TEST_F(ZemlinkRequests, respectTheLockOfAnotherWriter)
 {
     const AnnouncedHost host;
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
-    // Another writer that has looked and not written yet.
+    // Another writer that has checked the file and not written yet.
     const HANDLE other = CreateFileW(file.c_str(), GENERIC_WRITE,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      nullptr, OPEN_EXISTING, 0, nullptr);
@@ -152,7 +156,7 @@ TEST_F(ZemlinkRequests, doNotComeBetweenTheLookAndTheWriteOfAnother)
     EXPECT_EQ(readBytes(file), "");
 }
 
-TEST_F(ZemlinkRequests, neverMakeACommandFile)
+TEST_F(ZemlinkRequests, neverCreateACommandFile)
 {
     const AnnouncedHost host;
     const ToolResult result = run(L"checkin --timeout 1");
@@ -166,7 +170,7 @@ TEST_F(ZemlinkRequests, neverMakeACommandFile)
     EXPECT_FALSE(readBytes(installation.commandFile(GetCurrentProcessId())).has_value());
 }
 
-TEST_F(ZemlinkRequests, nameTheCauseWhenTheFileCannotBeWritten)
+TEST_F(ZemlinkRequests, reportWhyTheFileCannotBeWritten)
 {
     const AnnouncedHost host;
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
@@ -182,7 +186,7 @@ TEST_F(ZemlinkRequests, nameTheCauseWhenTheFileCannotBeWritten)
     CloseHandle(held);
 }
 
-TEST_F(ZemlinkRequests, areRefusedForAFileThatIsMissingOrHasNoPlainName)
+TEST_F(ZemlinkOpen, refusesMissingAndNonAsciiFiles)
 {
     const ToolResult missing = run(L"open 17 C:\\nowhere.mcam");
     EXPECT_EQ(missing.exitCode, 1u);
@@ -197,7 +201,7 @@ TEST_F(ZemlinkRequests, areRefusedForAFileThatIsMissingOrHasNoPlainName)
                                   "bytes\n");
 }
 
-TEST_F(ZemlinkRequests, areRefusedForAFolder)
+TEST_F(ZemlinkOpen, refusesADirectory)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -207,7 +211,7 @@ TEST_F(ZemlinkRequests, areRefusedForAFolder)
               "zemlink: " + toUtf8(installation.path(L"temp")) + ": this is a directory\n");
 }
 
-TEST_F(ZemlinkRequests, withWrongWordsSayWhatIsWrongAndEndWithTwo)
+TEST_F(ZemlinkUsage, reportsWrongArgumentsWithExitCode2)
 {
     const ToolResult result = run(L"open seventeen C:\\a.mcam");
     EXPECT_EQ(result.exitCode, 2u);

@@ -1,5 +1,5 @@
-// The support tool's reading of the exchanges against the add-in's: two readers that share no code,
-// on the same thousands of texts, sound and broken.
+// The Companion's parsers against the add-in's: two implementations that share no code, on the same
+// thousands of texts, valid and invalid.
 #include "formats/checkout_answer.h"
 #include "formats/machine_settings_file.h"
 #include "formats/nc_import_line.h"
@@ -22,7 +22,7 @@ using Pieces = std::vector<std::string>;
 
 constexpr int texts = 20000;
 
-// A text of up to so many of the pieces.
+// A text of up to `most` random pieces.
 std::string textOf(const Pieces& pieces, fuzzing::Random& random, unsigned most)
 {
     std::string text;
@@ -48,7 +48,7 @@ RequestKind kindOf(torvapdm::CommandRequest::Kind kind)
                                    : RequestKind::malformed;
 }
 
-// The value as the add-in's look-up gives it, line by line.
+// The value as the add-in looks it up, line by line.
 std::string addInsValue(const std::vector<std::string>& lines, std::string_view key)
 {
     std::string value;
@@ -59,7 +59,7 @@ std::string addInsValue(const std::vector<std::string>& lines, std::string_view 
 
 } // namespace
 
-TEST(SupportTool, readsRequestsAsTheAddInDoes)
+TEST(SameReading, ofRequests)
 {
     const Pieces pieces = {"\xEF\xBB\xBF", "CHECKIN", " ", "\n", "\r",  "-", "+", "7",
                            "12",           "C:\\",    "a", "b",  "\xC4"};
@@ -70,7 +70,7 @@ TEST(SupportTool, readsRequestsAsTheAddInDoes)
                                              : "";
         const std::string text = start + textOf(pieces, random, 8);
         if (text.empty())
-            continue; // the add-in never looks at it
+            continue; // the add-in ignores an empty file
         const Request ours = parseRequest(text);
         const torvapdm::CommandRequest theirs = torvapdm::interpretCommandText(text);
         ASSERT_EQ(requestName(ours.kind), requestName(kindOf(theirs.kind))) << text;
@@ -81,7 +81,7 @@ TEST(SupportTool, readsRequestsAsTheAddInDoes)
     }
 }
 
-TEST(SupportTool, readsMachineSettingsAsTheAddInDoes)
+TEST(SameReading, ofMachineSettings)
 {
     const Pieces pieces = {"|", "|", "|", "17", "-3", "0", " ", "C:\\m", "x"};
     fuzzing::Random random(18);
@@ -96,7 +96,7 @@ TEST(SupportTool, readsMachineSettingsAsTheAddInDoes)
     }
 }
 
-TEST(SupportTool, readsAnswersAsTheAddInDoes)
+TEST(SameReading, ofCheckoutAnswers)
 {
     using Kind = torvapdm::CheckoutAnswer::Kind;
     const Pieces pieces = {"CAD", "CHECKIN", " ",           " ",     "\n", "-",
@@ -111,7 +111,7 @@ TEST(SupportTool, readsAnswersAsTheAddInDoes)
         try {
             theirs = torvapdm::interpretAnswer(text, fileType);
         } catch (const std::out_of_range&) {
-            fileType.clear(); // what ends the add-in's command is no answer
+            fileType.clear(); // an exception ends the add-in's command
         }
         ASSERT_EQ(ours.kind == AnswerKind::checkIn, theirs.kind == Kind::checkIn) << i;
         ASSERT_EQ(ours.kind == AnswerKind::file, theirs.kind == Kind::file) << i;
@@ -123,7 +123,7 @@ TEST(SupportTool, readsAnswersAsTheAddInDoes)
     }
 }
 
-TEST(SupportTool, readsSettingsAsTheAddInDoes)
+TEST(SameReading, ofSettings)
 {
     const Pieces pieces = {"UseFtpServer=",
                            "MCXCATIA=",

@@ -1,4 +1,4 @@
-// The status of an installation, in words.
+// The text of `zemlink status`.
 #include "tools/zemlink/report.h"
 #include "tools/zemlink/status.h"
 #include "zemlink/facts_fixture.h"
@@ -8,7 +8,7 @@
 using namespace zemlink;
 using namespace testing_support;
 
-TEST(StatusReport, tellsOfEverythingThatRuns)
+TEST(StatusReport, showsEverythingThatRuns)
 {
     Facts facts = soundFacts();
     facts.hosts.push_back({4712, L"Mastercam"});
@@ -57,7 +57,7 @@ port:
 )");
 }
 
-TEST(StatusReport, tellsWhyNothingAnswers)
+TEST(StatusReport, showsWhyNothingAnswers)
 {
     Facts facts;
     facts.folderFound = {2, "File not found. (error 2)"};

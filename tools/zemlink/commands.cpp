@@ -36,7 +36,7 @@ Outcome listenForNotices(std::optional<std::int64_t> count, std::optional<std::i
     peer::NoticeListener listener;
     if (const int error = peer::openNoticePort(listener)) {
         return failure(portTakenText(systemErrorText(static_cast<std::uint32_t>(error)),
-                                     portHolder(), lookAtCompanion().isRunning));
+                                     portHolder(), findCompanion().isRunning));
     }
     showReady();
     const Clock::time_point start = Clock::now();

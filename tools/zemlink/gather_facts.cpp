@@ -14,7 +14,7 @@
 namespace zemlink {
 namespace {
 
-Result lookAt(const std::wstring& path, bool isFolderExpected)
+Result checkPath(const std::wstring& path, bool isFolderExpected)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
@@ -105,7 +105,7 @@ std::vector<CommitFile> findCommitFiles(const std::wstring& folder)
 
 } // namespace
 
-Companion lookAtCompanion()
+Companion findCompanion()
 {
     Companion found;
     found.isRunning = peer::isInstanceRunning();
@@ -121,17 +121,17 @@ Facts gatherFacts(Temp temp)
     Facts facts;
     facts.folder = peer::readInstallationFolder();
     const std::wstring& folder = facts.folder.path;
-    facts.folderFound = lookAt(folder, true);
-    facts.commitFolderFound = lookAt(folder + peer::commitFolder, true);
-    facts.programFound = lookAt(folder + L'\\' + peer::companionProgram, false);
+    facts.folderFound = checkPath(folder, true);
+    facts.commitFolderFound = checkPath(folder + peer::commitFolder, true);
+    facts.programFound = checkPath(folder + L'\\' + peer::companionProgram, false);
     if (temp == Temp::tested)
         facts.tempWritable = tryToMakeFile(folder + peer::tempFolder);
     facts.settings = peer::readFile(folder + peer::settingsFile);
-    facts.companion = lookAtCompanion();
+    facts.companion = findCompanion();
     facts.hosts = peer::findHosts();
     facts.commandFiles = findCommandFiles(folder);
     facts.commitFiles = findCommitFiles(folder);
-    facts.port = lookAtPort();
+    facts.port = probePort();
     return facts;
 }
 

@@ -9,6 +9,6 @@ enum class Temp { notTested, tested }; // whether to create a file in temp and d
 
 Facts gatherFacts(Temp temp);
 
-Companion lookAtCompanion();
+Companion findCompanion();
 
 } // namespace zemlink

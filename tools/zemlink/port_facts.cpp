@@ -95,7 +95,7 @@ Port portHolder()
     return port;
 }
 
-Port lookAtPort()
+Port probePort()
 {
     const peer::SocketsLibrary library;
     Port port = portHolder();

@@ -11,6 +11,6 @@ Port portHolder();
 
 // The same, and whether a connection to the address to which hosts send is accepted; no byte is
 // sent. Takes at most five seconds.
-Port lookAtPort();
+Port probePort();
 
 } // namespace zemlink

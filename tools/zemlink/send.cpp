@@ -16,8 +16,8 @@ namespace zemlink {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+using peer::CommandFileState;
 using peer::fromUtf8;
-using peer::Sight;
 using peer::toUtf8;
 using peer::Verdict;
 
@@ -39,9 +39,9 @@ Verdict waitFor(const std::wstring& path, Clock::time_point since, Judge judge)
 {
     Clock::time_point lastSeen = since;
     for (;; Sleep(pollMs)) {
-        const Sight sight = peer::lookAtCommandFile(path);
-        lastSeen = sight.exists ? Clock::now() : lastSeen;
-        const Verdict verdict = judge(sight, elapsedMs(since), elapsedMs(lastSeen));
+        const CommandFileState state = peer::readCommandFileState(path);
+        lastSeen = state.exists ? Clock::now() : lastSeen;
+        const Verdict verdict = judge(state, elapsedMs(since), elapsedMs(lastSeen));
         if (verdict != Verdict::wait)
             return verdict;
     }
@@ -56,12 +56,12 @@ Delivered deliver(const std::wstring& commandFile, const std::string& request, s
     const Clock::time_point start = Clock::now();
     std::string cause;
     for (bool isWritten = false; !isWritten; Sleep(isWritten ? 0 : pollMs)) {
-        const Verdict verdict =
-            waitFor(commandFile, start, [&](const Sight& sight, auto waitedMs, auto missingMs) {
-                return peer::judgeBeforeWriting(sight, waitedMs, missingMs, bounds);
+        const Verdict verdict = waitFor(
+            commandFile, start, [&](const CommandFileState& state, auto waitedMs, auto missingMs) {
+                return peer::judgeBeforeWriting(state, waitedMs, missingMs, bounds);
             });
         if (verdict != Verdict::write) {
-            const bool isEmpty = peer::lookAtCommandFile(commandFile).size == 0;
+            const bool isEmpty = peer::readCommandFileState(commandFile).size == 0;
             return {verdict, isEmpty ? cause : ""};
         }
         SetLastError(ERROR_SUCCESS);
@@ -70,9 +70,10 @@ Delivered deliver(const std::wstring& commandFile, const std::string& request, s
         cause = error == ERROR_SUCCESS ? "" : systemErrorText(error);
     }
     const Verdict verdict =
-        waitFor(commandFile, Clock::now(), [&](const Sight& sight, auto waitedMs, auto missingMs) {
-            return peer::judgeAfterWriting(sight, waitedMs, missingMs, bounds);
-        });
+        waitFor(commandFile, Clock::now(),
+                [&](const CommandFileState& state, auto waitedMs, auto missingMs) {
+                    return peer::judgeAfterWriting(state, waitedMs, missingMs, bounds);
+                });
     return {verdict};
 }
 

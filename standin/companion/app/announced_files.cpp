@@ -11,30 +11,30 @@
 namespace companion {
 namespace {
 
-constexpr std::int64_t mostBadLinesTold = 20;
+constexpr std::int64_t mostBadLinesLogged = 20;
 
 struct BadLines {
     std::int64_t count = 0;
 };
 
-// Counts a line; true when it is told by itself.
+// Counts a line; true when it is logged individually.
 bool countBadLine(BadLines& lines)
 {
-    return ++lines.count <= mostBadLinesTold;
+    return ++lines.count <= mostBadLinesLogged;
 }
 
-// Of those counted, how many were not told by themselves.
-std::int64_t untoldBadLines(const BadLines& lines)
+// The number of lines that were not logged individually.
+std::int64_t unloggedBadLines(const BadLines& lines)
 {
-    return lines.count > mostBadLinesTold ? lines.count - mostBadLinesTold : 0;
+    return lines.count > mostBadLinesLogged ? lines.count - mostBadLinesLogged : 0;
 }
 
-QueuedProgram lookAt(const peer::QueueEntry& entry)
+QueuedProgram queuedProgram(const peer::QueueEntry& entry)
 {
     QueuedProgram program{entry.pathNumber, peer::fromAnsi(entry.program),
                           peer::fromAnsi(entry.group)};
     if (peer::mayBeRemote(program.file))
-        program.bytes = notLookedAt;
+        program.bytes = notRead;
     else if (peer::isFile(program.file))
         program.bytes = static_cast<std::int64_t>(peer::fileSize(program.file));
     return program;
@@ -55,7 +55,7 @@ std::wstring wholePath(const std::wstring& path)
     return whole;
 }
 
-// Whoever reaches the port names the file; only a queue of an add-in may go.
+// Any local program can send a notice with any path, so only the queue of an add-in is deleted.
 bool isOfAnAddIn(const std::wstring& file, const std::wstring& folder)
 {
     const std::wstring name = peer::fileNameOf(file);
@@ -64,9 +64,9 @@ bool isOfAnAddIn(const std::wstring& file, const std::wstring& folder)
            CompareStringOrdinal(wholePath(file).c_str(), -1, own.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-// Takes an add-in's queue out of the host's way before it is read: what the host writes meanwhile
-// is the next queue, which must not go with this one. False when it stays: it is too large, or a
-// host writes it at this moment and will announce it anew.
+// Renames an add-in's queue before it is read: what the host writes meanwhile is the next queue,
+// which must not be deleted with this one. False when the file stays: it is too large, or a host is
+// writing it and will announce it again.
 bool moveAside(const std::wstring& file, const std::wstring& aside)
 {
     return peer::fileSize(file) <= peer::largestAnnouncedFile &&
@@ -117,13 +117,13 @@ std::optional<ReceivedQueue> receiveQueue(EventLog& log, const std::wstring& fol
     for (const auto& entry : peer::parseNcQueue(*bytes)) {
         ++line;
         if (entry) {
-            queue.programs.push_back(lookAt(*entry));
+            queue.programs.push_back(queuedProgram(*entry));
             events.push_back(eventOf(queue.programs.back()));
         } else if (countBadLine(bad)) {
             events.push_back({L"nc-queue-line-bad", numberField(L"line", line)});
         }
     }
-    if (const std::int64_t more = untoldBadLines(bad); more != 0)
+    if (const std::int64_t more = unloggedBadLines(bad); more != 0)
         events.push_back({L"nc-queue-lines-bad", numberField(L"lines", more)});
     logEvents(log, events);
     return queue;
@@ -151,7 +151,7 @@ std::optional<ReceivedTools> receiveTools(EventLog& log, const std::wstring& fol
             events.push_back({L"tool-record-bad", numberField(L"line", line)});
         }
     }
-    if (const std::int64_t more = untoldBadLines(bad); more != 0)
+    if (const std::int64_t more = unloggedBadLines(bad); more != 0)
         events.push_back({L"tool-records-bad", numberField(L"lines", more)});
     logEvents(log, events);
     return tools;

@@ -1,4 +1,4 @@
-// The NC queue that a host's line announces.
+// The files that notices announce: NC queues and tool data.
 #pragma once
 
 #include "peer/nc_queue_file.h"
@@ -16,34 +16,34 @@ struct QueuedProgram {
     std::int32_t pathNumber = 0; // -1: no machine settings were applied
     std::wstring file;
     std::wstring group;
-    std::int64_t bytes = -1; // -1: the file is missing; or notLookedAt
+    std::int64_t bytes = -1; // -1: the file is missing; or notRead
 };
 
-// The size of a program that may lie on another computer.
-inline constexpr std::int64_t notLookedAt = -2;
+// Not read because the program may be on another computer.
+inline constexpr std::int64_t notRead = -2;
 
-// A queue to be shown, in the order of its file.
+// A queue to show, in file order.
 struct ReceivedQueue {
     std::wstring file;
     std::vector<QueuedProgram> programs;
 };
 
-// Reads the queue file and logs its lines. A file of an add-in, `temp\ncqueue-<id>.txt` under the
-// installation folder, is first given `.taken` behind its name and removed once it is read, so that
-// the host can write its next one at any time; a file that cannot be moved or has another name or
-// place stays. Empty when it cannot be read, which is logged.
+// Reads the queue file and logs its lines. A queue of an add-in, `temp\ncqueue-<id>.txt` below the
+// installation folder, is first renamed to `….taken` and deleted after it was read, so that the
+// host can write its next one at any time; a file that cannot be renamed or has another name or
+// folder stays. Empty when it cannot be read, which is logged.
 std::optional<ReceivedQueue> receiveQueue(EventLog& log, const std::wstring& folder,
                                           const std::wstring& file);
 
-// Tool data to be shown, in the order of its file.
+// Tool data to show, in file order.
 struct ReceivedTools {
     std::int64_t id = 0; // request id
     std::wstring folder; // installation folder, for the pictures
     std::vector<peer::ToolRecord> records;
 };
 
-// Reads the tool data file of the request under the installation folder and logs each of its
-// lines. Empty when it cannot be read, which is logged.
+// Reads the tool data file of the request and logs its lines. Empty when it cannot be read, which
+// is logged.
 std::optional<ReceivedTools> receiveTools(EventLog& log, const std::wstring& folder,
                                           std::int64_t id);
 

@@ -14,7 +14,7 @@
 namespace companion {
 namespace {
 
-constexpr std::int32_t secondNumber = 0; // no host does anything with it
+constexpr std::int32_t secondNumber = 0; // hosts ignore it
 
 bool refuse(State& state, const std::wstring& reason)
 {
@@ -29,14 +29,14 @@ bool isListed(const std::vector<peer::Host>& hosts, std::uint32_t process)
         [&](const peer::Host& host) { return host.process == process; });
 }
 
-// A host without a main window has no property to be found by; its command file shows it.
+// A host without a main window has no property to find it by, but it has a command file.
 bool isRunning(const State& state, std::uint32_t process)
 {
     return isListed(state.hosts, process) ||
            peer::isFile(peer::commandFilePath(state.folder, process));
 }
 
-// The host of the command, else the first one that runs. Empty, and logged, when there is none.
+// The host of the command, else the first running one. Empty, and logged, when there is none.
 std::optional<std::uint32_t> chooseHost(State& state, const peer::Command& command)
 {
     refreshHosts(state);
@@ -57,8 +57,8 @@ std::int32_t requestId(const peer::Command& command, std::int32_t otherwise)
     return static_cast<std::int32_t>(command.id.value_or(otherwise));
 }
 
-// A host applies machine settings only if there are some for the request; an item without a
-// machine definition gets none. False when there is one that cannot be written down.
+// A host applies machine settings only if a file exists for the request; an item without a machine
+// definition gets none. False when the settings cannot be encoded.
 bool addSettings(const State& state, const peer::Command& command, const LibraryItem& item,
                  Delivery& delivery)
 {
@@ -89,7 +89,7 @@ bool sendItem(State& state, const peer::Command& command, const LibraryItem& ite
         return refuse(state, L"there is no file " + delivery.versionFile);
     const auto request = peer::formatOpenRequest(delivery.id, delivery.workFile);
     if (!request)
-        return refuse(state, L"a host cannot be given the path " + delivery.workFile);
+        return refuse(state, L"hosts do not accept the path " + delivery.workFile);
     if (!addSettings(state, command, item, delivery))
         return refuse(state, L"the path of the machine definition cannot be passed on");
     keepCopy(state.copies, {delivery.id, item.number, delivery.workFile});
@@ -100,7 +100,7 @@ bool sendItem(State& state, const peer::Command& command, const LibraryItem& ite
     return true;
 }
 
-// What hosts have handed back comes first: the part's working copy is about to be written over.
+// Commits first: the working copy of the part is about to be overwritten.
 bool send(State& state, const peer::Command& command)
 {
     if (!takeAllCommits(state))
@@ -121,7 +121,7 @@ bool sendNewFile(State& state, const peer::Command& command)
     const std::int32_t id = requestId(command, 0);
     state.sentFile.erase(*host);
     if (id != 0)
-        keepCopy(state.copies, {.id = id}); // what comes back with this id is a new part
+        keepCopy(state.copies, {.id = id}); // what is committed with this id is a new part
     deliver(state.deliveries, {.host = *host,
                                .id = id,
                                .commandFile = peer::commandFilePath(state.folder, *host),
@@ -154,13 +154,13 @@ bool commit(State& state, const peer::Command& command)
     return handInCommit(state, command.value, command.id);
 }
 
-bool noteCheckOut(State& state, const peer::Command& command)
+bool logCheckOut(State& state, const peer::Command& command)
 {
     logEvent(state.log, L"check-out", textField(L"file", command.value));
     return true;
 }
 
-bool noteNotUnderstood(State& state, const std::wstring& arguments)
+bool logNotUnderstood(State& state, const std::wstring& arguments)
 {
     logEvent(state.log, L"not-understood", textField(L"text", arguments));
     return false;
@@ -193,7 +193,7 @@ bool carryOut(State& state, const peer::Command& command, const std::wstring& ar
 {
     switch (command.word) {
     case peer::Word::checkOut:
-        return noteCheckOut(state, command);
+        return logCheckOut(state, command);
     case peer::Word::commit:
         return commit(state, command);
     case peer::Word::send:
@@ -203,7 +203,7 @@ bool carryOut(State& state, const peer::Command& command, const std::wstring& ar
     case peer::Word::checkIn:
         return sendCheckIn(state, command);
     case peer::Word::notUnderstood:
-        return noteNotUnderstood(state, arguments);
+        return logNotUnderstood(state, arguments);
     default:
         return true;
     }

@@ -12,7 +12,7 @@
 namespace companion {
 namespace {
 
-constexpr std::uint64_t mostBytes = 4 * peer::longestCommitRecord; // in one look
+constexpr std::uint64_t mostBytes = 4 * peer::longestCommitRecord; // per read
 
 OVERLAPPED placeOf(std::uint64_t offset)
 {
@@ -22,7 +22,7 @@ OVERLAPPED placeOf(std::uint64_t offset)
     return place;
 }
 
-// A lock of so many bytes from the offset on, if nobody has locked one of them.
+// Locks `length` bytes from the offset, unless another process has locked one of them.
 class RangeLock {
 public:
     RangeLock(HANDLE file, std::uint64_t offset, std::uint64_t length)
@@ -51,7 +51,7 @@ private:
     bool isHeld_;
 };
 
-// All of them or nothing.
+// All bytes or nothing.
 std::optional<std::string> readRange(HANDLE file, std::uint64_t offset, std::uint64_t length)
 {
     std::string bytes(static_cast<size_t>(length), '\0');
@@ -62,8 +62,8 @@ std::optional<std::string> readRange(HANDLE file, std::uint64_t offset, std::uin
     return bytes;
 }
 
-// The live file is shared with hosts. The closed one is not: it can be opened only when the last
-// host that had it open has closed it, and then holds all that will ever be in it.
+// The live file is shared with hosts. The closed one is not: it can be opened only after the last
+// host has closed it, and then it is complete.
 peer::OwnHandle openToRead(const peer::CommitPaths& paths, bool isClosed)
 {
     const std::wstring& path = isClosed ? paths.closed : paths.live;
@@ -72,16 +72,16 @@ peer::OwnHandle openToRead(const peer::CommitPaths& paths, bool isClosed)
                                      FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// The bookmark is the closed file's while there is one. "Finished" tells of a closed file that was
-// about to be removed, so it never counts for a live one that came after it.
+// While a closed file exists, the bookmark belongs to it. `finished` means a closed file that was
+// about to be removed, so it never applies to a live file.
 peer::Bookmark bookmarkOf(const peer::CommitPaths& paths)
 {
     const auto bytes = peer::readFile(paths.bookmark);
     return peer::parseBookmark(peer::fromUtf8(bytes.value_or(""))).value_or(peer::Bookmark{});
 }
 
-// Hosts lock from the end on, so none ever meets this lock. A host that is at its record has locked
-// bytes which are among these once the file has grown.
+// Hosts lock from the end of the file, so this lock never blocks them. Once the file has grown, the
+// bytes that a host has locked are within this range.
 std::optional<Waiting> readUnderLock(HANDLE file, std::uint64_t from, std::uint64_t end,
                                      Waiting waiting)
 {
@@ -160,7 +160,7 @@ bool closeToHosts(const CommitFile& file)
 std::optional<Waiting> readWaiting(CommitFile& file)
 {
     if (file.bookmark.isFinished) {
-        removeCommitFile(file); // the earlier try failed
+        removeCommitFile(file); // an earlier attempt failed
         return std::nullopt;
     }
     Waiting waiting;
@@ -171,7 +171,7 @@ std::optional<Waiting> readWaiting(CommitFile& file)
         return std::nullopt;
     const auto end = static_cast<std::uint64_t>(size.QuadPart);
     if (end < file.bookmark.taken)
-        file.bookmark = {}; // somebody removed the file; this is a new one
+        file.bookmark = {}; // the file was deleted; this is a new one
     return end == file.bookmark.taken
                ? waiting
                : readUnderLock(handle.get(), file.bookmark.taken, end, waiting);
@@ -186,7 +186,7 @@ bool saveBookmark(const CommitFile& file)
 void removeCommitFile(CommitFile& file)
 {
     file.bookmark = {.isFinished = true};
-    // Each step leaves something that findCommitFile can go on from.
+    // findCommitFile can continue after each step.
     if (saveBookmark(file) &&
         (DeleteFileW(file.paths.closed.c_str()) || !peer::isFile(file.paths.closed)) &&
         DeleteFileW(file.paths.bookmark.c_str()))

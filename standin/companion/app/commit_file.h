@@ -1,9 +1,9 @@
-// A commit request file, seen from its reader's side. docs/commit-records.md tells the whole
-// protocol and why no record gets lost.
+// A commit file, from its reader's side. docs/commit-records.md describes the whole protocol and
+// why no record gets lost.
 //
-// A host finds the file's end, locks the bytes from there to the end of its record and writes them.
-// Between its first and its second step the end must not move, so the file is never emptied, cut or
-// deleted while a host could have it open: what has been taken is told by a bookmark beside it.
+// A host reads the end of the file, locks the bytes from there to the end of its record and writes
+// them. In between the end must not move, so the file is never truncated or deleted while a host
+// may have it open: a bookmark in another file holds how much has been taken.
 #pragma once
 
 #include "peer/bookmark.h"
@@ -23,40 +23,40 @@ struct CommitFile {
     peer::Bookmark bookmark;
 };
 
-// What stands in the file behind the bookmark, or the first of it.
+// The bytes after the bookmark, or the first of them.
 struct Waiting {
     std::string bytes;
     bool areAll = true;
-    bool isClosed = false; // nobody can append to it any more
+    bool isClosed = false; // hosts can no longer append to it
     FILETIME written{};    // when it was last written to
 };
 
-// The request file of that process with its bookmark; it need not exist. Completes a removal that
-// was interrupted.
+// The commit file of that process with its bookmark; it need not exist. Completes an interrupted
+// removal.
 CommitFile findCommitFile(const std::wstring& folder, std::uint32_t process);
 
-// The processes that have left a request file, or anything of one, in the folder.
+// The processes with a commit file or a bookmark in the folder.
 std::vector<std::uint32_t> listCommitFiles(const std::wstring& folder);
 
-// True when that process runs and is one of this program.
+// True when that process is running and is a Companion.
 bool isRunningCompanion(std::uint32_t process);
 
-// True when the request file exists, open or closed to hosts.
+// True when the commit file exists, live or closed.
 bool hasCommits(const CommitFile& file);
 
-// Gives the file a name that no host knows. A host that has it open still writes its record into
-// it; one that comes later makes a new file. True when that was done just now; false when there is
-// no file, or an earlier one is closed and not yet removed.
+// Renames the file so that hosts no longer find it. A host that has it open still writes its
+// record; a later one creates a new file. True when it was renamed; false when there is no file, or
+// an earlier one is closed and not yet removed.
 bool closeToHosts(const CommitFile& file);
 
-// Reads what waits, under the lock that hosts take too. Empty when a host is at it just now, or
-// when there is no file; then look again later.
+// Reads the waiting bytes under the lock that hosts take. Empty when a host is writing or when
+// there is no file; then retry later.
 std::optional<Waiting> readWaiting(CommitFile& file);
 
-// Keeps the bookmark. False when it cannot be written.
+// Writes the bookmark. False on failure.
 bool saveBookmark(const CommitFile& file);
 
-// Removes a closed file, all of which has been taken, and its bookmark.
+// Deletes a closed file that has been taken completely, and its bookmark.
 void removeCommitFile(CommitFile& file);
 
 } // namespace companion

@@ -15,7 +15,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Whoever holds a committed file may let go of it; the commits behind it wait as well.
+// Another program may have the committed file open; later commits wait, too.
 constexpr std::chrono::seconds patienceForAFile{10};
 
 std::wstring commitFields(const peer::CommitRecord& record)
@@ -28,8 +28,8 @@ std::wstring sourceField(const CommitFile& file)
     return wordField(L"from", peer::fileNameOf(file.paths.live));
 }
 
-// The end of a record, whatever became of it. An unwritten bookmark only means that a next start
-// would find the version stored before.
+// The end of a record in any case. If the bookmark cannot be written, the next start finds the
+// version already stored.
 CommitStep passOver(State& state, CommitFile& file, size_t size)
 {
     file.bookmark.taken += size;
@@ -49,8 +49,8 @@ CommitStep wait(State& state, const peer::CommitRecord& record, const std::wstri
     return CommitStep::waits;
 }
 
-// The picture that was made for it would pass for the next commit's.
-void putPictureAside(State& state, const CommittedFile& file)
+// The picture made for this commit would be used for the next one.
+void movePictureAside(State& state, const CommittedFile& file)
 {
     const std::wstring kept =
         peer::freeName(peer::screenPicturePath(state.folder) + L".kept-", L"");
@@ -63,7 +63,7 @@ CommitStep fail(State& state, CommitFile& file, const peer::Piece& piece,
 {
     logEvent(state.log, L"commit-failed",
              commitFields(piece.record) + textField(L"reason", reason));
-    putPictureAside(state, committed);
+    movePictureAside(state, committed);
     return passOver(state, file, piece.size);
 }
 
@@ -88,7 +88,7 @@ void logVersion(State& state, const peer::VersionPlan& plan, const wchar_t* even
                  wordField(L"picture", hasPicture ? L"yes" : L"no"));
 }
 
-// False when there is no plan to be had just now; `failure` then tells why there never will be one.
+// False when no plan is possible now; `failure` is set when none will ever be possible.
 bool plan(State& state, CommitFile& file, const peer::CommitRecord& record, std::wstring& failure)
 {
     refreshLibrary(state.library, state.folder, state.log);
@@ -97,12 +97,12 @@ bool plan(State& state, CommitFile& file, const peer::CommitRecord& record, std:
     const auto part = partOfCommit(state.copies.copies, state.library.index, record);
     file.bookmark.underWay = planVersion(state.library, state.folder, part, record.file);
     if (!file.bookmark.underWay)
-        failure = L"the part can have no further version";
+        failure = L"the part has reached the last version number";
     return file.bookmark.underWay.has_value();
 }
 
-// A part that came from a host for the first time is found by its file from then on. That is noted
-// once the library has it, but before the bookmark moves on: a next start would come back here.
+// From now on a new part from a host is found by its file. This is noted after the library has it
+// but before the bookmark advances: otherwise the next start would repeat it.
 void noteNewPart(State& state, const peer::VersionPlan& plan, const std::wstring& path,
                  bool isStoredNow)
 {
@@ -141,7 +141,7 @@ CommitStep store(State& state, CommitFile& file, const peer::Piece& piece,
                  const CommittedFile& committed)
 {
     if (!saveBookmark(file))
-        return wait(state, piece.record, L"the bookmark of the requests cannot be written");
+        return wait(state, piece.record, L"the bookmark cannot be written");
     const bool isNewPart = !partOfCommit(state.copies.copies, state.library.index, piece.record);
     switch (
         storeVersion(state.library, state.folder, state.log, *file.bookmark.underWay, committed)) {
@@ -156,7 +156,7 @@ CommitStep store(State& state, CommitFile& file, const peer::Piece& piece,
     }
 }
 
-// A record that has a plan was begun before, here or by a process that has ended, and goes on.
+// A record with a plan was begun earlier, by this or an ended process, and is continued.
 CommitStep handleRecord(State& state, CommitFile& file, const peer::Piece& piece,
                         const CommittedFile& committed)
 {
@@ -172,7 +172,7 @@ CommitStep handleRecord(State& state, CommitFile& file, const peer::Piece& piece
                            : fail(state, file, piece, committed, failure);
 }
 
-// Only the newest commit can be the one that the screen picture was made for.
+// The screen picture can only belong to the newest commit.
 CommittedFile committedFile(const Waiting& waiting, const peer::Piece& piece)
 {
     CommittedFile committed{.path = piece.record.file};
@@ -181,7 +181,7 @@ CommittedFile committedFile(const Waiting& waiting, const peer::Piece& piece)
     return committed;
 }
 
-CommitStep putAside(State& state, CommitFile& file, std::string_view bytes)
+CommitStep moveAside(State& state, CommitFile& file, std::string_view bytes)
 {
     const std::wstring kept = peer::freeName(state.folder + L"\\sys\\skipped-commit-", L".dat");
     if (!peer::writeFile(kept, bytes))
@@ -194,11 +194,12 @@ CommitStep putAside(State& state, CommitFile& file, std::string_view bytes)
     return passOver(state, file, bytes.size());
 }
 
-// The look may have cut a record in two at its end; what could be its start stays for the next.
+// The read may have cut a record at its end; the bytes that may be its start are left for the next
+// read.
 size_t foreignSize(const Waiting& waiting, const peer::Piece& piece)
 {
     const bool goesToTheEnd = piece.size == waiting.bytes.size();
-    return goesToTheEnd && !waiting.areAll ? piece.size - peer::surestStart : piece.size;
+    return goesToTheEnd && !waiting.areAll ? piece.size - peer::certainRecordStart : piece.size;
 }
 
 } // namespace
@@ -218,10 +219,10 @@ CommitStep takeNextCommit(State& state, CommitFile& file)
     case peer::PieceKind::record:
         return handleRecord(state, file, piece, committedFile(*waiting, piece));
     case peer::PieceKind::foreign:
-        return putAside(state, file,
-                        std::string_view(waiting->bytes).substr(0, foreignSize(*waiting, piece)));
-    default: // to a closed file the rest never comes
-        return waiting->isClosed ? putAside(state, file, waiting->bytes) : CommitStep::nothing;
+        return moveAside(state, file,
+                         std::string_view(waiting->bytes).substr(0, foreignSize(*waiting, piece)));
+    default: // the rest never arrives in a closed file
+        return waiting->isClosed ? moveAside(state, file, waiting->bytes) : CommitStep::nothing;
     }
 }
 

@@ -1,4 +1,4 @@
-// One step through a commit request file.
+// One step through a commit file.
 #pragma once
 
 #include "standin/companion/app/commit_file.h"
@@ -9,7 +9,7 @@ struct State;
 
 enum class CommitStep {
     nothing, // nothing to do in this file now
-    done,    // the first record was dealt with, or what is none was put aside
+    done,    // the first record was handled, or foreign bytes were moved aside
     waits    // the first record cannot be stored now
 };
 

@@ -17,8 +17,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds oneLook{100};
 
-// Those of ended processes first, because they are the oldest; then the command line's, which a
-// host uses only while no process of this program can be found; then this process's own.
+// Ended processes first, because their commits are the oldest; then the command line, which hosts
+// use only while they find no running Companion; then this process.
 std::vector<std::uint32_t> processesInOrder(const std::wstring& folder)
 {
     const std::uint32_t self = GetCurrentProcessId();
@@ -41,7 +41,7 @@ CommitFile& fileOf(State& state, std::uint32_t process)
                      .first->second;
 }
 
-// Closes what an ended process has left, and tells of it when there is something in it.
+// Closes the commit file of an ended process, and logs it if it contains commits.
 void closeLeft(State& state, const CommitFile& file)
 {
     if (!closeToHosts(file))
@@ -54,7 +54,7 @@ void closeLeft(State& state, const CommitFile& file)
     }
 }
 
-// Steps through one file until it has nothing more to do, a commit waits or the time is over.
+// Steps through one file until nothing is left to do, a commit waits or the time is over.
 CommitStep takeFrom(State& state, CommitFile& file, Clock::time_point end, bool& isTouched)
 {
     for (;;) {
@@ -65,7 +65,7 @@ CommitStep takeFrom(State& state, CommitFile& file, Clock::time_point end, bool&
     }
 }
 
-// Forgets the file when it is gone; a later one of its name is another one.
+// Forgets the file once it is deleted; a later one with the same name is a new one.
 void forgetWhenGone(State& state, std::uint32_t process)
 {
     const CommitFile& file = fileOf(state, process);
@@ -87,7 +87,7 @@ bool handInCommit(State& state, const std::wstring& file, std::optional<std::int
     if (file.size() > peer::longestCommitName ||
         !peer::appendToFile(kept.paths.live, peer::formatCommitRecord(record))) {
         logEvent(state.log, L"refused",
-                 textField(L"reason", L"the commit cannot be kept: " + file));
+                 textField(L"reason", L"the commit cannot be written: " + file));
         return false;
     }
     return true;
@@ -120,7 +120,7 @@ bool takeAllCommits(State& state)
 
 void finishCommits(State& state)
 {
-    // A host that still has the file open is given a second to write its record and close it.
+    // A host that still has the file open gets a second to write its record and close it.
     constexpr int looks = 20;
     constexpr DWORD pauseMs = 50;
     const CommitFile own = fileOf(state, GetCurrentProcessId());

@@ -33,7 +33,7 @@ std::wstring installationFolder()
     return path.substr(0, path.find_last_of(L'\\'));
 }
 
-void makeSubfolders(const std::wstring& folder)
+void createSubfolders(const std::wstring& folder)
 {
     for (const wchar_t* subfolder : subfolders)
         CreateDirectoryW((folder + L'\\' + subfolder).c_str(), nullptr);

@@ -43,8 +43,8 @@ Received orNothing(std::optional<Content>&& content)
 
 using Clock = std::chrono::steady_clock;
 
-constexpr DWORD tryEveryMs = 100; // bounds how long the program's end waits for the thread
-// The sockets of a program that has just ended may stay open for a moment longer than it.
+constexpr DWORD tryEveryMs = 100; // limits how long the thread takes to end
+// The sockets of a program that has just ended may stay open for a moment.
 constexpr std::chrono::seconds quietTries{1};
 
 void passOn(NoticeReceiver& listener, std::vector<std::string>&& lines)
@@ -72,7 +72,7 @@ void logPortTaken(EventLog& log, int error)
              numberField(L"port", peer::noticePort) + numberField(L"error", error));
 }
 
-// Tries until the port is open. False when the thread has to end first.
+// Retries until the port is open. False when the thread has to end first.
 bool waitForPort(peer::NoticeListener& opened, int error, const std::stop_token& stop,
                  EventLog& log)
 {
@@ -127,7 +127,7 @@ void startListening(NoticeReceiver& listener, EventLog& log, HWND window, UINT m
             if (waitForPort(*opened, error, stop, log))
                 work(listener, *opened, stop, window, message);
         } catch (...) {
-            // Out of memory: nothing more is received, the window goes on.
+            // Out of memory: no more notices are received, the window continues.
         }
     });
 }

@@ -1,4 +1,4 @@
-// What becomes of a line that a host's add-in sent.
+// Receives notices on port 4559 and reads the files that they announce.
 #pragma once
 
 #include "standin/companion/app/announced_files.h"
@@ -17,7 +17,7 @@
 
 namespace companion {
 
-// A setup sheet to be shown.
+// A setup sheet to show.
 struct ReceivedSheet {
     std::int32_t id = 0;
     std::wstring file;
@@ -25,11 +25,11 @@ struct ReceivedSheet {
     std::optional<SetupSheet> content; // empty: show the text
 };
 
-// What a line brought that is to be shown; often nothing.
+// What to show for a notice; often nothing.
 using Received = std::variant<std::monostate, ReceivedSheet, ReceivedQueue, ReceivedTools>;
 
-// Logs a connection's bytes and what they say, and reads the file that they announce. `folder`: the
-// installation folder.
+// Logs the bytes of a connection and the notice in them, and reads the file that it announces.
+// `folder`: the installation folder.
 Received receiveNotice(EventLog& log, const std::wstring& folder, std::string_view bytes);
 
 struct NoticeReceiver {
@@ -38,20 +38,19 @@ struct NoticeReceiver {
     std::jthread worker;
 };
 
-// Opens the port on all IPv4 addresses, for this program alone, because a host's add-in sends to
-// whichever address the computer names first; and starts the thread: connections are taken from the
-// return on. One that comes from another computer is closed unread. `message` is posted to the
-// window when there are new lines. While another program has the port nothing is received; the
-// thread goes on trying to open it. The log, which outlives the listener, then gets port-taken and,
-// once the port is open, port-open.
+// Opens the port exclusively on all IPv4 addresses, because an add-in sends to the first address of
+// the computer, and starts the thread, so that neither the window waits for a host nor a host for
+// the window. A connection from another computer is closed without being read. `message` is posted
+// to the window when there are new notices. While another program uses the port, the thread keeps
+// retrying; the log, which must outlive the receiver, gets port-taken and, once the port is open,
+// port-open.
 void startListening(NoticeReceiver& listener, EventLog& log, HWND window, UINT message);
 
 // Closes the port and every connection, and joins the thread.
 void stopListening(NoticeReceiver& listener);
 
 // All bytes of each connection that has ended since the last call, in the order in which they
-// ended. A connection ends by its peer, after 1024 bytes or after five seconds; those that are
-// slow hold up no other.
+// ended. A connection ends when the sender closes it, after 1024 bytes or after five seconds.
 std::vector<std::string> takeNotices(NoticeReceiver& listener);
 
 } // namespace companion

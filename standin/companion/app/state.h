@@ -1,5 +1,5 @@
-// What the running instance holds. The thread of the window owns it; the event log, the
-// deliveries and the line listener guard themselves.
+// The state of the running instance. It belongs to the thread of the window; the event log, the
+// deliveries and the notice receiver are thread-safe.
 #pragma once
 
 #include "peer/running_programs.h"
@@ -23,9 +23,9 @@ struct State {
     Library library;
     CopyList copies;
     Commits commits;
-    std::vector<peer::Host> hosts;                  // as last looked for
+    std::vector<peer::Host> hosts;                  // as last found
     std::map<std::uint32_t, std::wstring> sentFile; // by host: name of the file last sent to it
-    DeliveryDesk deliveries;
+    DeliveryQueue deliveries;
     NoticeReceiver lines;
 };
 

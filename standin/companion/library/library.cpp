@@ -21,7 +21,7 @@ std::vector<int> countAllOperations(const std::wstring& folder, const LibraryInd
     return operations;
 }
 
-// What an earlier index told of the same version goes on to be true.
+// The counts of versions that the earlier index contains are still valid.
 std::vector<int> countNewOperations(const std::wstring& folder, const LibraryIndex& index,
                                     const Library& earlier)
 {

@@ -141,10 +141,10 @@ std::string withVersion(std::string_view index, int line, std::int32_t version)
     const size_t nameBar = index.find('|', startOfLine(index, line));
     const size_t field = index.find('|', nameBar + 1) + 1;
     const size_t first = index.find_first_not_of(" \t", field);
-    const size_t behind = index.find_first_of(" \t|", first);
+    const size_t end = index.find_first_of(" \t|", first);
     std::string changed(index.substr(0, first));
     changed += std::to_string(version);
-    changed += index.substr(behind);
+    changed += index.substr(end);
     return changed;
 }
 

@@ -26,7 +26,7 @@ bool isLowSurrogate(wchar_t c)
     return c >= 0xDC00 && c <= 0xDFFF;
 }
 
-// Half a pair has no place in the index, which is UTF-8.
+// An unpaired surrogate cannot be stored in the index, which is UTF-8.
 bool isHalfAPair(std::wstring_view text, size_t place)
 {
     const wchar_t c = text[place];

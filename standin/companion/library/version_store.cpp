@@ -16,7 +16,7 @@ std::wstring inLibrary(const std::wstring& folder, const std::wstring& file)
     return peer::libraryFolder(folder) + L'\\' + file;
 }
 
-// A file's size and time, which differ when somebody has written to it.
+// The size and time of a file; they differ after a write.
 struct Stamp {
     DWORD sizeHigh = 0, sizeLow = 0, timeHigh = 0, timeLow = 0;
 
@@ -33,7 +33,7 @@ std::optional<Stamp> stampOf(const std::wstring& path)
                  data.ftLastWriteTime.dwLowDateTime};
 }
 
-// A copy that is not on the disk is none.
+// Flushed to disk: the index must not name a version that a power failure can remove.
 bool writeWhole(const std::wstring& path, const std::string& bytes)
 {
     const peer::OwnHandle file =
@@ -46,8 +46,8 @@ bool writeWhole(const std::wstring& path, const std::string& bytes)
            written == bytes.size() && FlushFileBuffers(file.get());
 }
 
-// A host may be saving the file again meanwhile: the file is held no longer than it takes to read
-// it, and shared with everybody.
+// A host may be saving the file again meanwhile: it is open only while it is read, with all sharing
+// modes.
 Storing copyWhole(const std::wstring& from, const std::wstring& to)
 {
     const auto before = stampOf(from);
@@ -57,23 +57,23 @@ Storing copyWhole(const std::wstring& from, const std::wstring& to)
     return writeWhole(to, *bytes) ? Storing::stored : Storing::unwritable;
 }
 
-// The part file gets its name last: where it has it, the picture is in its place too.
+// The part file is renamed last: if it exists, the picture is complete, too.
 Storing placeFiles(const std::wstring& folder, const peer::VersionPlan& plan,
                    const CommittedFile& file)
 {
     const std::wstring part = inLibrary(folder, versionFile(plan));
-    const std::wstring beside = part + L".new";
+    const std::wstring newFile = part + L".new";
     CreateDirectoryW(peer::libraryFolder(folder).c_str(), nullptr);
     CreateDirectoryW(inLibrary(folder, plan.name).c_str(), nullptr);
-    const Storing copied = copyWhole(file.path, beside);
+    const Storing copied = copyWhole(file.path, newFile);
     if (copied != Storing::stored) {
-        DeleteFileW(beside.c_str());
+        DeleteFileW(newFile.c_str());
         return copied;
     }
     if (file.pictureNotAfter)
         takeScreenPicture(folder, *file.pictureNotAfter, inLibrary(folder, pictureFile(plan)));
-    return MoveFileExW(beside.c_str(), part.c_str(), MOVEFILE_WRITE_THROUGH) ? Storing::stored
-                                                                             : Storing::unwritable;
+    return MoveFileExW(newFile.c_str(), part.c_str(), MOVEFILE_WRITE_THROUGH) ? Storing::stored
+                                                                              : Storing::unwritable;
 }
 
 std::string indexWith(const Library& library, const peer::VersionPlan& plan,
@@ -98,7 +98,7 @@ bool hasAnything(const std::wstring& folder, const peer::VersionPlan& plan)
            peer::isFile(inLibrary(folder, pictureFile(plan)));
 }
 
-// False also when there is no such file.
+// False when the file does not exist.
 bool isWrittenBy(const std::wstring& path, const FILETIME& time)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -151,7 +151,7 @@ bool takeScreenPicture(const std::wstring& folder, const FILETIME& notAfter, con
         return false;
     if (isWrittenBy(to, notAfter))
         return true;
-    // A host made the next one in the meantime. It goes back unless that is there again by now.
+    // A host wrote the next picture meanwhile. Move it back unless a newer one exists by now.
     if (!MoveFileW(to.c_str(), picture.c_str()))
         DeleteFileW(to.c_str());
     return false;

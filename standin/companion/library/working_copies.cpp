@@ -13,7 +13,7 @@ namespace {
 using Limits = std::numeric_limits<std::int32_t>;
 
 constexpr std::wstring_view bar = L" | ";
-constexpr size_t mostCopies = 1000; // the oldest go
+constexpr size_t mostCopies = 1000; // the oldest are removed
 
 std::optional<WorkingCopy> readLine(std::wstring_view line)
 {
@@ -42,7 +42,7 @@ const WorkingCopy* copyAt(const WorkingCopies& copies, std::wstring_view path)
     return found == copies.rend() ? nullptr : &*found;
 }
 
-// Hosts give a negative id back as the unsigned number of the same bits.
+// Hosts return a negative id as the unsigned number with the same bits.
 const WorkingCopy* copySentWith(const WorkingCopies& copies, std::uint32_t id)
 {
     const auto found = std::find_if(copies.rbegin(), copies.rend(), [&](const WorkingCopy& copy) {

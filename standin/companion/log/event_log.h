@@ -1,5 +1,5 @@
-// Writes events into `sys\companion.log`, in the form that decisions/eventtext.h describes, and
-// keeps them for the window. Every operation may be called on any thread.
+// Writes events to `sys\companion.log`, in the format in event_text.h, and keeps them for the
+// window. All functions may be called on any thread.
 #pragma once
 
 #include <mutex>
@@ -18,14 +18,14 @@ struct EventRow {
 
 struct EventLog {
     std::wstring path;
-    std::mutex mutex;              // guards what follows, and keeps the lines in order of time
+    std::mutex mutex;              // guards the members below, and keeps the lines in order of time
     std::vector<EventRow> newRows; // not yet shown
     HWND window = nullptr;         // gets `message` posted when there are new rows
     UINT message = 0;
 };
 
-// The line is in the file when this returns. A file that cannot be written is passed over: the
-// event still shows in the window.
+// When this returns, the line is in the file. If the file cannot be written, the event is still
+// shown in the window.
 void logEvent(EventLog& log, std::wstring_view event, const std::wstring& fields = {});
 
 struct LoggedEvent {
@@ -33,10 +33,11 @@ struct LoggedEvent {
     std::wstring fields{};
 };
 
-// The same for several events of one moment, with one write for all of them.
+// The same for several events at the same time, with one write.
 void logEvents(EventLog& log, const std::vector<LoggedEvent>& events);
 
-// Names the window that is told of new rows; null for none. It is told at once if there are some.
+// Sets the window that is notified of new rows; null for none. It is notified immediately if there
+// are some.
 void showEventsIn(EventLog& log, HWND window, UINT message);
 
 // The rows since the last call.

@@ -19,7 +19,7 @@ constexpr TitleRow titleRows[] = {
     {L"library-line-bad", L"Library line left out"},
     {L"host-found", L"Host started"},
     {L"host-gone", L"Host closed"},
-    {L"check-out", L"Check-out asked for"},
+    {L"check-out", L"Check-out requested"},
     {L"commit", L"Commit"},
     {L"version", L"New version"},
     {L"new-part", L"New part"},

@@ -82,7 +82,7 @@ void registerWindowClass()
     RegisterClassW(&record);
 }
 
-// Handles have 32 significant bits in every process; the upper half repeats the sign.
+// Window handles have 32 significant bits in every process; the upper half is the sign extension.
 HWND windowOf(std::uint32_t handle)
 {
     return reinterpret_cast<HWND>(static_cast<INT_PTR>(static_cast<std::int32_t>(handle)));
@@ -104,7 +104,7 @@ void createAbout(HWND over)
     const int height = frame.bottom - frame.top;
     const POINT place = placeOver(over, width, height);
     const std::wstring title = std::wstring(L"About ") + peer::productName;
-    // It has no owner: an owner in the host's process would tie the two programs' input together.
+    // No owner: an owner in the host process would attach the input queues of the two programs.
     HWND window =
         CreateWindowExW(WS_EX_TOPMOST, windowClass, title.c_str(), windowStyle, place.x, place.y,
                         width, height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);

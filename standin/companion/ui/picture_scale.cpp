@@ -5,12 +5,12 @@
 namespace companion {
 namespace {
 
-// From the first to behind the last; at least one.
+// A half-open range that is not empty.
 struct Span {
     int first, end;
 };
 
-// What the pixel at this place stands for when `from` of them become `to`.
+// The pixels that the pixel at `place` replaces when `from` pixels become `to`.
 Span spanOf(int place, int from, int to)
 {
     const int first = static_cast<int>(std::int64_t{place} * from / to);

@@ -25,7 +25,7 @@ PictureView* viewOf(HWND window)
     return reinterpret_cast<PictureView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
-// A negative height: the rows go downwards.
+// A negative height means rows from the top down.
 BITMAPINFO descriptionOf(const peer::Pixels& picture)
 {
     BITMAPINFO description{};
@@ -38,8 +38,8 @@ BITMAPINFO descriptionOf(const peer::Pixels& picture)
     return description;
 }
 
-// Empty when the file is missing or no bitmap. Not the system's own reader: it trusts the sizes
-// that a file claims, which anybody can have written.
+// Empty when the file is missing or not a bitmap. We do not use the system's reader because it
+// trusts the sizes in the file, which another program may have written.
 peer::Pixels readPicture(const std::wstring& path)
 {
     return peer::parseBitmap(peer::readFile(path, peer::largestBitmapFile).value_or(""));
@@ -96,7 +96,7 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         try {
             paint(window, *view);
         } catch (...) {
-            ValidateRect(window, nullptr); // out of memory: it stays blank
+            ValidateRect(window, nullptr); // out of memory: it stays empty
         }
         return 0;
     case WM_NCDESTROY:

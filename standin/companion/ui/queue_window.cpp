@@ -51,9 +51,9 @@ bool isMissing(const QueuedProgram& program)
 
 std::wstring sizeText(const QueuedProgram& program)
 {
-    return isMissing(program)             ? L"missing"
-           : program.bytes == notLookedAt ? L"elsewhere"
-                                          : std::to_wstring(program.bytes);
+    return isMissing(program)         ? L"missing"
+           : program.bytes == notRead ? L"elsewhere"
+                                      : std::to_wstring(program.bytes);
 }
 
 std::vector<std::wstring> cellsOf(const QueuedProgram& program)

@@ -7,8 +7,8 @@
 
 namespace companion {
 
-// Shows the programs in a window titled `NC queue: ncqueue-17.txt`. A later queue takes the place
-// of the one before.
+// Shows the programs in a window titled `NC queue: ncqueue-17.txt`. A later queue replaces the
+// earlier one.
 void showQueue(HWND owner, const ReceivedQueue& queue);
 
 } // namespace companion

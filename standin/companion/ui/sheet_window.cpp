@@ -28,7 +28,7 @@ struct SheetLayout {
     Rectangle operationsTitle, operations, toolsTitle, tools, text;
 };
 
-// The operations get three fifths of the height that the lists share.
+// The operations get three fifths of the height of both lists.
 SheetLayout layOutSheet(int clientWidth, int clientHeight)
 {
     const int width = std::max(clientWidth - 2 * margin, 0);

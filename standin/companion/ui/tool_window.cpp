@@ -32,8 +32,8 @@ struct ToolLayout {
     Rectangle toolsTitle, tools, pictureTitle, picture, valuesTitle, values;
 };
 
-// The tools get two fifths of the height that the lists share; the picture and the values half the
-// width each.
+// The tools get two fifths of the height of both lists; the picture and the values half the width
+// each.
 ToolLayout layOutTools(int clientWidth, int clientHeight)
 {
     const int width = std::max(clientWidth - 2 * margin, 0);
@@ -93,7 +93,7 @@ void ToolWindow::showChosen()
 {
     const auto row = static_cast<size_t>(selectedKey(tools).value_or(-1));
     if (row >= received.records.size()) {
-        showPicture(picture, L"", L"No tool chosen");
+        showPicture(picture, L"", L"No tool selected");
         setRows(values, {});
         return;
     }
@@ -122,7 +122,7 @@ void showTools(HWND owner, const ReceivedTools& tools)
     window->heading = L"Tools";
     window->details = L"Tools in operations: " + std::to_wstring(rows.size());
     setRows(window->tools, numberedRows(rows));
-    window->showChosen(); // also where there is no tool
+    window->showChosen(); // also without a tool
     showNoticeWindow(*window, L"Tools " + std::to_wstring(tools.id));
 }
 

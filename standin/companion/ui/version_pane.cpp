@@ -14,15 +14,15 @@
 namespace companion {
 namespace {
 
-constexpr std::int32_t mostVersions = 50; // listed, counted back from the current one
-constexpr LPARAM currentKey = 0;          // of the current version's row, whatever its number
+constexpr std::int32_t mostVersions = 50; // listed, the current one and those before it
+constexpr LPARAM currentKey = 0; // key of the row of the current version, whatever its number
 
 std::wstring inLibrary(const std::wstring& folder, const std::wstring& file)
 {
     return peer::libraryFolder(folder) + L'\\' + file;
 }
 
-// `2026-11-21 10:11`, local time; empty when there is no such file.
+// `2026-11-21 10:11`, local time; empty when the file does not exist.
 std::wstring savedAt(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -121,7 +121,8 @@ void showVersions(VersionPane& pane, const std::wstring& folder, const LibraryIt
     const std::wstring name = part != nullptr ? part->name : std::wstring();
     const std::int32_t version = part != nullptr ? part->version : 0;
     if (name != pane.shownName || version != pane.shownVersion) {
-        // Set first: the list tells of its new rows while it gets them, which leads here again.
+        // Set first: the list sends notifications while it gets its rows, and they call this
+        // function again.
         pane.shownName = name;
         pane.shownVersion = version;
         setTitle(pane.title, part != nullptr ? L"Versions of " + name : L"Versions");

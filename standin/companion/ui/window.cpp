@@ -26,7 +26,7 @@ constexpr UINT newEvents = WM_APP + 1;
 constexpr UINT newLines = WM_APP + 2;
 constexpr UINT_PTR refreshTimer = 1;
 constexpr UINT refreshEveryMs = 1000;
-// Commits are looked for with a timer, also at once: its message lets those of the user go first.
+// Commits are polled with a timer, even without a delay: timer messages come after user input.
 constexpr UINT_PTR commitTimer = 2;
 constexpr UINT commitsEveryMs = 500;
 constexpr UINT commitsAtOnceMs = USER_TIMER_MINIMUM;
@@ -93,12 +93,12 @@ void create(MainWindow& main)
     showEventsIn(main.state->log, main.window, newEvents);
     SetTimer(main.window, refreshTimer, refreshEveryMs, nullptr);
     lookForCommits(main, commitsAtOnceMs); // an ended process may have left some
-    // A host that finds the property may send a line at once.
+    // A host that finds the property may send a notice immediately.
     startListening(main.state->lines, main.state->log, main.window, newLines);
     SetPropW(main.window, peer::instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
 }
 
-// Shows what a line brought.
+// Shows what a notice announced.
 struct ShowIn {
     HWND owner;
 
@@ -112,11 +112,11 @@ void receiveNotices(MainWindow& main)
 {
     for (const std::string& line : takeNotices(main.state->lines))
         std::visit(ShowIn{main.window}, receiveNotice(main.state->log, main.state->folder, line));
-    lookForCommits(main, commitsAtOnceMs); // one of the lines may announce one
+    lookForCommits(main, commitsAtOnceMs); // one of the notices may announce a commit
 }
 
-// What came before the end is dealt with; there is no time left to show it. The message loop is
-// told first, so that it ends even if memory runs out on the way.
+// Handles the notices and commits that arrived before the end; they are not shown any more. The
+// message loop is stopped first, so that it ends even if memory runs out meanwhile.
 void destroy(MainWindow& main)
 {
     PostQuitMessage(0);
@@ -142,14 +142,14 @@ void paintHeader(MainWindow& main)
     fillArea(context, {0, header.height - 3, header.width, 3}, accentColour);
     drawLine(context, {16, 6, half, 28}, peer::productName, main.look.product.get(),
              headerTextColour, DT_LEFT | DT_VCENTER);
-    drawLine(context, {16, 33, half, 18}, L"Part files for the machines on the shop floor",
+    drawLine(context, {16, 33, half, 18}, L"Part files for machine tools",
              main.look.text.get(), faintHeaderTextColour, DT_LEFT | DT_VCENTER);
     drawLine(context, {half, 33, half - 16, 18}, main.state->folder, main.look.text.get(),
              faintHeaderTextColour, DT_RIGHT | DT_VCENTER);
     EndPaint(main.window, &paint);
 }
 
-// Buttons do what the words of a start do, for what is selected.
+// The buttons carry out the commands of the command line for the selected rows.
 void pressButton(MainWindow& main, int id)
 {
     peer::Command command;
@@ -164,7 +164,7 @@ void pressButton(MainWindow& main, int id)
     showEverything(main);
 }
 
-// The return key, pressed in a list, comes as IDOK.
+// Pressing Return in a list arrives as IDOK.
 void receiveClick(MainWindow& main, int id, int code)
 {
     if (id == IDOK && IsWindowEnabled(main.panes.send))
@@ -280,7 +280,7 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     try {
         return receive(*main, message, wParam, lParam);
     } catch (...) {
-        return 0; // out of memory; the system's callers know no exceptions
+        return 0; // out of memory; Windows cannot handle exceptions
     }
 }
 
@@ -315,7 +315,7 @@ bool carryOutInWindow(MainWindow& main, const peer::Command& command, const std:
         showAbout(main.window, parent);
         return true;
     case peer::Word::quit:
-        // Posted, so that the start that asks for it gets its answer first.
+        // Posted, so that the start that requested it gets its answer first.
         PostMessageW(main.window, WM_CLOSE, 0, 0);
         return true;
     default:
@@ -339,8 +339,8 @@ HWND createMainWindow(State& state)
                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.width,
                         place.height, nullptr, nullptr, GetModuleHandleW(nullptr), main.release());
     if (window != nullptr) {
-        // A start with arguments asks for a hidden window, which the first call obeys whatever it
-        // is told; the running instance is always seen.
+        // A start with arguments requests a hidden window, and the first ShowWindow call uses that
+        // instead of its argument. The window of the running instance must be visible.
         ShowWindow(window, SW_SHOWNORMAL);
         ShowWindow(window, SW_SHOWNORMAL);
         UpdateWindow(window);
@@ -355,7 +355,7 @@ bool receiveArguments(HWND window, const std::wstring& arguments)
         return false;
     logEvent(main->state->log, L"command", textField(L"text", arguments));
     const bool isCarriedOut = carryOutInWindow(*main, peer::parseCommandLine(arguments), arguments);
-    lookForCommits(*main, commitsAtOnceMs); // the words may have handed one in
+    lookForCommits(*main, commitsAtOnceMs); // the command may have added a commit
     showEverything(*main);
     return isCarriedOut;
 }
