@@ -48,7 +48,7 @@ bool isNone(const std::string& bytes)
 
 } // namespace
 
-TEST(BitmapFile, is32BitsFromTheBottomUp)
+TEST(PeerBitmapFile, is32BitsFromTheBottomUp)
 {
     const Pixels picture = parseBitmap(file({}, rows32));
     EXPECT_EQ(picture.width, 3);
@@ -56,7 +56,7 @@ TEST(BitmapFile, is32BitsFromTheBottomUp)
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, negativeHeightIsTopDown)
+TEST(PeerBitmapFile, negativeHeightIsTopDown)
 {
     Headers headers;
     headers.height = 0xFFFFFFFE;
@@ -65,7 +65,7 @@ TEST(BitmapFile, negativeHeightIsTopDown)
     EXPECT_EQ(picture.values, (Values{1, 2, 3, 0x112233, 5, 6}));
 }
 
-TEST(BitmapFile, rowsArePaddedToFourBytes)
+TEST(PeerBitmapFile, rowsArePaddedToFourBytes)
 {
     Headers headers;
     headers.bits = 24;
@@ -74,7 +74,7 @@ TEST(BitmapFile, rowsArePaddedToFourBytes)
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, oneBitUsesTheColourTable)
+TEST(PeerBitmapFile, oneBitUsesTheColourTable)
 {
     Headers headers;
     headers.bits = 1;
@@ -87,7 +87,7 @@ TEST(BitmapFile, oneBitUsesTheColourTable)
     EXPECT_EQ(picture.values, (Values{on, off, off, off, off, off, off, on, off, on}));
 }
 
-TEST(BitmapFile, fourAndEightBitsUseTheColourTable)
+TEST(PeerBitmapFile, fourAndEightBitsUseTheColourTable)
 {
     Headers headers;
     headers.bits = 4;
@@ -101,7 +101,7 @@ TEST(BitmapFile, fourAndEightBitsUseTheColourTable)
     EXPECT_EQ(parseBitmap(file(headers, table + "\1\2\0-"s)).values, (Values{11, 0, 10}));
 }
 
-TEST(BitmapFile, mayHaveALongHeaderAndAGap)
+TEST(PeerBitmapFile, mayHaveALongHeaderAndAGap)
 {
     Headers headers;
     headers.information = 108;
@@ -110,7 +110,7 @@ TEST(BitmapFile, mayHaveALongHeaderAndAGap)
               (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, isRejectedWhenCutShort)
+TEST(PeerBitmapFile, isRejectedWhenCutShort)
 {
     const std::string whole = file({}, rows32);
     for (size_t size = 0; size < whole.size(); ++size)
@@ -118,7 +118,7 @@ TEST(BitmapFile, isRejectedWhenCutShort)
     EXPECT_FALSE(isNone(whole + "more"));
 }
 
-TEST(BitmapFile, isRejectedWithWrongHeaders)
+TEST(PeerBitmapFile, isRejectedWithWrongHeaders)
 {
     Headers claimed;
     claimed.width = claimed.height = 4000;
@@ -169,7 +169,7 @@ TEST(BitmapFile, isRejectedWithWrongHeaders)
     EXPECT_TRUE(isNone(file(unmarked, rows32)));
 }
 
-TEST(BitmapFile, isRejectedWhenTableOverlapsRows)
+TEST(PeerBitmapFile, isRejectedWhenTableOverlapsRows)
 {
     Headers headers;
     headers.bits = 8;
@@ -180,7 +180,7 @@ TEST(BitmapFile, isRejectedWhenTableOverlapsRows)
     EXPECT_TRUE(isNone(file(headers, std::string(100, 'x'))));
 }
 
-TEST(BitmapFile, isRejectedWithTooManyPixels)
+TEST(PeerBitmapFile, isRejectedWithTooManyPixels)
 {
     Headers headers;
     headers.bits = 1;

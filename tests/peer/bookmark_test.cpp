@@ -18,14 +18,14 @@ void expectText(const Bookmark& bookmark, const std::wstring& text)
 
 } // namespace
 
-TEST(Bookmark, countsTakenBytes)
+TEST(PeerBookmark, countsTakenBytes)
 {
     expectText({}, L"taken 0\n");
     expectText({.taken = 84}, L"taken 84\n");
     expectText({.taken = 5'000'000'000}, L"taken 5000000000\n");
 }
 
-TEST(Bookmark, containsTheVersionInProgress)
+TEST(PeerBookmark, containsTheVersionInProgress)
 {
     expectText({.taken = 84, .underWay = VersionPlan{17, 2, L"pump cover"}},
                L"taken 84\nstoring 17 2 pump cover\n");
@@ -36,13 +36,13 @@ TEST(Bookmark, containsTheVersionInProgress)
     EXPECT_EQ(read->underWay->name, L"pump cover");
 }
 
-TEST(Bookmark, canBeFinished)
+TEST(PeerBookmark, canBeFinished)
 {
     expectText({.isFinished = true}, L"finished\n");
     expectText({.taken = 0, .underWay = {}, .isFinished = true}, L"finished\n");
 }
 
-TEST(Bookmark, isRejectedWhenIncomplete)
+TEST(PeerBookmark, isRejectedWhenIncomplete)
 {
     for (const wchar_t* text :
          {L"", L"taken 84", L"taken \n", L"taken -1\n", L"taken 84\n\n", L"finished", L"done\n",

@@ -23,7 +23,7 @@ void expectOpening(const std::string& bytes, RequestKind kind, int id, const std
 
 } // namespace
 
-TEST(OpenRequest, isMarkIdSpacePathLineFeed)
+TEST(PeerOpenRequest, isMarkIdSpacePathLineFeed)
 {
     EXPECT_EQ(formatOpenRequest(17, L"C:\\ZEM\\work\\bracket.mcam"),
               MARK "17 C:\\ZEM\\work\\bracket.mcam\n");
@@ -31,34 +31,34 @@ TEST(OpenRequest, isMarkIdSpacePathLineFeed)
     EXPECT_EQ(formatOpenRequest(0, L" a b "), MARK "0  a b \n");
 }
 
-TEST(OpenRequest, acceptsOnlyPlainAscii)
+TEST(PeerOpenRequest, acceptsOnlyPlainAscii)
 {
     EXPECT_EQ(formatOpenRequest(1, L" !~"), MARK "1  !~\n");
     for (const wchar_t* path : {L"", L"C:\\M\u00FCller", L"a\tb", L"a\n", L"a\x7F", L"\u4E2D"})
         EXPECT_EQ(formatOpenRequest(1, path), std::nullopt) << path;
 }
 
-TEST(OpenRequest, isAtMost65536Bytes)
+TEST(PeerOpenRequest, isAtMost65536Bytes)
 {
     const std::wstring longest(65536 - 6, L'p'); // mark, one digit, space, line feed
     EXPECT_EQ(formatOpenRequest(1, longest).value_or("").size(), 65536u);
     EXPECT_EQ(formatOpenRequest(1, longest + L'p'), std::nullopt);
 }
 
-TEST(NewFileRequest, isAnOpenRequestWithoutPath)
+TEST(PeerNewFileRequest, isAnOpenRequestWithoutPath)
 {
     EXPECT_EQ(formatNewFileRequest(17), MARK "17 \n");
     EXPECT_EQ(formatNewFileRequest(-1), MARK "-1 \n");
 }
 
-TEST(CheckInRequest, isTheWordAndTheName)
+TEST(PeerCheckInRequest, isTheWordAndTheName)
 {
     EXPECT_EQ(formatCheckIn(L"bracket.mcam"), "CHECKIN bracket.mcam");
     EXPECT_EQ(formatCheckIn(L""), "CHECKIN ");
     EXPECT_EQ(formatCheckIn(L"M\u00FCller\n.mcam"), "CHECKIN M?ller?.mcam");
 }
 
-TEST(PlainAscii, isPrintableCharactersAndSpace)
+TEST(PeerPlainAscii, isPrintableCharactersAndSpace)
 {
     EXPECT_TRUE(isPlainAscii(L""));
     EXPECT_TRUE(isPlainAscii(L" C:\\a~b"));
@@ -66,7 +66,7 @@ TEST(PlainAscii, isPrintableCharactersAndSpace)
         EXPECT_FALSE(isPlainAscii(text)) << text;
 }
 
-TEST(RequestText, isAnOpenRequest)
+TEST(PeerRequestText, isAnOpenRequest)
 {
     expectOpening(MARK "12 C:\\parts\\a b.mcam\n"s, RequestKind::open, 12, "C:\\parts\\a b.mcam",
                   0);
@@ -74,7 +74,7 @@ TEST(RequestText, isAnOpenRequest)
     expectOpening(MARK "7 \n"s, RequestKind::newFile, 7, "", 0);
 }
 
-TEST(RequestText, keepsTheAddInsOddLengths)
+TEST(PeerRequestText, keepsTheAddInsOddLengths)
 {
     expectOpening(MARK "12 C:\\a\r\n"s, RequestKind::open, 12, "C:\\a\r", 1);
     expectOpening(MARK "12 C:\\a"s, RequestKind::open, 12, "C:\\", 1);
@@ -84,7 +84,7 @@ TEST(RequestText, keepsTheAddInsOddLengths)
     expectOpening(MARK "1 C:\\a\nmore"s, RequestKind::open, 1, "C:\\a\n", 2);
 }
 
-TEST(RequestText, isACheckInOnlyWithTheExactWord)
+TEST(PeerRequestText, isACheckInOnlyWithTheExactWord)
 {
     expectOpening("CHECKIN a.mcam", RequestKind::checkIn, 0, "a.mcam", 0);
     expectOpening("CHECKIN", RequestKind::checkIn, 0, "", 0);
@@ -93,7 +93,7 @@ TEST(RequestText, isACheckInOnlyWithTheExactWord)
     expectOpening(MARK "CHECKIN a"s, RequestKind::malformed, 0, "", 1);
 }
 
-TEST(RequestText, isMalformedWithoutSpaceOrNumber)
+TEST(PeerRequestText, isMalformedWithoutSpaceOrNumber)
 {
     expectOpening("", RequestKind::none, 0, "", 0);
     expectOpening("x", RequestKind::malformed, 0, "", 1);
@@ -102,7 +102,7 @@ TEST(RequestText, isMalformedWithoutSpaceOrNumber)
     expectOpening(MARK "x C:\\a\n"s, RequestKind::malformed, 0, "", 1);
 }
 
-TEST(RequestText, isTooLongAbove65536Bytes)
+TEST(PeerRequestText, isTooLongAbove65536Bytes)
 {
     const std::string name(65536, 'a');
     EXPECT_EQ(parseRequest("CHECKIN " + name.substr(8)).remarks.size(), 0u);

@@ -37,12 +37,12 @@ void expectNoneUnderstood(const std::vector<const wchar_t*>& all)
 
 } // namespace
 
-TEST(CommandLine, mayBeEmpty)
+TEST(PeerCommandLine, mayBeEmpty)
 {
     expectEach({{L"", {}}, {L"  \t ", {}}});
 }
 
-TEST(CommandLine, parsesTheAddInsArguments)
+TEST(PeerCommandLine, parsesTheAddInsArguments)
 {
     expectEach({
         {LR"(--checkout "")", {.word = Word::checkOut}},
@@ -54,7 +54,7 @@ TEST(CommandLine, parsesTheAddInsArguments)
     });
 }
 
-TEST(CommandLine, parsesTheArgumentsOfScripts)
+TEST(PeerCommandLine, parsesTheArgumentsOfScripts)
 {
     expectEach({
         {L"--about", {.word = Word::about}},
@@ -76,24 +76,24 @@ TEST(CommandLine, parsesTheArgumentsOfScripts)
     });
 }
 
-TEST(CommandLine, doesNotEscapeWithBackslash)
+TEST(PeerCommandLine, doesNotEscapeWithBackslash)
 {
     expectEach({{LR"(--checkout "C:\temp\")", {.word = Word::checkOut, .value = L"C:\\temp\\"}}});
 }
 
-TEST(CommandLine, splitsAtSpacesOutsideQuotes)
+TEST(PeerCommandLine, splitsAtSpacesOutsideQuotes)
 {
     expectEach({{L"  --send\t \tbracket  ", {.word = Word::send, .value = L"bracket"}},
                 {L"--send bra\"ck et\"s", {.word = Word::send, .value = L"brack ets"}}});
 }
 
-TEST(CommandLine, rejectsMissingValues)
+TEST(PeerCommandLine, rejectsMissingValues)
 {
     expectNoneUnderstood({L"--checkout", L"--commit", L"--send", L"--send bracket --host",
                           L"--commit a --id", L"--about --parentwindow"});
 }
 
-TEST(CommandLine, rejectsNumbersOutOfRange)
+TEST(PeerCommandLine, rejectsNumbersOutOfRange)
 {
     expectNoneUnderstood(
         {L"--commit a --id 4294967296", L"--commit a --id -1", L"--send a --id 2147483648",
@@ -102,34 +102,34 @@ TEST(CommandLine, rejectsNumbersOutOfRange)
          L"--send a --id +1", L"--about --parentwindow -1"});
 }
 
-TEST(CommandLine, rejectsRepeatedOptions)
+TEST(PeerCommandLine, rejectsRepeatedOptions)
 {
     expectNoneUnderstood({L"--send a --host 1 --host 1", L"--send a --machine b --machine b",
                           L"--send a --ncpath 1 --ncpath 1", L"--new-file --id 1 --id 1",
                           L"--about --parentwindow 1 --parentwindow 1"});
 }
 
-TEST(CommandLine, rejectsOptionsOfOtherCommands)
+TEST(PeerCommandLine, rejectsOptionsOfOtherCommands)
 {
     expectNoneUnderstood({L"--checkout a --id 1", L"--commit a --host 1", L"--about --id 1",
                           L"--new-file --machine a", L"--check-in --id 1", L"--quit --id 1",
                           L"--register now", L"--send a --parentwindow 1"});
 }
 
-TEST(CommandLine, rejectsUnknownCommands)
+TEST(PeerCommandLine, rejectsUnknownCommands)
 {
     expectNoneUnderstood({L"bracket", L"--SEND a", L"--sen a", L"--", L"\"\"", L"--host 1",
                           L"--send a b c", L"--send a --machine"});
 }
 
-TEST(ProgramName, isSkippedWithSpacesAfterIt)
+TEST(PeerProgramName, isSkippedWithSpacesAfterIt)
 {
     EXPECT_EQ(skipProgramName(L"\"C:\\T V\\zem.exe\" --send \"a b\""), L"--send \"a b\"");
     EXPECT_EQ(skipProgramName(L"zem.exe \t --quit "), L"--quit ");
     EXPECT_EQ(skipProgramName(L"\"zem.exe\"--quit"), L"--quit");
 }
 
-TEST(ProgramName, mayBeTheWholeLine)
+TEST(PeerProgramName, mayBeTheWholeLine)
 {
     for (const wchar_t* line : {L"", L"zem.exe", L"zem.exe  ", L"\"C:\\T V\\zem.exe\"",
                                 L"\"C:\\T V\\zem.exe\" \t", L"\"unfinished"})

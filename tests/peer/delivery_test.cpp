@@ -31,53 +31,53 @@ void expectEach(Judge judge, const std::vector<Case>& cases)
 
 } // namespace
 
-TEST(DeliveryBeforeWriting, writesIntoAnEmptyFile)
+TEST(PeerDeliveryBeforeWriting, writesIntoAnEmptyFile)
 {
     expectEach(judgeBeforeWriting, {{empty, 0, 0, Verdict::write}, {empty, 99, 0, Verdict::write}});
 }
 
-TEST(DeliveryBeforeWriting, waitsForAnEarlierRequest)
+TEST(PeerDeliveryBeforeWriting, waitsForAnEarlierRequest)
 {
     expectEach(judgeBeforeWriting, {{filled, 0, 0, Verdict::wait}, {filled, 99, 0, Verdict::wait}});
 }
 
-TEST(DeliveryBeforeWriting, givesUpWhenTheFileStaysFull)
+TEST(PeerDeliveryBeforeWriting, givesUpWhenTheFileStaysFull)
 {
     expectEach(judgeBeforeWriting,
                {{filled, 100, 0, Verdict::full}, {empty, 100, 0, Verdict::full}});
 }
 
-TEST(DeliveryBeforeWriting, givesUpWhenTheFileStaysMissing)
+TEST(PeerDeliveryBeforeWriting, givesUpWhenTheFileStaysMissing)
 {
     expectEach(judgeBeforeWriting, {{missing, 0, 0, Verdict::wait},
                                     {missing, 500, 49, Verdict::wait},
                                     {missing, 50, 50, Verdict::missing}});
 }
 
-TEST(DeliveryAfterWriting, endsWhenTheFileIsEmpty)
+TEST(PeerDeliveryAfterWriting, endsWhenTheFileIsEmpty)
 {
     expectEach(judgeAfterWriting,
                {{empty, 0, 0, Verdict::taken}, {empty, 100000, 0, Verdict::taken}});
 }
 
-TEST(DeliveryAfterWriting, waitsWhileTheFileIsFull)
+TEST(PeerDeliveryAfterWriting, waitsWhileTheFileIsFull)
 {
     expectEach(judgeAfterWriting, {{filled, 0, 0, Verdict::wait}, {filled, 199, 0, Verdict::wait}});
 }
 
-TEST(DeliveryAfterWriting, givesUpARequestThatStays)
+TEST(PeerDeliveryAfterWriting, givesUpARequestThatStays)
 {
     expectEach(judgeAfterWriting, {{filled, 200, 0, Verdict::notTaken}});
 }
 
-TEST(DeliveryAfterWriting, toleratesABrieflyMissingFile)
+TEST(PeerDeliveryAfterWriting, toleratesABrieflyMissingFile)
 {
     expectEach(judgeAfterWriting, {{missing, 0, 0, Verdict::wait},
                                    {missing, 500, 49, Verdict::wait},
                                    {missing, 50, 50, Verdict::lost}});
 }
 
-TEST(DeliveryBounds, areTenAndTwoSeconds)
+TEST(PeerDeliveryBounds, areTenAndTwoSeconds)
 {
     const DeliveryBounds usual;
     EXPECT_EQ(usual.beforeWritingMs, 10000);

@@ -6,7 +6,7 @@
 
 using namespace peer;
 
-TEST(ExchangePaths, areBelowTheInstallationFolder)
+TEST(PeerExchangePaths, areBelowTheInstallationFolder)
 {
     EXPECT_EQ(commandFilePath(L"C:\\ZEM", 4294967295), L"C:\\ZEM\\temp\\mastercam-4294967295.dat");
     EXPECT_EQ(machineSettingsPath(L"C:\\ZEM", 17), L"C:\\ZEM\\temp\\mcsettings-17.txt");
@@ -25,7 +25,7 @@ TEST(ExchangePaths, areBelowTheInstallationFolder)
     EXPECT_EQ(commitFilePattern(L"C:\\ZEM"), L"C:\\ZEM\\temp\\torvapdm-*");
 }
 
-TEST(CommitFileName, containsTheProcessId)
+TEST(PeerCommitFileName, containsTheProcessId)
 {
     EXPECT_EQ(processOfCommitFile(L"torvapdm-4711.dat"), 4711u);
     EXPECT_EQ(processOfCommitFile(L"torvapdm-4294967295.closed"), 4294967295u);
@@ -36,7 +36,7 @@ TEST(CommitFileName, containsTheProcessId)
         EXPECT_EQ(processOfCommitFile(name), std::nullopt) << name;
 }
 
-TEST(Path, mayBeRemoteWithTwoSlashes)
+TEST(PeerPath, mayBeRemoteWithTwoSlashes)
 {
     for (const wchar_t* path : {L"\\\\server\\share\\a.NC", L"//server/share/a.NC", L"\\/server",
                                 L"/\\", L"\\\\?\\C:\\a.NC", L"\\\\.\\pipe\\a"})
@@ -46,7 +46,7 @@ TEST(Path, mayBeRemoteWithTwoSlashes)
         EXPECT_FALSE(mayBeRemote(path)) << path;
 }
 
-TEST(FileName, isAfterTheLastSeparator)
+TEST(PeerFileName, isAfterTheLastSeparator)
 {
     EXPECT_EQ(fileNameOf(L"C:\\a\\b c.mcam"), L"b c.mcam");
     EXPECT_EQ(fileNameOf(L"C:\\a/b.mcam"), L"b.mcam");

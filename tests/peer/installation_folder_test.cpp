@@ -14,7 +14,7 @@ std::wstring folderText(const std::optional<RegistryValue>& view32,
 
 } // namespace
 
-TEST(InstallationFolder, isTheStringInThe32BitView)
+TEST(PeerInstallationFolder, isTheStringInThe32BitView)
 {
     const RegistryValue text{1, std::wstring(L"D:\\ZEM\0", 7)};
     const RegistryValue expandable{2, std::wstring(L"%X%\\ZEM\0", 8)};
@@ -28,7 +28,7 @@ TEST(InstallationFolder, isTheStringInThe32BitView)
     EXPECT_EQ(folderText({}), L"C:\\TORVA\\ZEM");
 }
 
-TEST(InstallationFolder, hasASource)
+TEST(PeerInstallationFolder, hasASource)
 {
     const RegistryValue one{1, std::wstring(L"D:\\1\0", 5)};
     const RegistryValue two{1, std::wstring(L"D:\\2\0", 5)};

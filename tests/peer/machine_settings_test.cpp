@@ -4,20 +4,20 @@
 
 using namespace peer;
 
-TEST(MachineSettings, areOneLineOfFourFields)
+TEST(PeerMachineSettings, areOneLineOfFourFields)
 {
     EXPECT_EQ(formatMachineSettings(17, 3, 0, L"C:\\Machines\\Mill 3-axis.mcam-mmd"),
               L"17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n");
     EXPECT_EQ(formatMachineSettings(-1, -2, -3, L"\u4E2D"), L"-1|-2|-3|\u4E2D\r\n");
 }
 
-TEST(MachineSettings, rejectSeparatorsInTheMachine)
+TEST(PeerMachineSettings, rejectSeparatorsInTheMachine)
 {
     for (const wchar_t* machine : {L"", L"a|b", L"a\rb", L"a\nb"})
         EXPECT_EQ(formatMachineSettings(1, 2, 3, machine), std::nullopt) << machine;
 }
 
-TEST(MachineSettings, areParsed)
+TEST(PeerMachineSettings, areParsed)
 {
     const auto text = parseMachineSettings("17|3|-2|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n");
     ASSERT_TRUE(text);
@@ -28,7 +28,7 @@ TEST(MachineSettings, areParsed)
     EXPECT_FALSE(text->hasMoreLines);
 }
 
-TEST(MachineSettings, needABarAfterEachField)
+TEST(PeerMachineSettings, needABarAfterEachField)
 {
     EXPECT_FALSE(parseMachineSettings(""));
     const auto two = parseMachineSettings("1|2");

@@ -20,7 +20,7 @@ void expectEntry(const std::optional<QueueEntry>& entry, std::int32_t number,
 
 } // namespace
 
-TEST(NcQueue, containsOneProgramALine)
+TEST(PeerNcQueue, containsOneProgramALine)
 {
     const QueueLines lines = parseNcQueue("NCPATH|-1|C:\\NC\\A B.NC|Setup 1\r\n"
                                           "NCPATH|2147483647|D:\\\xC4.NC|\xD6zz\r\n"
@@ -31,7 +31,7 @@ TEST(NcQueue, containsOneProgramALine)
     expectEntry(lines[2], 0, "PLATE.NC", "Setup 2");
 }
 
-TEST(NcQueue, allowsBarsInTheGroup)
+TEST(PeerNcQueue, allowsBarsInTheGroup)
 {
     const QueueLines lines = parseNcQueue("NCPATH|3|C:\\A.NC|left|right|\r\n"
                                           "NCPATH|3|C:\\B.NC|\r\n"
@@ -42,7 +42,7 @@ TEST(NcQueue, allowsBarsInTheGroup)
     expectEntry(lines[2], 3, "C:\\C.NC", "|");
 }
 
-TEST(NcQueue, keepsThePositionOfBadLines)
+TEST(PeerNcQueue, keepsThePositionOfBadLines)
 {
     const QueueLines lines = parseNcQueue("\r\nNCPATH|1|C:\\A.NC|G\r\nsomething\r\n");
     ASSERT_EQ(lines.size(), 3u);
@@ -51,7 +51,7 @@ TEST(NcQueue, keepsThePositionOfBadLines)
     EXPECT_FALSE(lines[2].has_value());
 }
 
-TEST(NcQueue, rejectsOtherLines)
+TEST(PeerNcQueue, rejectsOtherLines)
 {
     for (const char* line : {
              "NCPATH",
@@ -73,7 +73,7 @@ TEST(NcQueue, rejectsOtherLines)
         EXPECT_FALSE(parseNcQueue(line).front().has_value()) << line;
 }
 
-TEST(NcQueue, rejectsControlCharacters)
+TEST(PeerNcQueue, rejectsControlCharacters)
 {
     for (const char control : {'\0', '\1', '\t', '\r', '\x1F', '\x7F'})
         for (const char* const start : {"NCPATH|1|C:\\A", "NCPATH|1|C:\\A.NC|G"}) {
@@ -82,12 +82,12 @@ TEST(NcQueue, rejectsControlCharacters)
         }
 }
 
-TEST(NcQueue, mayBeEmpty)
+TEST(PeerNcQueue, mayBeEmpty)
 {
     EXPECT_TRUE(parseNcQueue("").empty());
 }
 
-TEST(QueueFileName, containsTheRequestId)
+TEST(PeerQueueFileName, containsTheRequestId)
 {
     for (const wchar_t* name : {L"ncqueue-17.txt", L"ncqueue-0.txt", L"ncqueue--3.txt"})
         EXPECT_TRUE(isQueueFileName(name)) << name;

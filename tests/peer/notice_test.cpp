@@ -42,7 +42,7 @@ constexpr std::uint32_t own = address(192, 168, 1, 20);
 
 } // namespace
 
-TEST(Notice, hasFourForms)
+TEST(PeerNotice, hasFourForms)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=17;C:\\a b\\s.xml\n", NoticeKind::setupSheet, 17, "C:\\a b\\s.xml"},
@@ -52,7 +52,7 @@ TEST(Notice, hasFourForms)
     });
 }
 
-TEST(Notice, hasASignedIdExceptInACommit)
+TEST(PeerNotice, hasASignedIdExceptInACommit)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=0;p\n", NoticeKind::setupSheet, 0, "p"},
@@ -65,7 +65,7 @@ TEST(Notice, hasASignedIdExceptInACommit)
                    "ZEMID=4294967296|p\n"});
 }
 
-TEST(Notice, keepsEveryByteOfThePath)
+TEST(PeerNotice, keepsEveryByteOfThePath)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=1; a;b|c \n", NoticeKind::setupSheet, 1, " a;b|c "},
@@ -74,13 +74,13 @@ TEST(Notice, keepsEveryByteOfThePath)
     });
 }
 
-TEST(Notice, isOneLineWithLineFeed)
+TEST(PeerNotice, isOneLineWithLineFeed)
 {
     expectUnknown({"", "\n", "TOOL-7", "TOOL-7\r\n", "TOOL-7\n\n", "\nTOOL-7\n", "TOOL-7\nTOOL-8\n",
                    "IMPORTNCQUEUE|a\tb\n", "IMPORTNCQUEUE|a\0b\n"s, "TOOL-7\n\0"s});
 }
 
-TEST(Notice, isUnknownInAnyOtherForm)
+TEST(PeerNotice, isUnknownInAnyOtherForm)
 {
     expectUnknown({"TOOL-\n",
                    "TOOL-7 \n",
@@ -104,7 +104,7 @@ TEST(Notice, isUnknownInAnyOtherForm)
                    "HELLO\n"});
 }
 
-TEST(OwnAddress, equalsTheLocalAddress)
+TEST(PeerOwnAddress, equalsTheLocalAddress)
 {
     EXPECT_TRUE(isOwnAddress(own, own));
     EXPECT_FALSE(isOwnAddress(address(192, 168, 1, 21), own));
@@ -112,7 +112,7 @@ TEST(OwnAddress, equalsTheLocalAddress)
     EXPECT_FALSE(isOwnAddress(address(1, 0, 0, 127), own));
 }
 
-TEST(OwnAddress, isAnyLoopbackAddress)
+TEST(PeerOwnAddress, isAnyLoopbackAddress)
 {
     EXPECT_TRUE(isOwnAddress(address(127, 0, 0, 1), address(127, 0, 0, 1)));
     EXPECT_TRUE(isOwnAddress(address(127, 0, 0, 2), address(127, 0, 0, 1)));

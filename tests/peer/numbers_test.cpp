@@ -4,7 +4,7 @@
 
 using namespace peer;
 
-TEST(Numbers, areCompleteAndInRange)
+TEST(PeerNumbers, areCompleteAndInRange)
 {
     EXPECT_EQ(parseNumber(L"-12", -12, 5), -12);
     EXPECT_EQ(parseNumber(L"005", 0, 5), 5);
@@ -14,7 +14,7 @@ TEST(Numbers, areCompleteAndInRange)
         EXPECT_EQ(parseNumber(text, -12, 5), std::nullopt) << text;
 }
 
-TEST(Decimals, haveSixSignificantDigits)
+TEST(PeerDecimals, haveSixSignificantDigits)
 {
     for (const auto& [number, text] : std::initializer_list<std::pair<double, const char*>>{
              {10, "10"},

@@ -4,7 +4,7 @@
 
 using namespace peer;
 
-TEST(Setting, isTheLastLineWithTheKey)
+TEST(PeerSetting, isTheLastLineWithTheKey)
 {
     const auto value = [](std::string_view bytes) {
         return findSetting(splitSettingLines(bytes), "UseFtpServer");
@@ -16,14 +16,14 @@ TEST(Setting, isTheLastLineWithTheKey)
     EXPECT_EQ(value("useftpserver=y\n"), "");
 }
 
-TEST(SettingLines, areAtMost1023Bytes)
+TEST(PeerSettingLines, areAtMost1023Bytes)
 {
     const std::string longLine = std::string(1023, ' ') + "UseFtpServer=y\n";
     EXPECT_EQ(splitSettingLines(longLine).size(), 2u);
     EXPECT_EQ(splitSettingLines("a\r\n\r\nb"), (std::vector<std::string>{"a\n", "\n", "b"}));
 }
 
-TEST(Settings, haveTheirOwnRules)
+TEST(PeerSettings, haveTheirOwnRules)
 {
     struct Row {
         const char* bytes;

@@ -4,7 +4,7 @@
 
 using namespace peer;
 
-TEST(FileLines, endWithLineFeedOrCrLf)
+TEST(PeerFileLines, endWithLineFeedOrCrLf)
 {
     using Expected = std::vector<std::string_view>;
     EXPECT_EQ(fileLines(""), Expected{});

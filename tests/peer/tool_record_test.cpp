@@ -43,7 +43,7 @@ std::wstring commentOf(const std::string& written)
 
 } // namespace
 
-TEST(ToolRecord, containsTheOperationsTool)
+TEST(PeerToolRecord, containsTheOperationsTool)
 {
     const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
@@ -65,7 +65,7 @@ TEST(ToolRecord, containsTheOperationsTool)
     EXPECT_EQ(record->operationFeed, 900.25);
 }
 
-TEST(ToolRecord, containsTheTablesTool)
+TEST(PeerToolRecord, containsTheTablesTool)
 {
     const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
@@ -96,7 +96,7 @@ TEST(ToolRecord, containsTheTablesTool)
     EXPECT_EQ(record->comment, L"End mill \u00C4");
 }
 
-TEST(ToolRecord, containsTheOperation)
+TEST(PeerToolRecord, containsTheOperation)
 {
     const auto record = parseToolRecord(fullRecord);
     ASSERT_TRUE(record.has_value());
@@ -116,7 +116,7 @@ TEST(ToolRecord, containsTheOperation)
     EXPECT_EQ(record->seconds, 61.5);
 }
 
-TEST(ToolRecord, allowsSeparatorsInTheComment)
+TEST(PeerToolRecord, allowsSeparatorsInTheComment)
 {
     EXPECT_EQ(commentOf("a|b=c"), L"a|b=c");
     EXPECT_EQ(commentOf("|PLANEWOFF=3|OPERATIONCOMMENT="), L"|PLANEWOFF=3|OPERATIONCOMMENT=");
@@ -125,7 +125,7 @@ TEST(ToolRecord, allowsSeparatorsInTheComment)
     EXPECT_EQ(commentOf("\x80\xFF"), L"\x80\xFF");
 }
 
-TEST(ToolRecord, rejectsOtherKeys)
+TEST(PeerToolRecord, rejectsOtherKeys)
 {
     for (const std::string& line : {
              with("|SLOT=9", ""),               // missing
@@ -147,7 +147,7 @@ TEST(ToolRecord, rejectsOtherKeys)
         EXPECT_FALSE(isRecord(line)) << line;
 }
 
-TEST(ToolRecord, rejectsOtherNumberFormats)
+TEST(PeerToolRecord, rejectsOtherNumberFormats)
 {
     for (const char* number : {"", "+4", "04", "-0", "4.0", " 4", "4 ", "2147483648", "x"})
         EXPECT_FALSE(isRecord(with("|TNUM=4", std::string("|TNUM=") + number))) << number;
@@ -162,7 +162,7 @@ TEST(ToolRecord, rejectsOtherNumberFormats)
     EXPECT_FALSE(isRecord(with("|OPERATIONCOMMENT=", "|OPERATIONCOMMENT=x")));
 }
 
-TEST(ToolRecord, acceptsTheLimitsOfNumbers)
+TEST(PeerToolRecord, acceptsTheLimitsOfNumbers)
 {
     EXPECT_EQ(parseToolRecord(with("|TNUM=4", "|TNUM=-2147483648"))->number,
               std::numeric_limits<std::int32_t>::min());
@@ -177,7 +177,7 @@ TEST(ToolRecord, acceptsTheLimitsOfNumbers)
     EXPECT_EQ(parseToolRecord(with("|DIA=12.5", "|DIA=-0"))->diameter, 0);
 }
 
-TEST(ToolData, keepsThePositionOfBadLines)
+TEST(PeerToolData, keepsThePositionOfBadLines)
 {
     const auto records = parseToolData("\r\n" + std::string(fullRecord) + "\r\nTOOLDATA|\r\n");
     ASSERT_EQ(records.size(), 3u);

@@ -26,7 +26,7 @@ constexpr wchar_t sheetText[] = LR"(<?xml version="1.0" encoding="UTF-8"?>
 
 } // namespace
 
-TEST(SetupSheet, namesPartMachineAndTime)
+TEST(CompanionSetupSheet, namesPartMachineAndTime)
 {
     const auto sheet = readSetupSheet(sheetText);
     ASSERT_TRUE(sheet.has_value());
@@ -36,7 +36,7 @@ TEST(SetupSheet, namesPartMachineAndTime)
     EXPECT_EQ(sheet->seconds, L"3683.6");
 }
 
-TEST(SetupSheet, listsOperationsAndDistinctTools)
+TEST(CompanionSetupSheet, listsOperationsAndDistinctTools)
 {
     const SetupSheet sheet = readSetupSheet(sheetText).value_or(SetupSheet{});
     EXPECT_EQ(operationRows(sheet),
@@ -47,7 +47,7 @@ TEST(SetupSheet, listsOperationsAndDistinctTools)
                                           {L"5", L"6", L"0", L"300", L"Drill"}}));
 }
 
-TEST(SetupSheet, isACompleteDocument)
+TEST(CompanionSetupSheet, isACompleteDocument)
 {
     EXPECT_TRUE(readSetupSheet(L"<setupSheet/>").has_value());
     for (const wchar_t* text :

@@ -33,7 +33,7 @@ std::optional<Stamp> stampOf(const std::wstring& path)
                  data.ftLastWriteTime.dwLowDateTime};
 }
 
-// Flushed to disk: the index must not name a version that a power failure can remove.
+// Flushed, so that the copy is on the disk before the index names it.
 bool writeWhole(const std::wstring& path, const std::string& bytes)
 {
     const peer::OwnHandle file =
