@@ -31,46 +31,46 @@ void expectEach(Judge judge, const std::vector<Case>& cases)
 
 } // namespace
 
-TEST(PeerDeliveryBeforeWriting, writesIntoAnEmptyFile)
+TEST(PeerBeforeWriting, writesIntoAnEmptyFile)
 {
     expectEach(judgeBeforeWriting, {{empty, 0, 0, Verdict::write}, {empty, 99, 0, Verdict::write}});
 }
 
-TEST(PeerDeliveryBeforeWriting, waitsForAnEarlierRequest)
+TEST(PeerBeforeWriting, waitsForAnEarlierRequest)
 {
     expectEach(judgeBeforeWriting, {{filled, 0, 0, Verdict::wait}, {filled, 99, 0, Verdict::wait}});
 }
 
-TEST(PeerDeliveryBeforeWriting, givesUpWhenTheFileStaysFull)
+TEST(PeerBeforeWriting, givesUpWhenTheFileStaysFull)
 {
     expectEach(judgeBeforeWriting,
                {{filled, 100, 0, Verdict::full}, {empty, 100, 0, Verdict::full}});
 }
 
-TEST(PeerDeliveryBeforeWriting, givesUpWhenTheFileStaysMissing)
+TEST(PeerBeforeWriting, givesUpWhenTheFileStaysMissing)
 {
     expectEach(judgeBeforeWriting, {{missing, 0, 0, Verdict::wait},
                                     {missing, 500, 49, Verdict::wait},
                                     {missing, 50, 50, Verdict::missing}});
 }
 
-TEST(PeerDeliveryAfterWriting, endsWhenTheFileIsEmpty)
+TEST(PeerAfterWriting, endsWhenTheFileIsEmpty)
 {
     expectEach(judgeAfterWriting,
                {{empty, 0, 0, Verdict::taken}, {empty, 100000, 0, Verdict::taken}});
 }
 
-TEST(PeerDeliveryAfterWriting, waitsWhileTheFileIsFull)
+TEST(PeerAfterWriting, waitsWhileTheFileIsFull)
 {
     expectEach(judgeAfterWriting, {{filled, 0, 0, Verdict::wait}, {filled, 199, 0, Verdict::wait}});
 }
 
-TEST(PeerDeliveryAfterWriting, givesUpARequestThatStays)
+TEST(PeerAfterWriting, givesUpARequestThatStays)
 {
     expectEach(judgeAfterWriting, {{filled, 200, 0, Verdict::notTaken}});
 }
 
-TEST(PeerDeliveryAfterWriting, toleratesABrieflyMissingFile)
+TEST(PeerAfterWriting, toleratesABrieflyMissingFile)
 {
     expectEach(judgeAfterWriting, {{missing, 0, 0, Verdict::wait},
                                    {missing, 500, 49, Verdict::wait},
