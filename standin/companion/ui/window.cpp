@@ -142,8 +142,8 @@ void paintHeader(MainWindow& main)
     fillArea(context, {0, header.height - 3, header.width, 3}, accentColour);
     drawLine(context, {16, 6, half, 28}, peer::productName, main.look.product.get(),
              headerTextColour, DT_LEFT | DT_VCENTER);
-    drawLine(context, {16, 33, half, 18}, L"Part files for machine tools",
-             main.look.text.get(), faintHeaderTextColour, DT_LEFT | DT_VCENTER);
+    drawLine(context, {16, 33, half, 18}, L"Part files for machine tools", main.look.text.get(),
+             faintHeaderTextColour, DT_LEFT | DT_VCENTER);
     drawLine(context, {half, 33, half - 16, 18}, main.state->folder, main.look.text.get(),
              faintHeaderTextColour, DT_RIGHT | DT_VCENTER);
     EndPaint(main.window, &paint);
