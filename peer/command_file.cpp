@@ -1,50 +1,161 @@
-#include "command_file.h"
+#include "peer/command_file.h"
 
-#include "handle.h"
+#include "peer/numbers.h"
+#include "peer/wire_constants.h"
 
-namespace companion {
+#include <algorithm>
+#include <limits>
+
+namespace peer {
 namespace {
 
-// The host deletes the file only after it found something in it. A file that is empty and not
-// deleted right before the write is therefore read before it goes away, unless the host ends.
-bool isEmptyAndKept(HANDLE file)
+bool isPlainCharacter(wchar_t c)
 {
-    FILE_STANDARD_INFO information{};
-    return GetFileInformationByHandleEx(file, FileStandardInfo, &information, sizeof information) &&
-           information.EndOfFile.QuadPart == 0 && !information.DeletePending;
+    return c >= L' ' && c <= L'~';
 }
 
-// Two writers that both found the file empty would write over each other. The place that is locked
-// lies far behind all that a host reads, and the lock goes with the handle.
-bool lockOutOtherWriters(HANDLE file)
+bool isPlainBytes(std::string_view text)
 {
-    OVERLAPPED place{};
-    place.OffsetHigh = 1;
-    return LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place);
+    return std::all_of(
+        text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+std::string narrow(std::wstring_view text)
+{
+    std::string bytes;
+    for (const wchar_t c : text)
+        bytes += isPlainCharacter(c) ? static_cast<char>(c) : '?';
+    return bytes;
+}
+
+std::string requestLine(std::int32_t id, std::string_view path)
+{
+    std::string request(byteOrderMark);
+    request += std::to_string(id);
+    request += ' ';
+    request += path;
+    request += '\n';
+    return request;
+}
+
+std::string_view part(std::string_view text, size_t from, size_t length)
+{
+    return from < text.size() ? text.substr(from, length) : std::string_view();
+}
+
+std::optional<std::int32_t> parseId(std::string_view text)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    const auto id = parseLeadingNumber(text);
+    const bool isInRange = id && *id >= Limits::min() && *id <= Limits::max();
+    return isInRange ? std::optional(static_cast<std::int32_t>(*id)) : std::nullopt;
+}
+
+// Quirk Q64: the path loses its first and its last byte, whatever they are, as in the add-in.
+// A carriage return stays in the path; without a line feed the path loses its last byte. Empty when
+// a line feed as the third byte leaves no bytes.
+std::optional<std::string> parsePath(std::string_view bytes, size_t space, size_t lineFeed)
+{
+    const std::string_view rest = part(bytes, space, lineFeed - 2);
+    if (rest.empty())
+        return std::nullopt;
+    return std::string(part(rest, 1, rest.size() < 2 ? 0 : rest.size() - 2));
+}
+
+void addRemarks(Request& request, std::string_view bytes)
+{
+    const auto add = [&](bool applies, const char* remark) {
+        if (applies)
+            request.remarks.emplace_back(remark);
+    };
+    const size_t lineFeed = bytes.find('\n');
+    add(!bytes.starts_with(byteOrderMark),
+        "It does not start with a byte-order mark; three bytes are skipped anyway.");
+    add(lineFeed == bytes.npos, "It has no line feed: the path loses its last character.");
+    add(request.path.ends_with('\r'), "A carriage return stays at the end of the path.");
+    add(!request.path.ends_with('\r') && !isPlainBytes(request.path),
+        "The path is not plain ASCII: the host opens a different one.");
+    add(lineFeed != bytes.npos && lineFeed + 1 < bytes.size(),
+        "Bytes follow the first line; they may become part of the path.");
+    add(request.kind == RequestKind::open && request.id == -1,
+        "The id -1 means no request: nothing is opened.");
+}
+
+Request parseCheckIn(std::string_view bytes)
+{
+    return {RequestKind::checkIn, 0, std::string(part(bytes, checkInWord.size() + 1, bytes.npos))};
+}
+
+Request parseOpening(std::string_view bytes)
+{
+    const size_t space = bytes.find(' ');
+    if (bytes.size() < byteOrderMark.size() || space == bytes.npos)
+        return {RequestKind::malformed, 0, {}, {"It is neither a check-in nor an open request."}};
+    const size_t lineFeed = bytes.find('\n');
+    const std::string_view idText = part(bytes, byteOrderMark.size(), lineFeed);
+    const auto id = parseId(idText.substr(0, idText.find(' ')));
+    if (!id)
+        return {RequestKind::malformed, 0, {}, {"Its id is not a 32-bit number."}};
+    std::optional<std::string> path = parsePath(bytes, space, lineFeed);
+    if (!path)
+        return {RequestKind::malformed, 0, {}, {"Its first line is too short to hold a path."}};
+    const auto kind = path->empty() ? RequestKind::newFile : RequestKind::open;
+    Request request{kind, *id, std::move(*path)};
+    addRemarks(request, bytes);
+    return request;
 }
 
 } // namespace
 
-Sight lookAtCommandFile(const std::wstring& path)
+Request parseRequest(std::string_view bytes)
 {
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
+    if (bytes.empty())
         return {};
-    const std::uint64_t high = data.nFileSizeHigh;
-    return {true, high << 32 | data.nFileSizeLow};
+    const bool isCheckIn = bytes.substr(0, bytes.find(' ')) == checkInWord;
+    Request request = isCheckIn ? parseCheckIn(bytes) : parseOpening(bytes);
+    if (bytes.size() > longestRequestBytes)
+        request.remarks.emplace_back("It is longer than 65536 bytes: the add-in stops reading.");
+    return request;
 }
 
-bool writeRequest(const std::wstring& path, const std::string& request)
+std::string requestName(RequestKind kind)
 {
-    const OwnHandle file =
-        ownFile(CreateFileW(path.c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    DWORD written = 0;
-    return file && lockOutOtherWriters(file.get()) && isEmptyAndKept(file.get()) &&
-           WriteFile(file.get(), request.data(), static_cast<DWORD>(request.size()), &written,
-                     nullptr) &&
-           written == request.size();
+    switch (kind) {
+    case RequestKind::none:
+        return "none";
+    case RequestKind::checkIn:
+        return "check-in";
+    case RequestKind::newFile:
+        return "new file";
+    case RequestKind::open:
+        return "open";
+    case RequestKind::malformed:
+        break;
+    }
+    return "malformed";
 }
 
-} // namespace companion
+bool isPlainAscii(std::wstring_view text)
+{
+    return std::all_of(text.begin(), text.end(), isPlainCharacter);
+}
+
+std::optional<std::string> formatOpenRequest(std::int32_t id, std::wstring_view path)
+{
+    if (path.empty() || !isPlainAscii(path))
+        return std::nullopt;
+    const std::string request = requestLine(id, narrow(path));
+    return request.size() <= longestRequestBytes ? std::optional(request) : std::nullopt;
+}
+
+std::string formatNewFileRequest(std::int32_t id)
+{
+    return requestLine(id, {});
+}
+
+std::string formatCheckIn(std::wstring_view name)
+{
+    return std::string(checkInWord) + ' ' + narrow(name);
+}
+
+} // namespace peer

@@ -5,14 +5,14 @@
 #include <limits>
 #include <vector>
 
-namespace companion {
+namespace peer {
 namespace {
 
 struct WordRow {
     std::wstring_view text;
     Word word;
     bool takesValue;
-    std::wstring_view options; // the option names that may follow, each with a blank behind it
+    std::wstring_view options; // the option names that may follow, each followed by a space
 };
 
 constexpr WordRow wordRows[] = {
@@ -56,21 +56,21 @@ template <class Number>
 bool setNumber(std::optional<Number>& field, std::wstring_view text)
 {
     const auto number =
-        readNumber(text, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max());
+        parseNumber(text, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max());
     if (field || !number)
         return false;
     field = static_cast<Number>(*number);
     return true;
 }
 
-// A commit repeats an unsigned number of the add-in's, 4294967295 for "none"; every other id goes
-// into a request, where the reader takes it as signed.
+// The id of a commit is an unsigned number from the add-in, 4294967295 for none. Every other id
+// goes into a request, whose reader parses it as signed.
 bool setId(Command& command, std::wstring_view text)
 {
     const bool isUnsigned = command.word == Word::commit;
-    const auto number = isUnsigned ? readNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
-                                   : readNumber(text, std::numeric_limits<std::int32_t>::min(),
-                                                std::numeric_limits<std::int32_t>::max());
+    const auto number = isUnsigned ? parseNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
+                                   : parseNumber(text, std::numeric_limits<std::int32_t>::min(),
+                                                 std::numeric_limits<std::int32_t>::max());
     if (command.id || !number)
         return false;
     command.id = number;
@@ -98,8 +98,8 @@ bool belongsTo(const WordRow& row, const std::wstring& option)
     return option.starts_with(L"--") && row.options.find(option + L" ") != std::wstring_view::npos;
 }
 
-bool readOptions(const WordRow& row, const std::vector<std::wstring>& arguments, size_t first,
-                 Command& command)
+bool parseOptions(const WordRow& row, const std::vector<std::wstring>& arguments, size_t first,
+                  Command& command)
 {
     for (size_t i = first; i < arguments.size(); i += 2) {
         const bool hasValue = i + 1 < arguments.size();
@@ -112,7 +112,7 @@ bool readOptions(const WordRow& row, const std::vector<std::wstring>& arguments,
 
 } // namespace
 
-Command readCommandLine(std::wstring_view text)
+Command parseCommandLine(std::wstring_view text)
 {
     Command notUnderstood{.word = Word::notUnderstood};
     const std::vector<std::wstring> arguments = splitArguments(text);
@@ -127,7 +127,7 @@ Command readCommandLine(std::wstring_view text)
         command.value = arguments[1];
         firstOption = 2;
     }
-    return readOptions(*row, arguments, firstOption, command) ? command : notUnderstood;
+    return parseOptions(*row, arguments, firstOption, command) ? command : notUnderstood;
 }
 
 std::wstring_view skipProgramName(std::wstring_view commandLine)
@@ -141,4 +141,4 @@ std::wstring_view skipProgramName(std::wstring_view commandLine)
                                                 : commandLine.substr(arguments);
 }
 
-} // namespace companion
+} // namespace peer

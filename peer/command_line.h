@@ -1,5 +1,5 @@
-// The words that a start of the program understands: what the host's add-in passes, and what
-// scripts pass in place of a click. No platform header: plain text in, plain data out.
+// The Companion's command line: what the hosts' add-in passes and what scripts pass instead of a
+// click.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace companion {
+namespace peer {
 
 enum class Word {
     none,           // no arguments: show the window
@@ -32,16 +32,16 @@ struct Command {
     std::optional<std::wstring> machine{};       // absent: the library item's; empty: none
 };
 
-// Reads the arguments of a start, without the program's name.
+// The arguments, without the program's name.
 //
-// Arguments stand between blanks; one that holds blanks stands between double quotes. A backslash
-// is an ordinary character, also in front of a quote, because the add-in quotes folder and file
-// names as they are: `--checkout "C:\temp\"` names C:\temp\.
+// Arguments are separated by spaces; one that contains spaces is in double quotes. A backslash is
+// an ordinary character, also before a quote, because the add-in quotes folder and file names
+// without escaping: `--checkout "C:\temp\"` names C:\temp\.
 // A word that lacks its value, a number out of range, an option given twice or an option that does
 // not belong to the word gives Word::notUnderstood.
-Command readCommandLine(std::wstring_view arguments);
+Command parseCommandLine(std::wstring_view arguments);
 
-// The part of a process's command line behind the program's name and the blanks that follow it.
+// The part of a process's command line after the program's name and the spaces that follow it.
 std::wstring_view skipProgramName(std::wstring_view commandLine);
 
-} // namespace companion
+} // namespace peer

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-namespace companion {
+namespace peer {
 namespace {
 
 constexpr size_t headSize = 8;
-constexpr size_t sureUnits = (surestStart - headSize) / 2; // `C:\`, or `\\` and a letter
+constexpr size_t certainUnits = (certainRecordStart - headSize) / 2; // `C:\`, or `\\` and a letter
 
 unsigned byteAt(std::string_view bytes, size_t place)
 {
@@ -30,8 +30,8 @@ bool isControl(wchar_t c)
     return c < L' ';
 }
 
-// The name, or as much of it as is there, up to the first control character: behind that nothing
-// counts, and garbage would be read again from each of its places.
+// The name as far as the bytes go, up to the first control character. Reading on would make garbage
+// slow: it would be read again from each of its offsets.
 std::wstring nameIn(std::string_view bytes, size_t units)
 {
     std::wstring name;
@@ -55,7 +55,7 @@ Piece recordOrStart(std::string_view bytes)
         return {PieceKind::incomplete, bytes.size()};
     const std::uint32_t id = numberAt(bytes, 0);
     const std::uint32_t units = numberAt(bytes, 4);
-    const bool isHole = id == 0 && units == 0; // bytes that nobody wrote
+    const bool isHole = id == 0 && units == 0; // bytes that were never written
     if (isHole || units > longestCommitName)
         return foreign;
     std::wstring name = nameIn(bytes, units);
@@ -66,35 +66,36 @@ Piece recordOrStart(std::string_view bytes)
     return {PieceKind::record, headSize + 2 * name.size(), {id, std::move(name)}};
 }
 
-// Between foreign bytes a record has to show more than it has to in its own place.
-bool isSurelyARecord(std::string_view bytes)
+// A record among foreign bytes has to meet more conditions than one in its own place.
+bool isCertainRecord(std::string_view bytes)
 {
-    return bytes.size() >= surestStart && numberAt(bytes, 4) >= sureUnits &&
-           isFullPath(nameIn(bytes, sureUnits)) && recordOrStart(bytes).kind != PieceKind::foreign;
+    return bytes.size() >= certainRecordStart && numberAt(bytes, 4) >= certainUnits &&
+           isFullPath(nameIn(bytes, certainUnits)) &&
+           recordOrStart(bytes).kind != PieceKind::foreign;
 }
 
-// Where the first sure record behind the start of the bytes starts, up to that place.
-size_t nextSureRecord(std::string_view bytes, size_t before)
+// The offset of the first certain record after the start of the bytes; `before` when there is none.
+size_t nextCertainRecord(std::string_view bytes, size_t before)
 {
     size_t place = 1;
-    while (place < before && !isSurelyARecord(bytes.substr(place)))
+    while (place < before && !isCertainRecord(bytes.substr(place)))
         ++place;
     return place;
 }
 
 } // namespace
 
-Piece nextPiece(std::string_view bytes)
+Piece parsePiece(std::string_view bytes)
 {
     const Piece piece = recordOrStart(bytes);
     const bool isForeign = piece.kind == PieceKind::foreign;
     const size_t end = isForeign ? bytes.size() : piece.size;
-    const size_t next = nextSureRecord(bytes, end);
-    // A record that begins inside this one takes the place of bytes that were never written.
+    const size_t next = nextCertainRecord(bytes, end);
+    // A record that begins inside this one means that the rest of this one was never written.
     return isForeign || next < end ? Piece{PieceKind::foreign, next} : piece;
 }
 
-std::string commitRecordBytes(const CommitRecord& record)
+std::string formatCommitRecord(const CommitRecord& record)
 {
     std::string bytes;
     append(bytes, record.id, 4);
@@ -111,4 +112,4 @@ bool isFullPath(std::wstring_view path)
     return hasDrive || (path.size() >= 3 && path[0] == L'\\' && path[1] == L'\\');
 }
 
-} // namespace companion
+} // namespace peer

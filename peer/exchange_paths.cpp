@@ -1,60 +1,85 @@
 #include "peer/exchange_paths.h"
 
 #include "peer/numbers.h"
+#include "peer/wire_constants.h"
 
 #include <limits>
 
-namespace companion {
+namespace peer {
 namespace {
 
-constexpr std::wstring_view requestStart = L"torvapdm-";
-constexpr std::wstring_view requestEnds[] = {L".dat", L".closed", L".taken"};
-
-std::wstring commitRequestBase(const std::wstring& folder)
+std::wstring tempFile(const std::wstring& folder, const wchar_t* start, const std::wstring& id,
+                      const wchar_t* end)
 {
-    return folder + L"\\temp\\" + std::wstring(requestStart);
+    return folder + tempFolder + L'\\' + start + id + end;
+}
+
+// The number between the start and the end of a name; empty for any other name.
+std::optional<std::uint32_t> processIn(std::wstring_view name, std::wstring_view start,
+                                       std::wstring_view end)
+{
+    if (!name.starts_with(start) || !name.ends_with(end))
+        return std::nullopt;
+    name.remove_prefix(start.size());
+    name.remove_suffix(end.size());
+    const auto process = parseNumber(name, 0, std::numeric_limits<std::uint32_t>::max());
+    return process ? std::optional(static_cast<std::uint32_t>(*process)) : std::nullopt;
 }
 
 } // namespace
 
 std::wstring commandFilePath(const std::wstring& folder, std::uint32_t hostProcess)
 {
-    return folder + L"\\temp\\mastercam-" + std::to_wstring(hostProcess) + L".dat";
+    return tempFile(folder, commandFileStart, std::to_wstring(hostProcess), dataEnd);
+}
+
+std::wstring commandFilePattern(const std::wstring& folder)
+{
+    return tempFile(folder, commandFileStart, L"*", dataEnd);
+}
+
+std::optional<std::uint32_t> processOfCommandFile(std::wstring_view fileName)
+{
+    const auto process = processIn(fileName, commandFileStart, dataEnd);
+    // No host writes leading zeros.
+    const bool isExact =
+        process && commandFileStart + std::to_wstring(*process) + dataEnd == fileName;
+    return isExact ? process : std::nullopt;
 }
 
 std::wstring machineSettingsPath(const std::wstring& folder, std::int32_t requestId)
 {
-    return folder + L"\\temp\\mcsettings-" + std::to_wstring(requestId) + L".txt";
+    return tempFile(folder, machineSettingsStart, std::to_wstring(requestId), textEnd);
 }
 
 std::wstring toolDataPath(const std::wstring& folder, std::int64_t requestId)
 {
-    return folder + L"\\temp\\tool-" + std::to_wstring(requestId) + L".txt";
+    return tempFile(folder, toolDataStart, std::to_wstring(requestId), textEnd);
 }
 
 std::wstring toolPicturePath(const std::wstring& folder, std::int32_t toolNumber)
 {
-    return folder + L"\\temp\\toolimage-" + std::to_wstring(toolNumber) + L".bmp";
+    return tempFile(folder, toolPictureStart, std::to_wstring(toolNumber), pictureEnd);
 }
 
 std::wstring logPath(const std::wstring& folder)
 {
-    return folder + L"\\sys\\companion.log";
+    return folder + companionLog;
 }
 
 std::wstring workingCopiesPath(const std::wstring& folder)
 {
-    return folder + L"\\sys\\working-copies.txt";
+    return folder + workingCopies;
 }
 
 std::wstring screenPicturePath(const std::wstring& folder)
 {
-    return folder + L"\\commit\\screendump.bmp";
+    return folder + commitFolder + L'\\' + screenPictureName + pictureEnd;
 }
 
 std::wstring libraryFolder(const std::wstring& folder)
 {
-    return folder + L"\\library";
+    return folder + librarySubfolder;
 }
 
 std::wstring libraryIndexPath(const std::wstring& folder)
@@ -62,33 +87,28 @@ std::wstring libraryIndexPath(const std::wstring& folder)
     return libraryFolder(folder) + L"\\library.txt";
 }
 
-CommitRequestPaths commitRequestPaths(const std::wstring& folder, std::uint32_t process)
+CommitPaths commitPaths(const std::wstring& folder, std::uint32_t process)
 {
-    const std::wstring base = commitRequestBase(folder) + std::to_wstring(process);
-    return {base + L".dat", base + L".closed", base + L".taken"};
+    const std::wstring id = std::to_wstring(process);
+    return {tempFile(folder, commitFileStart, id, dataEnd),
+            tempFile(folder, commitFileStart, id, closedCommitsEnd),
+            tempFile(folder, commitFileStart, id, bookmarkEnd)};
 }
 
-std::wstring commitRequestPattern(const std::wstring& folder)
+std::wstring commitFilePattern(const std::wstring& folder)
 {
-    return commitRequestBase(folder) + L'*';
+    return tempFile(folder, commitFileStart, L"*", L"");
 }
 
-std::optional<std::uint32_t> processOfCommitRequest(std::wstring_view fileName)
+std::optional<std::uint32_t> processOfCommitFile(std::wstring_view fileName)
 {
-    if (!fileName.starts_with(requestStart))
-        return std::nullopt;
-    fileName.remove_prefix(requestStart.size());
-    for (const std::wstring_view end : requestEnds) {
-        if (fileName.ends_with(end)) {
-            fileName.remove_suffix(end.size());
-            const auto process = readNumber(fileName, 0, std::numeric_limits<std::uint32_t>::max());
-            return process ? std::optional(static_cast<std::uint32_t>(*process)) : std::nullopt;
-        }
-    }
+    for (const wchar_t* end : {dataEnd, closedCommitsEnd, bookmarkEnd})
+        if (const auto process = processIn(fileName, commitFileStart, end))
+            return process;
     return std::nullopt;
 }
 
-bool mayBeElsewhere(std::wstring_view path)
+bool mayBeRemote(std::wstring_view path)
 {
     return path.substr(0, 2).find_first_not_of(L"\\/") == std::wstring_view::npos &&
            path.size() >= 2;
@@ -99,4 +119,4 @@ std::wstring fileNameOf(const std::wstring& path)
     return path.substr(path.find_last_of(L"\\/") + 1);
 }
 
-} // namespace companion
+} // namespace peer

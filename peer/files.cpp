@@ -1,8 +1,8 @@
-#include "files.h"
+#include "peer/files.h"
 
-#include "handle.h"
+#include "peer/handle.h"
 
-namespace companion {
+namespace peer {
 namespace {
 
 constexpr DWORD shareEverything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
@@ -19,7 +19,7 @@ bool writeWhole(const std::wstring& path, DWORD access, DWORD disposition, std::
            written == bytes.size();
 }
 
-// A file that another program reads at this moment cannot be replaced, but in the next.
+// A file that another program is reading cannot be replaced, but usually a moment later.
 bool moveOver(const std::wstring& from, const std::wstring& to)
 {
     constexpr int tries = 20;
@@ -64,10 +64,10 @@ bool writeFile(const std::wstring& path, std::string_view bytes)
 
 bool replaceFile(const std::wstring& path, std::string_view bytes)
 {
-    const std::wstring beside = path + L".new";
+    const std::wstring newFile = path + L".new";
     return !isWriteProtected(path) &&
-           writeWhole(beside, GENERIC_WRITE, CREATE_ALWAYS, bytes, FILE_FLAG_WRITE_THROUGH) &&
-           moveOver(beside, path);
+           writeWhole(newFile, GENERIC_WRITE, CREATE_ALWAYS, bytes, FILE_FLAG_WRITE_THROUGH) &&
+           moveOver(newFile, path);
 }
 
 bool appendToFile(const std::wstring& path, std::string_view bytes)
@@ -98,4 +98,4 @@ std::wstring freeName(const std::wstring& start, const std::wstring& end)
     }
 }
 
-} // namespace companion
+} // namespace peer

@@ -1,4 +1,4 @@
-// Small files as a whole.
+// Reads and writes whole files.
 #pragma once
 
 #include <cstdint>
@@ -6,33 +6,33 @@
 #include <string>
 #include <string_view>
 
-namespace companion {
+namespace peer {
 
-// A file that a host announces is read up to this size; more would only hold up the window.
+// The largest announced file that is read; a larger one would block the window.
 inline constexpr std::uint32_t largestAnnouncedFile = 1024 * 1024;
 
-// Empty when the file cannot be read, is larger than that or lies on no disk, as a pipe does not.
-// Others may write and delete it meanwhile.
+// Empty when the file cannot be read, is larger than `mostBytes` or is not on a disk, such as a
+// pipe. Other programs may write and delete the file meanwhile.
 std::optional<std::string> readFile(const std::wstring& path, std::uint32_t mostBytes = UINT32_MAX);
 
-// Writes the file anew. False when it cannot be written whole.
+// Creates or overwrites the file. False when not everything was written.
 bool writeFile(const std::wstring& path, std::string_view bytes);
 
-// Puts the file in the place of an earlier one so that, whatever happens, one of the two is there
-// whole. False when it cannot be written, or when the earlier one is write-protected or held open.
+// Replaces the file so that, whatever happens, either the old or the new one exists completely.
+// False when the new one cannot be written or the old one is write-protected or held open.
 bool replaceFile(const std::wstring& path, std::string_view bytes);
 
-// Adds the bytes to the end with one write, so that two writers' lines do not mix; creates the
-// file when it is missing. False when they could not be written.
+// Appends the bytes with one write, so that the lines of two writers do not mix; creates the file
+// when it is missing. False when not everything was written.
 bool appendToFile(const std::wstring& path, std::string_view bytes);
 
 // True when the path exists and is not a folder.
 bool isFile(const std::wstring& path);
 
-// In bytes; 0 also when there is no such file.
+// In bytes; 0 when there is no such file.
 std::uint64_t fileSize(const std::wstring& path);
 
-// `<start>1<end>`, or with the first number that no file has.
+// `<start><number><end>` with the first number, from 1, for which no file exists.
 std::wstring freeName(const std::wstring& start, const std::wstring& end);
 
-} // namespace companion
+} // namespace peer

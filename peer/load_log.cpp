@@ -1,29 +1,29 @@
 #include "peer/load_log.h"
 
-#include "peer/file_lines.h"
+#include "peer/text.h"
+#include "peer/wire_constants.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace zemlink {
+namespace peer {
 namespace {
 
-constexpr std::string_view start = "Loading File #";
 constexpr std::string_view separator = ": ";
-constexpr std::ptrdiff_t mostAtOnce = 64; // loads of hosts that write into one log
+constexpr std::ptrdiff_t mostAtOnce = 64; // concurrent loads in one log
 
 struct Step {
-    int number = 0; // 0: the line is none
+    int number = 0; // 0: not a step
     std::string text{};
 };
 
-Step readStep(std::string_view line)
+Step parseStep(std::string_view line)
 {
-    const size_t textAt = start.size() + 1 + separator.size();
-    if (line.size() < textAt || !line.starts_with(start) ||
-        line.substr(start.size() + 1, separator.size()) != separator)
+    const size_t textAt = loadLogStart.size() + 1 + separator.size();
+    if (line.size() < textAt || !line.starts_with(loadLogStart) ||
+        line.substr(loadLogStart.size() + 1, separator.size()) != separator)
         return {};
-    const char digit = line[start.size()];
+    const char digit = line[loadLogStart.size()];
     return digit >= '1' && digit <= '7' ? Step{digit - '0', std::string(line.substr(textAt))}
                                         : Step{};
 }
@@ -38,8 +38,8 @@ bool isSystemOf(const LoggedLoad& load, const Step& step)
     return !load.isFinished() && load.lastStep == 3 && step.number == 3 && !step.text.empty();
 }
 
-// The step counts for the latest load that it continues. False when there is none.
-bool goOn(std::vector<LoggedLoad>& loads, const Step& step)
+// Adds the step to the latest load that it continues. False when there is none.
+bool continueLoad(std::vector<LoggedLoad>& loads, const Step& step)
 {
     const auto end = loads.rbegin() + std::min(mostAtOnce, std::ssize(loads));
     for (auto load = loads.rbegin(); load != end; ++load) {
@@ -57,19 +57,19 @@ bool goOn(std::vector<LoggedLoad>& loads, const Step& step)
 
 } // namespace
 
-LoadLog readLoadLog(std::string_view bytes)
+LoadLog parseLoadLog(std::string_view bytes)
 {
     LoadLog log;
     size_t number = 0;
-    for (const std::string_view line : companion::fileLines(bytes)) {
+    for (const std::string_view line : fileLines(bytes)) {
         ++number;
-        const Step step = readStep(line);
+        const Step step = parseStep(line);
         if (step.number == 1)
             log.loads.push_back({step.text, 1});
-        else if (step.number == 0 || !goOn(log.loads, step))
+        else if (step.number == 0 || !continueLoad(log.loads, step))
             log.badLines.push_back(number);
     }
     return log;
 }
 
-} // namespace zemlink
+} // namespace peer

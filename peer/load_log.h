@@ -1,4 +1,4 @@
-// The progress of loads, `sys\mcxlog.txt`: a line for each step of each load, for ever appended.
+// The progress of loads, `sys\mcxlog.txt`: one line for each step of each load, always appended.
 //
 //   Loading File #1: C:\Parts\a.mcam
 //   ...
@@ -10,23 +10,23 @@
 #include <string_view>
 #include <vector>
 
-namespace zemlink {
+namespace peer {
 
 struct LoggedLoad {
-    std::string file{};   // bytes of the ANSI code page
+    std::string file{};   // bytes in the ANSI code page
     int lastStep = 0;     // 1 to 7
-    std::string system{}; // the letters of its CAD system, told by a second line #3
+    std::string system{}; // the letters of its CAD system, from a second line #3
 
-    // The last step of a part is 7; a file of a CAD system ends with its second 3.
+    // The last step of a part is 7; the load of a CAD file ends with its second step 3.
     bool isFinished() const { return lastStep == 7 || !system.empty(); }
 };
 
 struct LoadLog {
     std::vector<LoggedLoad> loads{};
-    std::vector<size_t> badLines{}; // numbers of the lines that no load wrote, from 1
+    std::vector<size_t> badLines{}; // numbers, from 1, of lines that belong to no load
 };
 
-// Hosts that load at the same time write between each other's lines.
-LoadLog readLoadLog(std::string_view bytes);
+// The lines of hosts that load at the same time are interleaved.
+LoadLog parseLoadLog(std::string_view bytes);
 
-} // namespace zemlink
+} // namespace peer

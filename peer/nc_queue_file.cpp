@@ -1,18 +1,19 @@
 #include "peer/nc_queue_file.h"
 
-#include "peer/file_lines.h"
 #include "peer/numbers.h"
+#include "peer/text.h"
+#include "peer/wire_constants.h"
 
 #include <algorithm>
 #include <limits>
 
-namespace companion {
+namespace peer {
 namespace {
 
 constexpr std::int64_t leastNumber = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t mostNumber = std::numeric_limits<std::int32_t>::max();
 
-// Takes the text in front of the first bar off, and the bar. Empty when there is no bar.
+// Removes the text before the first `|`, and the `|`. Empty when there is no `|`.
 std::optional<std::string_view> takeUpToBar(std::string_view& rest)
 {
     const size_t bar = rest.find('|');
@@ -28,18 +29,18 @@ bool isControl(char c)
     return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
 }
 
-// No file's name holds a bar, so the one behind the program is where the group starts.
-std::optional<QueueEntry> readEntry(std::string_view line)
+// A file name cannot contain a `|`, so the group starts after the one that follows the program.
+std::optional<QueueEntry> parseEntry(std::string_view line)
 {
-    // The system would read a path with a zero byte only up to it.
+    // An embedded NUL would truncate the path.
     if (std::ranges::any_of(line, isControl))
         return std::nullopt;
     const auto word = takeUpToBar(line);
     const auto number = takeUpToBar(line);
     const auto program = takeUpToBar(line);
-    if (!program || program->empty() || word != "NCPATH")
+    if (!program || program->empty() || word != ncQueueWord)
         return std::nullopt;
-    const auto pathNumber = readPrintedNumber(*number, leastNumber, mostNumber);
+    const auto pathNumber = parsePrintedNumber(*number, leastNumber, mostNumber);
     if (!pathNumber)
         return std::nullopt;
     return QueueEntry{static_cast<std::int32_t>(*pathNumber), std::string(*program),
@@ -48,23 +49,23 @@ std::optional<QueueEntry> readEntry(std::string_view line)
 
 } // namespace
 
-QueueLines readQueue(std::string_view bytes)
+QueueLines parseNcQueue(std::string_view bytes)
 {
     QueueLines entries;
     for (const std::string_view line : fileLines(bytes))
-        entries.push_back(readEntry(line));
+        entries.push_back(parseEntry(line));
     return entries;
 }
 
 bool isQueueFileName(std::wstring_view fileName)
 {
-    constexpr std::wstring_view start = L"ncqueue-";
-    constexpr std::wstring_view end = L".txt";
+    constexpr std::wstring_view start = ncQueueStart;
+    constexpr std::wstring_view end = textEnd;
     if (!fileName.starts_with(start) || !fileName.ends_with(end))
         return false;
     fileName.remove_prefix(start.size());
     fileName.remove_suffix(end.size());
-    return readNumber(fileName, leastNumber, mostNumber).has_value();
+    return parseNumber(fileName, leastNumber, mostNumber).has_value();
 }
 
-} // namespace companion
+} // namespace peer

@@ -1,26 +1,27 @@
 #include "peer/notice.h"
 
 #include "peer/numbers.h"
+#include "peer/wire_constants.h"
 
 #include <algorithm>
 #include <limits>
 #include <optional>
 
-namespace companion {
+namespace peer {
 namespace {
 
 struct Form {
     std::string_view start;
     NoticeKind kind;
-    char behindId; // NUL: nothing follows the id
+    char afterId; // NUL: nothing follows the id
     bool hasId;
 };
 
 constexpr Form forms[] = {
-    {"MCAMXMLIMPORTDATAID=", NoticeKind::setupSheet, ';', true},
-    {"ZEMID=", NoticeKind::commit, '|', true},
-    {"TOOL-", NoticeKind::toolData, '\0', true},
-    {"IMPORTNCQUEUE|", NoticeKind::ncQueue, '\0', false},
+    {setupSheetNotice, NoticeKind::setupSheet, ';', true},
+    {commitNotice, NoticeKind::commit, '|', true},
+    {toolDataNotice, NoticeKind::toolData, '\0', true},
+    {ncQueueNotice, NoticeKind::ncQueue, '\0', false},
 };
 
 bool isControl(char c)
@@ -29,22 +30,22 @@ bool isControl(char c)
 }
 
 // The number as the add-in prints it.
-std::optional<std::int64_t> readId(std::string_view text, NoticeKind kind)
+std::optional<std::int64_t> parseId(std::string_view text, NoticeKind kind)
 {
     return kind == NoticeKind::commit
-               ? readPrintedNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
-               : readPrintedNumber(text, std::numeric_limits<std::int32_t>::min(),
-                                   std::numeric_limits<std::int32_t>::max());
+               ? parsePrintedNumber(text, 0, std::numeric_limits<std::uint32_t>::max())
+               : parsePrintedNumber(text, std::numeric_limits<std::int32_t>::min(),
+                                    std::numeric_limits<std::int32_t>::max());
 }
 
-// `rest` is what stands behind the form's start.
-Notice readForm(const Form& form, std::string_view rest)
+// `rest` is the text after the form's start.
+Notice parseForm(const Form& form, std::string_view rest)
 {
     Notice notice{.kind = form.kind};
     if (form.hasId) {
-        const size_t idEnd = form.behindId == '\0' ? rest.size() : rest.find(form.behindId);
+        const size_t idEnd = form.afterId == '\0' ? rest.size() : rest.find(form.afterId);
         const auto id = idEnd == std::string_view::npos ? std::nullopt
-                                                        : readId(rest.substr(0, idEnd), form.kind);
+                                                        : parseId(rest.substr(0, idEnd), form.kind);
         if (!id)
             return {};
         notice.id = *id;
@@ -57,7 +58,7 @@ Notice readForm(const Form& form, std::string_view rest)
 
 } // namespace
 
-Notice readNotice(std::string_view bytes)
+Notice parseNotice(std::string_view bytes)
 {
     if (!bytes.ends_with('\n'))
         return {};
@@ -66,8 +67,8 @@ Notice readNotice(std::string_view bytes)
         return {};
     for (const Form& form : forms)
         if (line.starts_with(form.start))
-            return readForm(form, line.substr(form.start.size()));
+            return parseForm(form, line.substr(form.start.size()));
     return {};
 }
 
-} // namespace companion
+} // namespace peer

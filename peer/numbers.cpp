@@ -1,13 +1,15 @@
 #include "peer/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <system_error>
 
-namespace companion {
+namespace peer {
 
-std::optional<std::int64_t> readNumber(std::wstring_view text, std::int64_t least,
-                                       std::int64_t most)
+std::optional<std::int64_t> parseNumber(std::wstring_view text, std::int64_t least,
+                                        std::int64_t most)
 {
     // Longer texts could overflow; no number asked for here has more than ten digits.
     constexpr size_t longestDigits = 15;
@@ -25,32 +27,54 @@ std::optional<std::int64_t> readNumber(std::wstring_view text, std::int64_t leas
     return number;
 }
 
-std::optional<std::int64_t> readPrintedNumber(std::string_view text, std::int64_t least,
-                                              std::int64_t most)
+std::optional<std::int64_t> parsePrintedNumber(std::string_view text, std::int64_t least,
+                                               std::int64_t most)
 {
-    const auto number = readNumber(std::wstring(text.begin(), text.end()), least, most);
+    const auto number = parseNumber(std::wstring(text.begin(), text.end()), least, most);
     return number && std::to_string(*number) == text ? number : std::nullopt;
 }
 
-std::optional<double> readPrintedDecimal(std::string_view text)
+std::optional<double> parsePrintedDecimal(std::string_view text)
 {
     double number = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (error != std::errc{} || stop != end)
         return std::nullopt;
-    // What is behind a "nan" differs between runtime libraries.
-    return std::isnan(number) || printedDecimal(number) == text ? std::optional(number)
-                                                                : std::nullopt;
+    // The text after "nan" differs between runtime libraries.
+    return std::isnan(number) || formatDecimal(number) == text ? std::optional(number)
+                                                               : std::nullopt;
 }
 
-std::string printedDecimal(double number)
+std::string formatDecimal(double number)
 {
     constexpr int digits = 6;
-    char text[32]; // more than "-1.23457e-308" takes
+    char text[32]; // longer than "-1.23457e-308"
     const auto result =
         std::to_chars(text, text + sizeof text, number, std::chars_format::general, digits);
     return {text, result.ptr};
 }
 
-} // namespace companion
+std::optional<std::int64_t> parseLeadingNumber(std::string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    const bool isNegative = text.starts_with('-');
+    text.remove_prefix(isNegative || text.starts_with('+') ? 1 : 0);
+    constexpr std::int64_t beyond = INT64_C(1) << 40;
+    std::int64_t number = 0;
+    size_t digits = 0;
+    for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits)
+        number = std::min(number * 10 + (text[digits] - '0'), beyond);
+    if (digits == 0)
+        return std::nullopt;
+    return isNegative ? -number : number;
+}
+
+std::int32_t parseLeadingNumberOrZero(std::string_view text)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(parseLeadingNumber(text).value_or(0),
+                                                              Limits::min(), Limits::max()));
+}
+
+} // namespace peer

@@ -1,12 +1,13 @@
-#include "text.h"
+#include "peer/text.h"
 
+#include <algorithm>
 #include <cstring>
 #include <windows.h>
 
-namespace companion {
+namespace peer {
 namespace {
 
-// Empty when the flags refuse the bytes.
+// Empty when the flags reject the bytes.
 std::wstring widen(UINT codePage, DWORD flags, std::string_view bytes)
 {
     const int length = static_cast<int>(bytes.size());
@@ -14,6 +15,11 @@ std::wstring widen(UINT codePage, DWORD flags, std::string_view bytes)
     std::wstring text(static_cast<size_t>(needed), L'\0');
     MultiByteToWideChar(codePage, flags, bytes.data(), length, text.data(), needed);
     return text;
+}
+
+wchar_t lowerCase(wchar_t c)
+{
+    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
 }
 
 } // namespace
@@ -52,6 +58,11 @@ std::wstring fromAnsi(std::string_view bytes)
     return widen(CP_ACP, 0, bytes);
 }
 
+std::string ansiToUtf8(std::string_view bytes)
+{
+    return toUtf8(fromAnsi(bytes));
+}
+
 std::wstring fromFileBytes(std::string_view bytes)
 {
     if (bytes.starts_with("\xFF\xFE")) {
@@ -59,9 +70,30 @@ std::wstring fromFileBytes(std::string_view bytes)
         std::memcpy(text.data(), bytes.data() + 2, text.size() * sizeof(wchar_t));
         return text;
     }
-    const std::string_view behindMark = bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0);
-    const std::wstring text = widen(CP_UTF8, MB_ERR_INVALID_CHARS, behindMark);
-    return text.empty() ? fromAnsi(behindMark) : text;
+    const std::string_view afterMark = bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0);
+    const std::wstring text = widen(CP_UTF8, MB_ERR_INVALID_CHARS, afterMark);
+    return text.empty() ? fromAnsi(afterMark) : text;
 }
 
-} // namespace companion
+std::vector<std::string_view> fileLines(std::string_view bytes)
+{
+    std::vector<std::string_view> lines;
+    while (!bytes.empty()) {
+        const size_t end = std::min(bytes.find('\n'), bytes.size());
+        std::string_view line = bytes.substr(0, end);
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        lines.push_back(line);
+        bytes.remove_prefix(std::min(end + 1, bytes.size()));
+    }
+    return lines;
+}
+
+bool isSameIgnoringCase(std::wstring_view a, std::wstring_view b)
+{
+    return std::equal(
+        a.begin(), a.end(), b.begin(), b.end(),
+        [](wchar_t x, wchar_t y) { return lowerCase(x) == lowerCase(y); });
+}
+
+} // namespace peer

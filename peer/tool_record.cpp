@@ -1,13 +1,14 @@
 #include "peer/tool_record.h"
 
-#include "peer/file_lines.h"
 #include "peer/numbers.h"
+#include "peer/text.h"
+#include "peer/wire_constants.h"
 
 #include <algorithm>
 #include <limits>
 #include <variant>
 
-namespace companion {
+namespace peer {
 namespace {
 
 using R = ToolRecord;
@@ -24,13 +25,12 @@ struct InPlane {
 };
 
 struct Pair {
-    std::string_view key; // from its bar to its equals sign
+    std::string_view key; // from its `|` to its `=`
     std::variant<std::int16_t R::*, std::int32_t R::*, std::uint64_t R::*, double R::*,
                  std::wstring R::*, PlaneOf, InPlane, Nothing>
         field;
 };
 
-constexpr std::string_view recordStart = "TOOLDATA";
 constexpr Pair pairs[] = {
     {"|DATAID=", &R::dataId},
     {"|TPNAME=", &R::toolPlaneName},
@@ -91,24 +91,24 @@ constexpr Pair pairs[] = {
 };
 
 template <class Integer>
-bool readInto(Integer& field, std::string_view text)
+bool parseInto(Integer& field, std::string_view text)
 {
-    const auto number = readPrintedNumber(text, std::numeric_limits<Integer>::min(),
-                                          std::numeric_limits<Integer>::max());
+    const auto number = parsePrintedNumber(text, std::numeric_limits<Integer>::min(),
+                                           std::numeric_limits<Integer>::max());
     field = static_cast<Integer>(number.value_or(0));
     return number.has_value();
 }
 
-bool readInto(double& field, std::string_view text)
+bool parseInto(double& field, std::string_view text)
 {
-    const auto number = readPrintedDecimal(text);
+    const auto number = parsePrintedDecimal(text);
     field = number.value_or(0);
     return number.has_value();
 }
 
-bool readInto(std::uint64_t& field, std::string_view text)
+bool parseInto(std::uint64_t& field, std::string_view text)
 {
-    constexpr size_t handleDigits = 16;
+    constexpr size_t addressDigits = 16;
     constexpr std::string_view digits = "0123456789ABCDEF";
     field = 0;
     for (const char c : text) {
@@ -117,11 +117,11 @@ bool readInto(std::uint64_t& field, std::string_view text)
             return false;
         field = field << 4 | value;
     }
-    return text.size() == handleDigits;
+    return text.size() == addressDigits;
 }
 
-// Each byte is the character of its number: the low half of what the host's text had there.
-bool readInto(std::wstring& field, std::string_view text)
+// Each byte is a character code: the low byte of the UTF-16 unit in the host's text.
+bool parseInto(std::wstring& field, std::string_view text)
 {
     field.clear();
     for (const char c : text)
@@ -129,95 +129,57 @@ bool readInto(std::wstring& field, std::string_view text)
     return true;
 }
 
-// Reads the value into the field of the pair.
-struct ReadPair {
+// Parses the value into the field of the pair.
+struct ParsePair {
     ToolRecord& record;
     std::string_view value;
 
     template <class Value>
     bool operator()(Value R::*field) const
     {
-        return readInto(record.*field, value);
+        return parseInto(record.*field, value);
     }
-    bool operator()(PlaneOf field) const { return readInto((record.*field.place).plane, value); }
+    bool operator()(PlaneOf field) const { return parseInto((record.*field.place).plane, value); }
     bool operator()(InPlane field) const
     {
-        return readInto(record.*field.place.*field.coordinate, value);
+        return parseInto(record.*field.place.*field.coordinate, value);
     }
     bool operator()(Nothing) const { return value.empty(); }
 };
 
-// Where the value at the front of the rest ends. No value but a comment holds a bar.
+// Where the first value of the rest ends. Only a comment can contain a `|`.
 size_t valueEnd(const Pair& pair, std::string_view rest)
 {
     const bool isComment = std::holds_alternative<std::wstring R::*>(pair.field);
     return std::min(isComment ? rest.rfind("|PLANEWOFF=") : rest.find('|'), rest.size());
 }
 
-std::wstring widened(const std::string& ascii)
-{
-    return {ascii.begin(), ascii.end()};
-}
-
-std::wstring decimal(double number)
-{
-    return widened(printedDecimal(number));
-}
-
 } // namespace
 
-std::optional<ToolRecord> readToolRecord(std::string_view line)
+std::optional<ToolRecord> parseToolRecord(std::string_view line)
 {
-    if (!line.starts_with(recordStart))
+    if (!line.starts_with(toolRecordStart))
         return std::nullopt;
-    line.remove_prefix(recordStart.size());
+    line.remove_prefix(toolRecordStart.size());
     ToolRecord record;
     for (const Pair& pair : pairs) {
         if (!line.starts_with(pair.key))
             return std::nullopt;
         line.remove_prefix(pair.key.size());
         const size_t end = valueEnd(pair, line);
-        if (!std::visit(ReadPair{record, line.substr(0, end)}, pair.field))
+        if (!std::visit(ParsePair{record, line.substr(0, end)}, pair.field))
             return std::nullopt;
         line.remove_prefix(end);
     }
     return line.empty() ? std::optional(record) : std::nullopt;
 }
 
-std::vector<std::optional<ToolRecord>> readToolData(std::string_view bytes)
+std::vector<std::optional<ToolRecord>> parseToolData(std::string_view bytes)
 {
     std::vector<std::optional<ToolRecord>> records;
     for (const std::string_view line : fileLines(bytes))
-        records.push_back(readToolRecord(line));
+        records.push_back(parseToolRecord(line));
     return records;
 }
 
-std::vector<std::wstring> toolCells(const ToolRecord& record)
-{
-    return {std::to_wstring(record.number), std::to_wstring(record.type), decimal(record.diameter),
-            std::to_wstring(record.operationId), record.comment};
-}
-
-std::vector<std::vector<std::wstring>> toolDetails(const ToolRecord& record)
-{
-    return {{L"Corner radius", decimal(record.cornerRadius)},
-            {L"Tip angle", decimal(record.tipAngle)},
-            {L"Flutes", std::to_wstring(record.flutes)},
-            {L"Flute length", decimal(record.fluteLength)},
-            {L"Shoulder length", decimal(record.shoulderLength)},
-            {L"Shoulder diameter", decimal(record.shoulderDiameter)},
-            {L"Overall length", decimal(record.overallLength)},
-            {L"Arbor diameter", decimal(record.arborDiameter)},
-            {L"Holder diameter", decimal(record.holderDiameter)},
-            {L"Holder length", decimal(record.holderLength)},
-            {L"Spindle speed", std::to_wstring(record.spindleSpeed)},
-            {L"Feed", decimal(record.feed)},
-            {L"Plunge rate", decimal(record.plungeRate)},
-            {L"Retract rate", decimal(record.retractRate)},
-            {L"Length offset", std::to_wstring(record.lengthOffset)},
-            {L"Diameter offset", std::to_wstring(record.diameterOffset)},
-            {L"Depth", decimal(record.depth)},
-            {L"Cycle time, seconds", decimal(record.seconds)}};
-}
-
-} // namespace companion
+} // namespace peer

@@ -1,12 +1,12 @@
-// The tool data file, `temp\tool-<request id>.txt`: 8-bit text, a record a line, each line ended by
-// CR LF. A record is the word TOOLDATA and then, each once and in this order, its pairs:
+// The tool data file, `temp\tool-<request id>.txt`: 8-bit text, one record a line, each line ended
+// by CR LF. A record is the word TOOLDATA and then each of its pairs once, in this order:
 //
 //   TOOLDATA|DATAID=17|TPNAME=000002A1F3C05E40|CPNAME=000002A1F3C05E80|DIA=12.5|TNUM=4|…|OPTIME=61.5
 //
 // Integers are decimal. Numbers with a fraction have six significant digits (12, 0.5, 1e+06, inf,
-// nan). The texts of five pairs are no texts but handles of 16 upper-case hexadecimal digits, which
-// differ from run to run. The comment is text of Latin-1 that may hold bars and equals signs: it
-// ends in front of the last `|PLANEWOFF=`.
+// nan). Five pairs hold addresses instead of texts: 16 upper-case hexadecimal digits, different in
+// each run. The comment is Latin-1 and may contain `|` and `=`: it ends before the last
+// `|PLANEWOFF=`.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-namespace companion {
+namespace peer {
 
 struct PlanePlace {
     std::int16_t plane = 0; // id of the plane
@@ -25,26 +25,26 @@ struct PlanePlace {
 // An operation and its tool, in the order of the pairs. Lengths are in the units of the part.
 struct ToolRecord {
     std::int32_t dataId = 0;                                    // request id
-    std::uint64_t toolPlaneName = 0, constructionPlaneName = 0; // handles
+    std::uint64_t toolPlaneName = 0, constructionPlaneName = 0; // addresses
     double diameter = 0;
     std::int32_t number = 0;
     std::int16_t type = 0;
-    std::uint64_t geometryFile = 0; // handle
+    std::uint64_t geometryFile = 0; // address
     double cornerRadius = 0;
     std::int32_t lengthOffset = 0, diameterOffset = 0; // numbers of offset registers
-    std::uint64_t ncName = 0;                          // handle
+    std::uint64_t ncName = 0;                          // address
     std::int16_t flutes = 0;
     std::int32_t operationId = 0;
     std::int16_t cornerRadiusType = 0, material = 0;
     double operationFeed = 0;
 
-    // What the host's tool table says of the tool.
+    // From the host's tool table.
     std::int32_t tableLengthOffset = 0;
     double overallLength = 0;
     std::int32_t station = 0, slot = 0;
     double shoulderAngle = 0, additionalDiameter = 0;
-    std::uint64_t tableGeometryFile = 0; // handle
-    std::int32_t operationPlace = 0;     // of the operation in the part, from 1
+    std::uint64_t tableGeometryFile = 0; // address
+    std::int32_t operationPlace = 0;     // its position in the part, from 1
     double tipAngle = 0, pilotDiameter = 0, fluteLength = 0, shoulderLength = 0;
     double shoulderDiameter = 0, arborDiameter = 0, holderDiameter = 0, holderLength = 0;
     std::int32_t spindleSpeed = 0;
@@ -55,7 +55,7 @@ struct ToolRecord {
 
     // The operation.
     std::int16_t workOffset = 0;
-    std::int16_t operationType = 0; // in front of it stands the comment, which is always empty
+    std::int16_t operationType = 0; // after a comment that is always empty
     std::int32_t holder = 0;
     std::int16_t compensation = 0;
     double depth = 0;
@@ -64,14 +64,9 @@ struct ToolRecord {
 };
 
 // Empty when the line, without its end, is not exactly such a record.
-std::optional<ToolRecord> readToolRecord(std::string_view line);
+std::optional<ToolRecord> parseToolRecord(std::string_view line);
 
-// One for each line of the file; a line that is no record, an empty one too, gives an empty one.
-std::vector<std::optional<ToolRecord>> readToolData(std::string_view bytes);
+// One for each line of the file; empty for a line that is not a record.
+std::vector<std::optional<ToolRecord>> parseToolData(std::string_view bytes);
 
-// The rows of the window's two lists: a tool's place in its operation (number, type, diameter,
-// operation id, comment), and what else is to be known of it, as a title and a value.
-std::vector<std::wstring> toolCells(const ToolRecord& record);
-std::vector<std::vector<std::wstring>> toolDetails(const ToolRecord& record);
-
-} // namespace companion
+} // namespace peer

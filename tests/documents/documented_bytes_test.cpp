@@ -2,9 +2,9 @@
 // should stand.
 #include "documents/exchange_run.h"
 #include "documents/pages.h"
-#include "tools/zemlink/decisions/decoding.h"
-#include "tools/zemlink/decisions/notice_report.h"
-#include "tools/zemlink/decisions/report_text.h"
+#include "tools/zemlink/decode.h"
+#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/report.h"
 
 #include <gtest/gtest.h>
 #include <set>

@@ -6,7 +6,7 @@
 #include "support/host_program.h"
 #include "support/companion_double.h"
 #include "support/windows.h"
-#include "tools/zemlink/decisions/settings_text.h"
+#include "tools/zemlink/file_reports.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -177,7 +177,7 @@ TEST_F(PagesNames, areThoseOfTheSettings)
     for (const TableRow& row : tableOf("## Settings"))
         keys.push_back(codeIn(row.at(0)));
     std::vector<std::string> known;
-    const zemlink::Report settings = zemlink::settingsInForce("");
+    const zemlink::Report settings = zemlink::settingsReport("");
     for (const auto& [key, value] : settings.items())
         known.push_back(key);
     EXPECT_EQ(keys, known);

@@ -59,7 +59,7 @@ void expectSame(double read, double written, const char* what)
         EXPECT_NEAR(read / written, 1, 1e-5) << what;
 }
 
-void expectAll(const companion::ToolRecord& r, const Numbers& n)
+void expectAll(const peer::ToolRecord& r, const Numbers& n)
 {
     for (const std::int32_t read :
          {r.dataId, r.number, r.lengthOffset, r.diameterOffset, r.operationId, r.tableLengthOffset,
@@ -102,12 +102,12 @@ void expectAll(const companion::ToolRecord& r, const Numbers& n)
     EXPECT_EQ(r.comment, L"a|b=");
 }
 
-std::optional<companion::ToolRecord> exchanged(const torvapdm::ToolRecordValues& values)
+std::optional<peer::ToolRecord> exchanged(const torvapdm::ToolRecordValues& values)
 {
     const auto record = torvapdm::formatToolRecord(values);
     if (!record || !record->ends_with('\n'))
         return std::nullopt;
-    return companion::readToolRecord(std::string_view(*record).substr(0, record->size() - 1));
+    return peer::parseToolRecord(std::string_view(*record).substr(0, record->size() - 1));
 }
 
 } // namespace
@@ -177,8 +177,8 @@ TEST(ExchangedQueue, comesThroughWithItsNumberProgramAndGroup)
     const std::int32_t numbers[] = {-1, 0, Int::max(), Int::min()};
     for (const std::int32_t number : numbers)
         for (const char* group : {"", "Setup 1", "left|right", "|", "Fr\xE4se"}) {
-            const auto lines = companion::readQueue(
-                torvapdm::formatQueueLine(number, torvapdm::formatQueueEntry("C:\\NC\\", "A B\xC4.NC", group)));
+            const auto lines = peer::parseNcQueue(torvapdm::formatQueueLine(
+                number, torvapdm::formatQueueEntry("C:\\NC\\", "A B\xC4.NC", group)));
             ASSERT_EQ(lines.size(), 1u);
             ASSERT_TRUE(lines[0].has_value());
             EXPECT_EQ(lines[0]->pathNumber, number);

@@ -1,12 +1,11 @@
-// Bitmap files, as the Companion takes them apart.
-#include "standin/companion/ui/bitmap_file.h"
+#include "peer/bitmap_file.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-using namespace companion;
+using namespace peer;
 using namespace std::string_literals;
 
 namespace {
@@ -21,7 +20,7 @@ std::string number(std::uint32_t value, int size = 4)
     return bytes;
 }
 
-// What the headers of a bitmap file say; each number can be wrong.
+// The headers of a bitmap file; each number can be wrong.
 struct Headers {
     std::string mark = "BM";
     std::uint32_t information = 40;
@@ -30,12 +29,12 @@ struct Headers {
     std::uint32_t offset = 54;
 };
 
-std::string file(const Headers& h, const std::string& behind)
+std::string file(const Headers& h, const std::string& rest)
 {
     return h.mark + number(0) + number(0) + number(h.offset) + number(h.information) +
            number(h.width) + number(h.height) + number(h.planes, 2) + number(h.bits, 2) +
            number(h.compression) + number(0) + number(0) + number(0) + number(h.colours) +
-           number(0) + behind;
+           number(0) + rest;
 }
 
 // Two rows of three pixels, the lower one first.
@@ -43,39 +42,39 @@ const std::string rows32 = "\1\0\0\0\2\0\0\0\3\0\0\0\x33\x22\x11\xFF\5\0\0\0\6\0
 
 bool isNone(const std::string& bytes)
 {
-    const Pixels picture = readBitmapFile(bytes);
+    const Pixels picture = parseBitmap(bytes);
     return picture.width == 0 && picture.height == 0 && picture.values.empty();
 }
 
 } // namespace
 
-TEST(BitmapFile, of32BitsIsReadFromTheBottomUp)
+TEST(PeerBitmapFile, is32BitsFromTheBottomUp)
 {
-    const Pixels picture = readBitmapFile(file({}, rows32));
+    const Pixels picture = parseBitmap(file({}, rows32));
     EXPECT_EQ(picture.width, 3);
     EXPECT_EQ(picture.height, 2);
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, ofANegativeHeightIsReadFromTheTopDown)
+TEST(PeerBitmapFile, negativeHeightIsTopDown)
 {
     Headers headers;
     headers.height = 0xFFFFFFFE;
-    const Pixels picture = readBitmapFile(file(headers, rows32));
+    const Pixels picture = parseBitmap(file(headers, rows32));
     EXPECT_EQ(picture.height, 2);
     EXPECT_EQ(picture.values, (Values{1, 2, 3, 0x112233, 5, 6}));
 }
 
-TEST(BitmapFile, of24BitsHasRowsFilledUpToFourBytes)
+TEST(PeerBitmapFile, rowsArePaddedToFourBytes)
 {
     Headers headers;
     headers.bits = 24;
-    const Pixels picture = readBitmapFile(file(headers, "\1\0\0\2\0\0\3\0\0---"
-                                                        "\x33\x22\x11\5\0\0\6\0\0---"s));
+    const Pixels picture = parseBitmap(file(headers, "\1\0\0\2\0\0\3\0\0---"
+                                                     "\x33\x22\x11\5\0\0\6\0\0---"s));
     EXPECT_EQ(picture.values, (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, ofOneBitTakesItsColoursFromTheTableAndItsLeftPixelFromTheHighestBit)
+TEST(PeerBitmapFile, oneBitUsesTheColourTable)
 {
     Headers headers;
     headers.bits = 1;
@@ -83,12 +82,12 @@ TEST(BitmapFile, ofOneBitTakesItsColoursFromTheTableAndItsLeftPixelFromTheHighes
     headers.height = 1;
     headers.offset = 62;
     const std::string table = "\1\2\3\0\4\5\6\0"s;
-    const Pixels picture = readBitmapFile(file(headers, table + "\x81\x40--"));
+    const Pixels picture = parseBitmap(file(headers, table + "\x81\x40--"));
     constexpr std::uint32_t off = 0x030201, on = 0x060504;
     EXPECT_EQ(picture.values, (Values{on, off, off, off, off, off, off, on, off, on}));
 }
 
-TEST(BitmapFile, ofFourAndOfEightBitsTakesItsColoursFromTheTable)
+TEST(PeerBitmapFile, fourAndEightBitsUseTheColourTable)
 {
     Headers headers;
     headers.bits = 4;
@@ -96,22 +95,22 @@ TEST(BitmapFile, ofFourAndOfEightBitsTakesItsColoursFromTheTable)
     headers.colours = 2;
     headers.offset = 62;
     const std::string table = "\x0A\0\0\0\x0B\0\0\0"s;
-    EXPECT_EQ(readBitmapFile(file(headers, table + "\x10\x1F--"s)).values, (Values{11, 10, 11}));
+    EXPECT_EQ(parseBitmap(file(headers, table + "\x10\x1F--"s)).values, (Values{11, 10, 11}));
     headers.bits = 8;
-    // Behind the table's end there is black.
-    EXPECT_EQ(readBitmapFile(file(headers, table + "\1\2\0-"s)).values, (Values{11, 0, 10}));
+    // After the end of the table the colour is black.
+    EXPECT_EQ(parseBitmap(file(headers, table + "\1\2\0-"s)).values, (Values{11, 0, 10}));
 }
 
-TEST(BitmapFile, mayHaveALongerHeaderAndRoomBeforeItsRows)
+TEST(PeerBitmapFile, mayHaveALongHeaderAndAGap)
 {
     Headers headers;
     headers.information = 108;
     headers.offset = 130;
-    EXPECT_EQ(readBitmapFile(file(headers, std::string(76, 'x') + rows32)).values,
+    EXPECT_EQ(parseBitmap(file(headers, std::string(76, 'x') + rows32)).values,
               (Values{0x112233, 5, 6, 1, 2, 3}));
 }
 
-TEST(BitmapFile, isNoneWhenItEndsTooSoon)
+TEST(PeerBitmapFile, isRejectedWhenCutShort)
 {
     const std::string whole = file({}, rows32);
     for (size_t size = 0; size < whole.size(); ++size)
@@ -119,7 +118,7 @@ TEST(BitmapFile, isNoneWhenItEndsTooSoon)
     EXPECT_FALSE(isNone(whole + "more"));
 }
 
-TEST(BitmapFile, isNoneWhenItsHeadersClaimWhatItDoesNotHold)
+TEST(PeerBitmapFile, isRejectedWithWrongHeaders)
 {
     Headers claimed;
     claimed.width = claimed.height = 4000;
@@ -146,7 +145,7 @@ TEST(BitmapFile, isNoneWhenItsHeadersClaimWhatItDoesNotHold)
         {"planes", &Headers::planes, 2},
         {"bits", &Headers::bits, 0},
         {"bits", &Headers::bits, 2},
-        {"bits", &Headers::bits, 8}, // no room for its table
+        {"bits", &Headers::bits, 8}, // no space for its table
         {"bits", &Headers::bits, 16},
         {"bits", &Headers::bits, 64},
         {"compression", &Headers::compression, 1},
@@ -170,7 +169,7 @@ TEST(BitmapFile, isNoneWhenItsHeadersClaimWhatItDoesNotHold)
     EXPECT_TRUE(isNone(file(unmarked, rows32)));
 }
 
-TEST(BitmapFile, isNoneWithATableThatReachesIntoItsRows)
+TEST(PeerBitmapFile, isRejectedWhenTableOverlapsRows)
 {
     Headers headers;
     headers.bits = 8;
@@ -181,7 +180,7 @@ TEST(BitmapFile, isNoneWithATableThatReachesIntoItsRows)
     EXPECT_TRUE(isNone(file(headers, std::string(100, 'x'))));
 }
 
-TEST(BitmapFile, isNoneWithMorePixelsThanAreShown)
+TEST(PeerBitmapFile, isRejectedWithTooManyPixels)
 {
     Headers headers;
     headers.bits = 1;

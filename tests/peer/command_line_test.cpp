@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace companion;
+using namespace peer;
 
-namespace companion {
+namespace peer {
 
 bool operator==(const Command& a, const Command& b)
 {
@@ -13,7 +13,7 @@ bool operator==(const Command& a, const Command& b)
            a.machine == b.machine;
 }
 
-} // namespace companion
+} // namespace peer
 
 namespace {
 
@@ -25,24 +25,24 @@ struct Case {
 void expectEach(const std::vector<Case>& cases)
 {
     for (const Case& c : cases)
-        EXPECT_TRUE(readCommandLine(c.arguments) == c.expected) << "arguments: " << c.arguments;
+        EXPECT_TRUE(parseCommandLine(c.arguments) == c.expected) << "arguments: " << c.arguments;
 }
 
 void expectNoneUnderstood(const std::vector<const wchar_t*>& all)
 {
     const Command notUnderstood{.word = Word::notUnderstood};
     for (const wchar_t* arguments : all)
-        EXPECT_TRUE(readCommandLine(arguments) == notUnderstood) << "arguments: " << arguments;
+        EXPECT_TRUE(parseCommandLine(arguments) == notUnderstood) << "arguments: " << arguments;
 }
 
 } // namespace
 
-TEST(CommandLine, withoutArgumentsIsAPlainStart)
+TEST(PeerCommandLine, mayBeEmpty)
 {
     expectEach({{L"", {}}, {L"  \t ", {}}});
 }
 
-TEST(CommandLine, understandsWhatTheAddInPasses)
+TEST(PeerCommandLine, parsesTheAddInsArguments)
 {
     expectEach({
         {LR"(--checkout "")", {.word = Word::checkOut}},
@@ -54,7 +54,7 @@ TEST(CommandLine, understandsWhatTheAddInPasses)
     });
 }
 
-TEST(CommandLine, understandsWhatScriptsPass)
+TEST(PeerCommandLine, parsesTheArgumentsOfScripts)
 {
     expectEach({
         {L"--about", {.word = Word::about}},
@@ -76,24 +76,24 @@ TEST(CommandLine, understandsWhatScriptsPass)
     });
 }
 
-TEST(CommandLine, takesABackslashInFrontOfAQuoteAsItIs)
+TEST(PeerCommandLine, doesNotEscapeWithBackslash)
 {
     expectEach({{LR"(--checkout "C:\temp\")", {.word = Word::checkOut, .value = L"C:\\temp\\"}}});
 }
 
-TEST(CommandLine, separatesAtBlanksAndTabsOutsideQuotes)
+TEST(PeerCommandLine, splitsAtSpacesOutsideQuotes)
 {
     expectEach({{L"  --send\t \tbracket  ", {.word = Word::send, .value = L"bracket"}},
                 {L"--send bra\"ck et\"s", {.word = Word::send, .value = L"brack ets"}}});
 }
 
-TEST(CommandLine, refusesAWordWithoutItsValue)
+TEST(PeerCommandLine, rejectsMissingValues)
 {
     expectNoneUnderstood({L"--checkout", L"--commit", L"--send", L"--send bracket --host",
                           L"--commit a --id", L"--about --parentwindow"});
 }
 
-TEST(CommandLine, refusesNumbersOutOfRange)
+TEST(PeerCommandLine, rejectsNumbersOutOfRange)
 {
     expectNoneUnderstood(
         {L"--commit a --id 4294967296", L"--commit a --id -1", L"--send a --id 2147483648",
@@ -102,34 +102,34 @@ TEST(CommandLine, refusesNumbersOutOfRange)
          L"--send a --id +1", L"--about --parentwindow -1"});
 }
 
-TEST(CommandLine, refusesAnOptionGivenTwice)
+TEST(PeerCommandLine, rejectsRepeatedOptions)
 {
     expectNoneUnderstood({L"--send a --host 1 --host 1", L"--send a --machine b --machine b",
                           L"--send a --ncpath 1 --ncpath 1", L"--new-file --id 1 --id 1",
                           L"--about --parentwindow 1 --parentwindow 1"});
 }
 
-TEST(CommandLine, refusesAnOptionOfAnotherWord)
+TEST(PeerCommandLine, rejectsOptionsOfOtherCommands)
 {
     expectNoneUnderstood({L"--checkout a --id 1", L"--commit a --host 1", L"--about --id 1",
                           L"--new-file --machine a", L"--check-in --id 1", L"--quit --id 1",
                           L"--register now", L"--send a --parentwindow 1"});
 }
 
-TEST(CommandLine, refusesUnknownWords)
+TEST(PeerCommandLine, rejectsUnknownCommands)
 {
     expectNoneUnderstood({L"bracket", L"--SEND a", L"--sen a", L"--", L"\"\"", L"--host 1",
                           L"--send a b c", L"--send a --machine"});
 }
 
-TEST(ProgramName, isSkippedWithTheBlanksBehindIt)
+TEST(PeerProgramName, isSkippedWithSpacesAfterIt)
 {
     EXPECT_EQ(skipProgramName(L"\"C:\\T V\\zem.exe\" --send \"a b\""), L"--send \"a b\"");
     EXPECT_EQ(skipProgramName(L"zem.exe \t --quit "), L"--quit ");
     EXPECT_EQ(skipProgramName(L"\"zem.exe\"--quit"), L"--quit");
 }
 
-TEST(ProgramName, leavesNothingWhenItIsAlone)
+TEST(PeerProgramName, mayBeTheWholeLine)
 {
     for (const wchar_t* line : {L"", L"zem.exe", L"zem.exe  ", L"\"C:\\T V\\zem.exe\"",
                                 L"\"C:\\T V\\zem.exe\" \t", L"\"unfinished"})

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace companion;
+using namespace peer;
 using namespace std::string_literals;
 
 namespace {
@@ -14,7 +14,7 @@ const std::string recordWithoutId = "\xFF\xFF\xFF\xFF\x03\0\0\0C\0:\0\\\0"s;
 
 void expectRecord(const std::string& bytes, std::uint32_t id, const std::wstring& file, size_t size)
 {
-    const Piece piece = nextPiece(bytes);
+    const Piece piece = parsePiece(bytes);
     ASSERT_EQ(piece.kind, PieceKind::record);
     EXPECT_EQ(piece.size, size);
     EXPECT_EQ(piece.record.id, id);
@@ -23,14 +23,14 @@ void expectRecord(const std::string& bytes, std::uint32_t id, const std::wstring
 
 void expectIncomplete(const std::string& bytes)
 {
-    const Piece piece = nextPiece(bytes);
+    const Piece piece = parsePiece(bytes);
     EXPECT_EQ(piece.kind, PieceKind::incomplete) << bytes.size();
     EXPECT_EQ(piece.size, bytes.size());
 }
 
 void expectForeign(const std::string& bytes, size_t size)
 {
-    const Piece piece = nextPiece(bytes);
+    const Piece piece = parsePiece(bytes);
     EXPECT_EQ(piece.kind, PieceKind::foreign);
     EXPECT_EQ(piece.size, size);
 }
@@ -43,34 +43,34 @@ std::string head(const std::string& length)
 
 } // namespace
 
-TEST(CommitRecord, isItsIdItsLengthAndItsName)
+TEST(PeerCommitRecord, isIdLengthAndName)
 {
     expectRecord(record42, 42, L"C:\\a.mcam", 26);
     expectRecord(recordWithoutId, 4294967295, L"C:\\", 14);
     expectRecord("\x04\x03\x02\x81\x01\0\0\0x\0"s, 0x81020304, L"x", 10);
 }
 
-TEST(CommitRecord, endsWhereTheNextOneStarts)
+TEST(PeerCommitRecord, endsWhereTheNextStarts)
 {
     expectRecord(record42 + recordWithoutId, 42, L"C:\\a.mcam", 26);
     expectRecord(record42 + "\x07", 42, L"C:\\a.mcam", 26);
 }
 
-TEST(CommitRecord, keepsEveryUnitOfItsName)
+TEST(PeerCommitRecord, keepsEveryUnitOfTheName)
 {
     expectRecord(head("\x04\0\0\0"s) + "\x3D\xD8\x00\xDE\x2D\x4E\xFF\xFF"s, 17,
                  L"\xD83D\xDE00\x4E2D\xFFFF", 16);
-    expectRecord(head("\x01\0\0\0"s) + "\x00\xDC"s, 17, L"\xDC00", 10); // half a pair
+    expectRecord(head("\x01\0\0\0"s) + "\x00\xDC"s, 17, L"\xDC00", 10); // an unpaired surrogate
     expectRecord(head("\x01\0\0\0"s) + " \0"s, 17, L" ", 10);
 }
 
-TEST(CommitRecord, mayNameNoFile)
+TEST(PeerCommitRecord, mayNameNoFile)
 {
     expectRecord(head("\0\0\0\0"s), 17, L"", 8);
     expectRecord("\xFF\xFF\xFF\xFF\0\0\0\0"s, 4294967295, L"", 8);
 }
 
-TEST(CommitRecord, hasANameOfAtMost32767Units)
+TEST(PeerCommitRecord, nameIsAtMost32767Units)
 {
     std::string longest = head("\xFF\x7F\0\0"s);
     for (int i = 0; i < 32767; ++i)
@@ -80,13 +80,13 @@ TEST(CommitRecord, hasANameOfAtMost32767Units)
     expectForeign(head("\xFF\xFF\xFF\xFF"s), 8);
 }
 
-TEST(CommitRecord, isIncompleteUntilItsLastByteIsThere)
+TEST(PeerCommitRecord, isIncompleteUntilItsLastByte)
 {
     for (size_t size = 0; size < record42.size(); ++size)
         expectIncomplete(record42.substr(0, size));
 }
 
-TEST(ForeignBytes, endWhereARecordWithAFullPathStarts)
+TEST(PeerForeignBytes, endAtARecordWithAFullPath)
 {
     expectForeign("garbage, and more of it" + record42 + recordWithoutId, 23);
     expectForeign("garbage, and more of it", 23);
@@ -95,32 +95,32 @@ TEST(ForeignBytes, endWhereARecordWithAFullPathStarts)
     expectForeign("garbage!" + share, 8);
 }
 
-TEST(ForeignBytes, areTheZerosOfAHole)
+TEST(PeerForeignBytes, includeZeroBytes)
 {
     expectForeign(std::string(8, '\0'), 8);
     for (const size_t size : {8u, 9u, 26u, 27u, 1000u})
         expectForeign(std::string(size, '\0') + record42, size);
 }
 
-TEST(ForeignBytes, areWhatIsLeftOfARecordThatWasNeverFinished)
+TEST(PeerForeignBytes, includeUnfinishedRecords)
 {
     for (size_t size = 1; size < record42.size(); ++size)
         expectForeign(record42.substr(0, size) + recordWithoutId, size);
 }
 
-TEST(ForeignBytes, areALengthThatPromisesMoreThanComes)
+TEST(PeerForeignBytes, includeATooLargeLength)
 {
     expectForeign(head("\xFF\x7F\0\0"s) + "a\0b\0"s + record42, 12);
 }
 
-TEST(CommitRecordBytes, areTheRecord)
+TEST(PeerCommitRecord, isFormatted)
 {
-    EXPECT_EQ(commitRecordBytes({42, L"C:\\a.mcam"}), record42);
-    EXPECT_EQ(commitRecordBytes({4294967295, L"C:\\"}), recordWithoutId);
-    EXPECT_EQ(commitRecordBytes({0, L"\xD83D\x4E2D"}), "\0\0\0\0\x02\0\0\0\x3D\xD8\x2D\x4E"s);
+    EXPECT_EQ(formatCommitRecord({42, L"C:\\a.mcam"}), record42);
+    EXPECT_EQ(formatCommitRecord({4294967295, L"C:\\"}), recordWithoutId);
+    EXPECT_EQ(formatCommitRecord({0, L"\xD83D\x4E2D"}), "\0\0\0\0\x02\0\0\0\x3D\xD8\x2D\x4E"s);
 }
 
-TEST(FullPath, startsWithADriveOrAShare)
+TEST(PeerFullPath, startsWithADriveOrAShare)
 {
     for (const wchar_t* path : {L"C:\\", L"z:\\a b", L"C:/a", L"\\\\server\\a", L"\\\\?\\C:\\a"})
         EXPECT_TRUE(isFullPath(path)) << path;

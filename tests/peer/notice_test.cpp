@@ -1,14 +1,11 @@
-// What the Companion makes of the lines of a host's add-in and of the setup sheet they announce.
-#include "standin/companion/app/event_text.h"
 #include "peer/notice.h"
-#include "standin/companion/app/setup_sheet.h"
-#include "standin/companion/app/xml_tags.h"
+#include "peer/notice_port.h"
 
 #include <gtest/gtest.h>
 
 #include <initializer_list>
 
-using namespace companion;
+using namespace peer;
 using namespace std::string_literals;
 
 namespace {
@@ -23,7 +20,7 @@ struct Case {
 void expectEach(std::initializer_list<Case> cases)
 {
     for (const Case& c : cases) {
-        const Notice notice = readNotice(c.bytes);
+        const Notice notice = parseNotice(c.bytes);
         EXPECT_EQ(notice.kind, c.kind) << c.bytes;
         EXPECT_EQ(notice.id, c.id) << c.bytes;
         EXPECT_EQ(notice.path, c.path) << c.bytes;
@@ -36,26 +33,16 @@ void expectUnknown(std::initializer_list<std::string> lines)
         expectEach({{line, NoticeKind::unknown, 0, ""}});
 }
 
-constexpr wchar_t sheetText[] = LR"(<?xml version="1.0" encoding="UTF-8"?>
-<!-- <tool number="99"/> -->
-<setupSheet file="C:\a &amp; b\bracket.mcam" title="&lt;Bracket&gt;" machine="C:\M\Mill.mmd">
-  <operations count="3" seconds="3683.6">
-    <operation id="1" type="2" group="Setup 1" depth="-12.5" ncFile="ONE" seconds="83.6">
-      <tool number="4" diameter="10" cornerRadius="0.5" feed="900" comment="End &quot;mill&quot;"/>
-    </operation>
-    <operation id="2" type="3" group="" depth="0" ncFile="TWO" seconds="3600">
-      <tool number="4" diameter="10" cornerRadius="0.5" feed="900" comment="End &quot;mill&quot;"/>
-    </operation>
-    <operation id="3" type="3" group="" depth="1" ncFile="TWO" seconds="0">
-      <tool number="5" diameter="6" cornerRadius="0" feed="300" comment="Drill"/>
-    </operation>
-  </operations>
-</setupSheet>
-)";
+constexpr std::uint32_t address(unsigned a, unsigned b, unsigned c, unsigned d)
+{
+    return a << 24 | b << 16 | c << 8 | d;
+}
+
+constexpr std::uint32_t own = address(192, 168, 1, 20);
 
 } // namespace
 
-TEST(Notice, isOneOfTheFourLines)
+TEST(PeerNotice, hasFourForms)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=17;C:\\a b\\s.xml\n", NoticeKind::setupSheet, 17, "C:\\a b\\s.xml"},
@@ -65,7 +52,7 @@ TEST(Notice, isOneOfTheFourLines)
     });
 }
 
-TEST(Notice, hasASignedIdButForACommit)
+TEST(PeerNotice, hasASignedIdExceptInACommit)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=0;p\n", NoticeKind::setupSheet, 0, "p"},
@@ -78,7 +65,7 @@ TEST(Notice, hasASignedIdButForACommit)
                    "ZEMID=4294967296|p\n"});
 }
 
-TEST(Notice, keepsEveryByteOfThePath)
+TEST(PeerNotice, keepsEveryByteOfThePath)
 {
     expectEach({
         {"MCAMXMLIMPORTDATAID=1; a;b|c \n", NoticeKind::setupSheet, 1, " a;b|c "},
@@ -87,13 +74,13 @@ TEST(Notice, keepsEveryByteOfThePath)
     });
 }
 
-TEST(Notice, isExactlyOneLineEndedByALineFeed)
+TEST(PeerNotice, isOneLineWithLineFeed)
 {
     expectUnknown({"", "\n", "TOOL-7", "TOOL-7\r\n", "TOOL-7\n\n", "\nTOOL-7\n", "TOOL-7\nTOOL-8\n",
                    "IMPORTNCQUEUE|a\tb\n", "IMPORTNCQUEUE|a\0b\n"s, "TOOL-7\n\0"s});
 }
 
-TEST(Notice, isUnknownWhenAnythingIsMissingOrTooMuch)
+TEST(PeerNotice, isUnknownInAnyOtherForm)
 {
     expectUnknown({"TOOL-\n",
                    "TOOL-7 \n",
@@ -117,92 +104,20 @@ TEST(Notice, isUnknownWhenAnythingIsMissingOrTooMuch)
                    "HELLO\n"});
 }
 
-TEST(BytesField, showsEachByteAsTwoUpperCaseDigits)
+TEST(PeerOwnAddress, equalsTheLocalAddress)
 {
-    EXPECT_EQ(bytesField(L"hex", std::string("TOOL-7\n\0\xAF\xFF", 10)),
-              L" hex=544F4F4C2D370A00AFFF");
-    EXPECT_EQ(bytesField(L"hex", ""), L" hex=");
+    EXPECT_TRUE(isOwnAddress(own, own));
+    EXPECT_FALSE(isOwnAddress(address(192, 168, 1, 21), own));
+    EXPECT_FALSE(isOwnAddress(address(10, 0, 0, 1), own));
+    EXPECT_FALSE(isOwnAddress(address(1, 0, 0, 127), own));
 }
 
-TEST(EventTitle, hasWordsForTheEventsOfALine)
+TEST(PeerOwnAddress, isAnyLoopbackAddress)
 {
-    const std::pair<const wchar_t*, const wchar_t*> titles[] = {
-        {L"port-taken", L"Port taken"},
-        {L"line", L"Line received"},
-        {L"setup-sheet", L"Setup sheet"},
-        {L"setup-sheet-unreadable", L"Setup sheet unreadable"},
-        {L"commit-notice", L"Commit notice"},
-        {L"tool-data", L"Tool data"},
-        {L"tool", L"Tool"},
-        {L"tool-record-bad", L"Tool record left out"},
-        {L"tool-data-unreadable", L"Tool data unreadable"},
-        {L"nc-queue", L"NC queue"},
-        {L"nc-program", L"NC program"},
-        {L"nc-queue-line-bad", L"NC queue line left out"},
-        {L"nc-queue-unreadable", L"NC queue unreadable"},
-    };
-    for (const auto& [event, title] : titles)
-        EXPECT_EQ(eventTitle(event), title);
-}
-
-TEST(SetupSheet, namesPartMachineAndTime)
-{
-    const auto sheet = readSetupSheet(sheetText);
-    ASSERT_TRUE(sheet.has_value());
-    EXPECT_EQ(sheet->file, L"C:\\a & b\\bracket.mcam");
-    EXPECT_EQ(sheet->title, L"<Bracket>");
-    EXPECT_EQ(sheet->machine, L"C:\\M\\Mill.mmd");
-    EXPECT_EQ(sheet->seconds, L"3683.6");
-}
-
-TEST(SetupSheet, listsEveryOperationAndEachToolOnce)
-{
-    const SetupSheet sheet = readSetupSheet(sheetText).value_or(SetupSheet{});
-    EXPECT_EQ(operationRows(sheet),
-              (SheetRows{{L"1", L"2", L"Setup 1", L"4", L"-12.5", L"ONE", L"1:24"},
-                         {L"2", L"3", L"", L"4", L"0", L"TWO", L"1:00:00"},
-                         {L"3", L"3", L"", L"5", L"1", L"TWO", L"0:00"}}));
-    EXPECT_EQ(toolRows(sheet), (SheetRows{{L"4", L"10", L"0.5", L"900", L"End \"mill\""},
-                                          {L"5", L"6", L"0", L"300", L"Drill"}}));
-}
-
-TEST(SetupSheet, isOnlyAWholeDocumentOfItsKind)
-{
-    EXPECT_TRUE(readSetupSheet(L"<setupSheet/>").has_value());
-    for (const wchar_t* text :
-         {L"", L"plain text", L"<html></html>", L"<setupSheet>", L"</setupSheet>",
-          L"<setupSheet><operations></setupShe", L"<setupSheet file=>", L"<setupSheet file=\"a>",
-          L"<?xml", L"<!-- <setupSheet/>"})
-        EXPECT_FALSE(readSetupSheet(text).has_value()) << text;
-}
-
-TEST(XmlTags, readNamesAttributesAndNesting)
-{
-    const auto tags = readTags(L" <a  b=\"1\"\tc=\"\" ><d/></a >");
-    ASSERT_TRUE(tags.has_value());
-    ASSERT_EQ(tags->size(), 3u);
-    EXPECT_EQ((*tags)[0].name, L"a");
-    EXPECT_EQ((*tags)[0].attributes.at(L"b"), L"1");
-    EXPECT_EQ((*tags)[0].attributes.at(L"c"), L"");
-    EXPECT_TRUE((*tags)[0].isStart && !(*tags)[0].isEnd);
-    EXPECT_TRUE((*tags)[1].isStart && (*tags)[1].isEnd);
-    EXPECT_TRUE(!(*tags)[2].isStart && (*tags)[2].isEnd);
-}
-
-TEST(XmlTags, resolveTheNamedReferencesOnce)
-{
-    const auto tags = readTags(L"<a b=\"&amp;lt; &lt;&gt;&apos;&quot; &nbsp; &#65; &\"/>");
-    ASSERT_TRUE(tags.has_value());
-    EXPECT_EQ(tags->front().attributes.at(L"b"), L"&lt; <>'\" &nbsp; &#65; &");
-}
-
-TEST(DurationText, isMinutesAndSecondsAndHoursWhereThereAreSome)
-{
-    const std::pair<const wchar_t*, const wchar_t*> durations[] = {
-        {L"0", L"0:00"},       {L"59.4", L"0:59"},      {L"59.6", L"1:00"}, {L"3599", L"59:59"},
-        {L"3600", L"1:00:00"}, {L"36061", L"10:01:01"}, {L"", L""},         {L"-1", L"-1"},
-        {L"soon", L"soon"},    {L"1 s", L"1 s"},        {L"1e99", L"1e99"}, {L"nan", L"nan"},
-    };
-    for (const auto& [seconds, text] : durations)
-        EXPECT_EQ(durationText(seconds), text);
+    EXPECT_TRUE(isOwnAddress(address(127, 0, 0, 1), address(127, 0, 0, 1)));
+    EXPECT_TRUE(isOwnAddress(address(127, 0, 0, 2), address(127, 0, 0, 1)));
+    EXPECT_TRUE(isOwnAddress(address(127, 255, 255, 254), own));
+    EXPECT_FALSE(isOwnAddress(address(126, 255, 255, 255), own));
+    EXPECT_FALSE(isOwnAddress(address(128, 0, 0, 1), own));
+    EXPECT_FALSE(isOwnAddress(own, address(127, 0, 0, 1)));
 }

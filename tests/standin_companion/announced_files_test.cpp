@@ -1,7 +1,6 @@
 // What the Companion does with the files that a host's lines announce, without its windows.
 #include "peer/files.h"
-#include "standin/companion/app/queue_file.h"
-#include "standin/companion/app/tool_file.h"
+#include "standin/companion/app/announced_files.h"
 
 #include "support/bytes.h"
 #include "support/installation.h"
@@ -73,7 +72,7 @@ using SmallFile = AnnouncedFiles;
 
 } // namespace
 
-TEST_F(QueueFile, thatTheHostWritesMeanwhileStays)
+TEST_F(QueueFile, staysWhenTheHostWritesItMeanwhile)
 {
     const std::wstring file = write(L"temp\\ncqueue-17.txt", "NCPATH|3|C:\\FIRST.NC|G\r\n");
     queueOfTheHost = file;
@@ -86,7 +85,7 @@ TEST_F(QueueFile, thatTheHostWritesMeanwhileStays)
     EXPECT_EQ(readBytes(file + L".taken"), std::nullopt);
 }
 
-TEST_F(QueueFile, isRemovedFromTheFolderOfQueuesHoweverItIsSpelled)
+TEST_F(QueueFile, isDeletedHoweverItsPathIsSpelled)
 {
     const std::wstring file = installation.path(L"temp\\ncqueue-17.txt");
     std::wstring slashes = file;
@@ -99,7 +98,7 @@ TEST_F(QueueFile, isRemovedFromTheFolderOfQueuesHoweverItIsSpelled)
     }
 }
 
-TEST_F(QueueFile, isReadAndStaysInAnyOtherFolder)
+TEST_F(QueueFile, staysInAnyOtherFolder)
 {
     for (const wchar_t* name : {L"tmp\\ncqueue-17.txt", L"ncqueue-17.txt",
                                 L"temp\\..\\commit\\ncqueue-17.txt", L"temp\\other.txt"}) {
@@ -111,7 +110,7 @@ TEST_F(QueueFile, isReadAndStaysInAnyOtherFolder)
     }
 }
 
-TEST_F(QueueFile, thatAHostHoldsOpenIsReadAndStays)
+TEST_F(QueueFile, staysWhileAHostHasItOpen)
 {
     const std::wstring file = write(L"temp\\ncqueue-17.txt", nextQueue);
     const HANDLE host = CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -122,7 +121,7 @@ TEST_F(QueueFile, thatAHostHoldsOpenIsReadAndStays)
     EXPECT_EQ(readBytes(file), nextQueue);
 }
 
-TEST_F(QueueFile, tellsTheFirstBadLinesAndTheNumberOfTheOthersInOneWrite)
+TEST_F(QueueFile, logsTwentyBadLinesAndACount)
 {
     const std::wstring file = write(L"temp\\ncqueue-17.txt", std::string(300000, '\n') + nextQueue);
     leadCalls(&countedOpening, "CreateFileW", &countedOpening);
@@ -137,14 +136,14 @@ TEST_F(QueueFile, tellsTheFirstBadLinesAndTheNumberOfTheOthersInOneWrite)
     EXPECT_EQ(takeNewRows(log).size(), 22u);
 }
 
-TEST_F(QueueFile, tellsEachOfTwentyBadLines)
+TEST_F(QueueFile, logsEachOfTwentyBadLines)
 {
     receive(write(L"temp\\ncqueue-17.txt", std::string(20, '\n')));
     EXPECT_EQ(logged().size(), 20u);
     EXPECT_EQ(logged().back(), L"nc-queue-line-bad line=20");
 }
 
-TEST_F(QueueFile, asksNoOtherComputerForAProgramsSize)
+TEST_F(QueueFile, contactsNoOtherComputer)
 {
     leadCalls(&watchedAttributes, "GetFileAttributesW", &watchedAttributes);
     const auto queue =
@@ -153,13 +152,13 @@ TEST_F(QueueFile, asksNoOtherComputerForAProgramsSize)
                                                "NCPATH|3|C:\\C.NC|G\r\n"));
     ASSERT_TRUE(queue.has_value());
     ASSERT_EQ(queue->programs.size(), 3u);
-    EXPECT_EQ(queue->programs[0].bytes, notLookedAt);
-    EXPECT_EQ(queue->programs[1].bytes, notLookedAt);
+    EXPECT_EQ(queue->programs[0].bytes, notRead);
+    EXPECT_EQ(queue->programs[1].bytes, notRead);
     EXPECT_EQ(queue->programs[2].bytes, -1);
     EXPECT_EQ(lookedAt, std::vector<std::wstring>{L"C:\\C.NC"});
 }
 
-TEST_F(ToolFile, tellsTheFirstBadLinesAndTheNumberOfTheOthersInOneWrite)
+TEST_F(ToolFile, logsTwentyBadLinesAndACount)
 {
     write(L"temp\\tool-17.txt", std::string(300000, '\n'));
     leadCalls(&countedOpening, "CreateFileW", &countedOpening);
@@ -171,14 +170,14 @@ TEST_F(ToolFile, tellsTheFirstBadLinesAndTheNumberOfTheOthersInOneWrite)
     EXPECT_EQ(lines[20], L"tool-records-bad lines=299980");
 }
 
-TEST_F(SmallFile, isReadFromADiskAlone)
+TEST_F(SmallFile, isReadOnlyFromADisk)
 {
     const wchar_t* const name = L"\\\\.\\pipe\\torvapdm-small-file-test";
     const HANDLE pipe = CreateNamedPipeW(name, PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_NOWAIT, 1,
                                          0, 0, 0, nullptr);
     ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(readFile(name), std::nullopt);
+    EXPECT_EQ(peer::readFile(name), std::nullopt);
     CloseHandle(pipe);
-    EXPECT_EQ(readFile(L"NUL"), std::nullopt);
-    EXPECT_EQ(readFile(write(L"temp\\a.txt", "a")), "a");
+    EXPECT_EQ(peer::readFile(L"NUL"), std::nullopt);
+    EXPECT_EQ(peer::readFile(write(L"temp\\a.txt", "a")), "a");
 }

@@ -1,4 +1,4 @@
-#include "standin/companion/app/event_text.h"
+#include "standin/companion/log/event_text.h"
 
 #include <gtest/gtest.h>
 
@@ -24,12 +24,12 @@ TEST(EventLine, isDateTimeEventAndFields)
               L"2026-11-21 10:11:12.345 taken id=17 host=4711 after=83.1ms request=open\n");
 }
 
-TEST(EventLine, fillsDateAndTimeUpWithZeros)
+TEST(EventLine, padsDateAndTimeWithZeros)
 {
     EXPECT_EQ(eventLine(early, L"stopped", L""), L"2026-01-02 03:04:05.006 stopped\n");
 }
 
-TEST(EventFields, areEachLedByABlank)
+TEST(EventFields, startWithASpace)
 {
     EXPECT_EQ(numberField(L"id", -1), L" id=-1");
     EXPECT_EQ(numberField(L"id", 4294967295), L" id=4294967295");
@@ -37,7 +37,7 @@ TEST(EventFields, areEachLedByABlank)
     EXPECT_EQ(wordField(L"request", L"new-file"), L" request=new-file");
 }
 
-TEST(EventFields, escapeNothingInAText)
+TEST(EventFields, doNotEscapeTexts)
 {
     EXPECT_EQ(textField(L"text", L"--send \"a b\" \\ \u4E2D"),
               L" text=\"--send \"a b\" \\ \u4E2D\"");
@@ -48,19 +48,19 @@ TEST(EventFields, keepAnEventOnOneLine)
     EXPECT_EQ(textField(L"title", L"a\r\nb\tc\x7F"), L" title=\"a  b c \"");
 }
 
-TEST(EventFields, giveMillisecondsWithOneDecimal)
+TEST(EventFields, showMillisecondsWithOneDecimal)
 {
     EXPECT_EQ(millisecondsField(L"after", 0), L" after=0.0ms");
     EXPECT_EQ(millisecondsField(L"after", 1234.56), L" after=1234.6ms");
 }
 
-TEST(TimeOfDay, isTheLinesTimeWithoutItsDate)
+TEST(TimeOfDay, isTheTimeWithoutTheDate)
 {
     EXPECT_EQ(timeOfDay(early), L"03:04:05.006");
     EXPECT_EQ(timeOfDay(late), L"10:11:12.345");
 }
 
-TEST(EventTitle, hasWordsForEveryEventOfTheLog)
+TEST(EventTitle, existsForEveryEvent)
 {
     const std::pair<const wchar_t*, const wchar_t*> titles[] = {
         {L"started", L"Started"},
@@ -71,7 +71,7 @@ TEST(EventTitle, hasWordsForEveryEventOfTheLog)
         {L"library-line-bad", L"Library line left out"},
         {L"host-found", L"Host started"},
         {L"host-gone", L"Host closed"},
-        {L"check-out", L"Check-out asked for"},
+        {L"check-out", L"Check-out requested"},
         {L"commit", L"Commit"},
         {L"version", L"New version"},
         {L"new-part", L"New part"},
@@ -113,7 +113,14 @@ TEST(EventTitle, hasWordsForEveryEventOfTheLog)
         EXPECT_EQ(eventTitle(event), title);
 }
 
-TEST(EventTitle, leavesAnUnknownEventAsItIs)
+TEST(EventTitle, isTheEventIfUnknown)
 {
     EXPECT_EQ(eventTitle(L"something-new"), L"something-new");
+}
+
+TEST(BytesField, isUpperCaseHexadecimal)
+{
+    EXPECT_EQ(bytesField(L"hex", std::string("TOOL-7\n\0\xAF\xFF", 10)),
+              L" hex=544F4F4C2D370A00AFFF");
+    EXPECT_EQ(bytesField(L"hex", ""), L" hex=");
 }

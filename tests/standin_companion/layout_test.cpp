@@ -40,7 +40,7 @@ void expectOrdered(int width, int height)
 
 } // namespace
 
-TEST(WindowLayout, placesEveryPieceInsideAndApart)
+TEST(WindowLayout, placesPartsWithoutOverlap)
 {
     expectOrdered(752, 724);
     expectOrdered(1900, 1000);
@@ -49,21 +49,21 @@ TEST(WindowLayout, placesEveryPieceInsideAndApart)
     expectOrdered(592, 640);
 }
 
-TEST(WindowLayout, putsLibraryAndHostsSideBySideInAWideWindow)
+TEST(WindowLayout, hasTwoColumnsInAWideWindow)
 {
     const WindowLayout wide = layOutWindow(760, 560);
     EXPECT_EQ(wide.library.top, wide.hosts.top);
     EXPECT_GT(wide.hosts.left, wide.library.left + wide.library.width);
 }
 
-TEST(WindowLayout, putsHostsUnderTheLibraryInANarrowWindow)
+TEST(WindowLayout, hasOneColumnInANarrowWindow)
 {
     const WindowLayout narrow = layOutWindow(560, 700);
     EXPECT_EQ(narrow.library.left, narrow.hosts.left);
     EXPECT_GT(narrow.hosts.top, narrow.library.top + narrow.library.height);
 }
 
-TEST(WindowLayout, givesTheEventsTheHeightThatIsLeft)
+TEST(WindowLayout, givesEventsTheRemainingHeight)
 {
     const WindowLayout low = layOutWindow(760, 800);
     const WindowLayout high = layOutWindow(760, 900);
@@ -72,7 +72,7 @@ TEST(WindowLayout, givesTheEventsTheHeightThatIsLeft)
     EXPECT_EQ(high.picture.height, low.picture.height);
 }
 
-TEST(WindowLayout, keepsTheEventsInALowWindowByAShorterPicture)
+TEST(WindowLayout, shrinksThePictureInALowWindow)
 {
     const WindowLayout low = layOutWindow(760, 560);
     const WindowLayout lower = layOutWindow(760, 520);
@@ -81,7 +81,7 @@ TEST(WindowLayout, keepsTheEventsInALowWindowByAShorterPicture)
     EXPECT_EQ(lower.versions.height, lower.picture.height);
 }
 
-TEST(WindowLayout, putsThePictureBesideTheVersions)
+TEST(WindowLayout, putsThePictureNextToTheVersions)
 {
     for (const int width : {592, 752}) {
         const WindowLayout layout = layOutWindow(width, 800);
@@ -91,7 +91,7 @@ TEST(WindowLayout, putsThePictureBesideTheVersions)
     }
 }
 
-TEST(FittedPicture, keepsItsProportionsInTheMiddle)
+TEST(FittedPicture, keepsItsProportions)
 {
     const auto expectPlace = [](const Rectangle& place, int left, int top, int width, int height) {
         EXPECT_EQ(place.left, left);
@@ -116,38 +116,38 @@ TEST(WindowLayout, hasNoNegativeLengths)
         }
 }
 
-TEST(ScaledPicture, hasTheMeanOfThePixelsThatEachStandsFor)
+TEST(ScaledPicture, averagesPixels)
 {
-    const Pixels picture{4,
-                         2,
-                         {0x000000, 0x0000FF, 0x00FF00, 0x00FF00, //
-                          0x000000, 0x0000FF, 0xFF0000, 0xFF0002}};
-    const Pixels half = scaled(picture, 2, 1);
+    const peer::Pixels picture{4,
+                               2,
+                               {0x000000, 0x0000FF, 0x00FF00, 0x00FF00, //
+                                0x000000, 0x0000FF, 0xFF0000, 0xFF0002}};
+    const peer::Pixels half = scaled(picture, 2, 1);
     EXPECT_EQ(half.width, 2);
     EXPECT_EQ(half.height, 1);
     EXPECT_EQ(half.values, (std::vector<std::uint32_t>{0x00007F, 0x7F7F00}));
 }
 
-TEST(ScaledPicture, standsForEveryPixelOnceAlsoInUnevenSizes)
+TEST(ScaledPicture, usesEveryPixelOnceInUnevenSizes)
 {
-    const Pixels picture{3, 1, {3, 6, 9}};
+    const peer::Pixels picture{3, 1, {3, 6, 9}};
     EXPECT_EQ(scaled(picture, 2, 1).values, (std::vector<std::uint32_t>{3, 7}));
     EXPECT_EQ(scaled(picture, 3, 1).values, picture.values);
 }
 
-TEST(ScaledPicture, repeatsPixelsWhenItIsLarger)
+TEST(ScaledPicture, repeatsPixelsWhenLarger)
 {
     EXPECT_EQ(scaled({2, 1, {5, 7}}, 4, 2).values,
               (std::vector<std::uint32_t>{5, 5, 7, 7, 5, 5, 7, 7}));
 }
 
-TEST(ScaledPicture, isEmptyWhereNothingCanBeShown)
+TEST(ScaledPicture, isEmptyForAnEmptySize)
 {
     EXPECT_TRUE(scaled({2, 1, {5, 7}}, 0, 5).values.empty());
     EXPECT_TRUE(scaled({}, 5, 5).values.empty());
 }
 
-TEST(WindowPlace, isTheRightLowerCornerOfTheWorkArea)
+TEST(WindowPlace, isTheLowerRightCorner)
 {
     const Rectangle place = placeWindow({10, 20, 1920, 1040});
     EXPECT_EQ(place.left + place.width, 10 + 1920);
@@ -156,7 +156,7 @@ TEST(WindowPlace, isTheRightLowerCornerOfTheWorkArea)
     EXPECT_EQ(place.height, 760);
 }
 
-TEST(WindowPlace, leavesAHostItsRoomByBeingNarrowAndHigher)
+TEST(WindowPlace, leavesSpaceForAHost)
 {
     const Rectangle place = placeWindow({0, 0, 1600, 900});
     EXPECT_EQ(place.left, 1000);
@@ -164,7 +164,7 @@ TEST(WindowPlace, leavesAHostItsRoomByBeingNarrowAndHigher)
     EXPECT_GT(place.height, 760);
 }
 
-TEST(WindowPlace, isNeverLargerThanTheWorkArea)
+TEST(WindowPlace, isAtMostTheWorkArea)
 {
     for (const Rectangle& area : {Rectangle{0, 0, 640, 480}, Rectangle{5, 5, 1550, 300}}) {
         const Rectangle place = placeWindow(area);

@@ -1,3 +1,4 @@
+#include "standin/companion/library/library.h"
 #include "standin/companion/library/library_index.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +31,7 @@ void expectLineLeftOut(const std::wstring& line)
 
 } // namespace
 
-TEST(LibraryIndex, givesTheItemsInTheOrderOfTheFile)
+TEST(LibraryIndex, listsItemsInFileOrder)
 {
     const LibraryIndex index = readLibraryIndex(twoItems);
     ASSERT_EQ(index.items.size(), 2u);
@@ -40,7 +41,7 @@ TEST(LibraryIndex, givesTheItemsInTheOrderOfTheFile)
     EXPECT_TRUE((index.items[1] == LibraryItem{42, L"Clamp Jaw", 2, 0, L"", L"Make two"}));
 }
 
-TEST(LibraryIndex, tellsTheLineOfEachItem)
+TEST(LibraryIndex, notesTheLineOfEachItem)
 {
     const LibraryIndex index = readLibraryIndex(L"# a\n17|a|1|0||\nbad\n\n18|b|1|0||");
     ASSERT_EQ(index.items.size(), 2u);
@@ -48,21 +49,21 @@ TEST(LibraryIndex, tellsTheLineOfEachItem)
     EXPECT_EQ(index.items[1].line, 5);
 }
 
-TEST(LibraryIndex, ignoresBlanksAroundFields)
+TEST(LibraryIndex, ignoresSpacesAroundFields)
 {
     const LibraryIndex index = readLibraryIndex(L"  7 |\tpump  cover | 3 | 5 | a b |  c d \r\n");
     ASSERT_EQ(index.items.size(), 1u);
     EXPECT_TRUE((index.items[0] == LibraryItem{7, L"pump  cover", 3, 5, L"a b", L"c d"}));
 }
 
-TEST(LibraryIndex, keepsTheBarsOfADescription)
+TEST(LibraryIndex, allowsBarsInTheDescription)
 {
     const LibraryIndex index = readLibraryIndex(L"7|a|1|0|m|one | two|three");
     ASSERT_EQ(index.items.size(), 1u);
     EXPECT_EQ(index.items[0].description, L"one | two|three");
 }
 
-TEST(LibraryIndex, passesOverCommentsBlankLinesAndAByteOrderMark)
+TEST(LibraryIndex, ignoresCommentsEmptyLinesAndMark)
 {
     const LibraryIndex index =
         readLibraryIndex(L"\xFEFF# number | name\n\n   \n  # 1|a|1|0||\n7|a|1|0||d\nbad\n");
@@ -77,13 +78,13 @@ TEST(LibraryIndex, isEmptyForAnEmptyText)
     EXPECT_TRUE(index.badLines.empty());
 }
 
-TEST(LibraryIndex, leavesOutALineThatLacksAField)
+TEST(LibraryIndex, rejectsMissingFields)
 {
     for (const wchar_t* line : {L"17", L"17|a|1|3|machine", L"|||||", L"17||1|3|m|d"})
         expectLineLeftOut(line);
 }
 
-TEST(LibraryIndex, leavesOutALineWithANumberOutOfRange)
+TEST(LibraryIndex, rejectsNumbersOutOfRange)
 {
     for (const wchar_t* line :
          {L"0|a|1|3|m|d", L"2147483648|a|1|3|m|d", L"-1|a|1|3|m|d", L"x|a|1|3|m|d", L"17|a|0|3|m|d",
@@ -92,7 +93,7 @@ TEST(LibraryIndex, leavesOutALineWithANumberOutOfRange)
         expectLineLeftOut(line);
 }
 
-TEST(LibraryIndex, takesTheLargestNumbers)
+TEST(LibraryIndex, acceptsTheLargestNumbers)
 {
     const LibraryIndex index = readLibraryIndex(L"2147483647|a|2147483647|2147483647||");
     ASSERT_EQ(index.items.size(), 1u);
@@ -100,14 +101,14 @@ TEST(LibraryIndex, takesTheLargestNumbers)
         (index.items[0] == LibraryItem{2147483647, L"a", 2147483647, 2147483647, L"", L""}));
 }
 
-TEST(LibraryIndex, leavesOutANameThatCouldLeaveTheLibraryFolder)
+TEST(LibraryIndex, rejectsNamesThatLeaveTheFolder)
 {
     for (const wchar_t* name : {L".", L"..", L"...", L"a\\b", L"..\\a", L"a/b", L"C:", L"a*", L"a?",
                                 L"a\"", L"a<", L"a>"})
         expectLineLeftOut(L"17|" + std::wstring(name) + L"|1|3|m|d");
 }
 
-TEST(LibraryIndex, leavesOutANumberOrNameThatAnEarlierLineHas)
+TEST(LibraryIndex, rejectsDuplicateNumbersAndNames)
 {
     const LibraryIndex index = readLibraryIndex(std::wstring(twoItems) +
                                                 L"17|other|1|3||d\n43|BRACKET|1|3||d\n43|x|1|3||d");
@@ -116,7 +117,7 @@ TEST(LibraryIndex, leavesOutANumberOrNameThatAnEarlierLineHas)
     EXPECT_EQ(index.badLines, (std::vector<int>{3, 4}));
 }
 
-TEST(LibraryItem, isFoundByNameInEitherCaseAndByNumber)
+TEST(LibraryItem, isFoundIgnoringCase)
 {
     const LibraryIndex index = readLibraryIndex(twoItems);
     for (const wchar_t* asked : {L"bracket", L"BrackeT", L"17"})
@@ -125,14 +126,14 @@ TEST(LibraryItem, isFoundByNameInEitherCaseAndByNumber)
         EXPECT_EQ(findItem(index, asked), &index.items[1]) << asked;
 }
 
-TEST(LibraryItem, isNullForWhatTheIndexDoesNotHave)
+TEST(LibraryItem, isNullIfNotInTheIndex)
 {
     const LibraryIndex index = readLibraryIndex(twoItems);
     for (const wchar_t* asked : {L"", L"brack", L"bracket ", L"1", L"017", L"+17"})
         EXPECT_EQ(findItem(index, asked), nullptr) << asked;
 }
 
-TEST(LibraryItem, isFoundByItsNameAloneOrItsNumberAlone)
+TEST(LibraryItem, isFoundByNameOrByNumber)
 {
     const LibraryIndex index = readLibraryIndex(L"1|2|1|0||\n2|b|1|0||\n");
     EXPECT_EQ(findName(index, L"2"), &index.items[0]);
@@ -141,7 +142,16 @@ TEST(LibraryItem, isFoundByItsNameAloneOrItsNumberAlone)
     EXPECT_EQ(findNumber(index, 3), nullptr);
 }
 
-TEST(LibraryItem, namesItsVersionsFile)
+TEST(LibraryItem, namesItsFile)
 {
     EXPECT_EQ(versionFile({31, L"pump cover", 12, 5, L"", L""}), L"pump cover\\v12.mcam");
+}
+
+TEST(Operations, areCountedBySections)
+{
+    EXPECT_EQ(countOperations("mastercam part 1\n[operation]\nid = 1\n\n[operation]\n"), 2);
+    EXPECT_EQ(countOperations("\xEF\xBB\xBF[operation]\r\n[operation]"), 2);
+    EXPECT_EQ(countOperations("[no operation]\n# [operation]\nname = [operation]\n[operations]\n"),
+              0);
+    EXPECT_EQ(countOperations(""), 0);
 }

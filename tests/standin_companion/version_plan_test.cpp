@@ -1,5 +1,5 @@
 // How a committed file becomes a version: its names, its place in the index, its part.
-#include "standin/companion/library/index_edit.h"
+#include "standin/companion/library/library_index.h"
 #include "standin/companion/library/version_plan.h"
 #include "standin/companion/library/working_copies.h"
 
@@ -36,10 +36,10 @@ LibraryItem item(std::int32_t number, const std::wstring& name)
 
 } // namespace
 
-TEST(VersionPlan, namesThePartFileAndThePicture)
+TEST(VersionPlan, namesPartFileAndPicture)
 {
-    EXPECT_EQ(versionFile(VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.mcam");
-    EXPECT_EQ(pictureFile(VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.bmp");
+    EXPECT_EQ(versionFile(peer::VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.mcam");
+    EXPECT_EQ(pictureFile(peer::VersionPlan{31, 12, L"pump cover"}), L"pump cover\\v12.bmp");
 }
 
 TEST(VersionPlan, isInTheIndexFromItsVersionOn)
@@ -50,13 +50,13 @@ TEST(VersionPlan, isInTheIndexFromItsVersionOn)
     EXPECT_FALSE(isInIndex(library, {42, 1, L"flange"}));
 }
 
-TEST(NewPart, getsTheNumberBehindTheLargest)
+TEST(NewPart, getsTheNextNumber)
 {
     EXPECT_EQ(freeNumber(library), 43);
     EXPECT_EQ(freeNumber({}), 1);
 }
 
-TEST(NewPart, getsAFreeNumberWhereThereIsNoLargerOne)
+TEST(NewPart, getsAFreeNumberBelowTheLargest)
 {
     LibraryIndex full;
     full.items = {item(2147483647, L"a"), item(2147483646, L"b")};
@@ -81,14 +81,14 @@ TEST(NewPart, isNamedAfterItsFile)
         EXPECT_EQ(newPartName(library, file), name);
 }
 
-TEST(NewPart, takesNoNameThatTheLibraryHas)
+TEST(NewPart, getsAnUnusedName)
 {
     EXPECT_EQ(newPartName(library, L"D:\\BRACKET.mcam"), L"BRACKET-2");
     const LibraryIndex two = readLibraryIndex(L"1|a|1|0||\n2|a-2|1|0||\n");
     EXPECT_EQ(newPartName(two, L"D:\\a.mcam"), L"a-3");
 }
 
-TEST(IndexEdit, changesTheVersionAndNothingElse)
+TEST(IndexEdit, changesOnlyTheVersion)
 {
     const std::string index = "\xEF\xBB\xBF# a | b | c\r\n\n"
                               "17 | br\xC3\xA4"
@@ -101,13 +101,13 @@ TEST(IndexEdit, changesTheVersionAndNothingElse)
     EXPECT_EQ(withVersion(index, 5, 10), index.substr(0, index.size() - 6) + "10|0||d");
 }
 
-TEST(IndexEdit, addsALineBehindTheLast)
+TEST(IndexEdit, appendsALine)
 {
     EXPECT_EQ(withLine("a\n", "b"), "a\nb\n");
     EXPECT_EQ(withLine("a", "b"), "a\nb\n");
 }
 
-TEST(IndexEdit, givesAnEmptyIndexAHeading)
+TEST(IndexEdit, addsAHeadingToAnEmptyIndex)
 {
     EXPECT_EQ(withLine("", "b"),
               "# The part library. One part a line; a line that starts with # is a comment.\n"
@@ -115,7 +115,7 @@ TEST(IndexEdit, givesAnEmptyIndexAHeading)
               "b\n");
 }
 
-TEST(IndexEdit, writesALineThatIsReadAsThatItem)
+TEST(IndexEdit, formatsALineThatParsesBack)
 {
     LibraryItem plate = item(43, L"plate");
     plate.description = L"From C:\\plate.mcam";
@@ -126,31 +126,31 @@ TEST(IndexEdit, writesALineThatIsReadAsThatItem)
     EXPECT_EQ(index.items[0].description, L"From C:\\plate.mcam");
 }
 
-TEST(PartOfCommit, isTheOneWhoseCopyTheFileIs)
+TEST(PartOfCommit, isThePartOfTheWorkingCopy)
 {
     EXPECT_EQ(partOf(17, L"C:\\work\\bracket.mcam"), 17);
     EXPECT_EQ(partOf(4294967295, L"c:\\WORK\\Clamp Jaw.MCAM"), 42);
     EXPECT_EQ(partOf(0, L"C:\\work\\bracket.mcam"), 17);
 }
 
-TEST(PartOfCommit, isThatOneAlsoWhenTheIdIsAnothers)
+TEST(PartOfCommit, prefersTheWorkingCopyToTheId)
 {
     EXPECT_EQ(partOf(17, L"C:\\work\\clamp jaw.mcam"), 42);
 }
 
-TEST(PartOfCommit, isTheOneSentWithTheIdForAFileSavedElsewhere)
+TEST(PartOfCommit, isThePartSentWithTheId)
 {
     EXPECT_EQ(partOf(17, L"D:\\elsewhere.mcam"), 17);
     EXPECT_EQ(partOf(107, L"D:\\elsewhere.mcam"), 42);
     EXPECT_EQ(partOf(4294967289, L"D:\\elsewhere.mcam"), 42); // -7
 }
 
-TEST(PartOfCommit, isTheOneWithTheIdAsItsNumberWhenNothingIsKnownOfTheId)
+TEST(PartOfCommit, isThePartWithTheIdAsNumber)
 {
     EXPECT_EQ(partOf(42, L"D:\\elsewhere.mcam"), 42);
 }
 
-TEST(PartOfCommit, isANewOneForIdsThatSayNothing)
+TEST(PartOfCommit, isNewForIdsWithoutMeaning)
 {
     for (const std::uint32_t id : {0u, 4294967295u, 55u, 43u, 1000u})
         EXPECT_EQ(partOf(id, L"D:\\elsewhere.mcam"), std::nullopt) << id;
@@ -166,7 +166,7 @@ TEST(WorkingCopies, areOneLineEach)
                                            L"- | 43 | C:\\gone.mcam\n");
 }
 
-TEST(WorkingCopies, passOverOtherLines)
+TEST(WorkingCopies, ignoreOtherLines)
 {
     const WorkingCopies read =
         readWorkingCopies(L"# none\n\n17 | 17\nx | 17 | C:\\a\n17 | -1 | C:\\a\n"
@@ -188,7 +188,7 @@ TEST(WorkingCopies, loseTheirPathOrIdToALaterOne)
     EXPECT_EQ(noted.size(), 5u);
 }
 
-TEST(WorkingCopies, areKeptToTheNewestThousand)
+TEST(WorkingCopies, keepTheNewestThousand)
 {
     WorkingCopies noted;
     for (std::int32_t id = 1; id <= 1001; ++id)

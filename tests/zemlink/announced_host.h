@@ -1,5 +1,5 @@
-// The marks of a host with the add-in, in the test's own process: a window and a command file that
-// nobody reads.
+// Makes the test process look like a host with the add-in: a window with the host property and a
+// command file that is not read.
 #pragma once
 
 #include "support/bytes.h"

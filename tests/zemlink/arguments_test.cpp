@@ -1,25 +1,24 @@
-// The words of a start of zemlink, and its answers about requests and the port.
-#include "tools/zemlink/decisions/answer.h"
-#include "tools/zemlink/decisions/arguments.h"
-#include "tools/zemlink/decisions/host_choice.h"
+// zemlink's command line, and its texts about requests and the port.
+#include "tools/zemlink/answers.h"
+#include "tools/zemlink/arguments.h"
 
 #include <gtest/gtest.h>
 
 using namespace zemlink;
-using companion::Verdict;
+using peer::Verdict;
 
 namespace {
 
-// What is said about wrong words, or an empty text when they are understood.
-std::string complaint(std::vector<std::string> words)
+// The first line of the usage error; empty when the arguments are valid.
+std::string usageError(std::vector<std::string> words)
 {
-    const Arguments arguments = readArguments(std::move(words));
+    const Arguments arguments = parseArguments(std::move(words));
     EXPECT_EQ(arguments.exitCode, arguments.text.empty() ? 0 : 2);
     EXPECT_EQ(arguments.command == Command::none, !arguments.text.empty());
     return arguments.text.substr(0, arguments.text.find('\n'));
 }
 
-Port heldBy(std::uint32_t process, const wchar_t* program)
+Port usedBy(std::uint32_t process, const wchar_t* program)
 {
     Port port;
     port.holder = process;
@@ -29,82 +28,83 @@ Port heldBy(std::uint32_t process, const wchar_t* program)
 
 } // namespace
 
-TEST(Arguments, nameACommandWithItsOptionsInAnyOrder)
+TEST(Arguments, allowOptionsInAnyOrder)
 {
-    const Arguments open =
-        readArguments({"open", "--timeout", "3", "-5", "C:\\a b.mcam", "--json", "--host", "4711"});
+    const Arguments open = parseArguments(
+        {"open", "--timeout", "3", "-5", "C:\\a b.mcam", "--json", "--host", "4711"});
     EXPECT_EQ(open.command, Command::open);
     EXPECT_EQ(open.id, -5);
     EXPECT_EQ(open.path, "C:\\a b.mcam");
     EXPECT_EQ(open.host, 4711u);
     EXPECT_EQ(open.timeoutMs, 3000);
     EXPECT_TRUE(open.isJson);
-    const Arguments decode = readArguments({"--json", "decode", "x", "--as", "queue"});
+    const Arguments decode = parseArguments({"--json", "decode", "x", "--as", "queue"});
     EXPECT_EQ(decode.command, Command::decode);
     EXPECT_EQ(decode.kind, ExchangeKind::ncQueue);
     EXPECT_TRUE(decode.isJson);
 }
 
-TEST(Arguments, leaveWhatIsNotSaidEmpty)
+TEST(Arguments, areEmptyByDefault)
 {
-    const Arguments listen = readArguments({"listen"});
+    const Arguments listen = parseArguments({"listen"});
     EXPECT_EQ(listen.command, Command::listen);
     EXPECT_FALSE(listen.isJson || listen.count || listen.timeoutMs || listen.host || listen.kind);
-    EXPECT_EQ(readArguments({"checkin"}).path, "");
-    EXPECT_EQ(readArguments({"new", "4294967"}).id, 4294967);
-    EXPECT_EQ(readArguments({"status"}).command, Command::status);
-    EXPECT_EQ(readArguments({"doctor"}).command, Command::doctor);
+    EXPECT_EQ(parseArguments({"checkin"}).path, "");
+    EXPECT_EQ(parseArguments({"new", "4294967"}).id, 4294967);
+    EXPECT_EQ(parseArguments({"status"}).command, Command::status);
+    EXPECT_EQ(parseArguments({"doctor"}).command, Command::doctor);
 }
 
-TEST(Arguments, areComplainedAboutWithTheirCause)
+TEST(Arguments, areRejectedWithTheCause)
 {
-    EXPECT_EQ(complaint({}), "A command is required");
-    EXPECT_EQ(complaint({"bogus"}), "The following argument was not expected: bogus");
-    EXPECT_EQ(complaint({"open", "17"}), "PATH is required");
-    EXPECT_EQ(complaint({"open", "-1", "x"}),
-              "ID: -1 stands for no request; the host would open nothing");
-    EXPECT_EQ(complaint({"new", "2147483648"}),
-              "ID: Value 2147483648 not in range -2147483648 to 2147483647");
-    EXPECT_EQ(complaint({"open", "010", "x"}), "ID: 010 is no decimal number");
-    EXPECT_EQ(complaint({"open", "0x11", "x"}), "ID: 0x11 is no decimal number");
-    EXPECT_EQ(complaint({"open", "--", "-01", "x"}), "ID: -01 is no decimal number");
-    EXPECT_EQ(complaint({"new", "5", "--host", "0x10"}), "--host: 0x10 is no decimal number");
-    EXPECT_EQ(complaint({"checkin", "--host", "0"}),
-              "--host: Value 0 not in range 1 to 4294967295");
-    EXPECT_EQ(complaint({"decode", "x", "--as", "y"}),
-              "--as: y not in "
-              "{command,machine,answer,commits,tools,queue,notices,picture,log,settings}");
-    EXPECT_NE(complaint({"status", "--count", "1"}), "");
-    EXPECT_NE(complaint({"listen", "--timeout", "0"}), "");
+    const std::pair<std::vector<std::string>, const char*> rows[] = {
+        {{}, "A command is required"},
+        {{"bogus"}, "The following argument was not expected: bogus"},
+        {{"open", "17"}, "PATH is required"},
+        {{"open", "-1", "x"}, "ID: -1 means no request; the host would open nothing"},
+        {{"new", "2147483648"}, "ID: Value 2147483648 not in range -2147483648 to 2147483647"},
+        {{"open", "010", "x"}, "ID: 010 is not a decimal number"},
+        {{"open", "0x11", "x"}, "ID: 0x11 is not a decimal number"},
+        {{"open", "--", "-01", "x"}, "ID: -01 is not a decimal number"},
+        {{"new", "5", "--host", "0x10"}, "--host: 0x10 is not a decimal number"},
+        {{"checkin", "--host", "0"}, "--host: Value 0 not in range 1 to 4294967295"},
+        {{"decode", "x", "--as", "y"},
+         "--as: y not in "
+         "{command,machine,answer,commits,tools,queue,notices,picture,log,settings}"},
+    };
+    for (const auto& [words, error] : rows)
+        EXPECT_EQ(usageError(words), error);
+    EXPECT_NE(usageError({"status", "--count", "1"}), "");
+    EXPECT_NE(usageError({"listen", "--timeout", "0"}), "");
 }
 
-TEST(Arguments, askForTheVersionAndForHelp)
+TEST(Arguments, showVersionAndHelp)
 {
-    const Arguments version = readArguments({"--version"});
+    const Arguments version = parseArguments({"--version"});
     EXPECT_EQ(version.command, Command::none);
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_EQ(version.text, "zemlink " PROJECT_VERSION_TEXT "\n");
-    const Arguments help = readArguments({"decode", "--help"});
+    const Arguments help = parseArguments({"decode", "--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_NE(help.text.find("Exit codes: 0 done, 1 trouble found or request not taken, 2 wrong "
+    EXPECT_NE(help.text.find("Exit codes: 0 done, 1 problem found or request not taken, 2 wrong "
                              "usage."),
               std::string::npos)
         << help.text;
 }
 
-TEST(HostChoice, isTheOnlyHostOrTheNamedOne)
+TEST(HostChoice, isTheOnlyOrTheNamedHost)
 {
-    const std::vector<companion::Host> two = {{4, L"a"}, {8, L"b"}};
+    const std::vector<peer::Host> two = {{4, L"a"}, {8, L"b"}};
     EXPECT_EQ(chooseHost({two[0]}, {}).process, 4u);
     EXPECT_EQ(chooseHost(two, 8).process, 8u);
-    EXPECT_EQ(chooseHost({}, {}).reason, "no host with the add-in runs");
+    EXPECT_EQ(chooseHost({}, {}).reason, "no host with the add-in is running");
     EXPECT_FALSE(chooseHost(two, {}).process.has_value());
     EXPECT_EQ(chooseHost(two, {}).reason,
-              "several hosts run, choose one with --host: 4 (a), 8 (b)");
-    EXPECT_EQ(chooseHost(two, 9).reason, "process 9 is no running host with the add-in");
+              "several hosts are running, choose one with --host: 4 (a), 8 (b)");
+    EXPECT_EQ(chooseHost(two, 9).reason, "process 9 is not a running host with the add-in");
 }
 
-TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
+TEST(Answer, succeedsOnlyWhenTaken)
 {
     const Report request{{"request", "new file"}};
     EXPECT_EQ(answerOutcome(request, 4, Verdict::taken, "").report.dump(),
@@ -113,21 +113,21 @@ TEST(Answer, isGoodOnlyWhenTheRequestWasTaken)
     EXPECT_EQ(answerOutcome(request, 4, Verdict::taken, "").exitCode, done);
     for (const Verdict verdict :
          {Verdict::full, Verdict::missing, Verdict::notTaken, Verdict::lost})
-        EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, trouble);
+        EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, problem);
     EXPECT_EQ(answerText(Verdict::full, "Access denied. (error 5)"),
-              "Nothing was written, the command file cannot be: Access denied. (error 5)");
+              "Nothing was written, the command file cannot be written: Access denied. (error 5)");
     EXPECT_EQ(answerText(Verdict::lost, ""),
-              "The command file went away with the request: the host has ended.");
+              "The command file disappeared with the request: the host has ended.");
 }
 
-TEST(Answer, namesTheHolderOfThePortAsFarAsItIsKnown)
+TEST(PortTakenText, namesTheProgramIfKnown)
 {
-    EXPECT_EQ(portTakenText("In use. (error 10048)", heldBy(99, L"C:\\x.exe"), true),
-              "port 4559 cannot be opened: In use. (error 10048); process 99 (C:\\x.exe) holds it");
-    EXPECT_EQ(portTakenText("e", heldBy(99, L""), false),
-              "port 4559 cannot be opened: e; process 99 holds it");
+    EXPECT_EQ(portTakenText("In use. (error 10048)", usedBy(99, L"C:\\x.exe"), true),
+              "port 4559 cannot be opened: In use. (error 10048); process 99 (C:\\x.exe) uses it");
+    EXPECT_EQ(portTakenText("e", usedBy(99, L""), false),
+              "port 4559 cannot be opened: e; process 99 uses it");
     EXPECT_EQ(portTakenText("e", Port(), true),
-              "port 4559 cannot be opened: e; the Companion runs, end it first");
+              "port 4559 cannot be opened: e; the Companion is running, end it first");
     EXPECT_EQ(portTakenText("e", Port(), false),
-              "port 4559 cannot be opened: e; another program seems to hold it");
+              "port 4559 cannot be opened: e; another program seems to use it");
 }

@@ -1,4 +1,4 @@
-// zemlink's reading of exchange files that the stand-in Companion and the add-in have written.
+// `zemlink decode` on files written by the stand-in Companion and the add-in.
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "support/companion_double.h"
@@ -13,7 +13,7 @@ namespace {
 
 const std::wstring ownId = std::to_wstring(GetCurrentProcessId());
 
-class ZemlinkDecodes : public ::testing::Test {
+class ZemlinkDecode : public ::testing::Test {
 protected:
     ToolResult decode(const std::wstring& file, const std::wstring& options = L"") const
     {
@@ -25,7 +25,7 @@ protected:
 
 } // namespace
 
-TEST_F(ZemlinkDecodes, aRequestAndItsMachineSettingsFromTheCompanion)
+TEST_F(ZemlinkDecode, showsARequestAndItsMachineSettings)
 {
     installCompanionWithLibrary(installation);
     const AnnouncedHost host;
@@ -45,7 +45,7 @@ TEST_F(ZemlinkDecodes, aRequestAndItsMachineSettingsFromTheCompanion)
                               "machine: C:\\Machines\\Mill 4-axis.mcam-mmd\n");
 }
 
-TEST_F(ZemlinkDecodes, theCommitsOfTheAddIn)
+TEST_F(ZemlinkDecode, showsTheCommitsOfTheAddIn)
 {
     CompanionDouble companion;
     companion.holdSemaphore();
@@ -72,7 +72,7 @@ TEST_F(ZemlinkDecodes, theCommitsOfTheAddIn)
         << status.output;
 }
 
-TEST_F(ZemlinkDecodes, theLogOfALoadAndThePictureOfASave)
+TEST_F(ZemlinkDecode, showsALoadLogAndAPicture)
 {
     CompanionDouble companion;
     companion.holdSemaphore();
@@ -91,11 +91,11 @@ TEST_F(ZemlinkDecodes, theLogOfALoadAndThePictureOfASave)
         << log.output;
     const ToolResult picture = decode(installation.path(L"commit\\screendump.bmp"));
     EXPECT_EQ(picture.exitCode, 0u) << picture.output;
-    EXPECT_NE(picture.output.find("\nbits a pixel: 24\nfirst row: bottom\n"), std::string::npos)
+    EXPECT_NE(picture.output.find("\nbits per pixel: 24\nfirst row: bottom\n"), std::string::npos)
         << picture.output;
 }
 
-TEST_F(ZemlinkDecodes, settingsAsTheyAreInForce)
+TEST_F(ZemlinkDecode, showsTheSettingsInForce)
 {
     const std::wstring file = installation.path(L"cfg\\settings.ini");
     writeBytes(file, "UseFtpServer=y\r\nAlwaysSaveTools=Y\r\nXUseFtpServer=n\r\nMCXCATIA=y");
@@ -108,7 +108,7 @@ TEST_F(ZemlinkDecodes, settingsAsTheyAreInForce)
               "  - The last line has no line end: its value loses its last character.\n");
 }
 
-TEST_F(ZemlinkDecodes, aFileOfAnyNameByItsContentOrAsItIsTold)
+TEST_F(ZemlinkDecode, usesTheContentOrTheGivenKind)
 {
     const std::wstring file = installation.path(L"copy.bin");
     writeBytes(file, "CHECKIN a.mcam");
@@ -119,7 +119,7 @@ TEST_F(ZemlinkDecodes, aFileOfAnyNameByItsContentOrAsItIsTold)
               "kind: queue\nbytes: 14\nprograms: none\nbad lines:\n  - 1\n");
 }
 
-TEST_F(ZemlinkDecodes, noFileThatIsMissingOrOfNoKnownKind)
+TEST_F(ZemlinkDecode, rejectsMissingAndUnknownFiles)
 {
     const ToolResult missing = decode(installation.path(L"temp\\tool-17.txt"));
     EXPECT_EQ(missing.exitCode, 1u);
@@ -130,6 +130,6 @@ TEST_F(ZemlinkDecodes, noFileThatIsMissingOrOfNoKnownKind)
     EXPECT_EQ(unknown.exitCode, 1u);
     EXPECT_EQ(unknown.errors,
               "zemlink: " + toUtf8(file) +
-                  ": neither its name nor what it holds tells its kind; name it with --as\n");
+                  ": neither its name nor its content shows its kind; name it with --as\n");
     EXPECT_EQ(decode(file, L"--as nonsense").exitCode, 2u);
 }

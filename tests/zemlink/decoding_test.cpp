@@ -1,7 +1,7 @@
-// How zemlink recognises exchange files, and what it makes of each kind.
-#include "tools/zemlink/decisions/decoding.h"
-#include "tools/zemlink/decisions/notice_report.h"
-#include "tools/zemlink/decisions/report_text.h"
+// How zemlink recognises exchange files, and how it shows each kind.
+#include "tools/zemlink/decode.h"
+#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/report.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,12 @@ using namespace zemlink;
 using namespace std::string_literals;
 
 namespace {
+
+struct KindRow {
+    std::wstring name;
+    std::string bytes;
+    const char* word;
+};
 
 std::string wordOf(std::wstring_view name, std::string_view bytes)
 {
@@ -30,44 +36,52 @@ const std::string record =
 
 } // namespace
 
-TEST(ExchangeKind, isKnownByTheNameFirst)
+TEST(ExchangeKind, isRecognisedByNameFirst)
 {
-    EXPECT_EQ(wordOf(L"mastercam-4711.dat", ""), "command");
-    EXPECT_EQ(wordOf(L"McSettings-17.TXT", ""), "machine");
-    EXPECT_EQ(wordOf(L"torvapdm-12.dat", "x=y"), "commits");
-    EXPECT_EQ(wordOf(L"torvapdm-12.closed", ""), "commits");
-    EXPECT_EQ(wordOf(L"tool-17.txt", ""), "tools");
-    EXPECT_EQ(wordOf(L"ncqueue--5.txt", ""), "queue");
-    EXPECT_EQ(wordOf(L"TORVA ZEM-61501.tmp", ""), "answer");
-    EXPECT_EQ(wordOf(L"screendump.bmp", ""), "picture");
-    EXPECT_EQ(wordOf(L"toolimage-4.bmp", ""), "picture");
-    EXPECT_EQ(wordOf(L"mcxlog.txt", ""), "log");
-    EXPECT_EQ(wordOf(L"settings.ini", ""), "settings");
+    const KindRow rows[] = {
+        {L"mastercam-4711.dat", "", "command"}, {L"McSettings-17.TXT", "", "machine"},
+        {L"torvapdm-12.dat", "x=y", "commits"}, {L"torvapdm-12.closed", "", "commits"},
+        {L"tool-17.txt", "", "tools"},          {L"ncqueue--5.txt", "", "queue"},
+        {L"TORVA ZEM-61501.tmp", "", "answer"}, {L"screendump.bmp", "", "picture"},
+        {L"toolimage-4.bmp", "", "picture"},    {L"mcxlog.txt", "", "log"},
+        {L"settings.ini", "", "settings"},
+    };
+    for (const KindRow& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.name) + " " + row.bytes);
+        EXPECT_EQ(wordOf(row.name, row.bytes), row.word);
+    }
 }
 
-TEST(ExchangeKind, isElseKnownByTheContent)
+TEST(ExchangeKind, isRecognisedByContent)
 {
-    EXPECT_EQ(wordOf(L"a", "\xEF\xBB\xBF"
-                           "1 C:\\a\n"),
-              "command");
-    EXPECT_EQ(wordOf(L"a", "CHECKIN"), "command");
-    EXPECT_EQ(wordOf(L"a", "17|3|0|C:\\m\r\n"), "machine");
-    EXPECT_EQ(wordOf(L"a", "\1\0\0\0\3\0\0\0C\0:\0\\\0"s), "commits");
-    EXPECT_EQ(wordOf(L"a", record), "tools");
-    EXPECT_EQ(wordOf(L"a", "NCPATH|3|C:\\a.NC|\r\n"), "queue");
-    EXPECT_EQ(wordOf(L"a", "C\0A\0D\0"s), "answer");
-    EXPECT_EQ(wordOf(L"a", "BM"), "picture");
-    EXPECT_EQ(wordOf(L"a", "Loading File #1: C:\\a\n"), "log");
-    EXPECT_EQ(wordOf(L"a", "ZEMID=17|C:\\a\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "TOOL-17\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "MCAMXMLIMPORTDATAID=17;C:\\a\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "IMPORTNCQUEUE|C:\\a\n"), "notices");
-    EXPECT_EQ(wordOf(L"a", "UseFtpServer=y\n"), "settings");
-    EXPECT_EQ(wordOf(L"a", "hello"), "none");
-    EXPECT_EQ(wordOf(L"a", ""), "none");
+    const KindRow rows[] = {
+        {L"a",
+         "\xEF\xBB\xBF"
+         "1 C:\\a\n",
+         "command"},
+        {L"a", "CHECKIN", "command"},
+        {L"a", "17|3|0|C:\\m\r\n", "machine"},
+        {L"a", "\1\0\0\0\3\0\0\0C\0:\0\\\0"s, "commits"},
+        {L"a", record, "tools"},
+        {L"a", "NCPATH|3|C:\\a.NC|\r\n", "queue"},
+        {L"a", "C\0A\0D\0"s, "answer"},
+        {L"a", "BM", "picture"},
+        {L"a", "Loading File #1: C:\\a\n", "log"},
+        {L"a", "ZEMID=17|C:\\a\n", "notices"},
+        {L"a", "TOOL-17\n", "notices"},
+        {L"a", "MCAMXMLIMPORTDATAID=17;C:\\a\n", "notices"},
+        {L"a", "IMPORTNCQUEUE|C:\\a\n", "notices"},
+        {L"a", "UseFtpServer=y\n", "settings"},
+        {L"a", "hello", "none"},
+        {L"a", "", "none"},
+    };
+    for (const KindRow& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.name) + " " + row.bytes);
+        EXPECT_EQ(wordOf(row.name, row.bytes), row.word);
+    }
 }
 
-TEST(ExchangeKind, hasAWordOfItsOwn)
+TEST(ExchangeKind, hasADistinctWord)
 {
     EXPECT_EQ(kindWords().size(), 10u);
     for (const std::string& word : kindWords())
@@ -78,7 +92,7 @@ TEST(ExchangeKind, hasAWordOfItsOwn)
 TEST(Decoding, showsEveryValueOfATool)
 {
     const Outcome outcome = decode(ExchangeKind::toolData, record + "nonsense\r\n");
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report["badLines"].dump(), "[2]");
     ASSERT_EQ(outcome.report["tools"].size(), 1u);
     EXPECT_EQ(
@@ -107,23 +121,23 @@ TEST(Decoding, showsTheProgramsOfAQueue)
                                       "  - nc path: -1\n    program: C:\\b.NC\n    group: none\n");
 }
 
-TEST(Decoding, showsCommitsAndWhatIsNone)
+TEST(Decoding, showsCommitsAndForeignBytes)
 {
     const std::string commit = "\xFF\xFF\xFF\xFF\4\0\0\0C\0:\0\\\0a\0"s;
     const std::string bytes = std::string(8, '\0') + commit + commit.substr(0, 12);
     const Outcome outcome = decode(ExchangeKind::commitRecords, bytes);
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report.dump(), R"({"kind":"commits","bytes":36,"records":[{"at":8,)"
                                      R"("id":null,"file":"C:\\a"}],"foreign":[{"at":0,)"
                                      R"("bytes":8}],"incomplete":12})");
     EXPECT_EQ(decode(ExchangeKind::commitRecords, commit).exitCode, done);
 }
 
-TEST(Decoding, showsWhatIsOddInARequest)
+TEST(Decoding, showsRemarksOnARequest)
 {
     const Outcome outcome = decode(ExchangeKind::commandFile, "\xEF\xBB\xBF"
                                                               "12 C:\\ab\r\n");
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report.dump(),
               R"({"kind":"command","bytes":13,"request":"open","id":12,"path":"C:\\ab\r",)"
               R"("remarks":["A carriage return stays at the end of the path."]})");
@@ -132,19 +146,19 @@ TEST(Decoding, showsWhatIsOddInARequest)
     EXPECT_EQ(decode(ExchangeKind::commandFile, "").exitCode, done);
 }
 
-TEST(Decoding, showsMachineSettingsThatAreNotWhole)
+TEST(Decoding, showsIncompleteMachineSettings)
 {
-    EXPECT_EQ(decode(ExchangeKind::machineSettings, "").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "").exitCode, problem);
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").report.dump(),
               R"({"kind":"machine","bytes":3,"id":"1","ncPath":null,"secondNumber":null,)"
               R"("machine":"2"})");
-    EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2").exitCode, problem);
     EXPECT_EQ(decode(ExchangeKind::machineSettings, "1|2|3|m\r\n").exitCode, done);
 }
 
 namespace {
 
-// As the file of an answer holds it.
+// As in the answer file.
 std::string utf16(std::string_view text)
 {
     std::string bytes;
@@ -186,44 +200,44 @@ TEST(Decoding, showsAnswersThatLoadNothing)
               R"("remarks":["It has no path: the add-in loads nothing."]})");
     EXPECT_EQ(answerText(utf16("CAD7")),
               R"({"kind":"answer","bytes":8,"answer":"unusable","remarks":)"
-              R"(["Its first line has no blank: it is no answer."]})");
+              R"(["Its first line has no space: it is not an answer."]})");
     EXPECT_EQ(answerText(utf16("C7 C:\\a")),
               R"({"kind":"answer","bytes":14,"answer":"unusable","remarks":["Its first word has )"
-              R"(fewer than three characters: the add-in's command ends at it."]})");
+              R"(fewer than three characters: the add-in's command fails."]})");
     EXPECT_EQ(answerText(utf16("CAD7 a\nb") + "x"),
               R"({"kind":"answer","bytes":17,"answer":"file","fileType":"CAD","id":7,)"
               R"("path":"a\nb","remarks":["Lines follow the first; they become part of the )"
-              R"(path.","It ends within a character."]})");
-    EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CAD7")).exitCode, trouble);
+              R"(path.","It ends in the middle of a character."]})");
+    EXPECT_EQ(decode(ExchangeKind::checkoutAnswer, utf16("CAD7")).exitCode, problem);
 }
 
-TEST(Decoding, showsNoticesOneBehindTheOther)
+TEST(Decoding, showsNoticesInSequence)
 {
     const Outcome outcome = decode(ExchangeKind::notices, "TOOL-17\nZEMID=5|C:\\a\n");
     EXPECT_EQ(outcome.exitCode, done);
     EXPECT_EQ(outcome.report.dump(),
               R"({"kind":"notices","bytes":21,"notices":[{"notice":"tool data","id":17},)"
               R"({"notice":"commit","id":5,"file":"C:\\a"}]})");
-    EXPECT_EQ(decode(ExchangeKind::notices, "TOOL-17\nTOOL-17").exitCode, trouble);
-    EXPECT_EQ(decode(ExchangeKind::notices, "hello\nTOOL-17\n").exitCode, trouble);
+    EXPECT_EQ(decode(ExchangeKind::notices, "TOOL-17\nTOOL-17").exitCode, problem);
+    EXPECT_EQ(decode(ExchangeKind::notices, "hello\nTOOL-17\n").exitCode, problem);
 }
 
-TEST(Decoding, showsTheFormOfAPicture)
+TEST(Decoding, showsTheFormatOfAPicture)
 {
     std::string bitmap = "BM" + std::string(12, '\0');
-    bitmap[10] = 54; // where the pixels start
+    bitmap[10] = 54; // offset of the pixels
     bitmap += "\x28\0\0\0\2\0\0\0\3\0\0\0\1\0\x18\0"s + std::string(24, '\0');
     const std::string whole = bitmap + std::string(3 * 8, 'p');
     EXPECT_EQ(decode(ExchangeKind::picture, whole).report.dump(),
-              R"({"kind":"picture","bytes":78,"width":2,"height":3,"bitsAPixel":24,)"
+              R"({"kind":"picture","bytes":78,"width":2,"height":3,"bitsPerPixel":24,)"
               R"("firstRow":"bottom"})");
     EXPECT_EQ(decode(ExchangeKind::picture, whole).exitCode, done);
     const Outcome cut = decode(ExchangeKind::picture, whole.substr(0, 77));
-    EXPECT_EQ(cut.exitCode, trouble);
+    EXPECT_EQ(cut.exitCode, problem);
     EXPECT_FALSE(cut.report.contains("width"));
 }
 
-TEST(Decoding, showsHowFarEachLoadCame)
+TEST(Decoding, showsTheProgressOfLoads)
 {
     EXPECT_EQ(loadsIn("Loading File #1: C:\\a\r\nLoading File #2: C:\\a\r\n"
                       "Loading File #1: C:\\b.CATPart\r\nLoading File #2: C:\\b.CATPart\r\n"
@@ -237,7 +251,7 @@ TEST(Decoding, showsHowFarEachLoadCame)
                               "    last step: 7\n");
 }
 
-TEST(Decoding, tellsLoadsApartThatWereLoggedAtTheSameTime)
+TEST(Decoding, separatesInterleavedLoads)
 {
     const Outcome outcome = decode(ExchangeKind::loadLog, "Loading File #1: a\nLoading File #1: b\n"
                                                           "Loading File #2: a\nLoading File #2: b\n"
@@ -247,26 +261,17 @@ TEST(Decoding, tellsLoadsApartThatWereLoggedAtTheSameTime)
                                               R"({"file":"b","finished":false,"lastStep":2}])");
 }
 
-TEST(Decoding, showsWhichLinesOfALogNoLoadWrote)
+TEST(Decoding, showsBadLinesOfALog)
 {
     const Outcome outcome =
         decode(ExchangeKind::loadLog, "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
                                       "Loading File #8: a\nhello\nLoading File #2:\n");
-    EXPECT_EQ(outcome.exitCode, trouble);
+    EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report["badLines"].dump(), "[1,3,4,5,6]");
     EXPECT_EQ(outcome.report["loads"][0]["lastStep"], 1);
 }
 
-TEST(ReportText, showsWhatWouldSteerTheTerminalByItsDigits)
-{
-    EXPECT_EQ(visible("a\r\x1B[1m\x7F b"), "a<0D><1B>[1m<7F> b");
-    EXPECT_EQ(visible("\xC2\x9B"
-                      "1m \xE2\x80\xAE"
-                      "x \xC3\xA4"),
-              "<9B>1m <202E>x \xC3\xA4");
-}
-
-TEST(NoticeReport, tellsOfALineThatIsNone)
+TEST(NoticeReport, showsUnknownBytes)
 {
     EXPECT_EQ(noticeReport("TOOL-017\n").dump(),
               R"({"notice":"unknown","hex":"544F4F4C2D3031370A","text":"TOOL-017 "})");

@@ -1,4 +1,4 @@
-// What zemlink sees and finds wrong in installations, sound and broken.
+// zemlink status and doctor on sound and broken installations.
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
@@ -14,14 +14,14 @@ namespace {
 
 class ZemlinkDoctor : public ::testing::Test {
 protected:
-    // The names of the troubles, in their order, behind the exit code.
-    std::vector<std::string> troubles() const
+    // The exit code, then the names of the problems in their order.
+    std::vector<std::string> problems() const
     {
         const ToolResult result = runTool(installation, L"doctor --json");
         std::vector<std::string> names{std::to_string(result.exitCode)};
         const Json report = Json::parse(result.output, nullptr, false);
-        for (const Json& trouble : report.value("troubles", Json::array()))
-            names.push_back(trouble.value("name", ""));
+        for (const Json& problem : report.value("problems", Json::array()))
+            names.push_back(problem.value("name", ""));
         return names;
     }
     Json status() const
@@ -32,23 +32,24 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
+using ZemlinkStatus = ZemlinkDoctor;
 using Names = std::vector<std::string>;
 
 } // namespace
 
-TEST_F(ZemlinkDoctor, findsNoTroubleBetweenTheRealPrograms)
+TEST_F(ZemlinkDoctor, findsNoProblemInARealSetup)
 {
     installCompanionWithLibrary(installation);
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const HostProgram host(installation, "");
     ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile());
-    EXPECT_EQ(runTool(installation, L"doctor").output, "troubles: none\n");
-    EXPECT_EQ(troubles(), Names{"0"});
+    EXPECT_EQ(runTool(installation, L"doctor").output, "problems: none\n");
+    EXPECT_EQ(problems(), Names{"0"});
     const Json report = status();
     EXPECT_EQ(report["installation"], (Json{{"folder", toUtf8(installation.root())},
                                             {"from", report["installation"]["from"]},
-                                            {"there", true}}));
+                                            {"exists", true}}));
     EXPECT_EQ(report["installation"]["from"].get<std::string>().find("registry value"), 0u);
     EXPECT_EQ(
         report["companion"],
@@ -61,7 +62,7 @@ TEST_F(ZemlinkDoctor, findsNoTroubleBetweenTheRealPrograms)
     EXPECT_EQ(report["port"]["answers"], true);
 }
 
-TEST_F(ZemlinkDoctor, seesThatNothingRuns)
+TEST_F(ZemlinkStatus, showsThatNothingRuns)
 {
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
     const Json report = status();
@@ -76,48 +77,48 @@ TEST_F(ZemlinkDoctor, seesThatNothingRuns)
     EXPECT_EQ(report["port"]["answers"], false);
 }
 
-TEST_F(ZemlinkDoctor, findsEachTroubleOfABrokenInstallation)
+TEST_F(ZemlinkDoctor, findsEachProblem)
 {
-    const LineReceiver other; // has the port
+    const LineReceiver other; // uses the port
     RemoveDirectoryW(installation.path(L"commit").c_str());
     writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y");
     writeBytes(installation.path(L"temp\\mastercam-4294967292.dat"), "");
     writeBytes(installation.path(L"temp\\torvapdm-4294967292.dat"),
                std::string("\1\0\0\0\1\0\0\0a\0", 10));
-    EXPECT_EQ(troubles(), (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
+    EXPECT_EQ(problems(), (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
                                  "stale-command-file", "commits-left", "port-held"}));
 }
 
-TEST_F(ZemlinkDoctor, findsThatNoFileCanBeMadeInTemp)
+TEST_F(ZemlinkDoctor, findsThatTempIsNotWritable)
 {
     installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
-    EXPECT_EQ(troubles(), Names{"0"});
+    EXPECT_EQ(problems(), Names{"0"});
     RemoveDirectoryW(installation.path(L"temp").c_str());
-    EXPECT_EQ(troubles(), (Names{"1", "temp-not-writable"}));
+    EXPECT_EQ(problems(), (Names{"1", "temp-not-writable"}));
     const std::string text = runTool(installation, L"doctor").output;
     EXPECT_NE(
-        text.find("what: No file can be made in " + toUtf8(installation.path(L"temp")) + ": "),
+        text.find("what: No file can be created in " + toUtf8(installation.path(L"temp")) + ": "),
         std::string::npos)
         << text;
     EXPECT_NE(text.find("(error 3)"), std::string::npos) << text;
 }
 
-TEST_F(ZemlinkDoctor, leavesNothingBehindInTemp)
+TEST_F(ZemlinkDoctor, leavesTempEmpty)
 {
     runTool(installation, L"doctor");
     EXPECT_TRUE(RemoveDirectoryW(installation.path(L"temp").c_str()));
 }
 
-TEST_F(ZemlinkDoctor, findsThatTheFolderIsMissingOrHasNoPlainName)
+TEST_F(ZemlinkDoctor, findsAMissingOrNonAsciiFolder)
 {
     registerInstallation(installation.path(L"nowhere"));
-    EXPECT_EQ(troubles(), (Names{"1", "folder-missing", "companion-missing", "temp-not-writable",
+    EXPECT_EQ(problems(), (Names{"1", "folder-missing", "companion-missing", "temp-not-writable",
                                  "commit-folder-missing"}));
     const std::wstring foreign = installation.path(L"\u00C4\u20AC");
     for (const wchar_t* below : {L"", L"\\temp", L"\\commit"})
         CreateDirectoryW((foreign + below).c_str(), nullptr);
     writeBytes(foreign + L"\\TORVA-ZEM.exe", "");
     registerInstallation(foreign);
-    EXPECT_EQ(troubles(), (Names{"1", "folder-not-ascii"}));
+    EXPECT_EQ(problems(), (Names{"1", "folder-not-ascii"}));
     EXPECT_EQ(status()["installation"]["folder"], toUtf8(foreign));
 }

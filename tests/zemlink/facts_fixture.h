@@ -1,7 +1,7 @@
-// Facts of a sound installation, for a test to break.
+// Facts of a sound installation, which tests change.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 namespace testing_support {
 
@@ -9,7 +9,7 @@ namespace testing_support {
 inline zemlink::Facts soundFacts()
 {
     zemlink::Facts facts;
-    facts.folder = {L"C:\\TORVA\\ZEM", zemlink::FolderSource::registry, L""};
+    facts.folder = {L"C:\\TORVA\\ZEM", peer::FolderSource::registry, L""};
     facts.settings = "UseFtpServer=y\r\n";
     facts.companion = {true, 12, L"TORVA ZEM"};
     facts.hosts = {{4711, L"bracket.mcam"}};

@@ -1,4 +1,4 @@
-// What zemlink shows of the notices that arrive on the port.
+// `zemlink listen`.
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
@@ -13,7 +13,7 @@ namespace {
 
 const std::string heading = "listening on port 4559\n\n";
 
-class ZemlinkListens : public ::testing::Test {
+class ZemlinkListen : public ::testing::Test {
 protected:
     Sockets sockets;
     Installation installation{Registry::ofTheUser};
@@ -21,14 +21,14 @@ protected:
 
 } // namespace
 
-TEST_F(ZemlinkListens, toEachKindOfNotice)
+TEST_F(ZemlinkListen, showsEachKindOfNotice)
 {
     const ToolRun run(installation, L"listen --count 5");
     ASSERT_TRUE(run.waitForOutput(heading)) << run.errors();
     EXPECT_TRUE(sendToCompanion("TOOL-17\n"));
     EXPECT_TRUE(sendToCompanion("ZEMID=17|C:\\parts\\a.mcam\n"));
     EXPECT_TRUE(sendToCompanion("ZEMID=4294967295|C:\\parts\\\xC4.mcam\n"));
-    EXPECT_TRUE(sendToCompanion("")); // no notice
+    EXPECT_TRUE(sendToCompanion("")); // an empty connection
     EXPECT_TRUE(sendToCompanion("MCAMXMLIMPORTDATAID=17;C:\\Temp\\sheet.xml\n"));
     EXPECT_TRUE(sendToCompanion("hello\r\n"));
     EXPECT_EQ(run.waitForExit(), 0u);
@@ -39,7 +39,7 @@ TEST_F(ZemlinkListens, toEachKindOfNotice)
                                       "notice: unknown\nhex: 68656C6C6F0D0A\ntext: hello  \n\n");
 }
 
-TEST_F(ZemlinkListens, inJsonWithOneLineForEachNotice)
+TEST_F(ZemlinkListen, writesOneJsonLineForEachNotice)
 {
     const ToolRun run(installation, L"listen --count 1 --json");
     ASSERT_TRUE(run.waitForOutput("{\"listening\":4559}\n")) << run.errors();
@@ -48,7 +48,7 @@ TEST_F(ZemlinkListens, inJsonWithOneLineForEachNotice)
     EXPECT_EQ(run.output(), "{\"listening\":4559}\n{\"notice\":\"tool data\",\"id\":-5}\n");
 }
 
-TEST_F(ZemlinkListens, toTheQueueThatTheAddInAnnounces)
+TEST_F(ZemlinkListen, showsTheQueueOfTheAddIn)
 {
     CompanionDouble companion;
     companion.holdSemaphore();
@@ -73,7 +73,7 @@ TEST_F(ZemlinkListens, toTheQueueThatTheAddInAnnounces)
                                   "\n    group: Mill\n");
 }
 
-TEST_F(ZemlinkListens, notWhenAnotherProgramHasThePort)
+TEST_F(ZemlinkListen, failsWhenThePortIsInUse)
 {
     const LineReceiver other;
     const ToolResult result = runTool(installation, L"listen --count 1");
@@ -81,10 +81,10 @@ TEST_F(ZemlinkListens, notWhenAnotherProgramHasThePort)
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors.find("zemlink: port 4559 cannot be opened: "), 0u) << result.errors;
     EXPECT_NE(result.errors.find("(error 100"), std::string::npos) << result.errors;
-    EXPECT_NE(result.errors.find(" hold"), std::string::npos) << result.errors;
+    EXPECT_NE(result.errors.find(" use"), std::string::npos) << result.errors;
 }
 
-TEST_F(ZemlinkListens, notWhileTheCompanionListens)
+TEST_F(ZemlinkListen, failsWhileTheCompanionRuns)
 {
     installCompanionWithLibrary(installation);
     const CompanionProgram companion(installation);
@@ -95,7 +95,7 @@ TEST_F(ZemlinkListens, notWhileTheCompanionListens)
         << result.output;
 }
 
-TEST_F(ZemlinkListens, untilItsTimeIsOver)
+TEST_F(ZemlinkListen, endsAfterItsTimeout)
 {
     EXPECT_EQ(runTool(installation, L"listen --timeout 1").exitCode, 0u);
     const ToolResult missed = runTool(installation, L"listen --count 1 --timeout 1");

@@ -1,5 +1,4 @@
-// zemlink's requests to hosts: the stand-in host with the add-in that ships, and hosts that do not
-// read.
+// zemlink's requests to the stand-in host with the shipping add-in, and to hosts that do not read.
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "zemlink/announced_host.h"
@@ -25,6 +24,11 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
+using ZemlinkOpen = ZemlinkRequests;
+using ZemlinkNew = ZemlinkRequests;
+using ZemlinkCheckin = ZemlinkRequests;
+using ZemlinkUsage = ZemlinkRequests;
+
 bool isReady(const HostProgram& host)
 {
     return waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile();
@@ -40,7 +44,7 @@ const std::string ownId = std::to_string(GetCurrentProcessId());
 
 } // namespace
 
-TEST_F(ZemlinkRequests, haveAHostOpenAFile)
+TEST_F(ZemlinkOpen, opensAFileInTheHost)
 {
     const std::wstring part = makePart();
     const HostProgram host(installation, "");
@@ -52,7 +56,7 @@ TEST_F(ZemlinkRequests, haveAHostOpenAFile)
     EXPECT_TRUE(host.waitForTrace(L"ui DoFileOpen(\"" + part + L"\""));
 }
 
-TEST_F(ZemlinkRequests, haveAHostStartANewFile)
+TEST_F(ZemlinkNew, startsANewFileInTheHost)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -66,7 +70,7 @@ TEST_F(ZemlinkRequests, haveAHostStartANewFile)
     EXPECT_EQ(count(host.trace(), L"m_fclose"), 0u);
 }
 
-TEST_F(ZemlinkRequests, haveAHostCloseACheckedInFile)
+TEST_F(ZemlinkCheckin, closesTheFileInTheHost)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -78,14 +82,15 @@ TEST_F(ZemlinkRequests, haveAHostCloseACheckedInFile)
     EXPECT_EQ(count(host.trace(), L"other m_fclose(null, 0, null)"), 1u);
 }
 
-TEST_F(ZemlinkRequests, goToTheHostThatIsNamed)
+TEST_F(ZemlinkRequests, goToTheNamedHost)
 {
     const HostProgram one(installation, "", L"one");
     const HostProgram two(installation, "", L"two");
     ASSERT_TRUE(isReady(one) && isReady(two));
     const ToolResult refused = run(L"checkin");
     EXPECT_EQ(refused.exitCode, 1u);
-    EXPECT_EQ(refused.errors.find("zemlink: several hosts run, choose one with --host: "), 0u);
+    EXPECT_EQ(refused.errors.find("zemlink: several hosts are running, choose one with --host: "),
+              0u);
     EXPECT_NE(refused.errors.find(idOf(one) + " ("), std::string::npos) << refused.errors;
     EXPECT_NE(refused.errors.find(idOf(two) + " ("), std::string::npos) << refused.errors;
     EXPECT_EQ(run(L"checkin --host " + fromUtf8(idOf(two))).exitCode, 0u);
@@ -93,19 +98,19 @@ TEST_F(ZemlinkRequests, goToTheHostThatIsNamed)
     EXPECT_EQ(count(one.trace(), L"m_fclose"), 0u);
 }
 
-TEST_F(ZemlinkRequests, areNotTakenWithoutAHost)
+TEST_F(ZemlinkRequests, needAHost)
 {
     for (const wchar_t* words : {L"checkin", L"new 3"}) {
         const ToolResult result = run(words);
         EXPECT_EQ(result.exitCode, 1u);
         EXPECT_EQ(result.output, "");
-        EXPECT_EQ(result.errors, "zemlink: no host with the add-in runs\n");
+        EXPECT_EQ(result.errors, "zemlink: no host with the add-in is running\n");
     }
     EXPECT_EQ(run(L"new 3 --host 1").errors,
-              "zemlink: process 1 is no running host with the add-in\n");
+              "zemlink: process 1 is not a running host with the add-in\n");
 }
 
-TEST_F(ZemlinkRequests, stayInTheFileOfAHostThatDoesNotRead)
+TEST_F(ZemlinkRequests, stayInTheFileUntilTaken)
 {
     const AnnouncedHost host;
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
@@ -113,8 +118,8 @@ TEST_F(ZemlinkRequests, stayInTheFileOfAHostThatDoesNotRead)
     EXPECT_EQ(first.exitCode, 1u);
     EXPECT_EQ(first.output, "request: new file\nid: 12\nhost: " + ownId +
                                 "\ntaken: no\n"
-                                "answer: The host has not taken the request; it still lies in the "
-                                "command file and is carried out should the host go on.\n");
+                                "answer: The host has not taken the request. It is still in the "
+                                "command file and is carried out if the host continues.\n");
     EXPECT_EQ(readBytes(file), "\xEF\xBB\xBF"
                                "12 \n");
 }
@@ -128,15 +133,15 @@ TEST_F(ZemlinkRequests, neverOverwriteAnEarlierOne)
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.output, "request: new file\nid: 12\nhost: " + ownId +
                                  "\ntaken: no\nanswer: Nothing was written: an earlier request "
-                                 "still fills the command file, the host does not read it.\n");
+                                 "is still in the command file, the host does not read it.\n");
     EXPECT_EQ(readBytes(file), "CHECKIN a");
 }
 
-TEST_F(ZemlinkRequests, doNotComeBetweenTheLookAndTheWriteOfAnother)
+TEST_F(ZemlinkRequests, respectTheLockOfAnotherWriter)
 {
     const AnnouncedHost host;
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
-    // Another writer that has looked and not written yet.
+    // Another writer that has checked the file and not written yet.
     const HANDLE other = CreateFileW(file.c_str(), GENERIC_WRITE,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      nullptr, OPEN_EXISTING, 0, nullptr);
@@ -151,20 +156,21 @@ TEST_F(ZemlinkRequests, doNotComeBetweenTheLookAndTheWriteOfAnother)
     EXPECT_EQ(readBytes(file), "");
 }
 
-TEST_F(ZemlinkRequests, neverMakeACommandFile)
+TEST_F(ZemlinkRequests, neverCreateACommandFile)
 {
     const AnnouncedHost host;
     const ToolResult result = run(L"checkin --timeout 1");
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_NE(result.output.find("answer: Nothing was written: there is no command file. The "
-                                 "add-in is not open, works with another folder, or has stopped "
-                                 "listening.\n"),
-              std::string::npos)
+    EXPECT_NE(
+        result.output.find("answer: Nothing was written: the command file does not exist. The "
+                           "add-in is not open, uses another folder, or has stopped "
+                           "listening.\n"),
+        std::string::npos)
         << result.output;
     EXPECT_FALSE(readBytes(installation.commandFile(GetCurrentProcessId())).has_value());
 }
 
-TEST_F(ZemlinkRequests, nameTheCauseWhenTheFileCannotBeWritten)
+TEST_F(ZemlinkRequests, reportWhyTheFileCannotBeWritten)
 {
     const AnnouncedHost host;
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
@@ -172,14 +178,15 @@ TEST_F(ZemlinkRequests, nameTheCauseWhenTheFileCannotBeWritten)
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     const ToolResult result = run(L"checkin --timeout 1");
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_NE(result.output.find("answer: Nothing was written, the command file cannot be: "),
-              std::string::npos)
+    EXPECT_NE(
+        result.output.find("answer: Nothing was written, the command file cannot be written: "),
+        std::string::npos)
         << result.output;
     EXPECT_NE(result.output.find("(error 32)\n"), std::string::npos) << result.output;
     CloseHandle(held);
 }
 
-TEST_F(ZemlinkRequests, areRefusedForAFileThatIsMissingOrHasNoPlainName)
+TEST_F(ZemlinkOpen, refusesMissingAndNonAsciiFiles)
 {
     const ToolResult missing = run(L"open 17 C:\\nowhere.mcam");
     EXPECT_EQ(missing.exitCode, 1u);
@@ -190,21 +197,21 @@ TEST_F(ZemlinkRequests, areRefusedForAFileThatIsMissingOrHasNoPlainName)
     const ToolResult refused = run(L"open 17 " + quoted(foreign));
     EXPECT_EQ(refused.exitCode, 1u);
     EXPECT_EQ(refused.errors, "zemlink: " + toUtf8(foreign) +
-                                  ": hosts take only paths of plain ASCII of less than 65536 "
+                                  ": hosts accept only plain ASCII paths of less than 65536 "
                                   "bytes\n");
 }
 
-TEST_F(ZemlinkRequests, areRefusedForAFolder)
+TEST_F(ZemlinkOpen, refusesADirectory)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
     const ToolResult result = run(L"open 17 " + quoted(installation.path(L"temp")));
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.errors,
-              "zemlink: " + toUtf8(installation.path(L"temp")) + ": it is a folder\n");
+              "zemlink: " + toUtf8(installation.path(L"temp")) + ": this is a directory\n");
 }
 
-TEST_F(ZemlinkRequests, withWrongWordsSayWhatIsWrongAndEndWithTwo)
+TEST_F(ZemlinkUsage, reportsWrongArgumentsWithExitCode2)
 {
     const ToolResult result = run(L"open seventeen C:\\a.mcam");
     EXPECT_EQ(result.exitCode, 2u);

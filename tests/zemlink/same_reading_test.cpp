@@ -1,18 +1,18 @@
-// The support tool's reading of the exchanges against the add-in's: two readers that share no code,
-// on the same thousands of texts, sound and broken.
+// The Companion's parsers against the add-in's: two implementations that share no code, on the same
+// thousands of texts, valid and invalid.
 #include "formats/checkout_answer.h"
 #include "formats/machine_settings_file.h"
 #include "fuzz/random.h"
 #include "formats/command_file.h"
 #include "formats/settings_file.h"
-#include "peer/answer_text.h"
-#include "peer/command_text.h"
-#include "peer/machine_text.h"
-#include "tools/zemlink/decisions/settings_text.h"
+#include "peer/checkout_answer.h"
+#include "peer/command_file.h"
+#include "peer/machine_settings.h"
+#include "peer/settings_file.h"
 
 #include <gtest/gtest.h>
 
-using namespace zemlink;
+using namespace peer;
 
 namespace {
 
@@ -20,7 +20,7 @@ using Pieces = std::vector<std::string>;
 
 constexpr int texts = 20000;
 
-// A text of up to so many of the pieces.
+// A text of up to `most` random pieces.
 std::string textOf(const Pieces& pieces, fuzzing::Random& random, unsigned most)
 {
     std::string text;
@@ -46,7 +46,7 @@ RequestKind kindOf(torvapdm::Command::Kind kind)
                                    : RequestKind::malformed;
 }
 
-// The value as the add-in's look-up gives it, line by line.
+// The value as the add-in looks it up, line by line.
 std::string addInsValue(const std::vector<std::string>& lines, std::string_view key)
 {
     std::string value;
@@ -57,7 +57,7 @@ std::string addInsValue(const std::vector<std::string>& lines, std::string_view 
 
 } // namespace
 
-TEST(SupportTool, readsRequestsAsTheAddInDoes)
+TEST(SameReading, ofRequests)
 {
     const Pieces pieces = {"\xEF\xBB\xBF", "CHECKIN", " ", "\n", "\r",  "-", "+", "7",
                            "12",           "C:\\",    "a", "b",  "\xC4"};
@@ -68,8 +68,8 @@ TEST(SupportTool, readsRequestsAsTheAddInDoes)
                                              : "";
         const std::string text = start + textOf(pieces, random, 8);
         if (text.empty())
-            continue; // the add-in never looks at it
-        const CommandText ours = readCommandText(text);
+            continue; // the add-in ignores an empty file
+        const Request ours = parseRequest(text);
         const torvapdm::Command theirs = torvapdm::parseCommand(text);
         ASSERT_EQ(requestName(ours.kind), requestName(kindOf(theirs.kind))) << text;
         if (ours.kind == RequestKind::open || ours.kind == RequestKind::newFile) {
@@ -79,13 +79,13 @@ TEST(SupportTool, readsRequestsAsTheAddInDoes)
     }
 }
 
-TEST(SupportTool, readsMachineSettingsAsTheAddInDoes)
+TEST(SameReading, ofMachineSettings)
 {
     const Pieces pieces = {"|", "|", "|", "17", "-3", "0", " ", "C:\\m", "x"};
     fuzzing::Random random(18);
     for (int i = 0; i < texts; ++i) {
         const std::string line = "1" + textOf(pieces, random, 10) + "\n";
-        const auto ours = readMachineText(line);
+        const auto ours = parseMachineSettings(line);
         const torvapdm::MachineSettings theirs = torvapdm::parseMachineSettings(widened(line));
         ASSERT_TRUE(ours) << line;
         ASSERT_EQ(ours->ncPath, theirs.ncPathNumber) << line;
@@ -94,7 +94,7 @@ TEST(SupportTool, readsMachineSettingsAsTheAddInDoes)
     }
 }
 
-TEST(SupportTool, readsAnswersAsTheAddInDoes)
+TEST(SameReading, ofCheckoutAnswers)
 {
     using Kind = torvapdm::CheckoutAnswer::Kind;
     const Pieces pieces = {"CAD", "CHECKIN", " ",           " ",     "\n", "-",
@@ -102,14 +102,14 @@ TEST(SupportTool, readsAnswersAsTheAddInDoes)
     fuzzing::Random random(20);
     for (int i = 0; i < texts; ++i) {
         const std::wstring text = widened(textOf(pieces, random, 6));
-        const AnswerText ours = readAnswerText(
+        const CheckoutAnswer ours = parseCheckoutAnswer(
             {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)});
         std::wstring fileType;
         torvapdm::CheckoutAnswer theirs;
         try {
             theirs = torvapdm::parseCheckoutAnswer(text, fileType);
         } catch (const std::out_of_range&) {
-            fileType.clear(); // what ends the add-in's command is no answer
+            fileType.clear(); // an exception ends the add-in's command
         }
         ASSERT_EQ(ours.kind == AnswerKind::checkIn, theirs.kind == Kind::checkIn) << i;
         ASSERT_EQ(ours.kind == AnswerKind::file, theirs.kind == Kind::file) << i;
@@ -121,7 +121,7 @@ TEST(SupportTool, readsAnswersAsTheAddInDoes)
     }
 }
 
-TEST(SupportTool, readsSettingsAsTheAddInDoes)
+TEST(SameReading, ofSettings)
 {
     const Pieces pieces = {"UseFtpServer=",
                            "MCXCATIA=",
@@ -138,8 +138,8 @@ TEST(SupportTool, readsSettingsAsTheAddInDoes)
     fuzzing::Random random(19);
     for (int i = 0; i < texts; ++i) {
         const std::string text = textOf(pieces, random, 16);
-        const std::vector<std::string> lines = settingLines(text);
-        const Report ours = settingsInForce(text);
+        const std::vector<std::string> lines = splitSettingLines(text);
+        const Settings ours = parseSettings(text);
         std::string import = "y";
         bool areToolsSaved = false;
         for (const std::string& line : lines) {
@@ -148,10 +148,11 @@ TEST(SupportTool, readsSettingsAsTheAddInDoes)
         }
         for (const char* key : {"UseFtpServer", "MCXCATIA"}) {
             const std::string value = addInsValue(lines, key);
-            ASSERT_EQ(settingValue(lines, key), value) << text;
-            ASSERT_EQ(ours[key], value == "y" || value == "Y") << text;
+            ASSERT_EQ(findSetting(lines, key), value) << text;
+            const bool isOn = std::string_view(key) == "MCXCATIA" ? ours.catia : ours.useFtpServer;
+            ASSERT_EQ(isOn, value == "y" || value == "Y") << text;
         }
-        ASSERT_EQ(ours["MCXIMPORTNC"], import == "y") << text;
-        ASSERT_EQ(ours["AlwaysSaveTools"], areToolsSaved) << text;
+        ASSERT_EQ(ours.importNc, import == "y") << text;
+        ASSERT_EQ(ours.alwaysSaveTools, areToolsSaved) << text;
     }
 }

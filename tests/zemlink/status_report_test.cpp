@@ -1,6 +1,6 @@
-// The status of an installation, in words.
-#include "tools/zemlink/decisions/report_text.h"
-#include "tools/zemlink/decisions/status.h"
+// The text of `zemlink status`.
+#include "tools/zemlink/report.h"
+#include "tools/zemlink/status.h"
 #include "zemlink/facts_fixture.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 using namespace zemlink;
 using namespace testing_support;
 
-TEST(StatusReport, tellsOfEverythingThatRuns)
+TEST(StatusReport, showsEverythingThatRuns)
 {
     Facts facts = soundFacts();
     facts.hosts.push_back({4712, L"Mastercam"});
@@ -18,7 +18,7 @@ TEST(StatusReport, tellsOfEverythingThatRuns)
     EXPECT_EQ(asText(statusReport(facts)), R"(installation:
   folder: C:\TORVA\ZEM
   from: registry value
-  there: yes
+  exists: yes
 settings:
   file: yes
   UseFtpServer: yes
@@ -57,30 +57,15 @@ port:
 )");
 }
 
-TEST(StatusReport, tellsWhyNothingAnswers)
+TEST(StatusReport, showsWhyNothingAnswers)
 {
     Facts facts;
-    facts.folderThere = {2, "File not found. (error 2)"};
+    facts.folderFound = {2, "File not found. (error 2)"};
     facts.port.answer = {10061, "Connection refused. (error 10061)"};
     EXPECT_EQ(statusReport(facts)["port"].dump(),
               R"~({"number":4559,"answers":false,"cause":"Connection refused. (error 10061)"})~");
     EXPECT_EQ(statusReport(facts)["installation"].dump(),
-              R"({"folder":"C:\\TORVA\\ZEM","from":"default, the registry names none",)"
-              R"("there":false})");
+              R"({"folder":"C:\\TORVA\\ZEM","from":"default, no registry value",)"
+              R"("exists":false})");
     EXPECT_EQ(statusReport(facts)["settings"]["file"], false);
-}
-
-TEST(ReportText, writesScalarsListsAndWhatIsEmpty)
-{
-    EXPECT_EQ(asText({{"ncPath", -1},
-                      {"MCXCATIA", true},
-                      {"numbers", {1, 2}},
-                      {"nothing", nullptr},
-                      {"emptyText", ""},
-                      {"odd", "a\r\x1F"},
-                      {"emptyList", Report::array()},
-                      {"pairs", {Report{{"a", "x"}, {"b", {{"c", 0.5}}}}}}}),
-              "nc path: -1\nMCXCATIA: yes\nnumbers:\n  - 1\n  - 2\nnothing: none\n"
-              "empty text: none\nodd: a<0D><1F>\nempty list: none\npairs:\n  - a: x\n    b:\n      "
-              "c: 0.5\n");
 }

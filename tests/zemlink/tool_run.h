@@ -1,4 +1,4 @@
-// One run of zemlink, with what it prints.
+// One run of zemlink, with its output.
 #pragma once
 
 #include "support/installation.h"
@@ -10,11 +10,11 @@
 
 namespace testing_support {
 
-// Ended with its object when it still runs.
+// The destructor ends the process if it is still running.
 class ToolRun {
 public:
-    // Starts it with these words. What it prints is kept in the installation folder under the name.
-    // The program is the one beside the test's.
+    // Starts it with these arguments. Its output is stored in the installation folder under the
+    // name. The default program is next to the test program.
     ToolRun(const Installation& installation, const std::wstring& words,
             const std::wstring& name = L"zemlink",
             const std::wstring& program = programFolder() + L"zemlink.exe");
@@ -22,12 +22,12 @@ public:
     ToolRun(const ToolRun&) = delete;
     ToolRun& operator=(const ToolRun&) = delete;
 
-    // The exit code, once it has ended; nothing when it still runs after so long.
+    // The exit code; empty when it is still running after the time limit.
     std::optional<DWORD> waitForExit() const;
-    // What it has printed so far, with LF as line end.
+    // The output so far, with LF as line end.
     std::string output() const;
     std::string errors() const;
-    // True once it has printed the text.
+    // True once the output contains the text.
     bool waitForOutput(const std::string& text) const;
 
 private:
@@ -41,7 +41,7 @@ struct ToolResult {
     std::string errors;
 };
 
-// Runs it to its end; ends the test program with a message when that does not come.
+// Runs it to its end; ends the test program with a message if it does not end.
 ToolResult runTool(const Installation& installation, const std::wstring& words);
 
 } // namespace testing_support

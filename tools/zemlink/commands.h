@@ -1,11 +1,11 @@
-// Carries out a command.
+// Carries out the commands.
 #pragma once
 
-#include "tools/zemlink/decisions/arguments.h"
+#include "tools/zemlink/arguments.h"
 
 namespace zemlink {
 
-// Prints what there is to say and gives the program's exit code.
+// Prints the result and returns the program's exit code.
 int carryOut(const Arguments& arguments);
 
 } // namespace zemlink

@@ -1,23 +1,20 @@
 #include "tools/zemlink/gather_facts.h"
 
+#include "peer/bookmark.h"
 #include "peer/exchange_paths.h"
-#include "peer/numbers.h"
 #include "peer/files.h"
-#include "peer/handle.h"
-#include "tools/zemlink/commit_facts.h"
-#include "tools/zemlink/companion_facts.h"
+#include "peer/running_programs.h"
+#include "peer/text.h"
+#include "peer/wire_constants.h"
 #include "tools/zemlink/port_facts.h"
-#include "tools/zemlink/processes.h"
-#include "tools/zemlink/registry.h"
-#include "tools/zemlink/system_error.h"
+#include "tools/zemlink/system.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace zemlink {
 namespace {
 
-Result lookAt(const std::wstring& path, bool isFolderExpected)
+Result checkPath(const std::wstring& path, bool isFolderExpected)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
@@ -31,39 +28,26 @@ Result tryToMakeFile(const std::wstring& folder)
 {
     const std::wstring path =
         folder + L"\\zemlink-" + std::to_wstring(GetCurrentProcessId()) + L".tmp";
-    const companion::OwnHandle file = companion::ownFile(
-        CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
-                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    const peer::OwnHandle file =
+        peer::ownFile(CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                                  FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
     const DWORD error = GetLastError();
     return resultOf(file != nullptr, error);
-}
-
-// The process of `mastercam-4711.dat`; empty for any other name.
-std::optional<std::uint32_t> processOfCommandFile(std::wstring_view name)
-{
-    constexpr std::wstring_view start = L"mastercam-", end = L".dat";
-    if (!name.starts_with(start) || !name.ends_with(end))
-        return std::nullopt;
-    name.remove_prefix(start.size());
-    name.remove_suffix(end.size());
-    const auto number = companion::readNumber(name, 0, std::numeric_limits<std::uint32_t>::max());
-    const bool isHosts =
-        number && std::to_wstring(*number) == name; // no host writes zeros in front
-    return isHosts ? std::optional(static_cast<std::uint32_t>(*number)) : std::nullopt;
 }
 
 std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
 {
     std::vector<CommandFile> files;
     WIN32_FIND_DATAW found{};
-    const HANDLE search = FindFirstFileW((folder + L"\\temp\\mastercam-*.dat").c_str(), &found);
+    const HANDLE search = FindFirstFileW(peer::commandFilePattern(folder).c_str(), &found);
     if (search == INVALID_HANDLE_VALUE)
         return files;
     do {
         const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (const auto process = processOfCommandFile(found.cFileName); process && !isFolder) {
-            const std::wstring path = folder + L"\\temp\\" + found.cFileName;
-            files.push_back({path, *process, companion::fileSize(path), isRunning(*process)});
+        if (const auto process = peer::processOfCommandFile(found.cFileName);
+            process && !isFolder) {
+            const std::wstring path = folder + peer::tempFolder + L'\\' + found.cFileName;
+            files.push_back({path, *process, peer::fileSize(path), isRunning(*process)});
         }
     } while (FindNextFileW(search, &found));
     FindClose(search);
@@ -72,24 +56,82 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
     return files;
 }
 
+// The bookmark holds how far the file has been taken. `finished` applies only to a closed file.
+std::uint64_t takenOf(const peer::CommitPaths& paths, bool isClosed)
+{
+    const auto bytes = peer::readFile(paths.bookmark);
+    const auto bookmark = peer::parseBookmark(peer::fromUtf8(bytes.value_or("")));
+    if (bookmark && bookmark->isFinished)
+        return isClosed ? peer::fileSize(paths.closed) : 0;
+    return bookmark ? bookmark->taken : 0;
+}
+
+CommitFile commitFile(const std::wstring& folder, const std::wstring& name, std::uint32_t process)
+{
+    const peer::CommitPaths paths = peer::commitPaths(folder, process);
+    CommitFile file{folder + peer::tempFolder + L'\\' + name, process, isRunning(process)};
+    const bool hasClosed = peer::isFile(paths.closed);
+    // While a closed file exists, the bookmark belongs to it.
+    const bool isClosed = file.path == paths.closed;
+    file.taken = hasClosed == isClosed ? takenOf(paths, isClosed) : 0;
+    file.waiting = peer::readFile(file.path);
+    if (file.waiting) {
+        file.taken = file.taken <= file.waiting->size() ? file.taken : 0;
+        file.waiting->erase(0, static_cast<size_t>(file.taken));
+    }
+    return file;
+}
+
+// Takes no lock, so that hosts and the Companion are not blocked.
+std::vector<CommitFile> findCommitFiles(const std::wstring& folder)
+{
+    std::vector<CommitFile> files;
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW(peer::commitFilePattern(folder).c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE)
+        return files;
+    do {
+        const std::wstring name = found.cFileName;
+        const auto process = peer::processOfCommitFile(name);
+        if (process && !name.ends_with(peer::bookmarkEnd))
+            files.push_back(commitFile(folder, name, *process));
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+    std::sort(files.begin(), files.end(), [](const CommitFile& a, const CommitFile& b) {
+        return a.process != b.process ? a.process < b.process : a.path < b.path;
+    });
+    return files;
+}
+
 } // namespace
+
+Companion findCompanion()
+{
+    Companion found;
+    found.isRunning = peer::isInstanceRunning();
+    if (HWND window = peer::findInstanceWindow()) {
+        found.process = peer::processOf(window);
+        found.title = peer::windowTitle(window);
+    }
+    return found;
+}
 
 Facts gatherFacts(Temp temp)
 {
     Facts facts;
-    facts.folder = registeredFolder();
+    facts.folder = peer::readInstallationFolder();
     const std::wstring& folder = facts.folder.path;
-    facts.folderThere = lookAt(folder, true);
-    facts.commitThere = lookAt(folder + L"\\commit", true);
-    facts.programThere = lookAt(folder + L"\\TORVA-ZEM.exe", false);
-    if (temp == Temp::isTried)
-        facts.tempWritable = tryToMakeFile(folder + L"\\temp");
-    facts.settings = companion::readFile(folder + L"\\cfg\\settings.ini");
-    facts.companion = lookAtCompanion();
-    facts.hosts = companion::findHosts();
+    facts.folderFound = checkPath(folder, true);
+    facts.commitFolderFound = checkPath(folder + peer::commitFolder, true);
+    facts.programFound = checkPath(folder + L'\\' + peer::companionProgram, false);
+    if (temp == Temp::tested)
+        facts.tempWritable = tryToMakeFile(folder + peer::tempFolder);
+    facts.settings = peer::readFile(folder + peer::settingsFile);
+    facts.companion = findCompanion();
+    facts.hosts = peer::findHosts();
     facts.commandFiles = findCommandFiles(folder);
     facts.commitFiles = findCommitFiles(folder);
-    facts.port = lookAtPort();
+    facts.port = probePort();
     return facts;
 }
 

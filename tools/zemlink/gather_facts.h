@@ -1,12 +1,14 @@
-// Gathers what there is to see of the installation.
+// Collects the facts of the installation.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 namespace zemlink {
 
-enum class Temp { isLeftAlone, isTried }; // whether a file is made in temp, and removed again
+enum class Temp { notTested, tested }; // whether to create a file in temp and delete it again
 
 Facts gatherFacts(Temp temp);
+
+Companion findCompanion();
 
 } // namespace zemlink

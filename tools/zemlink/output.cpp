@@ -1,9 +1,8 @@
 #include "tools/zemlink/output.h"
 
-#include "peer/file_lines.h"
 #include "peer/text.h"
-#include "tools/zemlink/decisions/report_text.h"
-#include "tools/zemlink/system_error.h"
+#include "tools/zemlink/report.h"
+#include "tools/zemlink/system.h"
 
 #include <stdexcept>
 #include <windows.h>
@@ -18,12 +17,13 @@ bool printToConsole(HANDLE stream, std::string_view text)
     DWORD mode = 0;
     if (!GetConsoleMode(stream, &mode))
         return false;
-    const std::wstring wide = companion::fromUtf8(text);
+    const std::wstring wide = peer::fromUtf8(text);
     DWORD written = 0;
     return WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
 }
 
-// Text that is not UTF-8 cannot be in a report, but would be shown rather than end the program.
+// Reports contain only UTF-8; if one does not, it is shown with replacement characters instead of
+// ending the program.
 std::string json(const Report& report, int depth)
 {
     return report.dump(depth, ' ', false, Report::error_handler_t::replace) + '\n';
@@ -45,9 +45,9 @@ void print(Stream stream, std::string_view text)
     }
 }
 
-void printComplaint(std::string_view lines)
+void printUsageError(std::string_view lines)
 {
-    for (const std::string_view line : companion::fileLines(lines))
+    for (const std::string_view line : peer::fileLines(lines))
         print(Stream::error, visible(std::string(line)) + '\n');
 }
 

@@ -1,7 +1,7 @@
-// What the program prints.
+// Standard output and standard error.
 #pragma once
 
-#include "tools/zemlink/decisions/report.h"
+#include "tools/zemlink/report.h"
 
 #include <string_view>
 
@@ -9,15 +9,14 @@ namespace zemlink {
 
 enum class Stream { output, error };
 
-// Writes UTF-8 text at once: as it is, or as the console's own characters where there is one.
-// Throws std::runtime_error when the output does not take it; what the error stream does not take
-// is lost.
+// Writes UTF-8 text unbuffered: as UTF-16 to a console, else unchanged. Throws std::runtime_error
+// when standard output fails; a failure of standard error is ignored.
 void print(Stream stream, std::string_view text);
 
-// The lines of what was wrong about the command line, which they may quote.
-void printComplaint(std::string_view lines);
+// An error message about the command line, which it may quote.
+void printUsageError(std::string_view lines);
 
-// Writes a whole report: JSON, or text; the cause of a failure goes to the error stream in text.
+// Prints a report as JSON or as text; as text, the cause of a failure goes to standard error.
 void printReport(const Report& report, bool isJson);
 
 } // namespace zemlink

@@ -1,8 +1,8 @@
 #include "tools/zemlink/port_facts.h"
 
-#include "peer/line_port.h"
-#include "tools/zemlink/processes.h"
-#include "tools/zemlink/system_error.h"
+#include "peer/notice_port.h"
+#include "peer/wire_constants.h"
+#include "tools/zemlink/system.h"
 
 #include <cstring>
 #include <iphlpapi.h>
@@ -10,11 +10,11 @@
 namespace zemlink {
 namespace {
 
-using companion::OwnSocket;
+using peer::OwnSocket;
 
 constexpr int longestConnectMs = 5000;
 
-// The sockets that listen, each with its process; empty when the system does not tell.
+// The listening sockets, each with its process; empty when unknown.
 std::vector<MIB_TCPROW_OWNER_PID> listeningSockets()
 {
     DWORD bytes = 0;
@@ -38,12 +38,12 @@ std::vector<MIB_TCPROW_OWNER_PID> listeningSockets()
     return rows;
 }
 
-// The computer's first address, which is where hosts send to.
+// The computer's first address, to which hosts send.
 sockaddr_in hostsTarget()
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
-    address.sin_port = htons(companion::linePortNumber);
+    address.sin_port = htons(peer::noticePort);
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     const hostent* own = gethostbyname("");
     if (own != nullptr && own->h_addrtype == AF_INET && own->h_addr_list[0] != nullptr)
@@ -51,7 +51,7 @@ sockaddr_in hostsTarget()
     return address;
 }
 
-// The error that the connection ended in, 0 once it stands.
+// The error of the connection attempt; 0 when connected.
 int waitForConnection(const OwnSocket& socket)
 {
     fd_set writable, failed;
@@ -71,7 +71,7 @@ int waitForConnection(const OwnSocket& socket)
 int connectionError()
 {
     const OwnSocket caller(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-    if (!caller.isOpen() || !companion::makeNonblocking(caller))
+    if (!caller.isOpen() || !peer::makeNonblocking(caller))
         return WSAGetLastError();
     const sockaddr_in target = hostsTarget();
     if (connect(caller.get(), reinterpret_cast<const sockaddr*>(&target), sizeof target) == 0)
@@ -86,7 +86,7 @@ Port portHolder()
 {
     Port port;
     for (const MIB_TCPROW_OWNER_PID& row : listeningSockets()) {
-        if (ntohs(static_cast<u_short>(row.dwLocalPort)) == companion::linePortNumber &&
+        if (ntohs(static_cast<u_short>(row.dwLocalPort)) == peer::noticePort &&
             row.dwOwningPid != 0) {
             port.holder = row.dwOwningPid;
             port.program = programOf(row.dwOwningPid);
@@ -95,9 +95,9 @@ Port portHolder()
     return port;
 }
 
-Port lookAtPort()
+Port probePort()
 {
-    const companion::SocketsLibrary library;
+    const peer::SocketsLibrary library;
     Port port = portHolder();
     const int error = connectionError();
     port.answer = resultOf(error == 0, static_cast<std::uint32_t>(error));

@@ -1,16 +1,16 @@
-// Who is to be met on the port of the lines.
+// Who is listening on port 4559.
 #pragma once
 
-#include "tools/zemlink/decisions/facts.h"
+#include "tools/zemlink/facts.h"
 
 namespace zemlink {
 
-// The process that listens on the port and its program, without a connection. No holder when
-// nobody does or the system does not tell.
+// The listening process and its program, without making a connection. No holder when no process
+// listens or it is unknown.
 Port portHolder();
 
-// The same, and whether a connection is accepted, made to the address to which hosts send; it
-// carries no byte. Takes at most five seconds.
-Port lookAtPort();
+// The same, and whether a connection to the address to which hosts send is accepted; no byte is
+// sent. Takes at most five seconds.
+Port probePort();
 
 } // namespace zemlink

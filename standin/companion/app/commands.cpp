@@ -1,11 +1,12 @@
-#include "commands.h"
+#include "standin/companion/app/commands.h"
 
-#include "event_text.h"
+#include "peer/command_file.h"
 #include "peer/exchange_paths.h"
-#include "peer/requests.h"
 #include "peer/files.h"
-#include "installation.h"
+#include "peer/machine_settings.h"
 #include "peer/text.h"
+#include "standin/companion/app/installation.h"
+#include "standin/companion/log/event_text.h"
 
 #include <algorithm>
 #include <optional>
@@ -13,7 +14,7 @@
 namespace companion {
 namespace {
 
-constexpr std::int32_t secondNumber = 0; // no host does anything with it
+constexpr std::int32_t secondNumber = 0; // hosts ignore it
 
 bool refuse(State& state, const std::wstring& reason)
 {
@@ -21,20 +22,22 @@ bool refuse(State& state, const std::wstring& reason)
     return false;
 }
 
-bool isListed(const std::vector<Host>& hosts, std::uint32_t process)
+bool isListed(const std::vector<peer::Host>& hosts, std::uint32_t process)
 {
     return std::any_of(
-        hosts.begin(), hosts.end(), [&](const Host& host) { return host.process == process; });
+        hosts.begin(), hosts.end(),
+        [&](const peer::Host& host) { return host.process == process; });
 }
 
-// A host without a main window has no property to be found by; its command file shows it.
+// A host without a main window has no property to find it by, but it has a command file.
 bool isRunning(const State& state, std::uint32_t process)
 {
-    return isListed(state.hosts, process) || isFile(commandFilePath(state.folder, process));
+    return isListed(state.hosts, process) ||
+           peer::isFile(peer::commandFilePath(state.folder, process));
 }
 
-// The host of the command, else the first one that runs. Empty, and logged, when there is none.
-std::optional<std::uint32_t> chooseHost(State& state, const Command& command)
+// The host of the command, else the first running one. Empty, and logged, when there is none.
+std::optional<std::uint32_t> chooseHost(State& state, const peer::Command& command)
 {
     refreshHosts(state);
     if (!command.host && state.hosts.empty()) {
@@ -49,55 +52,56 @@ std::optional<std::uint32_t> chooseHost(State& state, const Command& command)
     return process;
 }
 
-std::int32_t requestId(const Command& command, std::int32_t otherwise)
+std::int32_t requestId(const peer::Command& command, std::int32_t otherwise)
 {
     return static_cast<std::int32_t>(command.id.value_or(otherwise));
 }
 
-// A host applies machine settings only if there are some for the request; an item without a
-// machine definition gets none. False when there is one that cannot be written down.
-bool addSettings(const State& state, const Command& command, const LibraryItem& item,
+// A host applies machine settings only if a file exists for the request; an item without a machine
+// definition gets none. False when the settings cannot be encoded.
+bool addSettings(const State& state, const peer::Command& command, const LibraryItem& item,
                  Delivery& delivery)
 {
-    delivery.settingsFile = machineSettingsPath(state.folder, delivery.id);
+    delivery.settingsFile = peer::machineSettingsPath(state.folder, delivery.id);
     const std::wstring machine = command.machine.value_or(item.machine);
     if (machine.empty())
         return true;
-    const auto line = machineSettingsLine(delivery.id, command.ncPath.value_or(item.ncPath),
-                                          secondNumber, machine);
-    const auto bytes = line ? toAnsi(*line) : std::nullopt;
+    const auto line = peer::formatMachineSettings(delivery.id, command.ncPath.value_or(item.ncPath),
+                                                  secondNumber, machine);
+    const auto bytes = line ? peer::toAnsi(*line) : std::nullopt;
     if (!bytes)
         return false;
     delivery.settings = *bytes;
     return true;
 }
 
-bool sendItem(State& state, const Command& command, const LibraryItem& item, std::uint32_t host)
+bool sendItem(State& state, const peer::Command& command, const LibraryItem& item,
+              std::uint32_t host)
 {
     Delivery delivery{.host = host,
                       .id = requestId(command, item.number),
-                      .commandFile = commandFilePath(state.folder, host),
+                      .commandFile = peer::commandFilePath(state.folder, host),
                       .kind = L"open",
                       .writtenEvent = L"sent",
                       .versionFile = versionPath(state.folder, item),
                       .workFile = workFolder(state.folder) + L'\\' + item.name + L".mcam"};
-    if (!isFile(delivery.versionFile))
+    if (!peer::isFile(delivery.versionFile))
         return refuse(state, L"there is no file " + delivery.versionFile);
-    const auto request = openRequest(delivery.id, delivery.workFile);
+    const auto request = peer::formatOpenRequest(delivery.id, delivery.workFile);
     if (!request)
-        return refuse(state, L"a host cannot be given the path " + delivery.workFile);
+        return refuse(state, L"hosts do not accept the path " + delivery.workFile);
     if (!addSettings(state, command, item, delivery))
         return refuse(state, L"the path of the machine definition cannot be passed on");
     keepCopy(state.copies, {delivery.id, item.number, delivery.workFile});
     delivery.request = *request;
     delivery.writtenFields = textField(L"file", delivery.workFile);
-    state.sentFile[host] = fileNameOf(delivery.workFile);
+    state.sentFile[host] = peer::fileNameOf(delivery.workFile);
     deliver(state.deliveries, std::move(delivery));
     return true;
 }
 
-// What hosts have handed back comes first: the part's working copy is about to be written over.
-bool send(State& state, const Command& command)
+// Commits first: the working copy of the part is about to be overwritten.
+bool send(State& state, const peer::Command& command)
 {
     if (!takeAllCommits(state))
         return refuse(state, L"a commit waits to be stored");
@@ -109,7 +113,7 @@ bool send(State& state, const Command& command)
     return host && sendItem(state, command, *item, *host);
 }
 
-bool sendNewFile(State& state, const Command& command)
+bool sendNewFile(State& state, const peer::Command& command)
 {
     const auto host = chooseHost(state, command);
     if (!host)
@@ -117,17 +121,17 @@ bool sendNewFile(State& state, const Command& command)
     const std::int32_t id = requestId(command, 0);
     state.sentFile.erase(*host);
     if (id != 0)
-        keepCopy(state.copies, {.id = id}); // what comes back with this id is a new part
+        keepCopy(state.copies, {.id = id}); // what is committed with this id is a new part
     deliver(state.deliveries, {.host = *host,
                                .id = id,
-                               .commandFile = commandFilePath(state.folder, *host),
-                               .request = newFileRequest(id),
+                               .commandFile = peer::commandFilePath(state.folder, *host),
+                               .request = peer::formatNewFileRequest(id),
                                .kind = L"new-file",
                                .writtenEvent = L"new-file"});
     return true;
 }
 
-bool sendCheckIn(State& state, const Command& command)
+bool sendCheckIn(State& state, const peer::Command& command)
 {
     const auto host = chooseHost(state, command);
     if (!host)
@@ -135,28 +139,28 @@ bool sendCheckIn(State& state, const Command& command)
     const std::wstring name = state.sentFile[*host];
     state.sentFile.erase(*host);
     deliver(state.deliveries, {.host = *host,
-                               .commandFile = commandFilePath(state.folder, *host),
-                               .request = checkInRequest(name),
+                               .commandFile = peer::commandFilePath(state.folder, *host),
+                               .request = peer::formatCheckIn(name),
                                .kind = L"check-in",
                                .writtenEvent = L"check-in",
                                .writtenFields = textField(L"name", name)});
     return true;
 }
 
-bool commit(State& state, const Command& command)
+bool commit(State& state, const peer::Command& command)
 {
     const std::wstring id = command.id ? numberField(L"id", *command.id) : std::wstring();
     logEvent(state.log, L"commit", textField(L"file", command.value) + id);
     return handInCommit(state, command.value, command.id);
 }
 
-bool noteCheckOut(State& state, const Command& command)
+bool logCheckOut(State& state, const peer::Command& command)
 {
     logEvent(state.log, L"check-out", textField(L"file", command.value));
     return true;
 }
 
-bool noteNotUnderstood(State& state, const std::wstring& arguments)
+bool logNotUnderstood(State& state, const std::wstring& arguments)
 {
     logEvent(state.log, L"not-understood", textField(L"text", arguments));
     return false;
@@ -166,17 +170,17 @@ bool noteNotUnderstood(State& state, const std::wstring& arguments)
 
 bool refreshHosts(State& state)
 {
-    std::vector<Host> found = findHosts();
+    std::vector<peer::Host> found = peer::findHosts();
     if (found == state.hosts)
         return false;
     found.swap(state.hosts);
-    for (const Host& host : state.hosts) {
+    for (const peer::Host& host : state.hosts) {
         if (!isListed(found, host.process)) {
             logEvent(state.log, L"host-found",
                      numberField(L"host", host.process) + textField(L"title", host.title));
         }
     }
-    for (const Host& host : found) {
+    for (const peer::Host& host : found) {
         if (!isListed(state.hosts, host.process)) {
             logEvent(state.log, L"host-gone", numberField(L"host", host.process));
             state.sentFile.erase(host.process);
@@ -185,21 +189,21 @@ bool refreshHosts(State& state)
     return true;
 }
 
-bool carryOut(State& state, const Command& command, const std::wstring& arguments)
+bool carryOut(State& state, const peer::Command& command, const std::wstring& arguments)
 {
     switch (command.word) {
-    case Word::checkOut:
-        return noteCheckOut(state, command);
-    case Word::commit:
+    case peer::Word::checkOut:
+        return logCheckOut(state, command);
+    case peer::Word::commit:
         return commit(state, command);
-    case Word::send:
+    case peer::Word::send:
         return send(state, command);
-    case Word::newFile:
+    case peer::Word::newFile:
         return sendNewFile(state, command);
-    case Word::checkIn:
+    case peer::Word::checkIn:
         return sendCheckIn(state, command);
-    case Word::notUnderstood:
-        return noteNotUnderstood(state, arguments);
+    case peer::Word::notUnderstood:
+        return logNotUnderstood(state, arguments);
     default:
         return true;
     }

@@ -1,19 +1,19 @@
-// Carries out the words of a start and, with the same commands, the buttons.
+// Carries out the commands of the command line, which the buttons use, too.
 #pragma once
 
 #include "peer/command_line.h"
-#include "state.h"
+#include "standin/companion/app/state.h"
 
 namespace companion {
 
-// Looks for running hosts again and logs those that came and went. True when anything differs.
+// Updates the list of running hosts and logs the changes. Returns whether there were any.
 bool refreshHosts(State& state);
 
-// Carries out a word that needs no window; every other word does nothing and gives true. False
-// when the word cannot be carried out, which is then logged as refused or not understood.
+// Carries out a command that needs no window; any other does nothing and returns true. False when
+// the command cannot be carried out, which is logged as refused or not-understood.
 //
-// A request counts as carried out when it is on its way: what becomes of it is told by the events
-// taken, not-taken, lost and not-sent.
-bool carryOut(State& state, const Command& command, const std::wstring& arguments);
+// For a request, true means that it is being delivered: its result is one of the events taken,
+// not-taken, lost and not-sent.
+bool carryOut(State& state, const peer::Command& command, const std::wstring& arguments);
 
 } // namespace companion

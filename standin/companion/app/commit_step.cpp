@@ -1,13 +1,12 @@
-#include "commit_step.h"
+#include "standin/companion/app/commit_step.h"
 
 #include "peer/commit_record.h"
-#include "event_text.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
-#include "standin/companion/ui/screen_picture.h"
-#include "state.h"
 #include "peer/text.h"
+#include "standin/companion/app/state.h"
 #include "standin/companion/library/version_store.h"
+#include "standin/companion/log/event_text.h"
 
 #include <chrono>
 
@@ -16,22 +15,22 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Whoever holds a committed file may let go of it; the commits behind it wait as well.
+// Another program may have the committed file open; later commits wait, too.
 constexpr std::chrono::seconds patienceForAFile{10};
 
-std::wstring commitFields(const CommitRecord& record)
+std::wstring commitFields(const peer::CommitRecord& record)
 {
     return textField(L"file", record.file) + numberField(L"id", record.id);
 }
 
-std::wstring sourceField(const RequestFile& file)
+std::wstring sourceField(const CommitFile& file)
 {
-    return wordField(L"from", fileNameOf(file.paths.live));
+    return wordField(L"from", peer::fileNameOf(file.paths.live));
 }
 
-// The end of a record, whatever became of it. An unwritten bookmark only means that a next start
-// would find the version stored before.
-CommitStep passOver(State& state, RequestFile& file, size_t size)
+// The end of a record in any case. If the bookmark cannot be written, the next start finds the
+// version already stored.
+CommitStep passOver(State& state, CommitFile& file, size_t size)
 {
     file.bookmark.taken += size;
     file.bookmark.underWay.reset();
@@ -41,7 +40,7 @@ CommitStep passOver(State& state, RequestFile& file, size_t size)
     return CommitStep::done;
 }
 
-CommitStep wait(State& state, const CommitRecord& record, const std::wstring& reason)
+CommitStep wait(State& state, const peer::CommitRecord& record, const std::wstring& reason)
 {
     if (state.commits.waitsFor != reason) {
         logEvent(state.log, L"commit-waits", commitFields(record) + textField(L"reason", reason));
@@ -50,36 +49,38 @@ CommitStep wait(State& state, const CommitRecord& record, const std::wstring& re
     return CommitStep::waits;
 }
 
-// The picture that was made for it would pass for the next commit's.
-void putPictureAside(State& state, const CommittedFile& file)
+// The picture made for this commit would be used for the next one.
+void movePictureAside(State& state, const CommittedFile& file)
 {
-    const std::wstring kept = freeName(screenPicturePath(state.folder) + L".kept-", L"");
+    const std::wstring kept =
+        peer::freeName(peer::screenPicturePath(state.folder) + L".kept-", L"");
     if (file.pictureNotAfter && takeScreenPicture(state.folder, *file.pictureNotAfter, kept))
         logEvent(state.log, L"picture-kept", textField(L"file", kept));
 }
 
-CommitStep fail(State& state, RequestFile& file, const Piece& piece, const CommittedFile& committed,
-                const std::wstring& reason)
+CommitStep fail(State& state, CommitFile& file, const peer::Piece& piece,
+                const CommittedFile& committed, const std::wstring& reason)
 {
     logEvent(state.log, L"commit-failed",
              commitFields(piece.record) + textField(L"reason", reason));
-    putPictureAside(state, committed);
+    movePictureAside(state, committed);
     return passOver(state, file, piece.size);
 }
 
 // Why the record can never become a version; empty when it can.
-std::wstring refusalOf(const CommitRecord& record)
+std::wstring refusalOf(const peer::CommitRecord& record)
 {
     if (record.file.empty())
         return L"the request names no file";
-    if (!isFullPath(record.file))
+    if (!peer::isFullPath(record.file))
         return L"the request names no full path";
-    return isFile(record.file) ? L"" : L"there is no such file";
+    return peer::isFile(record.file) ? L"" : L"there is no such file";
 }
 
-void logVersion(State& state, const VersionPlan& plan, const wchar_t* event)
+void logVersion(State& state, const peer::VersionPlan& plan, const wchar_t* event)
 {
-    const bool hasPicture = isFile(libraryFolder(state.folder) + L'\\' + pictureFile(plan));
+    const bool hasPicture =
+        peer::isFile(peer::libraryFolder(state.folder) + L'\\' + pictureFile(plan));
     const LibraryItem* item = findName(state.library.index, plan.name);
     logEvent(state.log, event,
              textField(L"name", plan.name) + numberField(L"version", plan.version) +
@@ -87,8 +88,8 @@ void logVersion(State& state, const VersionPlan& plan, const wchar_t* event)
                  wordField(L"picture", hasPicture ? L"yes" : L"no"));
 }
 
-// False when there is no plan to be had just now; `failure` then tells why there never will be one.
-bool plan(State& state, RequestFile& file, const CommitRecord& record, std::wstring& failure)
+// False when no plan is possible now; `failure` is set when none will ever be possible.
+bool plan(State& state, CommitFile& file, const peer::CommitRecord& record, std::wstring& failure)
 {
     refreshLibrary(state.library, state.folder, state.log);
     if (!isReadable(state.library, state.folder))
@@ -96,13 +97,14 @@ bool plan(State& state, RequestFile& file, const CommitRecord& record, std::wstr
     const auto part = partOfCommit(state.copies.copies, state.library.index, record);
     file.bookmark.underWay = planVersion(state.library, state.folder, part, record.file);
     if (!file.bookmark.underWay)
-        failure = L"the part can have no further version";
+        failure = L"the part has reached the last version number";
     return file.bookmark.underWay.has_value();
 }
 
-// A part that came from a host for the first time is found by its file from then on. That is noted
-// once the library has it, but before the bookmark moves on: a next start would come back here.
-void noteNewPart(State& state, const VersionPlan& plan, const std::wstring& path, bool isStoredNow)
+// From now on a new part from a host is found by its file. This is noted after the library has it
+// but before the bookmark advances: otherwise the next start would repeat it.
+void noteNewPart(State& state, const peer::VersionPlan& plan, const std::wstring& path,
+                 bool isStoredNow)
 {
     const LibraryItem* item = findName(state.library.index, plan.name);
     if (item == nullptr)
@@ -115,17 +117,17 @@ void noteNewPart(State& state, const VersionPlan& plan, const std::wstring& path
     }
 }
 
-CommitStep finish(State& state, RequestFile& file, const Piece& piece, bool isNewPart,
+CommitStep finish(State& state, CommitFile& file, const peer::Piece& piece, bool isNewPart,
                   bool isStoredNow)
 {
-    const VersionPlan plan = *file.bookmark.underWay;
+    const peer::VersionPlan plan = *file.bookmark.underWay;
     if (isNewPart)
         noteNewPart(state, plan, piece.record.file, isStoredNow);
     logVersion(state, plan, isStoredNow ? L"version" : L"commit-known");
     return passOver(state, file, piece.size);
 }
 
-CommitStep waitForFile(State& state, RequestFile& file, const Piece& piece,
+CommitStep waitForFile(State& state, CommitFile& file, const peer::Piece& piece,
                        const CommittedFile& committed)
 {
     const std::wstring reason = L"the file cannot be read";
@@ -135,11 +137,11 @@ CommitStep waitForFile(State& state, RequestFile& file, const Piece& piece,
                                                     : fail(state, file, piece, committed, reason);
 }
 
-CommitStep store(State& state, RequestFile& file, const Piece& piece,
+CommitStep store(State& state, CommitFile& file, const peer::Piece& piece,
                  const CommittedFile& committed)
 {
     if (!saveBookmark(file))
-        return wait(state, piece.record, L"the bookmark of the requests cannot be written");
+        return wait(state, piece.record, L"the bookmark cannot be written");
     const bool isNewPart = !partOfCommit(state.copies.copies, state.library.index, piece.record);
     switch (
         storeVersion(state.library, state.folder, state.log, *file.bookmark.underWay, committed)) {
@@ -154,14 +156,14 @@ CommitStep store(State& state, RequestFile& file, const Piece& piece,
     }
 }
 
-// A record that has a plan was begun before, here or by a process that has ended, and goes on.
-CommitStep handleRecord(State& state, RequestFile& file, const Piece& piece,
+// A record with a plan was begun earlier, by this or an ended process, and is continued.
+CommitStep handleRecord(State& state, CommitFile& file, const peer::Piece& piece,
                         const CommittedFile& committed)
 {
     if (file.bookmark.underWay)
         return store(state, file, piece, committed);
     const bool isFirstLook = state.commits.waitsFor.empty();
-    if (isFirstLook && file.process != commandLineProcess)
+    if (isFirstLook && file.process != peer::commandLineProcess)
         logEvent(state.log, L"commit", commitFields(piece.record) + sourceField(file));
     std::wstring failure = refusalOf(piece.record);
     if (failure.empty() && plan(state, file, piece.record, failure))
@@ -170,8 +172,8 @@ CommitStep handleRecord(State& state, RequestFile& file, const Piece& piece,
                            : fail(state, file, piece, committed, failure);
 }
 
-// Only the newest commit can be the one that the screen picture was made for.
-CommittedFile committedFile(const Waiting& waiting, const Piece& piece)
+// The screen picture can only belong to the newest commit.
+CommittedFile committedFile(const Waiting& waiting, const peer::Piece& piece)
 {
     CommittedFile committed{.path = piece.record.file};
     if (waiting.areAll && piece.size == waiting.bytes.size())
@@ -179,10 +181,10 @@ CommittedFile committedFile(const Waiting& waiting, const Piece& piece)
     return committed;
 }
 
-CommitStep putAside(State& state, RequestFile& file, std::string_view bytes)
+CommitStep moveAside(State& state, CommitFile& file, std::string_view bytes)
 {
-    const std::wstring kept = freeName(state.folder + L"\\sys\\skipped-commit-", L".dat");
-    if (!writeFile(kept, bytes))
+    const std::wstring kept = peer::freeName(state.folder + L"\\sys\\skipped-commit-", L".dat");
+    if (!peer::writeFile(kept, bytes))
         return CommitStep::nothing;
     logEvent(state.log, L"commit-skipped",
              sourceField(file) +
@@ -192,34 +194,35 @@ CommitStep putAside(State& state, RequestFile& file, std::string_view bytes)
     return passOver(state, file, bytes.size());
 }
 
-// The look may have cut a record in two at its end; what could be its start stays for the next.
-size_t foreignSize(const Waiting& waiting, const Piece& piece)
+// The read may have cut a record at its end; the bytes that may be its start are left for the next
+// read.
+size_t foreignSize(const Waiting& waiting, const peer::Piece& piece)
 {
     const bool goesToTheEnd = piece.size == waiting.bytes.size();
-    return goesToTheEnd && !waiting.areAll ? piece.size - surestStart : piece.size;
+    return goesToTheEnd && !waiting.areAll ? piece.size - peer::certainRecordStart : piece.size;
 }
 
 } // namespace
 
-CommitStep takeNextCommit(State& state, RequestFile& file)
+CommitStep takeNextCommit(State& state, CommitFile& file)
 {
     const auto waiting = readWaiting(file);
     if (!waiting)
         return CommitStep::nothing;
     if (waiting->bytes.empty()) {
         if (waiting->isClosed)
-            removeRequestFile(file);
+            removeCommitFile(file);
         return CommitStep::nothing;
     }
-    const Piece piece = nextPiece(waiting->bytes);
+    const peer::Piece piece = peer::parsePiece(waiting->bytes);
     switch (piece.kind) {
-    case PieceKind::record:
+    case peer::PieceKind::record:
         return handleRecord(state, file, piece, committedFile(*waiting, piece));
-    case PieceKind::foreign:
-        return putAside(state, file,
-                        std::string_view(waiting->bytes).substr(0, foreignSize(*waiting, piece)));
-    default: // to a closed file the rest never comes
-        return waiting->isClosed ? putAside(state, file, waiting->bytes) : CommitStep::nothing;
+    case peer::PieceKind::foreign:
+        return moveAside(state, file,
+                         std::string_view(waiting->bytes).substr(0, foreignSize(*waiting, piece)));
+    default: // the rest never arrives in a closed file
+        return waiting->isClosed ? moveAside(state, file, waiting->bytes) : CommitStep::nothing;
     }
 }
 

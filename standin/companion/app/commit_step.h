@@ -1,7 +1,7 @@
-// One step through a commit request file.
+// One step through a commit file.
 #pragma once
 
-#include "request_file.h"
+#include "standin/companion/app/commit_file.h"
 
 namespace companion {
 
@@ -9,10 +9,10 @@ struct State;
 
 enum class CommitStep {
     nothing, // nothing to do in this file now
-    done,    // the first record was dealt with, or what is none was put aside
+    done,    // the first record was handled, or foreign bytes were moved aside
     waits    // the first record cannot be stored now
 };
 
-CommitStep takeNextCommit(State& state, RequestFile& file);
+CommitStep takeNextCommit(State& state, CommitFile& file);
 
 } // namespace companion

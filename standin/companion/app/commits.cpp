@@ -1,11 +1,11 @@
-#include "commits.h"
+#include "standin/companion/app/commits.h"
 
-#include "commit_step.h"
 #include "peer/commit_record.h"
-#include "event_text.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
-#include "state.h"
+#include "standin/companion/app/commit_step.h"
+#include "standin/companion/app/state.h"
+#include "standin/companion/log/event_text.h"
 
 #include <algorithm>
 #include <chrono>
@@ -16,46 +16,46 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds oneLook{100};
-constexpr std::int64_t noId = 0xFFFFFFFF;
 
-// Those of ended processes first, because they are the oldest; then the command line's, which a
-// host uses only while no process of this program can be found; then this process's own.
+// Ended processes first, because their commits are the oldest; then the command line, which hosts
+// use only while they find no running Companion; then this process.
 std::vector<std::uint32_t> processesInOrder(const std::wstring& folder)
 {
     const std::uint32_t self = GetCurrentProcessId();
-    std::vector<std::uint32_t> processes = listRequestFiles(folder);
+    std::vector<std::uint32_t> processes = listCommitFiles(folder);
     std::erase_if(processes, [self](std::uint32_t process) {
-        return process == self || process == commandLineProcess || isRunningCompanion(process);
+        return process == self || process == peer::commandLineProcess ||
+               isRunningCompanion(process);
     });
-    processes.push_back(commandLineProcess);
+    processes.push_back(peer::commandLineProcess);
     processes.push_back(self);
     return processes;
 }
 
-RequestFile& fileOf(State& state, std::uint32_t process)
+CommitFile& fileOf(State& state, std::uint32_t process)
 {
     const auto found = state.commits.files.find(process);
     return found != state.commits.files.end()
                ? found->second
-               : state.commits.files.emplace(process, findRequestFile(state.folder, process))
+               : state.commits.files.emplace(process, findCommitFile(state.folder, process))
                      .first->second;
 }
 
-// Closes what an ended process has left, and tells of it when there is something in it.
-void closeLeft(State& state, const RequestFile& file)
+// Closes the commit file of an ended process, and logs it if it contains commits.
+void closeLeft(State& state, const CommitFile& file)
 {
     if (!closeToHosts(file))
         return;
-    const std::uint64_t size = fileSize(file.paths.closed);
-    if (size > file.bookmark.taken && file.process != commandLineProcess) {
+    const std::uint64_t size = peer::fileSize(file.paths.closed);
+    if (size > file.bookmark.taken && file.process != peer::commandLineProcess) {
         logEvent(state.log, L"commits-left",
-                 wordField(L"from", fileNameOf(file.paths.live)) +
+                 wordField(L"from", peer::fileNameOf(file.paths.live)) +
                      numberField(L"bytes", static_cast<std::int64_t>(size - file.bookmark.taken)));
     }
 }
 
-// Steps through one file until it has nothing more to do, a commit waits or the time is over.
-CommitStep takeFrom(State& state, RequestFile& file, Clock::time_point end, bool& isTouched)
+// Steps through one file until nothing is left to do, a commit waits or the time is over.
+CommitStep takeFrom(State& state, CommitFile& file, Clock::time_point end, bool& isTouched)
 {
     for (;;) {
         const CommitStep step = takeNextCommit(state, file);
@@ -65,11 +65,11 @@ CommitStep takeFrom(State& state, RequestFile& file, Clock::time_point end, bool
     }
 }
 
-// Forgets the file when it is gone; a later one of its name is another one.
+// Forgets the file once it is deleted; a later one with the same name is a new one.
 void forgetWhenGone(State& state, std::uint32_t process)
 {
-    const RequestFile& file = fileOf(state, process);
-    if (!hasRequests(file) && !file.bookmark.isFinished)
+    const CommitFile& file = fileOf(state, process);
+    if (!hasCommits(file) && !file.bookmark.isFinished)
         state.commits.files.erase(process);
 }
 
@@ -82,12 +82,12 @@ void startCommits(State& state)
 
 bool handInCommit(State& state, const std::wstring& file, std::optional<std::int64_t> id)
 {
-    const CommitRecord record{static_cast<std::uint32_t>(id.value_or(noId)), file};
-    const RequestFile& kept = fileOf(state, commandLineProcess);
-    if (file.size() > longestCommitName ||
-        !appendToFile(kept.paths.live, commitRecordBytes(record))) {
+    const peer::CommitRecord record{static_cast<std::uint32_t>(id.value_or(peer::noZemId)), file};
+    const CommitFile& kept = fileOf(state, peer::commandLineProcess);
+    if (file.size() > peer::longestCommitName ||
+        !peer::appendToFile(kept.paths.live, peer::formatCommitRecord(record))) {
         logEvent(state.log, L"refused",
-                 textField(L"reason", L"the commit cannot be kept: " + file));
+                 textField(L"reason", L"the commit cannot be written: " + file));
         return false;
     }
     return true;
@@ -98,7 +98,7 @@ CommitProgress takeCommits(State& state)
     const Clock::time_point end = Clock::now() + oneLook;
     CommitProgress progress;
     for (const std::uint32_t process : processesInOrder(state.folder)) {
-        RequestFile& file = fileOf(state, process);
+        CommitFile& file = fileOf(state, process);
         if (process != GetCurrentProcessId())
             closeLeft(state, file);
         const CommitStep step = takeFrom(state, file, end, progress.isLibraryTouched);
@@ -120,14 +120,14 @@ bool takeAllCommits(State& state)
 
 void finishCommits(State& state)
 {
-    // A host that still has the file open is given a second to write its record and close it.
+    // A host that still has the file open gets a second to write its record and close it.
     constexpr int looks = 20;
     constexpr DWORD pauseMs = 50;
-    const RequestFile own = fileOf(state, GetCurrentProcessId());
+    const CommitFile own = fileOf(state, GetCurrentProcessId());
     for (int look = 0; look < looks; ++look) {
         const bool isAllStored = takeAllCommits(state);
         const bool wasClosedNow = closeToHosts(own);
-        if (!isAllStored || !hasRequests(own))
+        if (!isAllStored || !hasCommits(own))
             return;
         Sleep(wasClosedNow ? 0 : pauseMs);
     }

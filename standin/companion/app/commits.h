@@ -1,8 +1,8 @@
-// Takes commits back: out of the request files that hosts append to, and from the command line.
-// Everything here belongs to the thread of the window.
+// Takes commits from the commit files to which hosts append, and from the command line. For the
+// thread of the window.
 #pragma once
 
-#include "request_file.h"
+#include "standin/companion/app/commit_file.h"
 
 #include <chrono>
 #include <cstdint>
@@ -15,17 +15,18 @@ namespace companion {
 struct State;
 
 struct Commits {
-    std::map<std::uint32_t, RequestFile> files; // by process, as last seen
-    std::wstring waitsFor;                      // what the first commit waits for; empty: nothing
-    std::optional<std::chrono::steady_clock::time_point> unreadableSince; // its file
+    std::map<std::uint32_t, CommitFile> files; // by process, as last seen
+    std::wstring waitsFor;                     // why the first commit waits; empty: it does not
+    std::optional<std::chrono::steady_clock::time_point>
+        unreadableSince; // when its file first could not be read
 };
 
-// Closes a request file that an earlier process of the same id left. Call it before a host can find
-// this process.
+// Closes a commit file that an earlier process with the same id has left. Call it before hosts can
+// find this process.
 void startCommits(State& state);
 
-// Hands in a commit of the command line; it is kept and stored as those of the request files are.
-// False when it cannot be kept, which is then logged as refused.
+// Adds a commit from the command line; it is stored like those in the commit files. False when it
+// cannot be written, which is logged as refused.
 bool handInCommit(State& state, const std::wstring& file, std::optional<std::int64_t> id);
 
 struct CommitProgress {
@@ -33,17 +34,16 @@ struct CommitProgress {
     bool isMoreWaiting = false;
 };
 
-// Looks for commits and stores what waits, for about a tenth of a second: those that ended
-// processes of this program left, those of the command line, those for this process. Each ends in
-// one of the events version, commit-known and commit-failed. When the library cannot be written,
-// the first one waits, and those behind it with it.
+// Stores waiting commits for about 100 ms: those of ended processes, those of the command line,
+// those for this process. Each ends with one of the events version, commit-known and commit-failed.
+// When the library cannot be written, the first commit waits, and all later ones with it.
 CommitProgress takeCommits(State& state);
 
-// Takes all that waits. False when a commit cannot be stored now.
+// Stores all waiting commits. False when one cannot be stored now.
 bool takeAllCommits(State& state);
 
-// Takes all that waits and removes this process's request file. What cannot be stored stays for the
-// next start. Call it when hosts can no longer find this process.
+// Stores all waiting commits and removes this process's commit file. Commits that cannot be stored
+// remain for the next start. Call it when hosts can no longer find this process.
 void finishCommits(State& state);
 
 } // namespace companion

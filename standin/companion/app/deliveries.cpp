@@ -1,8 +1,8 @@
-#include "deliveries.h"
+#include "standin/companion/app/deliveries.h"
 
-#include "peer/command_file.h"
-#include "event_text.h"
+#include "peer/delivery.h"
 #include "peer/files.h"
+#include "standin/companion/log/event_text.h"
 
 #include <algorithm>
 #include <chrono>
@@ -13,15 +13,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// The time between two looks at a command file, which bounds the error of `after`.
+// The polling interval, which is the error limit of `after`.
 constexpr DWORD lookEveryMs = 5;
-// With nothing to do; bounds how long the program's end can wait for the thread, whatever happens.
+// Without deliveries; also limits how long the thread takes to end.
 constexpr DWORD idleMs = 100;
 
 struct Ongoing {
     Delivery delivery{};
-    Clock::time_point since{};    // it was begun or, once written, its file was closed
-    Clock::time_point lastSeen{}; // the command file existed
+    Clock::time_point since{};    // when it was begun or, once written, when its file was closed
+    Clock::time_point lastSeen{}; // when the command file last existed
     bool isBegun = false;
     bool isPrepared = false;
     bool isWritten = false;
@@ -55,20 +55,20 @@ void endUnwritten(EventLog& log, Ongoing& ongoing, std::wstring_view reason)
     ongoing.isDone = true;
 }
 
-// Work that was saved and never came back as a version is moved aside. False when that fails.
+// A work file that was saved but never committed is moved aside. False when that fails.
 bool keepChangedWork(EventLog& log, const Delivery& delivery)
 {
-    const std::optional<std::string> work = readFile(delivery.workFile);
-    if (!work || work == readFile(delivery.versionFile))
+    const std::optional<std::string> work = peer::readFile(delivery.workFile);
+    if (!work || work == peer::readFile(delivery.versionFile))
         return true;
-    const std::wstring kept = freeName(delivery.workFile + L".kept-", L"");
+    const std::wstring kept = peer::freeName(delivery.workFile + L".kept-", L"");
     if (!MoveFileW(delivery.workFile.c_str(), kept.c_str()))
         return false;
     logEvent(log, L"kept", numberField(L"id", delivery.id) + textField(L"file", kept));
     return true;
 }
 
-// The copy may come from a write-protected library; the host saves into it.
+// The library may be write-protected, but the host must be able to save the copy.
 bool copyWorkFile(EventLog& log, const Delivery& delivery)
 {
     if (delivery.workFile.empty())
@@ -80,17 +80,17 @@ bool copyWorkFile(EventLog& log, const Delivery& delivery)
            SetFileAttributesW(delivery.workFile.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-// Settings that an earlier request of the same id left behind would count for this one.
+// Settings left over from an earlier request with the same id would apply to this one.
 bool writeSettings(const Delivery& delivery)
 {
     if (delivery.settings.empty()) {
         DeleteFileW(delivery.settingsFile.c_str());
         return true;
     }
-    return writeFile(delivery.settingsFile, delivery.settings);
+    return peer::writeFile(delivery.settingsFile, delivery.settings);
 }
 
-// False when the delivery has ended because something cannot be laid ready.
+// False when the delivery has ended because a file cannot be prepared.
 bool prepare(EventLog& log, Ongoing& ongoing)
 {
     if (!copyWorkFile(log, ongoing.delivery))
@@ -110,13 +110,13 @@ void logWritten(EventLog& log, const Delivery& delivery)
     logEvent(log, delivery.writtenEvent, addressFields(delivery) + delivery.writtenFields);
 }
 
-// The files lie ready before the request is written, because the host may act on it at once; the
-// events are logged after it, because writing the log takes time that `after` would not count.
+// The files are written before the request, because the host may act on it immediately. The events
+// are logged after it, because `after` must not include the time to write the log.
 void tryToWrite(EventLog& log, Ongoing& ongoing)
 {
     if (!ongoing.isPrepared && !prepare(log, ongoing))
         return;
-    if (!writeRequest(ongoing.delivery.commandFile, ongoing.delivery.request))
+    if (!peer::writeRequest(ongoing.delivery.commandFile, ongoing.delivery.request))
         return;
     ongoing.since = Clock::now();
     ongoing.lastSeen = ongoing.since;
@@ -124,45 +124,45 @@ void tryToWrite(EventLog& log, Ongoing& ongoing)
     logWritten(log, ongoing.delivery);
 }
 
-void act(EventLog& log, Ongoing& ongoing, Verdict verdict)
+void act(EventLog& log, Ongoing& ongoing, peer::Verdict verdict)
 {
     switch (verdict) {
-    case Verdict::wait:
+    case peer::Verdict::wait:
         break;
-    case Verdict::write:
+    case peer::Verdict::write:
         tryToWrite(log, ongoing);
         break;
-    case Verdict::full:
+    case peer::Verdict::full:
         endUnwritten(log, ongoing, L"the host has not taken an earlier request");
         break;
-    case Verdict::missing:
+    case peer::Verdict::missing:
         endUnwritten(log, ongoing, L"the host has no command file");
         break;
-    case Verdict::taken:
+    case peer::Verdict::taken:
         endWritten(log, ongoing, L"taken");
         break;
-    case Verdict::notTaken:
+    case peer::Verdict::notTaken:
         endWritten(log, ongoing, L"not-taken");
         break;
-    case Verdict::lost:
+    case peer::Verdict::lost:
         endWritten(log, ongoing, L"lost");
         break;
     }
 }
 
-void step(DeliveryDesk& desk, Ongoing& ongoing)
+void step(DeliveryQueue& queue, Ongoing& ongoing)
 {
     if (!ongoing.isBegun) {
         ongoing.isBegun = true;
         ongoing.since = Clock::now();
         ongoing.lastSeen = ongoing.since;
     }
-    const Sight sight = lookAtCommandFile(ongoing.delivery.commandFile);
-    if (sight.exists)
+    const peer::CommandFileState state = peer::readCommandFileState(ongoing.delivery.commandFile);
+    if (state.exists)
         ongoing.lastSeen = Clock::now();
-    const auto judge = ongoing.isWritten ? judgeAfterWriting : judgeBeforeWriting;
-    act(*desk.log, ongoing,
-        judge(sight, elapsedMs(ongoing.since), elapsedMs(ongoing.lastSeen), desk.bounds));
+    const auto judge = ongoing.isWritten ? peer::judgeAfterWriting : peer::judgeBeforeWriting;
+    act(*queue.log, ongoing,
+        judge(state, elapsedMs(ongoing.since), elapsedMs(ongoing.lastSeen), queue.bounds));
 }
 
 bool isFirstOfItsHost(const std::vector<Ongoing>& all, const Ongoing& one)
@@ -173,66 +173,66 @@ bool isFirstOfItsHost(const std::vector<Ongoing>& all, const Ongoing& one)
     return &*first == &one;
 }
 
-void stepAll(DeliveryDesk& desk, std::vector<Ongoing>& all)
+void stepAll(DeliveryQueue& queue, std::vector<Ongoing>& all)
 {
     for (Ongoing& one : all)
         if (isFirstOfItsHost(all, one))
-            step(desk, one);
+            step(queue, one);
     std::erase_if(all, [](const Ongoing& one) { return one.isDone; });
 }
 
-// Waits for arrivals or the end. The event stays set until a wait has seen it.
-void collect(DeliveryDesk& desk, std::vector<Ongoing>& all)
+// Waits for new deliveries or the end. The event stays set until a wait has returned for it.
+void collect(DeliveryQueue& queue, std::vector<Ongoing>& all)
 {
-    WaitForSingleObject(desk.wake.get(), all.empty() ? idleMs : lookEveryMs);
-    const std::lock_guard lock(desk.mutex);
-    for (Delivery& delivery : desk.arrived)
+    WaitForSingleObject(queue.wake.get(), all.empty() ? idleMs : lookEveryMs);
+    const std::lock_guard lock(queue.mutex);
+    for (Delivery& delivery : queue.arrived)
         all.push_back({.delivery = std::move(delivery)});
-    desk.arrived.clear();
+    queue.arrived.clear();
 }
 
-void work(DeliveryDesk& desk, const std::stop_token& stop)
+void work(DeliveryQueue& queue, const std::stop_token& stop)
 {
     std::vector<Ongoing> all;
     while (!stop.stop_requested()) {
-        collect(desk, all);
-        stepAll(desk, all);
+        collect(queue, all);
+        stepAll(queue, all);
     }
     for (Ongoing& one : all)
         if (one.isWritten)
-            endWritten(*desk.log, one, L"not-taken");
+            endWritten(*queue.log, one, L"not-taken");
         else
-            endUnwritten(*desk.log, one, L"the program ends");
+            endUnwritten(*queue.log, one, L"the program ends");
 }
 
 } // namespace
 
-void startDeliveries(DeliveryDesk& desk)
+void startDeliveries(DeliveryQueue& queue)
 {
-    desk.worker = std::jthread([&desk](const std::stop_token& stop) {
+    queue.worker = std::jthread([&queue](const std::stop_token& stop) {
         try {
-            work(desk, stop);
+            work(queue, stop);
         } catch (...) {
-            // Out of memory: nothing more is delivered, the window goes on.
+            // Out of memory: nothing more is delivered, the window continues.
         }
     });
 }
 
-void stopDeliveries(DeliveryDesk& desk)
+void stopDeliveries(DeliveryQueue& queue)
 {
-    desk.worker.request_stop();
-    SetEvent(desk.wake.get());
-    if (desk.worker.joinable())
-        desk.worker.join();
+    queue.worker.request_stop();
+    SetEvent(queue.wake.get());
+    if (queue.worker.joinable())
+        queue.worker.join();
 }
 
-void deliver(DeliveryDesk& desk, Delivery delivery)
+void deliver(DeliveryQueue& queue, Delivery delivery)
 {
     {
-        const std::lock_guard lock(desk.mutex);
-        desk.arrived.push_back(std::move(delivery));
+        const std::lock_guard lock(queue.mutex);
+        queue.arrived.push_back(std::move(delivery));
     }
-    SetEvent(desk.wake.get());
+    SetEvent(queue.wake.get());
 }
 
 } // namespace companion

@@ -1,9 +1,9 @@
-// Brings requests to hosts on a thread of its own, so that the window never waits for a host.
+// Delivers requests to hosts on its own thread, so that the window never waits for a host.
 #pragma once
 
 #include "peer/delivery.h"
-#include "event_log.h"
 #include "peer/handle.h"
+#include "standin/companion/log/event_log.h"
 
 #include <cstdint>
 #include <mutex>
@@ -13,7 +13,7 @@
 
 namespace companion {
 
-// One request and what has to lie ready when the host reads it. An empty path: nothing to do.
+// One request and the files that the host needs for it. An empty path means nothing to do.
 struct Delivery {
     std::uint32_t host = 0; // process id
     std::int32_t id = 0;
@@ -24,29 +24,29 @@ struct Delivery {
     std::wstring writtenFields{};
     std::wstring versionFile{}; // copied to `workFile` first
     std::wstring workFile{};
-    std::wstring settingsFile{}; // written next, with `settings`; without any, removed
+    std::wstring settingsFile{}; // written next, with `settings`; deleted if those are empty
     std::string settings{};
 };
 
-struct DeliveryDesk {
-    EventLog* log = nullptr; // outlives the desk
-    DeliveryBounds bounds;
+struct DeliveryQueue {
+    EventLog* log = nullptr; // must outlive this object
+    peer::DeliveryBounds bounds;
     std::mutex mutex;
     std::vector<Delivery> arrived; // guarded by `mutex`
-    // Set when there are arrivals or the end is asked for; reset by the thread's wait for it.
-    OwnHandle wake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    // Set on new deliveries and to end the thread; reset by the thread's wait.
+    peer::OwnHandle wake{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
     std::jthread worker;
 };
 
-// Starts the desk's thread.
-void startDeliveries(DeliveryDesk& desk);
+// Starts the thread.
+void startDeliveries(DeliveryQueue& queue);
 
-// Ends and joins the thread. What is still under way is given up and logged as such.
-void stopDeliveries(DeliveryDesk& desk);
+// Ends and joins the thread. Unfinished deliveries are given up and logged.
+void stopDeliveries(DeliveryQueue& queue);
 
-// Hands a delivery to the thread. Those to one host are carried out in the order they came, each
-// when the one before has ended; those to different hosts side by side. Each ends in exactly one
-// of the events taken, not-taken, lost and not-sent.
-void deliver(DeliveryDesk& desk, Delivery delivery);
+// Passes a delivery to the thread. Deliveries to one host are carried out one after the other,
+// those to different hosts in parallel. Each ends with exactly one of the events taken, not-taken,
+// lost and not-sent.
+void deliver(DeliveryQueue& queue, Delivery delivery);
 
 } // namespace companion

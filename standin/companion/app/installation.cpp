@@ -1,7 +1,7 @@
-#include "installation.h"
+#include "standin/companion/app/installation.h"
 
-#include "peer/requests.h"
-#include "peer/identifiers.h"
+#include "peer/command_file.h"
+#include "peer/wire_constants.h"
 
 #include <windows.h>
 
@@ -33,7 +33,7 @@ std::wstring installationFolder()
     return path.substr(0, path.find_last_of(L'\\'));
 }
 
-void makeSubfolders(const std::wstring& folder)
+void createSubfolders(const std::wstring& folder)
 {
     for (const wchar_t* subfolder : subfolders)
         CreateDirectoryW((folder + L'\\' + subfolder).c_str(), nullptr);
@@ -43,7 +43,7 @@ std::wstring workFolder(const std::wstring& folder)
 {
     std::wstring work = folder + L"\\work";
     CreateDirectoryW(work.c_str(), nullptr);
-    if (isPlainAscii(work))
+    if (peer::isPlainAscii(work))
         return work;
     const std::wstring shortWork = shortForm(work);
     return shortWork.empty() ? work : shortWork;
@@ -53,11 +53,11 @@ bool registerFolder(const std::wstring& folder)
 {
     // Hosts ask for the 32-bit view.
     HKEY key = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, registryKey, 0, nullptr, 0,
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, peer::registryKey, 0, nullptr, 0,
                         KEY_SET_VALUE | KEY_WOW64_32KEY, nullptr, &key, nullptr) != ERROR_SUCCESS)
         return false;
     const auto bytes = static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t));
-    const LSTATUS status = RegSetValueExW(key, registryValue, 0, REG_SZ,
+    const LSTATUS status = RegSetValueExW(key, peer::registryValue, 0, REG_SZ,
                                           reinterpret_cast<const BYTE*>(folder.c_str()), bytes);
     RegCloseKey(key);
     return status == ERROR_SUCCESS;

@@ -1,22 +1,22 @@
-// The installation folder: the folder in which the program itself lies.
+// The installation folder: the directory of this program.
 #pragma once
 
 #include <string>
 
 namespace companion {
 
-// Without a backslash at its end.
+// Without a trailing backslash.
 std::wstring installationFolder();
 
-// Creates the subfolders that the exchanges need, as far as they are missing.
-void makeSubfolders(const std::wstring& folder);
+// Creates the missing subfolders.
+void createSubfolders(const std::wstring& folder);
 
-// The folder for files that hosts open, created when it is missing. Hosts take a path only as
-// plain ASCII: where the installation folder is not, its short form is used if the disk has one.
+// The folder for files that hosts open; created if missing. Hosts accept only plain ASCII paths:
+// for any other installation folder its short name is used if the disk has short names.
 std::wstring workFolder(const std::wstring& folder);
 
-// Tells the current user's hosts, in the registry, that this folder is the installation folder.
-// False when the registry refuses.
+// Writes this folder to the registry of the current user as the installation folder. False on
+// failure.
 bool registerFolder(const std::wstring& folder);
 
 } // namespace companion

@@ -95,7 +95,7 @@ SheetRows toolRows(const SetupSheet& sheet)
 
 std::wstring durationText(const std::wstring& seconds)
 {
-    constexpr double longest = 1e9; // more is no machining time
+    constexpr double longest = 1e9; // more is not a machining time
     wchar_t* end = nullptr;
     const double value = std::wcstod(seconds.c_str(), &end);
     if (end != seconds.c_str() + seconds.size() || !(value >= 0 && value <= longest) ||

@@ -16,7 +16,7 @@
 
 namespace companion {
 
-// Values are kept as they are written; one that is missing is empty.
+// Values are kept as written; a missing one is empty.
 struct SheetTool {
     std::wstring number, diameter, cornerRadius, feed, comment;
 };
@@ -31,17 +31,17 @@ struct SetupSheet {
     std::vector<SheetOperation> operations;
 };
 
-// Empty when the text is not a whole document of this kind.
+// Empty when the text is not a complete document of this kind.
 std::optional<SetupSheet> readSetupSheet(std::wstring_view text);
 
-// The rows of the window's two lists: each operation in the order of the file (id, type, group,
-// tool, depth, NC file, time), and each different tool in the order of its first use (number,
-// diameter, corner radius, feed, comment). A tool without a number is none.
+// The rows of the window's two lists: the operations in file order (id, type, group, tool, depth,
+// NC file, time), and the different tools in order of first use (number, diameter, corner radius,
+// feed, comment). A tool without a number is left out.
 using SheetRows = std::vector<std::vector<std::wstring>>;
 SheetRows operationRows(const SetupSheet& sheet);
 SheetRows toolRows(const SetupSheet& sheet);
 
-// `1:24` for "83.5", `1:00:00` for "3600"; a text that is no number of seconds stays as it is.
+// `1:24` for "83.5", `1:00:00` for "3600"; any other text is not changed.
 std::wstring durationText(const std::wstring& seconds);
 
 } // namespace companion

@@ -1,14 +1,14 @@
-// What the running instance holds. The thread of the window owns it; the event log, the
-// deliveries and the line listener guard themselves.
+// The state of the running instance. It belongs to the thread of the window; the event log, the
+// deliveries and the notice receiver are thread-safe.
 #pragma once
 
-#include "commits.h"
-#include "standin/companion/ui/copy_list.h"
-#include "deliveries.h"
-#include "event_log.h"
-#include "peer/hosts.h"
+#include "peer/running_programs.h"
+#include "standin/companion/app/commits.h"
+#include "standin/companion/app/deliveries.h"
+#include "standin/companion/app/notices.h"
 #include "standin/companion/library/library.h"
-#include "line_listener.h"
+#include "standin/companion/library/working_copies.h"
+#include "standin/companion/log/event_log.h"
 
 #include <cstdint>
 #include <map>
@@ -23,10 +23,10 @@ struct State {
     Library library;
     CopyList copies;
     Commits commits;
-    std::vector<Host> hosts;                        // as last looked for
+    std::vector<peer::Host> hosts;                  // as last found
     std::map<std::uint32_t, std::wstring> sentFile; // by host: name of the file last sent to it
-    DeliveryDesk deliveries;
-    LineListener lines;
+    DeliveryQueue deliveries;
+    NoticeReceiver lines;
 };
 
 } // namespace companion

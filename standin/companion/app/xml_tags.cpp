@@ -11,7 +11,7 @@ constexpr std::pair<std::wstring_view, wchar_t> entities[] = {
     {L"&amp;", L'&'}, {L"&lt;", L'<'}, {L"&gt;", L'>'}, {L"&quot;", L'"'}, {L"&apos;", L'\''},
 };
 
-// Takes what stands before the delimiter, and the delimiter, off the front; empty without one.
+// Removes the text before the delimiter, and the delimiter. Empty without a delimiter.
 std::optional<std::wstring_view> takeUntil(std::wstring_view& text, std::wstring_view delimiter)
 {
     const size_t end = text.find(delimiter);
@@ -28,7 +28,7 @@ void skipWhiteSpace(std::wstring_view& text)
     text.remove_prefix(end == std::wstring_view::npos ? text.size() : end);
 }
 
-// A reference that is none of the five named ones stays as it is written.
+// Only the five named references are replaced.
 std::wstring resolved(std::wstring_view text)
 {
     std::wstring result;
@@ -47,7 +47,7 @@ std::wstring resolved(std::wstring_view text)
     return result;
 }
 
-// Takes a name off the front, up to white space or one of the characters that end it.
+// Removes a name, up to white space or one of the characters that end it.
 std::wstring takeName(std::wstring_view& text)
 {
     std::wstring name(text.substr(0, text.find_first_of(L" \t\r\n=/>\"")));
@@ -55,7 +55,7 @@ std::wstring takeName(std::wstring_view& text)
     return name;
 }
 
-// `name="value"`, with the white space behind it.
+// `name="value"`, with the white space after it.
 bool takeAttribute(std::wstring_view& text, Tag& tag)
 {
     const std::wstring name = takeName(text);
@@ -70,7 +70,7 @@ bool takeAttribute(std::wstring_view& text, Tag& tag)
     return true;
 }
 
-// Takes a tag off the front, whose `<` is off already.
+// Removes a tag whose `<` is already removed.
 std::optional<Tag> takeTag(std::wstring_view& text)
 {
     Tag tag;

@@ -1,4 +1,4 @@
-// As much of XML as a setup sheet needs: its tags and their attributes.
+// The tags and attributes of XML, as far as a setup sheet needs them.
 #pragma once
 
 #include <map>
@@ -15,9 +15,9 @@ struct Tag {
     std::map<std::wstring, std::wstring> attributes{};
 };
 
-// The tags in their order; declarations, comments and the text between tags are left out. Empty
-// when the text has no tag at its start or one that is not well formed. Whether start and end tags
-// match is not looked at.
+// The tags in order; declarations, comments and the text between tags are left out. Empty when the
+// text does not start with a tag or one is not well-formed. Matching of start and end tags is not
+// checked.
 std::optional<std::vector<Tag>> readTags(std::wstring_view text);
 
 } // namespace companion

@@ -1,10 +1,10 @@
-#include "library.h"
+#include "standin/companion/library/library.h"
 
-#include "standin/companion/app/event_text.h"
 #include "peer/exchange_paths.h"
-#include "part_summary.h"
 #include "peer/files.h"
 #include "peer/text.h"
+#include "standin/companion/log/event_text.h"
+#include <algorithm>
 
 #include <map>
 #include <utility>
@@ -16,11 +16,12 @@ std::vector<int> countAllOperations(const std::wstring& folder, const LibraryInd
 {
     std::vector<int> operations;
     for (const LibraryItem& item : index.items)
-        operations.push_back(countOperations(readFile(versionPath(folder, item)).value_or("")));
+        operations.push_back(
+            countOperations(peer::readFile(versionPath(folder, item)).value_or("")));
     return operations;
 }
 
-// What an earlier index told of the same version goes on to be true.
+// The counts of versions that the earlier index contains are still valid.
 std::vector<int> countNewOperations(const std::wstring& folder, const LibraryIndex& index,
                                     const Library& earlier)
 {
@@ -33,7 +34,7 @@ std::vector<int> countNewOperations(const std::wstring& folder, const LibraryInd
         operations.push_back(
             found != known.end()
                 ? found->second
-                : countOperations(readFile(versionPath(folder, item)).value_or("")));
+                : countOperations(peer::readFile(versionPath(folder, item)).value_or("")));
     }
     return operations;
 }
@@ -45,15 +46,25 @@ void logLibrary(const LibraryIndex& index, EventLog& log)
         logEvent(log, L"library-line-bad", numberField(L"line", line));
 }
 
+std::string_view takeLine(std::string_view& text)
+{
+    const size_t end = std::min(text.find('\n'), text.size() - 1);
+    std::string_view line = text.substr(0, end + 1);
+    text.remove_prefix(end + 1);
+    while (line.ends_with('\n') || line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
+}
+
 } // namespace
 
 bool refreshLibrary(Library& library, const std::wstring& folder, EventLog& log)
 {
-    std::optional<std::string> bytes = readFile(libraryIndexPath(folder));
+    std::optional<std::string> bytes = peer::readFile(peer::libraryIndexPath(folder));
     if (bytes == library.indexBytes)
         return false;
     library.indexBytes = std::move(bytes);
-    library.index = readLibraryIndex(fromUtf8(library.indexBytes.value_or("")));
+    library.index = readLibraryIndex(peer::fromUtf8(library.indexBytes.value_or("")));
     library.operations = countAllOperations(folder, library.index);
     logLibrary(library.index, log);
     return true;
@@ -61,14 +72,14 @@ bool refreshLibrary(Library& library, const std::wstring& folder, EventLog& log)
 
 bool isReadable(const Library& library, const std::wstring& folder)
 {
-    return library.indexBytes || !isFile(libraryIndexPath(folder));
+    return library.indexBytes || !peer::isFile(peer::libraryIndexPath(folder));
 }
 
 bool changeIndex(Library& library, const std::wstring& folder, const std::string& bytes)
 {
-    if (!replaceFile(libraryIndexPath(folder), bytes))
+    if (!peer::replaceFile(peer::libraryIndexPath(folder), bytes))
         return false;
-    LibraryIndex index = readLibraryIndex(fromUtf8(bytes));
+    LibraryIndex index = readLibraryIndex(peer::fromUtf8(bytes));
     library.operations = countNewOperations(folder, index, library);
     library.index = std::move(index);
     library.indexBytes = bytes;
@@ -77,7 +88,18 @@ bool changeIndex(Library& library, const std::wstring& folder, const std::string
 
 std::wstring versionPath(const std::wstring& folder, const LibraryItem& item)
 {
-    return libraryFolder(folder) + L'\\' + versionFile(item);
+    return peer::libraryFolder(folder) + L'\\' + versionFile(item);
+}
+
+int countOperations(std::string_view partFile)
+{
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (partFile.starts_with(byteOrderMark))
+        partFile.remove_prefix(byteOrderMark.size());
+    int operations = 0;
+    while (!partFile.empty())
+        operations += takeLine(partFile) == "[operation]" ? 1 : 0;
+    return operations;
 }
 
 } // namespace companion

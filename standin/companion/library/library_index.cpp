@@ -1,7 +1,7 @@
 #include "standin/companion/library/library_index.h"
 
-#include "peer/ascii_case.h"
 #include "peer/numbers.h"
+#include "peer/text.h"
 
 #include <algorithm>
 #include <limits>
@@ -47,9 +47,9 @@ std::optional<LibraryItem> readItem(std::wstring_view line)
     const std::vector<std::wstring_view> fields = splitFields(line);
     if (fields.size() != fieldCount || !isFolderName(fields[1]))
         return std::nullopt;
-    const auto number = readNumber(fields[0], 1, mostNumber);
-    const auto version = readNumber(fields[2], 1, mostNumber);
-    const auto ncPath = readNumber(fields[3], 0, mostNumber);
+    const auto number = peer::parseNumber(fields[0], 1, mostNumber);
+    const auto version = peer::parseNumber(fields[2], 1, mostNumber);
+    const auto ncPath = peer::parseNumber(fields[3], 0, mostNumber);
     if (!number || !version || !ncPath)
         return std::nullopt;
     return LibraryItem{.number = static_cast<std::int32_t>(*number),
@@ -82,6 +82,18 @@ const LibraryItem* findWhere(const LibraryIndex& index, const Condition& conditi
     return found == index.items.end() ? nullptr : &*found;
 }
 
+constexpr std::string_view heading =
+    "# The part library. One part a line; a line that starts with # is a comment.\n"
+    "# number | name | version | NC path | machine definition | description\n";
+
+size_t startOfLine(std::string_view text, int line)
+{
+    size_t start = 0;
+    for (int i = 1; i < line; ++i)
+        start = text.find('\n', start) + 1;
+    return start;
+}
+
 } // namespace
 
 LibraryIndex readLibraryIndex(std::wstring_view text)
@@ -102,7 +114,7 @@ const LibraryItem* findItem(const LibraryIndex& index, std::wstring_view nameOrN
     return findWhere(
         index,
         [&](const LibraryItem& item) {
-            return isSameIgnoringCase(item.name, nameOrNumber) ||
+            return peer::isSameIgnoringCase(item.name, nameOrNumber) ||
                    std::to_wstring(item.number) == nameOrNumber;
         });
 }
@@ -110,7 +122,7 @@ const LibraryItem* findItem(const LibraryIndex& index, std::wstring_view nameOrN
 const LibraryItem* findName(const LibraryIndex& index, std::wstring_view name)
 {
     return findWhere(
-        index, [&](const LibraryItem& item) { return isSameIgnoringCase(item.name, name); });
+        index, [&](const LibraryItem& item) { return peer::isSameIgnoringCase(item.name, name); });
 }
 
 const LibraryItem* findNumber(const LibraryIndex& index, std::int32_t number)
@@ -122,6 +134,35 @@ const LibraryItem* findNumber(const LibraryIndex& index, std::int32_t number)
 std::wstring versionFile(const LibraryItem& item)
 {
     return item.name + L"\\v" + std::to_wstring(item.version) + L".mcam";
+}
+
+std::string withVersion(std::string_view index, int line, std::int32_t version)
+{
+    const size_t nameBar = index.find('|', startOfLine(index, line));
+    const size_t field = index.find('|', nameBar + 1) + 1;
+    const size_t first = index.find_first_not_of(" \t", field);
+    const size_t end = index.find_first_of(" \t|", first);
+    std::string changed(index.substr(0, first));
+    changed += std::to_string(version);
+    changed += index.substr(end);
+    return changed;
+}
+
+std::string withLine(std::string_view index, std::string_view line)
+{
+    std::string changed(index.empty() ? heading : index);
+    if (!changed.ends_with('\n'))
+        changed += '\n';
+    changed += line;
+    changed += '\n';
+    return changed;
+}
+
+std::wstring indexLine(const LibraryItem& item)
+{
+    return std::to_wstring(item.number) + L" | " + item.name + L" | " +
+           std::to_wstring(item.version) + L" | " + std::to_wstring(item.ncPath) + L" | " +
+           item.machine + L" | " + item.description;
 }
 
 } // namespace companion

@@ -11,7 +11,7 @@ namespace {
 constexpr std::int32_t largestNumber = std::numeric_limits<std::int32_t>::max();
 constexpr std::wstring_view notInAName = L"\\/:*?\"<>|";
 
-std::wstring fileOf(const VersionPlan& plan, const wchar_t* extension)
+std::wstring fileOf(const peer::VersionPlan& plan, const wchar_t* extension)
 {
     return plan.name + L"\\v" + std::to_wstring(plan.version) + extension;
 }
@@ -26,7 +26,7 @@ bool isLowSurrogate(wchar_t c)
     return c >= 0xDC00 && c <= 0xDFFF;
 }
 
-// Half a pair has no place in the index, which is UTF-8.
+// An unpaired surrogate cannot be stored in the index, which is UTF-8.
 bool isHalfAPair(std::wstring_view text, size_t place)
 {
     const wchar_t c = text[place];
@@ -50,17 +50,17 @@ std::wstring cleaned(std::wstring_view text)
 
 } // namespace
 
-std::wstring pictureFile(const VersionPlan& plan)
+std::wstring pictureFile(const peer::VersionPlan& plan)
 {
     return fileOf(plan, L".bmp");
 }
 
-std::wstring versionFile(const VersionPlan& plan)
+std::wstring versionFile(const peer::VersionPlan& plan)
 {
     return fileOf(plan, L".mcam");
 }
 
-bool isInIndex(const LibraryIndex& index, const VersionPlan& plan)
+bool isInIndex(const LibraryIndex& index, const peer::VersionPlan& plan)
 {
     const LibraryItem* item = findName(index, plan.name);
     return item != nullptr && item->version >= plan.version;
@@ -79,7 +79,7 @@ std::int32_t freeNumber(const LibraryIndex& index)
 
 std::wstring newPartName(const LibraryIndex& index, std::wstring_view file)
 {
-    const std::wstring fileName = fileNameOf(std::wstring(file));
+    const std::wstring fileName = peer::fileNameOf(std::wstring(file));
     const std::wstring name = cleaned(fileName.substr(0, fileName.find_last_of(L'.')));
     std::wstring unused = name;
     for (int i = 2; findName(index, unused) != nullptr; ++i)

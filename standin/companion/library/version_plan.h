@@ -1,6 +1,7 @@
 // Which version of which part a committed file becomes.
 #pragma once
 
+#include "peer/bookmark.h"
 #include "standin/companion/library/library_index.h"
 
 #include <cstdint>
@@ -9,25 +10,19 @@
 
 namespace companion {
 
-struct VersionPlan {
-    std::int32_t number = 0; // of the part
-    std::int32_t version = 0;
-    std::wstring name; // of the part, which is also its folder's
-};
-
 // `bracket\v2.bmp`, relative to the library folder.
-std::wstring pictureFile(const VersionPlan& plan);
+std::wstring pictureFile(const peer::VersionPlan& plan);
 // `bracket\v2.mcam`, relative to the library folder.
-std::wstring versionFile(const VersionPlan& plan);
+std::wstring versionFile(const peer::VersionPlan& plan);
 
-// True when the index tells of that version of that part, or of a later one.
-bool isInIndex(const LibraryIndex& index, const VersionPlan& plan);
+// True when the index contains that version of the part, or a later one.
+bool isInIndex(const LibraryIndex& index, const peer::VersionPlan& plan);
 
-// The number of a new part: behind the largest one, as long as there is such a number.
+// The number of a new part: after the largest one, or any free one if that is the largest possible.
 std::int32_t freeNumber(const LibraryIndex& index);
 
-// The name of a new part: the file's, without its extension and without what a folder or the index
-// cannot hold, and with `-2`, `-3`, … where the library has that name already.
+// The name of a new part: the file name without its extension and without characters that a folder
+// or the index cannot contain; with `-2`, `-3`, … if the library already has that name.
 std::wstring newPartName(const LibraryIndex& index, std::wstring_view file);
 
 } // namespace companion

@@ -1,8 +1,8 @@
 // Puts committed files into the library as new versions.
 #pragma once
 
-#include "version_plan.h"
-#include "library.h"
+#include "standin/companion/library/library.h"
+#include "standin/companion/library/version_plan.h"
 
 #include <optional>
 #include <string>
@@ -12,27 +12,33 @@ namespace companion {
 
 enum class Storing {
     stored,
-    storedBefore, // the index tells of that version already; nothing was done
-    unreadable,   // the committed file is missing, held by somebody or being changed
+    storedBefore, // the index already contains that version; nothing was done
+    unreadable,   // the committed file is missing, locked or being changed
     unwritable    // the library or its index
 };
 
 struct CommittedFile {
     std::wstring path;
-    // The screen picture belongs to it when it was made until then; empty: none does.
+    // The screen picture belongs to it if it was written no later than this; empty: no picture.
     std::optional<FILETIME> pictureNotAfter{};
 };
 
-// The version that the file would become: the next one of the part with that number that nothing in
-// its folder is named after, or version 1 of a new part. Empty when the part has the last version
-// that a number can tell.
-std::optional<VersionPlan> planVersion(const Library& library, const std::wstring& folder,
-                                       std::optional<std::int32_t> part, const std::wstring& file);
+// The version that the file will become: the next version of the part with that number for which no
+// file exists, or version 1 of a new part. Empty when the part has reached the largest version
+// number.
+std::optional<peer::VersionPlan> planVersion(const Library& library, const std::wstring& folder,
+                                             std::optional<std::int32_t> part,
+                                             const std::wstring& file);
 
-// Carries the plan out: picture, part file and index in this order, each whole or not at all.
-// Whatever ended an earlier try, also the program's end, the same plan goes on where that stopped,
-// so it is stored once.
+// Carries out the plan: picture, part file and index in this order, each completely or not at all.
+// After an interrupted try, even by the end of the program, the same plan continues where it
+// stopped, so that it is stored once.
 Storing storeVersion(Library& library, const std::wstring& folder, EventLog& log,
-                     const VersionPlan& plan, const CommittedFile& file);
+                     const peer::VersionPlan& plan, const CommittedFile& file);
+
+// Moves the picture to this path, so that a later commit cannot use it. False when there is none,
+// or when it was written after that time and so belongs to a later commit.
+bool takeScreenPicture(const std::wstring& folder, const FILETIME& notAfter,
+                       const std::wstring& to);
 
 } // namespace companion

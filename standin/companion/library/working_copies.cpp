@@ -1,7 +1,8 @@
 #include "standin/companion/library/working_copies.h"
 
-#include "peer/ascii_case.h"
+#include "peer/files.h"
 #include "peer/numbers.h"
+#include "peer/text.h"
 
 #include <algorithm>
 #include <limits>
@@ -11,9 +12,8 @@ namespace {
 
 using Limits = std::numeric_limits<std::int32_t>;
 
-constexpr std::uint32_t noId = 0xFFFFFFFF;
 constexpr std::wstring_view bar = L" | ";
-constexpr size_t mostCopies = 1000; // the oldest go
+constexpr size_t mostCopies = 1000; // the oldest are removed
 
 std::optional<WorkingCopy> readLine(std::wstring_view line)
 {
@@ -22,9 +22,9 @@ std::optional<WorkingCopy> readLine(std::wstring_view line)
     if (second == line.npos)
         return std::nullopt;
     const std::wstring_view id = line.substr(0, first);
-    const auto idNumber = readNumber(id, Limits::min(), Limits::max());
-    const auto number =
-        readNumber(line.substr(first + bar.size(), second - first - bar.size()), 0, Limits::max());
+    const auto idNumber = peer::parseNumber(id, Limits::min(), Limits::max());
+    const auto number = peer::parseNumber(
+        line.substr(first + bar.size(), second - first - bar.size()), 0, Limits::max());
     if (!number || (!idNumber && id != L"-"))
         return std::nullopt;
     WorkingCopy copy{.number = static_cast<std::int32_t>(*number),
@@ -37,12 +37,12 @@ std::optional<WorkingCopy> readLine(std::wstring_view line)
 const WorkingCopy* copyAt(const WorkingCopies& copies, std::wstring_view path)
 {
     const auto found = std::find_if(copies.rbegin(), copies.rend(), [&](const WorkingCopy& copy) {
-        return !copy.path.empty() && isSameIgnoringCase(copy.path, path);
+        return !copy.path.empty() && peer::isSameIgnoringCase(copy.path, path);
     });
     return found == copies.rend() ? nullptr : &*found;
 }
 
-// Hosts give a negative id back as the unsigned number of the same bits.
+// Hosts return a negative id as the unsigned number with the same bits.
 const WorkingCopy* copySentWith(const WorkingCopies& copies, std::uint32_t id)
 {
     const auto found = std::find_if(copies.rbegin(), copies.rend(), [&](const WorkingCopy& copy) {
@@ -81,7 +81,7 @@ std::wstring workingCopiesText(const WorkingCopies& copies)
 void noteWorkingCopy(WorkingCopies& copies, const WorkingCopy& copy)
 {
     for (WorkingCopy& earlier : copies) {
-        if (isSameIgnoringCase(earlier.path, copy.path))
+        if (peer::isSameIgnoringCase(earlier.path, copy.path))
             earlier.path.clear();
         if (earlier.id == copy.id)
             earlier.id.reset();
@@ -94,16 +94,27 @@ void noteWorkingCopy(WorkingCopies& copies, const WorkingCopy& copy)
 }
 
 std::optional<std::int32_t> partOfCommit(const WorkingCopies& copies, const LibraryIndex& index,
-                                         const CommitRecord& record)
+                                         const peer::CommitRecord& record)
 {
     const WorkingCopy* copy = copyAt(copies, record.file);
     if (copy != nullptr && findNumber(index, copy->number) != nullptr)
         return copy->number;
-    if (record.id == 0 || record.id == noId)
+    if (record.id == 0 || record.id == peer::noZemId)
         return std::nullopt;
     copy = copySentWith(copies, record.id);
     const auto number = copy != nullptr ? copy->number : static_cast<std::int32_t>(record.id);
     return findNumber(index, number) != nullptr ? std::optional(number) : std::nullopt;
+}
+
+CopyList readCopyList(const std::wstring& path)
+{
+    return {path, readWorkingCopies(peer::fromUtf8(peer::readFile(path).value_or("")))};
+}
+
+void keepCopy(CopyList& list, const WorkingCopy& copy)
+{
+    noteWorkingCopy(list.copies, copy);
+    peer::replaceFile(list.path, peer::toUtf8(workingCopiesText(list.copies)));
 }
 
 } // namespace companion

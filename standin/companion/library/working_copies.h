@@ -1,6 +1,6 @@
-// Which part of the library a file that a host works on is a copy of. The list outlives the
-// program, `sys\working-copies.txt`: UTF-8, one copy a line, later lines count more than earlier
-// ones, `-` for no id and 0 for no part.
+// Which library part a working file of a host belongs to. The list is stored in
+// `sys\working-copies.txt`: UTF-8, one copy a line, later lines take precedence, `-` for no id and
+// 0 for no part.
 //
 //   17 | 17 | C:\TORVA\ZEM\work\bracket.mcam     sent with request id 17
 //   - | 43 | C:\parts\plate.mcam                 committed without having been sent
@@ -26,19 +26,30 @@ struct WorkingCopy {
 
 using WorkingCopies = std::vector<WorkingCopy>;
 
-// A line that is none of these is passed over.
+// Other lines are ignored.
 WorkingCopies readWorkingCopies(std::wstring_view text);
 std::wstring workingCopiesText(const WorkingCopies& copies);
 
-// Adds a copy. An earlier one loses its path or its id to it where they are the same, and goes when
+// Adds a copy. An earlier one with the same path or id loses that path or id, and is removed when
 // it has neither.
 void noteWorkingCopy(WorkingCopies& copies, const WorkingCopy& copy);
 
-// The part that a committed file belongs to: the one whose copy the file is, because a version must
-// never land under another part; else the one that was sent with the id, for a file that was saved
-// elsewhere; else the one with the id as its number. Empty for a new part. The ids 0, which hosts
-// have after a check-in, and 4294967295 say nothing.
+// The part of a committed file: the one whose working copy the file is, because a version must
+// never be stored under another part; else the one that was sent with the id, for a file that was
+// saved under another name; else the one with the id as its number. Empty for a new part. The ids
+// 0, which hosts have after a check-in, and 4294967295 are ignored.
 std::optional<std::int32_t> partOfCommit(const WorkingCopies& copies, const LibraryIndex& index,
-                                         const CommitRecord& record);
+                                         const peer::CommitRecord& record);
+
+struct CopyList {
+    std::wstring path; // of its file
+    WorkingCopies copies;
+};
+
+// A file that is missing or cannot be read gives an empty list.
+CopyList readCopyList(const std::wstring& path);
+
+// Adds the copy and writes the file. If that fails, this process still knows the copy.
+void keepCopy(CopyList& list, const WorkingCopy& copy);
 
 } // namespace companion

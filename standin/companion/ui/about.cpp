@@ -1,8 +1,8 @@
-#include "about.h"
+#include "standin/companion/ui/about.h"
 
-#include "peer/identifiers.h"
-#include "look.h"
-#include "standin/companion/app/version.h"
+#include "peer/wire_constants.h"
+#include "standin/companion/app/resource.h"
+#include "standin/companion/ui/look.h"
 
 #include <memory>
 #include <string>
@@ -28,7 +28,7 @@ void paint(HWND window, const Look& look)
     fillArea(context, {0, 0, clientWidth, clientHeight}, backgroundColour);
     fillArea(context, {0, 0, clientWidth, bandHeight}, headerColour);
     fillArea(context, {0, bandHeight - 3, clientWidth, 3}, accentColour);
-    drawLine(context, {16, 12, clientWidth - 32, 30}, productName, look.product.get(),
+    drawLine(context, {16, 12, clientWidth - 32, 30}, peer::productName, look.product.get(),
              headerTextColour, DT_LEFT | DT_VCENTER);
     drawLine(context, {16, bandHeight + 14, clientWidth - 32, 18}, L"Version " COMPANION_VERSION,
              look.title.get(), titleColour, DT_LEFT | DT_VCENTER);
@@ -82,7 +82,7 @@ void registerWindowClass()
     RegisterClassW(&record);
 }
 
-// Handles have 32 significant bits in every process; the upper half repeats the sign.
+// Window handles have 32 significant bits in every process; the upper half is the sign extension.
 HWND windowOf(std::uint32_t handle)
 {
     return reinterpret_cast<HWND>(static_cast<INT_PTR>(static_cast<std::int32_t>(handle)));
@@ -103,8 +103,8 @@ void createAbout(HWND over)
     const int width = frame.right - frame.left;
     const int height = frame.bottom - frame.top;
     const POINT place = placeOver(over, width, height);
-    const std::wstring title = std::wstring(L"About ") + productName;
-    // It has no owner: an owner in the host's process would tie the two programs' input together.
+    const std::wstring title = std::wstring(L"About ") + peer::productName;
+    // No owner: an owner in the host process would attach the input queues of the two programs.
     HWND window =
         CreateWindowExW(WS_EX_TOPMOST, windowClass, title.c_str(), windowStyle, place.x, place.y,
                         width, height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);

@@ -39,7 +39,7 @@ int bottomOf(const Rectangle& area)
     return area.top + area.height;
 }
 
-// Gives the place of a list under its title.
+// Returns the rectangle of a list below its title.
 Rectangle listUnder(const Rectangle& title, int height)
 {
     return {title.left, bottomOf(title), title.width, height};
@@ -72,14 +72,14 @@ void placeButtons(WindowLayout& layout, int top)
     layout.checkIn = bounded(newFileLeft + buttonWidth + gap, top, buttonWidth, buttonHeight);
 }
 
-// Beside the buttons where there is room, else beneath them.
+// Next to the buttons if there is space, else below them.
 void placeHint(WindowLayout& layout, int clientWidth, bool isWide)
 {
-    const int beside = layout.checkIn.left + layout.checkIn.width + gap;
-    layout.hint =
-        isWide ? bounded(beside, layout.send.top, clientWidth - margin - beside, buttonHeight)
-               : bounded(margin, bottomOf(layout.send) + gap / 2, clientWidth - 2 * margin,
-                         titleHeight);
+    const int right = layout.checkIn.left + layout.checkIn.width + gap;
+    layout.hint = isWide
+                      ? bounded(right, layout.send.top, clientWidth - margin - right, buttonHeight)
+                      : bounded(margin, bottomOf(layout.send) + gap / 2, clientWidth - 2 * margin,
+                                titleHeight);
 }
 
 void placeVersions(WindowLayout& layout, int clientWidth, int clientHeight)

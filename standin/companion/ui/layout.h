@@ -1,4 +1,4 @@
-// Where the main window and its pieces stand. All lengths are pixels.
+// Positions of the main window and its parts. All lengths are pixels.
 #pragma once
 
 namespace companion {
@@ -11,29 +11,28 @@ struct Rectangle {
 };
 
 struct WindowLayout {
-    Rectangle header; // the coloured band across the top
+    Rectangle header; // the coloured bar at the top
     Rectangle libraryTitle, library;
     Rectangle hostsTitle, hosts;
     Rectangle send, newFile, checkIn; // buttons
-    Rectangle hint;                   // what the buttons would do
+    Rectangle hint;                   // what the buttons will do
     Rectangle versionsTitle, versions, pictureTitle, picture;
     Rectangle eventsTitle, events;
 };
 
-// The pieces of a client area of that size: in a wide one library and hosts stand side by side, in
-// a narrow one above each other. Beneath stand the versions and the picture of one, side by side.
-// The list of events takes the height that is left; in a low area versions and picture make room
-// for it. A client area too small for everything gives pieces of width or height 0, never a
-// negative one.
+// The parts of a client area of that size. In a wide one, library and hosts are side by side; in a
+// narrow one, below each other. Below them are the versions and a picture, side by side. The event
+// list gets the remaining height; in a low area versions and picture become smaller for it. If the
+// client area is too small, parts get width or height 0, never negative values.
 WindowLayout layOutWindow(int clientWidth, int clientHeight);
 
-// The largest place in the middle of the area that has the proportions of a picture of that size.
-// Of width and height 0 when the picture or the area is.
+// The largest centred rectangle in the area with the proportions of a picture of that size. Width
+// and height are 0 when the picture or the area is empty.
 Rectangle fitInto(const Rectangle& area, int pictureWidth, int pictureHeight);
 
-// The window at the right and bottom of the work area. Where a screen has room for it, it leaves
-// 1000 pixels at the left free for a host's window, if need be by being narrow and higher. It is
-// never larger than the work area.
+// The window at the lower right of the work area. Where the screen is wide enough, it leaves 1000
+// pixels on the left free for a host window, if necessary by being narrow and higher. It is never
+// larger than the work area.
 Rectangle placeWindow(const Rectangle& workArea);
 
 } // namespace companion

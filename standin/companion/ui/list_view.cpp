@@ -1,6 +1,6 @@
-#include "list_view.h"
+#include "standin/companion/ui/list_view.h"
 
-#include "look.h"
+#include "standin/companion/ui/look.h"
 
 #include <algorithm>
 
@@ -120,7 +120,7 @@ void appendRows(HWND list, const std::vector<ListRow>& rows, int most)
 {
     const int added = std::min(static_cast<int>(rows.size()), most);
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
-    // First of all, so that no row is inserted only to go again.
+    // First, so that no row is inserted just to be removed again.
     while (rowCount(list) > most - added)
         SendMessageW(list, LVM_DELETEITEM, 0, 0);
     for (auto row = rows.end() - added; row != rows.end(); ++row)
@@ -137,7 +137,7 @@ LRESULT drawListRow(NMLVCUSTOMDRAW& drawing)
         return CDRF_NOTIFYITEMDRAW;
     if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT)
         return CDRF_DODEFAULT;
-    // The control's own mark, which this takes the place of, depends on the keyboard.
+    // The highlight of the control, which this replaces, depends on the keyboard focus.
     const LRESULT state = SendMessageW(drawing.nmcd.hdr.hwndFrom, LVM_GETITEMSTATE,
                                        drawing.nmcd.dwItemSpec, LVIS_SELECTED);
     if ((state & LVIS_SELECTED) != 0) {

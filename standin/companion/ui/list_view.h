@@ -1,4 +1,4 @@
-// A list with columns, one row selectable.
+// A list with columns, in which one row can be selected.
 #pragma once
 
 #include <initializer_list>
@@ -13,13 +13,13 @@ namespace companion {
 
 struct Column {
     const wchar_t* title;
-    int width;             // pixels; 0: what is left of the list's width
+    int width;             // pixels; 0: the remaining width of the list
     bool isNumber = false; // aligned right
 };
 
 struct ListRow {
     std::vector<std::wstring> cells;
-    LPARAM key = 0; // tells the row from the others
+    LPARAM key = 0; // identifies the row
 };
 
 // A child window with the control id; null when it cannot be created.
@@ -27,21 +27,22 @@ HWND createList(HWND parent, int controlId);
 
 void setColumns(HWND list, std::initializer_list<Column> columns);
 
-// Gives the column of width 0 the width that is left. Call it when the list's size has changed.
+// Gives the remaining width to the column of width 0. Call it when the size of the list has
+// changed.
 void fitLastColumn(HWND list);
 
-// Rows of these cells, each with its place, from 0, as the key.
+// Rows of these cells; the key of each is its index.
 std::vector<ListRow> numberedRows(const std::vector<std::vector<std::wstring>>& rows);
 
 // Replaces all rows. The row with the key of the selected one stays selected; without such a row,
 // the first one is.
 void setRows(HWND list, const std::vector<ListRow>& rows);
 
-// Adds rows at the end and scrolls to the last; the oldest rows go beyond `most` of them.
+// Adds rows at the end and scrolls to the last one; removes the oldest rows above `most`.
 void appendRows(HWND list, const std::vector<ListRow>& rows, int most);
 
-// The answer to a list's NM_CUSTOMDRAW: the selected row keeps its colour while another window or
-// list has the keyboard, because what the buttons act on must stay readable.
+// The result for a NM_CUSTOMDRAW notification of a list: the selected row keeps its colour while
+// another window or list has the keyboard focus, because the user must see what the buttons act on.
 LRESULT drawListRow(NMLVCUSTOMDRAW& drawing);
 
 // The key of the selected row.

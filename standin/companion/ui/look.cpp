@@ -1,4 +1,4 @@
-#include "look.h"
+#include "standin/companion/ui/look.h"
 
 namespace companion {
 namespace {

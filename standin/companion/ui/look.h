@@ -1,7 +1,7 @@
 // Fonts and colours of the windows.
 #pragma once
 
-#include "layout.h"
+#include "standin/companion/ui/layout.h"
 
 #include <memory>
 #include <string_view>
@@ -23,7 +23,7 @@ inline constexpr COLORREF faintHeaderTextColour = RGB(168, 190, 212);
 inline constexpr COLORREF titleColour = RGB(22, 50, 79);
 inline constexpr COLORREF selectionColour = RGB(205, 224, 243);
 
-// Lives from the window's creation to its end; the windows use what is in it.
+// Exists as long as the window.
 struct Look {
     OwnObject text, title, product; // fonts
     OwnObject background;           // brush
@@ -34,8 +34,8 @@ Look makeLook();
 // Fills the rectangle with a colour.
 void fillArea(HDC context, const Rectangle& area, COLORREF colour);
 
-// Draws one line of text into the rectangle, cut with dots where it is too long. `format`: the
-// system's DT_ flags for its place.
+// Draws one line of text into the rectangle, shortened with an ellipsis if it is too long.
+// `format`: DT_ flags for its alignment.
 void drawLine(HDC context, const Rectangle& area, std::wstring_view text, HGDIOBJ font,
               COLORREF colour, UINT format);
 

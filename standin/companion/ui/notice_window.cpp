@@ -1,7 +1,7 @@
-#include "notice_window.h"
+#include "standin/companion/ui/notice_window.h"
 
-#include "list_view.h"
 #include "standin/companion/app/resource.h"
+#include "standin/companion/ui/list_view.h"
 
 #include <algorithm>
 
@@ -85,10 +85,10 @@ LRESULT receive(NoticeWindow& notice, UINT message, WPARAM wParam, LPARAM lParam
     case WM_PAINT:
         paint(notice);
         return 0;
-    case WM_CTLCOLORSTATIC: // of a text that is read-only but no label
+    case WM_CTLCOLORSTATIC: // sent for a read-only edit control, too
         return reinterpret_cast<LRESULT>(GetStockObject(WHITE_BRUSH));
     case WM_COMMAND:
-        // The escape key comes as IDCANCEL.
+        // Pressing Escape arrives as IDCANCEL.
         if (LOWORD(wParam) == IDCANCEL)
             DestroyWindow(notice.window);
         return 0;
@@ -118,7 +118,7 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     try {
         return receive(*notice, message, wParam, lParam);
     } catch (...) {
-        return 0; // out of memory; the system's callers know no exceptions
+        return 0; // out of memory; Windows cannot handle exceptions
     }
 }
 
@@ -133,7 +133,7 @@ void registerWindowClass(const wchar_t* windowClass)
     RegisterClassW(&record);
 }
 
-// In the middle of its owner, as far as the work area has room for it there.
+// Centred on its owner, but within the work area.
 POINT firstPlace(HWND owner)
 {
     RECT work{};

@@ -1,6 +1,6 @@
-#include "panes.h"
+#include "standin/companion/ui/panes.h"
 
-#include "list_view.h"
+#include "standin/companion/ui/list_view.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -142,7 +142,7 @@ void showLibrary(const Panes& panes, const State& state)
 void showHosts(const Panes& panes, const State& state)
 {
     std::vector<ListRow> rows;
-    for (const Host& host : state.hosts)
+    for (const peer::Host& host : state.hosts)
         rows.push_back({{std::to_wstring(host.process), host.title}, host.process});
     setRows(panes.hosts, rows);
     setText(panes.hostsTitle, hostsTitle(rows.size()));

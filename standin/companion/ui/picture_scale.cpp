@@ -5,12 +5,12 @@
 namespace companion {
 namespace {
 
-// From the first to behind the last; at least one.
+// A half-open range that is not empty.
 struct Span {
     int first, end;
 };
 
-// What the pixel at this place stands for when `from` of them become `to`.
+// The pixels that the pixel at `place` replaces when `from` pixels become `to`.
 Span spanOf(int place, int from, int to)
 {
     const int first = static_cast<int>(std::int64_t{place} * from / to);
@@ -18,7 +18,7 @@ Span spanOf(int place, int from, int to)
     return {first, std::max(end, first + 1)};
 }
 
-std::uint32_t meanOf(const Pixels& picture, const Span& columns, const Span& rows)
+std::uint32_t meanOf(const peer::Pixels& picture, const Span& columns, const Span& rows)
 {
     std::uint64_t sums[3]{};
     for (int row = rows.first; row < rows.end; ++row) {
@@ -39,11 +39,11 @@ std::uint32_t meanOf(const Pixels& picture, const Span& columns, const Span& row
 
 } // namespace
 
-Pixels scaled(const Pixels& picture, int width, int height)
+peer::Pixels scaled(const peer::Pixels& picture, int width, int height)
 {
     if (width <= 0 || height <= 0 || picture.values.empty())
         return {};
-    Pixels result{width, height};
+    peer::Pixels result{width, height};
     for (int row = 0; row < height; ++row) {
         const Span rows = spanOf(row, picture.height, height);
         for (int column = 0; column < width; ++column)

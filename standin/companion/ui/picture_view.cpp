@@ -1,7 +1,8 @@
-#include "picture_view.h"
+#include "standin/companion/ui/picture_view.h"
 
-#include "standin/companion/ui/bitmap_file.h"
+#include "peer/bitmap_file.h"
 #include "peer/files.h"
+#include "standin/companion/ui/picture_scale.h"
 
 #include <memory>
 
@@ -15,7 +16,7 @@ constexpr COLORREF faintColour = RGB(112, 124, 138);
 
 struct PictureView {
     const Look* look = nullptr;
-    Pixels picture; // empty: the text is shown
+    peer::Pixels picture; // empty: the text is shown
     std::wstring otherwise;
 };
 
@@ -24,8 +25,8 @@ PictureView* viewOf(HWND window)
     return reinterpret_cast<PictureView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
-// A negative height: the rows go downwards.
-BITMAPINFO descriptionOf(const Pixels& picture)
+// A negative height means rows from the top down.
+BITMAPINFO descriptionOf(const peer::Pixels& picture)
 {
     BITMAPINFO description{};
     description.bmiHeader.biSize = sizeof description.bmiHeader;
@@ -37,24 +38,24 @@ BITMAPINFO descriptionOf(const Pixels& picture)
     return description;
 }
 
-// Empty when the file is missing or no bitmap. Not the system's own reader: it trusts the sizes
-// that a file claims, which anybody can have written.
-Pixels readPicture(const std::wstring& path)
+// Empty when the file is missing or not a bitmap. We do not use the system's reader because it
+// trusts the sizes in the file, which another program may have written.
+peer::Pixels readPicture(const std::wstring& path)
 {
-    return readBitmapFile(readFile(path, largestBitmapFile).value_or(""));
+    return peer::parseBitmap(peer::readFile(path, peer::largestBitmapFile).value_or(""));
 }
 
 // "toolimage-4.bmp, 100 x 200"
-std::wstring describe(const std::wstring& path, const Pixels& picture)
+std::wstring describe(const std::wstring& path, const peer::Pixels& picture)
 {
     return path.substr(path.find_last_of(L'\\') + 1) + L", " + std::to_wstring(picture.width) +
            L" x " + std::to_wstring(picture.height);
 }
 
-void drawPicture(HDC context, const Rectangle& inside, const Pixels& picture)
+void drawPicture(HDC context, const Rectangle& inside, const peer::Pixels& picture)
 {
     const Rectangle place = fitInto(inside, picture.width, picture.height);
-    const Pixels shown = scaled(picture, place.width, place.height);
+    const peer::Pixels shown = scaled(picture, place.width, place.height);
     const BITMAPINFO description = descriptionOf(shown);
     SetDIBitsToDevice(context, place.left, place.top, static_cast<DWORD>(shown.width),
                       static_cast<DWORD>(shown.height), 0, 0, 0, static_cast<UINT>(shown.height),
@@ -95,7 +96,7 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         try {
             paint(window, *view);
         } catch (...) {
-            ValidateRect(window, nullptr); // out of memory: it stays blank
+            ValidateRect(window, nullptr); // out of memory: it stays empty
         }
         return 0;
     case WM_NCDESTROY:
@@ -135,7 +136,7 @@ void showPicture(HWND window, const std::wstring& path, const std::wstring& othe
     PictureView* view = viewOf(window);
     if (view == nullptr)
         return;
-    view->picture = path.empty() ? Pixels{} : readPicture(path);
+    view->picture = path.empty() ? peer::Pixels{} : readPicture(path);
     view->otherwise = otherwise;
     const bool shown = !view->picture.values.empty();
     SetWindowTextW(window, (shown ? describe(path, view->picture) : otherwise).c_str());

@@ -1,8 +1,8 @@
-#include "queue_window.h"
+#include "standin/companion/ui/queue_window.h"
 
 #include "peer/exchange_paths.h"
-#include "list_view.h"
-#include "notice_window.h"
+#include "standin/companion/ui/list_view.h"
+#include "standin/companion/ui/notice_window.h"
 
 #include <algorithm>
 #include <memory>
@@ -51,14 +51,14 @@ bool isMissing(const QueuedProgram& program)
 
 std::wstring sizeText(const QueuedProgram& program)
 {
-    return isMissing(program)             ? L"missing"
-           : program.bytes == notLookedAt ? L"elsewhere"
-                                          : std::to_wstring(program.bytes);
+    return isMissing(program)         ? L"missing"
+           : program.bytes == notRead ? L"elsewhere"
+                                      : std::to_wstring(program.bytes);
 }
 
 std::vector<std::wstring> cellsOf(const QueuedProgram& program)
 {
-    const std::wstring name = fileNameOf(program.file);
+    const std::wstring name = peer::fileNameOf(program.file);
     return {name, sizeText(program), program.group, std::to_wstring(program.pathNumber),
             program.file.substr(0, program.file.size() - name.size())};
 }
@@ -83,7 +83,7 @@ void showQueue(HWND owner, const ReceivedQueue& queue)
     window->heading = L"NC programs";
     window->details = detailsOf(queue);
     setRows(window->programs, numberedRows(rows));
-    showNoticeWindow(*window, L"NC queue: " + fileNameOf(queue.file));
+    showNoticeWindow(*window, L"NC queue: " + peer::fileNameOf(queue.file));
 }
 
 } // namespace companion

@@ -1,8 +1,8 @@
-#include "sheet_window.h"
+#include "standin/companion/ui/sheet_window.h"
 
 #include "peer/exchange_paths.h"
-#include "list_view.h"
-#include "notice_window.h"
+#include "standin/companion/ui/list_view.h"
+#include "standin/companion/ui/notice_window.h"
 
 #include <algorithm>
 #include <memory>
@@ -28,7 +28,7 @@ struct SheetLayout {
     Rectangle operationsTitle, operations, toolsTitle, tools, text;
 };
 
-// The operations get three fifths of the height that the lists share.
+// The operations get three fifths of the height of both lists.
 SheetLayout layOutSheet(int clientWidth, int clientHeight)
 {
     const int width = std::max(clientWidth - 2 * margin, 0);
@@ -92,8 +92,9 @@ std::unique_ptr<NoticeWindow> makeSheetWindow()
 
 std::wstring partName(const ReceivedSheet& sheet)
 {
-    const std::wstring name = sheet.content ? fileNameOf(sheet.content->file) : std::wstring();
-    return name.empty() ? fileNameOf(sheet.file) : name;
+    const std::wstring name =
+        sheet.content ? peer::fileNameOf(sheet.content->file) : std::wstring();
+    return name.empty() ? peer::fileNameOf(sheet.file) : name;
 }
 
 std::wstring detailsOf(const ReceivedSheet& sheet)
@@ -105,7 +106,7 @@ std::wstring detailsOf(const ReceivedSheet& sheet)
     if (!sheet.content->seconds.empty())
         details += L"     Time: " + durationText(sheet.content->seconds);
     if (!sheet.content->machine.empty())
-        details += L"     Machine: " + fileNameOf(sheet.content->machine);
+        details += L"     Machine: " + peer::fileNameOf(sheet.content->machine);
     return details;
 }
 

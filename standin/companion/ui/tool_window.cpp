@@ -1,9 +1,9 @@
-#include "tool_window.h"
+#include "standin/companion/ui/tool_window.h"
 
 #include "peer/exchange_paths.h"
-#include "list_view.h"
-#include "notice_window.h"
-#include "picture_view.h"
+#include "standin/companion/ui/list_view.h"
+#include "standin/companion/ui/notice_window.h"
+#include "standin/companion/ui/picture_view.h"
 
 #include <algorithm>
 #include <memory>
@@ -32,8 +32,8 @@ struct ToolLayout {
     Rectangle toolsTitle, tools, pictureTitle, picture, valuesTitle, values;
 };
 
-// The tools get two fifths of the height that the lists share; the picture and the values half the
-// width each.
+// The tools get two fifths of the height of both lists; the picture and the values half the width
+// each.
 ToolLayout layOutTools(int clientWidth, int clientHeight)
 {
     const int width = std::max(clientWidth - 2 * margin, 0);
@@ -93,12 +93,12 @@ void ToolWindow::showChosen()
 {
     const auto row = static_cast<size_t>(selectedKey(tools).value_or(-1));
     if (row >= received.records.size()) {
-        showPicture(picture, L"", L"No tool chosen");
+        showPicture(picture, L"", L"No tool selected");
         setRows(values, {});
         return;
     }
-    const ToolRecord& record = received.records[row];
-    showPicture(picture, toolPicturePath(received.folder, record.number),
+    const peer::ToolRecord& record = received.records[row];
+    showPicture(picture, peer::toolPicturePath(received.folder, record.number),
                 L"No picture of this tool yet");
     setRows(values, numberedRows(toolDetails(record)));
 }
@@ -116,13 +116,13 @@ void showTools(HWND owner, const ReceivedTools& tools)
     if (window == nullptr)
         return;
     std::vector<std::vector<std::wstring>> rows;
-    for (const ToolRecord& record : tools.records)
+    for (const peer::ToolRecord& record : tools.records)
         rows.push_back(toolCells(record));
     window->received = tools;
     window->heading = L"Tools";
     window->details = L"Tools in operations: " + std::to_wstring(rows.size());
     setRows(window->tools, numberedRows(rows));
-    window->showChosen(); // also where there is no tool
+    window->showChosen(); // also without a tool
     showNoticeWindow(*window, L"Tools " + std::to_wstring(tools.id));
 }
 

@@ -1,11 +1,11 @@
-#include "version_pane.h"
+#include "standin/companion/ui/version_pane.h"
 
 #include "peer/exchange_paths.h"
-#include "standin/companion/library/part_summary.h"
-#include "standin/companion/library/version_plan.h"
 #include "peer/files.h"
-#include "list_view.h"
-#include "picture_view.h"
+#include "standin/companion/library/library.h"
+#include "standin/companion/library/version_plan.h"
+#include "standin/companion/ui/list_view.h"
+#include "standin/companion/ui/picture_view.h"
 
 #include <algorithm>
 #include <cwchar>
@@ -14,15 +14,15 @@
 namespace companion {
 namespace {
 
-constexpr std::int32_t mostVersions = 50; // listed, counted back from the current one
-constexpr LPARAM currentKey = 0;          // of the current version's row, whatever its number
+constexpr std::int32_t mostVersions = 50; // listed, the current one and those before it
+constexpr LPARAM currentKey = 0; // key of the row of the current version, whatever its number
 
 std::wstring inLibrary(const std::wstring& folder, const std::wstring& file)
 {
-    return libraryFolder(folder) + L'\\' + file;
+    return peer::libraryFolder(folder) + L'\\' + file;
 }
 
-// `2026-11-21 10:11`, local time; empty when there is no such file.
+// `2026-11-21 10:11`, local time; empty when the file does not exist.
 std::wstring savedAt(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -44,12 +44,12 @@ std::vector<ListRow> versionRows(const std::wstring& folder, const LibraryItem& 
     const std::int32_t last = std::max(part.version - mostVersions, 0);
     for (std::int32_t version = part.version; version > last; --version) {
         const std::wstring file =
-            inLibrary(folder, versionFile(VersionPlan{part.number, version, part.name}));
+            inLibrary(folder, versionFile(peer::VersionPlan{part.number, version, part.name}));
         const std::wstring saved = savedAt(file);
         if (saved.empty())
             continue;
         rows.push_back({{std::to_wstring(version), saved,
-                         std::to_wstring(countOperations(readFile(file).value_or("")))},
+                         std::to_wstring(countOperations(peer::readFile(file).value_or("")))},
                         version == part.version ? currentKey : version});
     }
     return rows;
@@ -73,7 +73,7 @@ void showSelectedPicture(VersionPane& pane, const std::wstring& folder)
         return;
     pane.shownPicture = shown;
     setTitle(pane.pictureTitle, title);
-    const std::wstring file = pictureFile(VersionPlan{0, version, pane.shownName});
+    const std::wstring file = pictureFile(peer::VersionPlan{0, version, pane.shownName});
     showPicture(pane.picture, version == 0 ? L"" : inLibrary(folder, file),
                 version == 0 ? L"" : L"Version " + std::to_wstring(version) + L" has no picture.");
 }
@@ -121,7 +121,8 @@ void showVersions(VersionPane& pane, const std::wstring& folder, const LibraryIt
     const std::wstring name = part != nullptr ? part->name : std::wstring();
     const std::int32_t version = part != nullptr ? part->version : 0;
     if (name != pane.shownName || version != pane.shownVersion) {
-        // Set first: the list tells of its new rows while it gets them, which leads here again.
+        // Set first: the list sends notifications while it gets its rows, and they call this
+        // function again.
         pane.shownName = name;
         pane.shownVersion = version;
         setTitle(pane.title, part != nullptr ? L"Versions of " + name : L"Versions");

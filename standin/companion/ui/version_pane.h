@@ -1,9 +1,9 @@
-// The versions of the chosen part and the picture of the chosen one of them.
+// The versions of the selected part and the picture of the selected version.
 #pragma once
 
 #include "standin/companion/library/library_index.h"
-#include "layout.h"
-#include "look.h"
+#include "standin/companion/ui/layout.h"
+#include "standin/companion/ui/look.h"
 
 #include <cstdint>
 #include <string>
@@ -18,15 +18,15 @@ struct VersionPane {
     std::wstring shownPicture{}; // its title
 };
 
-// Creates its pieces as children of the window, the list with this control id. The look outlives
+// Creates its parts as children of the window; the list gets this control id. The look must outlive
 // them.
 VersionPane createVersionPane(HWND parent, int listId, const Look& look);
 
 void placeVersionPane(const VersionPane& pane, const WindowLayout& layout);
 
 // Lists the versions of the part, the current one first, and shows the picture of the selected one.
-// Null shows nothing. While the current version is the selected one, it stays so when it is
-// followed by another. Cheap when nothing has changed.
+// Null shows nothing. If the current version is selected and a new one follows, the new one is
+// selected. Fast when nothing has changed.
 void showVersions(VersionPane& pane, const std::wstring& folder, const LibraryItem* part);
 
 } // namespace companion

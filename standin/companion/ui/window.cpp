@@ -1,17 +1,17 @@
-#include "window.h"
+#include "standin/companion/ui/window.h"
 
-#include "about.h"
+#include "peer/running_programs.h"
+#include "peer/wire_constants.h"
 #include "standin/companion/app/commands.h"
-#include "standin/companion/app/event_text.h"
-#include "peer/identifiers.h"
-#include "peer/instance.h"
-#include "list_view.h"
 #include "standin/companion/app/notices.h"
-#include "panes.h"
-#include "queue_window.h"
 #include "standin/companion/app/resource.h"
-#include "sheet_window.h"
-#include "tool_window.h"
+#include "standin/companion/log/event_text.h"
+#include "standin/companion/ui/about.h"
+#include "standin/companion/ui/list_view.h"
+#include "standin/companion/ui/panes.h"
+#include "standin/companion/ui/queue_window.h"
+#include "standin/companion/ui/sheet_window.h"
+#include "standin/companion/ui/tool_window.h"
 
 #include <commctrl.h>
 
@@ -26,7 +26,7 @@ constexpr UINT newEvents = WM_APP + 1;
 constexpr UINT newLines = WM_APP + 2;
 constexpr UINT_PTR refreshTimer = 1;
 constexpr UINT refreshEveryMs = 1000;
-// Commits are looked for with a timer, also at once: its message lets those of the user go first.
+// Commits are polled with a timer, even without a delay: timer messages come after user input.
 constexpr UINT_PTR commitTimer = 2;
 constexpr UINT commitsEveryMs = 500;
 constexpr UINT commitsAtOnceMs = USER_TIMER_MINIMUM;
@@ -93,12 +93,12 @@ void create(MainWindow& main)
     showEventsIn(main.state->log, main.window, newEvents);
     SetTimer(main.window, refreshTimer, refreshEveryMs, nullptr);
     lookForCommits(main, commitsAtOnceMs); // an ended process may have left some
-    // A host that finds the property may send a line at once.
+    // A host that finds the property may send a notice immediately.
     startListening(main.state->lines, main.state->log, main.window, newLines);
-    SetPropW(main.window, instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
+    SetPropW(main.window, peer::instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1}));
 }
 
-// Shows what a line brought.
+// Shows what a notice announced.
 struct ShowIn {
     HWND owner;
 
@@ -108,25 +108,25 @@ struct ShowIn {
     void operator()(const ReceivedTools& tools) const { showTools(owner, tools); }
 };
 
-void receiveLines(MainWindow& main)
+void receiveNotices(MainWindow& main)
 {
-    for (const std::string& line : takeLines(main.state->lines))
-        std::visit(ShowIn{main.window}, receiveLine(main.state->log, main.state->folder, line));
-    lookForCommits(main, commitsAtOnceMs); // one of the lines may announce one
+    for (const std::string& line : takeNotices(main.state->lines))
+        std::visit(ShowIn{main.window}, receiveNotice(main.state->log, main.state->folder, line));
+    lookForCommits(main, commitsAtOnceMs); // one of the notices may announce a commit
 }
 
-// What came before the end is dealt with; there is no time left to show it. The message loop is
-// told first, so that it ends even if memory runs out on the way.
+// Handles the notices and commits that arrived before the end; they are not shown any more. The
+// message loop is stopped first, so that it ends even if memory runs out meanwhile.
 void destroy(MainWindow& main)
 {
     PostQuitMessage(0);
-    RemovePropW(main.window, instanceProperty);
+    RemovePropW(main.window, peer::instanceProperty);
     KillTimer(main.window, refreshTimer);
     KillTimer(main.window, commitTimer);
     showEventsIn(main.state->log, nullptr, 0);
     stopListening(main.state->lines);
-    for (const std::string& line : takeLines(main.state->lines))
-        receiveLine(main.state->log, main.state->folder, line);
+    for (const std::string& line : takeNotices(main.state->lines))
+        receiveNotice(main.state->log, main.state->folder, line);
     finishCommits(*main.state);
 }
 
@@ -140,31 +140,31 @@ void paintHeader(MainWindow& main)
     const int half = header.width / 2;
     fillArea(context, header, headerColour);
     fillArea(context, {0, header.height - 3, header.width, 3}, accentColour);
-    drawLine(context, {16, 6, half, 28}, productName, main.look.product.get(), headerTextColour,
-             DT_LEFT | DT_VCENTER);
-    drawLine(context, {16, 33, half, 18}, L"Part files for the machines on the shop floor",
-             main.look.text.get(), faintHeaderTextColour, DT_LEFT | DT_VCENTER);
+    drawLine(context, {16, 6, half, 28}, peer::productName, main.look.product.get(),
+             headerTextColour, DT_LEFT | DT_VCENTER);
+    drawLine(context, {16, 33, half, 18}, L"Part files for machine tools", main.look.text.get(),
+             faintHeaderTextColour, DT_LEFT | DT_VCENTER);
     drawLine(context, {half, 33, half - 16, 18}, main.state->folder, main.look.text.get(),
              faintHeaderTextColour, DT_RIGHT | DT_VCENTER);
     EndPaint(main.window, &paint);
 }
 
-// Buttons do what the words of a start do, for what is selected.
+// The buttons carry out the commands of the command line for the selected rows.
 void pressButton(MainWindow& main, int id)
 {
-    Command command;
+    peer::Command command;
     command.host = chosenHost(main.panes);
     if (id == sendId) {
-        command.word = Word::send;
+        command.word = peer::Word::send;
         command.value = std::to_wstring(chosenNumber(main.panes).value_or(0));
     } else {
-        command.word = id == newFileId ? Word::newFile : Word::checkIn;
+        command.word = id == newFileId ? peer::Word::newFile : peer::Word::checkIn;
     }
     carryOut(*main.state, command, {});
     showEverything(main);
 }
 
-// The return key, pressed in a list, comes as IDOK.
+// Pressing Return in a list arrives as IDOK.
 void receiveClick(MainWindow& main, int id, int code)
 {
     if (id == IDOK && IsWindowEnabled(main.panes.send))
@@ -187,10 +187,10 @@ LRESULT receiveNotice(MainWindow& main, LPARAM lParam)
 
 LRESULT receiveCopyData(HWND window, LPARAM lParam)
 {
-    const auto arguments = readHandedOver(lParam);
+    const auto arguments = peer::parseHandedOver(lParam);
     if (!arguments)
         return 0;
-    return receiveArguments(window, *arguments) ? carriedOut : notCarriedOut;
+    return receiveArguments(window, *arguments) ? peer::carriedOut : peer::notCarriedOut;
 }
 
 LRESULT colourOfText(const MainWindow& main, WPARAM wParam)
@@ -244,7 +244,7 @@ LRESULT receive(MainWindow& main, UINT message, WPARAM wParam, LPARAM lParam)
         showNewEvents(main.panes, main.state->log);
         return 0;
     case newLines:
-        receiveLines(main);
+        receiveNotices(main);
         return 0;
     case WM_COMMAND:
         receiveClick(main, LOWORD(wParam), HIWORD(wParam));
@@ -280,7 +280,7 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     try {
         return receive(*main, message, wParam, lParam);
     } catch (...) {
-        return 0; // out of memory; the system's callers know no exceptions
+        return 0; // out of memory; Windows cannot handle exceptions
     }
 }
 
@@ -303,19 +303,19 @@ Rectangle firstPlace()
     return placeWindow({work.left, work.top, work.right - work.left, work.bottom - work.top});
 }
 
-bool carryOutInWindow(MainWindow& main, const Command& command, const std::wstring& arguments)
+bool carryOutInWindow(MainWindow& main, const peer::Command& command, const std::wstring& arguments)
 {
     const std::uint32_t parent = command.parentWindow.value_or(0);
     switch (command.word) {
-    case Word::none:
+    case peer::Word::none:
         bringForward(main.window);
         return true;
-    case Word::about:
+    case peer::Word::about:
         logEvent(main.state->log, L"about", numberField(L"parent", parent));
         showAbout(main.window, parent);
         return true;
-    case Word::quit:
-        // Posted, so that the start that asks for it gets its answer first.
+    case peer::Word::quit:
+        // Posted, so that the start that requested it gets its answer first.
         PostMessageW(main.window, WM_CLOSE, 0, 0);
         return true;
     default:
@@ -335,12 +335,12 @@ HWND createMainWindow(State& state)
     const Rectangle place = firstPlace();
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
     HWND window =
-        CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, productName,
+        CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, peer::productName,
                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.width,
                         place.height, nullptr, nullptr, GetModuleHandleW(nullptr), main.release());
     if (window != nullptr) {
-        // A start with arguments asks for a hidden window, which the first call obeys whatever it
-        // is told; the running instance is always seen.
+        // A start with arguments requests a hidden window, and the first ShowWindow call uses that
+        // instead of its argument. The window of the running instance must be visible.
         ShowWindow(window, SW_SHOWNORMAL);
         ShowWindow(window, SW_SHOWNORMAL);
         UpdateWindow(window);
@@ -354,8 +354,8 @@ bool receiveArguments(HWND window, const std::wstring& arguments)
     if (main == nullptr)
         return false;
     logEvent(main->state->log, L"command", textField(L"text", arguments));
-    const bool isCarriedOut = carryOutInWindow(*main, readCommandLine(arguments), arguments);
-    lookForCommits(*main, commitsAtOnceMs); // the words may have handed one in
+    const bool isCarriedOut = carryOutInWindow(*main, peer::parseCommandLine(arguments), arguments);
+    lookForCommits(*main, commitsAtOnceMs); // the command may have added a commit
     showEverything(*main);
     return isCarriedOut;
 }

@@ -8,12 +8,12 @@
 
 namespace companion {
 
-// Creates and shows the window, which carries the instance property from then on. The state
-// outlives it. Null when it cannot be created.
+// Creates and shows the window, which has the instance property from then on. The state must
+// outlive it. Null when it cannot be created.
 HWND createMainWindow(State& state);
 
-// Carries out the arguments of a start, the first one's or those a later one handed over. False
-// when they were refused or not understood.
+// Carries out the arguments of this start or of a later one that handed them over. False when they
+// were refused or not understood.
 bool receiveArguments(HWND window, const std::wstring& arguments);
 
 } // namespace companion

@@ -1,0 +1,129 @@
+#include "peer/notice_port.h"
+
+#include "peer/wire_constants.h"
+
+#include <algorithm>
+#include <array>
+
+namespace peer {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds longestConnection{5};
+constexpr INT pollMs = 100; // limits how long a receiving thread takes to end
+
+// The address of one end of the connection, as isOwnAddress takes it; 0 when it is unknown.
+std::uint32_t addressOf(const OwnSocket& socket, decltype(&getsockname) end)
+{
+    sockaddr_in address{};
+    int size = sizeof address;
+    if (end(socket.get(), reinterpret_cast<sockaddr*>(&address), &size) != 0)
+        return 0;
+    return ntohl(address.sin_addr.s_addr);
+}
+
+bool isOfThisComputer(const OwnSocket& socket)
+{
+    const std::uint32_t remote = addressOf(socket, &getpeername);
+    return remote != 0 && isOwnAddress(remote, addressOf(socket, &getsockname));
+}
+
+void acceptAll(NoticeListener& listener)
+{
+    for (;;) {
+        OwnSocket socket(accept(listener.socket.get(), nullptr, nullptr));
+        if (!socket.isOpen())
+            return;
+        if (!isOfThisComputer(socket))
+            continue;
+        makeNonblocking(socket);
+        listener.connections.push_back({std::move(socket), Clock::now() + longestConnection});
+    }
+}
+
+// Resets the connection: an orderly close would keep the port in use after the program has ended.
+void giveUp(NoticeConnection& connection)
+{
+    const linger atOnce{1, 0};
+    setsockopt(connection.socket.get(), SOL_SOCKET, SO_LINGER,
+               reinterpret_cast<const char*>(&atOnce), sizeof atOnce);
+    connection.hasEnded = true;
+}
+
+void readAvailable(NoticeConnection& connection)
+{
+    std::array<char, longestNoticeBytes> piece;
+    while (connection.bytes.size() < longestNoticeBytes) {
+        const auto free = static_cast<int>(longestNoticeBytes - connection.bytes.size());
+        const int got = recv(connection.socket.get(), piece.data(), free, 0);
+        if (got <= 0) {
+            connection.hasEnded = got == 0 || WSAGetLastError() != WSAEWOULDBLOCK;
+            break;
+        }
+        connection.bytes.append(piece.data(), static_cast<size_t>(got));
+    }
+    const bool isFull = connection.bytes.size() == longestNoticeBytes;
+    if (!connection.hasEnded && (isFull || Clock::now() >= connection.end))
+        giveUp(connection);
+}
+
+// Waits until a connection arrives, brings bytes or ends. We poll because an event notification can
+// be lost when another one arrives while it is being handled.
+void waitForTraffic(const NoticeListener& listener)
+{
+    std::vector<WSAPOLLFD> sockets{{listener.socket.get(), POLLRDNORM, 0}};
+    for (const NoticeConnection& connection : listener.connections)
+        sockets.push_back({connection.socket.get(), POLLRDNORM, 0});
+    WSAPoll(sockets.data(), static_cast<ULONG>(sockets.size()), pollMs);
+}
+
+} // namespace
+
+bool isOwnAddress(std::uint32_t remote, std::uint32_t local)
+{
+    constexpr std::uint32_t loopback = 127;
+    return remote == local || remote >> 24 == loopback;
+}
+
+bool makeNonblocking(const OwnSocket& socket)
+{
+    u_long isNonblocking = 1;
+    return ioctlsocket(socket.get(), static_cast<long>(FIONBIO), &isNonblocking) == 0;
+}
+
+int openNoticePort(NoticeListener& listener)
+{
+    listener.socket = OwnSocket(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    SOCKET listening = listener.socket.get();
+    const BOOL isExclusive = TRUE;
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_ANY);
+    address.sin_port = htons(noticePort);
+    const bool isOpen =
+        listener.socket.isOpen() &&
+        setsockopt(listening, SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
+                   reinterpret_cast<const char*>(&isExclusive), sizeof isExclusive) == 0 &&
+        bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+        listen(listening, SOMAXCONN) == 0 && makeNonblocking(listener.socket);
+    return isOpen ? 0 : WSAGetLastError();
+}
+
+// Connections are accepted and read in the order in which they came, each as far as its bytes have
+// arrived, so the notices of one host keep their order.
+std::vector<std::string> receiveNotices(NoticeListener& listener)
+{
+    waitForTraffic(listener);
+    acceptAll(listener);
+    std::for_each(listener.connections.begin(), listener.connections.end(), readAvailable);
+    std::vector<std::string> lines;
+    for (NoticeConnection& connection : listener.connections)
+        if (connection.hasEnded)
+            lines.push_back(std::move(connection.bytes));
+    std::erase_if(listener.connections,
+                  [](const NoticeConnection& connection) { return connection.hasEnded; });
+    return lines;
+}
+
+} // namespace peer

@@ -1,0 +1,74 @@
+// Names, words and limits of the exchanges with the hosts' add-in.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace peer {
+
+inline constexpr wchar_t productName[] = L"TORVA ZEM";
+inline constexpr wchar_t companionProgram[] = L"TORVA-ZEM.exe";
+
+// Registry, below HKEY_CURRENT_USER.
+inline constexpr wchar_t registryKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
+inline constexpr wchar_t registryValue[] = L"installation folder";
+inline constexpr wchar_t standardFolder[] = L"C:\\TORVA\\ZEM"; // without a registry value
+
+// Window property of the Companion's main window.
+inline constexpr wchar_t instanceProperty[] = L"https://torva.example/namespace/torvapdm/instance";
+// Window property, with the value 1, of the main window of a host whose add-in is open.
+inline constexpr wchar_t hostProperty[] =
+    L"https://torva.example/namespace/torvapdm/mastercam-instance";
+// Semaphore that exists while the Companion runs.
+inline constexpr wchar_t singletonName[] =
+    L"Local\\https://torva.example/namespace/torvapdm/singleton-token";
+
+inline constexpr std::uint16_t noticePort = 4559; // TCP
+
+// Paths below the installation folder.
+inline constexpr wchar_t tempFolder[] = L"\\temp";
+inline constexpr wchar_t commitFolder[] = L"\\commit";
+inline constexpr wchar_t librarySubfolder[] = L"\\library";
+inline constexpr wchar_t settingsFile[] = L"\\cfg\\settings.ini";
+inline constexpr wchar_t companionLog[] = L"\\sys\\companion.log";
+inline constexpr wchar_t workingCopies[] = L"\\sys\\working-copies.txt";
+
+// File names: the start, then an id, then the end.
+inline constexpr wchar_t commandFileStart[] = L"mastercam-";
+inline constexpr wchar_t machineSettingsStart[] = L"mcsettings-";
+inline constexpr wchar_t commitFileStart[] = L"torvapdm-";
+inline constexpr wchar_t toolDataStart[] = L"tool-";
+inline constexpr wchar_t toolPictureStart[] = L"toolimage-";
+inline constexpr wchar_t ncQueueStart[] = L"ncqueue-";
+inline constexpr wchar_t checkoutAnswerStart[] = L"TORVA ZEM-";
+inline constexpr wchar_t screenPictureName[] = L"screendump";
+inline constexpr wchar_t loadLogName[] = L"mcxlog";
+inline constexpr wchar_t settingsName[] = L"settings";
+inline constexpr wchar_t dataEnd[] = L".dat";
+inline constexpr wchar_t textEnd[] = L".txt";
+inline constexpr wchar_t pictureEnd[] = L".bmp";
+inline constexpr wchar_t closedCommitsEnd[] = L".closed";
+inline constexpr wchar_t bookmarkEnd[] = L".taken";
+
+// Bytes and words with which the contents of exchange files and notices start.
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+inline constexpr std::string_view checkInWord = "CHECKIN";
+inline constexpr std::string_view toolRecordStart = "TOOLDATA";
+inline constexpr std::string_view ncQueueWord = "NCPATH";
+inline constexpr std::string_view loadLogStart = "Loading File #";
+inline constexpr std::string_view bitmapStart = "BM";
+inline constexpr std::string_view setupSheetNotice = "MCAMXMLIMPORTDATAID=";
+inline constexpr std::string_view commitNotice = "ZEMID=";
+inline constexpr std::string_view toolDataNotice = "TOOL-";
+inline constexpr std::string_view ncQueueNotice = "IMPORTNCQUEUE|";
+
+// Limits.
+inline constexpr size_t longestRequestBytes = 0x10000; // a longer command file ends its reader
+inline constexpr size_t longestNoticeBytes = 1024;
+inline constexpr std::uint32_t longestCommitName = 32767; // UTF-16 units, as the longest path
+
+// The id in a commit record or a commit notice when the host has none.
+inline constexpr std::uint32_t noZemId = 0xFFFFFFFF;
+
+} // namespace peer

@@ -1,0 +1,42 @@
+#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/report.h"
+
+#include <gtest/gtest.h>
+
+using namespace zemlink;
+
+TEST(ReportText, showsScalarsListsAndEmptyValues)
+{
+    EXPECT_EQ(asText({{"ncPath", -1},
+                      {"MCXCATIA", true},
+                      {"numbers", {1, 2}},
+                      {"nothing", nullptr},
+                      {"emptyText", ""},
+                      {"odd", "a\r\x1F"},
+                      {"emptyList", Report::array()},
+                      {"pairs", {Report{{"a", "x"}, {"b", {{"c", 0.5}}}}}}}),
+              "nc path: -1\nMCXCATIA: yes\nnumbers:\n  - 1\n  - 2\nnothing: none\n"
+              "empty text: none\nodd: a<0D><1F>\nempty list: none\npairs:\n  - a: x\n    b:\n      "
+              "c: 0.5\n");
+}
+
+TEST(ReportText, escapesControlCharacters)
+{
+    EXPECT_EQ(visible("a\r\x1B[1m\x7F b"), "a<0D><1B>[1m<7F> b");
+    EXPECT_EQ(visible("\xC2\x9B"
+                      "1m \xE2\x80\xAE"
+                      "x \xC3\xA4"),
+              "<9B>1m <202E>x \xC3\xA4");
+}
+
+TEST(SettingsReport, listsTheFourSettings)
+{
+    const auto inForce = [](std::string_view bytes) { return settingsReport(bytes).dump(); };
+    const std::string off =
+        R"({"UseFtpServer":false,"AlwaysSaveTools":false,"MCXCATIA":false,"MCXIMPORTNC":true})";
+    EXPECT_EQ(inForce(""), off);
+    EXPECT_EQ(inForce("AlwaysSaveTools=Y\nMCXIMPORTNC=n\nMCXIMPORTNC=Y\nUseFtpServer=yes\n"), off);
+    EXPECT_EQ(
+        inForce("AlwaysSaveTools=yes\nMCXIMPORTNC=Y MCXIMPORTNC=n\nUseFtpServer=Y\nMCXCATIA=y\n"),
+        R"({"UseFtpServer":true,"AlwaysSaveTools":true,"MCXCATIA":true,"MCXIMPORTNC":false})");
+}

@@ -1,0 +1,35 @@
+// Which host a request goes to, and the texts for its result.
+#pragma once
+
+#include "peer/delivery.h"
+#include "peer/running_programs.h"
+#include "tools/zemlink/facts.h"
+#include "tools/zemlink/report.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zemlink {
+
+struct HostChoice {
+    std::optional<std::uint32_t> process{}; // empty: no host, for this reason
+    std::string reason{};
+};
+
+// The named host, or else the only one.
+HostChoice chooseHost(const std::vector<peer::Host>& hosts, std::optional<std::uint32_t> named);
+
+// `cause`: why an empty command file could not be written, if that happened.
+std::string answerText(peer::Verdict verdict, const std::string& cause);
+
+// The request with its result; exit code `problem` unless it was taken.
+Outcome answerOutcome(Report request, std::uint32_t host, peer::Verdict verdict,
+                      const std::string& cause);
+
+// Why the notice port cannot be opened: the system's error and, if known, the program that uses
+// it.
+std::string portTakenText(const std::string& error, const Port& port, bool isCompanionRunning);
+
+} // namespace zemlink

@@ -1,0 +1,180 @@
+#include "tools/zemlink/arguments.h"
+
+#include "tools/zemlink/report.h"
+
+#include <CLI/CLI.hpp>
+#include <limits>
+#include <sstream>
+
+namespace zemlink {
+namespace {
+
+constexpr std::int64_t longestTimeoutSeconds = 86400;
+constexpr std::int64_t largestProcess = std::numeric_limits<std::uint32_t>::max();
+
+// Targets of all options, before the command is known.
+struct Given {
+    std::int64_t id = 0, host = 0, timeoutSeconds = 0, count = 0;
+    std::string path{}, kind{};
+};
+
+CLI::Validator idRange()
+{
+    return CLI::Range(std::numeric_limits<std::int32_t>::min(),
+                      std::numeric_limits<std::int32_t>::max());
+}
+
+// The parser would accept `010` as eight and `0x11` as seventeen.
+std::string notDecimal(const std::string& number)
+{
+    const std::string digits = number.substr(number.starts_with('-') ? 1 : 0);
+    const bool isDecimal = !digits.empty() && digits.find_first_not_of("0123456789") == digits.npos;
+    const bool isPlain = isDecimal && (digits.front() != '0' || number == "0");
+    return isPlain ? "" : number + " is not a decimal number";
+}
+
+CLI::Validator decimal()
+{
+    return CLI::Validator(notDecimal, "");
+}
+
+std::string notMinusOne(const std::string& id)
+{
+    return id == "-1" ? "-1 means no request; the host would open nothing" : "";
+}
+
+void addDeliveryOptions(CLI::App& command, Given& given)
+{
+    command.add_option("--host", given.host, "process id of the host; default: the only one")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, largestProcess))
+        ->type_name("PID");
+    command
+        .add_option("--timeout", given.timeoutSeconds,
+                    "seconds to wait until the command file is empty, and again until the request "
+                    "is taken (10)")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
+        ->type_name("SECONDS");
+}
+
+void addRequests(CLI::App& app, Given& given)
+{
+    CLI::App* open = app.add_subcommand("open", "open a file in a host");
+    open->add_option("ID", given.id, "request id")
+        ->required()
+        ->check(decimal())
+        ->check(idRange())
+        ->check(CLI::Validator(notMinusOne, ""));
+    open->add_option("PATH", given.path, "the file")->required();
+    CLI::App* newFile = app.add_subcommand("new", "start a new file in a host");
+    newFile->add_option("ID", given.id, "request id")
+        ->required()
+        ->check(decimal())
+        ->check(idRange());
+    CLI::App* checkIn =
+        app.add_subcommand("checkin", "close the file of a host, as after a check-in");
+    checkIn->add_option("NAME", given.path, "name of the file, as a comment; the host ignores it");
+    for (CLI::App* command : {open, newFile, checkIn})
+        addDeliveryOptions(*command, given);
+}
+
+void addListen(CLI::App& app, Given& given)
+{
+    CLI::App* listen = app.add_subcommand("listen", "show the notices that hosts send to "
+                                                    "port 4559; the Companion must not be running");
+    listen->add_option("--count", given.count, "end after this number of notices")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}))
+        ->type_name("N");
+    listen->add_option("--timeout", given.timeoutSeconds, "end after this number of seconds")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
+        ->type_name("SECONDS");
+}
+
+void addDecode(CLI::App& app, Given& given)
+{
+    CLI::App* decode = app.add_subcommand("decode", "show the content of an exchange file");
+    decode->add_option("FILE", given.path, "the file")->required();
+    decode->add_option("--as", given.kind, "its kind; default: from its name or content")
+        ->check(CLI::IsMember(kindWords()))
+        ->type_name("KIND");
+}
+
+// Adds all commands and options.
+void describe(CLI::App& app, Given& given, bool& isJson)
+{
+    app.set_version_flag("--version", "zemlink " ZEMLINK_VERSION);
+    app.add_flag("--json", isJson, "output JSON");
+    app.require_subcommand(0, 1); // so that an unknown word is reported as such
+    app.fallthrough();
+    app.footer("Exit codes: 0 done, 1 problem found or request not taken, 2 wrong usage.");
+    app.add_subcommand("status", "show the installation and the programs that use it");
+    addRequests(app, given);
+    addListen(app, given);
+    addDecode(app, given);
+    app.add_subcommand("doctor", "find common problems and show how to fix each");
+}
+
+Command commandOf(const std::string& word)
+{
+    constexpr std::pair<std::string_view, Command> words[] = {
+        {"status", Command::status},   {"open", Command::open},     {"new", Command::newFile},
+        {"checkin", Command::checkIn}, {"listen", Command::listen}, {"decode", Command::decode},
+        {"doctor", Command::doctor}};
+    for (const auto& [each, command] : words)
+        if (each == word)
+            return command;
+    return Command::none;
+}
+
+Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
+{
+    Arguments arguments;
+    arguments.command = commandOf(app.get_subcommands().front()->get_name());
+    arguments.isJson = isJson;
+    arguments.id = static_cast<std::int32_t>(given.id);
+    arguments.path = given.path;
+    arguments.kind = kindOfWord(given.kind);
+    if (given.host != 0)
+        arguments.host = static_cast<std::uint32_t>(given.host);
+    if (given.timeoutSeconds != 0)
+        arguments.timeoutMs = given.timeoutSeconds * 1000;
+    if (given.count != 0)
+        arguments.count = given.count;
+    return arguments;
+}
+
+// The requested help or version, or the error.
+Arguments onlyText(const CLI::App& app, const CLI::ParseError& error)
+{
+    std::ostringstream out;
+    const bool isWrong = app.exit(error, out, out) != 0;
+    Arguments arguments;
+    arguments.text = out.str();
+    arguments.exitCode = isWrong ? wrongUsage : done;
+    return arguments;
+}
+
+} // namespace
+
+Arguments parseArguments(std::vector<std::string> words)
+{
+    CLI::App app("Shows and tests the exchanges between the Companion and the hosts' add-in.",
+                 "zemlink");
+    Given given;
+    bool isJson = false;
+    describe(app, given, isJson);
+    std::reverse(words.begin(), words.end()); // the parser expects them in reverse
+    try {
+        app.parse(std::move(words));
+        if (app.get_subcommands().empty())
+            throw CLI::RequiredError("A command");
+    } catch (const CLI::ParseError& error) {
+        return onlyText(app, error);
+    }
+    return argumentsOf(app, given, isJson);
+}
+
+} // namespace zemlink

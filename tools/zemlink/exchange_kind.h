@@ -1,0 +1,34 @@
+// The kinds of exchange files, and how to recognise them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zemlink {
+
+enum class ExchangeKind {
+    commandFile,
+    machineSettings,
+    checkoutAnswer,
+    commitRecords,
+    toolData,
+    ncQueue,
+    notices,
+    picture,
+    loadLog,
+    settings
+};
+
+// `command`, `machine`, `answer`, `commits`, `tools`, `queue`, `notices`, `picture`, `log`,
+// `settings`: the words of --as, in this order.
+std::vector<std::string> kindWords();
+std::string kindWord(ExchangeKind kind);
+// Empty for any other word.
+std::optional<ExchangeKind> kindOfWord(std::string_view word);
+
+// By the file name, or else by the content. Empty when neither matches.
+std::optional<ExchangeKind> kindOf(std::wstring_view fileName, std::string_view bytes);
+
+} // namespace zemlink

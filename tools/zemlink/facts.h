@@ -1,0 +1,62 @@
+// The facts of an installation, without an assessment.
+#pragma once
+
+#include "peer/running_programs.h"
+#include "peer/installation_folder.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zemlink {
+
+// The result of a call: 0, or a system error code and its text, UTF-8.
+struct Result {
+    std::uint32_t code = 0;
+    std::string text{};
+
+    bool isFine() const { return code == 0; }
+};
+
+struct CommandFile {
+    std::wstring path{};
+    std::uint32_t process = 0; // process id in its name
+    std::uint64_t bytes = 0;
+    bool isProcessRunning = false;
+};
+
+// The commit file of one process of the Companion.
+struct CommitFile {
+    std::wstring path{};
+    std::uint32_t process = 0;
+    bool isProcessRunning = false;
+    std::uint64_t taken = 0;              // bytes at the start that have been handled
+    std::optional<std::string> waiting{}; // the bytes after them; empty while a host writes
+};
+
+struct Port {
+    Result answer{};                       // of a connection as the add-in makes it
+    std::optional<std::uint32_t> holder{}; // the listening process, if known
+    std::wstring program{};                // its path; empty when unknown
+};
+
+struct Companion {
+    bool isRunning = false;                 // its semaphore exists
+    std::optional<std::uint32_t> process{}; // of its window; empty without a window
+    std::wstring title{};
+};
+
+struct Facts {
+    peer::Folder folder{};
+    Result folderFound{}, commitFolderFound{}, programFound{};
+    Result tempWritable{};                 // a file can be created; not always tested
+    std::optional<std::string> settings{}; // the bytes of the file; empty without a file
+    Companion companion{};
+    std::vector<peer::Host> hosts{};
+    std::vector<CommandFile> commandFiles{};
+    std::vector<CommitFile> commitFiles{};
+    Port port{};
+};
+
+} // namespace zemlink

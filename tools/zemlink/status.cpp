@@ -1,0 +1,108 @@
+#include "tools/zemlink/status.h"
+
+#include "peer/text.h"
+#include "peer/wire_constants.h"
+#include "tools/zemlink/file_reports.h"
+
+#include <algorithm>
+
+namespace zemlink {
+namespace {
+
+using peer::toUtf8;
+
+std::string sourceText(peer::FolderSource source)
+{
+    switch (source) {
+    case peer::FolderSource::registry:
+        return "registry value";
+    case peer::FolderSource::view32Only:
+        return "registry value, only in the 32-bit view";
+    case peer::FolderSource::standard:
+        break;
+    }
+    return "default, no registry value";
+}
+
+Report installationReport(const Facts& facts)
+{
+    return {{"folder", toUtf8(facts.folder.path)},
+            {"from", sourceText(facts.folder.source)},
+            {"exists", facts.folderFound.isFine()}};
+}
+
+Report settingsFileReport(const Facts& facts)
+{
+    Report report{{"file", facts.settings.has_value()}};
+    report.update(settingsReport(facts.settings.value_or("")));
+    return report;
+}
+
+Report companionReport(const Companion& companion)
+{
+    Report report{{"running", companion.isRunning}, {"window", nullptr}};
+    if (companion.process) {
+        report["window"] = toUtf8(companion.title);
+        report["process"] = *companion.process;
+    }
+    return report;
+}
+
+Report commandFileReport(const Facts& facts, std::uint32_t process)
+{
+    const auto file =
+        std::find_if(facts.commandFiles.begin(), facts.commandFiles.end(),
+                     [&](const CommandFile& each) { return each.process == process; });
+    if (file == facts.commandFiles.end())
+        return nullptr;
+    return {{"path", toUtf8(file->path)}, {"bytes", file->bytes}};
+}
+
+Report hostsReport(const Facts& facts)
+{
+    Report hosts = Report::array();
+    for (const peer::Host& host : facts.hosts) {
+        hosts.push_back(Report{{"process", host.process},
+                               {"title", toUtf8(host.title)},
+                               {"commandFile", commandFileReport(facts, host.process)}});
+    }
+    return hosts;
+}
+
+Report commitsWaiting(const Facts& facts)
+{
+    Report files = Report::array();
+    for (const CommitFile& file : facts.commitFiles) {
+        Report report{{"file", toUtf8(file.path)}, {"processRunning", file.isProcessRunning}};
+        if (file.waiting)
+            report.update(commitsReport(*file.waiting, static_cast<size_t>(file.taken)));
+        else
+            report["beingWritten"] = true;
+        files.push_back(report);
+    }
+    return files;
+}
+
+Report portReport(const Port& port)
+{
+    Report report{{"number", peer::noticePort}, {"answers", port.answer.isFine()}};
+    if (!port.answer.isFine())
+        report["cause"] = port.answer.text;
+    if (port.holder) {
+        report["process"] = *port.holder;
+        report["program"] = toUtf8(port.program);
+    }
+    return report;
+}
+
+} // namespace
+
+Report statusReport(const Facts& facts)
+{
+    return {
+        {"installation", installationReport(facts)},     {"settings", settingsFileReport(facts)},
+        {"companion", companionReport(facts.companion)}, {"hosts", hostsReport(facts)},
+        {"commitsWaiting", commitsWaiting(facts)},       {"port", portReport(facts.port)}};
+}
+
+} // namespace zemlink

@@ -1,0 +1,47 @@
+#include "tools/zemlink/system.h"
+
+#include "peer/handle.h"
+#include "peer/text.h"
+
+namespace zemlink {
+
+std::string systemErrorText(std::uint32_t code)
+{
+    wchar_t words[512];
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
+                                            FORMAT_MESSAGE_MAX_WIDTH_MASK, // no line ends
+                                        nullptr, code, 0, words, 512, nullptr);
+    std::string text = peer::toUtf8(std::wstring_view(words, length));
+    while (text.ends_with(' '))
+        text.pop_back();
+    return (text.empty() ? "Unknown error." : text) + " (error " + std::to_string(code) + ")";
+}
+
+Result resultOf(bool isFine, std::uint32_t code)
+{
+    return isFine ? Result{} : Result{code, systemErrorText(code)};
+}
+
+bool isRunning(std::uint32_t process)
+{
+    const peer::OwnHandle handle(
+        OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    if (!handle)
+        return GetLastError() == ERROR_ACCESS_DENIED;
+    // Windows rounds an id down to a multiple of four.
+    return GetProcessId(handle.get()) == process &&
+           WaitForSingleObject(handle.get(), 0) == WAIT_TIMEOUT;
+}
+
+std::wstring programOf(std::uint32_t process)
+{
+    const peer::OwnHandle handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD length = MAX_PATH;
+    const bool isKnown =
+        handle && QueryFullProcessImageNameW(handle.get(), 0, path.data(), &length);
+    path.resize(isKnown ? length : 0);
+    return path;
+}
+
+} // namespace zemlink

@@ -1,0 +1,23 @@
+// System errors as text, and other processes.
+#pragma once
+
+#include "tools/zemlink/facts.h"
+
+#include <cstdint>
+#include <string>
+
+namespace zemlink {
+
+// `Access denied. (error 5)`, UTF-8.
+std::string systemErrorText(std::uint32_t code);
+
+// The result of a call: success, or this error code with its text.
+Result resultOf(bool isFine, std::uint32_t code);
+
+// True also for a process that the user may not open.
+bool isRunning(std::uint32_t process);
+
+// The path of the process's program; empty when it is unknown.
+std::wstring programOf(std::uint32_t process);
+
+} // namespace zemlink
