@@ -1,7 +1,9 @@
 #include "endtoend/command_file_plan.h"
 
-#include "fuzz/command_text_rule.h"
+#include "fuzz/input.h"
 #include "fuzz/mutator.h"
+#include "fuzz/target.h"
+#include "peer/command_text.h"
 #include "support/bytes.h"
 #include "support/companion_double.h"
 
@@ -10,7 +12,7 @@
 
 namespace testing_support {
 
-using Kind = torvapdm::CommandRequest::Kind;
+using Kind = zemlink::RequestKind;
 
 const char lastPartName[] = "the last part.mcam";
 
@@ -64,8 +66,8 @@ CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNum
     : host_(host),
       random_(seed),
       folder_(installation.path(L"parts of " + std::to_wstring(host.number) + L"\\")),
-      seeds_(fuzzing::commandTextSeeds()),
-      tokens_(fuzzing::commandTextTokens())
+      seeds_(fuzzing::commandTextTarget().seeds),
+      tokens_(fuzzing::commandTextTarget().tokens)
 {
     CreateDirectoryW(folder_.c_str(), nullptr);
     // A request spells the last one with a byte E4.
@@ -135,14 +137,14 @@ PlannedFile CommandFilePlan::last()
 // Nothing for a file whose effect depends on something else.
 std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
 {
-    const torvapdm::CommandRequest request = fuzzing::plainRequest(bytes);
+    const zemlink::CommandText request = zemlink::readCommandText(bytes);
     PlannedFile file = {bytes, "", std::nullopt};
     if (request.kind == Kind::checkIn)
         file.trace = "other m_fclose(null, 0, null)\n" + newFileLines;
     else if (request.kind == Kind::newFile)
         file.trace = newFileLines;
     else if (request.kind == Kind::open && request.id != neverCarriedOut)
-        return opening(file, request.id, request.path);
+        return opening(file, request.id, fuzzing::signedUnits(request.path));
     return file;
 }
 

@@ -2,7 +2,7 @@
 // outside.
 #include "fuzz/differences.h"
 #include "fuzz/mutator.h"
-#include "fuzz/targets.h"
+#include "fuzz/target.h"
 
 #include <gtest/gtest.h>
 
