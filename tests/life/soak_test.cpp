@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace testing_support;
@@ -87,16 +88,16 @@ TEST_F(Soak, losesNothingAndLeavesOpenNoMoreThanItsCallsDoOnPurpose)
     run(hosts, [](const SoakedHost& host) { return host.steps() < 2 * SoakPlan::warmUpSteps(); });
     ASSERT_EQ(complaintsOf(hosts), "");
     for (const auto& host : hosts)
-        host->held().takeBearings();
+        host->noteHeld();
 
     const ULONGLONG end = GetTickCount64() + milliseconds;
     run(hosts, [&](const SoakedHost&) { return GetTickCount64() < end; });
     ASSERT_EQ(complaintsOf(hosts), "");
 
     for (const auto& host : hosts) {
-        EXPECT_EQ(host->held().complaint(), "") << "seed " << seed << ", " << host->name();
+        EXPECT_EQ(host->heldComplaint(), "") << "seed " << seed << ", " << host->name();
         std::printf("%s, %zu steps: %s\n", host->name().c_str(), host->steps(),
-                    host->held().figures().c_str());
+                    host->heldFigures().c_str());
     }
     company.events.readOn();
     EXPECT_EQ(company.events.complaint(), "") << "seed " << seed;
