@@ -1,6 +1,6 @@
 // The pages' tables of names against the programs that bear them.
 #include "documents/exchange_run.h"
-#include "documents/page_table.h"
+#include "documents/page_text.h"
 #include "documents/pages.h"
 #include "support/companion_program.h"
 #include "support/host_program.h"

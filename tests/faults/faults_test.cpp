@@ -1,6 +1,6 @@
 // What becomes of each entry point when a call fails that it relies on: the documentation's table
 // of faults, row by row. A row that differs prints the line as it should stand.
-#include "documents/page_table.h"
+#include "documents/page_text.h"
 #include "documents/pages.h"
 #include "faults/fault_table.h"
 #include "faults/outcome.h"

@@ -1,4 +1,5 @@
-// The fenced blocks of a page that a test reads: those with a word and a name behind the fence.
+// The parts of a page that tests read: its fenced blocks with a word and a name after the fence,
+// and its tables.
 #pragma once
 
 #include <cstddef>
@@ -23,5 +24,17 @@ std::vector<FencedBlock> fencedBlocks(std::string_view page, std::string_view wo
 
 // The lines, each with a line feed behind it.
 std::string joined(const std::vector<std::string>& lines);
+
+// A cell for each column, as it stands on the page but for escaped bars.
+using TableRow = std::vector<std::string>;
+
+// The rows of the first table below this heading, without its head.
+std::vector<TableRow> tableBelow(std::string_view page, std::string_view heading);
+
+// The first text between backticks; empty without one.
+std::string codeIn(std::string_view text);
+
+// True when the text is the pattern with something in the place of each `<…>`.
+bool isLike(std::string_view text, std::string_view pattern);
 
 } // namespace documents
