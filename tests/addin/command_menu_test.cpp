@@ -123,7 +123,7 @@ TEST_F(CommandMenu, listsTheRecentFilesInTheirOrder)
               Lines{menu(rows + LR"(, -, "C:\three.mcam", "C:\two & more.mcam", "C:\one.mcam")")});
 }
 
-TEST_F(CommandMenu, numbersItsItemsAndMarksTheTitleAsDefault)
+TEST_F(CommandMenu, numbersItsItemsWithADefault)
 {
     AddInState::setRecentFiles(
         {{3, L"C:\\three.mcam"}, {2, L"C:\\two.mcam"}, {1, L"C:\\one.mcam"}});
@@ -163,7 +163,7 @@ TEST_F(CommandMenu, doesNothingForARecentFile)
     EXPECT_EQ(newTrace(), Lines{menu(rows + LR"(, -, "C:\one.mcam")")});
 }
 
-TEST_F(CommandMenu, doesNothingForTheTitleAndForAnyOtherNumberThatIsNoCommand)
+TEST_F(CommandMenu, ignoresNumbersWithoutACommand)
 {
     recordCompanionStarts(installation);
     // In place of the host's own, which lets nobody choose a title.
@@ -186,7 +186,7 @@ TEST_F(CommandMenu, opensTheCompanion)
         LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))");
 }
 
-TEST_F(CommandMenu, opensTheMakersWebSite)
+TEST_F(CommandMenu, opensTheVendorsWebSite)
 {
     recordCompanionStarts(installation);
     openWebAddressesWith(installation.path(L"TORVA-ZEM.exe"));
@@ -197,7 +197,7 @@ TEST_F(CommandMenu, opensTheMakersWebSite)
     EXPECT_EQ(newTrace(), Lines{menu(rows)});
 }
 
-TEST_F(CommandMenu, startsTheAboutBoxOverTheMainWindow)
+TEST_F(CommandMenu, startsAboutOverTheMainWindow)
 {
     recordCompanionStarts(installation);
     choose(L"About");
@@ -207,7 +207,7 @@ TEST_F(CommandMenu, startsTheAboutBoxOverTheMainWindow)
               (Lines{aboutStart(getMainFrameWindow()), aboutStart(getMainFrameWindow())}));
 }
 
-TEST_F(CommandMenu, startsTheAboutBoxOverWindowZeroWithoutAMainWindow)
+TEST_F(CommandMenu, startsAboutWithoutAMainWindow)
 {
     recordCompanionStarts(installation);
     standin::failNext("get_MainFrame");
@@ -215,13 +215,13 @@ TEST_F(CommandMenu, startsTheAboutBoxOverWindowZeroWithoutAMainWindow)
     EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --about --parentwindow 0"});
 }
 
-TEST_F(CommandMenu, tellsThatTheCompanionForTheAboutBoxIsMissing)
+TEST_F(CommandMenu, reportsAMissingCompanionForAbout)
 {
     EXPECT_EQ(m_about(0), 0);
     EXPECT_EQ(newTrace(), Lines{notInstalled});
 }
 
-TEST_F(CommandMenu, handsOverTheSetupSheetFromBothItems)
+TEST_F(CommandMenu, sendsTheSetupSheetFromBothItems)
 {
     const LineReceiver companion;
     standin::setState("setup_sheet_files", L"C:\\sheet.xml");
@@ -233,7 +233,7 @@ TEST_F(CommandMenu, handsOverTheSetupSheetFromBothItems)
     }
 }
 
-TEST_F(CommandMenu, letsTheHostsExceptionThroughFromTheSetupSheet)
+TEST_F(CommandMenu, passesOnASetupSheetsException)
 {
     standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
     standin::chooseNext(L"Tools");

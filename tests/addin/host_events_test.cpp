@@ -53,14 +53,14 @@ TEST_F(HostEvents, startWithEverySwitchAsDeclared)
     expect(none);
 }
 
-TEST_F(HostEvents, threeForgetsTheFileAndArmsTheSaveFlag)
+TEST_F(HostEvents, threeForgetsTheFile)
 {
     set({.notified = false, .capturePending = true});
     EXPECT_EQ(m_notify(3), 0);
     expect(none);
 }
 
-TEST_F(HostEvents, fourSetsNothingBecauseItsSwitchIsOff)
+TEST_F(HostEvents, fourDoesNothingWhileSwitchedOff)
 {
     EXPECT_EQ(m_notify(4), 0);
     expect(none);
@@ -69,7 +69,7 @@ TEST_F(HostEvents, fourSetsNothingBecauseItsSwitchIsOff)
     expect({});
 }
 
-TEST_F(HostEvents, fourSetsTheCaptureOnlyForAnUnknownFileWithTheSwitchOn)
+TEST_F(HostEvents, fourRequestsAPictureOnceSwitchedOn)
 {
     Values on = none;
     on.captureEnabled = true;
@@ -83,7 +83,7 @@ TEST_F(HostEvents, fourSetsTheCaptureOnlyForAnUnknownFileWithTheSwitchOn)
     expect({.captureEnabled = true});
 }
 
-TEST_F(HostEvents, fiveOnlyClearsTheFlagsWithoutAFile)
+TEST_F(HostEvents, fiveClearsTheFlagsWithoutAFile)
 {
     set(none);
     EXPECT_EQ(m_notify(5), 0);
@@ -108,7 +108,7 @@ TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
     EXPECT_FALSE(AddInState::captureOnClosePending());
 }
 
-TEST_F(HostEvents, fiveClearsThePictureAlsoWhenTheHostRaisesInTheSetupSheet)
+TEST_F(HostEvents, fiveClearsThePictureOnException)
 {
     installation.endStandardInput();
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
@@ -121,7 +121,7 @@ TEST_F(HostEvents, fiveClearsThePictureAlsoWhenTheHostRaisesInTheSetupSheet)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostEvents, fiveTakesThePendingPictureWithoutAFile)
+TEST_F(HostEvents, fiveTakesAPendingPicture)
 {
     Values pending = none;
     pending.capturePending = true;
@@ -132,7 +132,7 @@ TEST_F(HostEvents, fiveTakesThePendingPictureWithoutAFile)
     EXPECT_TRUE(readBytes(installation.path(L"commit\\screendump.bmp")).has_value());
 }
 
-TEST_F(HostEvents, fiveOutlivesAHostThatRaisesInThePicture)
+TEST_F(HostEvents, fiveSurvivesAFailingPicture)
 {
     Values pending = none;
     pending.capturePending = true;
@@ -163,7 +163,7 @@ TEST_F(HostEvents, thirtySevenOnlyMarksItself)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(HostEvents, ofEveryOtherCodeDoNothing)
+TEST_F(HostEvents, ignoreEveryOtherCode)
 {
     for (int code = -1; code <= 100; ++code) {
         if (code == 3 || code == 4 || code == 5 || code == 6 || code == 37 || code == 52)

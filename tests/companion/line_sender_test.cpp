@@ -89,7 +89,7 @@ TEST(LineSender, usesAConnectionForEachLine)
     EXPECT_TRUE(receiver.isIdle());
 }
 
-TEST(LineSender, sendsUpToTheFirstZeroAlone)
+TEST(LineSender, sendsUpToTheFirstNul)
 {
     EXPECT_EQ(sent(std::string("ab\0cd", 5)), "ab");
 }
@@ -111,7 +111,7 @@ TEST(LineSender, sendsNoLineOf1024BytesOrMore)
     EXPECT_EQ(receiver.nextConnection(), "next\n");
 }
 
-TEST(LineSender, makesOneAttemptAlsoWhenNobodyListens)
+TEST(LineSender, triesOnceWithoutAListener)
 {
     noteCalls();
     sendLine("lost");
@@ -121,7 +121,7 @@ TEST(LineSender, makesOneAttemptAlsoWhenNobodyListens)
     EXPECT_EQ(calls, oneAttempt);
 }
 
-TEST(LineSender, connectsToTheFirstOfTheLocalComputersAddressesAlone)
+TEST(LineSender, connectsToTheFirstAddressOnly)
 {
     leadCalls(&connect, "connect", &targetedConnect, L"ws2_32.dll");
     leadCalls(&gethostbyname, "gethostbyname", &twoAddresses, L"ws2_32.dll");
@@ -148,14 +148,14 @@ TEST(LineSender, returnsWhenTheListenerHangsUp)
     EXPECT_TRUE(receiver.isIdle());
 }
 
-TEST(LineSender, leavesTheSocketsLibraryAsItFoundIt)
+TEST(LineSender, leavesTheSocketsLibraryUnchanged)
 {
     sendLine("lost");
     EXPECT_EQ(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP), INVALID_SOCKET);
     EXPECT_EQ(WSAGetLastError(), WSANOTINITIALISED);
 }
 
-TEST(LineSender, canStartTheSocketsLibraryInVersionTwo)
+TEST(LineSender, startsSocketsInVersionTwo)
 {
     EXPECT_EQ(startSockets(), 0);
     WSACleanup();

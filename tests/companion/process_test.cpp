@@ -81,7 +81,7 @@ TEST_F(CompanionProcess, runsWhileItsSemaphoreExists)
     EXPECT_TRUE(isCompanionRunning());
 }
 
-TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
+TEST_F(CompanionProcess, runsEvenIfTheSemaphoreIsDenied)
 {
     SECURITY_ATTRIBUTES denied = {sizeof denied, nullptr, FALSE};
     ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
@@ -94,21 +94,21 @@ TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
     EXPECT_TRUE(isCompanionRunning());
 }
 
-TEST_F(CompanionProcess, isLaunchedShownWithoutArguments)
+TEST_F(CompanionProcess, isShownWithoutArguments)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"", true));
     EXPECT_EQ(companionStarts(installation, 1), Lines{L"1"});
 }
 
-TEST_F(CompanionProcess, isLaunchedHiddenWithArguments)
+TEST_F(CompanionProcess, isHiddenWithArguments)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"--about --parentwindow 0", false));
     EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --about --parentwindow 0"});
 }
 
-TEST_F(CompanionProcess, getsQuotedPathsAsTheyStand)
+TEST_F(CompanionProcess, getsQuotedPathsUnchanged)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"--commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295", true));
@@ -126,7 +126,7 @@ TEST_F(CompanionProcess, leavesTheProcessHandleOpen)
     EXPECT_EQ(countHandles(), before + 3);
 }
 
-TEST_F(CompanionProcess, isReportedMissingUnlessTheLaunchIsQuiet)
+TEST_F(CompanionProcess, isReportedMissingUnlessQuiet)
 {
     EXPECT_FALSE(launchCompanion(L"--about", true));
     EXPECT_EQ(newTrace(), Lines{});
@@ -134,14 +134,14 @@ TEST_F(CompanionProcess, isReportedMissingUnlessTheLaunchIsQuiet)
     EXPECT_EQ(newTrace(), Lines{notInstalled});
 }
 
-TEST_F(CompanionProcess, isMissingWhenAFolderHasItsName)
+TEST_F(CompanionProcess, isMissingIfAFolderHasItsName)
 {
     CreateDirectoryW(installation.path(L"TORVA-ZEM.exe").c_str(), nullptr);
     EXPECT_FALSE(launchCompanion(L"", false));
     EXPECT_EQ(newTrace(), Lines{notInstalled});
 }
 
-TEST_F(CompanionProcess, showsNothingOfItsOwnWhenItsStartFails)
+TEST_F(CompanionProcess, showsNothingWhenItsStartFails)
 {
     const SystemDialogs dismissed;
     writeBytes(installation.path(L"TORVA-ZEM.exe"), "no program");
@@ -160,7 +160,7 @@ TEST_F(CompanionProcess, isNotStartedAgainWhileItRuns)
     EXPECT_EQ(starts, 1);
 }
 
-TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
+TEST_F(CompanionProcess, isStartedShownIfStopped)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(ensureCompanionRunning());
@@ -168,7 +168,7 @@ TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CompanionProcess, isReportedOnceWhenItCannotBeStarted)
+TEST_F(CompanionProcess, isReportedOnceIfItCannotStart)
 {
     EXPECT_FALSE(ensureCompanionRunning());
     EXPECT_EQ(newTrace(), Lines{failedToStart});
@@ -183,7 +183,7 @@ TEST_F(CompanionProcess, windowIsFoundByItsProperty)
     EXPECT_EQ(findCompanionWindow(), nullptr);
 }
 
-TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
+TEST_F(CompanionProcess, windowIsActivated)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -194,7 +194,7 @@ TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
+TEST_F(CompanionProcess, windowIsRestored)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -205,7 +205,7 @@ TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
     EXPECT_EQ(GetActiveWindow(), window);
 }
 
-TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
+TEST_F(CompanionProcess, windowStaysMaximised)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -214,7 +214,7 @@ TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
     EXPECT_TRUE(IsZoomed(window));
 }
 
-TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
+TEST_F(CompanionProcess, windowIsActivatedLate)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -229,7 +229,7 @@ TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommandAfter16Searches)
+TEST_F(CompanionProcess, windowIsSearched16Times)
 {
     companion.holdSemaphore();
     noteWaitSteps();
@@ -240,7 +240,7 @@ TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommandAfter16Searches
     EXPECT_EQ(newTrace(), Lines{failedToOpen});
 }
 
-TEST_F(CompanionProcess, thatCannotBeStartedIsReportedOnceByTheOpenCommand)
+TEST_F(CompanionProcess, isReportedOnceByTheOpenCommand)
 {
     openCompanion();
     EXPECT_EQ(newTrace(), Lines{failedToStart});

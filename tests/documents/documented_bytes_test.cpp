@@ -89,13 +89,13 @@ TEST_P(EachGivenDump, doesWhatThePageSays)
 INSTANTIATE_TEST_SUITE_P(Pages, EachGivenDump, ::testing::ValuesIn(given),
                          [](const auto& bytes) { return testName(bytes.param.dump); });
 
-TEST(Pages, haveSoundDumpsAlone)
+TEST(Pages, haveOnlySoundDumps)
 {
     for (const auto& [page, block] : blocksOfPages("dump"))
         EXPECT_EQ(parseDump(block).fault, "") << page << ": " << block.name;
 }
 
-TEST(Pages, haveNoDumpThatNoTestReadsAndNoneTwice)
+TEST(Pages, showEachTestedDumpOnce)
 {
     std::multiset<std::string> read;
     for (const ExchangeRun& run : runs)
@@ -108,7 +108,7 @@ TEST(Pages, haveNoDumpThatNoTestReadsAndNoneTwice)
     EXPECT_EQ(shown, read);
 }
 
-TEST(Pages, sayWhatTheSupportToolMakesOfADump)
+TEST(Pages, showTheSupportToolsDecoding)
 {
     const auto dumps = dumpsOfPages();
     const auto blocks = blocksOfPages("decoded");
@@ -125,7 +125,7 @@ TEST(Pages, sayWhatTheSupportToolMakesOfADump)
     }
 }
 
-TEST(Pages, showNothingThatTheSupportToolFindsAmiss)
+TEST(Pages, showOnlySoundExchanges)
 {
     const auto dumps = dumpsOfPages();
     for (const char* name : {"open-request", "new-file-request", "check-in-request", "settings",

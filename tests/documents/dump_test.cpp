@@ -111,7 +111,7 @@ TEST(DumpText, givesTheBytesOfEachForm)
     EXPECT_TRUE(dump.isOpenEnded);
 }
 
-TEST(DumpText, tellsOfAnOffsetThatIsNotDue)
+TEST(DumpText, reportsAWrongOffset)
 {
     EXPECT_EQ(faultOf({"00  0A 0B", "03  0A"}), "line 12: offset 03 where 02 is due");
     EXPECT_EQ(faultOf({"01  0A"}), "line 11: offset 01 where 00 is due");
@@ -120,13 +120,13 @@ TEST(DumpText, tellsOfAnOffsetThatIsNotDue)
               "line 12: offset 13 where 14 is due");
 }
 
-TEST(DumpText, tellsOfALineWithoutAnOffset)
+TEST(DumpText, reportsALineWithoutAnOffset)
 {
     for (const char* line : {"", "0  0A", "0x00  0A", " 00  0A", "00 0A", "mark"})
         EXPECT_EQ(faultOf({line}), "line 11: no offset") << line;
 }
 
-TEST(DumpText, tellsOfALineWithoutBytes)
+TEST(DumpText, reportsALineWithoutBytes)
 {
     for (const char* line :
          {"00", "00  ", "00  mark", "00  0a", "00  A", "00  0A mark", "00  0A0B", "00  0A ? ?",
@@ -135,12 +135,12 @@ TEST(DumpText, tellsOfALineWithoutBytes)
         EXPECT_EQ(faultOf({line}), "line 11: no bytes") << line;
 }
 
-TEST(DumpText, tellsOfARowAfterTheRest)
+TEST(DumpText, reportsARowAfterTheRest)
 {
     EXPECT_EQ(faultOf({"00  \xE2\x80\xA6 any", "00  0A"}), "line 12: a row after the rest");
 }
 
-TEST(DumpText, tellsOfADumpWithoutANameOrWithoutRows)
+TEST(DumpText, reportsAMissingNameOrRows)
 {
     const std::string fault = "line 10: a dump without a name or without rows";
     EXPECT_EQ(faultOf({}), fault);

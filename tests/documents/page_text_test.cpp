@@ -16,7 +16,7 @@ TEST(FencedBlocks, areThoseWithTheWord)
     EXPECT_EQ(fencedBlocks(page, "decoded"), (Blocks{{"decoded", "one", 9, {"kind: x", ""}}}));
 }
 
-TEST(FencedBlocks, areNotSoughtInsideAnother)
+TEST(FencedBlocks, areNotFoundInsideAnother)
 {
     EXPECT_EQ(fencedBlocks("```\n ```dump one\n```\n", "dump"), Blocks{});
 }
@@ -39,7 +39,7 @@ TEST(PageTable, isTheFirstOneBelowItsHeading)
     EXPECT_EQ(tableBelow(page, "## Here"), (Rows{{"1", "2"}, {"3", ""}}));
 }
 
-TEST(PageTable, isNotSoughtBelowTheNextHeading)
+TEST(PageTable, isNotFoundBelowTheNextHeading)
 {
     EXPECT_EQ(tableBelow("## Here\n\n## There\n\n| a |\n|---|\n| 1 |\n", "## Here"), Rows{});
     EXPECT_EQ(tableBelow("| a |\n|---|\n| 1 |\n", "## Here"), Rows{});
@@ -51,14 +51,14 @@ TEST(PageTable, keepsABarThatIsText)
               (Rows{{"`1|2`", "3"}}));
 }
 
-TEST(PageTable, givesTheCodeInACell)
+TEST(PageTable, returnsTheCodeInACell)
 {
     EXPECT_EQ(codeIn("all of `abc`, not `d`"), "abc");
     EXPECT_EQ(codeIn("none"), "");
     EXPECT_EQ(codeIn("`open"), "");
 }
 
-TEST(PagePattern, hasSomethingInTheirPlace)
+TEST(PagePattern, matchesAnyTextInItsGaps)
 {
     EXPECT_TRUE(isLike("--about", "--about"));
     EXPECT_FALSE(isLike("--about ", "--about"));

@@ -51,7 +51,7 @@ TEST(FuzzedCommandFiles, areOfEveryKind)
     EXPECT_GE(countWithTrace(files, "OnFileNew"), countWithTrace(files, "m_fclose") + 100);
 }
 
-TEST(FuzzedCommandFiles, haveTheEffectInTheHostThatThePlainRuleGivesThem)
+TEST(FuzzedCommandFiles, haveTheExpectedEffect)
 {
     const Installation installation(Registry::ofTheUser);
     std::vector<std::unique_ptr<CommandFileRun>> runs;

@@ -82,7 +82,7 @@ TEST_F(CommitQueue, storesTwoInARow)
     expectParts(2);
 }
 
-TEST_F(CommitQueue, storesTwoHundredThatComeWhileItTakesThem)
+TEST_F(CommitQueue, stores200ThatArriveWhileItReads)
 {
     const CompanionProgram companion(installation);
     constexpr int all = 200;
@@ -94,7 +94,7 @@ TEST_F(CommitQueue, storesTwoHundredThatComeWhileItTakesThem)
     EXPECT_EQ(companion.count(L"commit-skipped"), 0u);
 }
 
-TEST_F(CommitQueue, storesTwoHundredVersionsOfOnePart)
+TEST_F(CommitQueue, stores200VersionsOfOnePart)
 {
     const CompanionProgram companion(installation);
     const std::wstring part = makePart(L"a.mcam", "a");
@@ -106,7 +106,7 @@ TEST_F(CommitQueue, storesTwoHundredVersionsOfOnePart)
     EXPECT_EQ(libraryBytes(L"bracket\\v202.mcam"), std::nullopt);
 }
 
-TEST_F(CommitQueue, leavesTheFileAsItIsWhileTheProgramRuns)
+TEST_F(CommitQueue, keepsTheFileWhileTheProgramRuns)
 {
     const CompanionProgram companion(installation);
     const std::wstring one = numberedPart(1);
@@ -164,7 +164,7 @@ TEST_F(CommitQueue, waitsForTheRestOfHalfARecord)
     EXPECT_EQ(companion.count(L"commit-skipped"), 0u);
 }
 
-TEST_F(CommitQueue, putsHalfARecordAsideWhenAnotherFollowsIt)
+TEST_F(CommitQueue, skipsHalfARecordBeforeAnother)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -200,7 +200,7 @@ TEST_F(CommitQueue, isNotBlindedByGarbage)
     EXPECT_EQ(companion.count(L"commit-skipped"), 3u);
 }
 
-TEST_F(CommitQueue, findsRecordsBehindALotOfGarbage)
+TEST_F(CommitQueue, findsRecordsAfterMuchGarbage)
 {
     constexpr size_t oneLook = 4 * (8 + 2 * 32767); // bytes; it ends in the record's first ones
     const std::string garbage(oneLook - 5, '\xEE');
@@ -228,7 +228,7 @@ TEST_F(CommitQueue, takesWhatAnEndedProcessLeft)
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
 }
 
-TEST_F(CommitQueue, takesWhatAnEndedProcessOfTheSameIdLeft)
+TEST_F(CommitQueue, takesWhatTheSameProcessIdLeft)
 {
     const CompanionProgram companion(installation, L"", true);
     const DWORD process = companion.process().id();
@@ -240,7 +240,7 @@ TEST_F(CommitQueue, takesWhatAnEndedProcessOfTheSameIdLeft)
     expectParts(3);
 }
 
-TEST_F(CommitQueue, tellsWhatAnEndedProcessOfTheSameIdLeft)
+TEST_F(CommitQueue, logsWhatTheSameProcessIdLeft)
 {
     const CompanionProgram companion(installation, L"", true);
     const std::wstring file = requestFile(companion.process().id());
@@ -261,7 +261,7 @@ TEST_F(CommitQueue, startsWithTheOldest)
     expectParts(3);
 }
 
-TEST_F(CommitQueue, takesWhatIsWrittenToAnEndedProcessLater)
+TEST_F(CommitQueue, takesLateRecordsOfAnEndedProcess)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -284,7 +284,7 @@ TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
     expectParts(1);
 }
 
-TEST_F(CommitQueue, leavesTheFileOfARunningProcessOfTheProgramToIt)
+TEST_F(CommitQueue, keepsOffARunningProcesssFile)
 {
     std::filesystem::create_directories(installation.path(L"other"));
     std::filesystem::copy_file(programFolder() + L"desktop_keeper.exe",
@@ -301,7 +301,7 @@ TEST_F(CommitQueue, leavesTheFileOfARunningProcessOfTheProgramToIt)
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
 }
 
-TEST_F(CommitQueue, goesOnBehindTheBookmarkOfAnEndedProcess)
+TEST_F(CommitQueue, continuesAfterAnEndedBookmark)
 {
     const std::string first = commitRecord(noId, numberedPart(7));
     appendCommit(requestFile(endedProcess), first);
@@ -327,7 +327,7 @@ TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 }
 
 // The same, for a part that the commit brought in: it is found by its file all the same.
-TEST_F(CommitQueue, knowsANewPartThatIsInTheIndexByItsFile)
+TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
 {
     const std::wstring part = numberedPart(1);
     appendCommit(requestFile(endedProcess), commitRecord(noId, part));
@@ -342,7 +342,7 @@ TEST_F(CommitQueue, knowsANewPartThatIsInTheIndexByItsFile)
 }
 
 // The process ended between the part file and the index: what it copied is what was committed then.
-TEST_F(CommitQueue, finishesAVersionThatIsNotInTheIndexYet)
+TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
 {
     const std::wstring changedSince = numberedPart(7);
     appendCommit(requestFile(endedProcess), commitRecord(17, changedSince));
@@ -358,7 +358,7 @@ TEST_F(CommitQueue, finishesAVersionThatIsNotInTheIndexYet)
 }
 
 // The process ended before the part file was whole.
-TEST_F(CommitQueue, copiesAnewWhatWasHalfCopied)
+TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
 {
     appendCommit(requestFile(endedProcess), commitRecord(17, numberedPart(7)));
     writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
@@ -372,7 +372,7 @@ TEST_F(CommitQueue, copiesAnewWhatWasHalfCopied)
 
 // The process ended while it removed the request file of an earlier one; a host made a new one
 // since.
-TEST_F(CommitQueue, doesNotTakeAFinishedBookmarkForThatOfALaterFile)
+TEST_F(CommitQueue, ignoresABookmarkOfAnEarlierFile)
 {
     writeBytes(beside(endedProcess, L".taken"), "finished\n");
     appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
@@ -392,7 +392,7 @@ TEST_F(CommitQueue, removesAFinishedFileUnread)
     EXPECT_EQ(companion.count(L"commit"), 0u);
 }
 
-TEST_F(CommitQueue, losesAndDoublesNothingWhenTheProgramIsKilledAgainAndAgain)
+TEST_F(CommitQueue, survivesRepeatedKills)
 {
     constexpr int all = 60;
     for (int number = 1; number <= all; ++number)
@@ -406,7 +406,7 @@ TEST_F(CommitQueue, losesAndDoublesNothingWhenTheProgramIsKilledAgainAndAgain)
     expectParts(all);
 }
 
-TEST_F(CommitQueue, isEmptiedAndRemovedBeforeTheProgramEnds)
+TEST_F(CommitQueue, isRemovedBeforeTheProgramEnds)
 {
     const CompanionProgram companion(installation);
     for (int number = 1; number <= 20; ++number)
@@ -417,7 +417,7 @@ TEST_F(CommitQueue, isEmptiedAndRemovedBeforeTheProgramEnds)
     EXPECT_EQ(companion.log().back(), L"stopped");
 }
 
-TEST_F(CommitQueue, keepsARecordThatIsWrittenWhileTheProgramEnds)
+TEST_F(CommitQueue, keepsARecordWrittenDuringTheEnd)
 {
     std::string record = commitRecord(noId, numberedPart(1));
     {
@@ -437,7 +437,7 @@ TEST_F(CommitQueue, keepsARecordThatIsWrittenWhileTheProgramEnds)
 }
 
 // Two hosts that take turns: each finds the end only when no other is between its own steps.
-TEST_F(CommitQueue, takesThoseOfTwoWritersThatTakeTurns)
+TEST_F(CommitQueue, takesRecordsOfTwoWritersInTurn)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -469,7 +469,7 @@ TEST_F(CommitQueue, takesThoseOfTwoWritersThatTakeTurns)
 
 // Two hosts that do not: one's record may take the place of the other's, and nothing but that is
 // lost. What is stored is what was written, once, and those that come later are found.
-TEST_F(CommitQueue, goesOnAfterTwoWritersThatMetAtOneEnd)
+TEST_F(CommitQueue, survivesTwoWritersAtOneEnd)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);

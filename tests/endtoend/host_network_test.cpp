@@ -8,7 +8,7 @@ using namespace testing_support;
 
 // The system does not tell here which process has a port open; the tests have the network to
 // themselves.
-TEST(HostNetwork, hasNoPortMoreWithTheAddInThanWithoutIt)
+TEST(HostNetwork, gainsNoOpenPortWithTheAddIn)
 {
     const Installation installation{Registry::ofTheUser};
     const LineReceiver receiver;

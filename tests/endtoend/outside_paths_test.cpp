@@ -50,7 +50,7 @@ class OutsideFolder : public OutsidePath, public ::testing::WithParamInterface<c
 
 } // namespace
 
-TEST_F(OutsidePath, ofARequestIsRefusedWhereNoFileLies)
+TEST_F(OutsidePath, isRefusedWithoutAFile)
 {
     writeBytes(installation.path(L"a.mcam"), "");
     const std::string file = toUtf8(installation.path(L"a.mcam"));
@@ -71,7 +71,7 @@ TEST_F(OutsidePath, ofARequestIsRefusedWhereNoFileLies)
     EXPECT_EQ(contentOf(installation.root()), before);
 }
 
-TEST_F(OutsidePath, ofARequestThatNamesAFileReachesTheHostAsItStandsAndIsSaved)
+TEST_F(OutsidePath, reachesTheHostUnchanged)
 {
     writeBytes(installation.path(L"a.mcam"), "");
     const std::wstring root = installation.root();
@@ -87,7 +87,7 @@ TEST_F(OutsidePath, ofARequestThatNamesAFileReachesTheHostAsItStandsAndIsSaved)
     EXPECT_EQ(count(host.trace(), notThere), 0u);
 }
 
-TEST_P(OutsideFolder, ofTheInstallationLeavesAHostThatWorks)
+TEST_P(OutsideFolder, leavesTheHostWorking)
 {
     const std::wstring part = installation.path(L"a.mcam");
     writeBytes(part, "");

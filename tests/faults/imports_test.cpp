@@ -172,7 +172,7 @@ std::set<std::string> importedNames(const BYTE* file)
 
 } // namespace
 
-TEST(PlatformCalls, areJudgedForEachImportOfTheLibrary)
+TEST(PlatformCalls, coverEveryImport)
 {
     leadPlatformCalls();
     const BYTE* const file = libraryFile();

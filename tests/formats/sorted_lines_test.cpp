@@ -5,7 +5,7 @@
 using torvapdm::sortAndDropRepeats;
 using Texts = std::vector<std::string>;
 
-TEST(SortedLines, goByTheirBytesAsUnsignedOnes)
+TEST(SortedLines, compareUnsignedBytes)
 {
     Texts texts = {"b", "\xC4", "a|b", "a", "", "B", "a|"};
     sortAndDropRepeats(texts);

@@ -4,7 +4,7 @@
 
 using torvapdm::asksForTools;
 
-TEST(ToolsOption, isOnForTheLowerCaseLetterAnywhereInTheLine)
+TEST(ToolsOption, isOnForALowerCaseY)
 {
     EXPECT_TRUE(asksForTools("AlwaysSaveTools=y\n"));
     EXPECT_TRUE(asksForTools("AlwaysSaveTools=y"));

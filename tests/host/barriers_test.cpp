@@ -24,7 +24,7 @@ auto throwing(Thrown thrown)
 
 } // namespace
 
-TEST(Edge, givesTheBodysResult)
+TEST(Barrier, returnsTheBodysResult)
 {
     EXPECT_EQ(atEdge(
                   0, [] { return 7; }),
@@ -32,7 +32,7 @@ TEST(Edge, givesTheBodysResult)
     EXPECT_EQ(atEdgeLetting<CException*>(0, [] { return 7; }), 7);
 }
 
-TEST(Edge, givesTheNeutralAnswerForEveryException)
+TEST(Barrier, returnsTheDefaultForEveryException)
 {
     EXPECT_EQ(atEdge(3, throwing(std::bad_alloc())), 3);
     EXPECT_EQ(atEdge(3, throwing(5)), 3);
@@ -40,7 +40,7 @@ TEST(Edge, givesTheNeutralAnswerForEveryException)
     EXPECT_EQ(WatchedException::ended, 1);
 }
 
-TEST(Edge, letsTheNamedExceptionPassAndNoOther)
+TEST(Barrier, passesOnOnlyTheNamedException)
 {
     const auto outOfRange = throwing(std::out_of_range("short"));
     EXPECT_THROW(atEdgeLetting<const std::out_of_range&>(3, outOfRange), std::out_of_range);
@@ -50,7 +50,7 @@ TEST(Edge, letsTheNamedExceptionPassAndNoOther)
     EXPECT_EQ(WatchedException::ended, 1);
 }
 
-TEST(Edge, letsTheFrameworksExceptionPassAliveAndNoOther)
+TEST(Barrier, passesOnALiveFrameworkException)
 {
     EXPECT_EQ(atEdgeLetting<CException*>(3, throwing(std::bad_alloc())), 3);
     try {

@@ -49,7 +49,7 @@ TEST_F(HostDocument, hasAtMost260CharactersInItsName)
     EXPECT_EQ(hostFileName(), L"");
 }
 
-TEST_F(HostDocument, isSavedUnderItsOwnNameAndRefreshed)
+TEST_F(HostDocument, isSavedAndRefreshed)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -59,7 +59,7 @@ TEST_F(HostDocument, isSavedUnderItsOwnNameAndRefreshed)
     EXPECT_FALSE(AddInState::event37Seen());
 }
 
-TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)
+TEST_F(HostDocument, isRefreshedWhenSavingFails)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -72,7 +72,7 @@ TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostDocument, leavesALineInTheDebuggersOutputWhenItsSavingFails)
+TEST_F(HostDocument, logsAFailedSaveToTheDebugger)
 {
     static std::string output;
     output.clear();
@@ -93,7 +93,7 @@ TEST_F(HostDocument, leavesALineInTheDebuggersOutputWhenItsSavingFails)
     EXPECT_EQ(output, std::string(50, '-') + " !status\n");
 }
 
-TEST_F(HostDocument, isSavedWithoutAParentWhenTheHostHasNoInterface)
+TEST_F(HostDocument, isSavedWithoutAnInterface)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -126,7 +126,7 @@ TEST_F(HostDocument, hasChangedWhenTheHostSaysSo)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostDocument, isSavedUnderItsCurrentNameWithoutAWindow)
+TEST_F(HostDocument, isSavedUnderItsCurrentName)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -139,7 +139,7 @@ TEST_F(HostDocument, isSavedUnderItsCurrentNameWithoutAWindow)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostDocument, isPicturedOverTheLastPictureWithoutBeingSaved)
+TEST_F(HostDocument, isCapturedOverTheLastPicture)
 {
     writeBytes(picture, "old");
     takeScreenCapture();
@@ -147,7 +147,7 @@ TEST_F(HostDocument, isPicturedOverTheLastPictureWithoutBeingSaved)
     EXPECT_EQ(readBytes(picture).value_or("").substr(0, 2), "BM");
 }
 
-TEST_F(HostDocument, isPicturedSilentlyWithoutAFolder)
+TEST_F(HostDocument, isNotCapturedWithoutAFolder)
 {
     removeFolder(installation.path(L"commit"));
     takeScreenCapture();

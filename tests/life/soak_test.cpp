@@ -75,7 +75,7 @@ std::string complaintsOf(const std::vector<std::unique_ptr<SoakedHost>>& hosts)
 
 } // namespace
 
-TEST_F(Soak, losesNothingAndLeavesOpenNoMoreThanItsCallsDoOnPurpose)
+TEST_F(Soak, losesAndLeaksNothing)
 {
     const auto seed = fromEnvironment("SOAK_SEED", usualSeed);
     const auto milliseconds = 1000ULL * fromEnvironment("SOAK_SECONDS", usualSeconds);

@@ -241,7 +241,7 @@ protected:
 
 } // namespace
 
-TEST_F(ToolExport, writesTheOperationsToolAndTheFullOne)
+TEST_F(ToolExport, writesTheOperationsAndTheFullTool)
 {
     putPart(planes +
             "[tool]\nnumber = 3\nfeed-rate = 0.12\nlength-offset = 33\noverall-length = 79\n"
@@ -278,7 +278,7 @@ TEST_F(ToolExport, writesTheOperationsToolAndTheFullOne)
                      L"ui CalcCycleTime(*, true) -> 14.5", LR"(ui list_manager(1, "", 1, *))"}));
 }
 
-TEST_F(ToolExport, tellsEveryFieldUnderItsOwnKey)
+TEST_F(ToolExport, writesEveryFieldUnderItsOwnKey)
 {
     putPart(everyField);
     exportToolData();
@@ -292,7 +292,7 @@ TEST_F(ToolExport, tellsEveryFieldUnderItsOwnKey)
     EXPECT_EQ(values, valuesOfEveryField);
 }
 
-TEST_F(ToolExport, tellsTheGeometryFileOfTheToolThatTheHostFilled)
+TEST_F(ToolExport, writesTheFilledToolsGeometryFile)
 {
     putPart(everyField);
     hostsToolManager = &tool_manager;
@@ -302,7 +302,7 @@ TEST_F(ToolExport, tellsTheGeometryFileOfTheToolThatTheHostFilled)
     EXPECT_EQ(valuesOf(records()[0])["GEOFILE'"], hexadecimal(filledGeometryFile));
 }
 
-TEST_F(ToolExport, keepsTheOperationsToolWhereTheHostKnowsNone)
+TEST_F(ToolExport, keepsTheOperationsToolWithoutAHosts)
 {
     putPart(planes + operationWith(1, 8, "tool.feed-rate = 0.11\ntool.length-offset = 3\n"));
     exportToolData();
@@ -313,7 +313,7 @@ TEST_F(ToolExport, keepsTheOperationsToolWhereTheHostKnowsNone)
     EXPECT_EQ(values["LENGTH OVERALL"], "0");
 }
 
-TEST_F(ToolExport, countsTheOperationsAndSortsTheirRecords)
+TEST_F(ToolExport, countsOperationsAndSortsRecords)
 {
     putPart(planes + operationWith(1, 3, "tool.diameter = 9\n") +
             operationWith(2, 3, "tool.diameter = 10\n") +
@@ -328,7 +328,7 @@ TEST_F(ToolExport, countsTheOperationsAndSortsTheirRecords)
     EXPECT_EQ(numberOf, (std::map<std::string, std::string>{{"9", "1"}, {"10", "2"}, {"5", "3"}}));
 }
 
-TEST_F(ToolExport, takesThePlaneNamesFromTheFirstOperationOfTheList)
+TEST_F(ToolExport, takesPlaneNamesFromTheFirstOperation)
 {
     putPart("[no operation]\n\n" + planes + operationWith(1, 3, "") +
             "[operation]\nid = 2\ntool-plane = 7\nconstruction-plane = 8\ntool.number = 4\n");
@@ -336,7 +336,7 @@ TEST_F(ToolExport, takesThePlaneNamesFromTheFirstOperationOfTheList)
     EXPECT_EQ(records().size(), 2u);
 }
 
-TEST_F(ToolExport, writesAnEmptyFileForAPartWithoutOperationsAndTellsIt)
+TEST_F(ToolExport, announcesAnEmptyFile)
 {
     putPart(planes);
     writeBytes(toolFile, "earlier");
@@ -361,7 +361,7 @@ TEST_F(ToolExport, namesItsFileAndLineAfterTheRequest)
     EXPECT_EQ(listener.nextConnection(), "TOOL--5\n");
 }
 
-TEST_F(ToolExport, readsTheRequestForItsFileThenForEachRecordThenForItsLine)
+TEST_F(ToolExport, readsTheRequestIdForEachUse)
 {
     putPart(planes + operationWith(1, 3) + operationWith(2, 4));
     hostsToolManager = &tool_manager;
@@ -373,7 +373,7 @@ TEST_F(ToolExport, readsTheRequestForItsFileThenForEachRecordThenForItsLine)
     EXPECT_EQ(listener.nextConnection(), "TOOL-19\n");
 }
 
-TEST_F(ToolExport, leavesAnEarlierFileWhenItCannotDescribeThePart)
+TEST_F(ToolExport, keepsTheFileWithoutADescription)
 {
     struct Case {
         const char* what;
@@ -394,7 +394,7 @@ TEST_F(ToolExport, leavesAnEarlierFileWhenItCannotDescribeThePart)
     }
 }
 
-TEST_F(ToolExport, sendsNothingWhenItsFileCannotBeOpened)
+TEST_F(ToolExport, sendsNothingWithoutItsFile)
 {
     putPart(planes + operationWith(1, 3));
     CreateDirectoryW(toolFile.c_str(), nullptr);
@@ -403,7 +403,7 @@ TEST_F(ToolExport, sendsNothingWhenItsFileCannotBeOpened)
     RemoveDirectoryW(toolFile.c_str());
 }
 
-TEST_F(ToolExport, leavesAnEarlierFileWhenTheHostRaisesInPlaceOfItsOperations)
+TEST_F(ToolExport, keepsTheFileOnAListException)
 {
     putPart(planes + operationWith(1, 3) + operationWith(2, 4));
     writeBytes(toolFile, "earlier");
@@ -416,7 +416,7 @@ TEST_F(ToolExport, leavesAnEarlierFileWhenTheHostRaisesInPlaceOfItsOperations)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOf)
+TEST_F(ToolExport, skipsWhatTheHostRaisesFor)
 {
     putPart(planes + operationWith(1, 3, "tool.feed-rate = 0.11\ncycle-time = 5\n"));
     for (const char* operation : {"tool_manager", "CalcCycleTime", "GetPlanePtrByID", "GetName"}) {
@@ -431,7 +431,7 @@ TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOf)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, endsAlsoWhenTheHostRaisesInPlaceOfTakingItsOperationsBack)
+TEST_F(ToolExport, survivesAFailedListRelease)
 {
     putPart(planes + operationWith(1, 3));
     ASSERT_TRUE(standin::raiseAt("list_manager", 2));
@@ -442,7 +442,7 @@ TEST_F(ToolExport, endsAlsoWhenTheHostRaisesInPlaceOfTakingItsOperationsBack)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOfForTheSecondRecord)
+TEST_F(ToolExport, skipsValuesOfTheSecondRecord)
 {
     const std::string more = "tool.feed-rate = 0.11\ncycle-time = 5\n";
     putPart(planes + "[tool]\nnumber = 3\nfeed-rate = 9\n\n[tool]\nnumber = 4\nfeed-rate = 9\n\n" +
@@ -466,7 +466,7 @@ TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOfForTheSecondRecord)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, losesTheNameOfTheOnePlaneThatTheHostRaisesInPlaceOf)
+TEST_F(ToolExport, losesOnlyTheRaisingPlanesName)
 {
     putPart(planes + operationWith(1, 3));
     ASSERT_TRUE(standin::raiseAt("GetName", 2));
@@ -475,7 +475,7 @@ TEST_F(ToolExport, losesTheNameOfTheOnePlaneThatTheHostRaisesInPlaceOf)
     EXPECT_EQ(getPlaneName(firstInHost(), 0), L"Front");
 }
 
-TEST_F(ToolExport, asksForTheToolPlaneThenForTheConstructionPlane)
+TEST_F(ToolExport, asksForTheToolPlaneFirst)
 {
     putPart(planes + operationWith(1, 3) + operationWith(2, 3));
     PlaneBase* (MastercamPlanes::*const lookUp)(int) = &MastercamPlanes::GetPlanePtrByID;
@@ -500,7 +500,7 @@ TEST_F(ToolExport, namesPlanesBySelector)
     EXPECT_EQ(getPlaneName(firstInHost(), 3), std::nullopt);
 }
 
-TEST_F(ToolExport, readsTextsThatFillTheirFieldsWithoutAZero)
+TEST_F(ToolExport, readsFullFieldsWithoutATerminator)
 {
     static operation full;
     std::fill(std::begin(full.nciName), std::end(full.nciName), L'n');

@@ -108,7 +108,7 @@ private:
 
 } // namespace
 
-TEST_F(Setup, addsItsFilesAndItsEntryAndTakesThemAway)
+TEST_F(Setup, addsAndRemovesItsFilesAndEntry)
 {
     const State filesBefore = filesBelow(L"C:", shop.temporaryFolder);
     const State registryBefore = registry();
@@ -191,7 +191,7 @@ TEST_F(Setup, refusesToGuessTheHostsFolder)
     expectNothingInstalled();
 }
 
-TEST_F(Setup, takesBackWhatItBeganWhereItCannotWrite)
+TEST_F(Setup, rollsBackWhenItCannotWrite)
 {
     std::filesystem::create_directories(shop.addInFolder);
     writeBytes(shop.addInFolder + L"\\docs", "a file where the folder should be");
@@ -201,7 +201,7 @@ TEST_F(Setup, takesBackWhatItBeganWhereItCannotWrite)
     EXPECT_EQ(entry(), State());
 }
 
-TEST_F(Setup, refusesAFolderThatCannotBe)
+TEST_F(Setup, refusesAnImpossibleFolder)
 {
     const std::wstring words = L" /S /HOST=" + quoted(shop.hostFolder) + L" /D=";
     EXPECT_EQ(Process(quoted(setupProgram()) + words + L"Q:\\ZEM add-in").waitForExit(),
@@ -212,7 +212,7 @@ TEST_F(Setup, refusesAFolderThatCannotBe)
     expectNothingInstalled();
 }
 
-TEST_F(Setup, leavesAnEarlierVersionWholeWhereItCannotWrite)
+TEST_F(Setup, keepsAnEarlierVersionItCannotReplace)
 {
     ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
     // In the way of a new file, before any old one goes.
@@ -224,7 +224,7 @@ TEST_F(Setup, leavesAnEarlierVersionWholeWhereItCannotWrite)
     EXPECT_EQ(entry(), entryBefore);
 }
 
-TEST_F(Setup, leavesEverythingAsItIsWhileAHostHasTheLibraryOpen)
+TEST_F(Setup, changesNothingWhileAHostRuns)
 {
     ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
     const RunningHost host(installation, shop, "");
@@ -239,7 +239,7 @@ TEST_F(Setup, leavesEverythingAsItIsWhileAHostHasTheLibraryOpen)
     EXPECT_EQ(entry(), entryBefore);
 }
 
-TEST_F(Setup, staysAtTheEarlierHostWhileThatHasTheLibraryOpen)
+TEST_F(Setup, staysWithARunningEarlierHost)
 {
     ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
     const RunningHost host(installation, shop, "");
@@ -251,7 +251,7 @@ TEST_F(Setup, staysAtTheEarlierHostWhileThatHasTheLibraryOpen)
     EXPECT_EQ(entryText(L"HostFolder"), shop.hostFolder);
 }
 
-TEST_F(Setup, leavesEverythingAsItIsWhileSomebodyReadsAPage)
+TEST_F(Setup, changesNothingWhileAPageIsOpen)
 {
     ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
     // A page that the new version does not have: only its own uninstaller knows of it.
@@ -299,7 +299,7 @@ TEST_F(Setup, followsTheHostToAnotherFolder)
     expectNothingInstalled();
 }
 
-TEST_F(Setup, takesOverALibraryThatWasCopiedThere)
+TEST_F(Setup, takesOverACopiedLibrary)
 {
     const std::wstring hooks = shop.hostFolder + L"\\chooks";
     std::filesystem::create_directories(hooks);
@@ -331,7 +331,7 @@ TEST_F(Setup, leavesTheUsersOwnFilesAndFolders)
               (std::set<std::wstring>{L"docs", L"docs\\own notes.txt"}));
 }
 
-TEST_F(Setup, removesItsFoldersOnceTheUsersOwnFilesHaveGone)
+TEST_F(Setup, removesItsFoldersOnceEmpty)
 {
     ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
     writeBytes(shop.addInFolder + L"\\bench\\own notes.txt", "notes");
@@ -342,7 +342,7 @@ TEST_F(Setup, removesItsFoldersOnceTheUsersOwnFilesHaveGone)
     expectNothingInstalled();
 }
 
-TEST_F(Setup, refusesAFolderWithSomebodyElsesFilesOfTheSameName)
+TEST_F(Setup, refusesToOverwriteForeignFiles)
 {
     std::filesystem::create_directories(shop.addInFolder + L"\\docs");
     for (const wchar_t* name : {L"\\CHANGELOG.md", L"\\docs\\installing.md", L"\\uninstall.exe"}) {
@@ -356,7 +356,7 @@ TEST_F(Setup, refusesAFolderWithSomebodyElsesFilesOfTheSameName)
     EXPECT_EQ(shop.setUp(), done);
 }
 
-TEST_F(Setup, refusesSomebodyElsesFilesWhenItMovesToAnotherFolder)
+TEST_F(Setup, refusesForeignFilesWhenMoving)
 {
     ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
     const std::wstring otherFolder = installation.path(L"tools");
@@ -370,7 +370,7 @@ TEST_F(Setup, refusesSomebodyElsesFilesWhenItMovesToAnotherFolder)
     EXPECT_EQ(entry(), entryBefore);
 }
 
-TEST_F(Setup, runsAlone)
+TEST_F(Setup, runsOneAtATime)
 {
     ASSERT_EQ(shop.setUp(earlierSetupProgram(), shop.hostFolder), done);
     const State before = files();
@@ -386,7 +386,7 @@ TEST_F(Setup, runsAlone)
     EXPECT_EQ(shop.setUp(), done);
 }
 
-TEST_F(Setup, takesBackNoEntryButItsOwn)
+TEST_F(Setup, removesOnlyItsOwnEntry)
 {
     HKEY key = nullptr;
     ASSERT_EQ(RegCreateKeyW(HKEY_LOCAL_MACHINE, entryKey, &key), ERROR_SUCCESS);
@@ -401,7 +401,7 @@ TEST_F(Setup, takesBackNoEntryButItsOwn)
     EXPECT_EQ(entry(), before);
 }
 
-TEST_F(Setup, leavesAnotherInstallationToItsOwnUninstaller)
+TEST_F(Setup, leavesAnotherInstallationAlone)
 {
     ASSERT_EQ(shop.setUp(), done);
     ASSERT_EQ(shop.uninstallInPlace(), done);
@@ -416,7 +416,7 @@ TEST_F(Setup, leavesAnotherInstallationToItsOwnUninstaller)
     EXPECT_EQ(readBytes(shop.library()), packed(L"torvapdm.dll"));
 }
 
-TEST_F(Setup, takesADrivesRootForNoOtherFolder)
+TEST_F(Setup, keepsADrivesRootApart)
 {
     SetCurrentDirectoryW(shop.hostFolder.c_str());
     for (const wchar_t* separator : {L"\\", L""}) {

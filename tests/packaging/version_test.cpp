@@ -88,7 +88,7 @@ TEST(Version, headsTheChanges)
     EXPECT_EQ(*heading, L"## " VERSION_TEXT);
 }
 
-TEST(Version, isAllThatAProgramTellsOfItsMaking)
+TEST(Version, isAllAProgramRevealsOfItsBuild)
 {
     for (const wchar_t* program : {L"\\torvapdm.dll", L"\\zemlink.exe"})
         EXPECT_EQ(timeOfMaking(packedFolder() + program), 0u) << toUtf8(program);
