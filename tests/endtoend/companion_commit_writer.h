@@ -1,5 +1,7 @@
-// Writes commit requests as the add-in does, with the same calls in the same order.
+// Writes commit records as the add-in does, with the same calls in the same order.
 #pragma once
+
+#include "peer/commit_record.h"
 
 #include <cstdint>
 #include <string>
@@ -7,8 +9,10 @@
 
 namespace testing_support {
 
-// The bytes of a record: id, length, name.
-std::string commitRecord(std::uint32_t id, const std::wstring& file);
+inline std::string commitRecord(std::uint32_t id, const std::wstring& file)
+{
+    return companion::commitRecordBytes({id, file});
+}
 
 // One append, step by step: opening finds the end of the file, which is made when it is missing.
 class CommitAppend {
