@@ -26,7 +26,7 @@ struct Row {
     bool operator==(const Row&) const = default;
 };
 
-// What the open menu holds, read while it stands on the screen.
+// What the open menu holds, read while it is on the screen.
 std::vector<Row> openRows;
 POINT openAt;
 
@@ -166,7 +166,7 @@ TEST_F(CommandMenu, doesNothingForARecentFile)
 TEST_F(CommandMenu, ignoresNumbersWithoutACommand)
 {
     recordCompanionStarts(installation);
-    // In place of the host's own, which lets nobody choose a title.
+    // In place of the host's own, in which a title cannot be chosen.
     standin::leadImports(GetModuleHandleW(nullptr), &TrackPopupMenu, &choosingPopupMenu);
     for (const UINT id : {0xF0AD4F01u, 0xF0AD4F00u, 0xF0AD4F06u, 0xF0AD4F1Au, 1u, 0xFFFFFFFFu}) {
         chosenId = id;

@@ -63,7 +63,7 @@ protected:
             optional + headers().FileHeader.SizeOfOptionalHeader);
         return {first, headers().FileHeader.NumberOfSections};
     }
-    // True when the place lies in a section of code.
+    // True when the place is in a section of code.
     bool isExecuted(DWORD place) const
     {
         const auto all = sections();

@@ -133,7 +133,7 @@ TEST(LineSender, connectsToTheFirstAddressOnly)
 
 TEST(LineSender, returnsWhenTheListenerNeverReads)
 {
-    const LineReceiver receiver; // the system takes the connections, nobody reads them
+    const LineReceiver receiver; // the system takes the connections, which are never read
     for (int i = 0; i < 10; ++i)
         sendLine("unread");
     EXPECT_FALSE(receiver.isIdle());

@@ -224,7 +224,7 @@ TEST_F(CompanionProcess, windowIsActivatedLate)
     noteWaitSteps();
     openCompanion();
     EXPECT_EQ(waitSteps, (std::vector<std::string>{"search", "search", "pause 100", "search",
-                                                   "pause 100"})); // also behind the last search
+                                                   "pause 100"})); // also after the last search
     EXPECT_EQ(GetActiveWindow(), window);
     EXPECT_EQ(newTrace(), Lines{});
 }

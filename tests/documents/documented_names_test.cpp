@@ -17,7 +17,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr std::string_view omitted = "\xE2\x80\xA6"; // stands for the beginning of all names
+constexpr std::string_view omitted = "\xE2\x80\xA6"; // replaces the beginning of all names
 
 std::vector<TableRow> tableOf(const std::string& heading, const std::string& page = "exchanges.md")
 {
@@ -26,7 +26,7 @@ std::vector<TableRow> tableOf(const std::string& heading, const std::string& pag
     return rows;
 }
 
-// What all names begin with, and what stands for it in the table.
+// What all names begin with, and what replaces it in the table.
 std::string commonBeginning()
 {
     const std::string page = pageText("exchanges.md");

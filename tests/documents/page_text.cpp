@@ -11,15 +11,15 @@ constexpr std::string_view fence = "```";
 FencedBlock opened(const std::string& line, size_t number)
 {
     const std::string information = line.substr(fence.size());
-    const size_t blank = information.find(' ');
+    const size_t space = information.find(' ');
     FencedBlock block;
-    block.word = information.substr(0, blank);
-    block.name = blank == information.npos ? "" : information.substr(blank + 1);
+    block.word = information.substr(0, space);
+    block.name = space == information.npos ? "" : information.substr(space + 1);
     block.line = number;
     return block;
 }
 
-// The cells of a line `| a | b |`. A bar behind a backslash is text.
+// The cells of a line `| a | b |`. A bar after a backslash is text.
 TableRow cellsOf(const std::string& line)
 {
     TableRow cells;
@@ -30,7 +30,7 @@ TableRow cellsOf(const std::string& line)
         } else if (line[i] == '|') {
             cells.push_back(cell.substr(0, cell.find_last_not_of(' ') + 1));
             cell.clear();
-            ++i; // the blank
+            ++i; // the space
         } else {
             cell += line[i];
         }

@@ -22,10 +22,10 @@ struct FencedBlock {
 // The blocks with this word, in their order. One without a closing fence goes up to the page's end.
 std::vector<FencedBlock> fencedBlocks(std::string_view page, std::string_view word);
 
-// The lines, each with a line feed behind it.
+// The lines, each followed by a line feed.
 std::string joined(const std::vector<std::string>& lines);
 
-// A cell for each column, as it stands on the page but for escaped bars.
+// A cell for each column, as it is on the page except for escaped bars.
 using TableRow = std::vector<std::string>;
 
 // The rows of the first table below this heading, without its head.

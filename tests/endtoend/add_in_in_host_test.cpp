@@ -30,7 +30,7 @@ protected:
         return waitUntil([&] { return readBytes(host.commandFile()) == ""; });
     }
     // Sends the request. True once it is parked and the host's window has met the message that
-    // tells of it: the listener has served the request behind it by then.
+    // reports it: the listener has served the request after it by then.
     static bool park(const HostProgram& host, std::string_view bytes)
     {
         return send(host, bytes) && send(host, openRequest(18, "")) &&
@@ -181,7 +181,7 @@ TEST_F(AddInInHost, survivesAnOversizedRequest)
     ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; })); // the listener runs
     const std::string oversized(65537, 'x');
     ASSERT_TRUE(send(host, oversized));
-    // The listener was the last thread beside the host's own.
+    // The listener was the last thread in addition to the host's own.
     ASSERT_TRUE(waitUntil([&] { return countThreads(host.process().id()) == 1; }));
     EXPECT_EQ(readBytes(host.commandFile()), oversized);
     EXPECT_TRUE(host.sendEvent(37));

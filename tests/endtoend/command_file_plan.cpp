@@ -85,12 +85,12 @@ CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNum
 std::string CommandFilePlan::openText()
 {
     static const char* const before[] = {"", "", "+", "-", "000", "\t\r\v\f", "\t-0"};
-    static const char* const behind[] = {"", "", "x", ".5", "-", "\xFF"};
+    static const char* const after[] = {"", "", "x", ".5", "-", "\xFF"};
     static const char* const marks[] = {"\xEF\xBB\xBF", "\xEF\xBB\xBF", "abc", "123"};
     const std::uint64_t id = random_.below(2147483647 / host_.count) * host_.count + host_.number;
     std::string text = marks[random_.below(4)];
     text += before[random_.below(7)] + std::to_string(id);
-    text += behind[random_.below(6)];
+    text += after[random_.below(6)];
     return text + ' ' + parts_[random_.below(parts_.size())] + '\n';
 }
 
@@ -155,7 +155,7 @@ bool CommandFilePlan::takeNumber(std::int32_t id)
            machineRequests_.insert(id).second;
 }
 
-// Nothing for a file outside the parts' folder, and for a number that is not to be had.
+// Nothing for a file outside the parts' folder, and for a number that is not free.
 std::optional<PlannedFile> CommandFilePlan::opening(PlannedFile file, std::int32_t id,
                                                     const std::wstring& path)
 {

@@ -20,7 +20,7 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-// The open popup menu's place on the screen; empty when none opens in good time.
+// The open popup menu's place on the screen; empty when none opens within the time.
 RECT waitForMenu()
 {
     HWND menu = nullptr;

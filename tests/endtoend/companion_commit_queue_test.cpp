@@ -13,7 +13,7 @@ constexpr DWORD endedProcess = 4242; // no process has an id that 4 does not div
 
 class CommitQueue : public CommitFixture {
 protected:
-    // A part file of its own for each number; a commit of it makes a part of the same name.
+    // A separate part file for each number; a commit of it makes a part of the same name.
     std::wstring numberedPart(int number) const
     {
         const std::wstring name = partName(number);
@@ -49,7 +49,7 @@ protected:
             EXPECT_EQ(libraryBytes(folder + L"\\v2.mcam"), std::nullopt) << folder;
         }
     }
-    // Waits until the Companion has looked into its request file once more: it looks there behind
+    // Waits until the Companion has looked into its request file once more: it looks there after
     // each commit of the command line, here of a file that is not there.
     void waitForALook(const CompanionProgram& companion) const
     {
@@ -65,7 +65,7 @@ protected:
         return readBytes(
             installation.path(L"sys\\skipped-commit-" + std::to_wstring(number) + L".dat"));
     }
-    std::wstring beside(DWORD process, const wchar_t* extension) const
+    std::wstring nextTo(DWORD process, const wchar_t* extension) const
     {
         return installation.path(L"temp\\torvapdm-" + std::to_wstring(process) + extension);
     }
@@ -139,7 +139,7 @@ TEST_F(CommitQueue, waitsForAWriterThatIsHalfThrough)
     EXPECT_TRUE(slow.lock(record.size()));
     for (const char byte : record)
         EXPECT_TRUE(slow.write(std::string(1, byte)));
-    // Whole as it is, it is the writer's until that lets go of it.
+    // Whole as it is, it is the writer's until that unlocks it.
     waitForALook(companion);
     EXPECT_EQ(companion.count(partName(1)), 0u);
     slow.unlock();
@@ -232,7 +232,7 @@ TEST_F(CommitQueue, takesWhatTheSameProcessIdLeft)
 {
     const CompanionProgram companion(installation, L"", true);
     const DWORD process = companion.process().id();
-    writeBytes(beside(process, L".closed"), commitRecord(noId, numberedPart(1)));
+    writeBytes(nextTo(process, L".closed"), commitRecord(noId, numberedPart(1)));
     appendCommit(requestFile(process), commitRecord(noId, numberedPart(2)));
     companion.process().resume();
     commit(companion, noId, numberedPart(3));
@@ -306,7 +306,7 @@ TEST_F(CommitQueue, continuesAfterAnEndedBookmark)
     const std::string first = commitRecord(noId, numberedPart(7));
     appendCommit(requestFile(endedProcess), first);
     appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
-    writeBytes(beside(endedProcess, L".taken"), "taken " + std::to_string(first.size()) + "\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken " + std::to_string(first.size()) + "\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
@@ -318,7 +318,7 @@ TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 {
     appendCommit(requestFile(endedProcess), commitRecord(17, numberedPart(7)));
     appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 1 bracket\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 1 bracket\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_EQ(companion.count(L"commit-known name=\"bracket\" version=1 number=17 picture=no"), 1u);
@@ -331,7 +331,7 @@ TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
 {
     const std::wstring part = numberedPart(1);
     appendCommit(requestFile(endedProcess), commitRecord(noId, part));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 43 1 part 1001\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 43 1 part 1001\n");
     writeBytes(installation.path(L"library\\library.txt"),
                toUtf8(indexText()) + "43 | part 1001 | 1 | 0 |  | \n");
     const CompanionProgram companion(installation);
@@ -346,7 +346,7 @@ TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
 {
     const std::wstring changedSince = numberedPart(7);
     appendCommit(requestFile(endedProcess), commitRecord(17, changedSince));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "as it was");
     writeBytes(installation.path(L"library\\bracket\\v2.bmp"), "BM as it was");
     const CompanionProgram companion(installation);
@@ -361,7 +361,7 @@ TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
 TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
 {
     appendCommit(requestFile(endedProcess), commitRecord(17, numberedPart(7)));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam.new"), "part f");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
@@ -374,7 +374,7 @@ TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
 // since.
 TEST_F(CommitQueue, ignoresABookmarkOfAnEarlierFile)
 {
-    writeBytes(beside(endedProcess, L".taken"), "finished\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "finished\n");
     appendCommit(requestFile(endedProcess), commitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
@@ -384,8 +384,8 @@ TEST_F(CommitQueue, ignoresABookmarkOfAnEarlierFile)
 
 TEST_F(CommitQueue, removesAFinishedFileUnread)
 {
-    writeBytes(beside(endedProcess, L".taken"), "finished\n");
-    writeBytes(beside(endedProcess, L".closed"), commitRecord(noId, numberedPart(1)));
+    writeBytes(nextTo(endedProcess, L".taken"), "finished\n");
+    writeBytes(nextTo(endedProcess, L".closed"), commitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));

@@ -25,7 +25,7 @@ public:
     // Locks so many bytes from the end on; false when another has locked one of them. The add-in
     // does not look at that.
     bool lock(size_t bytes);
-    // Writes at the end that was found, then behind what was written before.
+    // Writes at the end that was found, then after what was written before.
     bool write(const std::string& bytes);
     void unlock();
 

@@ -20,7 +20,7 @@ protected:
     const std::wstring bracketV2 = L"17 | bracket    | 2 | 3 | C:\\Machines\\Mill 3-axis";
 };
 
-// Keeps a file open so that nobody can replace it.
+// Keeps a file open so that it cannot be replaced.
 class HeldFile {
 public:
     explicit HeldFile(const std::wstring& path, DWORD share = FILE_SHARE_READ)

@@ -74,7 +74,7 @@ class CompanionLines : public ::testing::Test {
 protected:
     CompanionLines() { installCompanionWithLibrary(installation); }
 
-    // The log behind the lines of the start, once it has so many lines there.
+    // The log after the lines of the start, once it has so many lines there.
     static Lines logOfLines(const CompanionProgram& companion, size_t size)
     {
         constexpr size_t linesOfStart = 2;

@@ -61,7 +61,7 @@ protected:
     {
         return MARK + std::to_string(id) + " " + toUtf8(workFile(name)) + "\n";
     }
-    // The next request, taken out as the add-in takes it: read, deleted, made anew.
+    // The next request, removed as the add-in does it: read, deleted, created again.
     std::string takeRequest() const
     {
         waitUntil([this] { return readBytes(commandFile).value_or("") != ""; });
@@ -321,7 +321,7 @@ TEST_F(CompanionDelivery, sendsTheCurrentVersion)
 
 TEST_F(CompanionDelivery, keepsRequestsInOrder)
 {
-    constexpr int requests = 5; // few: a request that nobody takes for ten seconds is given up
+    constexpr int requests = 5; // few: a request that is not taken within ten seconds is given up
     const CompanionProgram companion(installation);
     for (int id = 1; id <= requests; ++id)
         ASSERT_EQ(companion.tell(L"--new-file --id " + std::to_wstring(id) + toThisHost()),

@@ -61,7 +61,7 @@ Lines shown(const std::wstring& name, const std::wstring& value)
     return {L"ui " + name + L" = \"" + value + L"\""};
 }
 
-// Starts the program with this command line behind its name and gives its exit code.
+// Starts the program with this command line after its name and gives its exit code.
 DWORD exitCodeOf(const std::wstring& arguments)
 {
     const Process host(quoted(programFolder() + L"Mastercam.exe") + L" " + arguments);
@@ -315,7 +315,7 @@ TEST_F(HostScript, answersMessageBoxesWhileItRuns)
     ASSERT_TRUE(waitUntil([&] { return readBytes(host.commandFile()) == ""; }));
     writeRequest(host.commandFile(), openRequest(2, "C:\\nowhere\\b.mcam"));
     ASSERT_TRUE(waitUntil([] { return messageBox() != nullptr; }));
-    EXPECT_TRUE(sendsManyEvents(host)); // the box's own message loop runs, and nobody closes it
+    EXPECT_TRUE(sendsManyEvents(host)); // the box's own message loop runs, and it stays open
     EXPECT_NE(messageBox(), nullptr);
     EXPECT_EQ(count(host.trace(), L"message-box"), 1u);
     PostMessageW(messageBox(), WM_COMMAND, IDOK, 0);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr wchar_t notThere[] = LR"(ui message-box("TORVA ZEM", "The file does not exist."))";
 
-// Every file below the folder with its bytes, but for what each run writes anew.
+// Every file below the folder with its bytes, except what each run rewrites.
 std::map<std::wstring, std::string> contentOf(const std::wstring& folder)
 {
     std::map<std::wstring, std::string> content;

@@ -1,5 +1,5 @@
 // What becomes of each entry point when a call fails that it relies on: the documentation's table
-// of faults, row by row. A row that differs prints the line as it should stand.
+// of faults, row by row. A row that differs prints the line as it should be.
 #include "documents/page_text.h"
 #include "documents/pages.h"
 #include "faults/outcome.h"
@@ -42,7 +42,7 @@ void PrintTo(const FaultRow& row, std::ostream* stream)
 
 constexpr int everyCall = 1000000;
 
-// The name of the row that tells what happens without a fault.
+// The name of the row for a run without a fault.
 constexpr char noFault[] = "none";
 
 // The messages that the page lists, as the trace has them.
@@ -67,7 +67,7 @@ public:
     }
     ~Fault() { stop(); }
 
-    // Every such call fails from now on, or the n-th alone; the host's fail up to the n-th.
+    // Every such call fails from now on, or only the n-th; the host's fail up to the n-th.
     void start(int nth = 0) const
     {
         if (!isHosts_)
@@ -140,14 +140,14 @@ const Scenario& scenarioOf(const std::string& name)
     return *std::ranges::find(scenarios(), name, &Scenario::name);
 }
 
-// A row as it should stand, for whoever brings the page up to date.
+// A row as it should be, for updating the page.
 void keepForThePage(const FaultRow& row)
 {
     if (const char* const file = std::getenv("FAULT_ROWS"))
         std::ofstream(file, std::ios::app) << row.scenario << '\t' << asLine(row) << '\n';
 }
 
-// Which of so many calls fail alone: the first two, then ever fewer, and the last.
+// Which of so many calls fail individually: the first two, then ever fewer, and the last.
 std::vector<int> choiceOf(int count)
 {
     std::vector<int> chosen;
@@ -211,8 +211,8 @@ protected:
             scenario.replaces, [&](const std::wstring& end) { return file.ends_with(end); });
     }
 
-    // The row as it should stand: what becomes of the scenario when every such call fails, and of
-    // the same once more. A call that fails alone loses nothing either.
+    // The row as it should be: what becomes of the scenario when every such call fails, and of
+    // the same once more. A call that fails individually loses nothing either.
     FaultRow rowOf(const Scenario& scenario, const std::string& name)
     {
         const Fault fault(name);
@@ -228,7 +228,7 @@ protected:
         const Outcome failed = run(scenario, &fault);
         for (const std::string& escaped : escapedAlone)
             EXPECT_TRUE(escaped.empty() || escaped == failed.escaped)
-                << scenario.name << ", " << name << " alone: " << escaped;
+                << scenario.name << ", " << name << ", one call: " << escaped;
         const bool works = run(scenario) == clean;
         return {scenario.name, name, cell(seenByUser(failed), seenByUser(clean), name),
                 cell(leftOnDisk(failed), leftOnDisk(clean), name),
@@ -245,7 +245,7 @@ protected:
         return *clean_;
     }
 
-    // What differs from the scenario without a fault, whose own row tells everything.
+    // What differs from the scenario without a fault, whose own row lists everything.
     static std::string cell(const std::string& failed, const std::string& clean,
                             const std::string& name)
     {

@@ -1,4 +1,4 @@
-// What a scenario leaves behind: what the user saw, and what lies on disk.
+// What a scenario leaves: what the user saw, and what is on disk.
 #pragma once
 
 #include "support/bytes.h"
@@ -24,7 +24,7 @@ struct Outcome {
 };
 
 // The files below a folder with their bytes; one that cannot be read counts as empty. The user's
-// temporary folder is left out: what lies there goes when its last handle is closed.
+// temporary folder is left out: what is there goes when its last handle is closed.
 using Files = std::map<std::wstring, std::string>;
 Files filesBelow(const std::wstring& folder);
 

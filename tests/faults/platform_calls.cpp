@@ -39,7 +39,7 @@ bool failsNow(int number)
     return number == callWatch.failing && (callWatch.nth == 0 || callWatch.nth == count);
 }
 
-// One call of the system's; `Tag` tells two calls of one type apart.
+// One call of the system's; `Tag` distinguishes two calls of one type.
 template <class Tag, class Result, class... Arguments>
 struct LedCall {
     static inline Result (*systems)(Arguments...) = nullptr;
@@ -110,7 +110,7 @@ void fails(const char* name, const wchar_t* library, Result (*function)(Argument
     lead<Tag>(name, systems(function, name, library), failure, error, false);
 }
 
-// A call that lets go of something: it does so and reports failure all the same.
+// A call that releases something: it does so and reports failure all the same.
 template <class Result, class... Arguments, class Tag = decltype([] {})>
 void complains(const char* name, const wchar_t* library, Result (*function)(Arguments...),
                std::type_identity_t<Result> failure)

@@ -106,7 +106,7 @@ TEST(CommandText, losesTheLastByteWithoutALineFeed)
 
 TEST(CommandText, cutsALongTextAfterItsFirstLine)
 {
-    // The line feed stands at 10: eight bytes from the blank on, less the blank and the last two.
+    // The line feed is at 10: eight bytes from the space on, less the space and the last two.
     expectEach({{MARK "12 abcd\nsecond line\n", open(12, L"abcd\ns")}});
 }
 
@@ -146,7 +146,7 @@ TEST(CommandText, isMalformedWithoutAValidId)
 
 TEST(CommandText, isMalformedWithoutAPathPiece)
 {
-    // The line feed stands at 2, so that the piece from the blank on has no byte to drop.
+    // The line feed is at 2, so that the piece from the space on has no byte to drop.
     expectEach({{"ab\n5 C:\\a\n", malformed}});
 }
 

@@ -48,7 +48,7 @@ bool isSame(const Value& a, const Value& b)
     return a == b;
 }
 
-// Also for what is no number.
+// NaN equals NaN.
 bool isSame(double a, double b);
 
 // Collects the differences; empty as long as everything agrees.

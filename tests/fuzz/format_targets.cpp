@@ -141,7 +141,7 @@ std::string checkDecimal(std::string_view bytes)
         .text();
 }
 
-// Seconds, folder. The low 16 bits of a product are made by those of its factors alone.
+// Seconds, folder. The low 16 bits of a product depend only on those of its factors.
 std::string checkExchangeFileName(std::string_view bytes)
 {
     Input input(bytes);

@@ -88,7 +88,7 @@ ToolArguments takeArguments(Input& input)
     return arguments;
 }
 
-// An argument that is no number has no plain rule, even where its kind of tool does without it.
+// An argument that is NaN has no plain rule, even where its kind of tool does without it.
 bool areNumbers(const ToolArguments& a)
 {
     for (const double value : {a.diameter, a.cornerRadius, a.tipAngle, a.fluteLength,
@@ -146,7 +146,7 @@ std::string checkToolDrawing(std::string_view bytes)
     const bool isDrawn = hasOutline && torvapdm::canBeDrawn(outline);
     if (isOrdinary(arguments))
         differences.compare("is drawn", isDrawn, true);
-    // What has no picture has no plain rule: it has to be told, and no more.
+    // What has no picture has no plain rule: it has to be recognised, and no more.
     if (!isDrawn || !areNumbers(arguments))
         return differences.text();
     const reference::Drawing expected = reference::drawingOf(arguments);
@@ -201,7 +201,7 @@ std::string checkToolShading(std::string_view bytes)
     const int width = 1 + input.number<unsigned char>() % 24;
     const int height = 1 + input.number<unsigned char>() % 24;
     const int top = input.number<unsigned char>() % height;
-    // None lies above the one before it.
+    // None is above the one before it.
     SectionMarks marks = {input.number<signed char>(), 0, 0};
     marks.shank = marks.cap + input.number<unsigned char>();
     marks.shoulder = marks.shank + input.number<unsigned char>();

@@ -24,7 +24,7 @@ protected:
     const std::wstring picture = installation.path(L"commit\\screendump.bmp");
 };
 
-// A file's name beside the installation folder, not below it; the file goes with its object.
+// A file's name next to the installation folder, not below it; the file goes with its object.
 struct FileOutside {
     FileOutside() : path(temporaryFolder() + std::to_wstring(GetCurrentProcessId()) + L".mcam") {}
     ~FileOutside() { DeleteFileW(path.c_str()); }
@@ -43,7 +43,7 @@ TEST_F(HostDocument, hasAtMost260CharactersInItsName)
 {
     standin::setState("geo_filename", L"C:\\a.mcam");
     EXPECT_EQ(hostFileName(), L"C:\\a.mcam");
-    std::fill_n(geo_filename, 260, L'n'); // without a zero
+    std::fill_n(geo_filename, 260, L'n'); // without a null terminator
     EXPECT_EQ(hostFileName(), std::wstring(260, L'n'));
     geo_filename[0] = L'\0';
     EXPECT_EQ(hostFileName(), L"");

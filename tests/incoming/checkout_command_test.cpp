@@ -77,7 +77,8 @@ void answerWith(const std::wstring& text)
     answerWith(static_cast<LONGLONG>(size), static_cast<DWORD>(size));
 }
 
-// A check-out of a Companion that runs, so that it is asked, and is not installed, which is told.
+// A check-out of a Companion that runs, so that it is asked, and is not installed, which is
+// reported.
 class AnsweredCheckout : public Checkout {
 protected:
     AnsweredCheckout()
@@ -90,7 +91,7 @@ protected:
         LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
 };
 
-// The steps that close what a check-in answer closes, each with the identity it left behind.
+// The steps that close what a check-in answer closes, each with the identity it left.
 Lines closingSteps;
 
 void noteStep(const std::wstring& step)

@@ -253,7 +253,7 @@ TEST_F(Load, survivesAnExceptionAtEachHostCall)
 {
     struct Case {
         const char* operation;
-        size_t line; // of the whole load's trace; the raised call stands there
+        size_t line; // of the whole load's trace; the raised call is there
     };
     const Case cases[] = {{"SetActiveMachine", 1},
                           {"set_db_unchanged", 2},

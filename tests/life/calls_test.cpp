@@ -1,5 +1,5 @@
-// What the calls of the library that ships leave open in the process that holds it: each alone, and
-// a thousand of them mixed.
+// What the calls of the library that ships leave open in the process that holds it: each on its
+// own, and a thousand of them mixed.
 #include "fuzz/random.h"
 #include "life/called_library.h"
 #include "support/counts.h"

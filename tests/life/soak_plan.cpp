@@ -283,7 +283,7 @@ void SoakPlan::prepare(const Kind& kind)
     } else if (name == "requests that a check-out withdraws") {
         parkRequests(2);
     } else if (name == "event that forgets the file") {
-        // Only event 3 tells that a save is over; without that, a document that is not known is
+        // Only event 3 reports that a save is over; without that, a document that is not known is
         // none to save.
         static const wchar_t* const codes[] = {L"03", L"06", L"52"};
         values_[L"event"] = codes[isNotified_ ? random_.below(3) : 0];

@@ -1,5 +1,5 @@
 // Two real hosts with the add-in that ships and one real Companion under a mixed load: nothing is
-// lost, and the hosts hold no more afterwards than the page of the calls tells.
+// lost, and the hosts hold no more afterwards than the page of the calls lists.
 //
 // SOAK_SECONDS and SOAK_SEED in the environment change how long it goes on, and the steps.
 #include "life/soaked_host.h"
@@ -48,7 +48,7 @@ protected:
         }
     }
 
-    // The numbers of the machine settings that lie there.
+    // The numbers of the machine settings in the folder.
     std::set<std::int32_t> settingsThatStay() const
     {
         const std::wstring start = L"mcsettings-";

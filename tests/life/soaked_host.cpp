@@ -273,7 +273,7 @@ bool SoakedHost::writeRequestOf(const std::wstring& words) const
                         openRequest(id, toUtf8(words.substr(words.find(L' ') + 1))));
 }
 
-// Nothing is opened for it, so that it never stands in the way of who deletes the file.
+// Nothing is opened for it, because an open handle would keep the file from being deleted.
 bool SoakedHost::isRequestTaken() const
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};

@@ -25,7 +25,7 @@ private:
 };
 
 // The Companion's log, counted event by event against what was planned. An event is in a short
-// form, without its date and time and without what nobody can know beforehand: the time that it
+// form, without its date and time and without what cannot be known beforehand: the time that it
 // took, the Companion's process, the bytes of a line or program, the name of an exchange file.
 class CompanionEvents {
 public:

@@ -134,7 +134,7 @@ void noteAppendCalls()
     leadCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
 }
 
-// The same, and what comes before and behind them.
+// The same, and what comes before and after them.
 void noteDeliveryCalls()
 {
     noteAppendCalls();
@@ -316,7 +316,8 @@ TEST_F(Commit, redirectsABareNameWhole)
     EXPECT_TRUE(requestCommit());
     EXPECT_EQ(receiver.nextConnection(),
               "ZEMID=42|" + toUtf8(installation.path(L"tmp\\C:/parts/../../a.mcam")) + '\n');
-    EXPECT_FALSE(readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // told, never written
+    EXPECT_FALSE(
+        readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // announced, never written
 }
 
 TEST_F(Commit, recordsANameTooLongForItsNotice)

@@ -59,7 +59,7 @@ TEST_F(SetupSheet, isAnnouncedUnderItsExactName)
 
 TEST_F(SetupSheet, isNotAnnouncedUnderALongName)
 {
-    const std::wstring longest(1023 - 23, L'x'); // behind "MCAMXMLIMPORTDATAID=0;", with its end
+    const std::wstring longest(1023 - 23, L'x'); // after "MCAMXMLIMPORTDATAID=0;", with its end
     standin::setState("setup_sheet_files", longest + L'x');
     sendSetupSheet();
     EXPECT_TRUE(companion.isIdle());

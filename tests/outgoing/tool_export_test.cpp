@@ -25,7 +25,7 @@ std::string operationWith(int id, int tool, const std::string& more = "")
            "\n" + more + "\n";
 }
 
-// A record's values by key; the second value of a repeated key stands under the key and "'".
+// A record's values by key; the second value of a repeated key has the key with "'" after it.
 std::map<std::string, std::string> valuesOf(const std::string& record)
 {
     std::map<std::string, std::string> values;
@@ -180,7 +180,7 @@ const std::map<std::string, std::string> valuesOfEveryField = {
     {"OPTIME", "86.5"},
 };
 
-// The full tool's text lies in a record that is gone with the export: noted when the host fills it.
+// The full tool's text is in a record that is gone with the export: noted when the host fills it.
 const wchar_t* filledGeometryFile = nullptr;
 decltype(&tool_manager) hostsToolManager = nullptr;
 
@@ -450,19 +450,19 @@ TEST_F(ToolExport, skipsValuesOfTheSecondRecord)
     const auto feedsAndTimes = [&](const char* operation, int nth) {
         EXPECT_TRUE(standin::raiseAt(operation, nth)) << operation;
         exportToolData();
-        std::map<std::string, std::string> told;
+        std::map<std::string, std::string> seen;
         for (const std::string& record : records()) {
             auto values = valuesOf(record);
-            told[values["OPERATION NUMBER"]] = values["FEED"] + " in " + values["OPTIME"];
+            seen[values["OPERATION NUMBER"]] = values["FEED"] + " in " + values["OPTIME"];
         }
         EXPECT_EQ(listener.nextConnection(), "TOOL-17\n") << operation;
-        return told;
+        return seen;
     };
-    using Told = std::map<std::string, std::string>;
-    EXPECT_EQ(feedsAndTimes("tool_manager", 2), (Told{{"1", "9 in 5"}, {"2", "0.11 in 5"}}));
-    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 2), (Told{{"1", "9 in 5"}, {"2", "9 in 0"}}));
-    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 1), (Told{{"1", "9 in 0"}, {"2", "9 in 5"}}));
-    EXPECT_EQ(feedsAndTimes("GetName", 3), (Told{{"1", "9 in 5"}, {"2", "9 in 5"}}));
+    using Seen = std::map<std::string, std::string>;
+    EXPECT_EQ(feedsAndTimes("tool_manager", 2), (Seen{{"1", "9 in 5"}, {"2", "0.11 in 5"}}));
+    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 2), (Seen{{"1", "9 in 5"}, {"2", "9 in 0"}}));
+    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 1), (Seen{{"1", "9 in 0"}, {"2", "9 in 5"}}));
+    EXPECT_EQ(feedsAndTimes("GetName", 3), (Seen{{"1", "9 in 5"}, {"2", "9 in 5"}}));
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 

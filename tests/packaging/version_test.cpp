@@ -1,5 +1,5 @@
-// The version stands in one place; what is packed tells it in several.
-#include "packaging/shop.h"
+// The version is defined in one place; what is packed shows it in several.
+#include "packaging/site.h"
 #include "support/bytes.h"
 
 #include <gtest/gtest.h>

@@ -17,11 +17,11 @@ public:
     // Ends the test program with a message when the port stays taken.
     LineReceiver();
 
-    // All bytes of the next connection, up to its end; nothing when none comes in good time.
+    // All bytes of the next connection, up to its end; nothing when none arrives within the time.
     std::optional<std::string> nextConnection() const;
     // True when no connection waits.
     bool isIdle() const;
-    // Closes the next connection unread; false when none comes in good time.
+    // Closes the next connection unread; false when none arrives within the time.
     bool hangUpOnNext() const;
 
 private:

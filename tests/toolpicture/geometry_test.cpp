@@ -20,7 +20,7 @@ ToolDimensions toolOf(double totalLength, double drawnWidth, double diameter = 1
     return tool;
 }
 
-// With so wide a shank a pixel stands for 0.216 units, whatever the length below 200.
+// With so wide a shank a pixel is 0.216 units, whatever the length below 200.
 int capHalfOf(double totalLength)
 {
     return toolGeometry(toolOf(totalLength, 200), {1000, 1000}).capHalf;

@@ -45,7 +45,7 @@ Texts operator+(Texts first, const Texts& second)
     return first;
 }
 
-// The last moves, those behind the shoulder.
+// The last moves, those after the shoulder.
 Texts endOf(const ToolDimensions& tool, const ToolGeometry& at, size_t beforeEnd)
 {
     const Texts all = movesOf(tool, at);
@@ -167,7 +167,7 @@ TEST(Outline, hollowsAReversedCorner)
 
 TEST(Outline, roundsTheCornerOfATaperedTool)
 {
-    // The radius of 11 stands: 5 pixels. The arc ends 5.5 x tan 25 = 2.56, so 2, pixels inside the
+    // The radius of 11 is kept: 5 pixels. The arc ends 5.5 x tan 25 = 2.56, so 2, pixels inside the
     // diameter, and starts 2 x sin 40 outside it and 2 x cos 40 above the tip.
     EXPECT_EQ(endOf(taperedTool(11, 10), geometry, movesBeforeEnd),
               (Texts{"arc-to 35,71 45,81 from 37,79 to 40,80", "line 50,80"}));

@@ -156,8 +156,8 @@ char sectionOf(std::uint32_t pixel)
     return red == green ? 'f' : '.';
 }
 
-// The left half with the centre column, a text each for the rows; rows that are alike are told
-// once, behind their number.
+// The left half with the centre column, a text each for the rows; rows that are alike are given
+// once, after their number.
 std::vector<std::string> shapeOf(const Raster& picture)
 {
     std::vector<std::string> rows;

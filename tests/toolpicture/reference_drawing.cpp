@@ -16,7 +16,7 @@ double tangent(double degrees)
     return std::tan(degrees * pi / 180);
 }
 
-// Towards zero; nothing lies farther than a graphics call can reach.
+// Towards zero; nothing is farther than a graphics call can reach.
 int trunc(double value)
 {
     constexpr double farthest = 134217727;

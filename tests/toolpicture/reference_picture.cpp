@@ -66,7 +66,7 @@ struct BodyRow {
     std::uint32_t colour;
 };
 
-// A row for each of the picture; one below the tool begins beside the middle. Rows of one run have
+// A row for each of the picture; one below the tool begins next to the middle. Rows of one run have
 // the colour of its first row.
 std::vector<BodyRow> findBody(const Raster& outline, const Marks& marks, int width, int height)
 {
@@ -103,7 +103,7 @@ Raster toolPicture(const torvapdm::ToolArguments& arguments)
     Raster picture(width, height);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
-            // The right half is the left one, which begins anew beside the middle.
+            // The right half is the left one, which begins again next to the middle.
             const int column = x <= middle ? x : 2 * middle + 1 - x;
             const BodyRow& row = body[static_cast<size_t>(y)];
             picture.at(x, y) =

@@ -91,7 +91,7 @@ TEST(BodyRun, isCutAtTheMarks)
 TEST(Marks, cutOneRowBelowTheFirst)
 {
     EXPECT_EQ(cutAtMark(0, 40, marks), 6);
-    EXPECT_EQ(cutAtMark(5, 40, marks), 6); // a run that begins with the mark is its row alone
+    EXPECT_EQ(cutAtMark(5, 40, marks), 6); // a run that begins with the mark is only its row
     EXPECT_EQ(cutAtMark(6, 40, marks), 21);
     EXPECT_EQ(cutAtMark(6, 20, marks), 20);
     EXPECT_EQ(cutAtMark(6, 21, marks), 21);
