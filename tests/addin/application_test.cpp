@@ -25,7 +25,7 @@ TEST(Application, startsAndHasNoName)
     EXPECT_EQ(application.m_pszAppName, nullptr);
 }
 
-TEST(Application, startsInAFunctionOfItsOwnAndEndsInTheFrameworks)
+TEST(Application, overridesOnlyTheStart)
 {
     EXPECT_TRUE((std::is_same_v<decltype(ownerOf(&CtorvapdmApp::InitInstance)), CtorvapdmApp>));
     EXPECT_FALSE((std::is_same_v<decltype(ownerOf(&CtorvapdmApp::ExitInstance)), CtorvapdmApp>));

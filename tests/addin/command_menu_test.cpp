@@ -27,7 +27,7 @@ struct Row {
     bool operator==(const Row&) const = default;
 };
 
-// What the open menu holds, read while it stands on the screen.
+// What the open menu holds, read while it is on the screen.
 std::vector<Row> openRows;
 POINT openAt;
 
@@ -124,7 +124,7 @@ TEST_F(CommandMenu, listsTheRecentFilesInTheirOrder)
               Lines{menu(rows + LR"(, -, "C:\three.mcam", "C:\two & more.mcam", "C:\one.mcam")")});
 }
 
-TEST_F(CommandMenu, numbersItsItemsAndMarksTheTitleAsDefault)
+TEST_F(CommandMenu, numbersItsItemsWithADefault)
 {
     AddInState::setRecentFiles(
         {{3, L"C:\\three.mcam"}, {2, L"C:\\two.mcam"}, {1, L"C:\\one.mcam"}});
@@ -164,10 +164,10 @@ TEST_F(CommandMenu, doesNothingForARecentFile)
     EXPECT_EQ(newTrace(), Lines{menu(rows + LR"(, -, "C:\one.mcam")")});
 }
 
-TEST_F(CommandMenu, doesNothingForTheTitleAndForAnyOtherNumberThatIsNoCommand)
+TEST_F(CommandMenu, ignoresNumbersWithoutACommand)
 {
     recordCompanionStarts(installation);
-    // In place of the host's own, which lets nobody choose a title.
+    // In place of the host's own, in which a title cannot be chosen.
     standin::leadImports(GetModuleHandleW(nullptr), &TrackPopupMenu, &choosingPopupMenu);
     for (const UINT id : {0xF0AD4F01u, 0xF0AD4F00u, 0xF0AD4F06u, 0xF0AD4F1Au, 1u, 0xFFFFFFFFu}) {
         chosenId = id;
@@ -187,7 +187,7 @@ TEST_F(CommandMenu, opensTheCompanion)
         LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))");
 }
 
-TEST_F(CommandMenu, opensTheMakersWebSite)
+TEST_F(CommandMenu, opensTheVendorsWebSite)
 {
     recordCompanionStarts(installation);
     openWebAddressesWith(installation.path(L"TORVA-ZEM.exe"));
@@ -198,7 +198,7 @@ TEST_F(CommandMenu, opensTheMakersWebSite)
     EXPECT_EQ(newTrace(), Lines{menu(rows)});
 }
 
-TEST_F(CommandMenu, startsTheAboutBoxOverTheMainWindow)
+TEST_F(CommandMenu, startsAboutOverTheMainWindow)
 {
     recordCompanionStarts(installation);
     choose(L"About");
@@ -208,7 +208,7 @@ TEST_F(CommandMenu, startsTheAboutBoxOverTheMainWindow)
               (Lines{aboutStart(getMainFrameWindow()), aboutStart(getMainFrameWindow())}));
 }
 
-TEST_F(CommandMenu, startsTheAboutBoxOverWindowZeroWithoutAMainWindow)
+TEST_F(CommandMenu, startsAboutWithoutAMainWindow)
 {
     recordCompanionStarts(installation);
     standin::failNext("get_MainFrame");
@@ -216,13 +216,13 @@ TEST_F(CommandMenu, startsTheAboutBoxOverWindowZeroWithoutAMainWindow)
     EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --about --parentwindow 0"});
 }
 
-TEST_F(CommandMenu, tellsThatTheCompanionForTheAboutBoxIsMissing)
+TEST_F(CommandMenu, reportsAMissingCompanionForAbout)
 {
     EXPECT_EQ(m_about(0), 0);
     EXPECT_EQ(newTrace(), Lines{notInstalled});
 }
 
-TEST_F(CommandMenu, handsOverTheSetupSheetFromBothItems)
+TEST_F(CommandMenu, sendsTheSetupSheetFromBothItems)
 {
     const LineReceiver companion;
     standin::setState("setup_sheet_files", L"C:\\sheet.xml");
@@ -234,7 +234,7 @@ TEST_F(CommandMenu, handsOverTheSetupSheetFromBothItems)
     }
 }
 
-TEST_F(CommandMenu, letsTheHostsExceptionThroughFromTheSetupSheet)
+TEST_F(CommandMenu, passesOnASetupSheetsException)
 {
     standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
     standin::chooseNext(L"Tools");

@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-TEST_F(DrawTool, savesThePictureUnderItsNumberInTheInstallationFolder)
+TEST_F(DrawTool, savesThePictureUnderItsNumber)
 {
     EXPECT_EQ(entry(60, 90, 1, 10, 0, 0, 20, 30, 60, 8, -3), 0);
     const auto drawn = picture(L"toolimage--3.bmp");
@@ -54,7 +54,7 @@ TEST_F(DrawTool, savesThePictureUnderItsNumberInTheInstallationFolder)
     EXPECT_EQ(drawn->at(30, 50), 0xED7C7Cu); // flutes
 }
 
-TEST_F(DrawTool, takesItsElevenArgumentsInTheirOrder)
+TEST_F(DrawTool, takesItsElevenArgumentsInOrder)
 {
     // Each counts for this kind, and no two of them are the same.
     const torvapdm::ToolArguments tool = {.width = 100,
@@ -73,7 +73,7 @@ TEST_F(DrawTool, takesItsElevenArgumentsInTheirOrder)
     EXPECT_EQ(differences(reference::toolPicture(tool), *drawn), "");
 }
 
-TEST_F(DrawTool, givesZeroAndNoPictureForASizeItCannotDraw)
+TEST_F(DrawTool, drawsNothingForAnImpossibleSize)
 {
     EXPECT_EQ(entry(0xFFFFFFFF, 0xFFFFFFFF, 1, 10, 0, 0, 20, 30, 60, 8, 1), 0);
     EXPECT_EQ(entry(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1), 0);

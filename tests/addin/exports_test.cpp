@@ -63,7 +63,7 @@ protected:
             optional + headers().FileHeader.SizeOfOptionalHeader);
         return {first, headers().FileHeader.NumberOfSections};
     }
-    // True when the place lies in a section of code.
+    // True when the place is in a section of code.
     bool isExecuted(DWORD place) const
     {
         const auto all = sections();
@@ -112,7 +112,7 @@ protected:
 
 } // namespace
 
-TEST_F(AddInLibrary, exportsExactlyItsFourteenEntryPoints)
+TEST_F(AddInLibrary, exportsItsFourteenEntryPoints)
 {
     EXPECT_EQ(exportedNames(),
               (std::set<std::string>{"m_version", "m_open", "m_close", "m_notify", "m_main",
@@ -120,7 +120,7 @@ TEST_F(AddInLibrary, exportsExactlyItsFourteenEntryPoints)
                                      "importNC", "renameNC", "DrawTool", "TestFunction"}));
 }
 
-TEST_F(AddInLibrary, importsFromTheFourHostLibrariesAndWindowsAlone)
+TEST_F(AddInLibrary, importsOnlyHostAndSystemLibraries)
 {
     std::set<std::string> others = importedLibraries();
     for (const char* host : {"Mastercam.dll", "MCCore.dll", "MCMill.dll", "MCMachineDef.dll"})
@@ -132,20 +132,20 @@ TEST_F(AddInLibrary, importsFromTheFourHostLibrariesAndWindowsAlone)
         << testing::PrintToString(others);
 }
 
-TEST_F(AddInLibrary, loadsNoLibraryBehindItsImportTable)
+TEST_F(AddInLibrary, loadsNoOtherLibrary)
 {
     for (const int table : {IMAGE_DIRECTORY_ENTRY_DELAY_IMPORT, IMAGE_DIRECTORY_ENTRY_BOUND_IMPORT})
         EXPECT_EQ(headers().OptionalHeader.DataDirectory[table].Size, 0u) << table;
 }
 
-TEST_F(AddInLibrary, importsWhatItConnectsWithAndNothingThatGivesASocketAPort)
+TEST_F(AddInLibrary, importsNoCallThatBindsAPort)
 {
     const std::set<std::string> sockets = importedNames("WS2_32.dll");
     EXPECT_EQ(sockets.count("connect"), 1u);
     EXPECT_EQ(sockets.count("bind"), 0u);
 }
 
-TEST_F(AddInLibrary, exportsCodeOfItsOwnAlone)
+TEST_F(AddInLibrary, exportsOnlyItsOwnCode)
 {
     const auto& range = headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT];
     const auto* const table = directory<IMAGE_EXPORT_DIRECTORY>(IMAGE_DIRECTORY_ENTRY_EXPORT);
@@ -158,7 +158,7 @@ TEST_F(AddInLibrary, exportsCodeOfItsOwnAlone)
     }
 }
 
-TEST_F(AddInLibrary, isA64BitLibraryWithRandomisedAddressesAndNoExecutableData)
+TEST_F(AddInLibrary, hasHardenedHeaders)
 {
     EXPECT_EQ(headers().FileHeader.Machine, IMAGE_FILE_MACHINE_AMD64);
     const WORD traits = headers().OptionalHeader.DllCharacteristics;
@@ -169,7 +169,7 @@ TEST_F(AddInLibrary, isA64BitLibraryWithRandomisedAddressesAndNoExecutableData)
     EXPECT_FALSE(headers().FileHeader.Characteristics & IMAGE_FILE_RELOCS_STRIPPED);
 }
 
-TEST_F(AddInLibrary, hasNoSectionThatIsBothWrittenAndExecutedOrThatProcessesShare)
+TEST_F(AddInLibrary, hasNoWritableCode)
 {
     ASSERT_FALSE(sections().empty());
     for (const IMAGE_SECTION_HEADER& section : sections()) {
@@ -186,7 +186,7 @@ TEST_F(AddInLibrary, guardsItsStackFrames)
     EXPECT_NE(bytes.find("*** stack smashing detected ***"), bytes.npos);
 }
 
-TEST_F(AddInLibrary, describesTheHostsCommandsInItsStringTable)
+TEST_F(AddInLibrary, describesCommandsInItsStringTable)
 {
     const std::vector<std::wstring> texts = {
         L"Main TORVA ZEM menu.", L"Load new file from TORVA ZEM.", L"Save file to TORVA ZEM.",

@@ -54,14 +54,14 @@ TEST_F(HostEvents, startWithEverySwitchAsDeclared)
     expect(none);
 }
 
-TEST_F(HostEvents, threeForgetsTheFileAndArmsTheSaveFlag)
+TEST_F(HostEvents, threeForgetsTheFile)
 {
     set({.notified = false, .capturePending = true});
     EXPECT_EQ(m_notify(3), 0);
     expect(none);
 }
 
-TEST_F(HostEvents, fourSetsNothingBecauseItsSwitchIsOff)
+TEST_F(HostEvents, fourDoesNothingWhileSwitchedOff)
 {
     EXPECT_EQ(m_notify(4), 0);
     expect(none);
@@ -70,7 +70,7 @@ TEST_F(HostEvents, fourSetsNothingBecauseItsSwitchIsOff)
     expect({});
 }
 
-TEST_F(HostEvents, fourSetsTheCaptureOnlyForAnUnknownFileWithTheSwitchOn)
+TEST_F(HostEvents, fourRequestsAPictureOnceSwitchedOn)
 {
     Values on = none;
     on.captureEnabled = true;
@@ -84,7 +84,7 @@ TEST_F(HostEvents, fourSetsTheCaptureOnlyForAnUnknownFileWithTheSwitchOn)
     expect({.captureEnabled = true});
 }
 
-TEST_F(HostEvents, fiveOnlyClearsTheFlagsWithoutAFile)
+TEST_F(HostEvents, fiveClearsTheFlagsWithoutAFile)
 {
     set(none);
     EXPECT_EQ(m_notify(5), 0);
@@ -109,7 +109,7 @@ TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
     EXPECT_FALSE(AddInState::captureOnClosePending());
 }
 
-TEST_F(HostEvents, fiveClearsThePictureAlsoWhenTheHostRaisesInTheSetupSheet)
+TEST_F(HostEvents, fiveClearsThePictureOnException)
 {
     installation.endStandardInput();
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
@@ -122,7 +122,7 @@ TEST_F(HostEvents, fiveClearsThePictureAlsoWhenTheHostRaisesInTheSetupSheet)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostEvents, fiveTakesThePendingPictureWithoutAFile)
+TEST_F(HostEvents, fiveTakesAPendingPicture)
 {
     Values pending = none;
     pending.capturePending = true;
@@ -133,7 +133,7 @@ TEST_F(HostEvents, fiveTakesThePendingPictureWithoutAFile)
     EXPECT_TRUE(readBytes(installation.path(L"commit\\screendump.bmp")).has_value());
 }
 
-TEST_F(HostEvents, fiveOutlivesAHostThatRaisesInThePicture)
+TEST_F(HostEvents, fiveSurvivesAFailingPicture)
 {
     Values pending = none;
     pending.capturePending = true;
@@ -164,7 +164,7 @@ TEST_F(HostEvents, thirtySevenOnlyMarksItself)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(HostEvents, ofEveryOtherCodeDoNothing)
+TEST_F(HostEvents, ignoreEveryOtherCode)
 {
     for (int code = -1; code <= 100; ++code) {
         if (code == 3 || code == 4 || code == 5 || code == 6 || code == 37 || code == 52)

@@ -122,7 +122,7 @@ TEST_F(Lifecycle, stopsEverythingAndShowsNothing)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(Lifecycle, hasNoMessageWindowAndNoListenerAfterASecondOpening)
+TEST_F(Lifecycle, reopensWithoutWindowOrListener)
 {
     m_open(0);
     m_close(0);
@@ -136,7 +136,7 @@ TEST_F(Lifecycle, hasNoMessageWindowAndNoListenerAfterASecondOpening)
     EXPECT_FALSE(commandFileExists());
 }
 
-TEST_F(Lifecycle, losesItsMessageWindowWhenItIsOpenedTwice)
+TEST_F(Lifecycle, losesItsWindowWhenOpenedTwice)
 {
     m_open(0);
     const HWND first = AddInState::messageWindow();
@@ -151,7 +151,7 @@ TEST_F(Lifecycle, losesItsMessageWindowWhenItIsOpenedTwice)
     EXPECT_FALSE(commandFileExists());
 }
 
-TEST_F(Lifecycle, doesWithoutAMainWindow)
+TEST_F(Lifecycle, worksWithoutAMainWindow)
 {
     const HWND mainWindow = get_MainFrame()->GetSafeHwnd();
     standin::failNext("get_MainFrame", 2); // for the window's parent and for the property
@@ -164,7 +164,7 @@ TEST_F(Lifecycle, doesWithoutAMainWindow)
     EXPECT_FALSE(commandFileExists());
 }
 
-TEST_F(Lifecycle, doesWithoutATemporaryFolder)
+TEST_F(Lifecycle, worksWithoutATemporaryFolder)
 {
     removeFolder(installation.path(L"temp"));
     EXPECT_EQ(m_open(0), 0);
@@ -175,7 +175,7 @@ TEST_F(Lifecycle, doesWithoutATemporaryFolder)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(Lifecycle, listensOnceTheTemporaryFolderAppears)
+TEST_F(Lifecycle, listensOnceTheTempFolderExists)
 {
     removeFolder(installation.path(L"temp"));
     m_open(0);
@@ -187,7 +187,7 @@ TEST_F(Lifecycle, listensOnceTheTemporaryFolderAppears)
     m_close(0);
 }
 
-TEST_F(Lifecycle, emptiesACommandFileThatIsThereAlready)
+TEST_F(Lifecycle, emptiesAnExistingCommandFile)
 {
     writeBytes(commandPath, "left over");
     m_open(0);
@@ -195,7 +195,7 @@ TEST_F(Lifecycle, emptiesACommandFileThatIsThereAlready)
     m_close(0);
 }
 
-TEST_F(Lifecycle, endsAListenerThatIgnoresTheStopFlagByForce)
+TEST_F(Lifecycle, terminatesAStuckListener)
 {
     leadCalls(&Sleep, "Sleep", &stickingSleep);
     m_open(0);
@@ -212,7 +212,7 @@ TEST_F(Lifecycle, endsAListenerThatIgnoresTheStopFlagByForce)
     EXPECT_FALSE(commandFileExists());
 }
 
-TEST_F(Lifecycle, canBeClosedWithoutHavingBeenOpened)
+TEST_F(Lifecycle, canBeClosedUnopened)
 {
     EXPECT_EQ(callsOfClosing(), (Calls{"wait null 1000", "close null"}));
     EXPECT_EQ(newTrace(), Lines{});
@@ -224,7 +224,7 @@ TEST_F(Lifecycle, answersTheVersionQuestion)
     EXPECT_EQ(m_version(2200), 2100);
 }
 
-TEST_F(Lifecycle, asksForTheMachineGroupInTheTestFunction)
+TEST_F(Lifecycle, testFunctionAsksForTheMachineGroup)
 {
     EXPECT_EQ(TestFunction(), 1);
     EXPECT_EQ(newTrace(), Lines{L"ui OMgetActiveMachineGroup(true) -> null"});

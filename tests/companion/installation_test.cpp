@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(InstallationFolder, isTheDefaultWithoutAKeyAndLeavesAnEmptyKeyBehind)
+TEST_F(InstallationFolder, createsAnEmptyKeyWithoutOne)
 {
     EXPECT_FALSE(keyExists());
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
@@ -54,7 +54,7 @@ TEST_F(InstallationFolder, comesFromTheRegistry)
     EXPECT_EQ(getInstallationFolder(), L"D:\\Zem folder\\x");
 }
 
-TEST_F(InstallationFolder, mayBeLongerOrShorterThanTheDefault)
+TEST_F(InstallationFolder, mayHaveAnyLength)
 {
     const std::wstring longFolder = L"C:\\" + std::wstring(200, L'f');
     storeText(REG_SZ, longFolder);
@@ -75,40 +75,40 @@ TEST_F(InstallationFolder, isReadOnceForTheProcess)
     EXPECT_EQ(getInstallationFolder(), L"D:\\first");
 }
 
-TEST_F(InstallationFolder, isNotReadAgainAfterAFailedLookUp)
+TEST_F(InstallationFolder, isNotReadAgainAfterAFailure)
 {
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
     storeText(REG_SZ, L"D:\\late");
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
 }
 
-TEST_F(InstallationFolder, isTheDefaultForAValueOfAnotherType)
+TEST_F(InstallationFolder, ignoresAnotherType)
 {
     const DWORD number = 7;
     store(REG_DWORD, &number, sizeof number);
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
 }
 
-TEST_F(InstallationFolder, isTheDefaultForBinaryText)
+TEST_F(InstallationFolder, ignoresBinaryText)
 {
     const wchar_t text[] = L"D:\\binary";
     store(REG_BINARY, text, sizeof text);
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
 }
 
-TEST_F(InstallationFolder, isTheDefaultForAnEmptyText)
+TEST_F(InstallationFolder, ignoresAnEmptyText)
 {
     storeText(REG_SZ, L"");
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
 }
 
-TEST_F(InstallationFolder, isTheDefaultForAValueWithoutAnyByte)
+TEST_F(InstallationFolder, ignoresAValueWithoutBytes)
 {
     store(REG_SZ, L"", 0);
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
 }
 
-TEST_F(InstallationFolder, losesTheLastCharacterOfAValueStoredWithoutItsZero)
+TEST_F(InstallationFolder, losesAByteWithoutATerminator)
 {
     store(REG_SZ, L"D:\\ab more", 5 * sizeof(wchar_t));
     const std::wstring folder = getInstallationFolder();
@@ -116,13 +116,13 @@ TEST_F(InstallationFolder, losesTheLastCharacterOfAValueStoredWithoutItsZero)
     EXPECT_EQ(folder.c_str()[folder.size()], L'\0');
 }
 
-TEST_F(InstallationFolder, endsAtItsFirstZero)
+TEST_F(InstallationFolder, endsAtItsFirstNul)
 {
     store(REG_SZ, L"D:\\alt\0more\0", 12 * sizeof(wchar_t));
     EXPECT_EQ(getInstallationFolder(), L"D:\\alt");
 }
 
-TEST_F(InstallationFolder, isTheDefaultWhenTheRegistryCannotBeOpened)
+TEST_F(InstallationFolder, needsTheRegistry)
 {
     HKEY closed = nullptr;
     RegCreateKeyExW(HKEY_CURRENT_USER, L"closed", 0, nullptr, REG_OPTION_VOLATILE, KEY_READ,

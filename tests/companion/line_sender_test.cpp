@@ -90,7 +90,7 @@ TEST(LineSender, usesAConnectionForEachLine)
     EXPECT_TRUE(receiver.isIdle());
 }
 
-TEST(LineSender, sendsUpToTheFirstZeroAlone)
+TEST(LineSender, sendsUpToTheFirstNul)
 {
     EXPECT_EQ(sent(std::string("ab\0cd", 5)), "ab");
 }
@@ -112,7 +112,7 @@ TEST(LineSender, sendsNoLineOf1024BytesOrMore)
     EXPECT_EQ(receiver.nextConnection(), "next\n");
 }
 
-TEST(LineSender, makesOneAttemptAlsoWhenNobodyListens)
+TEST(LineSender, triesOnceWithoutAListener)
 {
     noteCalls();
     sendLine("lost");
@@ -122,7 +122,7 @@ TEST(LineSender, makesOneAttemptAlsoWhenNobodyListens)
     EXPECT_EQ(calls, oneAttempt);
 }
 
-TEST(LineSender, connectsToTheFirstOfTheLocalComputersAddressesAlone)
+TEST(LineSender, connectsToTheFirstAddressOnly)
 {
     leadCalls(&connect, "connect", &targetedConnect, L"ws2_32.dll");
     leadCalls(&gethostbyname, "gethostbyname", &twoAddresses, L"ws2_32.dll");
@@ -134,7 +134,7 @@ TEST(LineSender, connectsToTheFirstOfTheLocalComputersAddressesAlone)
 
 TEST(LineSender, returnsWhenTheListenerNeverReads)
 {
-    const LineReceiver receiver; // the system takes the connections, nobody reads them
+    const LineReceiver receiver; // the system takes the connections, which are never read
     for (int i = 0; i < 10; ++i)
         sendLine("unread");
     EXPECT_FALSE(receiver.isIdle());
@@ -149,14 +149,14 @@ TEST(LineSender, returnsWhenTheListenerHangsUp)
     EXPECT_TRUE(receiver.isIdle());
 }
 
-TEST(LineSender, leavesTheSocketsLibraryAsItFoundIt)
+TEST(LineSender, leavesTheSocketsLibraryUnchanged)
 {
     sendLine("lost");
     EXPECT_EQ(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP), INVALID_SOCKET);
     EXPECT_EQ(WSAGetLastError(), WSANOTINITIALISED);
 }
 
-TEST(LineSender, canStartTheSocketsLibraryInVersionTwo)
+TEST(LineSender, startsSocketsInVersionTwo)
 {
     EXPECT_EQ(startSockets(), 0);
     WSACleanup();

@@ -83,7 +83,7 @@ TEST_F(CompanionProcess, runsWhileItsSemaphoreExists)
     EXPECT_TRUE(isCompanionRunning());
 }
 
-TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
+TEST_F(CompanionProcess, runsEvenIfTheSemaphoreIsDenied)
 {
     SECURITY_ATTRIBUTES denied = {sizeof denied, nullptr, FALSE};
     ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
@@ -96,21 +96,21 @@ TEST_F(CompanionProcess, runsWhenItsSemaphoreMayNotBeOpened)
     EXPECT_TRUE(isCompanionRunning());
 }
 
-TEST_F(CompanionProcess, isLaunchedShownWithoutArguments)
+TEST_F(CompanionProcess, isShownWithoutArguments)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"", true));
     EXPECT_EQ(companionStarts(installation, 1), Lines{L"1"});
 }
 
-TEST_F(CompanionProcess, isLaunchedHiddenWithArguments)
+TEST_F(CompanionProcess, isHiddenWithArguments)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"--about --parentwindow 0", false));
     EXPECT_EQ(companionStarts(installation, 1), Lines{L"0 --about --parentwindow 0"});
 }
 
-TEST_F(CompanionProcess, getsQuotedPathsAsTheyStand)
+TEST_F(CompanionProcess, getsQuotedPathsUnchanged)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(launchCompanion(L"--commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295", true));
@@ -128,7 +128,7 @@ TEST_F(CompanionProcess, leavesTheProcessHandleOpen)
     EXPECT_EQ(countHandles(), before + 3);
 }
 
-TEST_F(CompanionProcess, isReportedMissingUnlessTheLaunchIsQuiet)
+TEST_F(CompanionProcess, isReportedMissingUnlessQuiet)
 {
     EXPECT_FALSE(launchCompanion(L"--about", true));
     EXPECT_EQ(newTrace(), Lines{});
@@ -136,14 +136,14 @@ TEST_F(CompanionProcess, isReportedMissingUnlessTheLaunchIsQuiet)
     EXPECT_EQ(newTrace(), Lines{notInstalled});
 }
 
-TEST_F(CompanionProcess, isMissingWhenAFolderHasItsName)
+TEST_F(CompanionProcess, isMissingIfAFolderHasItsName)
 {
     CreateDirectoryW(installation.path(L"TORVA-ZEM.exe").c_str(), nullptr);
     EXPECT_FALSE(launchCompanion(L"", false));
     EXPECT_EQ(newTrace(), Lines{notInstalled});
 }
 
-TEST_F(CompanionProcess, showsNothingOfItsOwnWhenItsStartFails)
+TEST_F(CompanionProcess, showsNothingWhenItsStartFails)
 {
     const SystemDialogs dismissed;
     writeBytes(installation.path(L"TORVA-ZEM.exe"), "no program");
@@ -162,7 +162,7 @@ TEST_F(CompanionProcess, isNotStartedAgainWhileItRuns)
     EXPECT_EQ(starts, 1);
 }
 
-TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
+TEST_F(CompanionProcess, isStartedShownIfStopped)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(ensureCompanionRunning());
@@ -170,7 +170,7 @@ TEST_F(CompanionProcess, isStartedShownWhenItDoesNotRun)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CompanionProcess, isReportedOnceWhenItCannotBeStarted)
+TEST_F(CompanionProcess, isReportedOnceIfItCannotStart)
 {
     EXPECT_FALSE(ensureCompanionRunning());
     EXPECT_EQ(newTrace(), Lines{failedToStart});
@@ -185,7 +185,7 @@ TEST_F(CompanionProcess, windowIsFoundByItsProperty)
     EXPECT_EQ(findCompanionWindow(), nullptr);
 }
 
-TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
+TEST_F(CompanionProcess, windowIsActivated)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -196,7 +196,7 @@ TEST_F(CompanionProcess, windowIsActivatedByTheOpenCommand)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
+TEST_F(CompanionProcess, windowIsRestored)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -207,7 +207,7 @@ TEST_F(CompanionProcess, windowIsRestoredByTheOpenCommandWhenMinimised)
     EXPECT_EQ(GetActiveWindow(), window);
 }
 
-TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
+TEST_F(CompanionProcess, windowStaysMaximised)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -216,7 +216,7 @@ TEST_F(CompanionProcess, windowStaysMaximisedUnderTheOpenCommand)
     EXPECT_TRUE(IsZoomed(window));
 }
 
-TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
+TEST_F(CompanionProcess, windowIsActivatedLate)
 {
     companion.holdSemaphore();
     const HWND window = companion.showWindow();
@@ -226,12 +226,12 @@ TEST_F(CompanionProcess, windowThatAppearsLateIsActivated)
     noteWaitSteps();
     openCompanion();
     EXPECT_EQ(waitSteps, (std::vector<std::string>{"search", "search", "pause 100", "search",
-                                                   "pause 100"})); // also behind the last search
+                                                   "pause 100"})); // also after the last search
     EXPECT_EQ(GetActiveWindow(), window);
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommandAfter16Searches)
+TEST_F(CompanionProcess, windowIsSearched16Times)
 {
     companion.holdSemaphore();
     noteWaitSteps();
@@ -242,7 +242,7 @@ TEST_F(CompanionProcess, withoutAWindowIsReportedByTheOpenCommandAfter16Searches
     EXPECT_EQ(newTrace(), Lines{failedToOpen});
 }
 
-TEST_F(CompanionProcess, thatCannotBeStartedIsReportedOnceByTheOpenCommand)
+TEST_F(CompanionProcess, isReportedOnceByTheOpenCommand)
 {
     openCompanion();
     EXPECT_EQ(newTrace(), Lines{failedToStart});

@@ -34,7 +34,7 @@ protected:
 
 } // namespace
 
-TEST_F(Settings, lieUnderTheInstallationFolder)
+TEST_F(Settings, areInTheInstallationFolder)
 {
     EXPECT_EQ(settingsFilePath(), installation.root() + L"\\cfg\\settings.ini");
 }
@@ -48,7 +48,7 @@ TEST_F(Settings, areEmptyWithoutAFileOrWithoutTheKey)
     EXPECT_EQ(getSetting("UseFtpServer"), "");
 }
 
-TEST_F(Settings, giveTheLastMatchingLine)
+TEST_F(Settings, takeTheLastMatchingLine)
 {
     write("UseFtpServer=y\nother=1\nXUseFtpServer=n\n");
     EXPECT_EQ(getSetting("UseFtpServer"), "n");
@@ -56,7 +56,7 @@ TEST_F(Settings, giveTheLastMatchingLine)
     EXPECT_EQ(getSetting("UseFtpServer"), "y");
 }
 
-TEST_F(Settings, loseTheLastCharacterOfALineWithoutLineFeed)
+TEST_F(Settings, loseAByteWithoutALineFeed)
 {
     write("UseFtpServer=y");
     EXPECT_EQ(getSetting("UseFtpServer"), "");
@@ -64,12 +64,12 @@ TEST_F(Settings, loseTheLastCharacterOfALineWithoutLineFeed)
 
 TEST_F(Settings, takeALongLineInPiecesOf1023Bytes)
 {
-    // The key stands in the line's second piece, in which nothing precedes it.
+    // The key is in the line's second piece, in which nothing precedes it.
     write("a=" + std::string(1021, 'x') + "MCXCATIA=y\n");
     EXPECT_EQ(getSetting("MCXCATIA"), "y");
 }
 
-TEST_F(Settings, areReadAnewEachTime)
+TEST_F(Settings, areReadAgainEachTime)
 {
     write("k=1\n");
     EXPECT_EQ(getSetting("k"), "1");
@@ -88,7 +88,7 @@ TEST_F(Settings, areEmptyWhileTheFileIsLocked)
     EXPECT_EQ(getSetting("k"), "1");
 }
 
-TEST_F(Settings, drainOneLineOfStandardInputForEachLineRead)
+TEST_F(Settings, drainStandardInputPerLine)
 {
     write("k=1\nl=2\n");
     installation.feedStandardInput("first\nsecond\nthird\n");
@@ -111,7 +111,7 @@ TEST_F(Settings, switchNcImportByTheLastLine)
     EXPECT_EQ(isNcImportEnabled(ncImportKey), "n");
 }
 
-TEST_F(Settings, answerTheNcSwitchOnlyForTheKeyObjectItself)
+TEST_F(Settings, compareTheNcKeyByAddress)
 {
     write("MCXIMPORTNC=n\n");
     const std::string sameText = "MCXIMPORTNC";

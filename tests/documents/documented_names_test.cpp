@@ -1,6 +1,6 @@
 // The pages' tables of names against the programs that bear them.
 #include "documents/exchange_run.h"
-#include "documents/page_table.h"
+#include "documents/page_text.h"
 #include "documents/pages.h"
 #include "support/companion_program.h"
 #include "support/host_program.h"
@@ -17,7 +17,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr std::string_view omitted = "\xE2\x80\xA6"; // stands for the beginning of all names
+constexpr std::string_view omitted = "\xE2\x80\xA6"; // replaces the beginning of all names
 
 std::vector<TableRow> tableOf(const std::string& heading, const std::string& page = "exchanges.md")
 {
@@ -26,7 +26,7 @@ std::vector<TableRow> tableOf(const std::string& heading, const std::string& pag
     return rows;
 }
 
-// What all names begin with, and what stands for it in the table.
+// What all names begin with, and what replaces it in the table.
 std::string commonBeginning()
 {
     const std::string page = pageText("exchanges.md");
@@ -131,14 +131,14 @@ std::string inUtf16(const std::string& text)
     return bytes;
 }
 
-class PagesNames : public ::testing::Test {
+class PageNames : public ::testing::Test {
 protected:
     Installation installation{Registry::ofTheUser, installationOfThePages};
 };
 
 } // namespace
 
-TEST_F(PagesNames, areThoseOfTheWindowsTheMessagesAndTheSemaphore)
+TEST_F(PageNames, matchWindowsMessagesAndSemaphore)
 {
     const std::set<std::wstring> semaphores = namesOfKind("semaphore");
     EXPECT_FALSE(std::ranges::any_of(semaphores, isSemaphore));
@@ -162,7 +162,7 @@ TEST_F(PagesNames, areThoseOfTheWindowsTheMessagesAndTheSemaphore)
     EXPECT_TRUE(std::ranges::includes(allNames(), registered));
 }
 
-TEST_F(PagesNames, areAllOfAKindThatIsLookedFor)
+TEST_F(PageNames, areAllOfAKnownKind)
 {
     size_t known = 0;
     for (const char* kind : {"property of a host", "property of the Companion", "window class",
@@ -171,7 +171,7 @@ TEST_F(PagesNames, areAllOfAKindThatIsLookedFor)
     EXPECT_EQ(known, tableOf("## Windows, messages, semaphore").size());
 }
 
-TEST_F(PagesNames, areThoseOfTheSettings)
+TEST_F(PageNames, matchTheSettings)
 {
     std::vector<std::string> keys;
     for (const TableRow& row : tableOf("## Settings"))
@@ -183,7 +183,7 @@ TEST_F(PagesNames, areThoseOfTheSettings)
     EXPECT_EQ(keys, known);
 }
 
-TEST_F(PagesNames, areThoseOfTheCompanionsCommandLines)
+TEST_F(PageNames, matchTheCompanionsCommandLines)
 {
     const std::vector<std::string> patterns = recordedStarts();
     recordCompanionStarts(installation);
@@ -203,14 +203,14 @@ TEST_F(PagesNames, areThoseOfTheCompanionsCommandLines)
         EXPECT_EQ(matches(start, patterns), 1) << toUtf8(start);
 }
 
-TEST_F(PagesNames, areThoseOfTheMenu)
+TEST_F(PageNames, matchTheMenu)
 {
     const HostProgram host(installation, "choose \ncall m_main 0\nquit\n");
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(linesThatStart(host.trace(), L"ui menu("), Lines{tracedMenu()});
 }
 
-TEST_F(PagesNames, areThoseOfTheMessages)
+TEST_F(PageNames, matchTheMessages)
 {
     const std::string library = readBytes(programFolder() + L"torvapdm.dll").value_or("");
     for (const TableRow& row : tableOf("# What the add-in shows, and when", "messages.md"))

@@ -1,150 +1,158 @@
 #include "documents/dump.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstdio>
 
 namespace documents {
 
 namespace {
 
-using Kind = DumpRow::Kind;
-using Rows = std::vector<DumpRow>;
+constexpr std::string_view ellipsis = "\xE2\x80\xA6 "; // three dots in one character, and a space
 
-constexpr size_t bytesInARow = 16;
-constexpr size_t charactersInARow = 64;
-constexpr size_t leastText = 4; // fewer characters may be a number by chance
-
-bool isQuotable(char byte)
+// Removes the text before the next gap, and the gap.
+std::string_view takeField(std::string_view& line)
 {
-    return byte >= ' ' && byte <= '~' && byte != '"';
+    const size_t end = std::min(line.find("  "), line.size());
+    const std::string_view field = line.substr(0, end);
+    line.remove_prefix(std::min(line.find_first_not_of(' ', end), line.size()));
+    return field;
 }
 
-// How many of the bytes are text from the first one on.
-size_t leadingText(std::string_view bytes)
+std::optional<size_t> numberOf(std::string_view text, int base)
 {
-    return static_cast<size_t>(std::ranges::find_if_not(bytes, isQuotable) - bytes.begin());
+    size_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber ? std::optional(number) : std::nullopt;
 }
 
-// True when the row can stand for the bytes there.
-bool fits(const DumpRow& row, std::string_view bytes)
+std::string hexadecimal(size_t number)
 {
-    if (row.size() > bytes.size())
+    char digits[2 * sizeof number + 1];
+    std::snprintf(digits, sizeof digits, "%02zX", number);
+    return digits;
+}
+
+std::string shown(const std::optional<char>& byte)
+{
+    return byte ? hexadecimal(size_t{static_cast<unsigned char>(*byte)}) : "??";
+}
+
+bool isUpperHexadecimal(std::string_view text)
+{
+    return text.size() >= 2 && text.find_first_not_of("0123456789ABCDEF") == text.npos;
+}
+
+// Bytes in hexadecimal, one space between two of them.
+bool addHexadecimal(std::string_view field, Dump& dump)
+{
+    for (size_t at = 0; at < field.size(); at += 3) {
+        const std::string_view digits = field.substr(at, 2);
+        const bool isLast = at + 2 >= field.size();
+        const bool isAny = digits == "??";
+        if (!isAny && !isUpperHexadecimal(digits))
+            return false;
+        if (!isLast && (field[at + 2] != ' ' || at + 3 == field.size()))
+            return false;
+        dump.bytes.push_back(isAny ? std::nullopt
+                                   : std::optional(static_cast<char>(*numberOf(digits, 16))));
+    }
+    return !field.empty();
+}
+
+// Text up to its closing quote; gaps in it count as text.
+bool addText(std::string_view line, Dump& dump)
+{
+    const size_t end = line.find('"', 1);
+    if (end == line.npos || end == 1)
         return false;
-    const std::string_view own = bytes.substr(0, row.bytes.size());
-    return std::ranges::equal(own, row.bytes, [](char byte, const std::optional<char>& shown) {
-        return !shown || *shown == byte;
-    });
+    dump.bytes.insert(dump.bytes.end(), line.begin() + 1, line.begin() + std::ptrdiff_t(end));
+    line.remove_prefix(end + 1);
+    return takeField(line).empty();
 }
 
-bool isConcrete(const DumpRow& row)
+bool addLeftOut(std::string_view field, Dump& dump)
 {
-    return std::ranges::any_of(
-        row.bytes, [](const std::optional<char>& byte) { return byte.has_value(); });
+    constexpr std::string_view unit = " bytes";
+    field.remove_prefix(ellipsis.size());
+    dump.leavesOut = true;
+    dump.isOpenEnded = field == "any";
+    if (dump.isOpenEnded)
+        return true;
+    if (!field.ends_with(unit))
+        return false;
+    const size_t count = numberOf(field.substr(0, field.size() - unit.size()), 10).value_or(0);
+    dump.bytes.resize(dump.bytes.size() + count);
+    return count > 0;
 }
 
-// True when the row can stay as it is. Bytes that are left out say nothing themselves.
-bool isInPlace(const Rows& rows, size_t place, std::string_view bytes)
+// What is wrong with the line; empty when nothing is.
+std::string addRow(std::string_view line, Dump& dump)
 {
-    const DumpRow& row = rows[place];
-    return fits(row, bytes) && (row.kind != Kind::leftOut || place + 1 == rows.size() ||
-                                fits(rows[place + 1], bytes.substr(row.size())));
-}
-
-// How many of the bytes a row stands for that no longer fits: up to where the next one does.
-size_t changedSize(const Rows& rows, size_t place, std::string_view bytes)
-{
-    if (place + 1 == rows.size())
-        return bytes.size();
-    const DumpRow& next = rows[place + 1];
-    for (size_t at = 0; isConcrete(next) && at < bytes.size(); ++at)
-        if (fits(next, bytes.substr(at)))
-            return at;
-    return std::min(rows[place].size(), bytes.size());
-}
-
-DumpRow rowOf(std::string_view bytes, Kind kind, const std::string& annotation)
-{
-    DumpRow row{.kind = kind, .annotation = annotation};
-    row.bytes.assign(bytes.begin(), bytes.end());
-    return row;
-}
-
-// How many of the bytes the next row takes that nobody has laid out yet.
-size_t newSize(std::string_view bytes)
-{
-    if (leadingText(bytes) >= leastText)
-        return std::min(leadingText(bytes), charactersInARow);
-    size_t size = 1;
-    while (size < std::min(bytes.size(), bytesInARow) &&
-           leadingText(bytes.substr(size)) < leastText)
-        ++size;
-    return size;
-}
-
-void appendNew(Rows& rows, std::string_view bytes, std::string annotation)
-{
-    while (!bytes.empty()) {
-        const size_t size = newSize(bytes);
-        const Kind kind = leadingText(bytes) >= leastText ? Kind::text : Kind::hexadecimal;
-        rows.push_back(rowOf(bytes.substr(0, size), kind, annotation));
-        annotation.clear();
-        bytes.remove_prefix(size);
-    }
-}
-
-// These bytes in the row's place: in its form where they can have it, any byte where it has one.
-void appendChanged(Rows& rows, const DumpRow& row, std::string_view bytes)
-{
-    if (row.kind == Kind::leftOut && !bytes.empty()) {
-        rows.push_back(row);
-        rows.back().leftOut = bytes.size();
-    } else if (row.kind == Kind::text && !bytes.empty() && std::ranges::all_of(bytes, isQuotable)) {
-        rows.push_back(rowOf(bytes, Kind::text, row.annotation));
-    } else if (row.kind == Kind::hexadecimal && bytes.size() == row.size()) {
-        rows.push_back(rowOf(bytes, row.kind, row.annotation));
-        for (size_t i = 0; i < row.bytes.size(); ++i)
-            if (!row.bytes[i])
-                rows.back().bytes[i].reset();
-    } else {
-        appendNew(rows, bytes, row.annotation);
-    }
+    if (dump.isOpenEnded)
+        return "a row after the rest";
+    const std::string_view offset = takeField(line);
+    if (!isUpperHexadecimal(offset))
+        return "no offset";
+    if (numberOf(offset, 16) != dump.bytes.size())
+        return "offset " + std::string(offset) + " where " + hexadecimal(dump.bytes.size()) +
+               " is due";
+    const bool hasBytes = line.starts_with('"')        ? addText(line, dump)
+                          : line.starts_with(ellipsis) ? addLeftOut(takeField(line), dump)
+                                                       : addHexadecimal(takeField(line), dump);
+    return hasBytes ? "" : "no bytes";
 }
 
 } // namespace
 
-Dump showing(std::string_view bytes, const Dump& dump)
+Dump parseDump(const FencedBlock& block)
 {
-    Dump shown{dump.name, {}};
-    for (size_t i = 0; i < dump.rows.size(); ++i) {
-        const DumpRow& row = dump.rows[i];
-        const bool isRest = row.kind == Kind::rest;
-        const size_t size = isRest                           ? bytes.size()
-                            : isInPlace(dump.rows, i, bytes) ? row.size()
-                                                             : changedSize(dump.rows, i, bytes);
-        if (isRest)
-            shown.rows.push_back(row);
-        else
-            appendChanged(shown.rows, row, bytes.substr(0, size));
-        bytes.remove_prefix(size);
+    Dump dump;
+    size_t number = block.line;
+    const auto fault = [&](const std::string& what) {
+        return "line " + std::to_string(number) + ": " + what;
+    };
+    if (block.name.empty() || block.lines.empty())
+        dump.fault = fault("a dump without a name or without rows");
+    for (size_t i = 0; i < block.lines.size() && dump.fault.empty(); ++i) {
+        ++number;
+        if (const std::string wrong = addRow(block.lines[i], dump); !wrong.empty())
+            dump.fault = fault(wrong);
     }
-    appendNew(shown.rows, bytes, "");
-    return shown;
+    return dump;
 }
 
-bool isShown(std::string_view bytes, const Dump& dump)
+std::string difference(std::string_view bytes, const Dump& dump)
 {
-    return showing(bytes, dump) == dump;
+    const size_t shared = std::min(bytes.size(), dump.bytes.size());
+    for (size_t i = 0; i < shared; ++i)
+        if (dump.bytes[i] && *dump.bytes[i] != bytes[i])
+            return "offset " + hexadecimal(i) + ": " + shown(bytes[i]) + ", shown is " +
+                   shown(dump.bytes[i]);
+    if (shared < dump.bytes.size() || (shared < bytes.size() && !dump.isOpenEnded))
+        return std::to_string(bytes.size()) + " bytes, shown are " +
+               std::to_string(dump.bytes.size());
+    return "";
 }
 
 std::optional<std::string> bytesOf(const Dump& dump)
 {
+    if (dump.leavesOut)
+        return std::nullopt;
     std::string bytes;
-    for (const DumpRow& row : dump.rows) {
-        if (row.kind == Kind::leftOut || row.kind == Kind::rest)
-            return std::nullopt;
-        for (const std::optional<char>& byte : row.bytes)
-            bytes += byte.value_or('0');
-    }
+    for (const std::optional<char>& byte : dump.bytes)
+        bytes += byte.value_or('0');
     return bytes;
+}
+
+std::string asBlock(const std::string& name, std::string_view bytes)
+{
+    constexpr size_t bytesInARow = 16;
+    std::string block = "```dump " + name;
+    for (size_t i = 0; i < bytes.size(); ++i)
+        block += (i % bytesInARow == 0 ? '\n' + hexadecimal(i) + "  " : " ") + shown(bytes[i]);
+    return block + "\n```\n";
 }
 
 } // namespace documents

@@ -3,15 +3,17 @@
 //   ```dump open-request
 //   00  EF BB BF                                mark
 //   03  31 37                                   request id, decimal
-//   05  20                                      blank
+//   05  20                                      space
 //   06  "C:\ZEM\work\bracket.mcam"              path
 //   1E  0A                                      line feed
 //   ```
 //
-// A line is an offset, bytes, and what they are, with two blanks or more in between. The bytes are
+// A line is an offset, bytes, and what they are, with two spaces or more in between. The bytes are
 // hexadecimal, `??` for one that differs from run to run; or text in double quotes, a byte a
 // character; or left out: `… 60 bytes`, or `… any` up to the end, however many.
 #pragma once
+
+#include "documents/page_text.h"
 
 #include <cstddef>
 #include <optional>
@@ -21,33 +23,23 @@
 
 namespace documents {
 
-struct DumpRow {
-    enum class Kind { hexadecimal, text, leftOut, rest };
-
-    Kind kind = Kind::hexadecimal;
-    std::vector<std::optional<char>> bytes{}; // nothing for any byte
-    size_t leftOut = 0;
-    std::string annotation{};
-
-    size_t size() const { return kind == Kind::leftOut ? leftOut : bytes.size(); }
-    bool operator==(const DumpRow&) const = default;
-};
-
 struct Dump {
-    std::string name;
-    std::vector<DumpRow> rows;
-
-    bool operator==(const Dump&) const = default;
+    std::vector<std::optional<char>> bytes{}; // nothing for any byte
+    bool leavesOut = false;
+    bool isOpenEnded = false; // leaves out the rest
+    std::string fault{};      // what is wrong with the block: "line 12: no bytes"
 };
 
-// The dump as it should stand to show these bytes: with its rows as far as they fit, and with their
-// annotations. Bytes that no row shows come last, in rows of text and of others.
-Dump showing(std::string_view bytes, const Dump& dump);
+Dump parseDump(const FencedBlock& block);
 
-// True when the bytes are what the dump shows, no more and no less.
-bool isShown(std::string_view bytes, const Dump& dump);
+// Where the bytes are not what the dump shows, no more and no less: "offset 1E: 0D, shown is 0A";
+// empty when they are.
+std::string difference(std::string_view bytes, const Dump& dump);
 
 // The bytes that it shows, a `0` for any; nothing when it leaves some out.
 std::optional<std::string> bytesOf(const Dump& dump);
+
+// A block that shows the bytes, without annotations.
+std::string asBlock(const std::string& name, std::string_view bytes);
 
 } // namespace documents

@@ -1,5 +1,4 @@
 #include "documents/dump.h"
-#include "documents/dump_text.h"
 
 #include <gtest/gtest.h>
 
@@ -7,20 +6,28 @@ using namespace documents;
 
 namespace {
 
-Dump dumpOf(const std::vector<std::string>& lines)
-{
-    const ReadDump read = readDump({"dump", "x", 0, lines});
-    EXPECT_EQ(read.fault, "");
-    return read.dump;
-}
-
-// The lines of the dump as it should stand.
-std::vector<std::string> linesShowing(std::string_view bytes, const Dump& dump)
-{
-    return fencedBlocks(asBlock(showing(bytes, dump)), "dump").at(0).lines;
-}
-
 using Lines = std::vector<std::string>;
+
+Dump read(const Lines& lines)
+{
+    return parseDump({"dump", "x", 10, lines});
+}
+
+std::string faultOf(const Lines& lines)
+{
+    return read(lines).fault;
+}
+
+Dump dumpOf(const Lines& lines)
+{
+    EXPECT_EQ(faultOf(lines), "");
+    return read(lines);
+}
+
+bool isShown(std::string_view bytes, const Dump& dump)
+{
+    return difference(bytes, dump).empty();
+}
 
 const Dump request = dumpOf(
     {"00  EF BB BF    mark", "03  \"17\"  id", "05  20", "06  \"C:\\a\"  path", "0A  0A    end"});
@@ -68,55 +75,74 @@ TEST(Dump, leavesOutTheRestHoweverLong)
     EXPECT_FALSE(isShown("", dump));
 }
 
-TEST(Dump, standsWithWhatHasChangedInPlaceOfWhatItShowed)
-{
-    EXPECT_EQ(linesShowing("\xEF\xBB\xBF"
-                           "230 C:\\a\n",
-                           request),
-              (Lines{"00  EF BB BF  mark", "03  \"230\"     id", "06  20", "07  \"C:\\a\"    path",
-                     "0B  0A        end"}));
-}
-
-TEST(Dump, standsWithoutWhatIsNoLongerThere)
-{
-    EXPECT_EQ(linesShowing("17 C:\\a", request),
-              (Lines{"00  \"17\"    id", "02  20", "03  \"C:\\a\"  path"}));
-}
-
-TEST(Dump, standsWithWhatItLacksAtItsEnd)
-{
-    const Dump dump = dumpOf({"00  41  a"});
-    const std::string bytes = std::string("A\1\2abc\r\n", 8) + "NCPATH|3" + std::string(18, '\0');
-    EXPECT_EQ(linesShowing(bytes, dump),
-              (Lines{"00  41                                               a",
-                     "01  01 02 61 62 63 0D 0A", "08  \"NCPATH|3\"",
-                     "10  00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00", "20  00 00"}));
-    EXPECT_EQ(linesShowing('A' + std::string(70, 'x'), dump),
-              (Lines{"00  41                                                                  a",
-                     "01  \"" + std::string(64, 'x') + '"', "41  \"xxxxxx\""}));
-}
-
-TEST(Dump, standsInHexadecimalWhereTextIsNone)
-{
-    EXPECT_EQ(linesShowing("a\tb", dumpOf({"00  \"abc\"  word"})), Lines{"00  61 09 62  word"});
-    EXPECT_EQ(linesShowing("a\"b", dumpOf({"00  \"abc\"  word"})), Lines{"00  61 22 62  word"});
-}
-
-TEST(Dump, goesOnTakingAnyByteWhereItsRowHasChanged)
-{
-    EXPECT_EQ(linesShowing("AxD", dumpOf({"00  41 ?? 43  word"})), Lines{"00  41 ?? 44  word"});
-}
-
-TEST(Dump, leavesOutMoreOrLessWhenThatHasChanged)
-{
-    const Dump dump = dumpOf({"00  41", "01  \xE2\x80\xA6 3 bytes  pixels", "04  42 43"});
-    EXPECT_EQ(linesShowing("A12345BC", dump),
-              (Lines{"00  41", "01  \xE2\x80\xA6 5 bytes  pixels", "06  42 43"}));
-}
-
 TEST(Dump, givesItsBytesUnlessSomeAreLeftOut)
 {
     EXPECT_EQ(bytesOf(dumpOf({"00  41 ??", "02  \"b\""})), "A0b");
     EXPECT_EQ(bytesOf(dumpOf({"00  41", "01  \xE2\x80\xA6 3 bytes"})), std::nullopt);
     EXPECT_EQ(bytesOf(dumpOf({"00  41", "01  \xE2\x80\xA6 any"})), std::nullopt);
+}
+
+TEST(Dump, pointsOutTheFirstDifference)
+{
+    EXPECT_EQ(difference("ABD", dumpOf({"00  41 ?? 43"})), "offset 02: 44, shown is 43");
+    EXPECT_EQ(difference("AB", dumpOf({"00  41 ?? 43"})), "2 bytes, shown are 3");
+}
+
+TEST(Dump, isParsedAsItIsWritten)
+{
+    const std::string bytes("A\0\xFF 17 bytes of it", 20);
+    const auto blocks = fencedBlocks(asBlock("x", bytes), "dump");
+    ASSERT_EQ(blocks.size(), 1u);
+    EXPECT_EQ(bytesOf(parseDump(blocks[0])), bytes);
+}
+
+TEST(DumpText, givesTheBytesOfEachForm)
+{
+    const Dump dump = dumpOf(
+        {"00  EF BB ??                 mark  of three", "03  \"17  C:\\a.mcam\"         request",
+         "10  0A", "11  \xE2\x80\xA6 256 bytes              pixels", "111  \xE2\x80\xA6 any"});
+    using Bytes = std::vector<std::optional<char>>;
+    Bytes expected = {'\xEF', '\xBB', std::nullopt};
+    for (const char byte : std::string("17  C:\\a.mcam\n"))
+        expected.emplace_back(byte);
+    expected.resize(expected.size() + 256);
+    EXPECT_EQ(dump.bytes, expected);
+    EXPECT_TRUE(dump.leavesOut);
+    EXPECT_TRUE(dump.isOpenEnded);
+}
+
+TEST(DumpText, reportsAWrongOffset)
+{
+    EXPECT_EQ(faultOf({"00  0A 0B", "03  0A"}), "line 12: offset 03 where 02 is due");
+    EXPECT_EQ(faultOf({"01  0A"}), "line 11: offset 01 where 00 is due");
+    EXPECT_EQ(faultOf({"00  \"abc\"", "02  0A"}), "line 12: offset 02 where 03 is due");
+    EXPECT_EQ(faultOf({"00  \xE2\x80\xA6 20 bytes", "13  0A"}),
+              "line 12: offset 13 where 14 is due");
+}
+
+TEST(DumpText, reportsALineWithoutAnOffset)
+{
+    for (const char* line : {"", "0  0A", "0x00  0A", " 00  0A", "00 0A", "mark"})
+        EXPECT_EQ(faultOf({line}), "line 11: no offset") << line;
+}
+
+TEST(DumpText, reportsALineWithoutBytes)
+{
+    for (const char* line :
+         {"00", "00  ", "00  mark", "00  0a", "00  A", "00  0A mark", "00  0A0B", "00  0A ? ?",
+          "00  \"\"", "00  \"abc", "00  \"a\"0A", "00  \xE2\x80\xA6", "00  \xE2\x80\xA6 bytes",
+          "00  \xE2\x80\xA6 0 bytes", "00  \xE2\x80\xA6 x bytes", "00  \xE2\x80\xA6 some"})
+        EXPECT_EQ(faultOf({line}), "line 11: no bytes") << line;
+}
+
+TEST(DumpText, reportsARowAfterTheRest)
+{
+    EXPECT_EQ(faultOf({"00  \xE2\x80\xA6 any", "00  0A"}), "line 12: a row after the rest");
+}
+
+TEST(DumpText, reportsAMissingNameOrRows)
+{
+    const std::string fault = "line 10: a dump without a name or without rows";
+    EXPECT_EQ(faultOf({}), fault);
+    EXPECT_EQ(parseDump({"dump", "", 10, {"00  0A"}}).fault, fault);
 }

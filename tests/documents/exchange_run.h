@@ -13,7 +13,7 @@ inline constexpr wchar_t installationOfThePages[] = L"C:\\ZEM";
 // Bytes that a program has written, by the names of the dumps that show them.
 using Made = std::map<std::string, std::string>;
 
-// One run, in a process of its own.
+// One run, in its own process.
 struct ExchangeRun {
     const char* name;
     std::vector<std::string> dumps; // that it makes
@@ -25,7 +25,7 @@ Made roundTripOfAPart();
 Made toolDataOfAPart();
 Made pictureOfATool();
 
-// What nobody writes on the test bed: a program is given the dump's bytes and has to do what the
+// What no program writes on the test bed: one is given the dump's bytes and has to do what the
 // page says.
 struct GivenBytes {
     const char* dump;

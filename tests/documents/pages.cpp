@@ -38,8 +38,8 @@ std::map<std::string, Dump> dumpsOfPages()
 {
     std::map<std::string, Dump> dumps;
     for (const auto& [page, block] : blocksOfPages("dump"))
-        if (const ReadDump read = readDump(block); read.fault.empty())
-            dumps.emplace(block.name, read.dump);
+        if (const Dump dump = parseDump(block); dump.fault.empty())
+            dumps.emplace(block.name, dump);
     return dumps;
 }
 

@@ -1,7 +1,7 @@
-// The documentation's pages, as they lie beside the tests.
+// The documentation's pages, next to the test programs.
 #pragma once
 
-#include "documents/dump_text.h"
+#include "documents/dump.h"
 
 #include <map>
 #include <string>

@@ -1,4 +1,5 @@
-// The Companion's requests, into a command file that no add-in empties, and what it writes beside.
+// The Companion's requests, into a command file that no add-in empties, and what it writes in
+// addition.
 #include "documents/exchange_run.h"
 #include "support/companion_program.h"
 #include "zemlink/announced_host.h"

@@ -85,7 +85,7 @@ private:
     }
 
     const InstalledCompanion installation_;
-    // In the Companion's place, which would remove the queue once it is told of it.
+    // In the Companion's place, which would remove the queue on its notice.
     const LineReceiver port_;
     const CompanionProgram companion_{installation_};
     const HostProgram host_{installation_, script};

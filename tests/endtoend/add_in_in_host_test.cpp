@@ -30,7 +30,7 @@ protected:
         return waitUntil([&] { return readBytes(host.commandFile()) == ""; });
     }
     // Sends the request. True once it is parked and the host's window has met the message that
-    // tells of it: the listener has served the request behind it by then.
+    // reports it: the listener has served the request after it by then.
     static bool park(const HostProgram& host, std::string_view bytes)
     {
         return send(host, bytes) && send(host, openRequest(18, "")) &&
@@ -63,13 +63,13 @@ TEST_F(AddInInHost, isOpenedAndClosedByTheHost)
     EXPECT_FALSE(readBytes(host.commandFile()).has_value());
 }
 
-TEST_F(AddInInHost, marksTheHostsWindowForTheCompanion)
+TEST_F(AddInInHost, marksTheHostsWindow)
 {
     const HostProgram host(installation, "");
     EXPECT_TRUE(waitUntil([&] { return host.window() != nullptr; }));
 }
 
-TEST_F(AddInInHost, opensThePartOfARequestWithItsMachineAndSavesIt)
+TEST_F(AddInInHost, opensAndSavesARequestedPart)
 {
     const std::wstring part = makePart(L"bracket 7.emcam");
     writeBytes(installation.path(L"temp\\mcsettings-17.txt"), "17|3|0|C:\\M\\Mill.mcam-mmd\r\n");
@@ -100,7 +100,7 @@ TEST_F(AddInInHost, opensThePartOfARequestWithItsMachineAndSavesIt)
         EXPECT_NE(log.find("Loading File #"s + number + ": " + toUtf8(part) + "\r\n"), log.npos);
 }
 
-TEST_F(AddInInHost, startsANewFileFromTheListenersThread)
+TEST_F(AddInInHost, startsANewFileOffTheUiThread)
 {
     const HostProgram host(installation, "wait-for OnFileNew 30000\nquit\n");
     ASSERT_TRUE(host.waitForCommandFile());
@@ -128,7 +128,7 @@ TEST_F(AddInInHost, closesThePartOnACheckIn)
     EXPECT_EQ(count(host.trace(), L"main, false, true)"), 1u);
 }
 
-TEST_F(AddInInHost, keepsARequestUntilAModalDialogOfTheHostIsClosed)
+TEST_F(AddInInHost, keepsARequestDuringAModalDialog)
 {
     const std::wstring part = makePart(L"part.mcam");
     const HostProgram host(installation, "");
@@ -141,7 +141,7 @@ TEST_F(AddInInHost, keepsARequestUntilAModalDialogOfTheHostIsClosed)
     EXPECT_TRUE(host.waitForTrace(L"DoFileOpen(\"" + part));
 }
 
-TEST_F(AddInInHost, keepsARequestUntilTheBackplotEnds)
+TEST_F(AddInInHost, keepsARequestDuringABackplot)
 {
     const std::wstring part = makePart(L"part.mcam");
     const HostProgram host(installation, "set backplot true\nshow backplot\n");
@@ -152,7 +152,7 @@ TEST_F(AddInInHost, keepsARequestUntilTheBackplotEnds)
     EXPECT_TRUE(host.waitForTrace(L"DoFileOpen(\"" + part));
 }
 
-TEST_F(AddInInHost, servesTheNextRequestAfterAMalformedOne)
+TEST_F(AddInInHost, servesARequestAfterAMalformedOne)
 {
     const std::wstring part = makePart(L"part.mcam");
     const HostProgram host(installation, "");
@@ -175,13 +175,13 @@ TEST_F(AddInInHost, servesTheNextRequestAfterAMalformedOne)
     EXPECT_EQ(fromOtherThreads(host.trace()), Lines{});
 }
 
-TEST_F(AddInInHost, livesOnWhenAnOversizedRequestEndsTheListener)
+TEST_F(AddInInHost, survivesAnOversizedRequest)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; })); // the listener runs
     const std::string oversized(65537, 'x');
     ASSERT_TRUE(send(host, oversized));
-    // The listener was the last thread beside the host's own.
+    // The listener was the last thread in addition to the host's own.
     ASSERT_TRUE(waitUntil([&] { return countThreads(host.process().id()) == 1; }));
     EXPECT_EQ(readBytes(host.commandFile()), oversized);
     EXPECT_TRUE(host.sendEvent(37));
@@ -191,7 +191,7 @@ TEST_F(AddInInHost, livesOnWhenAnOversizedRequestEndsTheListener)
     EXPECT_FALSE(readBytes(host.commandFile()).has_value());
 }
 
-TEST_F(AddInInHost, tellsTheUserOfAMissingFile)
+TEST_F(AddInInHost, reportsAMissingFile)
 {
     const HostProgram host(installation, "wait-for message-box 30000\nquit\n");
     ASSERT_TRUE(host.waitForCommandFile());
@@ -201,7 +201,7 @@ TEST_F(AddInInHost, tellsTheUserOfAMissingFile)
               1u);
 }
 
-TEST_F(AddInInHost, tellsTheUserOfAFileTheHostCannotOpen)
+TEST_F(AddInInHost, reportsAFileTheHostCannotOpen)
 {
     const std::wstring part = makePart(L"part.mcam");
     const HostProgram host(installation, "raise DoFileOpen\nwait-for message-box 30000\nquit\n");
@@ -211,7 +211,7 @@ TEST_F(AddInInHost, tellsTheUserOfAFileTheHostCannotOpen)
     EXPECT_EQ(count(host.trace(), LR"(ui message-box("TORVA ZEM", "Failed to load file."))"), 1u);
 }
 
-TEST_F(AddInInHost, staysQuietUntilThereIsATemporaryFolder)
+TEST_F(AddInInHost, waitsForATemporaryFolder)
 {
     removeFolder(installation.path(L"temp"));
     const HostProgram host(installation, "wait-for OnFileNew 30000\nquit\n");
@@ -238,7 +238,7 @@ TEST_F(AddInInHost, answersEveryExportOfThisRelease)
         EXPECT_EQ(count(trace, line), 1u) << line;
 }
 
-TEST_F(AddInInHost, servesTwoHostsEachThroughAFileOfItsOwn)
+TEST_F(AddInInHost, servesTwoHostsThroughTwoFiles)
 {
     const std::wstring first = makePart(L"first.mcam");
     const std::wstring second = makePart(L"second.mcam");

@@ -1,7 +1,9 @@
 #include "endtoend/command_file_plan.h"
 
-#include "fuzz/command_text_rule.h"
+#include "fuzz/input.h"
 #include "fuzz/mutator.h"
+#include "fuzz/target.h"
+#include "peer/command_file.h"
 #include "support/bytes.h"
 #include "support/companion_double.h"
 
@@ -10,7 +12,7 @@
 
 namespace testing_support {
 
-using Kind = torvapdm::Command::Kind;
+using Kind = peer::RequestKind;
 
 const char lastPartName[] = "the last part.mcam";
 
@@ -64,8 +66,8 @@ CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNum
     : host_(host),
       random_(seed),
       folder_(installation.path(L"parts of " + std::to_wstring(host.number) + L"\\")),
-      seeds_(fuzzing::commandTextSeeds()),
-      tokens_(fuzzing::commandTextTokens())
+      seeds_(fuzzing::commandTextTarget().seeds),
+      tokens_(fuzzing::commandTextTarget().tokens)
 {
     CreateDirectoryW(folder_.c_str(), nullptr);
     // A request spells the last one with a byte E4.
@@ -83,12 +85,12 @@ CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNum
 std::string CommandFilePlan::openText()
 {
     static const char* const before[] = {"", "", "+", "-", "000", "\t\r\v\f", "\t-0"};
-    static const char* const behind[] = {"", "", "x", ".5", "-", "\xFF"};
+    static const char* const after[] = {"", "", "x", ".5", "-", "\xFF"};
     static const char* const marks[] = {"\xEF\xBB\xBF", "\xEF\xBB\xBF", "abc", "123"};
     const std::uint64_t id = random_.below(2147483647 / host_.count) * host_.count + host_.number;
     std::string text = marks[random_.below(4)];
     text += before[random_.below(7)] + std::to_string(id);
-    text += behind[random_.below(6)];
+    text += after[random_.below(6)];
     return text + ' ' + parts_[random_.below(parts_.size())] + '\n';
 }
 
@@ -135,14 +137,14 @@ PlannedFile CommandFilePlan::last()
 // Nothing for a file whose effect depends on something else.
 std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
 {
-    const torvapdm::Command request = fuzzing::plainRequest(bytes);
+    const peer::Request request = peer::parseRequest(bytes);
     PlannedFile file = {bytes, "", std::nullopt};
     if (request.kind == Kind::checkIn)
         file.trace = "other m_fclose(null, 0, null)\n" + newFileLines;
     else if (request.kind == Kind::newFile)
         file.trace = newFileLines;
-    else if (request.kind == Kind::open && request.file.id != neverCarriedOut)
-        return opening(file, request.file.id, request.file.path);
+    else if (request.kind == Kind::open && request.id != neverCarriedOut)
+        return opening(file, request.id, fuzzing::signedUnits(request.path));
     return file;
 }
 
@@ -153,7 +155,7 @@ bool CommandFilePlan::takeNumber(std::int32_t id)
            machineRequests_.insert(id).second;
 }
 
-// Nothing for a file outside the parts' folder, and for a number that is not to be had.
+// Nothing for a file outside the parts' folder, and for a number that is not free.
 std::optional<PlannedFile> CommandFilePlan::opening(PlannedFile file, std::int32_t id,
                                                     const std::wstring& path)
 {

@@ -15,7 +15,7 @@ namespace testing_support {
 struct PlannedFile {
     std::string bytes;
     std::string trace; // UTF-8, each line with its line feed; nothing for a file without an effect
-    // The request whose machine-settings file has to lie ready; no other file has the same.
+    // The request whose machine-settings file has to be ready; no other file has the same.
     std::optional<std::int32_t> machineRequest;
 };
 

@@ -18,7 +18,7 @@ std::string scriptUntilTheLastPart()
     return "wait-for " + std::string(lastPartName) + "\", main 240000\nquit\n";
 }
 
-// Nothing is opened for it, so that it never stands in the way of who deletes the file.
+// Nothing is opened for it, because an open handle would keep the file from being deleted.
 std::optional<std::uint64_t> sizeOf(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -27,7 +27,7 @@ std::optional<std::uint64_t> sizeOf(const std::wstring& path)
     return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
 }
 
-// A long file is told by its beginning: the seed makes it again.
+// Of a long file only the beginning is shown: the seed makes it again.
 std::string shownBytes(const std::string& bytes)
 {
     constexpr size_t mostShown = 400;
@@ -75,7 +75,7 @@ bool CommandFileRun::isThroughWithTheLast() const
 {
     if (sizeOf(tracePath_).value_or(0) < plannedTraceSize_)
         return false;
-    // The host is on its way out behind the last file, and its command file with it.
+    // The host closes after the last file, and its command file goes with it.
     return sent_ == files_.size() || sizeOf(host_.commandFile()) == 0u;
 }
 
@@ -110,7 +110,7 @@ std::string CommandFileRun::firstDifference(const std::string& trace) const
         at += planned.size();
     }
     if (trace.substr(at) != traceOfTheEnd)
-        return "behind the last file the trace goes on:\n" + trace.substr(at, 800);
+        return "after the last file the trace goes on:\n" + trace.substr(at, 800);
     return "";
 }
 

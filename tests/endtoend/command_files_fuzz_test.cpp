@@ -26,7 +26,7 @@ std::vector<PlannedFile> planFiles(const Installation& installation, unsigned ho
     return files;
 }
 
-// How many of the planned files leave this in the trace; an empty text stands for nothing at all.
+// How many of the planned files leave this in the trace; an empty text means no trace.
 size_t countWithTrace(const std::vector<PlannedFile>& files, const std::string& text)
 {
     return static_cast<size_t>(std::count_if(
@@ -51,7 +51,7 @@ TEST(FuzzedCommandFiles, areOfEveryKind)
     EXPECT_GE(countWithTrace(files, "OnFileNew"), countWithTrace(files, "m_fclose") + 100);
 }
 
-TEST(FuzzedCommandFiles, haveTheEffectInTheHostThatThePlainRuleGivesThem)
+TEST(FuzzedCommandFiles, haveTheExpectedEffect)
 {
     const Installation installation(Registry::ofTheUser);
     std::vector<std::unique_ptr<CommandFileRun>> runs;

@@ -20,7 +20,7 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-// The open popup menu's place on the screen; empty when none opens in good time.
+// The open popup menu's place on the screen; empty when none opens within the time.
 RECT waitForMenu()
 {
     HWND menu = nullptr;
@@ -54,7 +54,7 @@ void press(WORD key)
 
 } // namespace
 
-TEST_F(CommandsInHost, runTheMenusLastCommandOnARealClick)
+TEST_F(CommandsInHost, runTheLastMenuItemOnAClick)
 {
     const LineReceiver companion;
     const HostProgram host(installation, toldSheet + "call m_main 0\nquit\n");
@@ -66,7 +66,7 @@ TEST_F(CommandsInHost, runTheMenusLastCommandOnARealClick)
     EXPECT_EQ(count(host.trace(), sheetLine), 1u);
 }
 
-TEST_F(CommandsInHost, doNothingOnARealEscape)
+TEST_F(CommandsInHost, doNothingOnEscape)
 {
     const HostProgram host(installation, "call m_main 0\nquit\n");
     waitForMenu();
@@ -76,7 +76,7 @@ TEST_F(CommandsInHost, doNothingOnARealEscape)
                                    L"ui m_main(0) -> 0", L"ui m_close(0) -> 0"}));
 }
 
-TEST_F(CommandsInHost, doNothingOnARealClickOnTheTitle)
+TEST_F(CommandsInHost, doNothingOnAClickOnTheTitle)
 {
     const HostProgram host(installation, "call m_main 0\nquit\n");
     const RECT menu = waitForMenu();
@@ -123,7 +123,7 @@ TEST_F(CommandsInHost, askTheCompanionForAFile)
     EXPECT_EQ(count(host.trace(), L"message-box"), 0u);
 }
 
-TEST_F(CommandsInHost, tellThatTheCompanionIsMissing)
+TEST_F(CommandsInHost, reportAMissingCompanion)
 {
     const HostProgram host(installation, "call m_about 0\ncall m_load 0\nquit\n");
     EXPECT_EQ(host.process().waitForExit(), 0u);
@@ -136,7 +136,7 @@ TEST_F(CommandsInHost, tellThatTheCompanionIsMissing)
         1u);
 }
 
-TEST_F(CommandsInHost, handTheRequestsSetupSheetOver)
+TEST_F(CommandsInHost, sendTheRequestsSetupSheet)
 {
     const LineReceiver companion;
     const HostProgram host(installation,
@@ -156,7 +156,7 @@ TEST_F(CommandsInHost, sendNothingWithoutASetupSheet)
     EXPECT_EQ(count(host.trace(), sheetLine + L" -> true"), 1u);
 }
 
-TEST_F(CommandsInHost, swallowTheHostsExceptionInTheToolsEntryAlone)
+TEST_F(CommandsInHost, swallowExceptionsOnlyInTools)
 {
     const HostProgram host(installation, "raise RunSetupSheetOnSelectedOpsWithoutUI\n"
                                          "call m_tools 0\n"

@@ -1,4 +1,4 @@
-// A test of the stand-in Companion's side of commits, in an installation folder of its own.
+// A test of the stand-in Companion's side of commits, in its own installation folder.
 #pragma once
 
 #include "endtoend/companion_commit_writer.h"
@@ -41,10 +41,10 @@ protected:
     // What is in the folder `temp`, apart from command files and settings.
     Lines requestFiles() const;
 
-    // True once the log tells of the version.
+    // True once the log reports the version.
     static bool waitForVersion(const CompanionProgram& companion, const std::wstring& name,
                                int version);
-    // The lines of the log behind those of the start.
+    // The lines of the log after those of the start.
     static Lines logBehindStart(const CompanionProgram& companion);
 
     Installation installation{Registry::ofTheUser};

@@ -13,7 +13,7 @@ constexpr DWORD endedProcess = 4242; // no process has an id that 4 does not div
 
 class CommitQueue : public CommitFixture {
 protected:
-    // A part file of its own for each number; a commit of it makes a part of the same name.
+    // A separate part file for each number; a commit of it makes a part of the same name.
     std::wstring numberedPart(int number) const
     {
         const std::wstring name = partName(number);
@@ -49,7 +49,7 @@ protected:
             EXPECT_EQ(libraryBytes(folder + L"\\v2.mcam"), std::nullopt) << folder;
         }
     }
-    // Waits until the Companion has looked into its request file once more: it looks there behind
+    // Waits until the Companion has looked into its request file once more: it looks there after
     // each commit of the command line, here of a file that is not there.
     void waitForALook(const CompanionProgram& companion) const
     {
@@ -65,7 +65,7 @@ protected:
         return readBytes(
             installation.path(L"sys\\skipped-commit-" + std::to_wstring(number) + L".dat"));
     }
-    std::wstring beside(DWORD process, const wchar_t* extension) const
+    std::wstring nextTo(DWORD process, const wchar_t* extension) const
     {
         return installation.path(L"temp\\torvapdm-" + std::to_wstring(process) + extension);
     }
@@ -82,7 +82,7 @@ TEST_F(CommitQueue, storesTwoInARow)
     expectParts(2);
 }
 
-TEST_F(CommitQueue, storesTwoHundredThatComeWhileItTakesThem)
+TEST_F(CommitQueue, stores200ThatArriveWhileItReads)
 {
     const CompanionProgram companion(installation);
     constexpr int all = 200;
@@ -94,7 +94,7 @@ TEST_F(CommitQueue, storesTwoHundredThatComeWhileItTakesThem)
     EXPECT_EQ(companion.count(L"commit-skipped"), 0u);
 }
 
-TEST_F(CommitQueue, storesTwoHundredVersionsOfOnePart)
+TEST_F(CommitQueue, stores200VersionsOfOnePart)
 {
     const CompanionProgram companion(installation);
     const std::wstring part = makePart(L"a.mcam", "a");
@@ -106,7 +106,7 @@ TEST_F(CommitQueue, storesTwoHundredVersionsOfOnePart)
     EXPECT_EQ(libraryBytes(L"bracket\\v202.mcam"), std::nullopt);
 }
 
-TEST_F(CommitQueue, leavesTheFileAsItIsWhileTheProgramRuns)
+TEST_F(CommitQueue, keepsTheFileWhileTheProgramRuns)
 {
     const CompanionProgram companion(installation);
     const std::wstring one = numberedPart(1);
@@ -139,7 +139,7 @@ TEST_F(CommitQueue, waitsForAWriterThatIsHalfThrough)
     EXPECT_TRUE(slow.lock(record.size()));
     for (const char byte : record)
         EXPECT_TRUE(slow.write(std::string(1, byte)));
-    // Whole as it is, it is the writer's until that lets go of it.
+    // Whole as it is, it is the writer's until that unlocks it.
     waitForALook(companion);
     EXPECT_EQ(companion.count(partName(1)), 0u);
     slow.unlock();
@@ -164,7 +164,7 @@ TEST_F(CommitQueue, waitsForTheRestOfHalfARecord)
     EXPECT_EQ(companion.count(L"commit-skipped"), 0u);
 }
 
-TEST_F(CommitQueue, putsHalfARecordAsideWhenAnotherFollowsIt)
+TEST_F(CommitQueue, skipsHalfARecordBeforeAnother)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -200,7 +200,7 @@ TEST_F(CommitQueue, isNotBlindedByGarbage)
     EXPECT_EQ(companion.count(L"commit-skipped"), 3u);
 }
 
-TEST_F(CommitQueue, findsRecordsBehindALotOfGarbage)
+TEST_F(CommitQueue, findsRecordsAfterMuchGarbage)
 {
     constexpr size_t oneLook = 4 * (8 + 2 * 32767); // bytes; it ends in the record's first ones
     const std::string garbage(oneLook - 5, '\xEE');
@@ -228,11 +228,11 @@ TEST_F(CommitQueue, takesWhatAnEndedProcessLeft)
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
 }
 
-TEST_F(CommitQueue, takesWhatAnEndedProcessOfTheSameIdLeft)
+TEST_F(CommitQueue, takesWhatTheSameProcessIdLeft)
 {
     const CompanionProgram companion(installation, L"", true);
     const DWORD process = companion.process().id();
-    writeBytes(beside(process, L".closed"), formatCommitRecord(noId, numberedPart(1)));
+    writeBytes(nextTo(process, L".closed"), formatCommitRecord(noId, numberedPart(1)));
     appendCommit(requestFile(process), formatCommitRecord(noId, numberedPart(2)));
     companion.process().resume();
     commit(companion, noId, numberedPart(3));
@@ -240,7 +240,7 @@ TEST_F(CommitQueue, takesWhatAnEndedProcessOfTheSameIdLeft)
     expectParts(3);
 }
 
-TEST_F(CommitQueue, tellsWhatAnEndedProcessOfTheSameIdLeft)
+TEST_F(CommitQueue, logsWhatTheSameProcessIdLeft)
 {
     const CompanionProgram companion(installation, L"", true);
     const std::wstring file = requestFile(companion.process().id());
@@ -261,7 +261,7 @@ TEST_F(CommitQueue, startsWithTheOldest)
     expectParts(3);
 }
 
-TEST_F(CommitQueue, takesWhatIsWrittenToAnEndedProcessLater)
+TEST_F(CommitQueue, takesLateRecordsOfAnEndedProcess)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -284,7 +284,7 @@ TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
     expectParts(1);
 }
 
-TEST_F(CommitQueue, leavesTheFileOfARunningProcessOfTheProgramToIt)
+TEST_F(CommitQueue, keepsOffARunningProcesssFile)
 {
     std::filesystem::create_directories(installation.path(L"other"));
     std::filesystem::copy_file(programFolder() + L"desktop_keeper.exe",
@@ -301,12 +301,12 @@ TEST_F(CommitQueue, leavesTheFileOfARunningProcessOfTheProgramToIt)
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
 }
 
-TEST_F(CommitQueue, goesOnBehindTheBookmarkOfAnEndedProcess)
+TEST_F(CommitQueue, continuesAfterAnEndedBookmark)
 {
     const std::string first = formatCommitRecord(noId, numberedPart(7));
     appendCommit(requestFile(endedProcess), first);
     appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
-    writeBytes(beside(endedProcess, L".taken"), "taken " + std::to_string(first.size()) + "\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken " + std::to_string(first.size()) + "\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
@@ -318,7 +318,7 @@ TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 {
     appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
     appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 1 bracket\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 1 bracket\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_EQ(companion.count(L"commit-known name=\"bracket\" version=1 number=17 picture=no"), 1u);
@@ -327,11 +327,11 @@ TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 }
 
 // The same, for a part that the commit brought in: it is found by its file all the same.
-TEST_F(CommitQueue, knowsANewPartThatIsInTheIndexByItsFile)
+TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
 {
     const std::wstring part = numberedPart(1);
     appendCommit(requestFile(endedProcess), formatCommitRecord(noId, part));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 43 1 part 1001\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 43 1 part 1001\n");
     writeBytes(installation.path(L"library\\library.txt"),
                toUtf8(indexText()) + "43 | part 1001 | 1 | 0 |  | \n");
     const CompanionProgram companion(installation);
@@ -342,11 +342,11 @@ TEST_F(CommitQueue, knowsANewPartThatIsInTheIndexByItsFile)
 }
 
 // The process ended between the part file and the index: what it copied is what was committed then.
-TEST_F(CommitQueue, finishesAVersionThatIsNotInTheIndexYet)
+TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
 {
     const std::wstring changedSince = numberedPart(7);
     appendCommit(requestFile(endedProcess), formatCommitRecord(17, changedSince));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "as it was");
     writeBytes(installation.path(L"library\\bracket\\v2.bmp"), "BM as it was");
     const CompanionProgram companion(installation);
@@ -358,10 +358,10 @@ TEST_F(CommitQueue, finishesAVersionThatIsNotInTheIndexYet)
 }
 
 // The process ended before the part file was whole.
-TEST_F(CommitQueue, copiesAnewWhatWasHalfCopied)
+TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
 {
     appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
-    writeBytes(beside(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam.new"), "part f");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
@@ -372,9 +372,9 @@ TEST_F(CommitQueue, copiesAnewWhatWasHalfCopied)
 
 // The process ended while it removed the request file of an earlier one; a host made a new one
 // since.
-TEST_F(CommitQueue, doesNotTakeAFinishedBookmarkForThatOfALaterFile)
+TEST_F(CommitQueue, ignoresABookmarkOfAnEarlierFile)
 {
-    writeBytes(beside(endedProcess, L".taken"), "finished\n");
+    writeBytes(nextTo(endedProcess, L".taken"), "finished\n");
     appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
@@ -384,15 +384,15 @@ TEST_F(CommitQueue, doesNotTakeAFinishedBookmarkForThatOfALaterFile)
 
 TEST_F(CommitQueue, removesAFinishedFileUnread)
 {
-    writeBytes(beside(endedProcess, L".taken"), "finished\n");
-    writeBytes(beside(endedProcess, L".closed"), formatCommitRecord(noId, numberedPart(1)));
+    writeBytes(nextTo(endedProcess, L".taken"), "finished\n");
+    writeBytes(nextTo(endedProcess, L".closed"), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
     EXPECT_EQ(companion.count(L"commit"), 0u);
 }
 
-TEST_F(CommitQueue, losesAndDoublesNothingWhenTheProgramIsKilledAgainAndAgain)
+TEST_F(CommitQueue, survivesRepeatedKills)
 {
     constexpr int all = 60;
     for (int number = 1; number <= all; ++number)
@@ -406,7 +406,7 @@ TEST_F(CommitQueue, losesAndDoublesNothingWhenTheProgramIsKilledAgainAndAgain)
     expectParts(all);
 }
 
-TEST_F(CommitQueue, isEmptiedAndRemovedBeforeTheProgramEnds)
+TEST_F(CommitQueue, isRemovedBeforeTheProgramEnds)
 {
     const CompanionProgram companion(installation);
     for (int number = 1; number <= 20; ++number)
@@ -417,7 +417,7 @@ TEST_F(CommitQueue, isEmptiedAndRemovedBeforeTheProgramEnds)
     EXPECT_EQ(companion.log().back(), L"stopped");
 }
 
-TEST_F(CommitQueue, keepsARecordThatIsWrittenWhileTheProgramEnds)
+TEST_F(CommitQueue, keepsARecordWrittenDuringTheEnd)
 {
     std::string record = formatCommitRecord(noId, numberedPart(1));
     {
@@ -437,7 +437,7 @@ TEST_F(CommitQueue, keepsARecordThatIsWrittenWhileTheProgramEnds)
 }
 
 // Two hosts that take turns: each finds the end only when no other is between its own steps.
-TEST_F(CommitQueue, takesThoseOfTwoWritersThatTakeTurns)
+TEST_F(CommitQueue, takesRecordsOfTwoWritersInTurn)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -469,7 +469,7 @@ TEST_F(CommitQueue, takesThoseOfTwoWritersThatTakeTurns)
 
 // Two hosts that do not: one's record may take the place of the other's, and nothing but that is
 // lost. What is stored is what was written, once, and those that come later are found.
-TEST_F(CommitQueue, goesOnAfterTwoWritersThatMetAtOneEnd)
+TEST_F(CommitQueue, survivesTwoWritersAtOneEnd)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);

@@ -5,26 +5,6 @@
 
 namespace testing_support {
 
-namespace {
-
-std::string littleEndian(std::uint32_t number)
-{
-    return {static_cast<char>(number), static_cast<char>(number >> 8),
-            static_cast<char>(number >> 16), static_cast<char>(number >> 24)};
-}
-
-} // namespace
-
-std::string formatCommitRecord(std::uint32_t id, const std::wstring& file)
-{
-    std::string record = littleEndian(id) + littleEndian(static_cast<std::uint32_t>(file.size()));
-    for (const wchar_t unit : file) {
-        record += static_cast<char>(unit);
-        record += static_cast<char>(unit >> 8);
-    }
-    return record;
-}
-
 CommitAppend::CommitAppend(const std::wstring& requestFile)
     : file_(CreateFileW(requestFile.c_str(), GENERIC_READ | GENERIC_WRITE,
                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

@@ -1,5 +1,7 @@
-// Writes commit requests as the add-in does, with the same calls in the same order.
+// Writes commit records as the add-in does, with the same calls in the same order.
 #pragma once
+
+#include "peer/commit_record.h"
 
 #include <cstdint>
 #include <string>
@@ -7,8 +9,10 @@
 
 namespace testing_support {
 
-// The bytes of a record: id, length, name.
-std::string formatCommitRecord(std::uint32_t id, const std::wstring& file);
+inline std::string formatCommitRecord(std::uint32_t id, const std::wstring& file)
+{
+    return peer::formatCommitRecord({id, file});
+}
 
 // One append, step by step: opening finds the end of the file, which is made when it is missing.
 class CommitAppend {
@@ -21,7 +25,7 @@ public:
     // Locks so many bytes from the end on; false when another has locked one of them. The add-in
     // does not look at that.
     bool lock(size_t bytes);
-    // Writes at the end that was found, then behind what was written before.
+    // Writes at the end that was found, then after what was written before.
     bool write(const std::string& bytes);
     void unlock();
 

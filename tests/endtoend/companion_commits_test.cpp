@@ -6,7 +6,7 @@ using namespace testing_support;
 
 namespace {
 
-class CompanionsCommits : public CommitFixture {
+class CompanionCommits : public CommitFixture {
 protected:
     // `commit file="…" id=17 from=torvapdm-4711.dat`
     static std::wstring commitLine(const CompanionProgram& companion, std::uint32_t id,
@@ -20,7 +20,7 @@ protected:
     const std::wstring bracketV2 = L"17 | bracket    | 2 | 3 | C:\\Machines\\Mill 3-axis";
 };
 
-// Keeps a file open so that nobody can replace it.
+// Keeps a file open so that it cannot be replaced.
 class HeldFile {
 public:
     explicit HeldFile(const std::wstring& path, DWORD share = FILE_SHARE_READ)
@@ -58,7 +58,7 @@ void setWriteTime(const std::wstring& path, int secondsFromNow)
 
 } // namespace
 
-TEST_F(CompanionsCommits, becomeTheNextVersionOfThePartThatWasSent)
+TEST_F(CompanionCommits, becomeThePartsNextVersion)
 {
     const CompanionProgram companion(installation);
     const std::wstring work = sendPart(companion, L"bracket");
@@ -81,7 +81,7 @@ TEST_F(CompanionsCommits, becomeTheNextVersionOfThePartThatWasSent)
     EXPECT_EQ(indexText(), expected);
 }
 
-TEST_F(CompanionsCommits, areSentAgainAsTheVersionTheyBecame)
+TEST_F(CompanionCommits, areSentAgainAsTheirVersion)
 {
     const CompanionProgram companion(installation);
     const std::wstring work = sendPart(companion, L"bracket");
@@ -94,7 +94,7 @@ TEST_F(CompanionsCommits, areSentAgainAsTheVersionTheyBecame)
     EXPECT_EQ(companion.count(L"kept "), 0u);
 }
 
-TEST_F(CompanionsCommits, areStoredBeforeTheirPartIsSentAgain)
+TEST_F(CompanionCommits, areStoredBeforeTheNextSend)
 {
     const CompanionProgram companion(installation);
     for (int version = 2; version <= 6; ++version) {
@@ -109,7 +109,7 @@ TEST_F(CompanionsCommits, areStoredBeforeTheirPartIsSentAgain)
     EXPECT_EQ(companion.count(L"kept "), 0u);
 }
 
-TEST_F(CompanionsCommits, thatWaitKeepPartsFromBeingSent)
+TEST_F(CompanionCommits, blockSendingWhileTheyWait)
 {
     const CompanionProgram companion(installation);
     const std::wstring work = sendPart(companion, L"bracket");
@@ -122,7 +122,7 @@ TEST_F(CompanionsCommits, thatWaitKeepPartsFromBeingSent)
     EXPECT_EQ(readBytes(work), "changed");
 }
 
-TEST_F(CompanionsCommits, takeTheScreenPictureWithThem)
+TEST_F(CompanionCommits, takeTheScreenPicture)
 {
     const CompanionProgram companion(installation);
     const std::wstring work = sendPart(companion, L"bracket");
@@ -139,7 +139,7 @@ TEST_F(CompanionsCommits, takeTheScreenPictureWithThem)
     EXPECT_EQ(libraryBytes(L"bracket\\v3.bmp"), std::nullopt);
 }
 
-TEST_F(CompanionsCommits, leaveAPictureThatWasMadeAfterThemToTheNext)
+TEST_F(CompanionCommits, leaveALaterPictureToTheNext)
 {
     const CompanionProgram companion(installation);
     const std::wstring work = sendPart(companion, L"bracket");
@@ -156,7 +156,7 @@ TEST_F(CompanionsCommits, leaveAPictureThatWasMadeAfterThemToTheNext)
     EXPECT_EQ(libraryBytes(L"bracket\\v2.bmp"), std::nullopt);
 }
 
-TEST_F(CompanionsCommits, giveThePictureToTheLastOfThoseThatWait)
+TEST_F(CompanionCommits, giveTheLastOneThePicture)
 {
     const std::wstring one = makePart(L"one.mcam", "1");
     const std::wstring two = makePart(L"two.mcam", "2");
@@ -169,7 +169,7 @@ TEST_F(CompanionsCommits, giveThePictureToTheLastOfThoseThatWait)
     EXPECT_EQ(libraryBytes(L"two\\v1.bmp"), "BM two");
 }
 
-TEST_F(CompanionsCommits, areFoundByTheirFileWhereTheIdSaysNothing)
+TEST_F(CompanionCommits, areFoundByFileWithoutAnId)
 {
     const CompanionProgram companion(installation);
     const std::wstring work = sendPart(companion, L"clamp jaw", L" --id 107");
@@ -182,7 +182,7 @@ TEST_F(CompanionsCommits, areFoundByTheirFileWhereTheIdSaysNothing)
     EXPECT_EQ(companion.count(L"version name"), 3u);
 }
 
-TEST_F(CompanionsCommits, areFoundByTheIdTheyWereSentWithWhenSavedElsewhere)
+TEST_F(CompanionCommits, areFoundByIdWhenSavedElsewhere)
 {
     const std::wstring elsewhere = makePart(L"jaw copy.mcam", "saved elsewhere");
     {
@@ -196,7 +196,7 @@ TEST_F(CompanionsCommits, areFoundByTheIdTheyWereSentWithWhenSavedElsewhere)
     EXPECT_EQ(libraryBytes(L"clamp jaw\\v2.mcam"), "saved elsewhere");
 }
 
-TEST_F(CompanionsCommits, makeANewPartOfAnUnknownFile)
+TEST_F(CompanionCommits, makeANewPartOfAnUnknownFile)
 {
     const CompanionProgram companion(installation);
     const std::wstring plate = makePart(L"plate \u4E2D.mcam", "first");
@@ -212,7 +212,7 @@ TEST_F(CompanionsCommits, makeANewPartOfAnUnknownFile)
     EXPECT_EQ(libraryBytes(L"plate \u4E2D\\v1.mcam"), "first");
 }
 
-TEST_F(CompanionsCommits, knowANewPartByItsFileFromThenOn)
+TEST_F(CompanionCommits, recogniseANewPartLater)
 {
     const std::wstring plate = makePart(L"plate.mcam", "first");
     {
@@ -233,7 +233,7 @@ TEST_F(CompanionsCommits, knowANewPartByItsFileFromThenOn)
     EXPECT_EQ(companion.count(L"new-part"), 1u);
 }
 
-TEST_F(CompanionsCommits, makeANewPartForTheIdOfANewFile)
+TEST_F(CompanionCommits, makeANewPartForANewFilesId)
 {
     const CompanionProgram companion(installation);
     writeBytes(installation.commandFile(GetCurrentProcessId()), "");
@@ -245,7 +245,7 @@ TEST_F(CompanionsCommits, makeANewPartForTheIdOfANewFile)
     EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), std::nullopt);
 }
 
-TEST_F(CompanionsCommits, overwriteNoVersionThatIsThere)
+TEST_F(CompanionCommits, overwriteNoVersion)
 {
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "by hand");
     writeBytes(installation.path(L"library\\bracket\\v3.bmp"), "by hand");
@@ -257,7 +257,7 @@ TEST_F(CompanionsCommits, overwriteNoVersionThatIsThere)
     EXPECT_EQ(libraryBytes(L"bracket\\v4.mcam"), "committed");
 }
 
-TEST_F(CompanionsCommits, failWithoutTheirFileAndHinderNoOther)
+TEST_F(CompanionCommits, failAloneWithoutTheirFile)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -278,7 +278,7 @@ TEST_F(CompanionsCommits, failWithoutTheirFileAndHinderNoOther)
     EXPECT_EQ(companion.count(L"picture=no"), 1u);
 }
 
-TEST_F(CompanionsCommits, failWithoutAFullPath)
+TEST_F(CompanionCommits, failWithoutAFullPath)
 {
     const CompanionProgram companion(installation);
     const std::pair<const wchar_t*, const wchar_t*> names[] = {
@@ -290,7 +290,7 @@ TEST_F(CompanionsCommits, failWithoutAFullPath)
     }
 }
 
-TEST_F(CompanionsCommits, waitInTheirOrderWhileTheIndexCannotBeReplaced)
+TEST_F(CompanionCommits, waitWhileTheIndexIsLocked)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -312,7 +312,7 @@ TEST_F(CompanionsCommits, waitInTheirOrderWhileTheIndexCannotBeReplaced)
     EXPECT_EQ(companion.count(L"commit-waits"), 1u);
 }
 
-TEST_F(CompanionsCommits, inAWriteProtectedLibraryWaitForTheNextStart)
+TEST_F(CompanionCommits, waitForAWritableLibrary)
 {
     const std::wstring index = installation.path(L"library\\library.txt");
     const std::wstring part = makePart(L"one.mcam", "1");
@@ -333,7 +333,7 @@ TEST_F(CompanionsCommits, inAWriteProtectedLibraryWaitForTheNextStart)
     EXPECT_EQ(companion.count(L"version name"), 1u);
 }
 
-TEST_F(CompanionsCommits, waitForAFileThatIsHeldForAMoment)
+TEST_F(CompanionCommits, waitForABrieflyLockedFile)
 {
     const CompanionProgram companion(installation);
     const std::wstring part = makePart(L"one.mcam", "1");
@@ -348,7 +348,7 @@ TEST_F(CompanionsCommits, waitForAFileThatIsHeldForAMoment)
     EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), "1");
 }
 
-TEST_F(CompanionsCommits, areGivenUpWhenTheirFileStaysHeld)
+TEST_F(CompanionCommits, giveUpWhenTheirFileStaysLocked)
 {
     const CompanionProgram companion(installation);
     const std::wstring part = makePart(L"one.mcam", "1");
@@ -368,7 +368,7 @@ TEST_F(CompanionsCommits, areGivenUpWhenTheirFileStaysHeld)
               L"new-part number=44 name=\"one\" file=\"" + part + L"\"");
 }
 
-TEST_F(CompanionsCommits, ofTheCommandLineAreStoredToo)
+TEST_F(CompanionCommits, areStoredFromTheCommandLine)
 {
     const CompanionProgram companion(installation);
     const std::wstring work = sendPart(companion, L"bracket");
@@ -391,7 +391,7 @@ TEST_F(CompanionsCommits, ofTheCommandLineAreStoredToo)
                           L"version name=\"plate\" version=1 number=43 picture=no"}));
 }
 
-TEST_F(CompanionsCommits, ofAStartThatFindsNoneRunningAreStoredByItself)
+TEST_F(CompanionCommits, areStoredByAFirstStart)
 {
     const std::wstring plate = makePart(L"plate.mcam", "plate");
     const CompanionProgram companion(installation, L"--commit " + quoted(plate));
@@ -401,7 +401,7 @@ TEST_F(CompanionsCommits, ofAStartThatFindsNoneRunningAreStoredByItself)
     EXPECT_TRUE(companion.process().isRunning());
 }
 
-TEST_F(CompanionsCommits, areShownWithTheirVersionsAndTheirPicture)
+TEST_F(CompanionCommits, areShownWithVersionAndPicture)
 {
     const auto shows = [](HWND window, const std::wstring& text) {
         for (HWND child = nullptr;

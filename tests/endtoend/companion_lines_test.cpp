@@ -70,11 +70,11 @@ constexpr char twoOperations[] =
     "  </operations>\n"
     "</setupSheet>\n";
 
-class CompanionsLines : public ::testing::Test {
+class CompanionLines : public ::testing::Test {
 protected:
-    CompanionsLines() { installCompanionWithLibrary(installation); }
+    CompanionLines() { installCompanionWithLibrary(installation); }
 
-    // The log behind the lines of the start, once it has so many lines there.
+    // The log after the lines of the start, once it has so many lines there.
     static Lines logOfLines(const CompanionProgram& companion, size_t size)
     {
         constexpr size_t linesOfStart = 2;
@@ -100,7 +100,7 @@ protected:
 
 } // namespace
 
-TEST_F(CompanionsLines, areLoggedWithAllTheirBytesAndWhatTheySay)
+TEST_F(CompanionLines, areLoggedByteByByteWithMeaning)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -119,7 +119,7 @@ TEST_F(CompanionsLines, areLoggedWithAllTheirBytesAndWhatTheySay)
                LR"(nc-queue file="C:\q")", LR"(nc-queue-unreadable file="C:\q")"}));
 }
 
-TEST_F(CompanionsLines, areLoggedAlsoWhenTheySayNothing)
+TEST_F(CompanionLines, areLoggedEvenWithoutMeaning)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -131,7 +131,7 @@ TEST_F(CompanionsLines, areLoggedAlsoWhenTheySayNothing)
                                                LR"(line bytes=6 hex=544F4F4C2D37 text="TOOL-7")"}));
 }
 
-TEST_F(CompanionsLines, mayComeInPieces)
+TEST_F(CompanionLines, mayArriveInPieces)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -146,7 +146,7 @@ TEST_F(CompanionsLines, mayComeInPieces)
     EXPECT_EQ(companion.count(L"line bytes=7 hex=544F4F4C2D370A"), 1u);
 }
 
-TEST_F(CompanionsLines, areLoggedInTheOrderInWhichTheyCame)
+TEST_F(CompanionLines, areLoggedInOrder)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -158,7 +158,7 @@ TEST_F(CompanionsLines, areLoggedInTheOrderInWhichTheyCame)
     EXPECT_EQ(linesThatStart(logOfLines(companion, 60), L"tool-data id="), expected);
 }
 
-TEST_F(CompanionsLines, doNotWaitForASilentConnectionWhichIsGivenUpInTheEnd)
+TEST_F(CompanionLines, doNotWaitForASilentConnection)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -171,7 +171,7 @@ TEST_F(CompanionsLines, doNotWaitForASilentConnectionWhichIsGivenUpInTheEnd)
     EXPECT_TRUE(companion.waitForLog(LR"(line bytes=4 hex=68616C66 text="half")"));
 }
 
-TEST_F(CompanionsLines, areCutAfter1024Bytes)
+TEST_F(CompanionLines, areCutAfter1024Bytes)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -183,7 +183,7 @@ TEST_F(CompanionsLines, areCutAfter1024Bytes)
     EXPECT_EQ(companion.lastLine(L"line ").size(), aroundTheBytes.size() + 3 * 1024);
 }
 
-TEST_F(CompanionsLines, comeOverEveryAddressToThisProgramAlone)
+TEST_F(CompanionLines, arriveOverEveryLocalAddress)
 {
     EXPECT_TRUE(BoundSocket().waitUntilBound());
     const CompanionProgram companion(installation);
@@ -193,7 +193,7 @@ TEST_F(CompanionsLines, comeOverEveryAddressToThisProgramAlone)
         EXPECT_TRUE(Client(address).isConnected()) << address;
 }
 
-TEST_F(CompanionsLines, areMissedWhileThePortIsTakenAndTheProgramGoesOn)
+TEST_F(CompanionLines, areMissedWhileThePortIsTaken)
 {
     BoundSocket other;
     ASSERT_TRUE(other.waitUntilBound());
@@ -206,7 +206,7 @@ TEST_F(CompanionsLines, areMissedWhileThePortIsTakenAndTheProgramGoesOn)
     EXPECT_EQ(companion.count(L"port-open"), 0u);
 }
 
-TEST_F(CompanionsLines, comeAgainOnceThePortIsFree)
+TEST_F(CompanionLines, arriveOnceThePortIsFree)
 {
     auto other = std::make_unique<BoundSocket>();
     ASSERT_TRUE(other->waitUntilBound());
@@ -219,7 +219,7 @@ TEST_F(CompanionsLines, comeAgainOnceThePortIsFree)
     EXPECT_EQ(companion.count(L"port-taken"), 1u);
 }
 
-TEST_F(CompanionsLines, leaveThePortFreeAfterTheEnd)
+TEST_F(CompanionLines, leaveThePortFreeAtTheEnd)
 {
     for (int run = 0; run < 2; ++run) {
         const CompanionProgram companion(installation);
@@ -233,7 +233,7 @@ TEST_F(CompanionsLines, leaveThePortFreeAfterTheEnd)
     }
 }
 
-TEST_F(CompanionsLines, showTheOperationsAndToolsOfASetupSheet)
+TEST_F(CompanionLines, showASheetsOperationsAndTools)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -250,7 +250,7 @@ TEST_F(CompanionsLines, showTheOperationsAndToolsOfASetupSheet)
     EXPECT_TRUE(companion.process().isRunning());
 }
 
-TEST_F(CompanionsLines, showAnyOtherSheetAsTextInPlaceOfTheOneBefore)
+TEST_F(CompanionLines, showAnyOtherSheetAsText)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -262,7 +262,7 @@ TEST_F(CompanionsLines, showAnyOtherSheetAsTextInPlaceOfTheOneBefore)
     EXPECT_TRUE(waitUntil([&] { return shownText(window) == L"first \u00E4\r\nsecond\r\n"; }));
 }
 
-TEST_F(CompanionsLines, tellOfASetupSheetThatCannotBeRead)
+TEST_F(CompanionLines, reportAnUnreadableSetupSheet)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -276,7 +276,7 @@ TEST_F(CompanionsLines, tellOfASetupSheetThatCannotBeRead)
     EXPECT_EQ(FindWindowW(L"ZemSheetWindow", nullptr), nullptr);
 }
 
-TEST_F(CompanionsLines, leaveTheWordsOfTheAddInAsTheyAre)
+TEST_F(CompanionLines, keepTheAddInsWordsUnchanged)
 {
     const CompanionProgram companion(installation);
     EXPECT_EQ(companion.tell(LR"(--checkout "C:\Temp\\TORVA ZEM-7.tmp")"), carriedOut);

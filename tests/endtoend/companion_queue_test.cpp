@@ -74,12 +74,12 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-using CompanionsNcQueue = CompanionsExchange;
-using CompanionsToolData = CompanionsExchange;
+using CompanionNcQueue = CompanionsExchange;
+using CompanionToolData = CompanionsExchange;
 
 } // namespace
 
-TEST_F(CompanionsNcQueue, isListedAndItsFileRemoved)
+TEST_F(CompanionNcQueue, isListedAndItsFileRemoved)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -103,7 +103,7 @@ TEST_F(CompanionsNcQueue, isListedAndItsFileRemoved)
     EXPECT_TRUE(readBytes(first).has_value());
 }
 
-TEST_F(CompanionsNcQueue, takesThePlaceOfTheOneBeforeAndLeavesFilesThatAreNoQueues)
+TEST_F(CompanionNcQueue, replacesTheEarlierQueue)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -119,7 +119,7 @@ TEST_F(CompanionsNcQueue, takesThePlaceOfTheOneBeforeAndLeavesFilesThatAreNoQueu
     EXPECT_TRUE(companion.process().isRunning());
 }
 
-TEST_F(CompanionsNcQueue, isToldOfWhenItCannotBeReadAndStaysThen)
+TEST_F(CompanionNcQueue, isReportedAndKeptWhenUnreadable)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -131,7 +131,7 @@ TEST_F(CompanionsNcQueue, isToldOfWhenItCannotBeReadAndStaysThen)
     EXPECT_EQ(FindWindowW(L"ZemQueueWindow", nullptr), nullptr);
 }
 
-TEST_F(CompanionsToolData, isListedToolByTool)
+TEST_F(CompanionToolData, listsEachTool)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -151,7 +151,7 @@ TEST_F(CompanionsToolData, isListedToolByTool)
     EXPECT_TRUE(readBytes(file).has_value());
 }
 
-TEST_F(CompanionsToolData, isShownWithThePictureOfTheSelectedTool)
+TEST_F(CompanionToolData, showsTheSelectedToolsPicture)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -170,7 +170,7 @@ TEST_F(CompanionsToolData, isShownWithThePictureOfTheSelectedTool)
     EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"No picture of this tool yet"; }));
 }
 
-TEST_F(CompanionsToolData, mayHoldNoToolAtAll)
+TEST_F(CompanionToolData, mayBeEmpty)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -183,7 +183,7 @@ TEST_F(CompanionsToolData, mayHoldNoToolAtAll)
     EXPECT_EQ(companion.log().back(), L"tool-data id=-3");
 }
 
-TEST_F(CompanionsToolData, isToldOfWhenItCannotBeRead)
+TEST_F(CompanionToolData, isReportedWhenUnreadable)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);

@@ -52,16 +52,16 @@ protected:
 };
 
 // This process as a host that the Companion knows by its command file.
-class CompanionsDelivery : public Companion {
+class CompanionDelivery : public Companion {
 protected:
-    CompanionsDelivery() { writeBytes(commandFile, ""); }
+    CompanionDelivery() { writeBytes(commandFile, ""); }
 
     std::wstring toThisHost() const { return L" --host " + self; }
     std::string openRequest(int id, const std::wstring& name) const
     {
         return MARK + std::to_string(id) + " " + toUtf8(workFile(name)) + "\n";
     }
-    // The next request, taken out as the add-in takes it: read, deleted, made anew.
+    // The next request, removed as the add-in does it: read, deleted, created again.
     std::string takeRequest() const
     {
         waitUntil([this] { return readBytes(commandFile).value_or("") != ""; });
@@ -95,7 +95,7 @@ protected:
 
 } // namespace
 
-TEST_F(Companion, marksItselfAsRunningByItsSemaphoreAndItsWindow)
+TEST_F(Companion, marksItselfAsRunning)
 {
     EXPECT_FALSE(semaphoreExists());
     const CompanionProgram companion(installation);
@@ -152,7 +152,7 @@ TEST_F(Companion, takesTheWordsOfASecondStart)
                           LR"(commit-failed file="C:\a.mcam")" + none, LR"(command text="")"}));
 }
 
-TEST_F(Companion, tellsASecondStartThatItsWordsWereNotCarriedOut)
+TEST_F(Companion, reportsRefusedWordsToASecondStart)
 {
     const CompanionProgram companion(installation);
     const std::pair<const wchar_t*, const wchar_t*> refused[] = {
@@ -176,7 +176,7 @@ TEST_F(Companion, carriesOutTheWordsOfItsOwnStart)
     EXPECT_TRUE(companion.process().isRunning());
 }
 
-TEST_F(Companion, showsItsAboutWindowOverTheWindowThatAsks)
+TEST_F(Companion, showsAboutOverTheAskingWindow)
 {
     const HWND asking = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 600, 400, 400, 300, nullptr,
                                         nullptr, nullptr, nullptr);
@@ -202,7 +202,7 @@ TEST_F(Companion, endsWhenAskedToAndLogsItLast)
     EXPECT_FALSE(semaphoreExists());
 }
 
-TEST_F(Companion, isNotStartedByBeingAskedToEnd)
+TEST_F(Companion, isNotStartedByAQuitRequest)
 {
     EXPECT_EQ(startCompanion(installation, L"--quit"), carriedOut);
     EXPECT_FALSE(readBytes(installation.path(L"sys\\companion.log")).has_value());
@@ -225,7 +225,7 @@ TEST_F(Companion, registersItsFolder)
     EXPECT_FALSE(semaphoreExists());
 }
 
-TEST_F(Companion, readsAChangedLibraryAndNamesItsBadLines)
+TEST_F(Companion, namesBadLinesOfAChangedLibrary)
 {
     const CompanionProgram companion(installation);
     ASSERT_TRUE(companion.waitForLog(L"library items=4"));
@@ -234,7 +234,7 @@ TEST_F(Companion, readsAChangedLibraryAndNamesItsBadLines)
     EXPECT_EQ(companion.count(L"library items=0"), 1u);
 }
 
-TEST_F(CompanionsDelivery, writesOneOpenRequestAndWhatBelongsToIt)
+TEST_F(CompanionDelivery, writesAnOpenRequestAndSettings)
 {
     const CompanionProgram companion(installation);
     EXPECT_EQ(companion.tell(L"--send bracket" + toThisHost()), carriedOut);
@@ -254,7 +254,7 @@ TEST_F(CompanionsDelivery, writesOneOpenRequestAndWhatBelongsToIt)
     EXPECT_EQ(taken.substr(taken.size() - 15), L"ms request=open");
 }
 
-TEST_F(CompanionsDelivery, takesIdMachineAndNcPathOfTheWords)
+TEST_F(CompanionDelivery, takesIdMachineAndNcPath)
 {
     const CompanionProgram companion(installation);
     EXPECT_EQ(companion.tell(LR"(--send "CLAMP JAW" --id -7 --ncpath 9 --machine "C:\M \a.mmd")" +
@@ -264,7 +264,7 @@ TEST_F(CompanionsDelivery, takesIdMachineAndNcPathOfTheWords)
     EXPECT_EQ(readBytes(installation.path(L"temp\\mcsettings--7.txt")), "-7|9|0|C:\\M \\a.mmd\r\n");
 }
 
-TEST_F(CompanionsDelivery, writesNoSettingsWithoutAMachineAndRemovesOldOnes)
+TEST_F(CompanionDelivery, removesSettingsWithoutAMachine)
 {
     const std::wstring settings = installation.path(L"temp\\mcsettings-23.txt");
     writeBytes(settings, "23|1|0|left over\r\n");
@@ -275,7 +275,7 @@ TEST_F(CompanionsDelivery, writesNoSettingsWithoutAMachineAndRemovesOldOnes)
     EXPECT_EQ(companion.count(L"settings "), 0u);
 }
 
-TEST_F(CompanionsDelivery, refusesAMachineThatCannotBePassedOn)
+TEST_F(CompanionDelivery, refusesAnUnwritableMachine)
 {
     const CompanionProgram companion(installation);
     EXPECT_EQ(companion.tell(L"--send 23 --machine \"a|b\"" + toThisHost()), notCarriedOut);
@@ -284,7 +284,7 @@ TEST_F(CompanionsDelivery, refusesAMachineThatCannotBePassedOn)
     EXPECT_EQ(readBytes(commandFile), "");
 }
 
-TEST_F(CompanionsDelivery, writesNewFileAndCheckInRequests)
+TEST_F(CompanionDelivery, writesNewFileAndCheckIn)
 {
     const CompanionProgram companion(installation);
     EXPECT_EQ(companion.tell(L"--new-file --id 5" + toThisHost()), carriedOut);
@@ -303,7 +303,7 @@ TEST_F(CompanionsDelivery, writesNewFileAndCheckInRequests)
     EXPECT_EQ(companion.count(L"request=new-file"), 1u);
 }
 
-TEST_F(CompanionsDelivery, sendsTheCurrentVersionOfTheIndex)
+TEST_F(CompanionDelivery, sendsTheCurrentVersion)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr); // it has read the index before
@@ -319,9 +319,9 @@ TEST_F(CompanionsDelivery, sendsTheCurrentVersionOfTheIndex)
                                                   L"\"");
 }
 
-TEST_F(CompanionsDelivery, keepsRequestsInTheirOrderUntilTheHostTakesThem)
+TEST_F(CompanionDelivery, keepsRequestsInOrder)
 {
-    constexpr int requests = 5; // few: a request that nobody takes for ten seconds is given up
+    constexpr int requests = 5; // few: a request that is not taken within ten seconds is given up
     const CompanionProgram companion(installation);
     for (int id = 1; id <= requests; ++id)
         ASSERT_EQ(companion.tell(L"--new-file --id " + std::to_wstring(id) + toThisHost()),
@@ -338,7 +338,7 @@ TEST_F(CompanionsDelivery, keepsRequestsInTheirOrderUntilTheHostTakesThem)
     EXPECT_EQ(deliveryEvents(companion), expected);
 }
 
-TEST_F(CompanionsDelivery, servesAnotherHostWhileOneTakesNothing)
+TEST_F(CompanionDelivery, servesAHostWhileAnotherHangs)
 {
     const std::wstring otherFile = installation.commandFile(4294967295);
     writeBytes(otherFile, "");
@@ -350,7 +350,7 @@ TEST_F(CompanionsDelivery, servesAnotherHostWhileOneTakesNothing)
     EXPECT_EQ(readBytes(commandFile), MARK "1 \n");
 }
 
-TEST_F(CompanionsDelivery, givesUpWhatIsUnderWayWhenItEnds)
+TEST_F(CompanionDelivery, givesUpDeliveriesAtItsEnd)
 {
     const CompanionProgram companion(installation);
     EXPECT_EQ(companion.tell(L"--send bracket" + toThisHost()), carriedOut);
@@ -365,7 +365,7 @@ TEST_F(CompanionsDelivery, givesUpWhatIsUnderWayWhenItEnds)
     EXPECT_EQ(log[log.size() - 3].rfind(event(L"not-taken", 17, L" after="), 0), 0u);
 }
 
-TEST_F(CompanionsDelivery, givesUpAHostWithoutACommandFile)
+TEST_F(CompanionDelivery, givesUpWithoutACommandFile)
 {
     const HWND window = CreateWindowExW(0, L"STATIC", L"Host \u4E2D", WS_POPUP, 0, 0, 9, 9, nullptr,
                                         nullptr, nullptr, nullptr);
@@ -380,7 +380,7 @@ TEST_F(CompanionsDelivery, givesUpAHostWithoutACommandFile)
     EXPECT_TRUE(companion.waitForLog(L"host-gone host=" + self));
 }
 
-TEST_F(CompanionsDelivery, offersItsWordsAsButtons)
+TEST_F(CompanionDelivery, offersItsWordsAsButtons)
 {
     const HWND window = CreateWindowExW(0, L"STATIC", L"Host", WS_POPUP, 0, 0, 9, 9, nullptr,
                                         nullptr, nullptr, nullptr);

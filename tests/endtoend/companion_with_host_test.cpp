@@ -66,7 +66,7 @@ Lines openingCalls(const HostProgram& host)
 
 } // namespace
 
-TEST_F(CompanionWithHost, sendsAPartThatTheHostOpensWithItsMachineAndSaves)
+TEST_F(CompanionWithHost, hasTheHostOpenAndSaveAPart)
 {
     const HostProgram host(installation, "wait-for CFile_DoFileSave 30000\n");
     ASSERT_TRUE(isReady(host));
@@ -83,7 +83,7 @@ TEST_F(CompanionWithHost, sendsAPartThatTheHostOpensWithItsMachineAndSaves)
     EXPECT_EQ(companion.count(L"host-found host=" + idOf(host)), 1u);
 }
 
-TEST_F(CompanionWithHost, hasEveryPartOfTheLibraryComeBackAsItWas)
+TEST_F(CompanionWithHost, getsEveryPartBackUnchanged)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -97,7 +97,7 @@ TEST_F(CompanionWithHost, hasEveryPartOfTheLibraryComeBackAsItWas)
     }
 }
 
-TEST_F(CompanionWithHost, keepsWorkThatWasSavedAndNeverCameBack)
+TEST_F(CompanionWithHost, keepsWorkThatNeverCameBack)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -113,7 +113,7 @@ TEST_F(CompanionWithHost, keepsWorkThatWasSavedAndNeverCameBack)
     EXPECT_EQ(companion.count(L"kept id=17 file=\"" + workFile(L"bracket") + L".kept-1\""), 1u);
 }
 
-TEST_F(CompanionWithHost, sendsTwentyPartsInARowAndLosesNone)
+TEST_F(CompanionWithHost, sendsTwentyPartsInARow)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
@@ -169,7 +169,7 @@ TEST_F(CompanionWithHost, checksAPartInAgain)
         companion.waitForLog(L"check-in id=0 host=" + idOf(host) + L" name=\"flange.mcam\""));
 }
 
-TEST_F(CompanionWithHost, hasItsRequestTakenByABusyHostAndCarriedOutWhenThatIsReady)
+TEST_F(CompanionWithHost, waitsForABusyHost)
 {
     const HostProgram host(installation, "set main_window_enabled false\n"
                                          "show main_window_enabled\nwait-for go 30000\n");
@@ -198,7 +198,7 @@ TEST_F(CompanionWithHost, sendsToTheHostThatIsNamed)
     EXPECT_EQ(openingCalls(two), openingOf(L"flange", mill3));
 }
 
-TEST_F(CompanionWithHost, tellsOfHostsThatComeAndGo)
+TEST_F(CompanionWithHost, logsHostsThatComeAndGo)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -209,7 +209,7 @@ TEST_F(CompanionWithHost, tellsOfHostsThatComeAndGo)
     EXPECT_TRUE(companion.waitForLog(L"host-gone host=" + idOf(host)));
 }
 
-TEST_F(CompanionWithHost, hasTheHostsUserToldOfAPartThatCannotBeOpened)
+TEST_F(CompanionWithHost, reportsAnUnopenablePartToTheUser)
 {
     writeBytes(installation.path(L"library\\bracket\\v1.mcam"), "no part");
     const HostProgram host(installation, "wait-for message-box 30000\nquit\n");

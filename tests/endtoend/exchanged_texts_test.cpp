@@ -112,7 +112,7 @@ std::optional<peer::ToolRecord> exchanged(const torvapdm::ToolRecordValues& valu
 
 } // namespace
 
-TEST(ExchangedTool, comesThroughAtTheLimitsOfItsNumbers)
+TEST(ExchangedTool, arrivesAtTheLimitsOfItsNumbers)
 {
     const Numbers all[] = {
         {Double::max(), Int::max(), Short::max(), UINTPTR_MAX},
@@ -135,7 +135,7 @@ TEST(ExchangedTool, comesThroughAtTheLimitsOfItsNumbers)
     }
 }
 
-TEST(ExchangedTool, comesThroughUnderItsNames)
+TEST(ExchangedTool, arrivesUnderItsNames)
 {
     torvapdm::ToolRecordValues values = valuesOf({0, 0, 0, 0});
     values.requestId = 17;
@@ -172,7 +172,7 @@ TEST(ExchangedTool, comesThroughUnderItsNames)
     EXPECT_EQ(record->seconds, 61.5);
 }
 
-TEST(ExchangedQueue, comesThroughWithItsNumberProgramAndGroup)
+TEST(ExchangedQueue, arrivesWithNumberProgramAndGroup)
 {
     const std::int32_t numbers[] = {-1, 0, Int::max(), Int::min()};
     for (const std::int32_t number : numbers)

@@ -1,4 +1,4 @@
-// The ports that a host with the add-in that ships has open, as the system tells them.
+// The ports that a host with the add-in that ships has open, as the system lists them.
 #include "support/host_program.h"
 #include "support/sockets.h"
 
@@ -8,12 +8,12 @@ using namespace testing_support;
 
 // The system does not tell here which process has a port open; the tests have the network to
 // themselves.
-TEST(HostNetwork, hasNoPortMoreWithTheAddInThanWithoutIt)
+TEST(HostNetwork, gainsNoOpenPortWithTheAddIn)
 {
     const Installation installation{Registry::ofTheUser};
     const LineReceiver receiver;
     const std::set<unsigned> before = openPorts();
-    ASSERT_EQ(before.count(4559), 1u); // the receiver's: the system tells of ports
+    ASSERT_EQ(before.count(4559), 1u); // the receiver's: the system lists ports
     const HostProgram host(installation, "set setup_sheet_files C:\\a.xml\ncall m_tools 0\n"
                                          "wait-for (never) 600000\n");
     ASSERT_TRUE(host.waitForCommandFile());

@@ -61,7 +61,7 @@ Lines shown(const std::wstring& name, const std::wstring& value)
     return {L"ui " + name + L" = \"" + value + L"\""};
 }
 
-// Starts the program with this command line behind its name and gives its exit code.
+// Starts the program with this command line after its name and gives its exit code.
 DWORD exitCodeOf(const std::wstring& arguments)
 {
     const Process host(quoted(programFolder() + L"Mastercam.exe") + L" " + arguments);
@@ -90,7 +90,7 @@ TEST_F(HostScript, quitEndsTheProgramWithZero)
     EXPECT_EQ(lines, Lines{});
 }
 
-TEST_F(HostScript, passesOverCommentsAndBlankLinesInAnyLineEnds)
+TEST_F(HostScript, skipsCommentsAndEmptyLines)
 {
     EXPECT_EQ(run("\xEF\xBB\xBF# quit\r\n\r\n   \n#quit\nnotify 37\r\nquit"), done);
     EXPECT_EQ(lines, Lines{L"ui m_notify(37) -> 0"});
@@ -106,7 +106,7 @@ TEST_F(HostScript, withoutQuitLeavesTheProgramRunning)
     EXPECT_EQ(host.trace().back(), L"ui m_close(0) -> 0");
 }
 
-TEST_F(HostScript, callsAnExportWithAnArgumentOrWithNone)
+TEST_F(HostScript, callsAnExportWithOrWithoutArgument)
 {
     EXPECT_EQ(run("call importNC\ncall renameNC\ncall m_version 1105\ncall m_version -1\nquit\n"),
               done);
@@ -131,7 +131,7 @@ TEST_F(HostScript, showsEveryStateAtTheStart)
                             LR"(ui setup_sheet_files = "")"}));
 }
 
-TEST_F(HostScript, takesTheRestOfTheLineAsTheValueWithEveryCharacter)
+TEST_F(HostScript, takesTheRestOfTheLineAsValue)
 {
     EXPECT_EQ(run("set title  M\xC3\xBCller  \"\xE4\xB8\xAD\" # \nshow title\n"
                   "set geo_filename C:\\a  b.mcam\nshow geo_filename\n"
@@ -143,7 +143,7 @@ TEST_F(HostScript, takesTheRestOfTheLineAsTheValueWithEveryCharacter)
                             LR"(ui setup_sheet_files = "C:\a b.xml;D:\c")"}));
 }
 
-TEST_F(HostScript, takesNothingOrOneBlankAsAnEmptyValue)
+TEST_F(HostScript, takesNothingOrOneSpaceAsEmpty)
 {
     for (const char* empty : {"", " "}) {
         const std::string value = empty;
@@ -167,7 +167,7 @@ TEST_F(HostScript, setsFlagsAsTrueAndFalse)
     }
 }
 
-TEST_F(HostScript, putsAPartIntoTheHostWithoutCallingTheAddIn)
+TEST_F(HostScript, putsAPartWithoutCallingTheAddIn)
 {
     const std::wstring part = groupPart();
     EXPECT_EQ(run("part " + toUtf8(part) + "\nshow geo_filename\ncall TestFunction\nquit\n"), done);
@@ -175,7 +175,7 @@ TEST_F(HostScript, putsAPartIntoTheHostWithoutCallingTheAddIn)
                             L"ui OMgetActiveMachineGroup(true) -> *", L"ui TestFunction() -> 1"}));
 }
 
-TEST_F(HostScript, hasTheNextCallsOfAnOperationFail)
+TEST_F(HostScript, makesTheNextCallsFail)
 {
     EXPECT_EQ(run("part " + toUtf8(groupPart()) + "\nfail OMgetActiveMachineGroup 2\n" +
                   "call TestFunction\ncall TestFunction\ncall TestFunction\n" +
@@ -189,7 +189,7 @@ TEST_F(HostScript, hasTheNextCallsOfAnOperationFail)
     EXPECT_EQ(lines, expected);
 }
 
-TEST_F(HostScript, hasTheNextCallsOfAnOperationRaise)
+TEST_F(HostScript, makesTheNextCallsRaise)
 {
     EXPECT_EQ(run("raise OMgetActiveMachineGroup\ncall TestFunction\ncall TestFunction\nquit\n"),
               done);
@@ -198,7 +198,7 @@ TEST_F(HostScript, hasTheNextCallsOfAnOperationRaise)
                      L"ui OMgetActiveMachineGroup(true) -> null", L"ui TestFunction() -> 1"}));
 }
 
-TEST_F(HostScript, endsWithTwoAtACommandThatIsWrong)
+TEST_F(HostScript, endsWithTwoAtAWrongCommand)
 {
     for (const char* command : {"jump",
                                 "Quit",
@@ -227,32 +227,32 @@ TEST_F(HostScript, endsWithTwoAtACommandThatIsWrong)
         expectWrong(command);
 }
 
-TEST_F(HostScript, namesTheLineThatIsWrong)
+TEST_F(HostScript, namesTheWrongLine)
 {
     expectWrong("# note\n\nnotify 37\njump", L"4");
     EXPECT_EQ(lines[0], L"ui m_notify(37) -> 0");
     EXPECT_EQ(lines.size(), 2u);
 }
 
-TEST_F(HostScript, endsWithTwoForAPartThatBreaksARule)
+TEST_F(HostScript, endsWithTwoForAMalformedPart)
 {
     expectWrong("part " + toUtf8(makePart(L"bad.mcam", "mastercam part 2\n")));
 }
 
-TEST_F(HostScript, waitForEndsWithThreeWhenNothingComes)
+TEST_F(HostScript, waitForEndsWithThreeOnTimeout)
 {
     EXPECT_EQ(run("notify 37\nwait-for m_notify(38) 20\nnotify 5\nquit\n"), timedOut);
     EXPECT_EQ(lines, Lines{L"ui m_notify(37) -> 0"});
 }
 
-TEST_F(HostScript, waitForFindsLinesThatAreThereAlready)
+TEST_F(HostScript, waitForFindsEarlierLines)
 {
     EXPECT_EQ(run("notify 37\nnotify 52\nwait-for ui m_notify(37) -> 0\nwait-for (52) -> 0 20\n"
                   "quit\n"),
               done);
 }
 
-TEST_F(HostScript, waitForSearchesOnlyBehindTheLastMatch)
+TEST_F(HostScript, waitForSearchesAfterTheLastMatch)
 {
     EXPECT_EQ(run("notify 37\nwait-for m_notify(37)\nwait-for m_notify(37) 20\nquit\n"), timedOut);
     EXPECT_EQ(run("notify 37\nnotify 37\nwait-for m_notify(37)\nwait-for m_notify(37) 20\nquit\n"),
@@ -277,7 +277,7 @@ TEST_F(HostScript, goesOnAfterAWait)
     EXPECT_EQ(lines, Lines{L"ui m_notify(52) -> 0"});
 }
 
-TEST_F(HostScript, saveDialogSavesUnderItsPathAndSendsEvent5)
+TEST_F(HostScript, saveDialogSavesAndSendsEvent5)
 {
     const std::wstring saved = installation.path(L"s a ved.mcam");
     const std::wstring part = groupPart();
@@ -306,7 +306,7 @@ TEST_F(HostScript, saveDialogWithoutAPathQuitsTheHost)
     }
 }
 
-TEST_F(HostScript, hasMessageBoxesAnsweredAsLongAsItRuns)
+TEST_F(HostScript, answersMessageBoxesWhileItRuns)
 {
     const HostProgram host(installation, "wait-for message-box 30000\nnotify 52\n");
     ASSERT_TRUE(host.waitForCommandFile());
@@ -315,14 +315,14 @@ TEST_F(HostScript, hasMessageBoxesAnsweredAsLongAsItRuns)
     ASSERT_TRUE(waitUntil([&] { return readBytes(host.commandFile()) == ""; }));
     writeRequest(host.commandFile(), openRequest(2, "C:\\nowhere\\b.mcam"));
     ASSERT_TRUE(waitUntil([] { return messageBox() != nullptr; }));
-    EXPECT_TRUE(sendsManyEvents(host)); // the box's own message loop runs, and nobody closes it
+    EXPECT_TRUE(sendsManyEvents(host)); // the box's own message loop runs, and it stays open
     EXPECT_NE(messageBox(), nullptr);
     EXPECT_EQ(count(host.trace(), L"message-box"), 1u);
     PostMessageW(messageBox(), WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(waitUntil([&] { return count(host.trace(), L"message-box") == 2; }));
 }
 
-TEST_F(HostScript, endsWithTwoWhenTheProgramCannotDoWhatItIsStartedWith)
+TEST_F(HostScript, endsWithTwoForABadStart)
 {
     const std::wstring script = installation.path(L"s.script");
     writeBytes(script, "notify 37\nquit\n");
@@ -337,7 +337,7 @@ TEST_F(HostScript, endsWithTwoWhenTheProgramCannotDoWhatItIsStartedWith)
     EXPECT_EQ(exitCodeOf(withScript), wrong);
 }
 
-TEST_F(HostScript, runsWithoutAnAddInAndWithAPartOfTheStart)
+TEST_F(HostScript, runsWithoutAnAddInAndWithAPart)
 {
     const std::wstring script = installation.path(L"s.script");
     const std::wstring trace = installation.path(L"t race");
@@ -351,7 +351,7 @@ TEST_F(HostScript, runsWithoutAnAddInAndWithAPartOfTheStart)
     EXPECT_EQ(exitCodeOf(L"--script " + quoted(script)), wrong);
 }
 
-TEST_F(HostScript, isNotNeededByAUserWhoClicks)
+TEST_F(HostScript, isNotNeededForClicking)
 {
     const std::wstring trace = installation.path(L"trace");
     const Process host(quoted(programFolder() + L"Mastercam.exe") + L" --part C:\\nowhere" +

@@ -13,7 +13,7 @@ namespace {
 
 constexpr wchar_t notThere[] = LR"(ui message-box("TORVA ZEM", "The file does not exist."))";
 
-// Every file below the folder with its bytes, but for what each run writes anew.
+// Every file below the folder with its bytes, except what each run rewrites.
 std::map<std::wstring, std::string> contentOf(const std::wstring& folder)
 {
     std::map<std::wstring, std::string> content;
@@ -50,7 +50,7 @@ class OutsideFolder : public OutsidePath, public ::testing::WithParamInterface<c
 
 } // namespace
 
-TEST_F(OutsidePath, ofARequestIsRefusedWhereNoFileLies)
+TEST_F(OutsidePath, isRefusedWithoutAFile)
 {
     writeBytes(installation.path(L"a.mcam"), "");
     const std::string file = toUtf8(installation.path(L"a.mcam"));
@@ -71,7 +71,7 @@ TEST_F(OutsidePath, ofARequestIsRefusedWhereNoFileLies)
     EXPECT_EQ(contentOf(installation.root()), before);
 }
 
-TEST_F(OutsidePath, ofARequestThatNamesAFileReachesTheHostAsItStandsAndIsSaved)
+TEST_F(OutsidePath, reachesTheHostUnchanged)
 {
     writeBytes(installation.path(L"a.mcam"), "");
     const std::wstring root = installation.root();
@@ -87,7 +87,7 @@ TEST_F(OutsidePath, ofARequestThatNamesAFileReachesTheHostAsItStandsAndIsSaved)
     EXPECT_EQ(count(host.trace(), notThere), 0u);
 }
 
-TEST_P(OutsideFolder, ofTheInstallationLeavesAHostThatWorks)
+TEST_P(OutsideFolder, leavesTheHostWorking)
 {
     const std::wstring part = installation.path(L"a.mcam");
     writeBytes(part, "");

@@ -25,7 +25,7 @@ protected:
 
 } // namespace
 
-TEST_F(RoundTrip, bringsAChangedPartBackAsTheNextVersionWithItsPicture)
+TEST_F(RoundTrip, returnsAPartAsTheNextVersion)
 {
     const CompanionProgram companion(installation);
     const HostProgram host(installation, "wait-for m_notify(37) 60000\nquit\n");
@@ -55,7 +55,7 @@ TEST_F(RoundTrip, bringsAChangedPartBackAsTheNextVersionWithItsPicture)
     EXPECT_EQ(host.process().waitForExit(), 0u);
 }
 
-TEST_F(RoundTrip, losesNoneOf200CommitsInARowWithAnotherHostInBetween)
+TEST_F(RoundTrip, losesNoneOf200Commits)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);

@@ -84,7 +84,7 @@ std::string repeated(const std::string& line, int times)
 
 } // namespace
 
-TEST_F(SaveInHost, neverReturnsFromTheSaveThatFollowsTheHostsOwn)
+TEST_F(SaveInHost, neverReturnsFromASaveAfterTheHosts)
 {
     const std::string part = makePart("a.mcam");
     const HostProgram host(installation, "notify 5\nset geo_filename " + part +
@@ -93,7 +93,7 @@ TEST_F(SaveInHost, neverReturnsFromTheSaveThatFollowsTheHostsOwn)
     EXPECT_FALSE(readBytes(requestFile).has_value());
 }
 
-TEST_F(SaveInHost, neverReturnsFromTheSaveOfANameOfFourCharacters)
+TEST_F(SaveInHost, neverReturnsForAFourCharacterName)
 {
     const HostProgram host(installation,
                            "set geo_filename abc\nnotify 5\ncall m_save 0\n"
@@ -106,7 +106,7 @@ TEST_F(SaveInHost, neverReturnsFromTheSaveOfANameOfFourCharacters)
     EXPECT_FALSE(returnsAgain(host, 1));
 }
 
-TEST_F(SaveInHost, neverReturnsAfterAnUntitledDocumentWasNamed)
+TEST_F(SaveInHost, neverReturnsAfterNamingAnUntitled)
 {
     const std::string part = toUtf8(installation.path(L"new.mcam"));
     const HostProgram host(installation,
@@ -116,7 +116,7 @@ TEST_F(SaveInHost, neverReturnsAfterAnUntitledDocumentWasNamed)
     EXPECT_TRUE(readBytes(fromUtf8(part)).has_value());
 }
 
-TEST_F(SaveInHost, endsWhenTheHostQuitsInsteadOfSaving)
+TEST_F(SaveInHost, endsWhenTheHostQuits)
 {
     const HostProgram host(installation, "set geo_filename \nsave-dialog \ncall m_save 0\n");
     EXPECT_EQ(host.process().waitForExit(), 0u);
@@ -127,7 +127,7 @@ TEST_F(SaveInHost, endsWhenTheHostQuitsInsteadOfSaving)
     EXPECT_EQ(count(lines, L"message-box"), 0u);
 }
 
-TEST_F(SaveInHost, commits200TimesInARowWithAnotherHostInBetween)
+TEST_F(SaveInHost, commits200TimesBetweenTwoHosts)
 {
     const std::string part = makePart("first.mcam");
     const std::string otherPart = makePart("second.mcam");

@@ -1,8 +1,7 @@
 // What becomes of each entry point when a call fails that it relies on: the documentation's table
-// of faults, row by row. A row that differs prints the line as it should stand.
-#include "documents/page_table.h"
+// of faults, row by row. A row that differs prints the line as it should be.
+#include "documents/page_text.h"
 #include "documents/pages.h"
-#include "faults/fault_table.h"
 #include "faults/outcome.h"
 #include "faults/scenario.h"
 #include "framework/framework.h"
@@ -18,9 +17,32 @@ using namespace testing_support;
 
 namespace {
 
+// What becomes of a scenario when every call of one kind fails: a line of the page below the
+// heading
+// "## scenario", "| `fault` | user | disk | afterwards |".
+struct FaultRow {
+    std::string scenario;
+    std::string fault; // "WriteFile", "DoFileOpen fails", "DoFileOpen raises"
+    std::string user;
+    std::string disk;
+    std::string afterwards; // of the same once more, without a fault
+};
+
+// As a line of the page, without its line end.
+std::string asLine(const FaultRow& row)
+{
+    return "| `" + row.fault + "` | " + row.user + " | " + row.disk + " | " + row.afterwards + " |";
+}
+
+// For GoogleTest.
+void PrintTo(const FaultRow& row, std::ostream* stream)
+{
+    *stream << row.scenario << ": " << asLine(row);
+}
+
 constexpr int everyCall = 1000000;
 
-// The name of the row that tells what happens without a fault.
+// The name of the row for a run without a fault.
 constexpr char noFault[] = "none";
 
 // The messages that the page lists, as the trace has them.
@@ -45,7 +67,7 @@ public:
     }
     ~Fault() { stop(); }
 
-    // Every such call fails from now on, or the n-th alone; the host's fail up to the n-th.
+    // Every such call fails from now on, or only the n-th; the host's fail up to the n-th.
     void start(int nth = 0) const
     {
         if (!isHosts_)
@@ -118,14 +140,14 @@ const Scenario& scenarioOf(const std::string& name)
     return *std::ranges::find(scenarios(), name, &Scenario::name);
 }
 
-// A row as it should stand, for whoever brings the page up to date.
+// A row as it should be, for updating the page.
 void keepForThePage(const FaultRow& row)
 {
     if (const char* const file = std::getenv("FAULT_ROWS"))
         std::ofstream(file, std::ios::app) << row.scenario << '\t' << asLine(row) << '\n';
 }
 
-// Which of so many calls fail alone: the first two, then ever fewer, and the last.
+// Which of so many calls fail individually: the first two, then ever fewer, and the last.
 std::vector<int> choiceOf(int count)
 {
     std::vector<int> chosen;
@@ -176,22 +198,21 @@ protected:
         static const std::set<std::wstring> known = knownBoxes();
         for (const std::wstring& box : outcome.boxes)
             EXPECT_TRUE(known.contains(box)) << toUtf8(box);
-        for (const Change& change : outcome.changes)
-            EXPECT_TRUE(isAllowed(scenario, change)) << toUtf8(change.file);
+        for (const auto& [file, change] : outcome.changes)
+            EXPECT_TRUE(change == "made" || change == "grown" || mayReplace(scenario, file))
+                << toUtf8(file);
         EXPECT_EQ(standin::undeletedExceptions(), 0);
     }
 
-    // What was there before keeps its bytes, but for the files that the scenario is about.
-    static bool isAllowed(const Scenario& scenario, const Change& change)
+    // What was there before keeps its bytes, except the files that the scenario is about.
+    static bool mayReplace(const Scenario& scenario, const std::wstring& file)
     {
-        return change.kind == Change::Kind::made || change.kind == Change::Kind::grown ||
-               std::ranges::any_of(
-                   scenario.replaces,
-                   [&](const std::wstring& end) { return change.file.ends_with(end); });
+        return std::ranges::any_of(
+            scenario.replaces, [&](const std::wstring& end) { return file.ends_with(end); });
     }
 
-    // The row as it should stand: what becomes of the scenario when every such call fails, and of
-    // the same once more. A call that fails alone loses nothing either.
+    // The row as it should be: what becomes of the scenario when every such call fails, and of
+    // the same once more. A call that fails individually loses nothing either.
     FaultRow rowOf(const Scenario& scenario, const std::string& name)
     {
         const Fault fault(name);
@@ -207,7 +228,7 @@ protected:
         const Outcome failed = run(scenario, &fault);
         for (const std::string& escaped : escapedAlone)
             EXPECT_TRUE(escaped.empty() || escaped == failed.escaped)
-                << scenario.name << ", " << name << " alone: " << escaped;
+                << scenario.name << ", " << name << ", one call: " << escaped;
         const bool works = run(scenario) == clean;
         return {scenario.name, name, cell(seenByUser(failed), seenByUser(clean), name),
                 cell(leftOnDisk(failed), leftOnDisk(clean), name),
@@ -224,7 +245,7 @@ protected:
         return *clean_;
     }
 
-    // What differs from the scenario without a fault, whose own row tells everything.
+    // What differs from the scenario without a fault, whose own row lists everything.
     static std::string cell(const std::string& failed, const std::string& clean,
                             const std::string& name)
     {
@@ -244,11 +265,6 @@ private:
     std::map<std::string, int> cleanCalls_;
 };
 
-std::vector<FaultRow> tableRows()
-{
-    return readFaultTable(programFolder() + L"shipped\\docs\\faults.md");
-}
-
 std::string nameOf(const std::string& text)
 {
     std::string name = text;
@@ -259,16 +275,22 @@ std::string nameOf(const std::string& text)
 
 std::vector<FaultRow> rowsOf(const Scenario& scenario)
 {
-    std::vector<FaultRow> rows = tableRows();
-    std::erase_if(rows, [&](const FaultRow& row) { return row.scenario != scenario.name; });
+    std::vector<FaultRow> rows;
+    for (const documents::TableRow& cells :
+         documents::tableBelow(documents::pageText("faults.md"), "## " + scenario.name))
+        rows.push_back(
+            {scenario.name, documents::codeIn(cells.at(0)), cells.at(1), cells.at(2), cells.at(3)});
     return rows;
 }
 
 // The rows of what can be done once in a process.
 std::vector<FaultRow> rowsApart()
 {
-    std::vector<FaultRow> rows = tableRows();
-    std::erase_if(rows, [](const FaultRow& row) { return scenarioOf(row.scenario).repeats; });
+    std::vector<FaultRow> rows;
+    for (const Scenario& scenario : scenarios())
+        if (!scenario.repeats)
+            for (const FaultRow& row : rowsOf(scenario))
+                rows.push_back(row);
     return rows;
 }
 

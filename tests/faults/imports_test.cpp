@@ -49,7 +49,7 @@ const std::set<std::string> harmless = {
 // Called by the add-in where no scenario gets.
 const std::set<std::string> outOfReach = {"TerminateThread", "accept"};
 
-// Called by the compiler's runtime and its libraries alone.
+// Called only by the compiler's runtime and its libraries.
 const std::set<std::string> runtimes = {"AddVectoredExceptionHandler",
                                         "CreateEventA",
                                         "CreateSemaphoreA",
@@ -172,7 +172,7 @@ std::set<std::string> importedNames(const BYTE* file)
 
 } // namespace
 
-TEST(PlatformCalls, areJudgedForEachImportOfTheLibrary)
+TEST(PlatformCalls, coverEveryImport)
 {
     leadPlatformCalls();
     const BYTE* const file = libraryFile();

@@ -18,26 +18,6 @@ std::wstring withoutProcessId(std::wstring name)
     return place == name.npos ? name : name.replace(place, own.size(), L"PID");
 }
 
-Change::Kind kindOf(const std::string& before, const std::string& after)
-{
-    return after.starts_with(before) ? Change::Kind::grown : Change::Kind::rewritten;
-}
-
-const char* nameOf(Change::Kind kind)
-{
-    switch (kind) {
-    case Change::Kind::made:
-        return "made";
-    case Change::Kind::grown:
-        return "grown";
-    case Change::Kind::rewritten:
-        return "rewritten";
-    case Change::Kind::gone:
-        break;
-    }
-    return "gone";
-}
-
 // The parts with commas between them.
 std::string joined(const std::vector<std::string>& parts)
 {
@@ -60,21 +40,18 @@ Files filesBelow(const std::wstring& folder)
     return files;
 }
 
-std::vector<Change> changesBetween(const Files& before, const Files& after)
+Changes changesBetween(const Files& before, const Files& after)
 {
-    std::map<std::wstring, Change::Kind> changes;
+    Changes changes;
     for (const auto& [file, bytes] : before)
         if (!after.contains(file))
-            changes[file] = Change::Kind::gone;
+            changes[file] = "gone";
         else if (after.at(file) != bytes)
-            changes[file] = kindOf(bytes, after.at(file));
+            changes[file] = after.at(file).starts_with(bytes) ? "grown" : "rewritten";
     for (const auto& [file, bytes] : after)
         if (!before.contains(file))
-            changes[file] = Change::Kind::made;
-    std::vector<Change> all;
-    for (const auto& [file, kind] : changes)
-        all.push_back({file, kind});
-    return all;
+            changes[file] = "made";
+    return changes;
 }
 
 std::vector<std::wstring> boxesIn(const Lines& trace)
@@ -105,8 +82,8 @@ std::string seenByUser(const Outcome& outcome)
 std::string leftOnDisk(const Outcome& outcome)
 {
     std::vector<std::string> parts;
-    for (const Change& change : outcome.changes)
-        parts.push_back(nameOf(change.kind) + (" `" + toUtf8(change.file) + '`'));
+    for (const auto& [file, change] : outcome.changes)
+        parts.push_back(change + " `" + toUtf8(file) + '`');
     return joined(parts);
 }
 

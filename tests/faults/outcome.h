@@ -1,4 +1,4 @@
-// What a scenario leaves behind: what the user saw, and what lies on disk.
+// What a scenario leaves: what the user saw, and what is on disk.
 #pragma once
 
 #include "support/bytes.h"
@@ -9,31 +9,26 @@
 
 namespace testing_support {
 
-struct Change {
-    enum class Kind { made, grown, rewritten, gone };
-
-    std::wstring file; // below the installation folder, the process id as "PID"
-    Kind kind;
-
-    bool operator==(const Change&) const = default;
-};
+// "made", "grown", "rewritten" or "gone", by the files' names below the installation folder, with
+// the process id as "PID".
+using Changes = std::map<std::wstring, std::string>;
 
 struct Outcome {
     Lines trace;                     // what the host was asked to do
     std::vector<std::wstring> boxes; // texts of the message boxes, in order
-    std::vector<Change> changes;     // by the files' names
-    int starts = 0;                  // of the Companion or the browser
-    std::string escaped;             // what came out of the add-in; empty for nothing
+    Changes changes;
+    int starts = 0;      // of the Companion or the browser
+    std::string escaped; // what came out of the add-in; empty for nothing
 
     bool operator==(const Outcome&) const = default;
 };
 
 // The files below a folder with their bytes; one that cannot be read counts as empty. The user's
-// temporary folder is left out: what lies there goes when its last handle is closed.
+// temporary folder is left out: what is there goes when its last handle is closed.
 using Files = std::map<std::wstring, std::string>;
 Files filesBelow(const std::wstring& folder);
 
-std::vector<Change> changesBetween(const Files& before, const Files& after);
+Changes changesBetween(const Files& before, const Files& after);
 
 // The texts of the boxes that the trace shows.
 std::vector<std::wstring> boxesIn(const Lines& trace);

@@ -1,13 +1,15 @@
 #include "faults/platform_calls.h"
 
 #include "application/imports.h"
-#include "faults/call_watch.h"
 #include "support/add_in_state.h"
+#include "support/system_calls.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <io.h>
-#include <map>
+#include <cstdlib>
+#include <new>
 #include <sys/stat.h>
 #include <winsock2.h>
 // Needs the one above.
@@ -17,7 +19,27 @@ namespace testing_support {
 
 namespace {
 
-// One call of the system's; `Tag` tells two calls of one type apart.
+// Which watched call is to fail. Everything here may be asked from inside an allocation.
+struct CallWatch {
+    std::atomic<bool> isOn{false};
+    DWORD thread = 0; // whose calls are watched
+    std::atomic<int> failing{-1};
+    std::atomic<int> nth{0};
+    std::atomic<int> counts[128]{}; // by the calls' numbers; `allocation` has 0
+};
+
+CallWatch callWatch;
+
+// Counts the call of this number; true when it is to fail.
+bool failsNow(int number)
+{
+    if (!callWatch.isOn || GetCurrentThreadId() != callWatch.thread)
+        return false;
+    const int count = ++callWatch.counts[number];
+    return number == callWatch.failing && (callWatch.nth == 0 || callWatch.nth == count);
+}
+
+// One call of the system's; `Tag` distinguishes two calls of one type.
 template <class Tag, class Result, class... Arguments>
 struct LedCall {
     static inline Result (*systems)(Arguments...) = nullptr;
@@ -80,27 +102,20 @@ void lead(const char* name, Result (*function)(Arguments...), Result failure, DW
     standin::leadImports(GetModuleHandleW(nullptr), Led::systems, &Led::call);
 }
 
-// The function where the program's import table has it from.
-template <class Function>
-Function* inLibrary(Function*, const char* name, const wchar_t* library)
-{
-    return std::bit_cast<Function*>(GetProcAddress(GetModuleHandleW(library), name));
-}
-
 // A call that does nothing and reports failure.
 template <class Result, class... Arguments, class Tag = decltype([] {})>
 void fails(const char* name, const wchar_t* library, Result (*function)(Arguments...),
            std::type_identity_t<Result> failure, DWORD error = ERROR_ACCESS_DENIED)
 {
-    lead<Tag>(name, inLibrary(function, name, library), failure, error, false);
+    lead<Tag>(name, systems(function, name, library), failure, error, false);
 }
 
-// A call that lets go of something: it does so and reports failure all the same.
+// A call that releases something: it does so and reports failure all the same.
 template <class Result, class... Arguments, class Tag = decltype([] {})>
 void complains(const char* name, const wchar_t* library, Result (*function)(Arguments...),
                std::type_identity_t<Result> failure)
 {
-    lead<Tag>(name, inLibrary(function, name, library), failure, ERROR_INVALID_HANDLE, true);
+    lead<Tag>(name, systems(function, name, library), failure, ERROR_INVALID_HANDLE, true);
 }
 
 void leadRegistryAndProcesses()
@@ -113,9 +128,7 @@ void leadRegistryAndProcesses()
     fails("SetThreadPriority", kernel, &SetThreadPriority, FALSE);
     fails("WaitForSingleObject", kernel, &WaitForSingleObject, WAIT_FAILED);
     fails("OpenSemaphoreW", kernel, &OpenSemaphoreW, nullptr, ERROR_FILE_NOT_FOUND);
-    standin::leadImports(GetModuleHandleW(nullptr),
-                         inLibrary(&ShellExecuteExW, "ShellExecuteExW", L"shell32.dll"),
-                         &notedShellExecute);
+    leadCalls(&ShellExecuteExW, "ShellExecuteExW", &notedShellExecute, L"shell32.dll");
     lead<struct ShellStart>("ShellExecuteExW", &notedShellExecute, FALSE, ERROR_ACCESS_DENIED,
                             false);
     fails("LoadLibraryW", kernel, &LoadLibraryW, nullptr, ERROR_MOD_NOT_FOUND);
@@ -241,20 +254,16 @@ void leadPlatformCalls()
     leadWindows();
     leadGraphics();
     leadSockets();
-    standin::leadImports(GetModuleHandleW(nullptr),
-                         std::bit_cast<void(WINAPI*)(DWORD)>(
-                             GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "Sleep")),
-                         &countedSleep);
+    leadCalls(&countedSleep, "Sleep", &countedSleep);
 }
 
 WatchedCalls::WatchedCalls(Callers callers)
 {
-    CallWatch& watch = callWatch;
-    for (std::atomic<int>& count : watch.counts)
+    for (std::atomic<int>& count : callWatch.counts)
         count = 0;
-    watch.thread = callers == Callers::listener ? GetThreadId(AddInState::listenerThread())
-                                                : GetCurrentThreadId();
-    watch.isOn = true;
+    callWatch.thread = callers == Callers::listener ? GetThreadId(AddInState::listenerThread())
+                                                    : GetCurrentThreadId();
+    callWatch.isOn = true;
 }
 
 WatchedCalls::~WatchedCalls()
@@ -292,3 +301,24 @@ void failPlatformCall(const std::string& call, int nth)
 }
 
 } // namespace testing_support
+
+// The program's own allocations. The libraries that it loads keep theirs.
+void* operator new(size_t size)
+{
+    constexpr int allocationNumber = 0;
+    void* const block =
+        testing_support::failsNow(allocationNumber) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (!block)
+        throw std::bad_alloc();
+    return block;
+}
+
+void operator delete(void* block) noexcept
+{
+    std::free(block);
+}
+
+void operator delete(void* block, size_t) noexcept
+{
+    std::free(block);
+}

@@ -1,4 +1,4 @@
-// The add-in's calls into the system, made to fail on demand. The code under test stands in the
+// The add-in's calls into the system, made to fail on demand. The code under test is in the
 // test's own program, whose import table is led through here.
 #pragma once
 

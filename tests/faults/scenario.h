@@ -24,7 +24,7 @@ public:
     void runCompanion();
     void openMessageWindow();
     void openAddIn();
-    // The path of the part that stands open.
+    // The path of the open part.
     std::wstring part() const { return path(L"parts\\a.mcam"); }
     // The part with its operations, tools and groups, a known document of the Companion's, and the
     // add-in's own values as after a check-out. What an earlier run has written is gone.
@@ -44,7 +44,7 @@ struct Scenario {
     bool repeats; // may be run more than once in a process
     void (*prepare)(FaultWorld& world);
     void (*act)(FaultWorld& world);
-    // Files that it may write anew or remove, as the ends of their names in an outcome.
+    // Files that it may rewrite or remove, as the ends of their names in an outcome.
     std::vector<std::wstring> replaces;
 };
 

@@ -42,7 +42,7 @@ const Case cases[] = {
 
 } // namespace
 
-TEST(CheckoutAnswer, isReadByItsFirstWord)
+TEST(CheckoutAnswer, isParsedByItsFirstWord)
 {
     for (const Case& expected : cases) {
         std::wstring typePrefix;
@@ -54,7 +54,7 @@ TEST(CheckoutAnswer, isReadByItsFirstWord)
     }
 }
 
-TEST(CheckoutAnswer, throwsForAFirstWordOfFewerThanThreeCharacters)
+TEST(CheckoutAnswer, throwsForAShortFirstWord)
 {
     for (const wchar_t* word : {L"AB", L"A", L"", L"12"}) {
         std::wstring typePrefix = L"CAD";

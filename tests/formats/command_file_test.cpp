@@ -52,7 +52,7 @@ void expectEach(const std::vector<Case>& cases)
 
 } // namespace
 
-TEST(CommandText, takesTheIdAndThePathOfAnOpenRequest)
+TEST(CommandText, holdsTheIdAndPathOfAnOpenRequest)
 {
     expectEach({
         {MARK "12 C:\\parts\\a.mcam\n", open(12, L"C:\\parts\\a.mcam")},
@@ -71,7 +71,7 @@ TEST(CommandText, startsANewFileWhenThePathIsEmpty)
     expectEach({{MARK "7 \n", newFile(7)}, {MARK "0 \n", newFile(0)}, {MARK "7 ", newFile(7)}});
 }
 
-TEST(CommandText, isACheckInWhenItsFirstWordIsExactlyCheckin)
+TEST(CommandText, isACheckInByItsFirstWord)
 {
     expectEach({{"CHECKIN", checkIn},
                 {"CHECKIN ", checkIn},
@@ -89,7 +89,7 @@ TEST(CommandText, isNoCheckInOtherwise)
                 {"CHECKIN\0"sv, malformed}});
 }
 
-TEST(CommandText, skipsTheThreeLeadingBytesUnchecked)
+TEST(CommandText, skipsItsFirstThreeBytes)
 {
     expectEach({{"xyz12 C:\\a\n", open(12, L"C:\\a")}, {"12345 C:\\a\n", open(45, L"C:\\a")}});
 }
@@ -104,13 +104,13 @@ TEST(CommandText, losesTheLastByteWithoutALineFeed)
     expectEach({{MARK "12 C:\\ab", open(12, L"C:\\a")}, {MARK "12 a", newFile(12)}});
 }
 
-TEST(CommandText, cutsALongerTextTwoBytesBehindTheFirstLinesLength)
+TEST(CommandText, cutsALongTextAfterItsFirstLine)
 {
-    // The line feed stands at 10: eight bytes from the blank on, less the blank and the last two.
+    // The line feed is at 10: eight bytes from the space on, less the space and the last two.
     expectEach({{MARK "12 abcd\nsecond line\n", open(12, L"abcd\ns")}});
 }
 
-TEST(CommandText, wrapsRoundWhenTheLineFeedIsAmongTheFirstTwoBytes)
+TEST(CommandText, wrapsAroundForAnEarlyLineFeed)
 {
     expectEach({{"a\nb5 path to\n", open(5, L"path to")}, {"\nab5 path\n", malformed}});
 }
@@ -121,7 +121,7 @@ TEST(CommandText, widensEachByteAsASignedValue)
                 {MARK "1 a\0b\n"sv, open(1, std::wstring(L"a\0b", 3))}});
 }
 
-TEST(CommandText, isMalformedWithoutABlankOrWithFewerThanThreeBytes)
+TEST(CommandText, isMalformedWithoutASpace)
 {
     expectEach({{"", malformed},
                 {"a", malformed},
@@ -133,7 +133,7 @@ TEST(CommandText, isMalformedWithoutABlankOrWithFewerThanThreeBytes)
                 {"\0\0\0\0\0\0"sv, malformed}});
 }
 
-TEST(CommandText, isMalformedWithoutAnIdOrWithOneOutOfRange)
+TEST(CommandText, isMalformedWithoutAValidId)
 {
     expectEach({{MARK " C:\\a\n", malformed},
                 {MARK "abc C:\\a\n", malformed},
@@ -144,13 +144,13 @@ TEST(CommandText, isMalformedWithoutAnIdOrWithOneOutOfRange)
                 {MARK "\n12 C:\\a\n", newFile(12)}});
 }
 
-TEST(CommandText, isMalformedWhenThePieceForThePathIsEmpty)
+TEST(CommandText, isMalformedWithoutAPathPiece)
 {
-    // The line feed stands at 2, so that the piece from the blank on has no byte to drop.
+    // The line feed is at 2, so that the piece from the space on has no byte to drop.
     expectEach({{"ab\n5 C:\\a\n", malformed}});
 }
 
-TEST(CommandText, takesALongPathWhole)
+TEST(CommandText, keepsALongPathWhole)
 {
     const std::string path(65000, 'p');
     EXPECT_EQ(parseCommand(MARK "1 " + path + "\n"),

@@ -7,7 +7,7 @@
 using namespace torvapdm;
 using namespace std::string_literals;
 
-TEST(CommitRecord, holdsTheIdTheLengthAndTheNameInLittleEndianWithoutAZero)
+TEST(CommitRecord, endsWithoutATerminator)
 {
     EXPECT_EQ(formatCommitRecord(42, L"C:\\a"), "\x2A\0\0\0\x04\0\0\0C\0:\0\\\0a\0"s);
     EXPECT_EQ(formatCommitRecord(0x01020304, L""), "\x04\x03\x02\x01\0\0\0\0"s);
@@ -21,20 +21,20 @@ TEST(CommitRecord, countsUtf16Units)
     EXPECT_EQ(formatCommitRecord(1, L"C:\\ab.mcam").size(), 28u); // 10 characters
 }
 
-TEST(CommitRecord, holdsNamesLongerThanAByteCanCount)
+TEST(CommitRecord, holdsNamesLongerThan255)
 {
     const std::string record = formatCommitRecord(0, std::wstring(260, L'n'));
     EXPECT_EQ(record.size(), 528u);
     EXPECT_EQ(record.substr(4, 4), "\x04\x01\0\0"s);
 }
 
-TEST(CommitNotice, tellsTheIdAndTheName)
+TEST(CommitNotice, holdsTheIdAndTheName)
 {
     EXPECT_EQ(formatCommitNotice(42, "C:\\parts\\a.mcam"), "ZEMID=42|C:\\parts\\a.mcam");
     EXPECT_EQ(formatCommitNotice(0xFFFFFFFF, ""), "ZEMID=4294967295|");
 }
 
-TEST(CommitArguments, tellTheIdOnlyWhenThereIsNone)
+TEST(CommitArguments, passTheIdOnlyWhenThereIsNone)
 {
     EXPECT_EQ(formatCommitArguments(42, L"C:\\a b.mcam"), L"--commit \"C:\\a b.mcam\"");
     EXPECT_EQ(formatCommitArguments(0, L"C:\\a.mcam"), L"--commit \"C:\\a.mcam\"");

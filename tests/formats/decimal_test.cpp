@@ -4,7 +4,7 @@
 
 using namespace torvapdm;
 
-TEST(DecimalNumber, stopsAtTheFirstCharacterThatIsNoDigit)
+TEST(DecimalNumber, endsAtTheFirstNonDigit)
 {
     EXPECT_EQ(parseDecimal("12"), 12);
     EXPECT_EQ(parseDecimal("12x3"), 12);
@@ -12,14 +12,14 @@ TEST(DecimalNumber, stopsAtTheFirstCharacterThatIsNoDigit)
     EXPECT_EQ(parseDecimal("5.9"), 5);
 }
 
-TEST(DecimalNumber, acceptsLeadingWhiteSpaceAndOneSign)
+TEST(DecimalNumber, acceptsWhiteSpaceAndOneSign)
 {
     EXPECT_EQ(parseDecimal(" \t\r\n\v\f-12"), -12);
     EXPECT_EQ(parseDecimal("+12"), 12);
     EXPECT_EQ(parseDecimal("-0"), 0);
 }
 
-TEST(DecimalNumber, isNothingWithoutDigits)
+TEST(DecimalNumber, isEmptyWithoutDigits)
 {
     for (const char* text : {"", " ", "-", "+", "--1", "+-1", "- 1", "x1",
                              "\xEF\xBB\xBF"
@@ -27,7 +27,7 @@ TEST(DecimalNumber, isNothingWithoutDigits)
         EXPECT_EQ(parseDecimal(text), std::nullopt) << text;
 }
 
-TEST(DecimalNumber, isNothingOutside32Bits)
+TEST(DecimalNumber, isEmptyOutside32Bits)
 {
     EXPECT_EQ(parseDecimal("2147483647"), 2147483647);
     EXPECT_EQ(parseDecimal("-2147483648"), -2147483647 - 1);
@@ -36,7 +36,7 @@ TEST(DecimalNumber, isNothingOutside32Bits)
     EXPECT_EQ(parseDecimal(std::string(5000, '9')), std::nullopt);
 }
 
-TEST(DecimalOrZero, isZeroWithoutDigitsAndTheLimitOutside32Bits)
+TEST(DecimalOrZero, isClampedTo32Bits)
 {
     EXPECT_EQ(parseDecimalOrZero(L" -17mm"), -17);
     EXPECT_EQ(parseDecimalOrZero(L""), 0);

@@ -23,7 +23,7 @@ TEST(ExchangeFileName, hasADoubledBackslash)
     EXPECT_EQ(formatAnswerPath(L"C:\\Temp\\", 1), L"C:\\Temp\\\\TORVA ZEM-25661.tmp");
 }
 
-TEST(ExchangeFileName, isNumberedByTheLowBitsOfTheTimesProduct)
+TEST(ExchangeFileName, isNumberedByTheTimesLowBits)
 {
     EXPECT_EQ(numberAt(1), L"25661");
     EXPECT_EQ(numberAt(2), L"51322");
@@ -33,7 +33,7 @@ TEST(ExchangeFileName, isNumberedByTheLowBitsOfTheTimesProduct)
     EXPECT_EQ(numberAt(33465965418), L"61506"); // the product is above 63 bits
 }
 
-TEST(ExchangeFileName, hasANumberWithoutLeadingZeros)
+TEST(ExchangeFileName, hasNoLeadingZeros)
 {
     EXPECT_EQ(numberAt(0), L"0");
     EXPECT_EQ(numberAt(17811), L"7");

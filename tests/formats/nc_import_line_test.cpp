@@ -28,13 +28,13 @@ TEST(NcImportLine, isFoundAnywhereInTheLine)
     EXPECT_EQ(after("# XMCXIMPORTNC=none", "y"), "n");
 }
 
-TEST(NcImportLine, givesTheLaterTestTheLastWordWhateverTheOrder)
+TEST(NcImportLine, prefersNoToYes)
 {
     EXPECT_EQ(after("MCXIMPORTNC=Y MCXIMPORTNC=n", "y"), "n");
     EXPECT_EQ(after("MCXIMPORTNC=n MCXIMPORTNC=Y", "y"), "n");
 }
 
-TEST(NcImportLine, leavesTheAnswerWhenItSaysNothing)
+TEST(NcImportLine, keepsTheAnswerWithoutAKey)
 {
     EXPECT_EQ(after("MCXIMPORTNC=maybe", "n"), "n");
     EXPECT_EQ(after("mcximportnc=y", "n"), "n");

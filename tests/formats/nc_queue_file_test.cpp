@@ -4,7 +4,7 @@
 
 using namespace torvapdm;
 
-TEST(ProgramName, isCutBeforeTheLastDotAndBehindTheLastSeparator)
+TEST(ProgramName, excludesFolderAndExtension)
 {
     struct Case {
         const wchar_t* nciName;
@@ -29,13 +29,13 @@ TEST(ProgramName, isCutBeforeTheLastDotAndBehindTheLastSeparator)
         EXPECT_EQ(programNameOf(c.nciName), c.program) << c.nciName;
 }
 
-TEST(QueueEntry, isFolderFileAndGroup)
+TEST(QueueEntry, joinsFolderFileAndGroup)
 {
     EXPECT_EQ(formatQueueEntry("C:\\NC\\", "PART.NC", "Mill"), "C:\\NC\\PART.NC|Mill");
     EXPECT_EQ(formatQueueEntry("", "P", ""), "P|");
 }
 
-TEST(QueueLine, tellsTheNcPathNumberInDecimal)
+TEST(QueueLine, writesTheNcPathNumberInDecimal)
 {
     EXPECT_EQ(formatQueueLine(3, "E|G"), "NCPATH|3|E|G\n");
     EXPECT_EQ(formatQueueLine(-1, "E|G"), "NCPATH|-1|E|G\n");

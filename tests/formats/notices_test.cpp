@@ -4,12 +4,12 @@
 
 using namespace torvapdm;
 
-TEST(SetupSheetLine, hasNoSeparatorBetweenItsWords)
+TEST(SetupSheetLine, joinsItsWordsWithoutSeparator)
 {
     EXPECT_EQ(formatSetupSheetNotice(42, L"C:\\P.xml"), L"MCAMXMLIMPORTDATAID=42;C:\\P.xml");
 }
 
-TEST(SetupSheetLine, tellsEveryIdInDecimal)
+TEST(SetupSheetLine, writesEveryIdInDecimal)
 {
     EXPECT_EQ(formatSetupSheetNotice(0, L"P"), L"MCAMXMLIMPORTDATAID=0;P");
     EXPECT_EQ(formatSetupSheetNotice(-1, L""), L"MCAMXMLIMPORTDATAID=-1;");

@@ -31,7 +31,7 @@ TEST(RecordText, writesIntegersInDecimal)
     EXPECT_EQ(written(std::numeric_limits<std::int16_t>::max()), "32767");
 }
 
-TEST(RecordText, writesNumbersWithSixSignificantDigits)
+TEST(RecordText, writesSixSignificantDigits)
 {
     struct Case {
         double value;
@@ -68,7 +68,7 @@ TEST(RecordText, writesNumbersWithSixSignificantDigits)
         EXPECT_EQ(written(c.value), c.text);
 }
 
-TEST(RecordText, heedsNoLocale)
+TEST(RecordText, ignoresTheLocale)
 {
     struct Comma : std::numpunct<char> {
         char do_decimal_point() const override { return ','; }
@@ -80,21 +80,21 @@ TEST(RecordText, heedsNoLocale)
     std::locale::global(before);
 }
 
-TEST(RecordText, writesATextsAddressAsSixteenUpperCaseDigits)
+TEST(RecordText, writesAnAddressAs16HexDigits)
 {
     EXPECT_EQ(written(reinterpret_cast<const wchar_t*>(0x000002A1F3C05E40)), "000002A1F3C05E40");
     EXPECT_EQ(written(static_cast<const wchar_t*>(nullptr)), "0000000000000000");
     EXPECT_EQ(written(reinterpret_cast<const wchar_t*>(~std::uintptr_t{0})), "FFFFFFFFFFFFFFFF");
 }
 
-TEST(RecordText, cutsEachUnitToItsLowByteUpToTheZero)
+TEST(RecordText, writesTheLowByteOfEachUnit)
 {
     RecordText record;
     putLowBytes(record, L"a|\n\u00C4\u20AC");
     EXPECT_EQ(contentOf(record), "a|\n\xC4\xAC");
 }
 
-TEST(RecordText, endsATextAtTheFirstUnitWhoseLowByteIsZero)
+TEST(RecordText, endsATextAtAZeroLowByte)
 {
     RecordText record;
     putLowBytes(record, L"b\u4E00c");

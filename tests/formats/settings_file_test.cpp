@@ -16,7 +16,7 @@ std::string after(std::string_view line, std::string_view identifier = "UseFtpSe
 
 } // namespace
 
-TEST(SettingsLine, givesWhatFollowsTheFirstEqualsSignLessTheLastCharacter)
+TEST(SettingsLine, dropsTheLastCharacterOfItsValue)
 {
     EXPECT_EQ(after("UseFtpServer=y\n"), "y");
     EXPECT_EQ(after("UseFtpServer=a=b\n"), "a=b");
@@ -24,14 +24,14 @@ TEST(SettingsLine, givesWhatFollowsTheFirstEqualsSignLessTheLastCharacter)
     EXPECT_EQ(after("UseFtpServer=\n"), "");
 }
 
-TEST(SettingsLine, losesTheLastCharacterOfALineWithoutLineFeed)
+TEST(SettingsLine, losesAByteWithoutALineFeed)
 {
     EXPECT_EQ(after("UseFtpServer=y"), "");
     EXPECT_EQ(after("UseFtpServer=yes"), "ye");
     EXPECT_EQ(after("UseFtpServer="), "");
 }
 
-TEST(SettingsLine, isFoundAnywhereInTheLineAndByCase)
+TEST(SettingsLine, matchesAnywhereAndByCase)
 {
     EXPECT_EQ(after("XUseFtpServer=n\n"), "n");
     EXPECT_EQ(after("a=b UseFtpServer\n"), "b UseFtpServer");
@@ -39,12 +39,12 @@ TEST(SettingsLine, isFoundAnywhereInTheLineAndByCase)
     EXPECT_EQ(after("UseFtpServe=n\n"), "before");
 }
 
-TEST(SettingsLine, keepsTheValueWhenTheLineHasNoEqualsSign)
+TEST(SettingsLine, needsAnEqualsSign)
 {
     EXPECT_EQ(after("UseFtpServer y\n"), "before");
 }
 
-TEST(SettingsLine, findsTheEmptyIdentifierInEveryLine)
+TEST(SettingsLine, matchesTheEmptyIdentifier)
 {
     EXPECT_EQ(after("a=b\n", ""), "b");
 }

@@ -5,7 +5,7 @@
 using torvapdm::sortAndRemoveDuplicates;
 using Texts = std::vector<std::string>;
 
-TEST(SortedLines, goByTheirBytesAsUnsignedOnes)
+TEST(SortedLines, compareUnsignedBytes)
 {
     Texts texts = {"b", "\xC4", "a|b", "a", "", "B", "a|"};
     sortAndRemoveDuplicates(texts);

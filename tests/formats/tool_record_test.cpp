@@ -68,7 +68,7 @@ const ToolRecordValues distinct = {
 
 } // namespace
 
-TEST(ToolRecord, holdsEveryKeyInItsOrderWithItsOwnValue)
+TEST(ToolRecord, holdsEveryKeyInOrder)
 {
     EXPECT_EQ(formatToolRecord(distinct).value_or("too long"),
               "TOOLDATA|DATAID=101"
@@ -88,7 +88,7 @@ TEST(ToolRecord, holdsEveryKeyInItsOrderWithItsOwnValue)
               "|CPTYPE=150|CPX=151.5|CPY=152.5|CPZ=153.5|OPTIME=155.5\n");
 }
 
-TEST(ToolRecord, isNotMadeAbove2047Characters)
+TEST(ToolRecord, isRefusedAbove2047Characters)
 {
     ToolRecordValues values = distinct;
     const size_t others = formatToolRecord(distinct)->size() - 11;
@@ -101,7 +101,7 @@ TEST(ToolRecord, isNotMadeAbove2047Characters)
     EXPECT_EQ(formatToolRecord(values), std::nullopt);
 }
 
-TEST(ToolRecord, takesACommentThatLooksLikeItsOwnKeysAsItStands)
+TEST(ToolRecord, keepsACommentThatLooksLikeKeys)
 {
     ToolRecordValues values = distinct;
     values.ownTool.comment = L"a|TNUM=9\nTOOLDATA|DATAID=1";

@@ -4,7 +4,7 @@
 
 using torvapdm::hasAlwaysSaveTools;
 
-TEST(ToolsOption, isOnForTheLowerCaseLetterAnywhereInTheLine)
+TEST(ToolsOption, isOnForALowerCaseY)
 {
     EXPECT_TRUE(hasAlwaysSaveTools("AlwaysSaveTools=y\n"));
     EXPECT_TRUE(hasAlwaysSaveTools("AlwaysSaveTools=y"));

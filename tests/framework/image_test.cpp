@@ -78,7 +78,7 @@ TEST_F(Image, isSavedAsABitmapFileOf32BitsAPixel)
     EXPECT_EQ(filesInFolder(), std::vector<std::wstring>{L"small.bmp"});
 }
 
-TEST_F(Image, takesTheFormatFromTheExtensionInEitherCase)
+TEST_F(Image, takesTheFormatFromTheExtension)
 {
     EXPECT_EQ(save(L"temp\\SMALL.BMP"), S_OK);
     EXPECT_EQ(save(L"temp\\small.png"), E_FAIL);
@@ -93,7 +93,7 @@ TEST_F(Image, replacesAnEarlierFile)
     EXPECT_EQ(saved(L"temp\\small.bmp"), smallBitmapFile);
 }
 
-TEST_F(Image, leavesAnEarlierFileThatItCannotReplace)
+TEST_F(Image, keepsAnEarlierFileItCannotReplace)
 {
     const std::wstring path = installation.path(L"temp\\small.bmp");
     writeBytes(path, "earlier");
@@ -111,7 +111,7 @@ TEST_F(Image, isNotSavedIntoAFolderThatIsMissing)
     EXPECT_EQ(save(L"nowhere\\small.bmp"), HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
 }
 
-TEST_F(Image, leavesAnEarlierFileWhenTheDiskTakesOnlyAPart)
+TEST_F(Image, keepsAnEarlierFileOnAFullDisk)
 {
     writeBytes(installation.path(L"temp\\small.bmp"), "earlier");
     leadCalls(&shortWrite, "WriteFile", &shortWrite);
@@ -127,14 +127,14 @@ TEST_F(Image, isNotSavedWithoutABitmap)
     EXPECT_TRUE(filesInFolder().empty());
 }
 
-TEST_F(Image, ofWhatIsNoBitmapIsNotSaved)
+TEST_F(Image, isNotSavedFromAnotherObject)
 {
     CImage image;
     image.Attach(reinterpret_cast<HBITMAP>(CreatePen(PS_SOLID, 1, 0)));
     EXPECT_EQ(image.Save(installation.path(L"temp\\none.bmp").c_str()), E_FAIL);
 }
 
-TEST_F(Image, deletesItsBitmapWhenItGoesAndWhenItIsTold)
+TEST_F(Image, deletesItsBitmapWithItself)
 {
     const HBITMAP first = smallBitmap();
     const HBITMAP second = smallBitmap();

@@ -41,9 +41,9 @@ std::string shown(const std::wstring& wide)
     return text + '"';
 }
 
-std::string shown(std::int64_t number)
+std::string shown(bool yes)
 {
-    return std::to_string(number);
+    return yes ? "true" : "false";
 }
 
 std::string shown(double number)

@@ -1,7 +1,7 @@
 // What a decision answered otherwise than the plain rule says.
 #pragma once
 
-#include <cstdint>
+#include <concepts>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,24 +13,18 @@ namespace fuzzing {
 // \uHHHH, floating-point numbers to the last bit.
 std::string shown(std::string_view bytes);
 std::string shown(const std::wstring& text);
-std::string shown(std::int64_t number);
 std::string shown(double number);
+std::string shown(bool yes);
 
 inline std::string shown(const std::string& bytes)
 {
     return shown(std::string_view(bytes));
 }
-inline std::string shown(std::int32_t number)
+
+template <std::integral Number>
+std::string shown(Number number)
 {
-    return shown(std::int64_t{number});
-}
-inline std::string shown(std::uint32_t number)
-{
-    return shown(std::int64_t{number});
-}
-inline std::string shown(bool yes)
-{
-    return yes ? "true" : "false";
+    return std::to_string(number);
 }
 
 template <class Value>
@@ -54,18 +48,19 @@ bool isSame(const Value& a, const Value& b)
     return a == b;
 }
 
-// Also for what is no number.
+// NaN equals NaN.
 bool isSame(double a, double b);
 
 // Collects the differences; empty as long as everything agrees.
 class Differences {
 public:
     template <class Value>
-    void compare(const char* what, const Value& answer, const Value& expected)
+    Differences& compare(const char* what, const Value& answer, const Value& expected)
     {
         if (!isSame(answer, expected))
             text_ += std::string(what) + ": answered " + shown(answer) + ", expected " +
                      shown(expected) + '\n';
+        return *this;
     }
 
     const std::string& text() const { return text_; }

@@ -49,6 +49,14 @@ void Input::takeBytes(void* target, size_t size)
     rest_.remove_prefix(taken);
 }
 
+std::wstring signedUnits(std::string_view bytes)
+{
+    std::wstring text;
+    for (const char byte : bytes)
+        text += static_cast<wchar_t>(valueOf(byte) < 0x80 ? valueOf(byte) : 0xFF00 + valueOf(byte));
+    return text;
+}
+
 std::wstring wideText(std::string_view bytes)
 {
     std::wstring text;

@@ -44,6 +44,9 @@ private:
     std::string_view rest_;
 };
 
+// Each byte, as a signed value, one UTF-16 unit: how the add-in widens the bytes of a file.
+std::wstring signedUnits(std::string_view bytes);
+
 // The wide text that the bytes stand for.
 std::wstring wideText(std::string_view bytes);
 

@@ -1,7 +1,7 @@
 // The coverage-guided fuzzer's side of a target, as a program of the building machine. The target
 // is named by the environment variable FUZZ_TARGET.
 #include "fuzz/differences.h"
-#include "fuzz/targets.h"
+#include "fuzz/target.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -1,30 +1,9 @@
-# The fuzzer's targets and the plain rules, for both builds that run them.
+# The fuzzer's targets, for both builds that run them.
 set(fuzz_target_sources
-  checkout_answer_target.cpp
-  command_text_rule.cpp
-  command_text_target.cpp
-  commit_texts_target.cpp
-  decimal_target.cpp
-  declared_version_target.cpp
+  addin_targets.cpp
   differences.cpp
-  document_name_target.cpp
-  exchange_file_name_target.cpp
+  format_targets.cpp
   input.cpp
-  machine_settings_line_target.cpp
-  nc_import_line_target.cpp
-  numbers_target.cpp
-  plain_drawing.cpp
-  plain_record.cpp
-  plain_text.cpp
-  queue_texts_target.cpp
-  recent_file_list_target.cpp
-  record_text_target.cpp
-  settings_line_target.cpp
-  setup_sheet_line_target.cpp
-  sorted_lines_target.cpp
-  targets.cpp
-  tool_colours_target.cpp
-  tool_drawing_target.cpp
-  tool_record_target.cpp
-  tool_shading_target.cpp
-  tools_option_target.cpp)
+  picture_targets.cpp
+  record_targets.cpp
+  ../toolpicture/reference_drawing.cpp)

@@ -1,6 +1,6 @@
 // write_seeds FOLDER: writes each target's seeds into FOLDER/TARGET/ and its tokens into
 // FOLDER/TARGET.dict, for the coverage-guided fuzzer.
-#include "fuzz/targets.h"
+#include "fuzz/target.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -24,7 +24,7 @@ auto throwing(Thrown thrown)
 
 } // namespace
 
-TEST(Edge, givesTheBodysResult)
+TEST(Barrier, returnsTheBodysResult)
 {
     EXPECT_EQ(barrier(
                   0, [] { return 7; }),
@@ -32,7 +32,7 @@ TEST(Edge, givesTheBodysResult)
     EXPECT_EQ(barrierExceptFor<CException*>(0, [] { return 7; }), 7);
 }
 
-TEST(Edge, givesTheNeutralAnswerForEveryException)
+TEST(Barrier, returnsTheDefaultForEveryException)
 {
     EXPECT_EQ(barrier(3, throwing(std::bad_alloc())), 3);
     EXPECT_EQ(barrier(3, throwing(5)), 3);
@@ -40,7 +40,7 @@ TEST(Edge, givesTheNeutralAnswerForEveryException)
     EXPECT_EQ(WatchedException::ended, 1);
 }
 
-TEST(Edge, letsTheNamedExceptionPassAndNoOther)
+TEST(Barrier, passesOnOnlyTheNamedException)
 {
     const auto outOfRange = throwing(std::out_of_range("short"));
     EXPECT_THROW(barrierExceptFor<const std::out_of_range&>(3, outOfRange), std::out_of_range);
@@ -50,7 +50,7 @@ TEST(Edge, letsTheNamedExceptionPassAndNoOther)
     EXPECT_EQ(WatchedException::ended, 1);
 }
 
-TEST(Edge, letsTheFrameworksExceptionPassAliveAndNoOther)
+TEST(Barrier, passesOnALiveFrameworkException)
 {
     EXPECT_EQ(barrierExceptFor<CException*>(3, throwing(std::bad_alloc())), 3);
     try {

@@ -26,7 +26,7 @@ protected:
     const std::wstring picture = installation.path(L"commit\\screendump.bmp");
 };
 
-// A file's name beside the installation folder, not below it; the file goes with its object.
+// A file's name next to the installation folder, not below it; the file goes with its object.
 struct FileOutside {
     FileOutside() : path(temporaryFolder() + std::to_wstring(GetCurrentProcessId()) + L".mcam") {}
     ~FileOutside() { DeleteFileW(path.c_str()); }
@@ -45,13 +45,13 @@ TEST_F(HostDocument, hasAtMost260CharactersInItsName)
 {
     standin::setState("geo_filename", L"C:\\a.mcam");
     EXPECT_EQ(hostFileName(), L"C:\\a.mcam");
-    std::fill_n(geo_filename, 260, L'n'); // without a zero
+    std::fill_n(geo_filename, 260, L'n'); // without a null terminator
     EXPECT_EQ(hostFileName(), std::wstring(260, L'n'));
     geo_filename[0] = L'\0';
     EXPECT_EQ(hostFileName(), L"");
 }
 
-TEST_F(HostDocument, isSavedUnderItsOwnNameAndRefreshed)
+TEST_F(HostDocument, isSavedAndRefreshed)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -61,7 +61,7 @@ TEST_F(HostDocument, isSavedUnderItsOwnNameAndRefreshed)
     EXPECT_FALSE(AddInState::event37Seen());
 }
 
-TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)
+TEST_F(HostDocument, isRefreshedWhenSavingFails)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -74,7 +74,7 @@ TEST_F(HostDocument, isRefreshedAlsoWhenItsSavingFails)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostDocument, leavesALineInTheDebuggersOutputWhenItsSavingFails)
+TEST_F(HostDocument, logsAFailedSaveToTheDebugger)
 {
     static std::string output;
     output.clear();
@@ -95,7 +95,7 @@ TEST_F(HostDocument, leavesALineInTheDebuggersOutputWhenItsSavingFails)
     EXPECT_EQ(output, std::string(50, '-') + " !status\n");
 }
 
-TEST_F(HostDocument, isSavedWithoutAParentWhenTheHostHasNoInterface)
+TEST_F(HostDocument, isSavedWithoutAnInterface)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -128,7 +128,7 @@ TEST_F(HostDocument, hasChangedWhenTheHostSaysSo)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostDocument, isSavedUnderItsCurrentNameWithoutAWindow)
+TEST_F(HostDocument, isSavedUnderItsCurrentName)
 {
     const std::wstring name = installation.path(L"a.mcam");
     standin::setState("geo_filename", name);
@@ -141,7 +141,7 @@ TEST_F(HostDocument, isSavedUnderItsCurrentNameWithoutAWindow)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostDocument, isPicturedOverTheLastPictureWithoutBeingSaved)
+TEST_F(HostDocument, isCapturedOverTheLastPicture)
 {
     writeBytes(picture, "old");
     takeScreenCapture();
@@ -149,7 +149,7 @@ TEST_F(HostDocument, isPicturedOverTheLastPictureWithoutBeingSaved)
     EXPECT_EQ(readBytes(picture).value_or("").substr(0, 2), "BM");
 }
 
-TEST_F(HostDocument, isPicturedSilentlyWithoutAFolder)
+TEST_F(HostDocument, isNotCapturedWithoutAFolder)
 {
     removeFolder(installation.path(L"commit"));
     takeScreenCapture();

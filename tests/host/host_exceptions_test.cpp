@@ -30,13 +30,13 @@ const std::vector<std::string> discarding = {"message of 255", "end"};
 
 } // namespace
 
-TEST(HostException, isDiscardedAfterItsMessageWasFetchedOnceInto255Characters)
+TEST(HostException, isDeletedAfterItsMessageIsRead)
 {
     discard(new NotedException);
     EXPECT_EQ(calls, discarding);
 }
 
-TEST(HostCall, isTrueWhenTheHostAnswersAndFalseWhenItRaises)
+TEST(HostCall, returnsFalseWhenTheHostRaises)
 {
     EXPECT_TRUE(callHost([] {}));
     EXPECT_EQ(calls, std::vector<std::string>{});
@@ -44,7 +44,7 @@ TEST(HostCall, isTrueWhenTheHostAnswersAndFalseWhenItRaises)
     EXPECT_EQ(calls, discarding);
 }
 
-TEST(HostCall, letsEveryOtherExceptionPass)
+TEST(HostCall, passesOnEveryOtherException)
 {
     EXPECT_THROW(callHost([] { throw std::bad_alloc(); }), std::bad_alloc);
 }

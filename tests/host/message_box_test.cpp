@@ -10,7 +10,7 @@ using namespace testing_support;
 
 using Messages = HostFixture;
 
-TEST_F(Messages, areShownUnderTheProductsNameByDefault)
+TEST_F(Messages, haveTheProductsNameAsTitle)
 {
     showMessage(L"Failed to load file.");
     showMessage(L"", L"text");
@@ -20,7 +20,7 @@ TEST_F(Messages, areShownUnderTheProductsNameByDefault)
                                  LR"(ui message-box("Caption", "text"))"}));
 }
 
-TEST_F(Messages, lieOverTheHostsMainWindow)
+TEST_F(Messages, areOwnedByTheMainWindow)
 {
     static HWND owner;
     owner = nullptr;
@@ -46,14 +46,14 @@ TEST_F(Messages, askForTheMainWindowUntilThereIsOne)
     EXPECT_NE(getMainFrameWindow(), nullptr); // kept, not asked for again
 }
 
-TEST_F(Messages, outliveAHostThatRaisesWhenAskedForItsWindow)
+TEST_F(Messages, surviveAWindowException)
 {
     standin::raiseNext("get_MainFrame");
     EXPECT_EQ(getMainFrameWindow(), nullptr);
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(Messages, neverTellOfARaisedFrameworkException)
+TEST_F(Messages, hideFrameworkExceptions)
 {
     standin::raiseNext("set_db_unchanged");
     EXPECT_FALSE(callHost([] { set_db_unchanged(); }));
@@ -62,7 +62,7 @@ TEST_F(Messages, neverTellOfARaisedFrameworkException)
     EXPECT_EQ(newTrace(), (Lines{L"ui set_db_unchanged() raised", L"ui set_db_unchanged()"}));
 }
 
-TEST_F(Messages, letOtherExceptionsThrough)
+TEST_F(Messages, passOnOtherExceptions)
 {
     EXPECT_THROW(callHost([] { throw std::runtime_error("other"); }), std::runtime_error);
 }

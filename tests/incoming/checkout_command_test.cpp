@@ -28,9 +28,9 @@ namespace {
 
 constexpr wchar_t notLoaded[] = LR"(ui message-box("TORVA ZEM", "Failed to load file."))";
 
-class CheckoutRequest : public HostFixture {
+class Checkout : public HostFixture {
 protected:
-    CheckoutRequest()
+    Checkout()
     {
         // A temporary folder of the test's own: the names below are taken and given up in it.
         SetEnvironmentVariableW(L"TMP", installation.path(L"user temp").c_str());
@@ -79,8 +79,9 @@ void answerWith(const std::wstring& text)
     answerWith(static_cast<LONGLONG>(size), static_cast<DWORD>(size));
 }
 
-// A check-out of a Companion that runs, so that it is asked, and is not installed, which is told.
-class AnsweredCheckout : public CheckoutRequest {
+// A check-out of a Companion that runs, so that it is asked, and is not installed, which is
+// reported.
+class AnsweredCheckout : public Checkout {
 protected:
     AnsweredCheckout()
     {
@@ -92,7 +93,7 @@ protected:
         LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
 };
 
-// The steps that close what a check-in answer closes, each with the identity it left behind.
+// The steps that close what a check-in answer closes, each with the identity it left.
 Lines closingSteps;
 
 void noteStep(const std::wstring& step)
@@ -128,7 +129,7 @@ void noteClosingSteps()
 
 } // namespace
 
-TEST_F(CheckoutRequest, startsTheCompanionTwiceWhenItDoesNotRun)
+TEST_F(Checkout, startsTheCompanionTwiceWhenStopped)
 {
     recordCompanionStarts(installation);
     EXPECT_EQ(m_load(0), 0);
@@ -142,7 +143,7 @@ TEST_F(CheckoutRequest, startsTheCompanionTwiceWhenItDoesNotRun)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CheckoutRequest, startsTheCompanionOnceWhenItRuns)
+TEST_F(Checkout, startsARunningCompanionOnce)
 {
     recordCompanionStarts(installation);
     const HANDLE semaphore = CreateSemaphoreW(nullptr, 1, 1, companionSemaphoreName.c_str());
@@ -153,14 +154,14 @@ TEST_F(CheckoutRequest, startsTheCompanionOnceWhenItRuns)
     EXPECT_EQ(lines[0].rfind(L"0 --checkout ", 0), 0u);
 }
 
-TEST_F(CheckoutRequest, clearsThePendingRequestFirst)
+TEST_F(Checkout, clearsThePendingRequestFirst)
 {
     parkOpenRequest({5, L"C:\\a.mcam"});
     m_load(0); // the Companion is missing
     EXPECT_FALSE(isRequestPending());
 }
 
-TEST_F(CheckoutRequest, endsWhenTheCompanionCannotBeStarted)
+TEST_F(Checkout, endsWithoutACompanion)
 {
     EXPECT_EQ(m_load(0), 0);
     EXPECT_EQ(
@@ -170,7 +171,7 @@ TEST_F(CheckoutRequest, endsWhenTheCompanionCannotBeStarted)
     EXPECT_TRUE(std::filesystem::is_empty(installation.path(L"user temp")));
 }
 
-TEST_F(CheckoutRequest, goesOnWhenTheCompanionRunsButIsNotInstalled)
+TEST_F(Checkout, continuesWithAnUninstalledCompanion)
 {
     const HANDLE semaphore = CreateSemaphoreW(nullptr, 1, 1, companionSemaphoreName.c_str());
     EXPECT_EQ(m_load(0), 0);
@@ -179,14 +180,14 @@ TEST_F(CheckoutRequest, goesOnWhenTheCompanionRunsButIsNotInstalled)
     EXPECT_FALSE(std::filesystem::is_empty(installation.path(L"user temp")));
 }
 
-TEST_F(CheckoutRequest, namesTheExchangeFileWithADoubledBackslash)
+TEST_F(Checkout, doublesABackslashInTheFilesName)
 {
     const std::wstring name = makeExchangeFileName();
     EXPECT_EQ(name.rfind(folder + L"\\TORVA ZEM-", 0), 0u) << name;
     EXPECT_EQ(name.substr(name.size() - 4), L".tmp");
 }
 
-TEST_F(CheckoutRequest, givesUpWhenTheNamesOfTheSecondAreTaken)
+TEST_F(Checkout, givesUpWhenTheNameIsTaken)
 {
     const std::int64_t now = _time64(nullptr);
     for (std::int64_t second = now; second < now + 300; ++second)
@@ -194,7 +195,7 @@ TEST_F(CheckoutRequest, givesUpWhenTheNamesOfTheSecondAreTaken)
     EXPECT_EQ(makeExchangeFileName(), L"");
 }
 
-TEST_F(CheckoutRequest, readsAnEmptyAnswerBecauseOpeningEmptiesTheFile)
+TEST_F(Checkout, emptiesTheAnswerByOpeningIt)
 {
     const std::wstring file = folder + L"answer.tmp";
     writeBytes(file, "C\0A\0D\0001\0 \0x\0");
@@ -203,7 +204,7 @@ TEST_F(CheckoutRequest, readsAnEmptyAnswerBecauseOpeningEmptiesTheFile)
     EXPECT_EQ(readAnswer(L""), L"");
 }
 
-TEST_F(CheckoutRequest, readsNothingWhileTheListenersHandleIsInvalid)
+TEST_F(Checkout, readsNothingWithoutAListenerFile)
 {
     answerWith(2, 2);
     AddInState::setCommandFile(INVALID_HANDLE_VALUE);
@@ -212,7 +213,7 @@ TEST_F(CheckoutRequest, readsNothingWhileTheListenersHandleIsInvalid)
     EXPECT_EQ(readAnswer(folder + L"null.tmp"), std::wstring(L"\u6161\0", 2));
 }
 
-TEST_F(CheckoutRequest, readsAnAnswerOfUpTo65536Bytes)
+TEST_F(Checkout, readsAnAnswerOfUpTo65536Bytes)
 {
     answerWith(65536, 65536);
     EXPECT_EQ(readAnswer(folder + L"longest.tmp").size(), 65536u);
@@ -222,7 +223,7 @@ TEST_F(CheckoutRequest, readsAnAnswerOfUpTo65536Bytes)
     EXPECT_EQ(bytesAsked, 0u);
 }
 
-TEST_F(CheckoutRequest, takesTheBytesReadForTheAnswersLength)
+TEST_F(Checkout, usesBytesAsTheAnswersLength)
 {
     answerWith(8, 3);
     EXPECT_EQ(readAnswer(folder + L"answer.tmp"), L"\u6161\u6161\u6161");
@@ -231,7 +232,7 @@ TEST_F(CheckoutRequest, takesTheBytesReadForTheAnswersLength)
     EXPECT_EQ(readAnswer(folder + L"empty.tmp"), L"");
 }
 
-TEST_F(CheckoutRequest, takesTheKindOfAnAnsweredFile)
+TEST_F(Checkout, takesTheAnsweredFilesType)
 {
     const CheckoutCommand command = parseAnswer(L"CAD1234 C:\\Parts\\bracket.mcam");
     EXPECT_EQ(command.id, 1234);
@@ -241,7 +242,7 @@ TEST_F(CheckoutRequest, takesTheKindOfAnAnsweredFile)
     EXPECT_EQ(AddInState::fileTypePrefix(), L"CAD");
 }
 
-TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
+TEST_F(Checkout, closesTheFileOnACheckIn)
 {
     const WatchedMessageWindow window;
     AddInState::setRequestId(5);
@@ -261,7 +262,7 @@ TEST_F(CheckoutRequest, forgetsAndClosesTheFileOnACheckInAnswer)
     EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
 }
 
-TEST_F(CheckoutRequest, forgetsBeforeItClosesOnACheckInAnswer)
+TEST_F(Checkout, forgetsBeforeItCloses)
 {
     const WatchedMessageWindow window;
     AddInState::setRequestId(5);
@@ -273,7 +274,7 @@ TEST_F(CheckoutRequest, forgetsBeforeItClosesOnACheckInAnswer)
                                    LR"(post 3 after 0 0 "")"}));
 }
 
-TEST_F(CheckoutRequest, loadsTheAnsweredFileAndMakesItTheCurrentOne)
+TEST_F(Checkout, loadsTheAnsweredFile)
 {
     const std::wstring part = makePart();
     loadAnsweredFile({12, part});
@@ -282,7 +283,7 @@ TEST_F(CheckoutRequest, loadsTheAnsweredFileAndMakesItTheCurrentOne)
     EXPECT_TRUE(AddInState::recentFiles().empty());
 }
 
-TEST_F(CheckoutRequest, tellsOfAnAnswerWithoutAFile)
+TEST_F(Checkout, reportsAnAnswerWithoutAFile)
 {
     for (const CheckoutCommand& command :
          {CheckoutCommand{0, L"C:\\a.mcam"}, CheckoutCommand{5, L""}, CheckoutCommand{}}) {
@@ -291,7 +292,7 @@ TEST_F(CheckoutRequest, tellsOfAnAnswerWithoutAFile)
     }
 }
 
-TEST_F(CheckoutRequest, tellsOfAnAnsweredFileThatCannotBeLoaded)
+TEST_F(Checkout, reportsAnUnloadableFile)
 {
     AddInState::setZemId(5);
     AddInState::setFilePath(L"C:\\old.mcam");
@@ -304,7 +305,7 @@ TEST_F(CheckoutRequest, tellsOfAnAnsweredFileThatCannotBeLoaded)
     EXPECT_EQ(AddInState::filePath(), L"");
 }
 
-TEST_F(AnsweredCheckout, loadsThePartThatTheAnswerNames)
+TEST_F(AnsweredCheckout, loadsTheNamedPart)
 {
     const std::wstring part = makePart();
     answerWith(L"PRT12 " + part);
@@ -320,7 +321,7 @@ TEST_F(AnsweredCheckout, loadsThePartThatTheAnswerNames)
     EXPECT_EQ(AddInState::fileTypePrefix(), L"PRT");
 }
 
-TEST_F(AnsweredCheckout, tellsOfAnAnswerThatNamesNoFileOrNoNumber)
+TEST_F(AnsweredCheckout, reportsAnIncompleteAnswer)
 {
     for (const wchar_t* answer : {L"CAD C:\\f.mcam", L"CAD0 C:\\f.mcam", L"CAD7"}) {
         answerWith(answer);
@@ -330,7 +331,7 @@ TEST_F(AnsweredCheckout, tellsOfAnAnswerThatNamesNoFileOrNoNumber)
     }
 }
 
-TEST_F(AnsweredCheckout, throwsOutOfTheEntryPointForAFirstWordOfTwoCharacters)
+TEST_F(AnsweredCheckout, throwsForATwoLetterWord)
 {
     answerWith(L"CA C:\\f.mcam");
     EXPECT_THROW(m_load(0), std::out_of_range);

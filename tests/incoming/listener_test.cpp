@@ -110,7 +110,7 @@ TEST_F(Listener, carriesOutACheckInInOrder)
     EXPECT_EQ(AddInState::filePath(), L"");
 }
 
-TEST_F(Listener, carriesOutACheckInOfTheWordAlone)
+TEST_F(Listener, carriesOutABareCheckIn)
 {
     send("CHECKIN");
     EXPECT_EQ(newTrace(3), checkInCalls);
@@ -124,7 +124,7 @@ TEST_F(Listener, postsAWindowMoveOnACheckIn)
     EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
 }
 
-TEST_F(Listener, goesOnWhenTheHostRaisesDuringACheckIn)
+TEST_F(Listener, survivesAnExceptionInACheckIn)
 {
     for (const char* operation : {"m_fclose", "set_db_unchanged", "post_FT_command"})
         standin::raiseNext(operation);
@@ -161,7 +161,7 @@ TEST_F(Listener, replacesAPendingRequestByALaterOne)
     EXPECT_EQ(AddInState::recentFiles().size(), 1u);
 }
 
-TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
+TEST_F(Listener, dropsMalformedRequests)
 {
     using namespace std::string_view_literals;
     const std::string_view malformed[] = {"\xEF\xBB\xBF"
@@ -184,7 +184,7 @@ TEST_F(Listener, dropsMalformedRequestsAndServesTheNext)
     }
 }
 
-TEST_F(Listener, keepsTheRequestIdWhenARequestIsMalformed)
+TEST_F(Listener, keepsTheIdOnAMalformedRequest)
 {
     AddInState::setRequestId(5);
     for (const char* text : {"nospace",
@@ -207,7 +207,7 @@ TEST_F(Listener, readsARequestOfExactly65536Bytes)
     EXPECT_EQ(newTrace(1), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
 }
 
-TEST_F(Listener, endsForGoodOnARequestOf65537BytesAndLeavesItInPlace)
+TEST_F(Listener, endsForGoodOn65537Bytes)
 {
     const std::string request = openRequest(8, std::string(65537 - 6, 'p'));
     send(request);
@@ -217,13 +217,13 @@ TEST_F(Listener, endsForGoodOnARequestOf65537BytesAndLeavesItInPlace)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(Listener, makesANewCommandFileWhenSomebodyDeletedIt)
+TEST_F(Listener, recreatesADeletedCommandFile)
 {
     ASSERT_TRUE(DeleteFileW(commandPath.c_str()));
     expectNextRequestServed();
 }
 
-TEST_F(Listener, letsGoOfACommandFileThatWasMovedAway)
+TEST_F(Listener, releasesAMovedCommandFile)
 {
     expectNextRequestServed();
     const size_t before = countHandles();
@@ -232,7 +232,7 @@ TEST_F(Listener, letsGoOfACommandFileThatWasMovedAway)
     EXPECT_EQ(countHandles(), before);
 }
 
-TEST(CommandFile, isNotCreatedUnderAPathThatAZeroCutsShort)
+TEST(CommandFile, isNotCreatedUnderATruncatedPath)
 {
     const Installation installation;
     const std::wstring other = installation.path(L"precious.txt");
@@ -241,7 +241,7 @@ TEST(CommandFile, isNotCreatedUnderAPathThatAZeroCutsShort)
     EXPECT_EQ(readBytes(other), "precious");
 }
 
-TEST(CommandFile, isEmptiedAndRemovedUnderItsNameWhereALinkLiesInItsPlace)
+TEST(CommandFile, replacesALinkUnderItsName)
 {
     const Installation installation;
     const std::wstring other = installation.path(L"linked.txt");
@@ -253,7 +253,7 @@ TEST(CommandFile, isEmptiedAndRemovedUnderItsNameWhereALinkLiesInItsPlace)
     EXPECT_EQ(readBytes(other), "");
 }
 
-TEST_F(Listener, keepsItsFileSharedForReadingWritingAndDeleting)
+TEST_F(Listener, sharesItsFileFully)
 {
     const HANDLE file = CreateFileW(commandPath.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -276,26 +276,26 @@ TEST_F(ListenerCycle, pausesOnceOverItsOwnFile)
     CloseHandle(AddInState::commandFile());
 }
 
-TEST_F(ListenerCycle, pausesTwiceOverAFileOfSomebodyElses)
+TEST_F(ListenerCycle, pausesTwiceOverAForeignFile)
 {
     writeBytes(commandPath, "");
     EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100, 100}));
 }
 
-TEST_F(Listener, usesTheWholeTextAlsoWhenLessCouldBeRead)
+TEST_F(Listener, usesTheWholeTextOnAShortRead)
 {
     EXPECT_EQ(readCommandFile(INVALID_HANDLE_VALUE, 3), std::string(3, '\0'));
     EXPECT_EQ(commandFileSize(INVALID_HANDLE_VALUE), 0);
 }
 
-TEST_F(Listener, runsBesideANetworkThreadThatHasStartedTheSocketsLibrary)
+TEST_F(Listener, runsAlongsideTheNetworkThread)
 {
     EXPECT_TRUE(waitUntil([] { return isSocketsLibraryStarted(); }));
     // This one and the listener are left.
     EXPECT_TRUE(waitUntil([] { return countThreads(GetCurrentProcessId()) == 2; }));
 }
 
-TEST(NetworkThread, endsWithASocketThatListensNowhere)
+TEST(NetworkThread, leavesANonListeningSocket)
 {
     ASSERT_FALSE(isSocketsLibraryStarted());
     EXPECT_EQ(networkThread(nullptr), 0u);

@@ -18,9 +18,9 @@ namespace {
 constexpr wchar_t notThere[] = LR"(ui message-box("TORVA ZEM", "The file does not exist."))";
 constexpr wchar_t notLoaded[] = LR"(ui message-box("TORVA ZEM", "Failed to load file."))";
 
-class LoadPipeline : public HostFixture {
+class Load : public HostFixture {
 protected:
-    LoadPipeline() { installation.endStandardInput(); }
+    Load() { installation.endStandardInput(); }
 
     std::wstring opened(const std::wstring& path, const wchar_t* result = L"-> true")
     {
@@ -60,7 +60,7 @@ protected:
 
 } // namespace
 
-TEST_F(LoadPipeline, opensNamesAndSavesAPartFileInOrder)
+TEST_F(Load, opensNamesAndSavesAPart)
 {
     const std::wstring path = makePart(L"new part.emcam");
     EXPECT_TRUE(loadFile(path));
@@ -70,7 +70,7 @@ TEST_F(LoadPipeline, opensNamesAndSavesAPartFileInOrder)
     EXPECT_EQ(debugLogText(), logged({1, 2, 3, 4, 5, 6, 7}, path));
 }
 
-TEST_F(LoadPipeline, logsItsPathInTheSystemsCodePage)
+TEST_F(Load, logsItsPathInTheSystemsCodePage)
 {
     const std::wstring path = installation.path(L"missing \u00C4\u4E00.mcam");
     EXPECT_FALSE(loadFile(path));
@@ -78,7 +78,7 @@ TEST_F(LoadPipeline, logsItsPathInTheSystemsCodePage)
               "Loading File #1: " + toUtf8(installation.path(L"missing ")) + "\xC4?.mcam\r\n");
 }
 
-TEST_F(LoadPipeline, forgetsTheCurrentFileFirst)
+TEST_F(Load, forgetsTheCurrentFileFirst)
 {
     AddInState::setZemId(5);
     AddInState::setFilePath(L"C:\\old.mcam");
@@ -93,7 +93,7 @@ TEST_F(LoadPipeline, forgetsTheCurrentFileFirst)
     EXPECT_EQ(AddInState::ncPathNumber(), -1);
 }
 
-TEST_F(LoadPipeline, endsWithoutAWordWhenTheHostCannotOpenTheFile)
+TEST_F(Load, endsSilentlyWhenOpeningFails)
 {
     const std::wstring path = makePart();
     standin::failNext("DoFileOpen");
@@ -102,7 +102,7 @@ TEST_F(LoadPipeline, endsWithoutAWordWhenTheHostCannotOpenTheFile)
     EXPECT_EQ(debugLogText(), logged({1}, path));
 }
 
-TEST_F(LoadPipeline, takesARaisedExceptionForAFailedOpening)
+TEST_F(Load, treatsAnExceptionAsAFailedOpening)
 {
     const std::wstring path = makePart();
     standin::raiseNext("DoFileOpen");
@@ -111,7 +111,7 @@ TEST_F(LoadPipeline, takesARaisedExceptionForAFailedOpening)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(LoadPipeline, cutsTheDocumentsNameAtTheLastDotOfTheWholePath)
+TEST_F(Load, cutsTheNameAtThePathsLastDot)
 {
     CreateDirectoryW(installation.path(L"a.b").c_str(), nullptr);
     const std::wstring path = makePart(L"a.b\\part");
@@ -119,7 +119,7 @@ TEST_F(LoadPipeline, cutsTheDocumentsNameAtTheLastDotOfTheWholePath)
     EXPECT_EQ(standin::state("geo_filename"), installation.path(L"a.mcam"));
 }
 
-TEST_F(LoadPipeline, cutsALongDocumentNameAt260Characters)
+TEST_F(Load, cutsADocumentNameAt260Characters)
 {
     std::wstring folder = installation.root();
     while (folder.size() < 255) {
@@ -133,7 +133,7 @@ TEST_F(LoadPipeline, cutsALongDocumentNameAt260Characters)
     EXPECT_EQ(std::wstring(geo_filename, 260), path.substr(0, 260));
 }
 
-TEST_F(LoadPipeline, showsTheDocumentInTheTitle)
+TEST_F(Load, showsTheDocumentInTheTitle)
 {
     const std::wstring path = makePart(L"new.mcam");
     std::wstring raised = path;
@@ -146,7 +146,7 @@ TEST_F(LoadPipeline, showsTheDocumentInTheTitle)
     EXPECT_EQ(standin::state("title"), L"Host - part  " + raised);
 }
 
-TEST_F(LoadPipeline, readsNoMoreThan1023CharactersOfTheTitle)
+TEST_F(Load, reads1023CharactersOfTheTitle)
 {
     const std::wstring path = makePart(L"n.mcam");
     standin::setState("title", std::wstring(1100, L't'));
@@ -154,7 +154,7 @@ TEST_F(LoadPipeline, readsNoMoreThan1023CharactersOfTheTitle)
     EXPECT_EQ(standin::state("title").substr(0, 1025), std::wstring(1023, L't') + L"  ");
 }
 
-TEST_F(LoadPipeline, appliesTheMachineOfTheRequestAndDeletesItsFile)
+TEST_F(Load, appliesTheRequestsMachine)
 {
     const std::wstring path = makePart();
     const std::wstring settings = installation.path(L"temp\\mcsettings-17.txt");
@@ -174,7 +174,7 @@ TEST_F(LoadPipeline, appliesTheMachineOfTheRequestAndDeletesItsFile)
     EXPECT_EQ(AddInState::secondSettingsNumber(), 4);
 }
 
-TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
+TEST_F(Load, savesAndCommitsACadFile)
 {
     const std::wstring path = makePart(L"model.catpart");
     const std::wstring named = installation.path(L"model.mcam");
@@ -200,7 +200,7 @@ TEST_F(LoadPipeline, savesAndCommitsACadFileAndMarksNothing)
     EXPECT_EQ(debugLogText(), logged({1, 2, 3}, path) + logged({3}, L"CAD"));
 }
 
-TEST_F(LoadPipeline, loadsACadFileAlsoWhenTheHostRaisesInItsSetupSheet)
+TEST_F(Load, loadsACadFileDespiteASheetException)
 {
     const std::wstring path = makePart(L"model.catpart");
     setSettings("AlwaysSaveTools=y\n");
@@ -214,7 +214,7 @@ TEST_F(LoadPipeline, loadsACadFileAlsoWhenTheHostRaisesInItsSetupSheet)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(LoadPipeline, takesOnlyTheExactPrefixForACadFile)
+TEST_F(Load, needsTheExactPrefixOfACadFile)
 {
     const std::wstring path = makePart();
     for (const wchar_t* prefix : {L"cad", L"CA", L""}) {
@@ -224,7 +224,7 @@ TEST_F(LoadPipeline, takesOnlyTheExactPrefixForACadFile)
     }
 }
 
-TEST_F(LoadPipeline, savesWithoutAParentWhenTheHostHasNoInterface)
+TEST_F(Load, savesWithoutAnInterface)
 {
     const std::wstring path = makePart();
     standin::failNext("GetMastercamApp");
@@ -232,7 +232,7 @@ TEST_F(LoadPipeline, savesWithoutAParentWhenTheHostHasNoInterface)
     EXPECT_EQ(newTrace(), (Lines{opened(path), unchanged, saved(path, L"null"), unchanged}));
 }
 
-TEST_F(LoadPipeline, goesOnWhenALaterStepFails)
+TEST_F(Load, continuesWhenALaterStepFails)
 {
     const std::wstring path = makePart();
     standin::failNext("CFile_DoFileSave");
@@ -242,7 +242,7 @@ TEST_F(LoadPipeline, goesOnWhenALaterStepFails)
     EXPECT_EQ(newTrace(), expected);
 }
 
-TEST_F(LoadPipeline, goesOnWhenTheHostRejectsTheMachine)
+TEST_F(Load, continuesWhenTheMachineIsRejected)
 {
     const std::wstring path = makePart();
     writeBytes(installation.path(L"temp\\mcsettings-0.txt"), "C:\\M.mcam-mmd");
@@ -252,11 +252,11 @@ TEST_F(LoadPipeline, goesOnWhenTheHostRejectsTheMachine)
     EXPECT_FALSE(readBytes(installation.path(L"temp\\mcsettings-0.txt")).has_value());
 }
 
-TEST_F(LoadPipeline, outlivesAnExceptionAtEachHostCall)
+TEST_F(Load, survivesAnExceptionAtEachHostCall)
 {
     struct Case {
         const char* operation;
-        size_t line; // of the whole load's trace; the raised call stands there
+        size_t line; // of the whole load's trace; the raised call is there
     };
     const Case cases[] = {{"SetActiveMachine", 1},
                           {"set_db_unchanged", 2},
@@ -279,7 +279,7 @@ TEST_F(LoadPipeline, outlivesAnExceptionAtEachHostCall)
     }
 }
 
-TEST_F(LoadPipeline, wakesTheCatiaReaderWhenTheSettingsSaySo)
+TEST_F(Load, wakesTheCatiaReaderIfEnabled)
 {
     const std::wstring path = makePart();
     const std::wstring woken = L"ui catread5x.m_notify(6) -> 0";
@@ -291,7 +291,7 @@ TEST_F(LoadPipeline, wakesTheCatiaReaderWhenTheSettingsSaySo)
     EXPECT_NE(GetModuleHandleW(L"catread5x.dll"), nullptr); // loaded for good
 }
 
-TEST_F(LoadPipeline, leavesTheCatiaReaderAloneOtherwise)
+TEST_F(Load, leavesTheCatiaReaderAsleepOtherwise)
 {
     const std::wstring path = makePart();
     for (const char* settings : {"MCXCATIA=yes\n", "MCXCATIA=n\n", "MCXCATIA= y\n", "MCXCATIA=y"}) {
@@ -301,7 +301,7 @@ TEST_F(LoadPipeline, leavesTheCatiaReaderAloneOtherwise)
     }
 }
 
-TEST_F(LoadPipeline, passesOverACatiaReaderItCannotReach)
+TEST_F(Load, ignoresAnUnreachableCatiaReader)
 {
     const std::wstring path = makePart();
     setSettings("MCXCATIA=y\n");
@@ -313,7 +313,7 @@ TEST_F(LoadPipeline, passesOverACatiaReaderItCannotReach)
     EXPECT_EQ(newTrace(), wholeLoad(path));
 }
 
-TEST_F(LoadPipeline, makesTheOpenedFileTheCurrentOne)
+TEST_F(Load, makesTheOpenedFileTheCurrentOne)
 {
     const std::wstring path = makePart();
     EXPECT_TRUE(openFile({12, path}));
@@ -324,13 +324,13 @@ TEST_F(LoadPipeline, makesTheOpenedFileTheCurrentOne)
     EXPECT_EQ(AddInState::recentFiles()[0].path, path);
 }
 
-TEST_F(LoadPipeline, keepsANegativeIdAsItsUnsignedValue)
+TEST_F(Load, keepsANegativeIdAsUnsigned)
 {
     EXPECT_TRUE(openFile({-2, makePart()}));
     EXPECT_EQ(AddInState::zemId(), 0xFFFFFFFEu);
 }
 
-TEST_F(LoadPipeline, restoresAndActivatesTheHostsWindow)
+TEST_F(Load, restoresTheHostsWindow)
 {
     const HWND window = getMainFrameWindow();
     ShowWindow(window, SW_MINIMIZE);
@@ -340,7 +340,7 @@ TEST_F(LoadPipeline, restoresAndActivatesTheHostsWindow)
     EXPECT_EQ(GetActiveWindow(), window);
 }
 
-TEST_F(LoadPipeline, activatesTheHostsWindowOverAnotherAndLeavesItsSize)
+TEST_F(Load, activatesTheHostsWindow)
 {
     const HWND window = getMainFrameWindow();
     CompanionDouble companion;
@@ -355,7 +355,7 @@ TEST_F(LoadPipeline, activatesTheHostsWindowOverAnotherAndLeavesItsSize)
     }
 }
 
-TEST_F(LoadPipeline, refusesSilentlyWhileTheHostIsBusy)
+TEST_F(Load, isRefusedWhileTheHostIsBusy)
 {
     standin::setState("backplot", L"true");
     EXPECT_FALSE(openFile({1, makePart()}));
@@ -363,7 +363,7 @@ TEST_F(LoadPipeline, refusesSilentlyWhileTheHostIsBusy)
     EXPECT_TRUE(AddInState::recentFiles().empty());
 }
 
-TEST_F(LoadPipeline, tellsOfAMissingFileAndRemembersItAllTheSame)
+TEST_F(Load, reportsAndRemembersAMissingFile)
 {
     EXPECT_FALSE(openFile({1, installation.path(L"missing.mcam")}));
     EXPECT_EQ(newTrace(), Lines{notThere});
@@ -372,7 +372,7 @@ TEST_F(LoadPipeline, tellsOfAMissingFileAndRemembersItAllTheSame)
     EXPECT_EQ(newTrace(), Lines{notThere});
 }
 
-TEST_F(LoadPipeline, tellsOfAFileThatCannotBeLoadedAndForgetsTheCurrentOne)
+TEST_F(Load, reportsAFailureAndForgetsTheFile)
 {
     const std::wstring path = makePart();
     AddInState::setZemId(5);

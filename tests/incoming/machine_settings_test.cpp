@@ -35,7 +35,7 @@ TEST_F(MachineSettingsFile, isReadOnItsFirstLineOnly)
     EXPECT_FALSE(exists(-3));
 }
 
-TEST_F(MachineSettingsFile, ofAnotherRequestIsLeftAlone)
+TEST_F(MachineSettingsFile, isIgnoredForAnotherRequest)
 {
     AddInState::setRequestId(1);
     writeBytes(file(2), "2|8|9|C:\\M");
@@ -45,7 +45,7 @@ TEST_F(MachineSettingsFile, ofAnotherRequestIsLeftAlone)
     EXPECT_TRUE(exists(2));
 }
 
-TEST_F(MachineSettingsFile, staysWhenItIsEmptyAndStaysOpen)
+TEST_F(MachineSettingsFile, staysOpenWhenEmpty)
 {
     writeBytes(file(0), "");
     transferMachineSettings();
@@ -55,7 +55,7 @@ TEST_F(MachineSettingsFile, staysWhenItIsEmptyAndStaysOpen)
     EXPECT_EQ(GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
 }
 
-TEST_F(MachineSettingsFile, isPassedOverWhileItIsLocked)
+TEST_F(MachineSettingsFile, isIgnoredWhileLocked)
 {
     writeBytes(file(0), "0|8|9|C:\\M\n");
     const HANDLE lock = CreateFileW(file(0).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
@@ -66,7 +66,7 @@ TEST_F(MachineSettingsFile, isPassedOverWhileItIsLocked)
     EXPECT_TRUE(exists(0));
 }
 
-TEST_F(MachineSettingsFile, withoutBarsIsTheMachineWhole)
+TEST_F(MachineSettingsFile, isAllMachineWithoutBars)
 {
     AddInState::setNcPathNumber(5);
     AddInState::setSecondSettingsNumber(6);
@@ -77,7 +77,7 @@ TEST_F(MachineSettingsFile, withoutBarsIsTheMachineWhole)
     EXPECT_EQ(AddInState::secondSettingsNumber(), 6);
 }
 
-TEST_F(MachineSettingsFile, givesTheHostThePathOfAMachineAsItStands)
+TEST_F(MachineSettingsFile, passesTheMachineUnchanged)
 {
     writeBytes(installation.path(L"a.txt"), "precious");
     const Lines paths = {L"..\\..\\a.txt",
@@ -97,7 +97,7 @@ TEST_F(MachineSettingsFile, givesTheHostThePathOfAMachineAsItStands)
     EXPECT_EQ(readBytes(installation.path(L"a.txt")), "precious");
 }
 
-TEST_F(MachineSettingsFile, isNamedByTheRequestsNumberAlone)
+TEST_F(MachineSettingsFile, isNamedByTheRequestId)
 {
     for (const std::int32_t id : {std::int32_t{INT32_MIN}, std::int32_t{INT32_MAX}}) {
         AddInState::setRequestId(id);
@@ -108,7 +108,7 @@ TEST_F(MachineSettingsFile, isNamedByTheRequestsNumberAlone)
     EXPECT_EQ(newTrace(), Lines(2, activated(L"x")));
 }
 
-TEST_F(MachineSettingsFile, activatesTheMachineTwiceForACadFile)
+TEST_F(MachineSettingsFile, isAppliedTwiceForACadFile)
 {
     AddInState::setFileTypePrefix(L"CAD");
     writeBytes(file(0), "0|1|2|C:\\M\n");
@@ -116,7 +116,7 @@ TEST_F(MachineSettingsFile, activatesTheMachineTwiceForACadFile)
     EXPECT_EQ(newTrace(), (Lines{activated(L"C:\\M"), activated(L"C:\\M")}));
 }
 
-TEST_F(MachineSettingsFile, isDeletedAlsoWhenTheHostRaises)
+TEST_F(MachineSettingsFile, isDeletedDespiteAnException)
 {
     AddInState::setFileTypePrefix(L"CAD");
     writeBytes(file(0), "0|1|2|C:\\M\n");

@@ -38,7 +38,7 @@ protected:
 
 } // namespace
 
-TEST_F(MessageWindow, registersTheThreeMessagesByTheirNames)
+TEST_F(MessageWindow, registersItsThreeMessages)
 {
     EXPECT_EQ(AddInState::openMessage(), RegisterWindowMessageW(openMessageName.c_str()));
     EXPECT_EQ(AddInState::commitMessage(), RegisterWindowMessageW(commitMessageName.c_str()));
@@ -48,7 +48,7 @@ TEST_F(MessageWindow, registersTheThreeMessagesByTheirNames)
     EXPECT_GE(AddInState::openMessage(), 0xC000u);
 }
 
-TEST_F(MessageWindow, isHiddenOfItsClassAndOwnedByTheMainWindow)
+TEST_F(MessageWindow, isHiddenAndOwnedByTheMainWindow)
 {
     wchar_t name[256];
     ASSERT_NE(AddInState::messageWindow(), nullptr);
@@ -67,7 +67,7 @@ TEST_F(MessageWindow, cannotBeCreatedTwiceInAProcess)
     EXPECT_EQ(createMessageWindow(), nullptr);
 }
 
-TEST_F(MessageWindow, answersZeroWithoutAPendingRequest)
+TEST_F(MessageWindow, returnsZeroWithoutARequest)
 {
     EXPECT_EQ(sendOpenMessage(), 0);
     EXPECT_FALSE(hasOpened());
@@ -85,13 +85,13 @@ TEST_F(MessageWindow, opensThePendingRequestOnce)
     EXPECT_EQ(sendOpenMessage(), 0);
 }
 
-TEST_F(MessageWindow, isToldOfAParkedRequestByAPost)
+TEST_F(MessageWindow, isNotifiedByAPostedMessage)
 {
     parkOpenRequest({12, makePart()});
     EXPECT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
 }
 
-TEST_F(MessageWindow, leavesTheRequestPendingWhileTheMainWindowIsDisabled)
+TEST_F(MessageWindow, waitsWhileTheHostIsDisabled)
 {
     parkOpenRequest({12, makePart()});
     standin::setState("main_window_enabled", L"false");
@@ -105,7 +105,7 @@ TEST_F(MessageWindow, leavesTheRequestPendingWhileTheMainWindowIsDisabled)
     EXPECT_TRUE(hasOpened());
 }
 
-TEST_F(MessageWindow, leavesTheRequestPendingDuringABackplot)
+TEST_F(MessageWindow, waitsDuringABackplot)
 {
     parkOpenRequest({12, makePart()});
     standin::setState("backplot", L"true");
@@ -116,7 +116,7 @@ TEST_F(MessageWindow, leavesTheRequestPendingDuringABackplot)
     EXPECT_EQ(sendOpenMessage(), 1);
 }
 
-TEST_F(MessageWindow, leavesTheRequestPendingWhenTheHostCannotSayWhetherItBackplots)
+TEST_F(MessageWindow, waitsWhenTheBackplotIsUnknown)
 {
     parkOpenRequest({12, makePart()});
     standin::raiseNext("BackplotActive");
@@ -126,7 +126,7 @@ TEST_F(MessageWindow, leavesTheRequestPendingWhenTheHostCannotSayWhetherItBackpl
     EXPECT_EQ(sendOpenMessage(), 1);
 }
 
-TEST_F(MessageWindow, takesTheRequestAlsoWhenItsFileCannotBeOpened)
+TEST_F(MessageWindow, takesARequestItCannotOpen)
 {
     parkOpenRequest({12, installation.path(L"missing.mcam")});
     EXPECT_EQ(sendOpenMessage(), 1);
@@ -134,7 +134,7 @@ TEST_F(MessageWindow, takesTheRequestAlsoWhenItsFileCannotBeOpened)
     EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
 }
 
-TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
+TEST_F(MessageWindow, keepsARequestThatArrivesMeanwhile)
 {
     // The message box over the missing file is the moment at which the next one comes in.
     const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
@@ -153,7 +153,7 @@ TEST_F(MessageWindow, keepsARequestThatIsParkedWhileAnotherIsBeingOpened)
     EXPECT_EQ(request->id, 2);
 }
 
-TEST_F(MessageWindow, givesEveryOtherMessageTheDefaultTreatment)
+TEST_F(MessageWindow, leavesOtherMessagesToTheDefault)
 {
     parkOpenRequest({12, makePart()});
     SendMessageW(AddInState::messageWindow(), WM_MOVE, 0, 0);
@@ -166,7 +166,7 @@ TEST_F(MessageWindow, givesEveryOtherMessageTheDefaultTreatment)
     EXPECT_STREQ(title, L"title");
 }
 
-TEST_F(MessageWindow, isForgottenWhenSomebodyClosesIt)
+TEST_F(MessageWindow, isForgottenWhenClosed)
 {
     SendMessageW(AddInState::messageWindow(), WM_CLOSE, 0, 0);
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
@@ -175,7 +175,7 @@ TEST_F(MessageWindow, isForgottenWhenSomebodyClosesIt)
     EXPECT_TRUE(isRequestPending());
 }
 
-TEST_F(MessageWindow, takesTheOpenMessageForItselfAlone)
+TEST_F(MessageWindow, ignoresAnotherWindowsMessage)
 {
     const HWND other = CreateWindowExW(0, hostInstanceName.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0,
                                        10, 10, nullptr, nullptr, nullptr, nullptr);
@@ -197,7 +197,7 @@ TEST_F(MessageWindow, holdsOnlyTheLatestRequest)
     EXPECT_FALSE(takeOpenRequest().has_value());
 }
 
-TEST_F(MessageWindow, knowsNoRequestWithIdMinusOneOrWithoutAPath)
+TEST_F(MessageWindow, ignoresIdMinusOneAndEmptyPaths)
 {
     parkOpenRequest({-1, L"C:\\a.mcam"});
     EXPECT_FALSE(isRequestPending());

@@ -25,7 +25,7 @@ TEST(RecentFileList, putsTheNewestFirst)
     EXPECT_EQ(files[2].path, L"C:\\1");
 }
 
-TEST(RecentFileList, keepsOneEntryForAPathWithTheNewerId)
+TEST(RecentFileList, keepsTheNewerIdOfAPath)
 {
     auto files = openedInOrder(3);
     addRecentFile(files, {99, L"C:\\1"});
@@ -35,14 +35,14 @@ TEST(RecentFileList, keepsOneEntryForAPathWithTheNewerId)
     EXPECT_EQ(files[2].path, L"C:\\2");
 }
 
-TEST(RecentFileList, tellsPathsApartByCase)
+TEST(RecentFileList, distinguishesPathsByCase)
 {
     auto files = openedInOrder(1);
     addRecentFile(files, {2, L"c:\\1"});
     EXPECT_EQ(files.size(), 2u);
 }
 
-TEST(RecentFileList, growsToTwentyOneAndThenDropsTheOldest)
+TEST(RecentFileList, holdsTwentyOneFiles)
 {
     EXPECT_EQ(openedInOrder(20).size(), 20u);
     EXPECT_EQ(openedInOrder(21).size(), 21u);
@@ -52,7 +52,7 @@ TEST(RecentFileList, growsToTwentyOneAndThenDropsTheOldest)
     EXPECT_EQ(files.back().path, L"C:\\2");
 }
 
-TEST(RecentFileList, dropsNothingWhenAKnownPathComesBackToAFullList)
+TEST(RecentFileList, keepsAllForAKnownPath)
 {
     auto files = openedInOrder(21);
     addRecentFile(files, {5, L"C:\\5"});

@@ -1,5 +1,5 @@
-// What the calls of the library that ships leave open in the process that holds it: each alone, and
-// a thousand of them mixed.
+// What the calls of the library that ships leave open in the process that holds it: each on its
+// own, and a thousand of them mixed.
 #include "fuzz/random.h"
 #include "life/called_library.h"
 #include "support/counts.h"
@@ -50,7 +50,7 @@ struct Objects {
 
 } // namespace
 
-TEST(LifeOfCalls, leavesOpenWhatTheTableSaysOfEachAlone)
+TEST(LifeOfCalls, leavesOpenWhatTheTableSays)
 {
     CalledLibrary library;
     for (const Row& row : rows) {
@@ -64,7 +64,7 @@ TEST(LifeOfCalls, leavesOpenWhatTheTableSaysOfEachAlone)
     }
 }
 
-TEST(LifeOfCalls, leavesOneHandleOpenForEachStartOfTheCompanion)
+TEST(LifeOfCalls, leavesAHandlePerCompanionStart)
 {
     CalledLibrary library(CompanionMarks::none);
     const LibraryCall openCompanion = {"m_main", 0, L"Open TORVA ZEM"};
@@ -74,7 +74,7 @@ TEST(LifeOfCalls, leavesOneHandleOpenForEachStartOfTheCompanion)
     EXPECT_EQ(countHandles(), before + perCall("a start of the Companion"));
 }
 
-TEST(LifeOfCalls, leavesOneHandleOpenForEachCommitOnTheCommandLine)
+TEST(LifeOfCalls, leavesAHandlePerCommandLineCommit)
 {
     CalledLibrary library(CompanionMarks::semaphore);
     library.make({"m_save"});
@@ -83,7 +83,7 @@ TEST(LifeOfCalls, leavesOneHandleOpenForEachCommitOnTheCommandLine)
     EXPECT_EQ(countHandles(), before + perCall("a commit on the command line"));
 }
 
-TEST(LifeOfCalls, leavesAnEmptyMachineSettingsFileOpen)
+TEST(LifeOfCalls, leavesAnEmptySettingsFileOpen)
 {
     CalledLibrary library;
     library.requestPart(1, "1|3|0|C:\\a.mcam-mmd\r\n");
@@ -95,7 +95,7 @@ TEST(LifeOfCalls, leavesAnEmptyMachineSettingsFileOpen)
     EXPECT_EQ(countHandles(), before + perCall("an empty machine-settings file"));
 }
 
-TEST(LifeOfCalls, leavesTheNetworkThreadsSocketOpen)
+TEST(LifeOfCalls, leavesTheNetworkSocketOpen)
 {
     CalledLibrary library;
     const auto opened = [&] {
@@ -107,7 +107,7 @@ TEST(LifeOfCalls, leavesTheNetworkThreadsSocketOpen)
     EXPECT_EQ(opened(), before + perCall("m_open"));
 }
 
-TEST(LifeOfCalls, leavesNothingElseOpenAfterAThousandMixedCalls)
+TEST(LifeOfCalls, leavesNothingElseAfter1000Calls)
 {
     CalledLibrary library;
     for (const Row& row : rows)

@@ -1,5 +1,6 @@
 #include "life/soak_plan.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace testing_support {
@@ -7,38 +8,158 @@ namespace testing_support {
 namespace {
 
 constexpr int mostPasses = 12;
+constexpr std::int32_t burstNcPath = 4;
+
+enum class Needs { nothing, aNameToSave, aKnownPart, aPart };
+
+// Pieces of the steps' texts.
+const std::map<std::wstring, std::wstring> pieces = {
+    {L"opened", LR"(> ui DoFileOpen("{document}", false, false, 1, true, *, null) -> true
+> ui SetActiveMachine("{machine}") -> true
+> ui set_db_unchanged()
+> ui CMastercamInterface.position1("{document}")
+> ui CMastercamView.position0()
+> ui CMastercamInterface.position3()
+> ui CFile_DoFileSave("{document}", main, false, false) -> true
+> ui set_db_unchanged())"},
+    {L"emptied", LR"(> other set_db_unchanged()
+> other post_FT_command("Mastercam", "OnFileNew"))"},
+    {L"setup sheet", LR"(> ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> true
+?named = line
+?named = setup-sheet id={request} file="{temp}Mastercam setup sheet {pid}.xml")"},
+    {L"host save", LR"(> ui CFile_DoFileSave("{document}", main, false, true) -> {is named}
+> ui CMastercamView.position0()
+> ui CMastercamInterface.position3())"},
+    {L"save flow", LR"(> ui NCPrefix(null) -> "{nc}"
+?requested {setup sheet}
+?known {host save}
+?unsaved > ui message-box("TORVA ZEM", "Failed to save file.")
+?saved > ui screen_to_bitmap_file("{folder}\commit\screendump.bmp", false) -> true
+?saved = line
+?saved = commit-notice id={request} file="{document}"
+?saved = commit file="{document}" id={request}
+?saved = version name="{name}" version={version} number={number} picture=yes)"},
+    {L"queue", LR"({suffixes}
+= line
+= nc-queue file="{folder}\temp\ncqueue-{request}.txt"
+{programs}
++ importNCqueue)"},
+    {L"about", LR"(= command text="--about --parentwindow {window}"
+= about parent={window}
++ m_about)"},
+    {L"check-out", LR"(! command 42001
+> ui m_load(0) -> 0
+= command text="--checkout
+= check-out
++ m_load)"},
+};
+
+std::wstring inQuotes(const std::wstring& text)
+{
+    return L'"' + text + L'"';
+}
 
 } // namespace
 
+// A line of the text, where it has a guard only if that holds: what is done (!), a line of the
+// host's trace (>), an event of the Companion (=), a call by its row of the table (+), or a piece.
 struct SoakPlan::Kind {
-    PlannedStep (SoakPlan::*plan)();
+    const char* name;
     unsigned weight; // how often among all of them
-    enum class Needs { nothing, aNameToSave, aKnownPart, aPart } needs;
+    Needs needs;
+    const wchar_t* text;
+    int part = -1; // of a send
 };
+
+static constexpr wchar_t sendText[] = LR"(! companion --send "{name}" --host {pid}
+= command text="--send "{name}" --host {pid}"
+= settings id={number} host={pid} file="{folder}\temp\mcsettings-{number}.txt"
+= sent id={number} host={pid} file="{document}"
+= taken id={number} host={pid} request=open
+{opened})";
+static constexpr wchar_t saveText[] = LR"(! command 42002
+{save flow}
+> ui m_save(0) -> 0
++ m_save)";
 
 // The first of each comes in this order before the random ones.
 const SoakPlan::Kind SoakPlan::kinds[] = {
-    {&SoakPlan::sendFirst, 2, Kind::Needs::nothing},
-    {&SoakPlan::sendSecond, 2, Kind::Needs::nothing},
-    {&SoakPlan::checkOut, 1, Kind::Needs::nothing},
-    {&SoakPlan::about, 1, Kind::Needs::nothing},
-    {&SoakPlan::ncQueue, 3, Kind::Needs::nothing},
-    {&SoakPlan::toolPicture, 3, Kind::Needs::nothing},
-    {&SoakPlan::tools, 2, Kind::Needs::nothing},
-    {&SoakPlan::menu, 4, Kind::Needs::nothing},
-    {&SoakPlan::finishingPass, 4, Kind::Needs::aPart},
-    {&SoakPlan::save, 12, Kind::Needs::aNameToSave},
-    {&SoakPlan::hostSave, 2, Kind::Needs::aKnownPart},
-    {&SoakPlan::requestsToABusyHost, 3, Kind::Needs::nothing},
-    {&SoakPlan::withdrawnRequests, 1, Kind::Needs::nothing},
-    {&SoakPlan::otherCalls, 2, Kind::Needs::nothing},
-    {&SoakPlan::forgettingEvent, 2, Kind::Needs::nothing},
-    {&SoakPlan::newFile, 2, Kind::Needs::nothing},
-    {&SoakPlan::checkIn, 2, Kind::Needs::nothing},
+    {"send", 2, Needs::nothing, sendText, 0},
+    {"send", 2, Needs::nothing, sendText, 1},
+    {"check-out", 1, Needs::nothing, L"{check-out}"},
+    {"about", 1, Needs::nothing, LR"(! command 42003
+{about}
+> ui m_about(0) -> 0)"},
+    {"NC queue", 3, Needs::nothing, LR"(! command 41107
+! command 42005
+> ui NCPrefix(null) -> "{nc}"
+> ui list_manager(1, "", 0, *)
+?named {queue}
+> ui importNCqueue() -> 0)"},
+    {"tool picture", 3, Needs::nothing, LR"(! command 42008
+> ui DrawTool(300, 400, 4, 10, 0, 59, 47, 50, 89, 12, 1)
++ DrawTool)"},
+    {"tools", 2, Needs::nothing, LR"(! command 42004
+{setup sheet}
+> ui m_tools(0) -> 0
++ m_tools)"},
+    {"menu", 4, Needs::nothing, LR"(! command 43037
+> ui m_notify(37) -> 0
+> ui menu(!"TORVA ZEM", -, "Open TORVA ZEM", "Website", "About", "Tools", "Import NC-Files"{recent files})
+?about chosen {about}
+?sheet chosen {setup sheet}
+> ui m_main(0) -> 0
++ m_main)"},
+    {"finishing pass", 4, Needs::aPart, L"! command 41108"},
+    {"save", 12, Needs::aNameToSave, saveText},
+    {"host's own save", 2, Needs::aKnownPart, LR"(! command 41103
+{host save}
+{save flow}
+> ui m_notify(5) -> 0
++ m_notify)"},
+    {"requests to a busy host", 3, Needs::nothing, LR"({requests}
+! ready
+{opened})"},
+    {"requests that a check-out withdraws", 1, Needs::nothing, LR"({requests}
+{check-out}
+! await
+! ready)"},
+    {"other calls", 2, Needs::nothing, LR"(! command 42006
+! command 42007
+! command 42009
+! command 43004
+> ui importNC() -> 0
+> ui renameNC() -> 1
+> ui OMgetActiveMachineGroup(true) -> {machine group}
+> ui TestFunction() -> 1
+> ui m_notify(4) -> 0
++ importNC
++ renameNC
++ TestFunction
++ m_notify)"},
+    {"event that forgets the file", 2, Needs::nothing, LR"(! command 430{event}
+> ui m_notify({event code}) -> 0
++ m_notify)"},
+    {"new file", 2, Needs::nothing, LR"(! companion --new-file --host {pid}
+= command text="--new-file --host {pid}"
+= new-file id=0 host={pid}
+= taken id=0 host={pid} request=new-file
+{emptied})"},
+    {"check-in", 2, Needs::nothing, LR"(! companion --check-in --host {pid}
+= command text="--check-in --host {pid}"
+= check-in id=0 host={pid} name="{sent name}"
+= taken id=0 host={pid} request=check-in
+> other m_fclose(null, 0, null)
+{emptied})"},
     // A document without a name, which cannot be saved: the system opens what its first message box
     // needs, and keeps it.
-    {&SoakPlan::save, 0, Kind::Needs::nothing},
+    {"save", 0, Needs::nothing, saveText},
 };
+
+std::wstring soakMachine(std::int32_t requestId)
+{
+    return L"C:\\Machines\\" + std::to_wstring(requestId) + L".mcam-mmd";
+}
 
 std::wstring SoakMenu::nextChoice()
 {
@@ -48,8 +169,17 @@ std::wstring SoakMenu::nextChoice()
 }
 
 SoakPlan::SoakPlan(SoakHostFacts facts, std::uint64_t seed)
-    : facts_(std::move(facts)), random_(seed), menu_(seed), nextRequestId_(facts_.firstRequestId)
+    : facts_(std::move(facts)),
+      random_(seed),
+      menu_(seed),
+      values_(pieces),
+      nextRequestId_(facts_.firstRequestId)
 {
+    values_[L"pid"] = std::to_wstring(facts_.processId);
+    values_[L"window"] = std::to_wstring(facts_.window);
+    values_[L"folder"] = facts_.folder;
+    values_[L"temp"] = facts_.temporaryFolder;
+    values_[L"nc"] = facts_.ncFolder;
 }
 
 size_t SoakPlan::warmUpSteps()
@@ -60,46 +190,207 @@ size_t SoakPlan::warmUpSteps()
 PlannedStep SoakPlan::next()
 {
     if (steps_ < std::size(kinds))
-        return (this->*kinds[steps_++].plan)();
-    ++steps_;
-    for (;;) {
-        const Kind& kind = anyKind();
-        if (isPossible(kind))
-            return (this->*kind.plan)();
-    }
-}
-
-const SoakPlan::Kind& SoakPlan::anyKind()
-{
+        return planned(kinds[steps_++]);
     unsigned all = 0;
     for (const Kind& kind : kinds)
         all += kind.weight;
-    std::uint64_t place = random_.below(all);
-    const Kind* kind = kinds;
-    for (; place >= kind->weight; ++kind)
-        place -= kind->weight;
-    return *kind;
+    for (;;) {
+        std::uint64_t place = random_.below(all);
+        const Kind* kind = kinds;
+        for (; place >= kind->weight; ++kind)
+            place -= kind->weight;
+        if (isPossible(*kind))
+            return planned(*kind);
+    }
 }
 
 bool SoakPlan::isPossible(const Kind& kind) const
 {
     switch (kind.needs) {
-    case Kind::Needs::aNameToSave:
+    case Needs::aNameToSave:
         // A document without a name waits for the user. One that is not the Companion's never comes
         // back once the host has reported a save.
-        return model_.isKnown || (isNamed() && model_.isNotified);
-    case Kind::Needs::aKnownPart:
-        return model_.isKnown && isNamed();
-    case Kind::Needs::aPart:
-        return isNamed() && model_.passes < mostPasses;
+        return isKnown_ || (isNamed() && isNotified_);
+    case Needs::aKnownPart:
+        return isKnown_ && isNamed();
+    case Needs::aPart:
+        return isNamed() && passes_ < mostPasses;
     default:
         return true;
     }
 }
 
+PlannedStep SoakPlan::planned(const Kind& kind)
+{
+    PlannedStep step = {kind.name};
+    prepare(kind);
+    describeState();
+    add(step, kind.text);
+    step.checksOut = step.leftOpen.count("m_load") > 0;
+    conclude(kind);
+    if (count(step.events, L"version name=") > 0)
+        step.version = filled(LR"({folder}\library\{name}\v{version})");
+    return step;
+}
+
 std::wstring SoakPlan::workFile(int part) const
 {
     return facts_.folder + L"\\work\\" + facts_.parts[static_cast<size_t>(part)].name + L".mcam";
+}
+
+void SoakPlan::open(int part, std::int32_t id, const std::wstring& machine, std::int32_t ncPath)
+{
+    values_[L"machine"] = machine;
+    values_[L"NC path"] = std::to_wstring(ncPath);
+    std::erase(recentFiles_, workFile(part));
+    recentFiles_.insert(recentFiles_.begin(), workFile(part));
+    requestId_ = id;
+    isKnown_ = true;
+    isChanged_ = false;
+    part_ = part;
+    passes_ = passesSaved_[static_cast<size_t>(part)];
+}
+
+// Has requests parked while the host is busy; the last one is the one that counts.
+void SoakPlan::parkRequests(unsigned most)
+{
+    const bool isWithdrawn = most == 2;
+    std::wstring acts = L"! busy\n";
+    int part = 0;
+    for (std::uint64_t left = 1 + random_.below(most); left > 0; --left) {
+        part = static_cast<int>(random_.below(facts_.parts.size()));
+        acts += L"! request " + std::to_wstring(nextRequestId_) + L' ' + workFile(part) + L'\n';
+        neverOpened_.insert(nextRequestId_++);
+    }
+    values_[L"requests"] = acts + L"! push";
+    requestId_ = nextRequestId_ - 1;
+    if (isWithdrawn)
+        return;
+    neverOpened_.erase(requestId_);
+    open(part, requestId_, soakMachine(requestId_), burstNcPath);
+}
+
+// What the step's text is filled with.
+void SoakPlan::prepare(const Kind& kind)
+{
+    const std::string name = kind.name;
+    if (kind.part >= 0) {
+        const SoakPart& sent = facts_.parts[static_cast<size_t>(kind.part)];
+        open(kind.part, sent.number, sent.machine, sent.ncPath);
+        values_[L"sent name"] = sent.name + L".mcam";
+    } else if (name == "requests to a busy host") {
+        parkRequests(3);
+    } else if (name == "requests that a check-out withdraws") {
+        parkRequests(2);
+    } else if (name == "event that forgets the file") {
+        // Only event 3 reports that a save is over; without that, a document that is not known is
+        // none to save.
+        static const wchar_t* const codes[] = {L"03", L"06", L"52"};
+        values_[L"event"] = codes[isNotified_ ? random_.below(3) : 0];
+        values_[L"event code"] = std::to_wstring(std::stoi(values_[L"event"]));
+    } else if (name == "menu") {
+        const std::wstring choice = menu_.nextChoice();
+        guards_[L"about chosen"] = choice == L"About";
+        guards_[L"sheet chosen"] = choice == L"Tools" || choice == L"Import NC-Files";
+    }
+}
+
+void SoakPlan::describeState()
+{
+    guards_[L"named"] = isNamed();
+    guards_[L"known"] = isKnown_;
+    guards_[L"requested"] = requestId_ != 0;
+    guards_[L"saved"] = isSaved();
+    guards_[L"unsaved"] = !isSaved();
+    values_[L"request"] = std::to_wstring(requestId_);
+    values_[L"is named"] = isNamed() ? L"true" : L"false";
+    values_[L"machine group"] = isNamed() ? L"*" : L"null";
+    values_[L"document"] = isNamed() ? workFile(part_) : L"";
+    std::wstring& recent = values_[L"recent files"];
+    recent = recentFiles_.empty() ? L"" : L", -";
+    for (const std::wstring& file : recentFiles_)
+        recent += L", " + inQuotes(file);
+    if (!isNamed())
+        return;
+    const SoakPart& part = facts_.parts[static_cast<size_t>(part_)];
+    values_[L"name"] = part.name;
+    values_[L"number"] = std::to_wstring(part.number);
+    values_[L"version"] = std::to_wstring(versions_[static_cast<size_t>(part_)] + 1);
+    std::wstring& suffixes = values_[L"suffixes"];
+    suffixes.clear();
+    for (int i = 0; i < part.operations + passes_; ++i)
+        suffixes += L"> ui NCSuffix(null) -> \".NC\"\n";
+    std::wstring& programs = values_[L"programs"];
+    programs.clear();
+    for (const std::wstring& program : part.programs)
+        programs += L"= nc-program number=" + values_[L"NC path"] + L" file=" +
+                    inQuotes(facts_.ncFolder + program + L".NC") + L" group=" +
+                    inQuotes(part.topGroup) + L'\n';
+}
+
+void SoakPlan::add(PlannedStep& step, const std::wstring& text) const
+{
+    for (std::wstring line : linesOf(text)) {
+        if (line.starts_with(L'?')) {
+            const size_t end = line.find_first_of(L"{>=");
+            if (!guards_.at(line.substr(1, end - 2)))
+                continue;
+            line.erase(0, end);
+        }
+        if (line.starts_with(L'{')) {
+            add(step, values_.at(line.substr(1, line.size() - 2)));
+            continue;
+        }
+        const std::wstring content = filled(line.substr(2));
+        if (line.starts_with(L'!'))
+            step.acts.push_back(content);
+        else if (line.starts_with(L'>'))
+            step.trace.push_back(content);
+        else if (line.starts_with(L'='))
+            step.events.push_back(content);
+        else
+            ++step.leftOpen[toUtf8(content)];
+    }
+}
+
+std::wstring SoakPlan::filled(std::wstring line) const
+{
+    for (size_t at; (at = line.find(L'{')) != line.npos;) {
+        const size_t end = line.find(L'}', at);
+        line.replace(at, end + 1 - at, values_.at(line.substr(at + 1, end - at - 1)));
+    }
+    return line;
+}
+
+// The state that the step leaves.
+void SoakPlan::conclude(const Kind& kind)
+{
+    const std::string name = kind.name;
+    if (name == "save" || name == "host's own save") {
+        const bool isSavedNow = isSaved();
+        if (isKnown_ && isNamed()) {
+            isChanged_ = false;
+            passesSaved_[static_cast<size_t>(part_)] = passes_;
+        }
+        if (isSavedNow) {
+            isKnown_ = true;
+            ++versions_[static_cast<size_t>(part_)];
+        }
+        isNotified_ = isNotified_ && name == "save";
+    } else if (name == "finishing pass") {
+        ++passes_;
+        isChanged_ = true;
+    } else if (name == "event that forgets the file") {
+        isKnown_ = false;
+        isNotified_ = true;
+    } else if (name == "new file" || name == "check-in") {
+        requestId_ = 0;
+        part_ = -1;
+        passes_ = 0;
+        isChanged_ = false;
+        values_[L"sent name"].clear();
+        isKnown_ = isKnown_ || name == "check-in"; // its id reads 0
+    }
 }
 
 } // namespace testing_support

@@ -1,11 +1,12 @@
 // Two real hosts with the add-in that ships and one real Companion under a mixed load: nothing is
-// lost, and the hosts hold no more afterwards than the page of the calls tells.
+// lost, and the hosts hold no more afterwards than the page of the calls lists.
 //
 // SOAK_SECONDS and SOAK_SEED in the environment change how long it goes on, and the steps.
 #include "life/soaked_host.h"
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace testing_support;
@@ -47,7 +48,7 @@ protected:
         }
     }
 
-    // The numbers of the machine settings that lie there.
+    // The numbers of the machine settings in the folder.
     std::set<std::int32_t> settingsThatStay() const
     {
         const std::wstring start = L"mcsettings-";
@@ -74,7 +75,7 @@ std::string complaintsOf(const std::vector<std::unique_ptr<SoakedHost>>& hosts)
 
 } // namespace
 
-TEST_F(Soak, losesNothingAndLeavesOpenNoMoreThanItsCallsDoOnPurpose)
+TEST_F(Soak, losesAndLeaksNothing)
 {
     const auto seed = fromEnvironment("SOAK_SEED", usualSeed);
     const auto milliseconds = 1000ULL * fromEnvironment("SOAK_SECONDS", usualSeconds);
@@ -87,16 +88,16 @@ TEST_F(Soak, losesNothingAndLeavesOpenNoMoreThanItsCallsDoOnPurpose)
     run(hosts, [](const SoakedHost& host) { return host.steps() < 2 * SoakPlan::warmUpSteps(); });
     ASSERT_EQ(complaintsOf(hosts), "");
     for (const auto& host : hosts)
-        host->held().takeBearings();
+        host->noteHeld();
 
     const ULONGLONG end = GetTickCount64() + milliseconds;
     run(hosts, [&](const SoakedHost&) { return GetTickCount64() < end; });
     ASSERT_EQ(complaintsOf(hosts), "");
 
     for (const auto& host : hosts) {
-        EXPECT_EQ(host->held().complaint(), "") << "seed " << seed << ", " << host->name();
+        EXPECT_EQ(host->heldComplaint(), "") << "seed " << seed << ", " << host->name();
         std::printf("%s, %zu steps: %s\n", host->name().c_str(), host->steps(),
-                    host->held().figures().c_str());
+                    host->heldFigures().c_str());
     }
     company.events.readOn();
     EXPECT_EQ(company.events.complaint(), "") << "seed " << seed;

@@ -1,20 +1,25 @@
 #include "life/soaked_host.h"
 
-#include "endtoend/command_file_plan.h"
+#include "peer/exchange_paths.h"
 #include "support/companion_double.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <set>
+#include <string_view>
 #include <utility>
 
 namespace testing_support {
 
 namespace {
 
-using Way = Act::Way;
-
 constexpr unsigned long long betweenCheckoutsMs = 1100;
 constexpr int mostMenus = 20'000;
+// Whatever the calls are and however many: a leak of a kilobyte a step is well above it.
+constexpr size_t mostGrowth = 2 << 20;
+// The host keeps each line of the trace in characters of two bytes, in blocks with some room.
+constexpr size_t memoryPerTraceByte = 4;
 
 const std::array<SoakPart, 2> partsOfHosts[] = {
     {{{L"bracket",
@@ -56,6 +61,44 @@ std::string scriptOf(const Installation& installation, unsigned number, std::uin
     return script;
 }
 
+// Removes a field with an unquoted value.
+void removeField(std::wstring& event, std::wstring_view start)
+{
+    const size_t from = event.rfind(start);
+    if (from != event.npos)
+        event.erase(from, std::min(event.find(L' ', from + start.size()), event.size()) - from);
+}
+
+// An event of the log in the short form. Empty for one that no request brings about, such as a host
+// that was found.
+std::wstring shortEvent(const std::wstring& line)
+{
+    constexpr size_t dateTimeAndBlank = 24;
+    constexpr std::wstring_view checkOut = L"command text=\"--checkout";
+    static const std::set<std::wstring> unasked = {L"started", L"stopped", L"library",
+                                                   L"host-found", L"host-gone"};
+    std::wstring event = line.substr(std::min(line.size(), dateTimeAndBlank));
+    const std::wstring word = event.substr(0, event.find(L' '));
+    if (unasked.count(word) > 0)
+        return {};
+    if (word == L"line" || word == L"check-out")
+        return word;
+    if (word == L"taken")
+        removeField(event, L" after=");
+    else if (word == L"commit")
+        removeField(event, L" from=");
+    else if (word == L"nc-program")
+        removeField(event, L" bytes=");
+    else if (event.starts_with(checkOut))
+        event.resize(checkOut.size());
+    return event;
+}
+
+std::string change(const char* what, size_t before, size_t now)
+{
+    return std::string(what) + ' ' + std::to_string(before) + " to " + std::to_string(now);
+}
+
 std::string listed(const Lines& lines)
 {
     std::string text;
@@ -66,14 +109,57 @@ std::string listed(const Lines& lines)
 
 } // namespace
 
+Lines FileTail::newLines()
+{
+    std::ifstream file(std::filesystem::path(path_), std::ios::binary);
+    file.seekg(offset_);
+    std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    bytes.resize(bytes.rfind('\n') + 1); // nothing where there is no line feed
+    offset_ += std::ssize(bytes);
+    return linesOf(fromUtf8(bytes));
+}
+
+void CompanionEvents::plan(const Lines& events)
+{
+    for (const std::wstring& event : events)
+        ++open_[event];
+}
+
+void CompanionEvents::readOn()
+{
+    for (const std::wstring& line : log_.newLines())
+        if (const std::wstring event = shortEvent(line); !event.empty()) {
+            --open_[event];
+            ++count_;
+        }
+}
+
+Lines CompanionEvents::missing(const Lines& events) const
+{
+    Lines missing;
+    for (const std::wstring& event : events)
+        if (const auto found = open_.find(event); found != open_.end() && found->second > 0)
+            missing.push_back(event);
+    return missing;
+}
+
+std::string CompanionEvents::complaint() const
+{
+    std::string complaint;
+    for (const auto& [event, open] : open_)
+        if (open != 0)
+            complaint += "the Companion's log has " + std::to_string(std::abs(open)) +
+                         (open > 0 ? " too few of: " : " too many of: ") + toUtf8(event) + '\n';
+    return complaint;
+}
+
 SoakedHost::SoakedHost(SoakCompany& company, unsigned number, std::uint64_t seed)
     : company_(company),
       number_(number),
       seed_(seed),
       host_(company.installation, scriptOf(company.installation, number, seed + number),
             nameOf(number)),
-      trace_(company.installation.path(nameOf(number) + L".trace")),
-      held_(host_.process().id(), company.installation.path(nameOf(number) + L".trace"))
+      trace_(company.installation.path(nameOf(number) + L".trace"))
 {
     if (!host_.waitForCommandFile() || !waitUntil([this] { return host_.window() != nullptr; })) {
         complain("the host does not get ready");
@@ -98,7 +184,10 @@ void SoakedHost::goOn(bool withNextStep)
     if (!isStepOn_)
         return;
     act();
-    if (isOver())
+    for (std::wstring& line : trace_.newLines())
+        arrived_.push_back(std::move(line));
+    if (act_ == step_.acts.size() && arrived_.size() >= step_.trace.size() &&
+        company_.events.missing(step_.events).empty())
         end();
     else if (GetTickCount64() - begunAt_ > generousMs)
         complainOfLateness();
@@ -108,7 +197,11 @@ void SoakedHost::begin()
 {
     step_ = plan_->next();
     ++steps_;
-    held_.add(step_.leftOpen);
+    for (const auto& [call, times] : step_.leftOpen) {
+        const LeftOpen row = lifeTable().at(call);
+        onPurpose_.handles += row.handles * times;
+        onPurpose_.bytes += row.bytes * times;
+    }
     act_ = 0;
     isActBegun_ = false;
     isStepOn_ = true;
@@ -118,11 +211,11 @@ void SoakedHost::begin()
 // True once the step may act; its events are planned from then on.
 bool SoakedHost::hasItsTurn()
 {
-    if (step_.version && company_.committing && company_.committing != this)
+    if (!step_.version.empty() && company_.committing && company_.committing != this)
         return false;
     if (step_.checksOut && GetTickCount64() - company_.checkedOutAt < betweenCheckoutsMs)
         return false;
-    if (step_.version)
+    if (!step_.version.empty())
         company_.committing = this;
     company_.events.plan(step_.events);
     begunAt_ = GetTickCount64();
@@ -134,7 +227,7 @@ void SoakedHost::act()
 {
     if (act_ == 0 && !isActBegun_ && !hasItsTurn())
         return;
-    while (act_ < step_.acts.size() && isActDone(step_.acts[act_])) {
+    while (act_ < step_.acts.size() && isDone(step_.acts[act_])) {
         ++act_;
         isActBegun_ = false;
     }
@@ -143,57 +236,49 @@ void SoakedHost::act()
 }
 
 // Begins the act if it is not begun; true once it is done.
-bool SoakedHost::isActDone(const Act& act)
+bool SoakedHost::isDone(const std::wstring& act)
 {
+    const std::wstring verb = act.substr(0, act.find(L' '));
+    const std::wstring words = act.substr(std::min(verb.size() + 1, act.size()));
     const bool isBegun = std::exchange(isActBegun_, true);
-    switch (act.way) {
-    case Way::command:
-        host_.command(static_cast<unsigned>(act.number));
-        return true;
-    case Way::companion:
+    if (verb == L"command") {
+        host_.command(static_cast<unsigned>(std::stoi(words)));
+    } else if (verb == L"companion") {
         if (!isBegun)
             start_ = std::make_unique<Process>(
-                quoted(company_.installation.path(L"TORVA-ZEM.exe")) + L' ' + act.text);
+                quoted(company_.installation.path(L"TORVA-ZEM.exe")) + L' ' + words);
         return !start_->isRunning() && start_->waitForExit() == 0u;
-    case Way::makeBusy:
-    case Way::makeReady:
-        EnableWindow(host_.window(), act.way == Way::makeReady);
-        return true;
-    case Way::request:
-    case Way::pushOn:
+    } else if (verb == L"busy" || verb == L"ready") {
+        EnableWindow(host_.window(), verb == L"ready");
+    } else if (verb == L"await") {
+        return arrived_.size() >= step_.trace.size();
+    } else {
         if (isBegun)
             return isRequestTaken();
-        isActBegun_ = isRequestWritten(act);
+        isActBegun_ = writeRequestOf(words);
         return false;
-    case Way::awaitLastLine:
-        return arrived_.size() >= step_.trace.size();
     }
-    return false;
+    return true;
 }
 
-bool SoakedHost::isRequestWritten(const Act& act) const
+// An id and a path; without them, bytes that are no request.
+bool SoakedHost::writeRequestOf(const std::wstring& words) const
 {
-    if (act.way == Way::pushOn)
+    if (words.empty())
         return writeRequest(host_.commandFile(), "x");
-    writeBytes(machineSettingsPath(company_.installation, act.number),
-               "a|4|0|" + toUtf8(soakMachine(act.number)) + "\r\n");
-    return writeRequest(host_.commandFile(), openRequest(act.number, toUtf8(act.text)));
+    const int id = std::stoi(words);
+    writeBytes(peer::machineSettingsPath(company_.installation.root(), id),
+               "a|4|0|" + toUtf8(soakMachine(id)) + "\r\n");
+    return writeRequest(host_.commandFile(),
+                        openRequest(id, toUtf8(words.substr(words.find(L' ') + 1))));
 }
 
-// Nothing is opened for it, so that it never stands in the way of who deletes the file.
+// Nothing is opened for it, because an open handle would keep the file from being deleted.
 bool SoakedHost::isRequestTaken() const
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     return GetFileAttributesExW(host_.commandFile().c_str(), GetFileExInfoStandard, &data) &&
            data.nFileSizeHigh == 0 && data.nFileSizeLow == 0;
-}
-
-bool SoakedHost::isOver()
-{
-    for (std::wstring& line : trace_.newLines())
-        arrived_.push_back(std::move(line));
-    return act_ == step_.acts.size() && arrived_.size() >= step_.trace.size() &&
-           company_.events.missing(step_.events).empty();
 }
 
 void SoakedHost::end()
@@ -237,16 +322,52 @@ std::string SoakedHost::firstDifference() const
 }
 
 // The pictures go once they were seen: a long soak would fill the disk with them.
-std::string SoakedHost::missingVersion()
+std::string SoakedHost::missingVersion() const
 {
-    if (!step_.version)
+    if (step_.version.empty())
         return "";
-    const std::wstring version = company_.installation.path(
-        L"library\\" + step_.version->part + L"\\v" + std::to_wstring(step_.version->version));
-    const bool hasPart = readBytes(version + L".mcam").value_or("") != "";
-    const bool hasPicture = readBytes(version + L".bmp").value_or("").substr(0, 2) == "BM";
-    DeleteFileW((version + L".bmp").c_str());
-    return hasPart && hasPicture ? "" : "not in the library with its picture: " + toUtf8(version);
+    const bool hasPart = readBytes(step_.version + L".mcam").value_or("") != "";
+    const bool hasPicture = readBytes(step_.version + L".bmp").value_or("").starts_with("BM");
+    DeleteFileW((step_.version + L".bmp").c_str());
+    return hasPart && hasPicture ? ""
+                                 : "not in the library with its picture: " + toUtf8(step_.version);
+}
+
+void SoakedHost::noteHeld()
+{
+    onPurpose_ = {};
+    heldBefore_ = countsOf(host_.process().id());
+    traceBytesBefore_ = traceBytes();
+}
+
+std::string SoakedHost::heldComplaint() const
+{
+    const size_t mostBytes = heldBefore_.privateBytes + onPurpose_.bytes + mostGrowth +
+                             memoryPerTraceByte * (traceBytes() - traceBytesBefore_);
+    const auto isAsPlanned = [&] {
+        const ProcessCounts now = countsOf(host_.process().id());
+        return now.handles == heldBefore_.handles + onPurpose_.handles &&
+               now.threads == heldBefore_.threads && now.privateBytes <= mostBytes;
+    };
+    return waitUntil(isAsPlanned) ? "" : heldFigures() + '\n';
+}
+
+std::string SoakedHost::heldFigures() const
+{
+    const ProcessCounts now = countsOf(host_.process().id());
+    return change("handles", heldBefore_.handles, now.handles) + " (" +
+           std::to_string(onPurpose_.handles) + " on purpose), " +
+           change("threads", heldBefore_.threads, now.threads) + ", " +
+           change("private bytes", heldBefore_.privateBytes, now.privateBytes) + " (" +
+           std::to_string(onPurpose_.bytes) + " on purpose, and " +
+           std::to_string(traceBytes() - traceBytesBefore_) + " of trace)";
+}
+
+// The stand-in host also keeps its trace in memory.
+size_t SoakedHost::traceBytes() const
+{
+    return static_cast<size_t>(
+        std::filesystem::file_size(company_.installation.path(nameOf(number_) + L".trace")));
 }
 
 std::string SoakedHost::close()

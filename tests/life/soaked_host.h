@@ -1,15 +1,50 @@
 // A real host that is put through the steps of a plan.
 #pragma once
 
-#include "support/companion_program.h"
-#include "support/host_program.h"
-#include "life/companion_events.h"
-#include "life/held_by_host.h"
 #include "life/soak_plan.h"
+#include "support/companion_program.h"
+#include "support/counts.h"
+#include "support/host_program.h"
+#include "support/life_table.h"
 
 #include <memory>
 
 namespace testing_support {
+
+// The lines that are added to a file while it is read.
+class FileTail {
+public:
+    explicit FileTail(std::wstring path) : path_(std::move(path)) {}
+
+    // The whole lines that came since the last call; UTF-8 in the file.
+    Lines newLines();
+
+private:
+    const std::wstring path_;
+    std::int64_t offset_ = 0;
+};
+
+// The Companion's log, counted event by event against what was planned. An event is in a short
+// form, without its date and time and without what cannot be known beforehand: the time that it
+// took, the Companion's process, the bytes of a line or program, the name of an exchange file.
+class CompanionEvents {
+public:
+    explicit CompanionEvents(const std::wstring& log) : log_(log) {}
+
+    void plan(const Lines& events);
+    // Reads what is new in the log.
+    void readOn();
+    // Those of the events that have not come as often as they were planned.
+    Lines missing(const Lines& events) const;
+    // What came more often or less often than planned, a line each; empty when nothing did.
+    std::string complaint() const;
+    size_t count() const { return count_; }
+
+private:
+    FileTail log_;
+    std::map<std::wstring, int> open_; // planned, less those that came
+    size_t count_ = 0;
+};
 
 // What the hosts of a soak have in common.
 struct SoakCompany {
@@ -35,9 +70,14 @@ public:
 
     // What went otherwise than planned, with the seed and the step; empty when nothing did.
     const std::string& complaint() const { return complaint_; }
-    // What the process holds; between steps.
-    HeldByHost& held() { return held_; }
-    // Closes the host. Says what was wrong with that.
+    // Notes what the process holds, against which `heldComplaint` compares; between steps.
+    void noteHeld();
+    // Waits for the process to hold no more and no less than that and what its calls left open on
+    // purpose. What it holds otherwise; empty when all is well.
+    std::string heldComplaint() const;
+    // The counts then and now.
+    std::string heldFigures() const;
+    // Closes the host. What was wrong with that.
     std::string close();
 
     const SoakPlan& plan() const { return *plan_; }
@@ -46,22 +86,21 @@ private:
     void begin();
     bool hasItsTurn();
     void act();
-    bool isActDone(const Act& act);
-    bool isRequestWritten(const Act& act) const;
+    bool isDone(const std::wstring& act);
+    bool writeRequestOf(const std::wstring& words) const;
     bool isRequestTaken() const;
-    bool isOver();
     void end();
     void complain(const std::string& what);
     void complainOfLateness();
     std::string firstDifference() const;
-    std::string missingVersion();
+    std::string missingVersion() const;
+    size_t traceBytes() const;
 
     SoakCompany& company_;
     const unsigned number_;
     const std::uint64_t seed_;
     HostProgram host_;
     FileTail trace_;
-    HeldByHost held_;
     std::unique_ptr<SoakPlan> plan_;
     PlannedStep step_;
     Lines arrived_; // of the step's trace
@@ -72,6 +111,9 @@ private:
     unsigned long long begunAt_ = 0; // milliseconds
     std::unique_ptr<Process> start_; // of the Companion
     std::string complaint_;
+    ProcessCounts heldBefore_;
+    size_t traceBytesBefore_ = 0;
+    LeftOpen onPurpose_;
 };
 
 } // namespace testing_support

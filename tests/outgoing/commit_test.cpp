@@ -20,9 +20,9 @@ const std::wstring notCommitted =
 const std::wstring notStarted =
     LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
 
-class CommitRequest : public HostFixture {
+class Commit : public HostFixture {
 protected:
-    CommitRequest()
+    Commit()
     {
         installation.endStandardInput();
         standin::setState("geo_filename", L"C:\\a.mcam");
@@ -135,7 +135,7 @@ void noteAppendCalls()
     leadCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
 }
 
-// The same, and what comes before and behind them.
+// The same, and what comes before and after them.
 void noteDeliveryCalls()
 {
     noteAppendCalls();
@@ -146,7 +146,7 @@ void noteDeliveryCalls()
 
 } // namespace
 
-TEST_F(CommitRequest, isRecordedForTheCompanionsProcessAndAnnounced)
+TEST_F(Commit, isRecordedAndAnnounced)
 {
     runCompanion();
     const LineReceiver listener;
@@ -157,7 +157,7 @@ TEST_F(CommitRequest, isRecordedForTheCompanionsProcessAndAnnounced)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CommitRequest, isAppendedBehindEarlierOnes)
+TEST_F(Commit, isAppendedAfterEarlierOnes)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
@@ -167,7 +167,7 @@ TEST_F(CommitRequest, isAppendedBehindEarlierOnes)
     EXPECT_EQ(records(), "earlier" + recordOfA + "\x34\x12\0\0"s + recordOfA.substr(4));
 }
 
-TEST_F(CommitRequest, locksExactlyItsRecordWhileItWritesItInOneCall)
+TEST_F(Commit, locksItsRecordDuringOneWrite)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
@@ -176,7 +176,7 @@ TEST_F(CommitRequest, locksExactlyItsRecordWhileItWritesItInOneCall)
     EXPECT_EQ(appendCalls, appendOf26BytesAt7);
 }
 
-TEST_F(CommitRequest, isAppendedToItsFileBeforeItIsAnnounced)
+TEST_F(Commit, isAppendedBeforeTheNotice)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
@@ -191,7 +191,7 @@ TEST_F(CommitRequest, isAppendedToItsFileBeforeItIsAnnounced)
     EXPECT_EQ(calls, expected);
 }
 
-TEST_F(CommitRequest, leavesItsFileToWhoeverOpensItAlone)
+TEST_F(Commit, yieldsToAnExclusiveReader)
 {
     runCompanion();
     EXPECT_TRUE(commitDocument());
@@ -199,7 +199,7 @@ TEST_F(CommitRequest, leavesItsFileToWhoeverOpensItAlone)
     EXPECT_NE(owner.file, INVALID_HANDLE_VALUE);
 }
 
-TEST_F(CommitRequest, isMadeBesideAReaderThatSharesEverything)
+TEST_F(Commit, succeedsDuringASharedRead)
 {
     runCompanion();
     const OtherHandle reader(requestFile, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
@@ -207,7 +207,7 @@ TEST_F(CommitRequest, isMadeBesideAReaderThatSharesEverything)
     EXPECT_EQ(records(), recordOfA);
 }
 
-TEST_F(CommitRequest, countsAsDeliveredAlsoWhenLockAndWriteFail)
+TEST_F(Commit, countsAsDeliveredWhenWritingFails)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
@@ -221,7 +221,7 @@ TEST_F(CommitRequest, countsAsDeliveredAlsoWhenLockAndWriteFail)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileCannotBeOpened)
+TEST_F(Commit, reportsAFileItCannotOpen)
 {
     runCompanion();
     const LineReceiver listener;
@@ -240,7 +240,7 @@ TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileCannotBeOpened)
     EXPECT_TRUE(listener.isIdle());
 }
 
-TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileMayNotBeWritten)
+TEST_F(Commit, reportsAFileItMayNotWrite)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
@@ -249,7 +249,7 @@ TEST_F(CommitRequest, isToldToHaveFailedWhenItsFileMayNotBeWritten)
     EXPECT_EQ(newTrace(), Lines{notCommitted});
 }
 
-TEST_F(CommitRequest, startsTheCompanionWhenItHasNoWindow)
+TEST_F(Commit, startsAWindowlessCompanion)
 {
     companion.holdSemaphore();
     recordCompanionStarts(installation);
@@ -261,7 +261,7 @@ TEST_F(CommitRequest, startsTheCompanionWhenItHasNoWindow)
     EXPECT_EQ(records(), "none");
 }
 
-TEST_F(CommitRequest, startsACompanionThatDoesNotRunTwice)
+TEST_F(Commit, startsAStoppedCompanionTwice)
 {
     recordCompanionStarts(installation);
     EXPECT_TRUE(commitDocument());
@@ -270,7 +270,7 @@ TEST_F(CommitRequest, startsACompanionThatDoesNotRunTwice)
     EXPECT_EQ(lines, (Lines{LR"(0 --commit "C:\a.mcam")", L"1"}));
 }
 
-TEST_F(CommitRequest, isToldToHaveFailedWhenTheCompanionCannotBeStarted)
+TEST_F(Commit, reportsACompanionItCannotStart)
 {
     EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notStarted});
@@ -279,7 +279,7 @@ TEST_F(CommitRequest, isToldToHaveFailedWhenTheCompanionCannotBeStarted)
     EXPECT_EQ(newTrace(), Lines{notCommitted});
 }
 
-TEST_F(CommitRequest, isRedirectedOutsideTheInstallationFolderWithTheFtpServer)
+TEST_F(Commit, isRedirectedForTheFtpServer)
 {
     companion.holdSemaphore();
     recordCompanionStarts(installation);
@@ -308,7 +308,7 @@ TEST_F(CommitRequest, isRedirectedOutsideTheInstallationFolderWithTheFtpServer)
     }
 }
 
-TEST_F(CommitRequest, tellsANameWithoutABackslashWholeBehindTheRedirectionsFolder)
+TEST_F(Commit, redirectsABareNameWhole)
 {
     writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y\n");
     standin::setState("geo_filename", L"C:/parts/../../a.mcam");
@@ -317,10 +317,11 @@ TEST_F(CommitRequest, tellsANameWithoutABackslashWholeBehindTheRedirectionsFolde
     EXPECT_TRUE(commitDocument());
     EXPECT_EQ(receiver.nextConnection(),
               "ZEMID=42|" + toUtf8(installation.path(L"tmp\\C:/parts/../../a.mcam")) + '\n');
-    EXPECT_FALSE(readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // told, never written
+    EXPECT_FALSE(
+        readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // announced, never written
 }
 
-TEST_F(CommitRequest, recordsANameThatItsNoticeCannotTell)
+TEST_F(Commit, recordsANameTooLongForItsNotice)
 {
     runCompanion();
     standin::setState("geo_filename", L"\u20AC");

@@ -40,9 +40,9 @@ tool.comment = Ball
 
 } // namespace
 
-using CompanionsTools = HostFixture;
+using CompanionTools = HostFixture;
 
-TEST_F(CompanionsTools, areThoseOfTheOpenPartWithThePicturesThatTheAddInDraws)
+TEST_F(CompanionTools, showTheAddInsPictures)
 {
     installCompanionWithLibrary(installation);
     const CompanionProgram companion(installation);

@@ -100,7 +100,7 @@ void countBuffers()
 
 } // namespace
 
-TEST_F(NcQueue, listsThePostedProgramsOfThePartAndAnnouncesThem)
+TEST_F(NcQueue, listsAndAnnouncesPostedPrograms)
 {
     putPart(twoGroups + operationIn(2, "C:\\NC\\PART.nci") + operationIn(1, "OTHER.nci"));
     post(L"PART.NC");
@@ -116,7 +116,7 @@ TEST_F(NcQueue, listsThePostedProgramsOfThePartAndAnnouncesThem)
     EXPECT_EQ(newTrace(), (Lines{prefix, LR"(ui list_manager(1, "", 0, *))", suffix, suffix}));
 }
 
-TEST_F(NcQueue, tellsTheNcPathNumberAndTheRequest)
+TEST_F(NcQueue, holdsTheNcPathNumberAndRequest)
 {
     putPart(twoGroups + operationIn(1, "PART"));
     post(L"PART.NC");
@@ -160,7 +160,7 @@ TEST_F(NcQueue, listsEveryFileThatANameMatches)
                            entry("PA2.NC", "Mill") + "\r\n");
 }
 
-TEST_F(NcQueue, listsNothingOutsideTheProgramsFolderForANameThatLeadsOut)
+TEST_F(NcQueue, ignoresNamesOutsideTheFolder)
 {
     writeBytes(installation.path(L"A.NC"), "outside");
     post(L"A.NC");
@@ -177,7 +177,7 @@ TEST_F(NcQueue, listsNothingOutsideTheProgramsFolderForANameThatLeadsOut)
     }
 }
 
-TEST_F(NcQueue, listsADeviceThatTheSystemFindsInEveryFolder)
+TEST_F(NcQueue, listsADeviceName)
 {
     putPart(twoGroups + operationIn(2, "COM1.nci"));
     importNcQueue();
@@ -194,7 +194,7 @@ TEST_F(NcQueue, takesTheSuffixAsTheHostGivesIt)
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART-x", "Mill") + "\r\n");
 }
 
-TEST_F(NcQueue, isEmptyAndAnnouncedWhenNothingIsPosted)
+TEST_F(NcQueue, isAnnouncedWhenEmpty)
 {
     putPart(twoGroups + operationIn(1, "PART.nci"));
     writeBytes(queueFile, "earlier");
@@ -203,7 +203,7 @@ TEST_F(NcQueue, isEmptyAndAnnouncedWhenNothingIsPosted)
     EXPECT_EQ(listener.nextConnection(), "IMPORTNCQUEUE|" + toUtf8(queueFile) + "\n");
 }
 
-TEST_F(NcQueue, isLeftAloneForAPartWithoutOperations)
+TEST_F(NcQueue, isSkippedWithoutOperations)
 {
     putPart(twoGroups);
     writeBytes(queueFile, "earlier");
@@ -212,7 +212,7 @@ TEST_F(NcQueue, isLeftAloneForAPartWithoutOperations)
     EXPECT_TRUE(listener.isIdle());
 }
 
-TEST_F(NcQueue, isLeftAloneWhenAnOperationsGroupIsUnknown)
+TEST_F(NcQueue, isSkippedForAnUnknownGroup)
 {
     putPart(twoGroups + operationIn(1, "PART.nci") + operationIn(9, "PART.nci"));
     post(L"PART.NC");
@@ -266,7 +266,7 @@ TEST_F(NcQueue, writesNamesInTheSystemsCodePage)
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "Fr\xE4se \x80") + "\r\n");
 }
 
-TEST_F(NcQueue, writesAGroupsCharactersThatTheCodePageLacksAsQuestionMarks)
+TEST_F(NcQueue, writesQuestionMarksInAGroup)
 {
     putPart("[group]\nid = 1\nname = A\xE4\xB8\xAD"
             "B\n\n" +
@@ -276,7 +276,7 @@ TEST_F(NcQueue, writesAGroupsCharactersThatTheCodePageLacksAsQuestionMarks)
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "A?B") + "\r\n");
 }
 
-TEST_F(NcQueue, writesAFilesCharactersThatTheCodePageLacksAsQuestionMarks)
+TEST_F(NcQueue, writesQuestionMarksInAFileName)
 {
     putPart(twoGroups + operationIn(1, "PA*.nci"));
     post(L"PA\u4E2D.NC");
@@ -284,7 +284,7 @@ TEST_F(NcQueue, writesAFilesCharactersThatTheCodePageLacksAsQuestionMarks)
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PA?.NC", "Mill") + "\r\n");
 }
 
-TEST_F(NcQueue, findsForAProgramThatTheCodePageLacksWhateverAQuestionMarkMatches)
+TEST_F(NcQueue, searchesWithQuestionMarks)
 {
     putPart(twoGroups + operationIn(1, "P\xE4\xB8\xAD.nci"));
     post(L"P\u4E2D.NC");
@@ -295,7 +295,7 @@ TEST_F(NcQueue, findsForAProgramThatTheCodePageLacksWhateverAQuestionMarkMatches
                            entry("PX.NC", "Mill") + "\r\n");
 }
 
-TEST_F(NcQueue, endsEachSearchThatItBegins)
+TEST_F(NcQueue, endsEachSearchItBegins)
 {
     putPart(twoGroups + operationIn(1, "PA*.nci") + operationIn(1, "GONE.nci"));
     post(L"PA1.NC");
@@ -313,7 +313,7 @@ TEST_F(NcQueue, endsEachSearchThatItBegins)
     EXPECT_LT(countHandles(), handles + times);
 }
 
-TEST_F(NcQueue, writesFolderProgramAndSuffixInTheSystemsCodePage)
+TEST_F(NcQueue, writesPathsInTheSystemsCodePage)
 {
     const std::wstring ncFolder = folder + L"\u00C4\u20AC\\";
     CreateDirectoryW(ncFolder.c_str(), nullptr);
@@ -325,7 +325,7 @@ TEST_F(NcQueue, writesFolderProgramAndSuffixInTheSystemsCodePage)
     EXPECT_EQ(queue(), "NCPATH|-1|" + toUtf8(folder) + "\xC4\x80\\P\xC4\x80.\xC4\x80|Mill\r\n");
 }
 
-TEST_F(ForeignNcQueue, isAnnouncedInTheSystemsCodePage)
+TEST_F(ForeignNcQueue, isAnnouncedInTheCodePage)
 {
     putPart(twoGroups + operationIn(1, "PART.nci"));
     importNcQueue();
@@ -334,7 +334,7 @@ TEST_F(ForeignNcQueue, isAnnouncedInTheSystemsCodePage)
                                              "\\\xC4\x80\\temp\\ncqueue-17.txt\n");
 }
 
-TEST_F(NcQueue, isAnnouncedAlsoWhenItsFileCannotBeOpened)
+TEST_F(NcQueue, isAnnouncedWithoutItsFile)
 {
     putPart(twoGroups + operationIn(1, "PART.nci"));
     post(L"PART.NC");
@@ -344,7 +344,7 @@ TEST_F(NcQueue, isAnnouncedAlsoWhenItsFileCannotBeOpened)
     RemoveDirectoryW(queueFile.c_str());
 }
 
-TEST_F(NcQueue, leavesABufferBehindWithEachAnnouncement)
+TEST_F(NcQueue, leaksABufferPerAnnouncement)
 {
     putPart(twoGroups + operationIn(1, "PART.nci"));
     importNcQueue();
@@ -354,7 +354,7 @@ TEST_F(NcQueue, leavesABufferBehindWithEachAnnouncement)
     EXPECT_EQ(buffersLeft.size(), 2u);
 }
 
-TEST_F(NcQueue, endsQuietlyAtWhicheverCallTheHostRaises)
+TEST_F(NcQueue, endsSilentlyOnAnyException)
 {
     putPart(twoGroups + operationIn(2, "PART.nci") + operationIn(2, "OTHER.nci"));
     post(L"PART.NC");
@@ -377,7 +377,7 @@ TEST_F(NcQueue, endsQuietlyAtWhicheverCallTheHostRaises)
     EXPECT_NE(queue(), "earlier");
 }
 
-TEST_F(NcQueue, endsQuietlyWhenTheHostRaises)
+TEST_F(NcQueue, endsSilentlyWhenTheHostRaises)
 {
     putPart(twoGroups + operationIn(2, "PART.nci") + operationIn(1, "OTHER.nci"));
     post(L"PART.NC");

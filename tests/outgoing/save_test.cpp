@@ -30,9 +30,9 @@ const std::wstring viewRefreshed = L"ui CMastercamView.position0()";
 const std::wstring hostRefreshed = L"ui CMastercamInterface.position3()";
 const std::wstring sheet = L"ui RunSetupSheetOnSelectedOpsWithoutUI(*)";
 
-class SaveFlow : public HostFixture {
+class Save : public HostFixture {
 protected:
-    SaveFlow()
+    Save()
     {
         installation.endStandardInput();
         standin::setState("nc_prefix", L"");
@@ -83,32 +83,32 @@ protected:
 };
 
 // A document without a name.
-class SaveFlowUntitled : public SaveFlow {
+class SaveUntitled : public Save {
 protected:
     // A saved document of more than three characters is never committed: the shorter ones show the
     // rest of the flow.
-    SaveFlowUntitled()
+    SaveUntitled()
     {
         SetCurrentDirectoryW(installation.path(L"tmp").c_str());
         standin::setState("geo_filename", L"");
         standin::setEventSink(m_notify);
         runCompanion();
     }
-    ~SaveFlowUntitled() override { SetCurrentDirectoryW(programFolder().c_str()); }
+    ~SaveUntitled() override { SetCurrentDirectoryW(programFolder().c_str()); }
     bool hasRequestFile() const { return readBytes(requestFile).has_value(); }
 };
 
 // An untitled document, and a part that the Companion asks for while the host is waited for.
-class SaveFlowInterrupted : public SaveFlowUntitled {
+class SaveInterrupted : public SaveUntitled {
 protected:
-    SaveFlowInterrupted()
+    SaveInterrupted()
     {
         standin::setEventSink(nullptr);
         registerMessages();
         AddInState::setMessageWindow(createMessageWindow());
         writeBytes(name, "");
     }
-    ~SaveFlowInterrupted() override { DestroyWindow(AddInState::messageWindow()); }
+    ~SaveInterrupted() override { DestroyWindow(AddInState::messageWindow()); }
     Lines loaded() const
     {
         const std::wstring part = L"\"" + name + L'"';
@@ -187,7 +187,7 @@ void noteCommandCalls()
 
 } // namespace
 
-TEST_F(SaveFlow, savesAKnownDocumentPicturesItAndCommitsIt)
+TEST_F(Save, savesCapturesAndCommits)
 {
     runCompanion();
     knowDocument();
@@ -200,7 +200,7 @@ TEST_F(SaveFlow, savesAKnownDocumentPicturesItAndCommitsIt)
     EXPECT_TRUE(AddInState::saveNotified());
 }
 
-TEST_F(SaveFlow, commitsAnUnknownUnchangedDocumentWithoutSavingIt)
+TEST_F(Save, commitsAnUnchangedUnknownDocument)
 {
     runCompanion();
     EXPECT_EQ(m_save(0), 0);
@@ -209,7 +209,7 @@ TEST_F(SaveFlow, commitsAnUnknownUnchangedDocumentWithoutSavingIt)
     EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
-TEST_F(SaveFlow, refusesAnUnknownChangedDocument)
+TEST_F(Save, refusesAnUnknownChangedDocument)
 {
     runCompanion();
     standin::setState("db_changed", L"true");
@@ -219,7 +219,7 @@ TEST_F(SaveFlow, refusesAnUnknownChangedDocument)
     EXPECT_EQ(AddInState::zemId(), noZemId);
 }
 
-TEST_F(SaveFlow, refusesAChangedDocumentOfAShortNameAfterAHostsSave)
+TEST_F(Save, refusesAShortNamedChange)
 {
     runCompanion();
     AddInState::setSaveNotified(false);
@@ -232,7 +232,7 @@ TEST_F(SaveFlow, refusesAChangedDocumentOfAShortNameAfterAHostsSave)
     EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
 }
 
-TEST_F(SaveFlow, endsWhenTheHostCannotSaveAKnownDocument)
+TEST_F(Save, endsWhenTheHostCannotSave)
 {
     runCompanion();
     knowDocument();
@@ -246,7 +246,7 @@ TEST_F(SaveFlow, endsWhenTheHostCannotSaveAKnownDocument)
     EXPECT_EQ(AddInState::zemId(), 5u);
 }
 
-TEST_F(SaveFlow, endsWhenTheCompanionCannotBeStarted)
+TEST_F(Save, endsWhenTheCompanionCannotBeStarted)
 {
     knowDocument();
     EXPECT_EQ(m_save(0), 0);
@@ -255,7 +255,7 @@ TEST_F(SaveFlow, endsWhenTheCompanionCannotBeStarted)
     EXPECT_EQ(AddInState::zemId(), 5u);
 }
 
-TEST_F(SaveFlow, commitsAlsoWithoutAPicture)
+TEST_F(Save, commitsAlsoWithoutAPicture)
 {
     runCompanion();
     knowDocument();
@@ -267,7 +267,7 @@ TEST_F(SaveFlow, commitsAlsoWithoutAPicture)
     EXPECT_EQ(commits(), 1u);
 }
 
-TEST_F(SaveFlow, givesTheLastPictureToEveryCommit)
+TEST_F(Save, keepsTheLastPictureForEveryCommit)
 {
     runCompanion();
     knowDocument();
@@ -280,7 +280,7 @@ TEST_F(SaveFlow, givesTheLastPictureToEveryCommit)
     EXPECT_NE(readBytes(installation.path(L"commit\\screendump.bmp")), first);
 }
 
-TEST_F(SaveFlow, outlivesAHostThatRaises)
+TEST_F(Save, survivesAHostThatRaises)
 {
     struct Case {
         const char* operation;
@@ -306,7 +306,7 @@ TEST_F(SaveFlow, outlivesAHostThatRaises)
     }
 }
 
-TEST_F(SaveFlow, treatsARaisingSaveAsAFailedOne)
+TEST_F(Save, treatsARaisingSaveAsAFailedOne)
 {
     runCompanion();
     knowDocument();
@@ -317,7 +317,7 @@ TEST_F(SaveFlow, treatsARaisingSaveAsAFailedOne)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(SaveFlow, handsTheSetupSheetOverOnceForEveryLineThatAsks)
+TEST_F(Save, sendsASetupSheetPerSettingsLine)
 {
     runCompanion();
     knowDocument();
@@ -338,7 +338,7 @@ TEST_F(SaveFlow, handsTheSetupSheetOverOnceForEveryLineThatAsks)
     EXPECT_EQ(listener.nextConnection(), "ZEMID=17|" + toUtf8(name) + "\n");
 }
 
-TEST_F(SaveFlow, handsNoSetupSheetOverForRequestZeroOrUpperCase)
+TEST_F(Save, sendsNoSetupSheetOtherwise)
 {
     runCompanion();
     knowDocument();
@@ -353,7 +353,7 @@ TEST_F(SaveFlow, handsNoSetupSheetOverForRequestZeroOrUpperCase)
     EXPECT_EQ(AddInState::zemId(), 0u);
 }
 
-TEST_F(SaveFlow, drainsALineOfStandardInputForEveryLineOfTheSettings)
+TEST_F(Save, drainsStandardInputPerSettingsLine)
 {
     runCompanion();
     knowDocument();
@@ -364,7 +364,7 @@ TEST_F(SaveFlow, drainsALineOfStandardInputForEveryLineOfTheSettings)
     EXPECT_EQ(std::getchar(), '3');
 }
 
-TEST_F(SaveFlow, endsQuietlyWhenTheHostRaisesInTheSetupSheet)
+TEST_F(Save, endsSilentlyOnASheetException)
 {
     runCompanion();
     knowDocument();
@@ -377,7 +377,7 @@ TEST_F(SaveFlow, endsQuietlyWhenTheHostRaisesInTheSetupSheet)
     EXPECT_TRUE(DeleteFileW(installation.path(L"cfg\\settings.ini").c_str())); // closed again
 }
 
-TEST_F(SaveFlow, handsTheSetupSheetOverBeforeItMissesTheCompanion)
+TEST_F(Save, sendsTheSheetWithoutACompanion)
 {
     knowDocument();
     setSettings("AlwaysSaveTools=y\n");
@@ -389,7 +389,7 @@ TEST_F(SaveFlow, handsTheSetupSheetOverBeforeItMissesTheCompanion)
     EXPECT_EQ(seen[2], notStarted);
 }
 
-TEST_F(SaveFlow, asksTheHostForItsGroupList)
+TEST_F(Save, asksTheHostForItsGroupList)
 {
     runCompanion();
     knowDocument();
@@ -401,7 +401,7 @@ TEST_F(SaveFlow, asksTheHostForItsGroupList)
     EXPECT_EQ(commits(), 1u);
 }
 
-TEST_F(SaveFlow, doesWithoutTheViewOrTheParentThatTheHostRaisesInPlaceOf)
+TEST_F(Save, survivesAMissingViewOrParent)
 {
     runCompanion();
     knowDocument();
@@ -419,7 +419,7 @@ TEST_F(SaveFlow, doesWithoutTheViewOrTheParentThatTheHostRaisesInPlaceOf)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(SaveFlow, takesADocumentForUnchangedWhenTheHostRaisesInPlaceOfTheAnswer)
+TEST_F(Save, treatsAnExceptionAsUnchanged)
 {
     runCompanion();
     standin::setState("db_changed", L"true");
@@ -430,7 +430,7 @@ TEST_F(SaveFlow, takesADocumentForUnchangedWhenTheHostRaisesInPlaceOfTheAnswer)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(SaveFlow, keepsTheRequestsIdWhenTheCommitFails)
+TEST_F(Save, keepsTheRequestsIdWhenTheCommitFails)
 {
     runCompanion();
     knowDocument();
@@ -442,7 +442,7 @@ TEST_F(SaveFlow, keepsTheRequestsIdWhenTheCommitFails)
     EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
-TEST_F(SaveFlow, takesADocumentOfThreeCharactersForNamed)
+TEST_F(Save, treatsThreeCharactersAsNamed)
 {
     runCompanion();
     standin::setState("geo_filename", L"a:b");
@@ -450,7 +450,7 @@ TEST_F(SaveFlow, takesADocumentOfThreeCharactersForNamed)
     EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
 }
 
-TEST_F(SaveFlow, takesAKnownDocumentForNamedWhateverItsName)
+TEST_F(Save, treatsAKnownDocumentAsNamed)
 {
     runCompanion();
     knowDocument();
@@ -459,7 +459,7 @@ TEST_F(SaveFlow, takesAKnownDocumentForNamedWhateverItsName)
     EXPECT_EQ(newTrace()[0], asked);
 }
 
-TEST_F(SaveFlow, commitsAfterTheHostsOwnSaveOfAKnownDocument)
+TEST_F(Save, commitsAfterTheHostsOwnSave)
 {
     runCompanion();
     knowDocument();
@@ -471,7 +471,7 @@ TEST_F(SaveFlow, commitsAfterTheHostsOwnSaveOfAKnownDocument)
     EXPECT_EQ(commits(), 1u);
 }
 
-TEST_F(SaveFlowUntitled, letsTheHostsSaveCommandNameIt)
+TEST_F(SaveUntitled, isNamedByTheHostsSaveCommand)
 {
     standin::saveDialogNext(L"abc");
     EXPECT_EQ(m_save(0), 0);
@@ -480,7 +480,7 @@ TEST_F(SaveFlowUntitled, letsTheHostsSaveCommandNameIt)
     EXPECT_EQ(hostFileName(), L"abc");
 }
 
-TEST_F(SaveFlowUntitled, keepsTheHostAliveWhileItWaitsForTheSave)
+TEST_F(SaveUntitled, keepsTheHostResponsive)
 {
     standin::setEventSink(nullptr);
     standin::saveDialogNext(L"abc");
@@ -494,7 +494,7 @@ TEST_F(SaveFlowUntitled, keepsTheHostAliveWhileItWaitsForTheSave)
     EXPECT_TRUE(hasRequestFile());
 }
 
-TEST_F(SaveFlowUntitled, isLeftWhenTheHostQuits)
+TEST_F(SaveUntitled, endsWhenTheHostQuits)
 {
     standin::saveDialogNext(L"");
     EXPECT_EQ(m_save(0), 0);
@@ -502,7 +502,7 @@ TEST_F(SaveFlowUntitled, isLeftWhenTheHostQuits)
     expectNothingCommitted();
 }
 
-TEST_F(SaveFlowUntitled, isToldToHaveFailedWithoutAnApplicationInterface)
+TEST_F(SaveUntitled, failsWithoutAnInterface)
 {
     standin::failNext("GetMastercamApp");
     EXPECT_EQ(m_save(0), 0);
@@ -514,7 +514,7 @@ TEST_F(SaveFlowUntitled, isToldToHaveFailedWithoutAnApplicationInterface)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(SaveFlowUntitled, isLeftWhenTheHostRaisesWhileItProcessesMessages)
+TEST_F(SaveUntitled, endsOnAMessageLoopException)
 {
     standin::setEventSink(nullptr);
     standin::saveDialogNext(L"abc");
@@ -525,7 +525,7 @@ TEST_F(SaveFlowUntitled, isLeftWhenTheHostRaisesWhileItProcessesMessages)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(SaveFlowUntitled, needsNoSaveCommandOnceTheHostHasReportedASave)
+TEST_F(SaveUntitled, needsNoCommandAfterAReportedSave)
 {
     AddInState::setSaveNotified(false);
     standin::saveDialogNext(L"abc"); // would be taken
@@ -534,7 +534,7 @@ TEST_F(SaveFlowUntitled, needsNoSaveCommandOnceTheHostHasReportedASave)
     EXPECT_EQ(hostFileName(), L"");
 }
 
-TEST_F(SaveFlow, startsAnewInsideASaveThatTheHostReports)
+TEST_F(Save, restartsInsideAReportedSave)
 {
     runCompanion();
     knowDocument();
@@ -550,7 +550,7 @@ TEST_F(SaveFlow, startsAnewInsideASaveThatTheHostReports)
     EXPECT_FALSE(AddInState::saveNotified());
 }
 
-TEST_F(SaveFlowUntitled, isNamedByTheHostsCommandSentAfterItsInterfaceWasAskedFor)
+TEST_F(SaveUntitled, asksForTheInterfaceFirst)
 {
     standin::saveDialogNext(L"abc");
     noteCommandCalls();
@@ -558,7 +558,7 @@ TEST_F(SaveFlowUntitled, isNamedByTheHostsCommandSentAfterItsInterfaceWasAskedFo
     EXPECT_EQ(commandCalls, (std::vector<std::string>{"interface", "main 273 41111 0"}));
 }
 
-TEST_F(SaveFlowInterrupted, savesTheDocumentThatIsOpenedWhileItWaits)
+TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 {
     parkOpenRequest({12, name});
     reportTheNextSave(); // the one that ends the loading, when no id is known yet
@@ -570,7 +570,7 @@ TEST_F(SaveFlowInterrupted, savesTheDocumentThatIsOpenedWhileItWaits)
     EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
-TEST_F(SaveFlowInterrupted, commitsTwiceADocumentThatIsOpenedAndReportedWhileItWaits)
+TEST_F(SaveInterrupted, commitsAnOpenedDocumentTwice)
 {
     parkOpenRequest({12, name});
     callFromLoop([] { return AddInState::zemId() != noZemId; }, [] { m_notify(5); });
@@ -584,7 +584,7 @@ TEST_F(SaveFlowInterrupted, commitsTwiceADocumentThatIsOpenedAndReportedWhileItW
     EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
-TEST_F(SaveFlowUntitled, savesThroughTheHostWhatASecondSaveCommittedWhileItWaited)
+TEST_F(SaveUntitled, savesAfterANestedCommit)
 {
     // The first command is dismissed, the second one's dialog answered.
     callFromLoop([] { return true; },

@@ -20,7 +20,7 @@ protected:
 
 } // namespace
 
-TEST_F(SetupSheet, isAnnouncedByItsFirstFileAlone)
+TEST_F(SetupSheet, isAnnouncedByItsFirstFileOnly)
 {
     standin::setState("setup_sheet_files", L"C:\\one.xml;C:\\two.xml;C:\\three.xml");
     AddInState::setRequestId(17);
@@ -38,7 +38,7 @@ TEST_F(SetupSheet, isNotAnnouncedWithoutAFile)
     EXPECT_EQ(newTrace(), ran);
 }
 
-TEST_F(SetupSheet, isAnnouncedAlsoWhenTheHostReportsFailureButNamesAFile)
+TEST_F(SetupSheet, isAnnouncedDespiteAFailure)
 {
     standin::setState("setup_sheet_files", L"C:\\one.xml");
     standin::failNext("RunSetupSheetOnSelectedOpsWithoutUI");
@@ -47,7 +47,7 @@ TEST_F(SetupSheet, isAnnouncedAlsoWhenTheHostReportsFailureButNamesAFile)
     EXPECT_EQ(newTrace(), Lines{L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> false"});
 }
 
-TEST_F(SetupSheet, isAnnouncedUnderItsNameAsItStands)
+TEST_F(SetupSheet, isAnnouncedUnderItsExactName)
 {
     for (const char* name : {R"(..\..\a.xml)", R"(\\server.invalid\share\a.xml)", "CON",
                              R"(\\.\pipe\nobodys)", "a.xml:stream", "a|b", "a\nZEMID=1|b"}) {
@@ -57,9 +57,9 @@ TEST_F(SetupSheet, isAnnouncedUnderItsNameAsItStands)
     }
 }
 
-TEST_F(SetupSheet, isNotAnnouncedUnderANameThatFillsTheLine)
+TEST_F(SetupSheet, isNotAnnouncedUnderALongName)
 {
-    const std::wstring longest(1023 - 23, L'x'); // behind "MCAMXMLIMPORTDATAID=0;", with its end
+    const std::wstring longest(1023 - 23, L'x'); // after "MCAMXMLIMPORTDATAID=0;", with its end
     standin::setState("setup_sheet_files", longest + L'x');
     sendSetupSheet();
     EXPECT_TRUE(companion.isIdle());
@@ -68,7 +68,7 @@ TEST_F(SetupSheet, isNotAnnouncedUnderANameThatFillsTheLine)
     EXPECT_EQ(companion.nextConnection().value_or("").size(), 1023u);
 }
 
-TEST_F(SetupSheet, goesOutInTheThreadsCodePage)
+TEST_F(SetupSheet, isSentInTheThreadsCodePage)
 {
     standin::setState("setup_sheet_files", L"C:\\\u0416\u4E00.xml");
     // A Russian thread has code page 1251; the system's own has no such letter.
@@ -78,7 +78,7 @@ TEST_F(SetupSheet, goesOutInTheThreadsCodePage)
     EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\\xC6?.xml\n");
 }
 
-TEST_F(SetupSheet, passesTheHostsExceptionOnToItsCaller)
+TEST_F(SetupSheet, passesOnTheHostsException)
 {
     standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
     CException* raised = nullptr;
@@ -92,7 +92,7 @@ TEST_F(SetupSheet, passesTheHostsExceptionOnToItsCaller)
     EXPECT_TRUE(companion.isIdle());
 }
 
-TEST_F(SetupSheet, ofTheToolsEntryHasItsExceptionsSwallowed)
+TEST_F(SetupSheet, swallowsExceptionsInTheToolsEntry)
 {
     standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
     EXPECT_EQ(m_tools(0), 0);

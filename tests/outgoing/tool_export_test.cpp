@@ -24,7 +24,7 @@ std::string operationWith(int id, int tool, const std::string& more = "")
            "\n" + more + "\n";
 }
 
-// A record's values by key; the second value of a repeated key stands under the key and "'".
+// A record's values by key; the second value of a repeated key has the key with "'" after it.
 std::map<std::string, std::string> valuesOf(const std::string& record)
 {
     std::map<std::string, std::string> values;
@@ -179,7 +179,7 @@ const std::map<std::string, std::string> valuesOfEveryField = {
     {"OPTIME", "86.5"},
 };
 
-// The full tool's text lies in a record that is gone with the export: noted when the host fills it.
+// The full tool's text is in a record that is gone with the export: noted when the host fills it.
 const wchar_t* filledGeometryFile = nullptr;
 decltype(&tool_manager) hostsToolManager = nullptr;
 
@@ -240,7 +240,7 @@ protected:
 
 } // namespace
 
-TEST_F(ToolExport, writesTheOperationsToolAndTheFullOne)
+TEST_F(ToolExport, writesTheOperationsAndTheFullTool)
 {
     putPart(planes +
             "[tool]\nnumber = 3\nfeed-rate = 0.12\nlength-offset = 33\noverall-length = 79\n"
@@ -277,7 +277,7 @@ TEST_F(ToolExport, writesTheOperationsToolAndTheFullOne)
                      L"ui CalcCycleTime(*, true) -> 14.5", LR"(ui list_manager(1, "", 1, *))"}));
 }
 
-TEST_F(ToolExport, tellsEveryFieldUnderItsOwnKey)
+TEST_F(ToolExport, writesEveryFieldUnderItsOwnKey)
 {
     putPart(everyField);
     exportToolData();
@@ -291,7 +291,7 @@ TEST_F(ToolExport, tellsEveryFieldUnderItsOwnKey)
     EXPECT_EQ(values, valuesOfEveryField);
 }
 
-TEST_F(ToolExport, tellsTheGeometryFileOfTheToolThatTheHostFilled)
+TEST_F(ToolExport, writesTheFilledToolsGeometryFile)
 {
     putPart(everyField);
     hostsToolManager = &tool_manager;
@@ -301,7 +301,7 @@ TEST_F(ToolExport, tellsTheGeometryFileOfTheToolThatTheHostFilled)
     EXPECT_EQ(valuesOf(records()[0])["GEOFILE'"], hexadecimal(filledGeometryFile));
 }
 
-TEST_F(ToolExport, keepsTheOperationsToolWhereTheHostKnowsNone)
+TEST_F(ToolExport, keepsTheOperationsToolWithoutAHosts)
 {
     putPart(planes + operationWith(1, 8, "tool.feed-rate = 0.11\ntool.length-offset = 3\n"));
     exportToolData();
@@ -312,7 +312,7 @@ TEST_F(ToolExport, keepsTheOperationsToolWhereTheHostKnowsNone)
     EXPECT_EQ(values["LENGTH OVERALL"], "0");
 }
 
-TEST_F(ToolExport, countsTheOperationsAndSortsTheirRecords)
+TEST_F(ToolExport, countsOperationsAndSortsRecords)
 {
     putPart(planes + operationWith(1, 3, "tool.diameter = 9\n") +
             operationWith(2, 3, "tool.diameter = 10\n") +
@@ -327,7 +327,7 @@ TEST_F(ToolExport, countsTheOperationsAndSortsTheirRecords)
     EXPECT_EQ(numberOf, (std::map<std::string, std::string>{{"9", "1"}, {"10", "2"}, {"5", "3"}}));
 }
 
-TEST_F(ToolExport, takesThePlaneNamesFromTheFirstOperationOfTheList)
+TEST_F(ToolExport, takesPlaneNamesFromTheFirstOperation)
 {
     putPart("[no operation]\n\n" + planes + operationWith(1, 3, "") +
             "[operation]\nid = 2\ntool-plane = 7\nconstruction-plane = 8\ntool.number = 4\n");
@@ -335,7 +335,7 @@ TEST_F(ToolExport, takesThePlaneNamesFromTheFirstOperationOfTheList)
     EXPECT_EQ(records().size(), 2u);
 }
 
-TEST_F(ToolExport, writesAnEmptyFileForAPartWithoutOperationsAndTellsIt)
+TEST_F(ToolExport, announcesAnEmptyFile)
 {
     putPart(planes);
     writeBytes(toolFile, "earlier");
@@ -360,7 +360,7 @@ TEST_F(ToolExport, namesItsFileAndLineAfterTheRequest)
     EXPECT_EQ(listener.nextConnection(), "TOOL--5\n");
 }
 
-TEST_F(ToolExport, readsTheRequestForItsFileThenForEachRecordThenForItsLine)
+TEST_F(ToolExport, readsTheRequestIdForEachUse)
 {
     putPart(planes + operationWith(1, 3) + operationWith(2, 4));
     hostsToolManager = &tool_manager;
@@ -372,7 +372,7 @@ TEST_F(ToolExport, readsTheRequestForItsFileThenForEachRecordThenForItsLine)
     EXPECT_EQ(listener.nextConnection(), "TOOL-19\n");
 }
 
-TEST_F(ToolExport, leavesAnEarlierFileWhenItCannotDescribeThePart)
+TEST_F(ToolExport, keepsTheFileWithoutADescription)
 {
     struct Case {
         const char* what;
@@ -393,7 +393,7 @@ TEST_F(ToolExport, leavesAnEarlierFileWhenItCannotDescribeThePart)
     }
 }
 
-TEST_F(ToolExport, sendsNothingWhenItsFileCannotBeOpened)
+TEST_F(ToolExport, sendsNothingWithoutItsFile)
 {
     putPart(planes + operationWith(1, 3));
     CreateDirectoryW(toolFile.c_str(), nullptr);
@@ -402,7 +402,7 @@ TEST_F(ToolExport, sendsNothingWhenItsFileCannotBeOpened)
     RemoveDirectoryW(toolFile.c_str());
 }
 
-TEST_F(ToolExport, leavesAnEarlierFileWhenTheHostRaisesInPlaceOfItsOperations)
+TEST_F(ToolExport, keepsTheFileOnAListException)
 {
     putPart(planes + operationWith(1, 3) + operationWith(2, 4));
     writeBytes(toolFile, "earlier");
@@ -415,7 +415,7 @@ TEST_F(ToolExport, leavesAnEarlierFileWhenTheHostRaisesInPlaceOfItsOperations)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOf)
+TEST_F(ToolExport, skipsWhatTheHostRaisesFor)
 {
     putPart(planes + operationWith(1, 3, "tool.feed-rate = 0.11\ncycle-time = 5\n"));
     for (const char* operation : {"tool_manager", "CalcCycleTime", "GetPlanePtrByID", "GetName"}) {
@@ -430,7 +430,7 @@ TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOf)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, endsAlsoWhenTheHostRaisesInPlaceOfTakingItsOperationsBack)
+TEST_F(ToolExport, survivesAFailedListRelease)
 {
     putPart(planes + operationWith(1, 3));
     ASSERT_TRUE(standin::raiseAt("list_manager", 2));
@@ -441,7 +441,7 @@ TEST_F(ToolExport, endsAlsoWhenTheHostRaisesInPlaceOfTakingItsOperationsBack)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOfForTheSecondRecord)
+TEST_F(ToolExport, skipsValuesOfTheSecondRecord)
 {
     const std::string more = "tool.feed-rate = 0.11\ncycle-time = 5\n";
     putPart(planes + "[tool]\nnumber = 3\nfeed-rate = 9\n\n[tool]\nnumber = 4\nfeed-rate = 9\n\n" +
@@ -449,23 +449,23 @@ TEST_F(ToolExport, doesWithoutWhatTheHostRaisesInPlaceOfForTheSecondRecord)
     const auto feedsAndTimes = [&](const char* operation, int nth) {
         EXPECT_TRUE(standin::raiseAt(operation, nth)) << operation;
         exportToolData();
-        std::map<std::string, std::string> told;
+        std::map<std::string, std::string> seen;
         for (const std::string& record : records()) {
             auto values = valuesOf(record);
-            told[values["OPERATION NUMBER"]] = values["FEED"] + " in " + values["OPTIME"];
+            seen[values["OPERATION NUMBER"]] = values["FEED"] + " in " + values["OPTIME"];
         }
         EXPECT_EQ(listener.nextConnection(), "TOOL-17\n") << operation;
-        return told;
+        return seen;
     };
-    using Told = std::map<std::string, std::string>;
-    EXPECT_EQ(feedsAndTimes("tool_manager", 2), (Told{{"1", "9 in 5"}, {"2", "0.11 in 5"}}));
-    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 2), (Told{{"1", "9 in 5"}, {"2", "9 in 0"}}));
-    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 1), (Told{{"1", "9 in 0"}, {"2", "9 in 5"}}));
-    EXPECT_EQ(feedsAndTimes("GetName", 3), (Told{{"1", "9 in 5"}, {"2", "9 in 5"}}));
+    using Seen = std::map<std::string, std::string>;
+    EXPECT_EQ(feedsAndTimes("tool_manager", 2), (Seen{{"1", "9 in 5"}, {"2", "0.11 in 5"}}));
+    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 2), (Seen{{"1", "9 in 5"}, {"2", "9 in 0"}}));
+    EXPECT_EQ(feedsAndTimes("CalcCycleTime", 1), (Seen{{"1", "9 in 0"}, {"2", "9 in 5"}}));
+    EXPECT_EQ(feedsAndTimes("GetName", 3), (Seen{{"1", "9 in 5"}, {"2", "9 in 5"}}));
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, losesTheNameOfTheOnePlaneThatTheHostRaisesInPlaceOf)
+TEST_F(ToolExport, losesOnlyTheRaisingPlanesName)
 {
     putPart(planes + operationWith(1, 3));
     ASSERT_TRUE(standin::raiseAt("GetName", 2));
@@ -474,7 +474,7 @@ TEST_F(ToolExport, losesTheNameOfTheOnePlaneThatTheHostRaisesInPlaceOf)
     EXPECT_EQ(getPlaneName(firstInHost(), 0), L"Front");
 }
 
-TEST_F(ToolExport, asksForTheToolPlaneThenForTheConstructionPlane)
+TEST_F(ToolExport, asksForTheToolPlaneFirst)
 {
     putPart(planes + operationWith(1, 3) + operationWith(2, 3));
     PlaneBase* (MastercamPlanes::*const lookUp)(int) = &MastercamPlanes::GetPlanePtrByID;
@@ -499,7 +499,7 @@ TEST_F(ToolExport, namesPlanesBySelector)
     EXPECT_EQ(getPlaneName(firstInHost(), 3), std::nullopt);
 }
 
-TEST_F(ToolExport, readsTextsThatFillTheirFieldsWithoutAZero)
+TEST_F(ToolExport, readsFullFieldsWithoutATerminator)
 {
     static operation full;
     std::fill(std::begin(full.nciName), std::end(full.nciName), L'n');

@@ -1,4 +1,4 @@
-// What stands on a machine, as lines that can be compared: its files and its registry.
+// What is on a machine, as lines that can be compared: its files and its registry.
 #pragma once
 
 #include <set>

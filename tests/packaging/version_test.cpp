@@ -1,5 +1,5 @@
-// The version stands in one place; what is packed tells it in several.
-#include "packaging/shop.h"
+// The version is defined in one place; what is packed shows it in several.
+#include "packaging/site.h"
 #include "support/bytes.h"
 
 #include <gtest/gtest.h>
@@ -88,7 +88,7 @@ TEST(Version, headsTheChanges)
     EXPECT_EQ(*heading, L"## " VERSION_TEXT);
 }
 
-TEST(Version, isAllThatAProgramTellsOfItsMaking)
+TEST(Version, isAllAProgramRevealsOfItsBuild)
 {
     for (const wchar_t* program : {L"\\torvapdm.dll", L"\\zemlink.exe"})
         EXPECT_EQ(timeOfMaking(packedFolder() + program), 0u) << toUtf8(program);

@@ -26,7 +26,7 @@ int __cdecl notedCloseStream(FILE* stream)
 
 } // namespace
 
-TEST(Paths, tellFilesFromFolders)
+TEST(Paths, distinguishFilesFromFolders)
 {
     const Installation installation;
     const std::wstring file = installation.path(L"file.txt");
@@ -40,14 +40,14 @@ TEST(Paths, tellFilesFromFolders)
     EXPECT_FALSE(fileExists(L""));
 }
 
-TEST(Paths, giveAFilesSize)
+TEST(Paths, haveAFilesSize)
 {
     const Installation installation;
     writeBytes(installation.path(L"file.txt"), std::string(70000, 'x'));
     EXPECT_EQ(getFileSize(installation.path(L"file.txt")), 70000);
 }
 
-TEST(DebugLog, appendsTheFormattedTextAndNothingElse)
+TEST(DebugLog, appendsOnlyTheFormattedText)
 {
     const Installation installation;
     debugLog("Loading File #%d: %s\n", 1, "C:\\a.mcam");
@@ -65,7 +65,7 @@ TEST(DebugLog, survivesAFileThatCannotBeOpened)
     EXPECT_FALSE(pathExists(installation.path(L"sys")));
 }
 
-TEST(DebugLog, closesItsStreamOnceAlsoWhenItDidNotOpen)
+TEST(DebugLog, closesItsStreamOnce)
 {
     const Installation installation;
     leadCalls(&fclose, "fclose", &notedCloseStream, L"msvcrt.dll");
@@ -84,7 +84,7 @@ TEST(Text, becomesNarrowWithoutATerminator)
     EXPECT_EQ(toNarrow(std::wstring(L"a\0b", 3), 1252), std::string("a\0b", 3));
 }
 
-TEST(Text, becomesWideUpToItsFirstZero)
+TEST(Text, becomesWideUpToItsFirstNul)
 {
     EXPECT_EQ(toWide("a\xC4\x80", 1252), L"a\u00C4\u20AC");
     EXPECT_EQ(toWide("a\xC3\x84", CP_UTF8), L"a\u00C4");
@@ -99,7 +99,7 @@ TEST(Text, usesTheSystemsCodePage)
     EXPECT_EQ(toWideAnsi("C:\\Parts \xC4"), toWide("C:\\Parts \xC4", GetACP()));
 }
 
-TEST(Text, isNarrowedByTheRuntimeOnlyAsFarAsItsLocaleGoes)
+TEST(Text, isNarrowedWithinTheLocale)
 {
     EXPECT_EQ(toNarrowByRuntime(L"C:\\TORVA"), "C:\\TORVA");
     EXPECT_EQ(toNarrowByRuntime(L"C:\\\u4E00"), "");
@@ -126,7 +126,7 @@ TEST(WholeText, isReadAsUtf8)
     EXPECT_EQ(readWholeText(installation.path(L"t.txt")), L"a\u00C4\nb");
 }
 
-TEST(WholeText, tellsTheStandardOutputHowTheOpeningWent)
+TEST(WholeText, reportsOnStandardOutput)
 {
     const Installation installation;
     writeBytes(installation.path(L"t.txt"), "a");

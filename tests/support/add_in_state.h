@@ -2,61 +2,75 @@
 // them. No other test reads or writes the add-in's variables.
 #pragma once
 
-#include "formats/companion_file.h"
-#include "formats/wire_constants.h"
+#include "shared_state.h"
 #include "incoming/incoming_state.h"
 #include "addin/host_events.h"
+#include "formats/wire_constants.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
-#include <windows.h>
 
 namespace testing_support {
 
 struct AddInState {
-    // Gives the values the ones they start with, all but the handles and the window.
-    static void reset();
+    static std::int32_t requestId() { return torvapdm::currentRequestId; }
+    static void setRequestId(std::int32_t id) { torvapdm::currentRequestId = id; }
+    static std::uint32_t zemId() { return torvapdm::currentZemId; }
+    static void setZemId(std::uint32_t id) { torvapdm::currentZemId = id; }
+    static std::wstring filePath() { return torvapdm::currentFilePath.text(); }
+    static void setFilePath(const std::wstring& p) { torvapdm::currentFilePath.assign(p); }
+    static std::wstring fileTypePrefix() { return torvapdm::fileTypePrefix; }
+    static void setFileTypePrefix(const std::wstring& p) { torvapdm::fileTypePrefix = p; }
+    using Files = std::vector<torvapdm::CompanionFile>;
+    static const Files& recentFiles() { return torvapdm::recentFiles; }
+    static void setRecentFiles(const Files& files) { torvapdm::recentFiles = files; }
 
-    static std::int32_t requestId();
-    static void setRequestId(std::int32_t id);
-    static std::uint32_t zemId(); // `noZemId` while no file of the Companion is open
-    static void setZemId(std::uint32_t id);
-    static std::wstring filePath();
-    static void setFilePath(const std::wstring& path);
-    static std::wstring fileTypePrefix();
-    static void setFileTypePrefix(const std::wstring& prefix);
-    static std::vector<torvapdm::CompanionFile> recentFiles();
-    static void setRecentFiles(const std::vector<torvapdm::CompanionFile>& files);
+    static std::int32_t ncPathNumber() { return torvapdm::ncPathNumber; }
+    static void setNcPathNumber(std::int32_t number) { torvapdm::ncPathNumber = number; }
+    static std::int32_t secondSettingsNumber() { return torvapdm::secondSettingsNumber; }
+    static void setSecondSettingsNumber(std::int32_t n) { torvapdm::secondSettingsNumber = n; }
 
-    static std::int32_t ncPathNumber();
-    static void setNcPathNumber(std::int32_t number);
-    static std::int32_t secondSettingsNumber();
-    static void setSecondSettingsNumber(std::int32_t number);
+    static bool saveNotified() { return torvapdm::saveNotified; }
+    static void setSaveNotified(bool is) { torvapdm::saveNotified = is; }
+    static bool event37Seen() { return torvapdm::event37Seen; }
+    static void setEvent37Seen(bool is) { torvapdm::event37Seen = is; }
+    static bool captureOnCloseEnabled() { return torvapdm::captureOnCloseEnabled; }
+    static void setCaptureOnCloseEnabled(bool is) { torvapdm::captureOnCloseEnabled = is; }
+    static bool captureOnClosePending() { return torvapdm::captureOnClosePending; }
+    static void setCaptureOnClosePending(bool is) { torvapdm::captureOnClosePending = is; }
 
-    static bool saveNotified();
-    static void setSaveNotified(bool is);
-    static bool event37Seen();
-    static void setEvent37Seen(bool is);
-    static bool captureOnCloseEnabled();
-    static void setCaptureOnCloseEnabled(bool is);
-    static bool captureOnClosePending();
-    static void setCaptureOnClosePending(bool is);
-
-    static HWND messageWindow();
-    static void setMessageWindow(HWND window);
+    static HWND messageWindow() { return torvapdm::messageWindow; }
+    static void setMessageWindow(HWND window) { torvapdm::messageWindow = window; }
     // The registered messages, 0 until they are registered.
-    static UINT openMessage();
-    static UINT commitMessage();
-    static UINT getCheckedOutMessage();
+    static UINT openMessage() { return torvapdm::openMessage; }
+    static UINT commitMessage() { return torvapdm::commitMessage; }
+    static UINT getCheckedOutMessage() { return torvapdm::getCheckedOutMessage; }
 
-    static std::wstring commandFilePath();
-    static HANDLE commandFile();
-    static void setCommandFile(HANDLE file);
-    static HANDLE listenerThread();
-    static bool isListenerStopped();
-    static void stopListener(); // the listener ends after its present poll
-    static void allowListener();
+    static std::wstring commandFilePath() { return torvapdm::commandFilePath.text(); }
+    static HANDLE commandFile() { return torvapdm::commandFile; }
+    static void setCommandFile(HANDLE file) { torvapdm::commandFile = file; }
+    static HANDLE listenerThread() { return torvapdm::listenerThread; }
+    static bool isListenerStopped() { return torvapdm::listenerStopFlag != 0; }
+    static void stopListener() { torvapdm::listenerStopFlag = 1; } // after its present poll
+    static void allowListener() { torvapdm::listenerStopFlag = 0; }
+
+    // Sets the values to what they start with, all but the handles and the window.
+    static void reset()
+    {
+        setRequestId(0);
+        setZemId(torvapdm::noZemId);
+        setFilePath(L"");
+        setFileTypePrefix(L"");
+        setRecentFiles({});
+        setNcPathNumber(-1);
+        setSecondSettingsNumber(0);
+        setSaveNotified(true);
+        setEvent37Seen(false);
+        setCaptureOnCloseEnabled(false);
+        setCaptureOnClosePending(false);
+        allowListener();
+    }
 };
 
 } // namespace testing_support

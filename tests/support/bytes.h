@@ -8,10 +8,10 @@
 
 namespace testing_support {
 
-// The file's bytes; nothing when it cannot be opened. Denies nobody anything.
+// The file's bytes; nothing when it cannot be opened. Shares the file fully.
 std::optional<std::string> readBytes(const std::wstring& path);
 
-// Writes the file anew; ends the process with a message when that fails.
+// Replaces the file; ends the process with a message when that fails.
 void writeBytes(const std::wstring& path, std::string_view bytes);
 
 std::string toUtf8(const std::wstring& text);

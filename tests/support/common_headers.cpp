@@ -1,1 +1,1 @@
-// A target of its own for the headers that the tests have compiled beforehand.
+// A separate target for the precompiled headers of the tests.

@@ -39,7 +39,7 @@ std::vector<std::wstring> companionStarts(const Installation& installation, size
 // piece. False when the file does not exist or the write fails.
 bool writeRequest(const std::wstring& commandFile, std::string_view request);
 
-// The bytes of an open request: mark, id, blank, path, line feed.
+// The bytes of an open request: mark, id, space, path, line feed.
 std::string openRequest(int id, const std::string& path);
 
 } // namespace testing_support

@@ -39,8 +39,8 @@ QuerySystemInformation systemQuery()
         reinterpret_cast<void*>(GetProcAddress(library, "NtQuerySystemInformation")));
 }
 
-// The committed memory that the process shares with nobody. Its regions are walked, because not
-// every system fills in the counter of its own.
+// The committed memory that the process does not share. Its regions are walked, because not
+// every system fills in its counter.
 size_t privateBytesOf(HANDLE process)
 {
     size_t bytes = 0;

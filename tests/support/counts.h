@@ -19,7 +19,7 @@ struct ProcessCounts {
     size_t privateBytes = 0; // committed and not shared
 };
 
-// Zeros for a process that does not exist.
+// All 0 for a process that does not exist.
 ProcessCounts countsOf(unsigned long processId);
 
 // How many pens and how many menus can be made until the system refuses one: fewer by each graphics

@@ -1,5 +1,5 @@
 // A test that holds the add-in's own code in its process, between the stand-in host's libraries and
-// an installation folder of its own.
+// its own installation folder.
 #pragma once
 
 #include "control.h"
@@ -18,7 +18,7 @@ protected:
 
     // The trace since the fixture was made or this was called last.
     Lines newTrace();
-    // The same, once it has at least so many lines; fewer when they do not come in good time.
+    // The same, once it has at least so many lines; fewer when they do not arrive within the time.
     Lines newTrace(size_t count);
 
     // Writes an empty part file into the installation folder and gives its path.

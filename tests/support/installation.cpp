@@ -85,7 +85,7 @@ void endProcess(DWORD processId)
     CloseHandle(process);
 }
 
-// A Companion that the add-in has started through the shell is nobody's child; left running, it
+// A Companion that the add-in has started through the shell has no parent here; left running, it
 // would hold its port and its semaphore against the tests that follow.
 void endProgramsIn(const std::wstring& folder)
 {
@@ -143,7 +143,7 @@ Installation::~Installation()
     endProgramsIn(root_);
     if (registry_ == Registry::ofTheUser)
         RegDeleteKeyW(HKEY_CURRENT_USER, companionKey);
-    if (!_wfreopen(L"NUL", L"r", stdin)) // lets go of a file that stood in for it
+    if (!_wfreopen(L"NUL", L"r", stdin)) // closes a file that replaced it
         std::exit(99);
     removeFolder(root_);
 }

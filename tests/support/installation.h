@@ -42,7 +42,7 @@ private:
 // Writes this folder down as the installation folder, in place of an installation's own.
 void registerInstallation(const std::wstring& folder);
 
-// Gives this process an empty current-user registry of its own for the rest of its life.
+// Gives this process an empty current-user registry for the rest of its life.
 void useEmptyRegistry();
 
 // The folder of the running test program, with a separator at its end.

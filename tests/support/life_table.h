@@ -1,4 +1,4 @@
-// What each call of the add-in leaves open on purpose, as docs/life.md tells it.
+// What each call of the add-in leaves open on purpose, according to docs/life.md.
 #pragma once
 
 #include <cstddef>

@@ -79,10 +79,10 @@ std::string differences(const Raster& expected, const Raster& seen)
     if (expected.width != seen.width || expected.height != seen.height)
         return "the sizes differ";
     std::string text;
-    int told = 0;
+    int shown = 0;
     for (int y = 0; y < expected.height; ++y)
         for (int x = 0; x < expected.width; ++x)
-            if (expected.at(x, y) != seen.at(x, y) && told++ < 20)
+            if (expected.at(x, y) != seen.at(x, y) && shown++ < 20)
                 text += textOf(x, y, expected.at(x, y), seen.at(x, y));
     return text;
 }

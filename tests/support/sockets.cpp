@@ -12,9 +12,9 @@ namespace testing_support {
 
 namespace {
 
-companion::OwnSocket newSocket()
+peer::OwnSocket newSocket()
 {
-    return companion::OwnSocket(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
+    return peer::OwnSocket(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
 }
 
 sockaddr_in loopback(unsigned short port)
@@ -26,13 +26,13 @@ sockaddr_in loopback(unsigned short port)
     return address;
 }
 
-bool connects(const companion::OwnSocket& socket, const sockaddr_in& address)
+bool connects(const peer::OwnSocket& socket, const sockaddr_in& address)
 {
     return connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
 // True when the socket has something to take within the time.
-bool isReadable(const companion::OwnSocket& socket, unsigned milliseconds)
+bool isReadable(const peer::OwnSocket& socket, unsigned milliseconds)
 {
     fd_set sockets;
     FD_ZERO(&sockets);
@@ -82,16 +82,16 @@ LineReceiver::LineReceiver()
     }
 }
 
-companion::OwnSocket LineReceiver::acceptNext() const
+peer::OwnSocket LineReceiver::acceptNext() const
 {
-    return companion::OwnSocket(isReadable(listening_, generousMs)
+    return peer::OwnSocket(isReadable(listening_, generousMs)
                                     ? accept(listening_.get(), nullptr, nullptr)
                                     : INVALID_SOCKET);
 }
 
 std::optional<std::string> LineReceiver::nextConnection() const
 {
-    const companion::OwnSocket connection = acceptNext();
+    const peer::OwnSocket connection = acceptNext();
     if (!connection.isOpen())
         return std::nullopt;
     std::string bytes;
@@ -113,7 +113,7 @@ bool LineReceiver::hangUpOnNext() const
 
 sockaddr_in companionsAddress()
 {
-    return loopback(companion::linePortNumber);
+    return loopback(peer::noticePort);
 }
 
 Client::Client(const char* localAddress) : socket_(newSocket())
@@ -143,7 +143,7 @@ bool sendToCompanion(const std::string& bytes)
 
 int connectTo(unsigned short port)
 {
-    const companion::OwnSocket caller = newSocket();
+    const peer::OwnSocket caller = newSocket();
     return connects(caller, loopback(port)) ? 0 : WSAGetLastError();
 }
 

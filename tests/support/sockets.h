@@ -1,7 +1,8 @@
 // Both ends of the line protocol on port 4559, and the ports that are open.
 #pragma once
 
-#include "peer/line_port.h"
+#include "peer/notice_port.h"
+#include "peer/wire_constants.h"
 
 #include <optional>
 #include <set>
@@ -9,7 +10,7 @@
 
 namespace testing_support {
 
-using Sockets = companion::SocketsLibrary;
+using Sockets = peer::SocketsLibrary;
 
 // Plays the Companion's end: listens on the loopback address.
 class LineReceiver {
@@ -17,18 +18,18 @@ public:
     // Ends the test program with a message when the port stays taken.
     LineReceiver();
 
-    // All bytes of the next connection, up to its end; nothing when none comes in good time.
+    // All bytes of the next connection, up to its end; nothing when none arrives within the time.
     std::optional<std::string> nextConnection() const;
     // True when no connection waits.
     bool isIdle() const;
-    // Closes the next connection unread; false when none comes in good time.
+    // Closes the next connection unread; false when none arrives within the time.
     bool hangUpOnNext() const;
 
 private:
-    companion::OwnSocket acceptNext() const;
+    peer::OwnSocket acceptNext() const;
 
     Sockets library_;
-    companion::OwnSocket listening_{INVALID_SOCKET};
+    peer::OwnSocket listening_{INVALID_SOCKET};
 };
 
 // The Companion's address on the loopback interface, port 4559.
@@ -46,7 +47,7 @@ public:
     bool waitForEnd() const;
 
 private:
-    companion::OwnSocket socket_;
+    peer::OwnSocket socket_;
     bool isConnected_ = false;
 };
 

@@ -1,5 +1,5 @@
-// Appends to "starts.txt" beside itself, in UTF-8, a line for each start: how its window was to be
-// shown, a blank, and the command line behind the program's name.
+// Appends to "starts.txt" next to itself, in UTF-8, a line for each start: how its window was to be
+// shown, a space, and the command line after the program's name.
 #include <string>
 #include <windows.h>
 

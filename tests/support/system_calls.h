@@ -1,5 +1,5 @@
-// System calls of the code under test, which stands in the test's own program: led to functions of
-// the test's, they show their order and their arguments, and answer what the system would not.
+// System calls of the code under test, which is part of the test program, redirected to functions
+// of the test's, they show their order and their arguments, and answer what the system would not.
 #pragma once
 
 #include "application/imports.h"
@@ -7,7 +7,7 @@
 namespace testing_support {
 
 // The system's own function, also while the program's calls of it are led elsewhere. The first
-// argument tells no more than its type.
+// argument only gives the type.
 template <class Function>
 Function* systems(Function*, const char* name, const wchar_t* library = L"kernel32.dll")
 {

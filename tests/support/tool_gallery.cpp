@@ -1,6 +1,6 @@
-// Plays the Companion that has the add-in draw its tools: loads the library that lies beside it and
+// Plays the Companion that has the add-in draw its tools: loads the library next to it and
 // calls DrawTool for a tool of every kind. For each picture a line goes to the standard output: the
-// file's name and then, each behind a bar, the lines that tell what it shows. Ends with 1 when the
+// file's name and then, each after a bar, the lines that describe it. Ends with 1 when the
 // library cannot be loaded.
 //
 //   toolimage-2.bmp|2  bull nose end mill|dia. 20, shank 16|flutes 30, length 80|radius 4

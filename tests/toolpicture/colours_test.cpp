@@ -41,13 +41,13 @@ const Adjustment adjustments[] = {
 
 } // namespace
 
-TEST(RgbToHls, givesHueLightnessAndSaturation)
+TEST(RgbToHls, returnsHueLightnessAndSaturation)
 {
     for (const Conversion& c : conversions)
         EXPECT_EQ(rgbToHls(c.colour), c.hls) << std::hex << c.colour;
 }
 
-TEST(HlsToRgb, givesTheColourBackButForWhatWasTruncated)
+TEST(HlsToRgb, returnsTheColourUpToTruncation)
 {
     for (const Conversion& c : conversions)
         EXPECT_EQ(hlsToRgb(c.hls), c.back) << std::hex << c.hls;
@@ -70,7 +70,7 @@ TEST(HlsToRgb, isRightForEveryValue)
     }
 }
 
-TEST(RgbToHls, ofAGreyIsItsLightnessAlone)
+TEST(RgbToHls, hasOnlyLightnessForAGrey)
 {
     for (Colour grey = 0; grey < 256; ++grey) {
         EXPECT_EQ(rgbToHls(grey * 0x010101), grey << 8);
@@ -78,7 +78,7 @@ TEST(RgbToHls, ofAGreyIsItsLightnessAlone)
     }
 }
 
-TEST(RgbToHls, ofAPureColourHasHalfItsStrengthForLightness)
+TEST(RgbToHls, halvesAPureColoursLightness)
 {
     for (Colour strength = 1; strength < 256; ++strength) {
         EXPECT_EQ(rgbToHls(strength), 0xFF00FF | strength / 2 << 8);
@@ -87,13 +87,13 @@ TEST(RgbToHls, ofAPureColourHasHalfItsStrengthForLightness)
     }
 }
 
-TEST(RgbToHls, andBackIgnoreTheFourthByte)
+TEST(RgbToHls, ignoresTheFourthByte)
 {
     EXPECT_EQ(rgbToHls(0xFF801010), rgbToHls(0x801010));
     EXPECT_EQ(hlsToRgb(0xFFC648AA), hlsToRgb(0xC648AA));
 }
 
-TEST(HueValue, risesStaysFallsAndStaysAroundTheCircle)
+TEST(HueValue, risesAndFallsAroundTheCircle)
 {
     // From 0 to 1 in steps of 51, by the degree.
     EXPECT_EQ(hueValue(0, 1, 0), 0);
@@ -110,7 +110,7 @@ TEST(HueValue, risesStaysFallsAndStaysAroundTheCircle)
     EXPECT_EQ(hueValue(0, 1, -132), 51);
 }
 
-TEST(HueValue, liesBetweenItsBounds)
+TEST(HueValue, staysBetweenItsBounds)
 {
     EXPECT_EQ(hueValue(0.25f, 0.75f, 30), 127);
     EXPECT_EQ(hueValue(0.25f, 0.75f, 100), 191);
@@ -135,7 +135,7 @@ TEST(AdjustHls, isRightForEveryPercentage)
                     << std::hex << colour << std::dec << ' ' << lightness << ' ' << saturation;
 }
 
-TEST(AdjustHls, keepsEightBitsOfWhatGoesBeyondThem)
+TEST(AdjustHls, keepsTheLowEightBits)
 {
     // Lightness 8 and twice the 247 to 255 are 502, of which 246 is kept.
     EXPECT_EQ(adjustHls(0x080808, 200, 0), 0xF6F6F6u);

@@ -186,7 +186,7 @@ TEST(Point, hasHalfTheTipAngleOr59Degrees)
     EXPECT_EQ(halfAngleOfPoint(360), 89.999);
 }
 
-TEST(Point, ofADrillIs118DegreesForAnAngleOf0AndOf100)
+TEST(Point, is118DegreesByDefault)
 {
     for (const double angle : {0.0, 100.0, -5.0}) {
         const ToolDimensions drill =
@@ -228,7 +228,7 @@ TEST(DrawnWidth, isTheWiderOfShankAndFlutes)
     EXPECT_EQ(dimensionsOf(with(&ToolArguments::shankDiameter, 10.5)).drawnWidth, 10.5);
 }
 
-TEST(ToolDimensions, areFiniteUnlessALengthThatCountsIsNot)
+TEST(ToolDimensions, areFiniteIfTheirLengthsAre)
 {
     EXPECT_TRUE(areFinite(dimensionsOf(plainTool())));
     for (const double bad : {infinity, noNumber})
@@ -244,7 +244,7 @@ TEST(ToolDimensions, areFiniteUnlessALengthThatCountsIsNot)
     EXPECT_TRUE(areFinite(dimensionsOf(with(&ToolArguments::tipAngle, noNumber, plainTool(3)))));
 }
 
-TEST(ToolDimensions, areNotFiniteWhenTheyOutgrowTheirNumbers)
+TEST(ToolDimensions, areNotFiniteOnOverflow)
 {
     ToolArguments tool = plainTool(3);
     tool.fluteLength = 1e308;

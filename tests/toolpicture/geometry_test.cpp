@@ -20,7 +20,7 @@ ToolDimensions toolOf(double totalLength, double drawnWidth, double diameter = 1
     return tool;
 }
 
-// With so wide a shank a pixel stands for 0.216 units, whatever the length below 200.
+// With so wide a shank a pixel is 0.216 units, whatever the length below 200.
 int capHalfOf(double totalLength)
 {
     return toolGeometry(toolOf(totalLength, 200), {1000, 1000}).capHalf;
@@ -48,7 +48,7 @@ TEST(PictureSize, hasAWorkSurfaceBelow2Gigabytes)
     EXPECT_FALSE(isPictureSize(0xFFFFFFFF, 0xFFFFFFFF));
 }
 
-TEST(ToolScale, leavesMoreRoomInAPictureThatIsWiderThanHigh)
+TEST(ToolScale, leavesMoreRoomInAWidePicture)
 {
     const ToolDimensions tool = toolOf(100, 20);
     EXPECT_DOUBLE_EQ(toolScale(tool, {200, 100}), 1.09);
@@ -79,7 +79,7 @@ TEST(ToolScale, isOneForAToolWithoutExtent)
     EXPECT_DOUBLE_EQ(toolScale(tool, {200, 100}), 1.09);
 }
 
-TEST(ToolScale, showsANeedleOnePixelWideToEitherSide)
+TEST(ToolScale, showsANeedleTwoPixelsWide)
 {
     EXPECT_EQ(toolScale(toolOf(100, 20, 2.17), {100, 100}), 100.0 / 100 * 1.08);
     EXPECT_EQ(toolScale(toolOf(100, 20, 2.15), {100, 100}), 2.15 * 0.5);
@@ -103,7 +103,7 @@ TEST(ToolGeometry, truncatesHalfWidthsToPixels)
     EXPECT_EQ(toolGeometry(tool, {101, 100}).centreColumn, 50);
 }
 
-TEST(TipRow, liesAWholeTwentiethOfTheHeightBelowTheToolsLength)
+TEST(TipRow, isATwentiethBelowTheToolsLength)
 {
     const ToolDimensions tool = toolOf(100, 20);
     EXPECT_EQ(toolGeometry(tool, {100, 219}).tipRow, 102); // 92.59 + 10
@@ -111,7 +111,7 @@ TEST(TipRow, liesAWholeTwentiethOfTheHeightBelowTheToolsLength)
     EXPECT_EQ(toolGeometry(tool, {100, 239}).tipRow, 103);
 }
 
-TEST(Cap, isAsWideAsHalfTheLengthButForALeap)
+TEST(Cap, isHalfAsWideAsTheLength)
 {
     EXPECT_EQ(capHalfOf(0), 4);     // 2 / 0.432
     EXPECT_EQ(capHalfOf(4), 4);     // 2
@@ -130,7 +130,7 @@ TEST(Cap, endsFivePixelsInsideThePicture)
     EXPECT_EQ(toolGeometry(toolOf(1e-9, 1e-9, 1e-9), {101, 100}).capHalf, 45);
 }
 
-TEST(Cap, ofAPictureTooNarrowForItIsBoundedFromBelowFirst)
+TEST(Cap, hasALowerBoundInANarrowPicture)
 {
     // 10 pixels wide: half of them less 5 is 0. A cap of 30 units would be wider than the picture
     // and becomes 10 / 1.2, which is less than two pixels.

@@ -32,7 +32,7 @@ TEST(Truncated, endsAtTheFarthestPixelOnEitherSide)
     }
 }
 
-TEST(Truncated, isZeroForWhatIsNoNumber)
+TEST(Truncated, isZeroForNaN)
 {
     EXPECT_EQ(truncated(noNumber), 0);
     EXPECT_EQ(truncated(-noNumber), 0);
@@ -47,14 +47,14 @@ TEST(ClampInt, keepsTheValueBetweenItsBounds)
     EXPECT_EQ(clampInt(6, 2, 5), 5);
 }
 
-TEST(ClampInt, asksForTheLowerBoundFirstWhenTheBoundsAreCrossed)
+TEST(ClampInt, prefersTheLowerBound)
 {
     EXPECT_EQ(clampInt(1, 2, -4), 2);
     EXPECT_EQ(clampInt(2, 2, -4), -4);
     EXPECT_EQ(clampInt(9, 2, -4), -4);
 }
 
-TEST(Radians, areAHundredAndEightiethOfPiForADegree)
+TEST(Radians, arePiOver180PerDegree)
 {
     EXPECT_EQ(radians(0), 0);
     EXPECT_EQ(radians(180), std::numbers::pi);

@@ -45,7 +45,7 @@ Texts operator+(Texts first, const Texts& second)
     return first;
 }
 
-// The last moves, those behind the shoulder.
+// The last moves, those after the shoulder.
 Texts endOf(const ToolDimensions& tool, const ToolGeometry& at, size_t beforeEnd)
 {
     const Texts all = movesOf(tool, at);
@@ -88,13 +88,13 @@ ToolDimensions taperedTool(double radius, double taper)
 
 } // namespace
 
-TEST(Outline, runsFromTheCapToTheMiddleOfTheTip)
+TEST(Outline, runsFromTheCapToTheTip)
 {
     EXPECT_EQ(movesOf(flatTool(), geometry),
               (cap + shank + shoulder + Texts{"line 38,80", "line 50,80"}));
 }
 
-TEST(Outline, marksTheRowsInWhichItsSectionsEnd)
+TEST(Outline, marksTheRowsWhereSectionsEnd)
 {
     const SectionMarks marks = toolOutline(flatTool(), geometry).marks;
     EXPECT_EQ(marks.cap, 5);
@@ -102,7 +102,7 @@ TEST(Outline, marksTheRowsInWhichItsSectionsEnd)
     EXPECT_EQ(marks.shoulder, 54);
 }
 
-TEST(Outline, leavesOutAShankThatIsNotLongerThanTheShoulder)
+TEST(Outline, omitsAShankHiddenByTheShoulder)
 {
     ToolDimensions tool = flatTool();
     tool.overallLength = tool.shoulderLength;
@@ -112,7 +112,7 @@ TEST(Outline, leavesOutAShankThatIsNotLongerThanTheShoulder)
     EXPECT_EQ(toolOutline(tool, geometry).marks.shoulder, 15);
 }
 
-TEST(Outline, leavesOutAShoulderThatIsNotLongerThanTheFlutes)
+TEST(Outline, omitsAShoulderHiddenByTheFlutes)
 {
     ToolDimensions tool = flatTool();
     tool.shoulderLength = tool.fluteLength;
@@ -121,7 +121,7 @@ TEST(Outline, leavesOutAShoulderThatIsNotLongerThanTheFlutes)
     EXPECT_EQ(toolOutline(tool, geometry).marks.shoulder, 54);
 }
 
-TEST(Outline, endsAPointedToolWhereItsOwnLengthsLead)
+TEST(Outline, endsAPointedToolAtItsLength)
 {
     ToolDimensions tool = flatTool();
     tool.isPointed = true;
@@ -167,13 +167,13 @@ TEST(Outline, hollowsAReversedCorner)
 
 TEST(Outline, roundsTheCornerOfATaperedTool)
 {
-    // The radius of 11 stands: 5 pixels. The arc ends 5.5 x tan 25 = 2.56, so 2, pixels inside the
+    // The radius of 11 is kept: 5 pixels. The arc ends 5.5 x tan 25 = 2.56, so 2, pixels inside the
     // diameter, and starts 2 x sin 40 outside it and 2 x cos 40 above the tip.
     EXPECT_EQ(endOf(taperedTool(11, 10), geometry, movesBeforeEnd),
               (Texts{"arc-to 35,71 45,81 from 37,79 to 40,80", "line 50,80"}));
 }
 
-TEST(Outline, boundsATaperedCornerByTheTaperTakenForDegrees)
+TEST(Outline, boundsATaperedCornerByItsTaper)
 {
     // 48 / (2 x tan 45) = 24 units are 12 pixels; with a taper of 10 units tan 40 allows 28.6.
     EXPECT_EQ(endOf(taperedTool(1000, 0.0011), geometry, movesBeforeEnd)[0],
@@ -182,7 +182,7 @@ TEST(Outline, boundsATaperedCornerByTheTaperTakenForDegrees)
               "arc-to 30,53 58,81 from 35,76 to 44,80");
 }
 
-TEST(Outline, boundsNoTaperedCornerByATaperOf90Units)
+TEST(Outline, boundsNoCornerByATaperOf90)
 {
     EXPECT_EQ(endOf(taperedTool(100, 90), geometry, movesBeforeEnd)[0],
               "arc-to 11,-19 111,81 from 24,63 to 61,80");
@@ -190,13 +190,13 @@ TEST(Outline, boundsNoTaperedCornerByATaperOf90Units)
               "arc-to 11,-19 111,81 from 24,63 to 61,80");
 }
 
-TEST(Outline, takesATaperOfAThousandthForNone)
+TEST(Outline, ignoresATaperOfAThousandth)
 {
     EXPECT_EQ(endOf(taperedTool(11, 0.001), geometry, movesBeforeEnd)[0], "line 38,76");
     EXPECT_NE(endOf(taperedTool(11, 0.0011), geometry, movesBeforeEnd)[0], "line 38,76");
 }
 
-TEST(Outline, ofATaperedToolIgnoresThatItsCornerIsReversed)
+TEST(Outline, ignoresATaperedReversedCorner)
 {
     ToolDimensions tool = taperedTool(11, 10);
     tool.hasReversedCorner = true;
@@ -204,14 +204,14 @@ TEST(Outline, ofATaperedToolIgnoresThatItsCornerIsReversed)
               endOf(taperedTool(11, 10), geometry, movesBeforeEnd));
 }
 
-TEST(Outline, closesATaperedToolWithALineWhereItsArcHasNoPixel)
+TEST(Outline, omitsATaperedArcWithoutAPixel)
 {
     ToolDimensions tool = taperedTool(4, 10);
     tool.angle = 60; // 2 x tan 15 is 0.54
     EXPECT_EQ(endOf(tool, geometry, movesBeforeEnd), Texts{"line 50,80"});
 }
 
-TEST(Outline, canBeDrawnUnlessItLeavesTheCallsRange)
+TEST(Outline, canBeDrawnWithinTheCallsRange)
 {
     ToolGeometry at = geometry;
     EXPECT_TRUE(canBeDrawn(toolOutline(flatTool(), at)));

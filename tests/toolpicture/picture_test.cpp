@@ -157,8 +157,8 @@ char sectionOf(std::uint32_t pixel)
     return red == green ? 'f' : '.';
 }
 
-// The left half with the centre column, a text each for the rows; rows that are alike are told
-// once, behind their number.
+// The left half with the centre column, a text each for the rows; rows that are alike are given
+// once, after their number.
 std::vector<std::string> shapeOf(const Raster& picture)
 {
     std::vector<std::string> rows;
@@ -301,7 +301,7 @@ TEST_F(ToolPicture, isRightPixelByPixel)
             }
 }
 
-TEST_F(ToolPicture, hasItsRightHalfMirroredBesideTheCentreColumn)
+TEST_F(ToolPicture, hasAMirroredRightHalf)
 {
     for (std::uint32_t toolType = 0; toolType < kinds; ++toolType)
         for (const PictureSize size : {PictureSize{100, 200}, PictureSize{101, 200}}) {
@@ -325,7 +325,7 @@ TEST_F(ToolPicture, showsNothingOfItsOutline)
         }
 }
 
-TEST_F(ToolPicture, growsLighterTowardsTheCentreOfItsBackground)
+TEST_F(ToolPicture, growsLighterTowardsTheCentre)
 {
     for (std::uint32_t toolType = 0; toolType < kinds; ++toolType) {
         const Raster picture = drawn(toolOf(toolType, lengths[0]));
@@ -337,7 +337,7 @@ TEST_F(ToolPicture, growsLighterTowardsTheCentreOfItsBackground)
     }
 }
 
-TEST_F(ToolPicture, ofAnEndMillHasThesePixels)
+TEST_F(ToolPicture, hasThePixelsOfAnEndMill)
 {
     const Raster picture = drawn(toolOf(7, {20, 0, 0, 10, 20, 40, 10}, {24, 40}));
     ASSERT_EQ(picture.width, 24);
@@ -347,7 +347,7 @@ TEST_F(ToolPicture, ofAnEndMillHasThesePixels)
             EXPECT_EQ(rowOf(picture, y, 13), golden.pixels) << "row " << y;
 }
 
-TEST_F(ToolPicture, ofEachShapeOfEndHasTheseColours)
+TEST_F(ToolPicture, hasTheColoursOfEachShape)
 {
     for (const GoldenShape& golden : goldenShapes) {
         const Raster picture = drawn(golden.tool);
@@ -356,7 +356,7 @@ TEST_F(ToolPicture, ofEachShapeOfEndHasTheseColours)
     }
 }
 
-TEST_F(ToolPicture, isNotMadeWhenItCannotBeCutOut)
+TEST_F(ToolPicture, isRefusedWhenCuttingOutFails)
 {
     leadCalls(&BitBlt, "BitBlt", &failingBitBlt, L"gdi32.dll");
     expectNoPicture(endMill);
@@ -374,7 +374,7 @@ TEST_F(ToolPicture, repeatsItsRowsBetweenTheMarks)
     EXPECT_EQ(rows.size(), 10u);
 }
 
-TEST_F(ToolPicture, ofASinglePixelAndOfFourAreBackground)
+TEST_F(ToolPicture, isBackgroundInOneAndFourPixels)
 {
     const Raster one = drawn(toolOf(7, lengths[0], {1, 1}));
     EXPECT_EQ(one.pixels, std::vector<std::uint32_t>{0xD7920E});
@@ -390,20 +390,20 @@ TEST_F(ToolPicture, hasAtMost4096Rows)
     expectNoPicture(toolOf(1, lengths[0], {30, 4097}));
 }
 
-TEST_F(ToolPicture, ofANeedleLeavesThePicture)
+TEST_F(ToolPicture, mayExtendBeyondThePicture)
 {
     const ToolArguments needle = toolOf(4, {0.01, 0, 0, 20, 40, 90, 0.02}, {40, 60});
     EXPECT_EQ(differences(reference::toolPicture(needle), drawn(needle)), "");
 }
 
-TEST_F(ToolPicture, isNotMadeWithoutAPixel)
+TEST_F(ToolPicture, isRefusedWithoutAPixel)
 {
     expectNoPicture(toolOf(1, lengths[0], {0, 100}));
     expectNoPicture(toolOf(1, lengths[0], {100, 0}));
     expectNoPicture(toolOf(1, lengths[0], {0, 0}));
 }
 
-TEST_F(ToolPicture, isNotMadeInASizeThatNoBitmapHas)
+TEST_F(ToolPicture, isRefusedAboveABitmapsSize)
 {
     ToolArguments tool = endMill;
     for (const std::uint32_t width :
@@ -416,7 +416,7 @@ TEST_F(ToolPicture, isNotMadeInASizeThatNoBitmapHas)
         }
 }
 
-TEST_F(ToolPicture, isNotMadeOfALengthThatIsNoNumberOrEndless)
+TEST_F(ToolPicture, isRefusedForAnInfiniteOrNaNLength)
 {
     for (const double bad : {infinity, noNumber})
         for (const size_t i : {0u, 3u, 4u, 5u, 6u})
@@ -431,7 +431,7 @@ TEST_F(ToolPicture, isNotMadeOfALengthThatIsNoNumberOrEndless)
         expectNoPicture(toolOf(toolType, l));
 }
 
-TEST_F(ToolPicture, isNotMadeOfACornerThatNoCallCanDraw)
+TEST_F(ToolPicture, isRefusedForAnUndrawableCorner)
 {
     // A corner of a hundred metres on a tool of some millimetres, which its angle keeps from being
     // cut to half the diameter.
@@ -439,7 +439,7 @@ TEST_F(ToolPicture, isNotMadeOfACornerThatNoCallCanDraw)
         expectNoPicture(toolOf(3, {2, radius, 0.01, 0.01, 0.01, 0.01, 2}));
 }
 
-TEST_F(ToolPicture, takesAnyValueThatItsKindLeavesOut)
+TEST_F(ToolPicture, ignoresValuesItsKindDoesNotUse)
 {
     const auto isLikeUsual = [&](std::uint32_t toolType, size_t argument, double odd,
                                  double angle = 0) {
@@ -469,7 +469,7 @@ TEST_F(ToolPicture, isNamedByItsNumber)
     EXPECT_TRUE(readBitmapFile(bytes(-3)));
 }
 
-TEST_F(ToolPicture, replacesAnEarlierOne)
+TEST_F(ToolPicture, replacesAnEarlierFile)
 {
     drawTool(toolOf(1, lengths[0], {300, 400}), 5);
     drawTool(endMill, 5);
@@ -500,7 +500,7 @@ TEST_F(ToolPicture, keepsNoGraphicsObject)
     DeleteObject(held);
 }
 
-TEST_F(ToolPicture, isRightOrLeftOutWhenGraphicsObjectsRunShort)
+TEST_F(ToolPicture, isRightOrMissingWithoutResources)
 {
     std::vector<HPEN> all;
     while (const HPEN pen = CreatePen(PS_SOLID, 1, RGB(1, 2, 3)))

@@ -49,7 +49,7 @@ inline Hls hlsOf(std::uint32_t colour)
     Hls hls = {0, cut(lightness, 255), 0};
     if (most == least)
         return hls;
-    // From the component that is largest, the last of equals, the hue leans to the one behind it
+    // From the component that is largest, the last of equals, the hue leans to the one after it
     // and away from the one before it.
     size_t at = 0;
     for (size_t i = 1; i < 3; ++i)

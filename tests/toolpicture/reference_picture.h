@@ -1,5 +1,5 @@
 // The tool picture once more, for the tests: one plain run through all of its steps, over pixels in
-// memory. Only the outline is drawn by the system, as the one thing that it alone decides.
+// memory. Only the outline is drawn by the system, as the one thing that only it decides.
 #pragma once
 
 #include "support/raster.h"

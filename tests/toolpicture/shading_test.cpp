@@ -48,7 +48,7 @@ TEST(BodyRun, beginsInTheFirstColumnOfTheOutline)
     EXPECT_EQ(findIn({"#......."}, 0, {12, 1}), (BodyRun{0, 0, 1}));
 }
 
-TEST(BodyRun, isLookedForToTheLeftOfTheCentreAlone)
+TEST(BodyRun, isOnlySearchedLeftOfTheCentre)
 {
     EXPECT_EQ(findIn({".....#......"}, 0, {12, 1}), (BodyRun{5, 0, 1}));
     EXPECT_EQ(findIn({"......#....."}, 0, {12, 1}), std::nullopt);
@@ -58,7 +58,7 @@ TEST(BodyRun, isLookedForToTheLeftOfTheCentreAlone)
     EXPECT_EQ(findIn({"#"}, 0, {1, 1}), std::nullopt);
 }
 
-TEST(BodyRun, goesOnWhileTheOutlineStaysInItsColumn)
+TEST(BodyRun, continuesInItsColumn)
 {
     const Rows rows = {"..#.....", "..#.....", "..###...", ".##.....", ".#......"};
     EXPECT_EQ(findIn(rows, 0, {12, 5}), (BodyRun{2, 0, 3}));
@@ -88,10 +88,10 @@ TEST(BodyRun, isCutAtTheMarks)
     EXPECT_EQ(findIn(rows, 31, {12, 40}, marks), (BodyRun{1, 31, 40}));
 }
 
-TEST(Marks, cutOneRowBelowTheFirstOfThemInside)
+TEST(Marks, cutOneRowBelowTheFirst)
 {
     EXPECT_EQ(cutAtMark(0, 40, marks), 6);
-    EXPECT_EQ(cutAtMark(5, 40, marks), 6); // a run that begins with the mark is its row alone
+    EXPECT_EQ(cutAtMark(5, 40, marks), 6); // a run that begins with the mark is only its row
     EXPECT_EQ(cutAtMark(6, 40, marks), 21);
     EXPECT_EQ(cutAtMark(6, 20, marks), 20);
     EXPECT_EQ(cutAtMark(6, 21, marks), 21);
@@ -100,7 +100,7 @@ TEST(Marks, cutOneRowBelowTheFirstOfThemInside)
     EXPECT_EQ(cutAtMark(0, 40, {5, 5, 5}), 6);
 }
 
-TEST(Section, hasItsColourByTheRowInWhichARunBegins)
+TEST(Section, takesTheColourOfItsFirstRow)
 {
     EXPECT_EQ(sectionColour(0, marks), 0x080808u);
     EXPECT_EQ(sectionColour(5, marks), 0x080808u);
@@ -112,7 +112,7 @@ TEST(Section, hasItsColourByTheRowInWhichARunBegins)
     EXPECT_EQ(sectionColour(999, marks), 0x801010u);
 }
 
-TEST(BodyColour, lightensTowardsTheCentreAsOnARoundBody)
+TEST(BodyColour, lightensTowardsTheCentre)
 {
     const auto columnsOf = [](Colour section) {
         std::vector<Colour> columns;
@@ -131,7 +131,7 @@ TEST(BodyColour, lightensTowardsTheCentreAsOnARoundBody)
                                                0xE95858, 0xEB6C6C, 0xED7676, 0xED7C7C}));
 }
 
-TEST(BodyColour, ofABodyOneColumnWideIsDarkAndThenLightest)
+TEST(BodyColour, isDarkThenLightestInOneColumn)
 {
     EXPECT_EQ(bodyColour(fluteColour, 0, 1), 0x7F1010u);
     EXPECT_EQ(bodyColour(fluteColour, 1, 1), 0xED7C7Cu);

@@ -1,4 +1,4 @@
-// A workshop's machine: a folder of the host, a place for the add-in, and the setup programs that
+// A site's machine: a folder of the host, a place for the add-in, and the setup programs that
 // were packed with the tests.
 #pragma once
 
@@ -16,15 +16,15 @@ std::wstring packedFolder();
 std::wstring setupProgram();
 std::wstring earlierSetupProgram();
 
-class Shop {
+class Site {
 public:
     // Lays out the host's folder below the installation folder. What runs from then on has its
     // temporary files in another folder there.
     // An entry among the installed programs goes, now and in the end.
-    explicit Shop(const Installation& installation);
-    ~Shop();
-    Shop(const Shop&) = delete;
-    Shop& operator=(const Shop&) = delete;
+    explicit Site(const Installation& installation);
+    ~Site();
+    Site(const Site&) = delete;
+    Site& operator=(const Site&) = delete;
 
     const std::wstring temporaryFolder, hostFolder, addInFolder;
     std::wstring library() const { return hostFolder + L"\\chooks\\torvapdm.dll"; }

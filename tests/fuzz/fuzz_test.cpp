@@ -2,7 +2,7 @@
 // outside.
 #include "fuzz/differences.h"
 #include "fuzz/mutator.h"
-#include "fuzz/targets.h"
+#include "fuzz/target.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ size_t inputsEach()
     return inputsInAll / allTargets().size() + 1;
 }
 
-class Decision : public ::testing::TestWithParam<Target> {};
+class PureFunction : public ::testing::TestWithParam<Target> {};
 
 void expectAgreement(const Target& target, const std::string& bytes, const std::string& origin)
 {
@@ -42,7 +42,7 @@ std::string nameOf(const ::testing::TestParamInfo<Target>& parameter)
 
 } // namespace
 
-TEST_P(Decision, answersEachInputAsThePlainRuleSays)
+TEST_P(PureFunction, agreesOnEveryInput)
 {
     const Target& target = GetParam();
     for (size_t i = 0; i < target.seeds.size(); ++i)
@@ -57,4 +57,4 @@ TEST_P(Decision, answersEachInputAsThePlainRuleSays)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Fuzz, Decision, ::testing::ValuesIn(allTargets()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Fuzz, PureFunction, ::testing::ValuesIn(allTargets()), nameOf);

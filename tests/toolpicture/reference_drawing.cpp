@@ -1,9 +1,11 @@
-#include "fuzz/plain_drawing.h"
+#include "toolpicture/reference_drawing.h"
+
+#include "toolpicture/reference_colours.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace fuzzing {
+namespace reference {
 
 namespace {
 
@@ -14,7 +16,7 @@ double tangent(double degrees)
     return std::tan(degrees * pi / 180);
 }
 
-// Towards zero; nothing lies farther than a graphics call can reach.
+// Towards zero; nothing is farther than a graphics call can reach.
 int trunc(double value)
 {
     constexpr double farthest = 134217727;
@@ -73,17 +75,17 @@ int clamped(int value, int low, int high)
 }
 
 // The outline as it is drawn, with the place it has reached.
-struct Drawing {
-    PlainDrawing plain;
+struct Pencil {
+    Drawing drawing;
     Tool tool;
     double scale, taper, point, total;
     int cx, fluteHalf, diameterHalf, shankHalf, tipRow, y;
 
-    void moveTo(int x, int row) { plain.moves.push_back({0, x, row}); }
-    void lineTo(int x, int row) { plain.moves.push_back({1, x, row}); }
+    void moveTo(int x, int row) { drawing.moves.push_back({0, x, row}); }
+    void lineTo(int x, int row) { drawing.moves.push_back({1, x, row}); }
 };
 
-void settleLengths(Drawing& d, int width, int height)
+void settleLengths(Pencil& d, int width, int height)
 {
     const Tool& tool = d.tool;
     const double halfAngle = tool.angle <= 0 ? 59.0 : tool.angle / 2;
@@ -105,7 +107,7 @@ void settleLengths(Drawing& d, int width, int height)
     d.tipRow = trunc(d.total / d.scale + height / 20);
 }
 
-void drawCap(Drawing& d, int width)
+void drawCap(Pencil& d, int width)
 {
     double v = std::max(d.total / 2, 2.0);
     if (v > 10 && v < 30)
@@ -117,27 +119,27 @@ void drawCap(Drawing& d, int width)
     d.lineTo(d.cx - half + 5, 5);
     d.lineTo(d.cx - d.shankHalf, 5);
     d.y = 5;
-    d.plain.marks.push_back(5);
+    d.drawing.marks.cap = 5;
 }
 
-void drawShankAndShoulder(Drawing& d)
+void drawShankAndShoulder(Pencil& d)
 {
     const Tool& tool = d.tool;
     if (tool.overall > tool.shoulder) {
         d.y += trunc((tool.overall - tool.shoulder) / d.scale);
         d.lineTo(d.cx - d.shankHalf, d.y);
     }
-    d.plain.marks.push_back(d.y);
+    d.drawing.marks.shank = d.y;
     if (tool.shoulder > tool.flute) {
         d.lineTo(d.cx - d.fluteHalf, d.y);
         d.y += trunc((tool.shoulder - tool.flute) / d.scale);
         d.lineTo(d.cx - d.fluteHalf, d.y);
     }
-    d.plain.marks.push_back(d.y);
+    d.drawing.marks.shoulder = d.y;
     d.lineTo(d.cx - d.fluteHalf, d.y);
 }
 
-void drawPoint(Drawing& d)
+void drawPoint(Pencil& d)
 {
     d.y = trunc(d.y + d.tool.flute / d.scale);
     d.lineTo(d.cx - d.fluteHalf, d.y);
@@ -145,7 +147,7 @@ void drawPoint(Drawing& d)
     d.lineTo(d.cx, d.tipRow);
 }
 
-void drawTaperedCorner(Drawing& d)
+void drawTaperedCorner(Pencil& d)
 {
     const Tool& tool = d.tool;
     const double k = d.taper < 90 ? tangent(45 - d.taper / 2) : 1e-7;
@@ -155,26 +157,26 @@ void drawTaperedCorner(Drawing& d)
     const int left = d.cx - d.diameterHalf;
     const double angle = tool.angle * pi / 180;
     if (a >= 1)
-        d.plain.moves.push_back({2, left + a - rp, d.tipRow - 2 * rp + 1, left + a + rp,
-                                 d.tipRow + 1, left - trunc(a * std::sin(angle)),
-                                 d.tipRow - trunc(a * std::cos(angle)), left + a, d.tipRow});
+        d.drawing.moves.push_back({2, left + a - rp, d.tipRow - 2 * rp + 1, left + a + rp,
+                                   d.tipRow + 1, left - trunc(a * std::sin(angle)),
+                                   d.tipRow - trunc(a * std::cos(angle)), left + a, d.tipRow});
 }
 
-void drawRoundCorner(Drawing& d)
+void drawRoundCorner(Pencil& d)
 {
     const int x = d.cx - d.diameterHalf;
     const int r = trunc(d.tool.radius / d.scale);
     const int y0 = d.tipRow - r + 1;
     d.lineTo(x, y0);
     if (d.tool.isReversed) {
-        d.plain.moves.push_back({3, x - r, y0, x + r, y0 + 2 * r, x + r, d.tipRow, x, y0});
+        d.drawing.moves.push_back({3, x - r, y0, x + r, y0 + 2 * r, x + r, d.tipRow, x, y0});
         d.moveTo(x + r, d.tipRow);
     } else {
-        d.plain.moves.push_back({2, x, y0 - r, x + 2 * r, y0 + r, x, y0, x + r, y0 + r});
+        d.drawing.moves.push_back({2, x, y0 - r, x + 2 * r, y0 + r, x, y0, x + r, y0 + r});
     }
 }
 
-void drawTip(Drawing& d)
+void drawTip(Pencil& d)
 {
     if (d.tool.isPointed)
         drawPoint(d);
@@ -189,22 +191,47 @@ void drawTip(Drawing& d)
 
 } // namespace
 
-PlainDrawing plainDrawing(const torvapdm::ToolArguments& arguments)
+Drawing drawingOf(const torvapdm::ToolArguments& arguments)
 {
     const int width = static_cast<int>(arguments.width);
-    Drawing drawing{};
-    drawing.tool = guarded(arguments);
-    applyKind(drawing.tool, arguments.toolType);
-    settleLengths(drawing, width, static_cast<int>(arguments.height));
-    drawCap(drawing, width);
-    drawShankAndShoulder(drawing);
-    drawTip(drawing);
-    return drawing.plain;
+    Pencil pencil{};
+    pencil.tool = guarded(arguments);
+    applyKind(pencil.tool, arguments.toolType);
+    settleLengths(pencil, width, static_cast<int>(arguments.height));
+    drawCap(pencil, width);
+    drawShankAndShoulder(pencil);
+    drawTip(pencil);
+    return pencil.drawing;
 }
 
-double plainBytes(const torvapdm::ToolArguments& arguments)
+std::vector<int> bodyRun(const std::function<bool(int x, int y)>& isOutline, int top, int width,
+                         int height, const Marks& marks)
 {
-    return 2.0 * arguments.width * 2.0 * arguments.height * 4.0;
+    int x = 0;
+    while (x < width / 2 && !isOutline(x, top))
+        ++x;
+    if (x == width / 2)
+        return {};
+    int last = top;
+    while (last != marks.cap && last != marks.shank && last != marks.shoulder &&
+           last + 1 < height && isOutline(x, last + 1) && (x == 0 || !isOutline(x - 1, last + 1)))
+        ++last;
+    return {x, top, last + 1};
 }
 
-} // namespace fuzzing
+std::uint32_t sectionColour(int y, const Marks& marks)
+{
+    if (y <= marks.cap)
+        return 0x080808;
+    if (y < marks.shank)
+        return 0x008080;
+    return y < marks.shoulder ? 0x108010 : 0x801010;
+}
+
+std::uint32_t bodyColour(std::uint32_t section, int t, int span)
+{
+    const double p = std::sin(t * 90.0 / span * pi / 180) * 60;
+    return adjusted(section, static_cast<int>(p), -static_cast<int>(p / 40));
+}
+
+} // namespace reference

@@ -1,4 +1,4 @@
-#include "packaging/shop.h"
+#include "packaging/site.h"
 
 #include "support/processes.h"
 #include "support/waiting.h"
@@ -39,7 +39,7 @@ std::wstring earlierSetupProgram()
     return packed(L"earlier-package\\torvapdm-" EARLIER_VERSION_TEXT "-setup.exe");
 }
 
-Shop::Shop(const Installation& installation)
+Site::Site(const Installation& installation)
     : temporaryFolder(installation.path(L"temporary")),
       hostFolder(installation.path(L"Mastercam 1")),
       addInFolder(installation.path(L"TORVA AS\\ZEM add-in"))
@@ -50,22 +50,22 @@ Shop::Shop(const Installation& installation)
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, entryKey);
 }
 
-Shop::~Shop()
+Site::~Site()
 {
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, entryKey);
 }
 
-std::optional<DWORD> Shop::setUp(const std::wstring& program, const std::wstring& host) const
+std::optional<DWORD> Site::setUp(const std::wstring& program, const std::wstring& host) const
 {
     return run(quoted(program) + L" /S /HOST=" + quoted(host) + L" /D=" + addInFolder);
 }
 
-std::optional<DWORD> Shop::uninstallInPlace() const
+std::optional<DWORD> Site::uninstallInPlace() const
 {
     return run(quoted(addInFolder + L"\\uninstall.exe") + L" /S _?=" + addInFolder);
 }
 
-bool Shop::uninstall() const
+bool Site::uninstall() const
 {
     run(entryText(L"QuietUninstallString"));
     return waitUntil([this] {

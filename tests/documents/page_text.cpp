@@ -1,4 +1,4 @@
-#include "documents/page_table.h"
+#include "documents/page_text.h"
 
 #include <sstream>
 
@@ -6,7 +6,20 @@ namespace documents {
 
 namespace {
 
-// The cells of a line `| a | b |`. A bar behind a backslash is text.
+constexpr std::string_view fence = "```";
+
+FencedBlock opened(const std::string& line, size_t number)
+{
+    const std::string information = line.substr(fence.size());
+    const size_t space = information.find(' ');
+    FencedBlock block;
+    block.word = information.substr(0, space);
+    block.name = space == information.npos ? "" : information.substr(space + 1);
+    block.line = number;
+    return block;
+}
+
+// The cells of a line `| a | b |`. A bar after a backslash is text.
 TableRow cellsOf(const std::string& line)
 {
     TableRow cells;
@@ -17,7 +30,7 @@ TableRow cellsOf(const std::string& line)
         } else if (line[i] == '|') {
             cells.push_back(cell.substr(0, cell.find_last_not_of(' ') + 1));
             cell.clear();
-            ++i; // the blank
+            ++i; // the space
         } else {
             cell += line[i];
         }
@@ -26,6 +39,33 @@ TableRow cellsOf(const std::string& line)
 }
 
 } // namespace
+
+std::vector<FencedBlock> fencedBlocks(std::string_view page, std::string_view word)
+{
+    std::vector<FencedBlock> blocks;
+    std::istringstream lines{std::string(page)};
+    bool isInside = false;
+    size_t number = 0;
+    for (std::string line; std::getline(lines, line);) {
+        ++number;
+        const bool isFence = line.starts_with(fence);
+        if (isFence && !isInside)
+            blocks.push_back(opened(line, number));
+        else if (isInside && !isFence)
+            blocks.back().lines.push_back(line);
+        isInside = isInside != isFence;
+    }
+    std::erase_if(blocks, [&](const FencedBlock& block) { return block.word != word; });
+    return blocks;
+}
+
+std::string joined(const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += line + '\n';
+    return text;
+}
 
 std::vector<TableRow> tableBelow(std::string_view page, std::string_view heading)
 {

@@ -1,10 +1,35 @@
-#include "documents/page_table.h"
+#include "documents/page_text.h"
 
 #include <gtest/gtest.h>
 
 using namespace documents;
 
+using Blocks = std::vector<FencedBlock>;
 using Rows = std::vector<TableRow>;
+
+TEST(FencedBlocks, areThoseWithTheWord)
+{
+    const char page[] = "# a\n```dump one\n00  0A\n```\ntext\n```\nplain\n```\n"
+                        "```decoded one\nkind: x\n\n```\n```dump two\n```\n";
+    EXPECT_EQ(fencedBlocks(page, "dump"),
+              (Blocks{{"dump", "one", 2, {"00  0A"}}, {"dump", "two", 13, {}}}));
+    EXPECT_EQ(fencedBlocks(page, "decoded"), (Blocks{{"decoded", "one", 9, {"kind: x", ""}}}));
+}
+
+TEST(FencedBlocks, areNotFoundInsideAnother)
+{
+    EXPECT_EQ(fencedBlocks("```\n ```dump one\n```\n", "dump"), Blocks{});
+}
+
+TEST(FencedBlocks, mayLackANameAndAnEnd)
+{
+    EXPECT_EQ(fencedBlocks("```dump\n00  0A", "dump"), (Blocks{{"dump", "", 1, {"00  0A"}}}));
+}
+
+TEST(FencedBlocks, areJoinedWithTheirLineFeeds)
+{
+    EXPECT_EQ(joined({"a", "", "b"}), "a\n\nb\n");
+}
 
 TEST(PageTable, isTheFirstOneBelowItsHeading)
 {
@@ -14,7 +39,7 @@ TEST(PageTable, isTheFirstOneBelowItsHeading)
     EXPECT_EQ(tableBelow(page, "## Here"), (Rows{{"1", "2"}, {"3", ""}}));
 }
 
-TEST(PageTable, isNotSoughtBelowTheNextHeading)
+TEST(PageTable, isNotFoundBelowTheNextHeading)
 {
     EXPECT_EQ(tableBelow("## Here\n\n## There\n\n| a |\n|---|\n| 1 |\n", "## Here"), Rows{});
     EXPECT_EQ(tableBelow("| a |\n|---|\n| 1 |\n", "## Here"), Rows{});
@@ -26,14 +51,14 @@ TEST(PageTable, keepsABarThatIsText)
               (Rows{{"`1|2`", "3"}}));
 }
 
-TEST(PageTable, givesTheCodeInACell)
+TEST(PageTable, returnsTheCodeInACell)
 {
     EXPECT_EQ(codeIn("all of `abc`, not `d`"), "abc");
     EXPECT_EQ(codeIn("none"), "");
     EXPECT_EQ(codeIn("`open"), "");
 }
 
-TEST(PagePattern, hasSomethingInTheirPlace)
+TEST(PagePattern, matchesAnyTextInItsGaps)
 {
     EXPECT_TRUE(isLike("--about", "--about"));
     EXPECT_FALSE(isLike("--about ", "--about"));

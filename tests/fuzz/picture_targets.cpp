@@ -1,0 +1,258 @@
+// The tool picture: its arithmetic, its colours, where the tool and its outline are, and how it is
+// shaded.
+#include "fuzz/differences.h"
+#include "fuzz/input.h"
+#include "fuzz/target.h"
+#include "toolpicture/colours.h"
+#include "toolpicture/numbers.h"
+#include "toolpicture/outline.h"
+#include "toolpicture/reference_colours.h"
+#include "toolpicture/reference_drawing.h"
+#include "toolpicture/shading.h"
+
+#include <cmath>
+
+namespace fuzzing {
+
+namespace {
+
+using torvapdm::OutlineMove;
+using torvapdm::SectionMarks;
+using torvapdm::ToolArguments;
+
+int plainTruncated(double value)
+{
+    constexpr double farthest = 134217727; // 2^27 - 1
+    if (value != value)
+        return 0;
+    if (value >= farthest)
+        return 134217727;
+    return value <= -farthest ? -134217727 : static_cast<int>(value);
+}
+
+std::string checkNumbers(std::string_view bytes)
+{
+    Input input(bytes);
+    const auto real = input.number<double>();
+    const auto value = input.number<std::int32_t>();
+    const auto low = input.number<std::int32_t>();
+    const auto high = input.number<std::int32_t>();
+    const int clamped = value < low ? low : (value > high ? high : value);
+    Differences differences;
+    differences.compare("truncated", torvapdm::truncated(real), plainTruncated(real));
+    differences.compare("clampInt", torvapdm::clampInt(value, low, high), clamped);
+    differences.compare("radians", torvapdm::radians(real), real * 3.14159265358979323846 / 180);
+    return differences.text();
+}
+
+std::string numbers(double real, int value, int low, int high)
+{
+    return raw(real) + raw(value) + raw(low) + raw(high);
+}
+
+constexpr std::uint32_t threeBytes = 0xFFFFFF;
+
+std::string checkToolColours(std::string_view bytes)
+{
+    Input input(bytes);
+    const std::uint32_t colour = input.number<std::uint32_t>() & threeBytes;
+    const int lightness = input.number<unsigned char>() - 100;
+    const int saturation = input.number<unsigned char>() - 100;
+    const reference::Hls hls = reference::hlsOf(colour);
+    const reference::Rgb parts = reference::partsOf(colour);
+    Differences differences;
+    differences.compare("HLS of the colour", torvapdm::rgbToHls(colour),
+                        reference::packedOf(hls.hue, hls.lightness, hls.saturation));
+    differences.compare("colour of the HLS", torvapdm::hlsToRgb(colour) & threeBytes,
+                        reference::rgbOf({parts[0], parts[1], parts[2]}) & threeBytes);
+    differences.compare("adjusted", torvapdm::adjustHls(colour, lightness, saturation),
+                        reference::adjusted(colour, lightness, saturation));
+    return differences.text();
+}
+
+std::string adjusting(std::uint32_t colour, int lightness, int saturation)
+{
+    return raw(colour) + static_cast<char>(lightness + 100) + static_cast<char>(saturation + 100);
+}
+
+ToolArguments takeArguments(Input& input)
+{
+    ToolArguments arguments{};
+    arguments.width = input.number<std::uint16_t>();
+    arguments.height = input.number<std::uint16_t>();
+    arguments.toolType = input.number<unsigned char>() % 17;
+    for (double* const value :
+         {&arguments.diameter, &arguments.cornerRadius, &arguments.tipAngle, &arguments.fluteLength,
+          &arguments.shoulderLength, &arguments.overallLength, &arguments.shankDiameter})
+        *value = input.number<double>();
+    return arguments;
+}
+
+// An argument that is NaN has no plain rule, even where its kind of tool does without it.
+bool areNumbers(const ToolArguments& a)
+{
+    for (const double value : {a.diameter, a.cornerRadius, a.tipAngle, a.fluteLength,
+                               a.shoulderLength, a.overallLength, a.shankDiameter})
+        if (std::isnan(value))
+            return false;
+    return true;
+}
+
+// A tool and a picture's size that anybody would expect a picture of.
+bool isOrdinary(const ToolArguments& a)
+{
+    for (const double length :
+         {a.cornerRadius, a.fluteLength, a.shoulderLength, a.overallLength, a.shankDiameter})
+        if (!(length >= -100 && length <= 100))
+            return false;
+    const bool isSharp = a.tipAngle > 0 && a.tipAngle < 10;
+    const bool isBlunt = a.tipAngle > 80 && a.tipAngle <= 90;
+    return a.width <= 4096 && a.diameter >= 0.1 && a.diameter <= 100 && !isSharp && !isBlunt;
+}
+
+std::vector<std::vector<int>> described(const std::vector<OutlineMove>& moves)
+{
+    std::vector<std::vector<int>> rows;
+    for (const OutlineMove& move : moves) {
+        if (move.kind == OutlineMove::Kind::moveTo || move.kind == OutlineMove::Kind::lineTo)
+            rows.push_back({static_cast<int>(move.kind), move.to.x, move.to.y});
+        else
+            rows.push_back({static_cast<int>(move.kind), move.boxTopLeft.x, move.boxTopLeft.y,
+                            move.boxBottomRight.x, move.boxBottomRight.y, move.start.x,
+                            move.start.y, move.end.x, move.end.y});
+    }
+    return rows;
+}
+
+std::string checkToolDrawing(std::string_view bytes)
+{
+    Input input(bytes);
+    const ToolArguments arguments = takeArguments(input);
+    const bool isPicture = arguments.width > 0 && arguments.height > 0 &&
+                           arguments.height <= 4096 &&
+                           2.0 * arguments.width * 2.0 * arguments.height * 4.0 < 2147483648.0;
+    Differences differences;
+    differences.compare("is a picture's size",
+                        torvapdm::isPictureSize(arguments.width, arguments.height), isPicture);
+    if (!isPicture)
+        return differences.text();
+    const torvapdm::PictureSize picture = {static_cast<int>(arguments.width),
+                                           static_cast<int>(arguments.height)};
+    const auto tool = torvapdm::toolDimensions(torvapdm::guardedArguments(arguments));
+    const bool hasOutline = torvapdm::isDrawable(tool, torvapdm::toolScale(tool, picture));
+    const auto outline = hasOutline
+                             ? torvapdm::toolOutline(tool, torvapdm::toolGeometry(tool, picture))
+                             : torvapdm::ToolOutline{};
+    const bool isDrawn = hasOutline && torvapdm::canBeDrawn(outline);
+    if (isOrdinary(arguments))
+        differences.compare("is drawn", isDrawn, true);
+    // What has no picture has no plain rule: it has to be recognised, and no more.
+    if (!isDrawn || !areNumbers(arguments))
+        return differences.text();
+    const reference::Drawing expected = reference::drawingOf(arguments);
+    differences.compare("moves", described(outline.moves), expected.moves);
+    differences.compare(
+        "marks", std::vector<int>{outline.marks.cap, outline.marks.shank, outline.marks.shoulder},
+        {expected.marks.cap, expected.marks.shank, expected.marks.shoulder});
+    return differences.text();
+}
+
+std::string asking(std::uint16_t width, std::uint16_t height, int kind,
+                   const std::vector<double>& values)
+{
+    std::string bytes = raw(width) + raw(height) + static_cast<char>(kind);
+    for (const double value : values)
+        bytes += raw(value);
+    return bytes;
+}
+
+std::vector<std::string> everyKind()
+{
+    std::vector<std::string> seeds;
+    for (int kind = 0; kind <= 15; ++kind) {
+        seeds.push_back(asking(200, 300, kind, {10, 2, 0, 25, 40, 80, 10}));
+        seeds.push_back(asking(300, 200, kind, {12, 3, 15, 20, 20, 60, 16}));
+    }
+    seeds.push_back(asking(100, 100, 4, {8, 0, 100, 30, 50, 90, 8}));
+    seeds.push_back(asking(100, 100, 1, {-1, -1, -1, -1, -1, -1, -1}));
+    seeds.push_back(asking(7, 4096, 3, {1, 0.5, 45, 100, 100, 200, 1}));
+    seeds.push_back(asking(200, 200, 14, {20, -4, 10, 15, 20, 30, 20}));
+    seeds.push_back(asking(200, 200, 0, {0.001, 0, 0, 50, 60, 100, 0.001}));
+    seeds.push_back(asking(65535, 4096, 2, {1e300, 1e300, 1, 1e300, 1, 1, 1}));
+    return seeds;
+}
+
+struct Pixels {
+    int width, height;
+    std::string_view bits; // row by row, a byte a pixel
+
+    bool isOutline(int x, int y) const
+    {
+        if (x < 0 || x >= width || y < 0 || y >= height)
+            return false;
+        const auto at = static_cast<size_t>(y * width + x);
+        return at < bits.size() && bits[at] == '#';
+    }
+};
+
+std::string checkToolShading(std::string_view bytes)
+{
+    Input input(bytes);
+    const int width = 1 + input.number<unsigned char>() % 24;
+    const int height = 1 + input.number<unsigned char>() % 24;
+    const int top = input.number<unsigned char>() % height;
+    // None is above the one before it.
+    SectionMarks marks = {input.number<signed char>(), 0, 0};
+    marks.shank = marks.cap + input.number<unsigned char>();
+    marks.shoulder = marks.shank + input.number<unsigned char>();
+    const int t = input.number<unsigned char>();
+    const int span = t + input.number<unsigned char>();
+    const Pixels pixels = {width, height, input.rest()};
+    const auto isOutline = [&](int x, int y) { return pixels.isOutline(x, y); };
+    const reference::Marks same = {marks.cap, marks.shank, marks.shoulder};
+
+    Differences differences;
+    const auto run = torvapdm::findBodyRun(isOutline, top, {width, height}, marks);
+    differences.compare(
+        "run", run ? std::vector<int>{run->boundary, run->top, run->bottom} : std::vector<int>{},
+        reference::bodyRun(isOutline, top, width, height, same));
+    const std::uint32_t section = torvapdm::sectionColour(top, marks);
+    differences.compare("section", section, reference::sectionColour(top, same));
+    if (span > 0)
+        differences.compare("body", torvapdm::bodyColour(section, t, span),
+                            reference::bodyColour(section, t, span));
+    return differences.text();
+}
+
+} // namespace
+
+std::vector<Target> pictureTargets()
+{
+    using namespace std::string_literals;
+    return {{"numbers",
+             checkNumbers,
+             {numbers(1.9, 5, 1, 9), numbers(-1.9, 5, 9, 1), numbers(1e300, -5, 0, 32767),
+              numbers(134217727.5, 7, 7, 7), numbers(-1e300 * 1e300, 2147483647, 0, 1),
+              numbers(1e300 * 1e300 - 1e300 * 1e300, 0, -1, 1)},
+             {raw(90.0), raw(1e9), raw(-0.0), raw(2147483647)}},
+            {"tool_colours",
+             checkToolColours,
+             {adjusting(0xD8930E, 80, -50), adjusting(0x801010, 60, -1), adjusting(0, 0, 0),
+              adjusting(0xFFFFFF, 100, 100), adjusting(0x808080, -100, -100),
+              adjusting(0x7FFF00, 1, 1), adjusting(0x108010, 30, 0)},
+             {"\xFF\xFF\xFF", std::string(3, '\0'), "\x80\x80\x80", "\x7F"}},
+            {"tool_drawing",
+             checkToolDrawing,
+             everyKind(),
+             {raw(0.5), raw(1.0), raw(-1.0), raw(10.0), raw(20.2), raw(45.0), raw(90.0), raw(1e-9),
+              raw(1e9), raw(1e308), raw(std::uint16_t{100})}},
+            {"tool_shading",
+             checkToolShading,
+             {"\7\3\0\1\2\3\2\5"s + "..##.#....##......#.............",
+              "\xB\5\1\2\1\0\0\1"s + std::string(12, '#') + "..#..........#........#......",
+              "\x17\x17\0\xFF\0\0\x2D\x2D"s + std::string(576, '#'),
+              "\5\5\2\3\0\0\1\0"s + ".#....#....#....#....#....#..."},
+             {"#", ".", "..#..", "##"}}};
+}
+
+} // namespace fuzzing

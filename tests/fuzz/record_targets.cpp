@@ -1,0 +1,227 @@
+// The tool data record, read back by the Companion's side.
+#include "formats/record_text.h"
+#include "formats/tool_record.h"
+#include "fuzz/differences.h"
+#include "fuzz/input.h"
+#include "fuzz/target.h"
+#include "peer/numbers.h"
+#include "peer/tool_record.h"
+
+#include <cmath>
+#include <concepts>
+
+namespace fuzzing {
+
+namespace {
+
+using torvapdm::RecordText;
+
+std::string sixteenDigits(std::uint64_t address)
+{
+    std::string digits;
+    for (int i = 0; i < 16; ++i, address /= 16)
+        digits.insert(0, 1, "0123456789ABCDEF"[address % 16]);
+    return digits;
+}
+
+// The low byte of each unit, up to the first that is 0.
+std::string lowBytes(const std::wstring& text)
+{
+    std::string bytes;
+    for (const wchar_t unit : text)
+        bytes += static_cast<char>(unit & 0xFF);
+    return bytes.c_str();
+}
+
+std::wstring latin1(const std::string& bytes)
+{
+    std::wstring text;
+    for (const char byte : bytes)
+        text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    return text;
+}
+
+// Puts one piece into the record and returns its text.
+std::string putPiece(Input& input, RecordText& record)
+{
+    switch (input.number<unsigned char>() % 5) {
+    case 0: {
+        const std::string_view text = input.field();
+        put(record, text);
+        return std::string(text);
+    }
+    case 1: {
+        const auto number = input.number<std::int32_t>();
+        put(record, "|I=", number);
+        return "|I=" + std::to_string(number);
+    }
+    case 2: {
+        const auto number = input.number<double>();
+        put(record, "|D=", number);
+        return "|D=" + peer::formatDecimal(number);
+    }
+    case 3: {
+        const auto address = input.number<std::uint64_t>();
+        put(record, "|H=", reinterpret_cast<const wchar_t*>(address));
+        return "|H=" + sixteenDigits(address);
+    }
+    default: {
+        const std::wstring text = input.wideField();
+        putLowBytes(record, text);
+        return lowBytes(text);
+    }
+    }
+}
+
+// Any number of pieces, each a kind and its value.
+std::string checkRecordText(std::string_view bytes)
+{
+    Input input(bytes);
+    RecordText record;
+    std::string expected;
+    while (!input.isAtEnd())
+        expected += putPiece(input, record);
+    const bool fits = expected.size() <= torvapdm::longestToolRecord;
+    return Differences()
+        .compare("record", contentOf(record), fits ? std::optional(expected) : std::nullopt)
+        .text();
+}
+
+// Calls `use` with every value of the record but the comment, in the order of its pairs.
+template <class Use>
+auto withValues(torvapdm::ToolRecordValues& record, Use use)
+{
+    torvapdm::OwnToolValues& own = record.ownTool;
+    torvapdm::FullToolValues& full = record.fullTool;
+    torvapdm::OperationValues& operation = record.operation;
+    torvapdm::Point& tool = operation.toolPlaneOrigin;
+    torvapdm::Point& construction = operation.constructionPlaneOrigin;
+    return use(record.requestId, record.toolPlaneName, record.constructionPlaneName, own.diameter,
+               own.number, own.type, own.geometryFile, own.cornerRadius, own.lengthOffset,
+               own.diameterOffset, operation.ncName, own.flutes, operation.id, own.cornerRadiusType,
+               own.material, own.feedRate, full.lengthOffset, full.overallLength, full.station,
+               full.slot, full.shoulderAngle, full.additionalDiameter, full.geometryFile,
+               record.operationNumber, full.tipAngle, full.pilotDiameter, full.fluteLength,
+               full.shoulderLength, full.shoulderDiameter, full.arborDiameter, full.holderDiameter,
+               full.holderLength, full.spindleSpeed, full.feedRate, full.plungeRate,
+               full.retractRate, full.toolGroup, full.machineGroup, full.levelNumber,
+               full.spindleRotation, operation.workOffset, operation.type, operation.holderNumber,
+               operation.compensationType, operation.depth, operation.toolPlaneId, tool.x, tool.y,
+               tool.z, operation.constructionPlaneId, construction.x, construction.y,
+               construction.z, record.cycleTime);
+}
+
+template <class Use>
+auto withValues(peer::ToolRecord& r, Use use)
+{
+    return use(r.dataId, r.toolPlaneName, r.constructionPlaneName, r.diameter, r.number, r.type,
+               r.geometryFile, r.cornerRadius, r.lengthOffset, r.diameterOffset, r.ncName, r.flutes,
+               r.operationId, r.cornerRadiusType, r.material, r.operationFeed, r.tableLengthOffset,
+               r.overallLength, r.station, r.slot, r.shoulderAngle, r.additionalDiameter,
+               r.tableGeometryFile, r.operationPlace, r.tipAngle, r.pilotDiameter, r.fluteLength,
+               r.shoulderLength, r.shoulderDiameter, r.arborDiameter, r.holderDiameter,
+               r.holderLength, r.spindleSpeed, r.feed, r.plungeRate, r.retractRate, r.group,
+               r.machineGroup, r.level, r.spindleDirection, r.workOffset, r.operationType, r.holder,
+               r.compensation, r.depth, r.toolPlane.plane, r.toolPlane.x, r.toolPlane.y,
+               r.toolPlane.z, r.constructionPlane.plane, r.constructionPlane.x,
+               r.constructionPlane.y, r.constructionPlane.z, r.seconds);
+}
+
+template <class Number>
+void takeInto(Input& input, Number& number)
+{
+    number = input.number<Number>();
+}
+
+std::string textOf(std::uint64_t address)
+{
+    return sixteenDigits(address);
+}
+std::string textOf(const wchar_t* handle)
+{
+    return sixteenDigits(reinterpret_cast<std::uintptr_t>(handle));
+}
+std::string textOf(double number)
+{
+    return std::isnan(number) ? "nan" : peer::formatDecimal(number);
+}
+std::string textOf(std::signed_integral auto number)
+{
+    return std::to_string(number);
+}
+
+template <class Record>
+std::vector<std::string> textsOf(Record& record)
+{
+    return withValues(
+        record, [](const auto&... values) { return std::vector<std::string>{textOf(values)...}; });
+}
+
+// Every value of a record, the comment last.
+std::string checkToolRecord(std::string_view bytes)
+{
+    Input input(bytes);
+    torvapdm::ToolRecordValues values{};
+    withValues(values, [&](auto&... members) { (takeInto(input, members), ...); });
+    const std::wstring comment = input.wideRest();
+    const std::string written = lowBytes(comment);
+    const size_t uncommented = torvapdm::formatToolRecord(values).value_or("").size();
+    values.ownTool.comment = comment;
+    const auto record = torvapdm::formatToolRecord(values);
+    const bool fits = uncommented + written.size() <= torvapdm::longestToolRecord;
+    Differences differences;
+    differences.compare("has a record without a comment", uncommented > 0, true)
+        .compare("is written", record.has_value(), fits);
+    if (!record)
+        return differences.text();
+    differences.compare("size", record->size(), uncommented + written.size())
+        .compare("ends its line", record->ends_with('\n'), true);
+    auto read = peer::parseToolRecord(record->substr(0, record->size() - 1));
+    if (!read)
+        return differences.compare("record read", shown(*record), std::string()).text();
+    return differences.compare("values", textsOf(*read), textsOf(values))
+        .compare("comment", read->comment, latin1(written))
+        .text();
+}
+
+std::string piece(char kind, const std::string& value)
+{
+    return kind + value;
+}
+
+// Every value another one, and this comment.
+std::string someRecord(const std::string& comment)
+{
+    std::string bytes;
+    for (int i = 0; i < 40 * 6 + 14 * 5; ++i)
+        bytes += static_cast<char>(i * 37 + (i >> 2));
+    return bytes + std::string(32, '\0') + comment;
+}
+
+} // namespace
+
+std::vector<Target> recordTargets()
+{
+    const std::string zero("\0", 1);
+    return {{"record_text",
+             checkRecordText,
+             {piece('\0', "TOOLDATA\x1F") + piece('\1', raw(-5)) + piece('\2', raw(2.5e6)),
+              piece('\2', raw(1e-6)) + piece('\2', raw(0.0001)) + piece('\2', raw(-0.5)),
+              piece('\2', raw(999999.5)) + piece('\2', raw(1e300 * 1e10)) + piece('\2', raw(-0.0)),
+              piece('\3', raw(std::uint64_t{0x000002A1F3C05E40})) + piece('\3', raw(~0ull)),
+              piece('\4', "a|b\x01\x01\xC4"
+                          "c\x1F") +
+                  piece('\4', "x" + zero + "y\x1F"),
+              piece('\0', std::string(2047, 'p')), piece('\0', std::string(2048, 'p')),
+              piece('\0', std::string(2040, 'p') + '\x1F') + piece('\1', raw(1234))},
+             {piece('\2', raw(1e6)), piece('\2', raw(123456.5)), piece('\1', raw(-2147483647 - 1)),
+              std::string(500, 'q'), zero, "\x01\x01" + zero}},
+            {"tool_record",
+             checkToolRecord,
+             {someRecord("Drill 8.5 | steel"), std::string(400, '\0'), someRecord(""),
+              std::string(400, '\xFF'), someRecord(std::string(900, 'c')),
+              someRecord(std::string(1500, 'c')), someRecord("\x01\x01\xC4\n")},
+             {raw(1e6), raw(-0.0001), raw(1e-5), "|", "\n", std::string(200, 'c')}}};
+}
+
+} // namespace fuzzing
