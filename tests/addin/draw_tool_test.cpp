@@ -1,4 +1,5 @@
 // The drawing export of the library as it ships, called as the Companion calls it.
+#include "support/draw_tool_entry.h"
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/raster.h"
@@ -12,18 +13,13 @@ using namespace testing_support;
 
 namespace {
 
-using DrawToolEntry = int (*)(std::uint32_t width, std::uint32_t height, std::uint32_t toolType,
-                              double diameter, double cornerRadius, double tipAngle,
-                              double fluteLength, double shoulderLength, double overallLength,
-                              double shankDiameter, std::int32_t imageId);
-
 class DrawTool : public ::testing::Test {
 protected:
     void SetUp() override
     {
         library = LoadLibraryW((programFolder() + L"torvapdm.dll").c_str());
         ASSERT_NE(library, nullptr);
-        entry = std::bit_cast<DrawToolEntry>(GetProcAddress(library, "DrawTool"));
+        entry = drawToolEntry(library);
         ASSERT_NE(entry, nullptr);
     }
     void TearDown() override { FreeLibrary(library); }

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 using torvapdm::getInstallationFolder;
+using namespace std::string_literals;
 
 namespace {
 
@@ -48,25 +49,6 @@ TEST_F(InstallationFolder, createsAnEmptyKeyWithoutOne)
     EXPECT_TRUE(keyExists());
 }
 
-TEST_F(InstallationFolder, comesFromTheRegistry)
-{
-    storeText(REG_SZ, L"D:\\Zem folder\\x");
-    EXPECT_EQ(getInstallationFolder(), L"D:\\Zem folder\\x");
-}
-
-TEST_F(InstallationFolder, mayHaveAnyLength)
-{
-    const std::wstring longFolder = L"C:\\" + std::wstring(200, L'f');
-    storeText(REG_SZ, longFolder);
-    EXPECT_EQ(getInstallationFolder(), longFolder);
-}
-
-TEST_F(InstallationFolder, isUsedUnexpanded)
-{
-    storeText(REG_EXPAND_SZ, L"%TEMP%\\zem");
-    EXPECT_EQ(getInstallationFolder(), L"%TEMP%\\zem");
-}
-
 TEST_F(InstallationFolder, isReadOnceForTheProcess)
 {
     storeText(REG_SZ, L"D:\\first");
@@ -82,47 +64,54 @@ TEST_F(InstallationFolder, isNotReadAgainAfterAFailure)
     EXPECT_EQ(getInstallationFolder(), defaultFolder);
 }
 
-TEST_F(InstallationFolder, ignoresAnotherType)
+namespace {
+
+struct StoredValue {
+    const char* name; // of the test
+    DWORD type;
+    std::wstring content; // all units that are stored
+    std::wstring folder;
+};
+
+void PrintTo(const StoredValue& value, std::ostream* stream)
 {
-    const DWORD number = 7;
-    store(REG_DWORD, &number, sizeof number);
-    EXPECT_EQ(getInstallationFolder(), defaultFolder);
+    *stream << value.name;
 }
 
-TEST_F(InstallationFolder, ignoresBinaryText)
-{
-    const wchar_t text[] = L"D:\\binary";
-    store(REG_BINARY, text, sizeof text);
-    EXPECT_EQ(getInstallationFolder(), defaultFolder);
-}
+const std::wstring longFolder = L"C:\\" + std::wstring(200, L'f');
 
-TEST_F(InstallationFolder, ignoresAnEmptyText)
-{
-    storeText(REG_SZ, L"");
-    EXPECT_EQ(getInstallationFolder(), defaultFolder);
-}
+const StoredValue storedValues[] = {
+    {"text", REG_SZ, L"D:\\Zem folder\\x"s + L'\0', L"D:\\Zem folder\\x"},
+    {"longText", REG_SZ, longFolder + L'\0', longFolder},
+    {"unexpandedText", REG_EXPAND_SZ, L"%TEMP%\\zem\0"s, L"%TEMP%\\zem"},
+    {"upToTheFirstNul", REG_SZ, L"D:\\alt\0more\0"s, L"D:\\alt"},
+    {"lessTheLastCharacterWithoutANul", REG_SZ, L"D:\\ab", L"D:\\a"},
+    {"noNumber", REG_DWORD, L"\7\0"s, defaultFolder},
+    {"noBinaryText", REG_BINARY, L"D:\\binary\0"s, defaultFolder},
+    {"noEmptyText", REG_SZ, L"\0"s, defaultFolder},
+    {"noValueWithoutBytes", REG_SZ, L"", defaultFolder},
+};
 
-TEST_F(InstallationFolder, ignoresAValueWithoutBytes)
-{
-    store(REG_SZ, L"", 0);
-    EXPECT_EQ(getInstallationFolder(), defaultFolder);
-}
+class StoredFolder : public InstallationFolder,
+                     public ::testing::WithParamInterface<StoredValue> {};
 
-TEST_F(InstallationFolder, losesAByteWithoutATerminator)
+} // namespace
+
+TEST_P(StoredFolder, isUsed)
 {
-    store(REG_SZ, L"D:\\ab more", 5 * sizeof(wchar_t));
+    const StoredValue& value = GetParam();
+    // The system would also store a NUL that follows the text in memory.
+    store(value.type, (value.content + L"more").data(),
+          static_cast<DWORD>(value.content.size() * sizeof(wchar_t)));
     const std::wstring folder = getInstallationFolder();
-    EXPECT_EQ(folder, L"D:\\a");
+    EXPECT_EQ(folder, value.folder);
     EXPECT_EQ(folder.c_str()[folder.size()], L'\0');
 }
 
-TEST_F(InstallationFolder, endsAtItsFirstNul)
-{
-    store(REG_SZ, L"D:\\alt\0more\0", 12 * sizeof(wchar_t));
-    EXPECT_EQ(getInstallationFolder(), L"D:\\alt");
-}
+INSTANTIATE_TEST_SUITE_P(Registry, StoredFolder, ::testing::ValuesIn(storedValues),
+                         [](const auto& value) { return std::string(value.param.name); });
 
-TEST_F(InstallationFolder, needsTheRegistry)
+TEST_F(InstallationFolder, isDefaultWithoutTheRegistry)
 {
     HKEY closed = nullptr;
     RegCreateKeyExW(HKEY_CURRENT_USER, L"closed", 0, nullptr, REG_OPTION_VOLATILE, KEY_READ,

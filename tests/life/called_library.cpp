@@ -2,9 +2,9 @@
 
 #include "control.h"
 #include "support/bytes.h"
+#include "support/draw_tool_entry.h"
 #include "support/companion_double.h"
 
-#include <bit>
 #include <gtest/gtest.h>
 
 namespace testing_support {
@@ -13,15 +13,9 @@ namespace {
 
 constexpr unsigned long long betweenCheckoutsMs = 1100;
 
-using DrawToolEntry = int (*)(std::uint32_t width, std::uint32_t height, std::uint32_t toolType,
-                              double diameter, double cornerRadius, double tipAngle,
-                              double fluteLength, double shoulderLength, double overallLength,
-                              double shankDiameter, std::int32_t imageId);
-
 void drawTool()
 {
-    const auto entry =
-        std::bit_cast<DrawToolEntry>(GetProcAddress(GetModuleHandleW(L"torvapdm.dll"), "DrawTool"));
+    const auto entry = drawToolEntry(GetModuleHandleW(L"torvapdm.dll"));
     EXPECT_EQ(entry(120, 160, 10, 10, 1, 0, 20, 30, 60, 8, 1), 0);
 }
 

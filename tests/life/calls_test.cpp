@@ -3,7 +3,7 @@
 #include "fuzz/random.h"
 #include "life/called_library.h"
 #include "support/counts.h"
-#include "support/life_table.h"
+#include "life/life_table.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "support/companion_program.h"
 #include "support/counts.h"
 #include "support/host_program.h"
-#include "support/life_table.h"
+#include "life/life_table.h"
 
 #include <memory>
 

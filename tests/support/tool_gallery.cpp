@@ -4,17 +4,13 @@
 // library cannot be loaded.
 //
 //   toolimage-2.bmp|2  bull nose end mill|dia. 20, shank 16|flutes 30, length 80|radius 4
-#include <bit>
+#include "support/draw_tool_entry.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <windows.h>
 
 namespace {
-
-using DrawToolEntry = int (*)(std::uint32_t width, std::uint32_t height, std::uint32_t toolType,
-                              double diameter, double cornerRadius, double tipAngle,
-                              double fluteLength, double shoulderLength, double overallLength,
-                              double shankDiameter, std::int32_t imageId);
 
 constexpr std::uint32_t pictureWidth = 220;
 constexpr std::uint32_t pictureHeight = 260;
@@ -70,9 +66,7 @@ void describe(const Tool& tool, int imageId)
 int main()
 {
     const HMODULE library = LoadLibraryW(L"torvapdm.dll");
-    if (!library)
-        return 1;
-    const auto drawTool = std::bit_cast<DrawToolEntry>(GetProcAddress(library, "DrawTool"));
+    const auto drawTool = testing_support::drawToolEntry(library);
     if (!drawTool)
         return 1;
     int imageId = 0;

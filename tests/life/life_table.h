@@ -1,0 +1,28 @@
+// What each call of the add-in leaves open on purpose, according to docs/life.md.
+#pragma once
+
+#include "documents/pages.h"
+
+#include <map>
+#include <string>
+
+namespace testing_support {
+
+struct LeftOpen {
+    size_t handles = 0; // of the process, for each call
+    size_t bytes = 0;   // of memory, for each call
+};
+
+// The rows of the page's table by their first column, without its quotes.
+inline std::map<std::string, LeftOpen> lifeTable()
+{
+    std::map<std::string, LeftOpen> table;
+    for (const documents::TableRow& row :
+         documents::tableBelow(documents::pageText("life.md"), "# What stays open")) {
+        const std::string call = documents::codeIn(row.at(0));
+        table[call.empty() ? row[0] : call] = {std::stoul(row.at(1)), std::stoul(row.at(2))};
+    }
+    return table;
+}
+
+} // namespace testing_support
