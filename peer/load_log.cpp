@@ -1,6 +1,6 @@
 #include "peer/load_log.h"
 
-#include "peer/text.h"
+#include "peer/lines.h"
 #include "peer/wire_constants.h"
 
 #include <algorithm>

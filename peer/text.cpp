@@ -1,6 +1,5 @@
 #include "peer/text.h"
 
-#include <algorithm>
 #include <cstring>
 #include <windows.h>
 
@@ -15,11 +14,6 @@ std::wstring widen(UINT codePage, DWORD flags, std::string_view bytes)
     std::wstring text(static_cast<size_t>(needed), L'\0');
     MultiByteToWideChar(codePage, flags, bytes.data(), length, text.data(), needed);
     return text;
-}
-
-wchar_t lowerCase(wchar_t c)
-{
-    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
 }
 
 } // namespace
@@ -73,27 +67,6 @@ std::wstring fromFileBytes(std::string_view bytes)
     const std::string_view afterMark = bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0);
     const std::wstring text = widen(CP_UTF8, MB_ERR_INVALID_CHARS, afterMark);
     return text.empty() ? fromAnsi(afterMark) : text;
-}
-
-std::vector<std::string_view> fileLines(std::string_view bytes)
-{
-    std::vector<std::string_view> lines;
-    while (!bytes.empty()) {
-        const size_t end = std::min(bytes.find('\n'), bytes.size());
-        std::string_view line = bytes.substr(0, end);
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
-        lines.push_back(line);
-        bytes.remove_prefix(std::min(end + 1, bytes.size()));
-    }
-    return lines;
-}
-
-bool isSameIgnoringCase(std::wstring_view a, std::wstring_view b)
-{
-    return std::equal(
-        a.begin(), a.end(), b.begin(), b.end(),
-        [](wchar_t x, wchar_t y) { return lowerCase(x) == lowerCase(y); });
 }
 
 } // namespace peer

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace peer {
 
@@ -22,12 +21,5 @@ std::string ansiToUtf8(std::string_view bytes);
 // The text of any file: UTF-16 (little-endian) after its byte-order mark, else UTF-8 with or
 // without one, else the ANSI code page.
 std::wstring fromFileBytes(std::string_view bytes);
-
-// The lines without their ends: a line feed, with or without a carriage return before it. The last
-// line may lack its end. The results refer to `bytes`.
-std::vector<std::string_view> fileLines(std::string_view bytes);
-
-// Ignores the case of the letters A to Z.
-bool isSameIgnoringCase(std::wstring_view a, std::wstring_view b);
 
 } // namespace peer

@@ -1,7 +1,7 @@
 #include "peer/tool_record.h"
 
 #include "peer/numbers.h"
-#include "peer/text.h"
+#include "peer/lines.h"
 #include "peer/wire_constants.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "peer/text.h"
+#include "peer/lines.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "tools/zemlink/exchange_kind.h"
 
 #include "peer/commit_record.h"
-#include "peer/text.h"
+#include "peer/lines.h"
 #include "peer/wire_constants.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "tools/zemlink/output.h"
 
+#include "peer/lines.h"
 #include "peer/text.h"
 #include "tools/zemlink/report.h"
 #include "tools/zemlink/system.h"

@@ -1,5 +1,6 @@
 #include "tools/zemlink/problems.h"
 
+#include "peer/lines.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "peer/exchange_paths.h"

@@ -3,6 +3,7 @@
 #include "peer/commit_record.h"
 #include "peer/files.h"
 #include "peer/handle.h"
+#include "peer/lines.h"
 #include "peer/text.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "standin/companion/library/library_index.h"
 
 #include "peer/numbers.h"
-#include "peer/text.h"
+#include "peer/lines.h"
 
 #include <algorithm>
 #include <limits>

@@ -2,6 +2,7 @@
 
 #include "peer/files.h"
 #include "peer/numbers.h"
+#include "peer/lines.h"
 #include "peer/text.h"
 
 #include <algorithm>
