@@ -5,12 +5,12 @@
 
 namespace bench {
 
-// Tells that the request under way has arrived; the first call for each request counts. Any thread.
+// Records the arrival of the current request; only the first call per request counts. Any thread.
 void noteArrival();
 
-// Writes the request into the command file and gives the milliseconds from the file's closing to
-// the request's arrival. The arrival's thread has to be another one. Ends the program when the
-// request cannot be written or does not arrive.
+// Writes the request into the command file and gives the milliseconds from closing the file to the
+// arrival, which another thread records. Ends the program when the request cannot be written or
+// does not arrive.
 double deliver(const std::wstring& commandFile, const std::string& request);
 
 } // namespace bench

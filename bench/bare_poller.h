@@ -1,5 +1,5 @@
-// The bare calls of a request's way: a thread that looks at a file once a period, takes what is in
-// it and posts a message, and a window that is posted to.
+// The system calls of a request's path and nothing else: a thread that polls a file, removes its
+// content and posts a message, and the window that receives the message.
 #pragma once
 
 #include <atomic>
@@ -11,8 +11,8 @@ namespace bench {
 
 constexpr DWORD pollingPeriodMs = 100;
 
-// Polls the file while it lives and notes an arrival when the window gets the message. Belongs to a
-// thread with a message loop.
+// Polls the file during its lifetime and records an arrival when the window receives the message.
+// Must be created on a thread with a message loop.
 class BarePoller {
 public:
     explicit BarePoller(const std::wstring& path);

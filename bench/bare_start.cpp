@@ -44,7 +44,7 @@ DWORD WINAPI listenerBare(LPVOID)
     return 0;
 }
 
-// The stack guard's value, by the calls that the compiler's runtime makes for it.
+// The system calls with which the compiler's runtime makes the stack guard's value.
 void seedGuardBare()
 {
     HCRYPTPROV provider = 0;

@@ -1,11 +1,9 @@
-// The bare calls of an add-in's start in a host.
+// The system calls of an add-in's start in a host and nothing else.
 //
-// What is loaded is the add-in's own library with its entry point and its exports taken out, so
-// that neither the loader nor a host finds anything to call: the loader maps and links the same
-// file with the same imports, and none of the library's code runs, neither the C library's start
-// nor a constructor. The one thing that the compiler's runtime asks of the system in that start is
-// made here as well: a random value for the stack guard. What opening needs of the system follows,
-// call for call, from this program's own code.
+// The add-in's library is loaded without its entry point and exports: the loader maps and links the
+// same file with the same imports, but none of its code runs, not even the C library's
+// initialisation or a constructor. The system call that the compiler's runtime makes there, for the
+// stack guard's random value, is made here as well, followed by the system calls of m_open.
 #pragma once
 
 #include <string>
@@ -14,7 +12,7 @@
 namespace bench {
 
 // Writes the add-in's library without entry point and exports, and gives its path. Ends the program
-// when it cannot.
+// on failure.
 std::wstring writeBareLibrary();
 
 struct BareAddIn {
@@ -25,8 +23,8 @@ struct BareAddIn {
     HANDLE listener;
 };
 
-// Loads the library and makes the calls of an opening: messages, window, two threads that do a
-// thread's first calls and wait, registry values, command file, property.
+// Loads the library and makes the system calls of m_open: messages, window, two threads that wait,
+// registry values, command file, property.
 BareAddIn startBare(const std::wstring& library, HWND mainWindow);
 
 void stopBare(const BareAddIn& addIn, HWND mainWindow);

@@ -40,8 +40,8 @@ const ChainFigures& thousandOf(const Growth& growth)
         [](const ChainFigures& figures) { return figures.chain.operations == 1000; });
 }
 
-// By the ratios to the bare calls, since the two chains meet the machine in different moods. The
-// quartiles are those of the longer chain, so that they show how steady the figure is.
+// Compares the ratios and not the times, since the machine's speed differs between the two chains.
+// The quartiles are those of the longer chain.
 Row timeGrowthRow(const std::string& what, const ChainFigures& small, const ChainFigures& large)
 {
     const double scale = 1 / small.time.ratio.median;

@@ -8,10 +8,10 @@
 
 namespace {
 
-// Other threads allocate as well, such as the one that takes lines. Nothing is counted but in
-// peakBytesOf: asking the heap for a block's size takes time, which no other measurement is to pay.
+// Atomic, since other threads allocate as well. Counts only during peakBytesOf: asking the heap for
+// a block's size takes time that would distort other measurements.
 std::atomic<bool> isCounting{false};
-std::atomic<std::ptrdiff_t> heldBytes{0}; // above those held before
+std::atomic<std::ptrdiff_t> heldBytes{0}; // minus those before the run
 std::atomic<std::ptrdiff_t> peakBytes{0};
 
 std::ptrdiff_t sizeOf(void* block)

@@ -1,11 +1,10 @@
-// The memory that the add-in's own code holds, to the byte.
+// The memory allocated by the add-in's own code, in bytes.
 //
-// The add-in's code stands in this program, so that each of its allocations goes through this
-// program's `operator new`, which counts. The measure is the peak of the bytes held during a run
-// above those held before it. The process's private bytes would not do: they grow by whole regions
-// that the heap keeps, and they hold the host's copy of the chain and the C library's buffers as
-// well. The count knows the add-in's own blocks alone and is the same in every run; what the heap
-// itself adds to a block is left out.
+// The add-in's code is linked into this program, so its allocations go through this program's
+// `operator new`, which counts them. The figure is the peak of the allocated bytes during a run
+// minus those before it. The process's private bytes are unsuitable: they grow by whole heap
+// regions and include the host's copy of the chain and the C library's buffers. The heap's own
+// overhead per block is not included.
 #pragma once
 
 #include "bench/paired.h"
@@ -14,7 +13,7 @@
 
 namespace bench {
 
-// The most bytes that were held at once while the work ran, above those held before it.
+// The peak of the allocated bytes while the work ran, minus those allocated before it.
 size_t peakBytesOf(const Work& work);
 
 } // namespace bench

@@ -80,7 +80,7 @@ BOOL WINAPI recordArc(HDC context, int left, int top, int right, int bottom, int
     return real(context, left, top, right, bottom, startX, startY, endX, endY);
 }
 
-// Leads the program's calls of the system's function to the recorder, or back.
+// Redirects the program's calls of the system function to the recorder, or back.
 template <class Function>
 void lead(Function* recorder, const char* name, bool toRecorder)
 {

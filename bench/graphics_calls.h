@@ -1,5 +1,5 @@
-// The drawing calls of a tool picture, recorded as the add-in makes them and made again bare: the
-// same calls with the same arguments in the same order, and nothing between them.
+// The drawing calls of a tool picture: recorded while the add-in makes them, then repeated with the
+// same arguments in the same order and nothing in between.
 #pragma once
 
 #include "bench/paired.h"
@@ -21,10 +21,10 @@ struct GraphicsCalls {
     std::vector<RECT> arcEnds; // start and end point of each arc, in order
 };
 
-// The drawing calls that this program's code makes while the work runs.
+// Records the drawing calls that this program's code makes while the work runs.
 GraphicsCalls recordGraphics(const Work& work);
 
-// Makes the calls on the context.
+// Repeats the calls on the context.
 void repeatGraphics(HDC context, const GraphicsCalls& recorded);
 
 } // namespace bench

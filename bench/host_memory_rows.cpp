@@ -1,6 +1,6 @@
-// What the add-in adds to the host's private memory: the host's program is started without it, with
-// its library alone (mapped and linked, nothing of it run) and with it, in turn, and asked from
-// outside once it has settled.
+// The private memory that the add-in adds to the host: the host's program is started without it,
+// with its library only mapped and linked, and with it running, alternately, and measured from
+// outside when it is idle.
 #include "bench/bare_start.h"
 #include "bench/rows.h"
 #include "bench/surroundings.h"
@@ -22,14 +22,14 @@ std::string traceText(const std::wstring& path)
     return testing_support::readBytes(path).value_or("");
 }
 
-// The field for the pagefile is the one that every system fills with the private bytes.
+// Every system stores the private bytes in the field for the page file.
 double privateKilobytesOf(DWORD processId)
 {
     const HANDLE process =
         OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId);
     PROCESS_MEMORY_COUNTERS counters{};
     require(GetProcessMemoryInfo(process, &counters, sizeof counters),
-            "the system tells the host's memory");
+            "the system reports the host's memory");
     CloseHandle(process);
     return static_cast<double>(counters.PagefileUsage) / 1024;
 }
@@ -66,7 +66,7 @@ Rows hostMemoryRows()
         addedInAll.push_back(measureHost(ours) - without);
     }
     return {figureRow("memory added to the host", "KB", middleOf(addedInAll), rounds),
-            figureRow("memory added by mapping the library alone", "KB", middleOf(addedByLibrary),
+            figureRow("memory added by only mapping the library", "KB", middleOf(addedByLibrary),
                       rounds)};
 }
 

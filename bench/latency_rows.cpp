@@ -1,8 +1,8 @@
-// A request's way from the writer's closing of the command file to DoFileOpen, with the add-in open
-// in this process, beside a bare poller's that is written to in turn.
+// The time from closing the command file to DoFileOpen, with the add-in open in this process,
+// alternating with the same request to a bare poller.
 //
-// The writer waits at random between requests: the moment at which a request meets the poller's
-// period decides nearly all of its way.
+// The writer waits for a random time between requests, since the time depends mostly on the point
+// in the polling period at which the request is written.
 #include "addin/lifecycle.h"
 #include "bench/arrivals.h"
 #include "bench/bare_poller.h"
@@ -26,7 +26,7 @@ namespace bench {
 namespace {
 
 constexpr size_t requests = 200;
-constexpr size_t block = 40; // requests, for the spread of the percentile
+constexpr size_t block = 40; // requests per block
 constexpr double share = 0.95;
 constexpr double limitMs = pollingPeriodMs + 10;
 
@@ -44,14 +44,14 @@ bool noteDoFileOpen(const wchar_t* path, bool merge, bool browse, short mode, bo
     return hostsDoFileOpen(path, merge, browse, mode, prompt, escaped, mergeOptions);
 }
 
-// On a thread of its own: the user-interface thread has to run its message loop meanwhile.
+// On another thread, since the user-interface thread runs its message loop.
 void writeRequests(Latencies& latencies, const std::wstring& bareFile)
 {
     const std::wstring commandFile = installation().commandFile(GetCurrentProcessId());
     const std::string request = testing_support::openRequest(
         17, testing_support::toUtf8(installation().path(L"bench.mcam")));
     std::minstd_rand numbers;
-    // The load that a request has begun ends well within the shortest wait.
+    // The shortest wait is longer than a load.
     std::uniform_int_distribution<DWORD> wait(50, 50 + pollingPeriodMs);
     for (size_t i = 0; i < requests; ++i) {
         Sleep(wait(numbers));
@@ -77,7 +77,7 @@ Latencies measure()
     return latencies;
 }
 
-// The percentile of all, and how it spreads over the blocks.
+// The percentile of all requests, and its quartiles over the blocks.
 Middle percentileOf(const std::vector<double>& values)
 {
     std::vector<double> ofBlocks;

@@ -1,8 +1,8 @@
-// A cycle of the listener that finds no request.
+// A cycle of the listener without a request.
 //
-// The listener's own procedure runs here on the measuring thread, and its waiting is led to a
-// counter that tells it to end: what is left of a cycle is processor time, that of the system's
-// other processes included, and in finer steps than a thread's times are counted in.
+// The listener's thread function runs on the measuring thread, and its Sleep is redirected to a
+// counter that ends it. The rest of a cycle is processor time, including that of Wine's server,
+// with a finer resolution than a thread's processor times have.
 #include "bench/rows.h"
 #include "bench/surroundings.h"
 #include "incoming/listener.h"
@@ -20,7 +20,7 @@ namespace bench {
 namespace {
 
 constexpr double limit = 1.1;
-// Short and many: a pair of a few milliseconds lies within one mood of the machine.
+// Many short rounds: the machine's speed hardly changes within a few milliseconds.
 constexpr size_t rounds = 401;
 constexpr int cycles = 100;
 
@@ -51,7 +51,7 @@ void runOurs()
     torvapdm::listenerProcedure(nullptr);
 }
 
-// Is there a file, can it be opened, wait, how large is it: a cycle's calls.
+// The system calls of a cycle.
 void runBare(const std::wstring& path, const std::string& narrow, HANDLE file)
 {
     startCounting();

@@ -1,8 +1,8 @@
-// Measures the add-in's own code in this process, between the stand-in host's libraries.
+// Measures the add-in's code in this process, with the stand-in host's libraries.
 //
 //   bench.exe FOLDER [WORD…]   prints the table and writes bench.json and growth.dat into the
-//                              folder; ends with 1 when a figure misses its limit. With words,
-//                              makes only the measurements that they name, see `measurements`
+//                              folder; exits with 1 when a figure exceeds its limit. With words,
+//                              makes only the measurements that they name (see `measurements`)
 #include "bench/rows.h"
 #include "bench/surroundings.h"
 #include "control.h"
@@ -18,8 +18,8 @@ struct Measurement {
     bench::Rows (*rows)();
 };
 
-// In this order: the host's longest chains leave a heap behind in which the queue's few small
-// blocks take longer to find than its calls allow for.
+// In this order, since the longest chains fragment the heap and would slow down the measurements
+// that follow.
 constexpr Measurement measurements[] = {
     {L"commit", bench::commitRows},        {L"settings", bench::settingsRows},
     {L"queue", bench::ncQueueRows},        {L"tools", bench::toolExportRows},
@@ -49,8 +49,8 @@ bool hasMissed(const bench::Rows& rows)
     return std::any_of(rows.begin(), rows.end(), bench::isMissed);
 }
 
-// What misses is measured again, and the last time counts: a busy machine misses once, code that
-// has become slower does each time.
+// A figure above its limit is measured again, and the last result counts: a busy machine exceeds a
+// limit once, slower code each time.
 bench::Rows rowsOf(const Measurement& measurement)
 {
     constexpr int mostTimes = 3;

@@ -26,7 +26,7 @@ void searchBare(const std::string& pattern)
     _findclose(search);
 }
 
-// The same walk, questions and file searches as for a queue.
+// The same calls and file searches as for a queue.
 void searchProgramsBare(const std::vector<std::string>& patterns)
 {
     NCPrefix(nullptr);
@@ -44,7 +44,7 @@ void searchProgramsBare(const std::vector<std::string>& patterns)
     }
 }
 
-// Puts the programs of the chain into the folder and gives their search patterns.
+// Writes the NC files of the chain into the folder and gives their search patterns.
 std::vector<std::string> postPrograms(const std::wstring& folder, size_t operations)
 {
     std::vector<std::string> patterns;

@@ -1,5 +1,5 @@
-// Timing in pairs: what the add-in does, and the same platform calls made bare, in turns, so that a
-// noisy machine disturbs both alike.
+// Paired timing: the add-in's work and the same system calls without it, alternating, so that a
+// noisy machine affects both equally.
 #pragma once
 
 #include <functional>
@@ -11,30 +11,30 @@ namespace bench {
 using Work = std::function<void()>;
 using Timing = std::function<double()>; // does some work and gives its time in microseconds
 
-// The middle of some values and the middle half around it.
+// The median of some values and their quartiles.
 struct Middle {
     double median = 0;
-    double lower = 0; // a quarter of the values lie below
-    double upper = 0; // a quarter lie above
+    double lower = 0; // first quartile
+    double upper = 0; // third quartile
 };
 
 Middle middleOf(std::vector<double> values);
 
-// The value below which this share of the values lies; 0 when there are none.
+// The quantile at this share of the values; 0 when there are none.
 double quantileOf(std::vector<double> values, double share);
 
 struct Pair {
-    Middle ratio; // ours to bare, round by round
-    Middle ours;  // microseconds a call
-    Middle bare;  // microseconds a call
+    Middle ratio; // ours to bare, per round
+    Middle ours;  // microseconds per call
+    Middle bare;  // microseconds per call
     size_t rounds = 0;
 };
 
-// Has both timed in turns, for so many rounds; one round more comes first and does not count. The
-// turns change places from round to round.
+// Times both alternately for this number of rounds after one uncounted round. The order changes
+// from round to round.
 Pair measureInPairs(size_t rounds, const Timing& ours, const Timing& bare);
 
-// The same for works that are called `calls` times in a row, timed as one.
+// The same for work that is called `calls` times in a row and timed as a whole.
 Pair timeInPairs(size_t rounds, size_t calls, const Work& ours, const Work& bare);
 
 // The time of one call in microseconds.

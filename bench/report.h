@@ -1,4 +1,4 @@
-// The figures of a run: one table to read, one JSON file to keep.
+// The figures of a run: a table, and a JSON file.
 #pragma once
 
 #include "bench/paired.h"
@@ -11,20 +11,20 @@ namespace bench {
 
 struct Row {
     std::string name;            // what was measured
-    std::string unit;            // of `value`: "x" for a ratio to the bare calls
+    std::string unit;            // of `value`; "x" for a ratio
     Middle value;                // the figure
-    std::optional<double> limit; // what the median should not exceed
-    std::optional<Middle> ours;  // microseconds a call, for ratios
+    std::optional<double> limit; // upper limit of the median
+    std::optional<Middle> ours;  // microseconds per call, for ratios
     std::optional<Middle> bare;
     size_t rounds = 0;
-    std::string series{};  // which curve of the growth plot it is a point of; empty for none
-    size_t operations = 0; // where on that curve
+    std::string series{};  // the curve of the growth plot; empty for none
+    size_t operations = 0; // the position on that curve
 };
 
-// A row for a ratio to the bare calls.
+// A row for a ratio.
 Row ratioRow(const std::string& name, const Pair& pair, double limit);
 
-// A row for a figure of its own.
+// A row for an absolute figure.
 Row figureRow(const std::string& name, const std::string& unit, const Middle& value, size_t rounds,
               std::optional<double> limit = std::nullopt);
 
@@ -35,9 +35,9 @@ void printTable(const std::vector<Row>& rows);
 // False when the file cannot be written.
 bool writeJson(const std::wstring& path, const std::vector<Row>& rows);
 
-// The curves as a plotting program reads them, a block for each: its name behind a #, then for each
-// point the operations, the figure, and the microseconds of ours and of the bare calls (0 where
-// there are none). False when the file cannot be written.
+// Writes the curves for the plotting program, one block each: "# name", then for each point the
+// operations, the figure, and the microseconds of ours and of the bare calls, or 0. False when the
+// file cannot be written.
 bool writeCurves(const std::wstring& path, const std::vector<Row>& rows);
 
 } // namespace bench

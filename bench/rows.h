@@ -1,4 +1,4 @@
-// What is measured, a function for each room. Each gives its rows.
+// The measurements, one function each.
 #pragma once
 
 #include "bench/report.h"

@@ -1,5 +1,5 @@
 // The add-in's start in the host: loading the library, m_version and m_open. Each round loads it
-// anew into this process, where the system's and the host's libraries are already.
+// again into this process, in which the system's and the host's libraries are loaded already.
 #include "bench/bare_start.h"
 #include "bench/rows.h"
 #include "bench/surroundings.h"
@@ -36,7 +36,7 @@ HMODULE startOurs(const std::wstring& library)
     return addIn;
 }
 
-// The window's class stays behind an add-in and would deny the next one its window.
+// The add-in leaves its window class registered, which would prevent the next window.
 void forgetWindowClass()
 {
     require(UnregisterClassW(torvapdm::hostInstanceName.c_str(), nullptr),

@@ -1,4 +1,4 @@
-// What the measured code works in: a host, an installation folder, a Companion that listens.
+// The environment of the measured code: a host, an installation folder, a listening Companion.
 #pragma once
 
 #include "support/installation.h"
@@ -13,10 +13,10 @@ namespace bench {
 // The one installation folder of the run.
 const testing_support::Installation& installation();
 
-// A part of so many operations, each with its own NCI name and tool, in the host.
+// Puts a part with this number of operations, each with its own NCI name and tool, into the host.
 void putPart(size_t operations);
 
-// Takes and drops the lines that are sent to port 4559 while it lives.
+// Receives and discards the notices sent to port 4559 during its lifetime.
 class LineTaker {
 public:
     LineTaker();
@@ -29,10 +29,10 @@ private:
     std::thread thread_;
 };
 
-// The platform calls of a sent line, made bare.
+// The system calls of a sent notice.
 void sendBare(const std::string& line);
 
-// What a measurement relies on; ends the program with the text when it does not hold.
+// Ends the program with the text unless the condition holds.
 void require(bool holds, const char* what);
 
 } // namespace bench

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double timeLimit = 2;
 
-// The host's operation chain, walked with the calls that an export makes for each operation.
+// The calls that an export makes for each operation of the host's chain.
 void walkToolsBare()
 {
     operation* const first = torvapdm::firstMainOperation();

@@ -1,6 +1,5 @@
-// Tool pictures. The bare calls are the very ones that the add-in makes, recorded beforehand, on
-// surfaces of the same sizes, and the same bytes saved: what is left to the add-in is what it
-// computes.
+// Tool pictures. The bare calls are the add-in's own drawing calls, recorded earlier, on surfaces
+// of the same sizes, and the same bytes saved. The difference is the add-in's computation.
 #include "bench/graphics_calls.h"
 #include "bench/rows.h"
 #include "bench/surroundings.h"
@@ -65,7 +64,7 @@ void outlineAndFill(HDC context, const GraphicsCalls& recorded)
     DeleteObject(pen);
 }
 
-// The bitmap's pixels behind the headers, which are already in the file's bytes.
+// Copies the bitmap's pixels after the headers.
 void readPixelsBare(HBITMAP bitmap, std::string& file)
 {
     constexpr size_t offsetOfInformation = sizeof(BITMAPFILEHEADER);
@@ -118,7 +117,7 @@ Row measure(const Picture& picture)
     const GraphicsCalls recorded = recordGraphics([&] { drawOurs(picture); });
     const std::string file = savedPicture();
     require(!file.empty(), "the picture is drawn");
-    // Without pixels: they have to come out of the repeated calls.
+    // Without pixels, which the repeated calls must produce.
     std::string bareFile = file.substr(0, 54) + std::string(file.size() - 54, '\0');
     drawBare(picture, recorded, bareFile);
     require(savedPicture() == file, "the repeated calls give the same picture");

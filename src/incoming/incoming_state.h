@@ -35,7 +35,7 @@ inline std::atomic<HANDLE> commandFile{nullptr};
 // The listener's thread, or null. Written and read: UI (m_open, m_close).
 inline HANDLE listenerThread = nullptr;
 
-// Tells the listener to end. Written: UI (m_close). Read: listener.
+// Makes the listener end. Written: UI (m_close). Read: listener.
 // Quirk Q9: nothing resets it, so the listener of an m_open after an m_close ends at once.
 inline std::atomic<unsigned char> listenerStopFlag{0};
 

@@ -28,8 +28,8 @@ bool isListenerRunning();
 // the command file's. UI thread.
 void stopListener();
 
-// The thread function. Gives 0 when it is told to end, or when the command file is larger than a
-// command can be: the file then stays as it is, and no further command is read.
+// The thread function. Gives 0 when `listenerStopFlag` is set, or when the command file is larger
+// than a command can be: the file then stays as it is, and no further command is read.
 DWORD WINAPI listenerProcedure(LPVOID);
 
 } // namespace torvapdm

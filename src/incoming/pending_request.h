@@ -1,5 +1,5 @@
-// The pending request: the open request that the host has not taken yet. The listener stores it, the
-// message window takes it.
+// The pending request: the open request that the host has not taken yet. The listener stores it,
+// the message window takes it.
 #pragma once
 
 #include "formats/companion_file.h"

@@ -135,8 +135,8 @@ TEST_F(CompanionToolData, listsEachTool)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const std::wstring file =
-        write(L"tool-17.txt", formatToolRecord(4, "Mill |PLANEWOFF=1") + "\r\n" + formatToolRecord(-5, "\xC4"));
+    const std::wstring file = write(L"tool-17.txt", formatToolRecord(4, "Mill |PLANEWOFF=1") +
+                                                        "\r\n" + formatToolRecord(-5, "\xC4"));
     ASSERT_TRUE(sendToCompanion("TOOL-17\n"));
     const HWND window = waitForWindowTitled(L"Tools 17");
     ASSERT_NE(window, nullptr);
@@ -157,7 +157,8 @@ TEST_F(CompanionToolData, showsTheSelectedToolsPicture)
     ASSERT_NE(companion.waitForWindow(), nullptr);
     write(L"toolimage-4.bmp", bitmapOf64x32);
     write(L"toolimage-6.bmp", bitmapOfFourBytes);
-    write(L"tool-17.txt", formatToolRecord(4, "") + formatToolRecord(5, "") + formatToolRecord(6, ""));
+    write(L"tool-17.txt",
+          formatToolRecord(4, "") + formatToolRecord(5, "") + formatToolRecord(6, ""));
     ASSERT_TRUE(sendToCompanion("TOOL-17\n"));
     const HWND window = waitForWindowTitled(L"Tools 17");
     ASSERT_NE(window, nullptr);

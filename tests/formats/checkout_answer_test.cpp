@@ -58,7 +58,8 @@ TEST(CheckoutAnswer, throwsForAShortFirstWord)
 {
     for (const wchar_t* word : {L"AB", L"A", L"", L"12"}) {
         std::wstring typePrefix = L"CAD";
-        EXPECT_THROW(parseCheckoutAnswer(word + std::wstring(L" x"), typePrefix), std::out_of_range);
+        EXPECT_THROW(parseCheckoutAnswer(word + std::wstring(L" x"), typePrefix),
+                     std::out_of_range);
         EXPECT_EQ(typePrefix, word);
     }
 }

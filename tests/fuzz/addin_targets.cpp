@@ -36,7 +36,8 @@ std::string checkDocumentName(std::string_view bytes)
         .text();
 }
 
-std::vector<CompanionFile> plainList(const std::vector<CompanionFile>& before, const CompanionFile& file)
+std::vector<CompanionFile> plainList(const std::vector<CompanionFile>& before,
+                                     const CompanionFile& file)
 {
     std::vector<CompanionFile> list = {file};
     bool hasLostItsOldEntry = false;

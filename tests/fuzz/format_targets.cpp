@@ -135,7 +135,8 @@ std::string checkDecimal(std::string_view bytes)
         number.reset();
     return Differences()
         .compare("number", std::optional<std::int64_t>(torvapdm::parseDecimal(bytes)), number)
-        .compare("number or 0", torvapdm::parseDecimalOrZero(wide), peer::parseLeadingNumberOrZero(narrow))
+        .compare("number or 0", torvapdm::parseDecimalOrZero(wide),
+                 peer::parseLeadingNumberOrZero(narrow))
         .text();
 }
 

@@ -46,7 +46,8 @@ TEST(Barrier, passesOnOnlyTheNamedException)
     EXPECT_THROW(barrierExceptFor<const std::out_of_range&>(3, outOfRange), std::out_of_range);
     EXPECT_EQ(barrierExceptFor<const std::out_of_range&>(3, throwing(std::bad_alloc())), 3);
     EXPECT_EQ(
-        barrierExceptFor<const std::out_of_range&>(3, []() -> int { throw new WatchedException; }), 3);
+        barrierExceptFor<const std::out_of_range&>(3, []() -> int { throw new WatchedException; }),
+        3);
     EXPECT_EQ(WatchedException::ended, 1);
 }
 

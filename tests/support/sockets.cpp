@@ -85,8 +85,8 @@ LineReceiver::LineReceiver()
 peer::OwnSocket LineReceiver::acceptNext() const
 {
     return peer::OwnSocket(isReadable(listening_, generousMs)
-                                    ? accept(listening_.get(), nullptr, nullptr)
-                                    : INVALID_SOCKET);
+                               ? accept(listening_.get(), nullptr, nullptr)
+                               : INVALID_SOCKET);
 }
 
 std::optional<std::string> LineReceiver::nextConnection() const
