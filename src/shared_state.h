@@ -3,7 +3,8 @@
 //
 // "UI" is the host's user-interface thread, "listener" the thread that polls the command file. A
 // value that both threads use is atomic, so that no read sees half of a write; it orders nothing
-// else. The only hand-over between the threads is the posted open message.
+// else. The pending request, in incoming/pending_request.h, is the only data passed as a whole from
+// one thread to the other.
 #pragma once
 
 #include "formats/companion_file.h"
@@ -31,7 +32,7 @@ inline std::atomic<std::uint32_t> currentZemId{noZemId};
 // A path that two threads write without a lock. Its storage never moves: two simultaneous writers
 // can mix their characters, but neither frees memory that the other uses.
 struct SharedPath {
-    std::array<wchar_t, 32768> characters{}; // the longest path that Windows opens, terminated
+    std::array<wchar_t, 32768> characters{}; // the longest path that Windows opens, null-terminated
 
     // Truncates a longer text: no such file can have been opened.
     void assign(const std::wstring& text)
@@ -60,14 +61,15 @@ inline std::int32_t ncPathNumber = -1;
 
 // False once the host has reported a save (event 5), true again after event 3.
 // Written: UI (host events). Read: UI (save).
-inline bool saveNotified = true;
+inline bool isSaveUnreported = true;
 
 // A marker that nothing reads. Written: UI (event 37 sets it; load and a save through the host
 // clear it).
 inline bool event37Seen = false;
 
-// True when event 5 is to take a screen picture. Written: UI (event 4 sets it while
-// `captureOnCloseEnabled`; events 3, 5, 6 and 52 and load clear it). Read: UI (event 5).
+// True when event 5 is to take a screen picture. Written: UI (event 4 sets it when no
+// ZEM id is set and `captureOnCloseEnabled` is on; events 3, 5, 6 and 52 and load clear it). Read:
+// UI (event 5).
 inline bool captureOnClosePending = false;
 
 } // namespace torvapdm

@@ -4,7 +4,7 @@
 namespace torvapdm {
 
 // Shows the menu at the mouse position and executes the chosen command; always 0. Framework
-// exceptions that the host raises for the setup sheet pass.
+// exceptions that the host raises for the setup sheet propagate.
 int runCommandMenu();
 
 // Starts the Companion's about box over the host's main window. Shows "TORVA ZEM is not installed."

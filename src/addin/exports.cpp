@@ -1,4 +1,4 @@
-// Exception barriers: each entry point calls one inner function and gives its default result when
+// Exception barriers: each entry point calls one inner function and returns its default result if
 // an exception ends that. m_version, importNC and renameNC call what cannot throw, and m_save what
 // has a barrier of its own.
 #include "addin/exports.h"
@@ -39,7 +39,7 @@ int m_notify(int eventCode)
         0, [&] { return reactToHostEvent(eventCode); });
 }
 
-// Quirk Q15: the framework's exceptions from the setup sheet pass to the host.
+// Quirk Q15: the framework's exceptions from the setup sheet propagate to the host.
 int m_main(int)
 {
     return barrierExceptFor<CException*>(0, runCommandMenu);
@@ -65,7 +65,8 @@ int m_tools(int)
         });
 }
 
-// Quirk Q18: the exception for an answer with a first word of fewer than three characters passes.
+// Quirk Q18: the exception for an answer with a first word of fewer than three characters
+// propagates.
 int m_load(int)
 {
     return barrierExceptFor<const std::out_of_range&>(0, runCheckoutCommand);

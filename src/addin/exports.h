@@ -1,6 +1,6 @@
 // The entry points that the host finds by name, exported undecorated by exports.def. The host calls
-// them on its user-interface thread. None reports a failure, and no exception passes but where
-// stated.
+// them on its user-interface thread. None reports a failure, and no exception propagates except
+// where noted.
 #pragma once
 
 #include <cstdint>
@@ -36,15 +36,15 @@ int m_load(int unused);
 int m_save(int unused);
 int importNCqueue();
 int importNC();
-int renameNC(); // gives 1
+int renameNC(); // returns 1
 
 // Draws the side view of a cutting tool in width x height pixels and saves it below the
 // installation folder as temp\toolimage-<image id>.bmp. Lengths are in the tool's unit, the angle
-// in degrees. Gives 0, whether or not a picture was saved.
+// in degrees. Returns 0, whether or not a picture was saved.
 int DrawTool(std::uint32_t width, std::uint32_t height, std::uint32_t toolType, double diameter,
              double cornerRadius, double tipAngle, double fluteLength, double shoulderLength,
              double overallLength, double shankDiameter, std::int32_t imageId);
 
-int TestFunction(); // asks the host for its active machine group; gives 1
+int TestFunction(); // asks the host for its active machine group; returns 1
 
 } // extern "C"

@@ -21,9 +21,11 @@ void clearCurrentFile()
     currentFilePath.clear();
 }
 
+// The meaning of the codes is the host's; of these, only 5, "saved", is known here.
+
 void onEvent3()
 {
-    saveNotified = true;
+    isSaveUnreported = true;
     clearCurrentFile();
     captureOnClosePending = false;
 }
@@ -37,7 +39,7 @@ void onEvent4()
 
 void onEvent5()
 {
-    saveNotified = false;
+    isSaveUnreported = false;
     if (isZemIdSet()) {
         saveThroughHost();
         saveToCompanion();

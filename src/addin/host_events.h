@@ -7,7 +7,7 @@ namespace torvapdm {
 // a screen picture.
 inline bool captureOnCloseEnabled = false;
 
-// Reacts to the event with this code, and ignores an unknown code. Gives 0.
+// Reacts to the event with this code, and ignores an unknown code. Returns 0.
 int reactToHostEvent(int code);
 
 } // namespace torvapdm

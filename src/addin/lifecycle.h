@@ -16,10 +16,10 @@ namespace torvapdm {
 
 // Registers the messages, creates the message window, starts the network thread and the listener
 // with its command file, and sets the property by which the Companion finds the host. A failed step
-// does not stop the next one. Gives 0.
+// does not stop the next one. Returns 0.
 int openAddIn();
 
-// Stops all of that but the network thread. Gives 0.
+// Stops all of that but the network thread. Returns 0.
 int closeAddIn();
 
 } // namespace torvapdm

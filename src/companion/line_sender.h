@@ -1,5 +1,5 @@
-// The line sender: sends notices to the Companion, each over a connection of its own to the local
-// computer's port 4559. No answer is expected.
+// The line sender: sends notices to the Companion, one per connection to the local computer's port
+// 4559. No answer is expected.
 //
 //   sendLine("TOOL-7") sends 54 4F 4F 4C 2D 37 0A
 #pragma once

@@ -5,7 +5,7 @@
 
 namespace torvapdm {
 
-// The thread function for AfxBeginThread; the parameter is unused. Gives 0.
+// The thread function for AfxBeginThread; the parameter is unused. Returns 0.
 UINT __cdecl networkThread(LPVOID);
 
 } // namespace torvapdm

@@ -16,8 +16,8 @@ std::string isNcImportEnabled(const char* key);
 // "File Open Error\n" to the standard output.
 std::wstring readWholeText(const std::wstring& path);
 
-// Has the host save the document under its current name, and gives that name; empty on failure. UI
-// thread.
+// Has the host save the document under its current name, and returns that name; empty on failure.
+// UI thread.
 std::wstring saveUnderCurrentName();
 
 // Starts the sockets library in version 2.0: 0, or its error. A successful caller ends it with

@@ -7,7 +7,7 @@
 namespace torvapdm {
 
 struct CompanionFile {
-    std::int32_t id = 0; // the Companion's number for the file or for the request that names it
+    std::int32_t id = 0; // a request id, which becomes the ZEM id of the file that it opens
     std::wstring path;
 };
 

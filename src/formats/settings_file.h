@@ -1,5 +1,5 @@
 // The lines of the Companion's settings file, each in the form identifier, "=", value. Each setting
-// is searched for by a rule of its own. No platform header.
+// has a different search rule. No platform header.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace torvapdm {
 // line's last character.
 void applySettingLine(std::string_view line, std::string_view identifier, std::string& value);
 
-// True when the line switches on the hand-over of the setup sheet with every save.
+// True when the line holds "AlwaysSaveTools=y": every save sends the setup sheet.
 bool hasAlwaysSaveTools(std::string_view line);
 
 // The key of the NC-import switch.

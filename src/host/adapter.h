@@ -1,8 +1,8 @@
-// Names of our own for the members of the host's interface that are known only by their position.
+// Our names for the members of the host's interface that are known only by their position.
 // Adapting the add-in to another release of the host's development kit means editing this file and
 // `record_adapter.h`, which names the records' fields.
 //
-// Every function passes the framework's exceptions that the host raises.
+// The framework's exceptions that the host raises propagate from every function.
 #pragma once
 
 #include "host/host.h"
@@ -39,7 +39,7 @@ inline CWnd* parentWindow(CMastercamInterface& application)
     return application.position4();
 }
 
-// Lets the host process one message of its own; false when the host is quitting.
+// Makes the host process one of its messages; false when the host is quitting.
 inline bool processOneMessage(CMastercamInterface& application)
 {
     return application.position5();

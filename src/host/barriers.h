@@ -1,5 +1,5 @@
-// Exception barriers: around the calls into the host, and for the functions that the host and
-// Windows call.
+// Calls into the host (`askHost`, `callHost`), and exception barriers for the functions that the
+// host and Windows call (`barrier`, `barrierExceptFor`).
 #pragma once
 
 #include "framework/framework.h"
@@ -12,8 +12,8 @@ namespace torvapdm {
 // and deletes the exception.
 void discard(CException* exception);
 
-// Calls the host and gives the result of `call`, or `fallback` when the host raised the framework's
-// exception, which is discarded. Other exceptions pass.
+// Calls the host and returns the result of `call`, or `fallback` when the host raised the
+// framework's exception, which is discarded. Other exceptions propagate.
 template <class Result, class Call>
 Result askHost(Result fallback, Call&& call)
 {
@@ -37,7 +37,7 @@ bool callHost(Call&& call)
         });
 }
 
-// Gives the result of `body`, or `defaultResult` when an exception ended it. Shows nothing.
+// Returns the result of `body`, or `defaultResult` when it throws. Shows nothing.
 template <class Result, class Body>
 Result barrier(Result defaultResult, Body&& body) noexcept
 {
@@ -50,7 +50,7 @@ Result barrier(Result defaultResult, Body&& body) noexcept
     return defaultResult;
 }
 
-// The same, but an exception of type `Escaping` passes to the caller.
+// The same, but an exception of type `Escaping` propagates to the caller.
 template <class Escaping, class Result, class Body>
 Result barrierExceptFor(Result defaultResult, Body&& body)
 {

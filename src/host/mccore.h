@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-// The document's name, zero-terminated unless it fills all 260 characters.
+// The document's name, null-terminated unless it fills all 260 characters.
 extern MCCORE_API wchar_t geo_filename[260];
 
 // The document's database: mark it as unchanged; whether it has changed. The first may be

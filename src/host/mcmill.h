@@ -10,8 +10,8 @@
 // True while a backplot runs.
 MCMILL_API bool BackplotActive();
 
-// Lists of the host. Code 1 with an empty name: mode 0 gives the head of the operation chain (null
-// when there is none), mode 1 hands the chain back.
+// Lists of the host. Code 1 with an empty name: mode 0 returns the head of the operation chain
+// (null when there is none), mode 1 hands the chain back.
 MCMILL_API void list_manager(long code, const wchar_t* name, short mode, operation_node** list);
 
 // The host's tools. Code 5 fills `tool` for its tool number and sets `succeeded`.

@@ -8,8 +8,8 @@ namespace torvapdm {
 // The product's name, the caption of every message box of the add-in.
 inline constexpr wchar_t productName[] = L"TORVA ZEM";
 
-// The text as the user sees it. Gives it unchanged and ignores the number: every text shown passes
-// through here, the one place for a later translation.
+// Returns the text unchanged and ignores the number. Every text that the user sees goes through
+// this function, so that a translation has one place.
 std::wstring translateText(int number, const std::wstring& text);
 
 // Shows the translated text with an OK button and waits for it. An empty caption means the

@@ -53,7 +53,7 @@ inline std::wstring nciNameOf(const operation& op)
 }
 
 // The plane's id by selector: 0 the construction plane, 1 the tool plane, 3 a third plane; any
-// other selector gives -1, the id of no plane.
+// other selector returns -1, the id of no plane.
 inline int planeIdOf(const operation& op, int selector)
 {
     switch (selector) {

@@ -37,7 +37,7 @@ std::wstring temporaryFolder()
 void closeCheckedInFile()
 {
     currentRequestId = 0;
-    currentZemId = 0;
+    currentZemId = 0; // Quirk Q4 as well.
     fileTypePrefix.clear();
     _fcloseall(); // Quirk Q19: every C stream of the process.
     callHost([] { m_fclose(nullptr, 0, nullptr); });
@@ -101,7 +101,7 @@ void loadAnsweredFile(const CheckoutCommand& command)
 
 int runCheckoutCommand()
 {
-    clearOpenRequest();
+    clearPendingRequest();
     if (!ensureCompanionRunning())
         return 0;
     const std::wstring answerFile = makeExchangeFileName();

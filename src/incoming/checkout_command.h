@@ -14,15 +14,16 @@ using CheckoutCommand = CompanionFile;
 // Throws std::out_of_range for an answer whose first word has fewer than three characters.
 int runCheckoutCommand();
 
-// The path for a new answer file; empty when the path of this second is taken.
+// The path of a new answer file, which the Companion is to write; empty when the path of this
+// second is taken.
 std::wstring makeExchangeFileName();
 
 // Reads the answer file. Always an empty text: opening the file empties it. The file stays open and
 // is deleted when the host's process ends.
 std::wstring readAnswer(const std::wstring& path);
 
-// Parses an answer and sets `fileTypePrefix`. A check-in answer also clears the Companion's current
-// file, closes the process's C streams and the document, and wakes the message window.
+// Parses an answer and sets `fileTypePrefix`. A check-in answer instead sets both ids to 0, clears
+// `fileTypePrefix`, closes the process's C streams and the document, and wakes the message window.
 //
 // Throws std::out_of_range for a first word of fewer than three characters.
 CheckoutCommand parseAnswer(const std::wstring& text);

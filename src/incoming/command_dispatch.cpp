@@ -42,7 +42,7 @@ void dispatchCommand(const std::string& text)
         break;
     case Command::Kind::open:
         currentRequestId = command.file.id;
-        parkOpenRequest(command.file);
+        postOpenRequest(command.file);
         break;
     case Command::Kind::malformed:
         break;

@@ -1,4 +1,4 @@
-// The document's name and the window title that a load gives the host. No platform header.
+// The document's name and the window title that a load sets. No platform header.
 #pragma once
 
 #include <string>

@@ -8,6 +8,8 @@
 
 namespace torvapdm {
 
+// Steps of a cycle, for the tests as well.
+
 // Creates the command file, empty. The caller owns the handle; INVALID_HANDLE_VALUE on failure.
 HANDLE createCommandFile(const std::wstring& path);
 
@@ -28,7 +30,7 @@ bool isListenerRunning();
 // the command file's. UI thread.
 void stopListener();
 
-// The thread function. Gives 0 when `listenerStopFlag` is set, or when the command file is larger
+// The thread function. Returns 0 when `listenerStopFlag` is set, or when the command file is larger
 // than a command can be: the file then stays as it is, and no further command is read.
 DWORD WINAPI listenerProcedure(LPVOID);
 

@@ -82,7 +82,8 @@ void showNameInTitle()
     SetWindowTextW(window, titleForDocument(title, hostFileName()).c_str());
 }
 
-// Gives the host's application the document's path, and returns the window to save with, or null.
+// Passes the document's path to the host's application and returns the window to save with, or
+// null.
 CWnd* announceDocument(const std::wstring& path)
 {
     CMastercamInterface* const application = findHostApplication();

@@ -15,7 +15,7 @@ LRESULT serveOpenMessage()
 {
     if (!isRequestPending() || !isHostReady())
         return 0;
-    const auto request = takeOpenRequest();
+    const auto request = takePendingRequest();
     if (!request)
         return 0;
     openFile(*request);
@@ -65,9 +65,9 @@ void closeMessageWindow()
         DestroyWindow(window);
 }
 
-void parkOpenRequest(const CompanionFile& request)
+void postOpenRequest(const CompanionFile& request)
 {
-    storeOpenRequest(request);
+    storePendingRequest(request);
     postOpenMessage();
 }
 

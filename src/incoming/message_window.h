@@ -23,7 +23,7 @@ void openMessageWindow();
 void closeMessageWindow();
 
 // Makes the open request the pending one and posts the open message. Any thread.
-void parkOpenRequest(const CompanionFile& request);
+void postOpenRequest(const CompanionFile& request);
 
 // Posts the open message, which makes the window take the pending request. Does nothing without a
 // window. Any thread.

@@ -21,10 +21,10 @@ std::unique_ptr<CompanionFile> exchange(std::unique_ptr<CompanionFile> next)
 
 } // namespace
 
-void storeOpenRequest(const CompanionFile& request)
+void storePendingRequest(const CompanionFile& request)
 {
     if (request.id == noRequestId || request.path.empty())
-        clearOpenRequest();
+        clearPendingRequest();
     else
         exchange(std::make_unique<CompanionFile>(request));
 }
@@ -34,7 +34,7 @@ bool isRequestPending()
     return slot.load() != nullptr;
 }
 
-std::optional<CompanionFile> takeOpenRequest()
+std::optional<CompanionFile> takePendingRequest()
 {
     const std::unique_ptr<CompanionFile> request = exchange(nullptr);
     if (!request)
@@ -42,7 +42,7 @@ std::optional<CompanionFile> takeOpenRequest()
     return std::move(*request);
 }
 
-void clearOpenRequest()
+void clearPendingRequest()
 {
     exchange(nullptr);
 }

@@ -1,5 +1,5 @@
 // The pending request: the open request that the host has not taken yet. The listener stores it,
-// the message window takes it.
+// the message window takes it, the check-out command clears it.
 #pragma once
 
 #include "formats/companion_file.h"
@@ -10,15 +10,15 @@ namespace torvapdm {
 
 // Stores the request in place of any earlier one. One with id -1 or an empty path counts as none.
 // Any thread.
-void storeOpenRequest(const CompanionFile& request);
+void storePendingRequest(const CompanionFile& request);
 
 // True while a request is stored. Any thread.
 bool isRequestPending();
 
-// Removes the request and gives it; empty when there is none. UI thread.
-std::optional<CompanionFile> takeOpenRequest();
+// Removes and returns the request; empty when there is none. UI thread.
+std::optional<CompanionFile> takePendingRequest();
 
 // Removes the request. Any thread.
-void clearOpenRequest();
+void clearPendingRequest();
 
 } // namespace torvapdm

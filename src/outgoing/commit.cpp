@@ -17,8 +17,8 @@ namespace torvapdm {
 
 namespace {
 
-// Quirk Q51: a document outside the installation folder is committed under the FTP server's path,
-// although the save was not redirected there.
+// Quirk Q51: a document whose name does not contain the installation folder is committed under the
+// FTP server's path, although the save was not redirected there.
 std::wstring commitFileName()
 {
     const std::wstring name = hostFileName();

@@ -19,7 +19,7 @@ namespace {
 using Entries = std::vector<std::string>;
 
 // The group with this id, or its topmost ancestor that the list knows, owned by the host; null when
-// the list does not know the id. Ids that form a circle end the search.
+// the list does not know the id. A cycle of parent ids ends the search.
 TpGroup* findTopGroup(TpGrpList& groups, int groupId)
 {
     TpGroup* group = nullptr;

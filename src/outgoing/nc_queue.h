@@ -3,13 +3,13 @@
 
 namespace torvapdm {
 
-// Writes the NC queue file of the current request, a line for each posted NC file of the part's
-// operations, and announces it to the Companion; always 0. Without operations, and when an
-// operation's group is unknown, nothing is written or announced. Framework exceptions that the host
-// raises pass.
+// Despite its name, exports: writes the NC queue file of the current request, a line for each
+// posted NC file of the part's operations, and announces it to the Companion; always 0. Without
+// operations, and when an operation's group is unknown, nothing is written or announced. Framework
+// exceptions that the host raises propagate.
 int importNcQueue();
 
-// Quirk Q56: neither does anything; the second gives 1.
+// Quirk Q56: neither does anything; the second returns 1.
 constexpr int importNcFiles()
 {
     return 0;

@@ -25,14 +25,14 @@ constexpr WPARAM hostSaveCommand = 41111;
 
 bool isDocumentUntitled()
 {
-    return currentZemId == noZemId && saveNotified && hostFileName().size() < 3;
+    return currentZemId == noZemId && isSaveUnreported && hostFileName().size() < 3;
 }
 
 // Processes the host's messages until the host reports the save; false when the host is quitting.
 // A host that raises counts as quitting, since it would raise forever.
 bool waitForSave(CMastercamInterface& application)
 {
-    while (saveNotified)
+    while (isSaveUnreported)
         if (!askHost(false, [&] { return host::processOneMessage(application); }))
             return false;
     return true;
@@ -49,7 +49,8 @@ bool nameDocument()
     return waitForSave(*application);
 }
 
-// ---- Questions and hand-over before the save ---------------------------------------------------
+// ---- Questions and the setup sheet before the save
+// ---------------------------------------------------
 
 // Quirk Q49: the host is asked for both, and the answers are not used.
 void askForNcNames()
@@ -59,7 +60,7 @@ void askForNcNames()
 }
 
 // Once for every line of the settings file that asks for it.
-void handOverSetupSheet()
+void sendSetupSheetIfWanted()
 {
     forEachSettingsLine(
         openStream(settingsFilePath(), L"r"),
@@ -71,8 +72,8 @@ void handOverSetupSheet()
 
 // ---- Saving ------------------------------------------------------------------------------------
 
-// Makes the framework's string of the document's name; false for a name of at most 3 characters.
-bool makeFrameworkName()
+// True for a document name of more than 3 characters, of which it makes the framework's string.
+bool hasLongName()
 {
     const std::wstring name = hostFileName();
     if (name.size() <= 3)
@@ -84,17 +85,17 @@ bool makeFrameworkName()
 // Quirk Q47: once the host has reported the save of a document with a longer name, this calls
 // itself forever. The call is in tail position, with nothing left to destroy, so that the compiler
 // turns it into a jump and the stack does not overflow.
-bool saveIfNotified()
+bool loopIfSaveReported()
 {
-    if (saveNotified || !makeFrameworkName())
+    if (isSaveUnreported || !hasLongName())
         return false;
-    return saveIfNotified();
+    return loopIfSaveReported();
 }
 
-bool saveUnknownDocument()
+bool checkUnknownDocument()
 {
-    saveIfNotified(); // Quirk Q48: the result is not used.
-    if (!hasDocumentChanged() || saveIfNotified())
+    loopIfSaveReported(); // Quirk Q48: the result is not used.
+    if (!hasDocumentChanged() || loopIfSaveReported())
         return true;
     showMessage(L"Failed to save file.");
     return false;
@@ -110,7 +111,7 @@ bool saveKnownDocument()
 
 bool saveDocument()
 {
-    return currentZemId == noZemId ? saveUnknownDocument() : saveKnownDocument();
+    return currentZemId == noZemId ? checkUnknownDocument() : saveKnownDocument();
 }
 
 void saveAndCommit()
@@ -118,10 +119,11 @@ void saveAndCommit()
     if (isDocumentUntitled() && !nameDocument())
         return;
     askForNcNames();
-    handOverSetupSheet();
+    sendSetupSheetIfWanted();
     if (!ensureCompanionRunning() || !saveDocument())
         return;
     takeScreenCapture();
+    // The id under which the Companion sent the file, 0 after a check-in.
     currentZemId = static_cast<std::uint32_t>(currentRequestId);
     commitDocument();
 }

@@ -4,7 +4,8 @@
 namespace torvapdm {
 
 // Has the host write "\commit\screendump.bmp" below the installation folder, in place of an earlier
-// one. The host's failures and framework exceptions are ignored; other exceptions pass.
+// one. The host's failures and framework exceptions are ignored; other exceptions
+// propagate.
 void takeScreenCapture();
 
 } // namespace torvapdm

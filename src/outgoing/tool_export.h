@@ -10,7 +10,7 @@
 namespace torvapdm {
 
 // Writes the tool data file of the current request, a tool record for each operation, sorted and
-// without duplicates, and announces it. A part without operations gives an empty file. Nothing is
+// without duplicates, and announces it. A part without operations makes an empty file. Nothing is
 // written or announced when a plane or the part's first operation is unknown, when a record is too
 // long, or when the host raises instead of giving its operation chain; an earlier file stays then.
 // Nothing is announced when the file cannot be opened.

@@ -46,7 +46,7 @@ public:
     explicit operator bool() const { return handle_ != nullptr; }
     HANDLE get() const { return handle_; }
 
-    // Gives the handle up to the caller.
+    // Releases ownership to the caller.
     HANDLE release() { return std::exchange(handle_, nullptr); }
 
 private:

@@ -12,7 +12,7 @@ constexpr int farthestPixel = (1 << 27) - 1;
 int truncated(double value);
 
 // `low` when the value is below it, else `high` when it is above that, else the value. Defined also
-// when `low` is above `high`: a value below `low` then gives `low`, any other gives `high`.
+// when `low` is above `high`: a value below `low` then becomes `low`, any other `high`.
 int clampInt(int value, int low, int high);
 
 // The angle in radians.

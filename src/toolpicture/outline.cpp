@@ -35,7 +35,7 @@ void lineTo(Moves& moves, int x, int y)
     moves.push_back({Kind::lineTo, {x, y}, {}, {}, {}, {}});
 }
 
-// Gives the row in which it ends.
+// Returns the row in which it ends.
 int drawCap(Moves& moves, const ToolGeometry& at)
 {
     const int left = at.centreColumn - at.capHalf;
@@ -45,7 +45,7 @@ int drawCap(Moves& moves, const ToolGeometry& at)
     return capHeight;
 }
 
-// Each of the following starts in row y and gives the row in which it ends.
+// Each of the following starts in row y and returns the row in which it ends.
 
 int drawShank(Moves& moves, const ToolDimensions& tool, const ToolGeometry& at, int y)
 {
@@ -137,7 +137,7 @@ void drawEnd(Moves& moves, const ToolDimensions& tool, const ToolGeometry& at)
         drawRoundCorner(moves, tool, at);
 }
 
-// Gives the row of the tip.
+// Returns the row of the tip.
 int drawFlutesAndTip(Moves& moves, const ToolDimensions& tool, const ToolGeometry& at, int y)
 {
     if (tool.isPointed)

@@ -41,7 +41,7 @@ ScreenContext openScreenContext();
 // A surface of this size, compatible with the screen; without a context on failure.
 PictureSurface openSurface(const ScreenContext& screen, int width, int height);
 
-// Gives the surface's bitmap after destroying its context.
+// Returns the surface's bitmap after destroying its context.
 Bitmap takeBitmap(PictureSurface surface);
 
 // Fills the rectangle, without its right column and bottom row, with exactly this colour.

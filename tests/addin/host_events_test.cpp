@@ -24,7 +24,7 @@ protected:
     {
         AddInState::setZemId(values.zemId);
         AddInState::setFilePath(values.filePath);
-        AddInState::setSaveNotified(values.notified);
+        AddInState::setSaveUnreported(values.notified);
         AddInState::setEvent37Seen(values.event37);
         AddInState::setCaptureOnCloseEnabled(values.captureEnabled);
         AddInState::setCaptureOnClosePending(values.capturePending);
@@ -33,7 +33,7 @@ protected:
     {
         EXPECT_EQ(AddInState::zemId(), values.zemId);
         EXPECT_EQ(AddInState::filePath(), values.filePath);
-        EXPECT_EQ(AddInState::saveNotified(), values.notified);
+        EXPECT_EQ(AddInState::isSaveUnreported(), values.notified);
         EXPECT_EQ(AddInState::event37Seen(), values.event37);
         EXPECT_EQ(AddInState::captureOnCloseEnabled(), values.captureEnabled);
         EXPECT_EQ(AddInState::captureOnClosePending(), values.capturePending);
@@ -104,7 +104,7 @@ TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
     EXPECT_EQ(lines[0], LR"(ui CFile_DoFileSave("C:\nowhere\a.mcam", main, false, true) -> false)");
     EXPECT_EQ(lines[1], L"ui CMastercamView.position0()");
     EXPECT_EQ(lines[2], L"ui CMastercamInterface.position3()");
-    EXPECT_FALSE(AddInState::saveNotified());
+    EXPECT_FALSE(AddInState::isSaveUnreported());
     EXPECT_FALSE(AddInState::event37Seen());
     EXPECT_FALSE(AddInState::captureOnClosePending());
 }

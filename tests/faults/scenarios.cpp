@@ -70,7 +70,7 @@ void withOpenRequest(FaultWorld& world)
     pumpMessages(); // what an earlier run has posted
     world.reset();
     writeBytes(world.path(L"temp\\mcsettings-17.txt"), "17|3|0|C:\\Machines\\Mill.mcam-mmd\r\n");
-    parkOpenRequest({5, world.part()});
+    postOpenRequest({5, world.part()});
 }
 
 void withReaderWanted(FaultWorld& world)
@@ -117,7 +117,7 @@ void deliverOpenMessage(FaultWorld&)
 void saveUntitled(FaultWorld&)
 {
     const UINT_PTR timer = SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR, DWORD) {
-        if (AddInState::zemId() == noZemId && AddInState::saveNotified())
+        if (AddInState::zemId() == noZemId && AddInState::isSaveUnreported())
             m_notify(5);
     });
     m_save(0);

@@ -97,7 +97,7 @@ void FaultWorld::reset()
     standin::setState("nc_prefix", path(L"tmp\\"));
     standin::setState("nc_suffix", L".NC");
     standin::setState("setup_sheet_files", path(L"tmp\\sheet.xml"));
-    clearOpenRequest();
+    clearPendingRequest();
     AddInState::reset();
     AddInState::setRequestId(17);
     AddInState::setZemId(5);

@@ -156,7 +156,7 @@ TEST_F(Checkout, startsARunningCompanionOnce)
 
 TEST_F(Checkout, clearsThePendingRequestFirst)
 {
-    parkOpenRequest({5, L"C:\\a.mcam"});
+    postOpenRequest({5, L"C:\\a.mcam"});
     m_load(0); // the Companion is missing
     EXPECT_FALSE(isRequestPending());
 }

@@ -76,7 +76,7 @@ TEST_F(MessageWindow, returnsZeroWithoutARequest)
 TEST_F(MessageWindow, opensThePendingRequestOnce)
 {
     const std::wstring part = makePart();
-    parkOpenRequest({12, part});
+    postOpenRequest({12, part});
     EXPECT_TRUE(isRequestPending());
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
@@ -87,13 +87,13 @@ TEST_F(MessageWindow, opensThePendingRequestOnce)
 
 TEST_F(MessageWindow, isNotifiedByAPostedMessage)
 {
-    parkOpenRequest({12, makePart()});
+    postOpenRequest({12, makePart()});
     EXPECT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
 }
 
 TEST_F(MessageWindow, waitsWhileTheHostIsDisabled)
 {
-    parkOpenRequest({12, makePart()});
+    postOpenRequest({12, makePart()});
     standin::setState("main_window_enabled", L"false");
     EXPECT_FALSE(isHostReady());
     EXPECT_EQ(sendOpenMessage(), 0);
@@ -107,7 +107,7 @@ TEST_F(MessageWindow, waitsWhileTheHostIsDisabled)
 
 TEST_F(MessageWindow, waitsDuringABackplot)
 {
-    parkOpenRequest({12, makePart()});
+    postOpenRequest({12, makePart()});
     standin::setState("backplot", L"true");
     EXPECT_FALSE(isHostReady());
     EXPECT_EQ(sendOpenMessage(), 0);
@@ -118,7 +118,7 @@ TEST_F(MessageWindow, waitsDuringABackplot)
 
 TEST_F(MessageWindow, waitsWhenTheBackplotIsUnknown)
 {
-    parkOpenRequest({12, makePart()});
+    postOpenRequest({12, makePart()});
     standin::raiseNext("BackplotActive");
     EXPECT_EQ(sendOpenMessage(), 0);
     EXPECT_TRUE(isRequestPending());
@@ -128,7 +128,7 @@ TEST_F(MessageWindow, waitsWhenTheBackplotIsUnknown)
 
 TEST_F(MessageWindow, takesARequestItCannotOpen)
 {
-    parkOpenRequest({12, installation.path(L"missing.mcam")});
+    postOpenRequest({12, installation.path(L"missing.mcam")});
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
     EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
@@ -140,22 +140,22 @@ TEST_F(MessageWindow, keepsARequestThatArrivesMeanwhile)
     const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
         if (code == HCBT_ACTIVATE && AddInState::requestId() != 2) {
             AddInState::setRequestId(2);
-            parkOpenRequest({2, L"C:\\next.mcam"});
+            postOpenRequest({2, L"C:\\next.mcam"});
         }
         return CallNextHookEx(nullptr, code, window, l);
     };
-    parkOpenRequest({1, installation.path(L"missing.mcam")});
+    postOpenRequest({1, installation.path(L"missing.mcam")});
     const HHOOK hook = SetWindowsHookExW(WH_CBT, parkNext, nullptr, GetCurrentThreadId());
     EXPECT_EQ(sendOpenMessage(), 1);
     UnhookWindowsHookEx(hook);
-    const auto request = takeOpenRequest();
+    const auto request = takePendingRequest();
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->id, 2);
 }
 
 TEST_F(MessageWindow, leavesOtherMessagesToTheDefault)
 {
-    parkOpenRequest({12, makePart()});
+    postOpenRequest({12, makePart()});
     SendMessageW(AddInState::messageWindow(), WM_MOVE, 0, 0);
     SendMessageW(AddInState::messageWindow(), AddInState::commitMessage(), 0, 0);
     SendMessageW(AddInState::messageWindow(), AddInState::getCheckedOutMessage(), 0, 0);
@@ -170,7 +170,7 @@ TEST_F(MessageWindow, isForgottenWhenClosed)
 {
     SendMessageW(AddInState::messageWindow(), WM_CLOSE, 0, 0);
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
-    parkOpenRequest({12, makePart()}); // stays pending; nothing is posted anywhere
+    postOpenRequest({12, makePart()}); // stays pending; nothing is posted anywhere
     pumpMessages();
     EXPECT_TRUE(isRequestPending());
 }
@@ -179,7 +179,7 @@ TEST_F(MessageWindow, ignoresAnotherWindowsMessage)
 {
     const HWND other = CreateWindowExW(0, hostInstanceName.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0,
                                        10, 10, nullptr, nullptr, nullptr, nullptr);
-    parkOpenRequest({12, makePart()});
+    postOpenRequest({12, makePart()});
     EXPECT_EQ(SendMessageW(other, AddInState::openMessage(), 0, 0), 0);
     EXPECT_TRUE(isRequestPending());
     DestroyWindow(other);
@@ -188,23 +188,23 @@ TEST_F(MessageWindow, ignoresAnotherWindowsMessage)
 TEST_F(MessageWindow, holdsOnlyTheLatestRequest)
 {
     const std::wstring second = makePart(L"second.mcam");
-    parkOpenRequest({1, makePart(L"first.mcam")});
-    parkOpenRequest({2, second});
-    const auto request = takeOpenRequest();
+    postOpenRequest({1, makePart(L"first.mcam")});
+    postOpenRequest({2, second});
+    const auto request = takePendingRequest();
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->id, 2);
     EXPECT_EQ(request->path, second);
-    EXPECT_FALSE(takeOpenRequest().has_value());
+    EXPECT_FALSE(takePendingRequest().has_value());
 }
 
 TEST_F(MessageWindow, ignoresIdMinusOneAndEmptyPaths)
 {
-    parkOpenRequest({-1, L"C:\\a.mcam"});
+    postOpenRequest({-1, L"C:\\a.mcam"});
     EXPECT_FALSE(isRequestPending());
-    parkOpenRequest({5, L""});
+    postOpenRequest({5, L""});
     EXPECT_FALSE(isRequestPending());
-    parkOpenRequest({5, L"C:\\a.mcam"});
+    postOpenRequest({5, L"C:\\a.mcam"});
     EXPECT_TRUE(isRequestPending());
-    clearOpenRequest();
+    clearPendingRequest();
     EXPECT_FALSE(isRequestPending());
 }

@@ -197,7 +197,7 @@ TEST_F(Save, savesCapturesAndCommits)
     EXPECT_EQ(commits(), 1u);
     EXPECT_EQ(listener.nextConnection(), "ZEMID=17|" + toUtf8(name) + "\n");
     EXPECT_EQ(AddInState::zemId(), 17u);
-    EXPECT_TRUE(AddInState::saveNotified());
+    EXPECT_TRUE(AddInState::isSaveUnreported());
 }
 
 TEST_F(Save, commitsAnUnchangedUnknownDocument)
@@ -222,7 +222,7 @@ TEST_F(Save, refusesAnUnknownChangedDocument)
 TEST_F(Save, refusesAShortNamedChange)
 {
     runCompanion();
-    AddInState::setSaveNotified(false);
+    AddInState::setSaveUnreported(false);
     standin::setState("geo_filename", L"abc");
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()})); // unchanged: goes on
@@ -527,7 +527,7 @@ TEST_F(SaveUntitled, endsOnAMessageLoopException)
 
 TEST_F(SaveUntitled, needsNoCommandAfterAReportedSave)
 {
-    AddInState::setSaveNotified(false);
+    AddInState::setSaveUnreported(false);
     standin::saveDialogNext(L"abc"); // would be taken
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
@@ -547,7 +547,7 @@ TEST_F(Save, restartsInsideAReportedSave)
     EXPECT_EQ(newTrace(), expected);
     EXPECT_EQ(commits(), 2u);
     EXPECT_EQ(AddInState::zemId(), 17u);
-    EXPECT_FALSE(AddInState::saveNotified());
+    EXPECT_FALSE(AddInState::isSaveUnreported());
 }
 
 TEST_F(SaveUntitled, asksForTheInterfaceFirst)
@@ -560,7 +560,7 @@ TEST_F(SaveUntitled, asksForTheInterfaceFirst)
 
 TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 {
-    parkOpenRequest({12, name});
+    postOpenRequest({12, name});
     reportTheNextSave(); // the one that ends the loading, when no id is known yet
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
@@ -572,7 +572,7 @@ TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 
 TEST_F(SaveInterrupted, commitsAnOpenedDocumentTwice)
 {
-    parkOpenRequest({12, name});
+    postOpenRequest({12, name});
     callFromLoop([] { return AddInState::zemId() != noZemId; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();

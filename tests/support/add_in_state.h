@@ -31,8 +31,8 @@ struct AddInState {
     static std::int32_t secondSettingsNumber() { return torvapdm::secondSettingsNumber; }
     static void setSecondSettingsNumber(std::int32_t n) { torvapdm::secondSettingsNumber = n; }
 
-    static bool saveNotified() { return torvapdm::saveNotified; }
-    static void setSaveNotified(bool is) { torvapdm::saveNotified = is; }
+    static bool isSaveUnreported() { return torvapdm::isSaveUnreported; }
+    static void setSaveUnreported(bool is) { torvapdm::isSaveUnreported = is; }
     static bool event37Seen() { return torvapdm::event37Seen; }
     static void setEvent37Seen(bool is) { torvapdm::event37Seen = is; }
     static bool captureOnCloseEnabled() { return torvapdm::captureOnCloseEnabled; }
