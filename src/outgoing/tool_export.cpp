@@ -138,7 +138,7 @@ std::optional<std::wstring> getPlaneName(const operation& op, int selector)
         PlaneBase* const plane = Planes.GetPlanePtrByID(id);
         if (!plane)
             return std::nullopt;
-        return plane->GetName().GetString();
+        return std::wstring(plane->GetName().GetString());
     });
 }
 
