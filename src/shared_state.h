@@ -2,7 +2,7 @@
 // thread. All are constant-initialised, and no lock protects them. No platform header.
 //
 // "UI" is the host's user-interface thread, "listener" the thread that polls the command file. A
-// value that both threads use is atomic, so that no read sees half of a write; it orders nothing
+// number that both threads use is atomic, so that no read sees half of a write; it orders nothing
 // else. The pending request, in incoming/pending_request.h, is the only data passed as a whole from
 // one thread to the other.
 #pragma once

@@ -1,6 +1,6 @@
 // Exception barriers: each entry point calls one inner function and returns its default result if
-// an exception ends that. m_version, importNC and renameNC call what cannot throw, and m_save what
-// has a barrier of its own.
+// an exception ends it; m_main and m_load let one type of exception propagate. m_version, importNC
+// and renameNC call what cannot throw, and m_save what has a barrier of its own.
 #include "addin/exports.h"
 
 #include "addin/command_menu.h"

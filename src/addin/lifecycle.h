@@ -3,7 +3,7 @@
 
 #include "framework/framework.h"
 
-// The add-in's only class; its one instance lives from the library's load to its unload.
+// The application object. Its one instance lives from the library's load to its unload.
 class CtorvapdmApp : public CWinApp {
 public:
     CtorvapdmApp() = default;

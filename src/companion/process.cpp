@@ -36,8 +36,8 @@ HWND waitForCompanionWindow()
 
 bool isCompanionRunning()
 {
-    const OwnHandle semaphore(
-        OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, companionSemaphoreName.c_str()));
+    const OwnHandle semaphore =
+        ownHandle(OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, companionSemaphoreName.c_str()));
     // Access denied: the semaphore exists and belongs to another user.
     return semaphore || GetLastError() == ERROR_ACCESS_DENIED;
 }

@@ -1,7 +1,7 @@
 // The Companion's process: whether it runs, starting it, finding and raising its window. UI thread.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows_api.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // Functions that nothing calls in this release. README.md lists them.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows_api.h"
 
 #include <string>
 

@@ -17,7 +17,7 @@ std::string formatNcQueueNotice(const std::string& queueFile)
     return "IMPORTNCQUEUE|" + queueFile;
 }
 
-// Quirk Q22: there is no separator between the first two words, and the notice carries one file.
+// Quirk Q22: there is no separator between the first two words.
 std::wstring formatSetupSheetNotice(std::int32_t requestId, const std::wstring& sheet)
 {
     return L"MCAMXMLIMPORT"

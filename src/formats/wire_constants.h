@@ -15,7 +15,7 @@ inline constexpr std::wstring_view screenPictureFile = L"\\commit\\screendump.bm
 inline constexpr std::wstring_view companionProgram = L"\\TORVA-ZEM.exe";
 
 // A number and an extension follow: the host's process id, the Companion's process id, the request
-// id (four times), the image id, the tool number.
+// id (three times), the image id, the tool number.
 inline constexpr std::wstring_view commandFilePrefix = L"\\temp\\mastercam-";
 inline constexpr std::wstring_view commitFilePrefix = L"\\temp\\torvapdm-";
 inline constexpr std::wstring_view machineSettingsPrefix = L"\\temp\\mcsettings-";

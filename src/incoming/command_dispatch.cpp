@@ -4,7 +4,6 @@
 #include "host/barriers.h"
 #include "host/host.h"
 #include "incoming/message_window.h"
-#include "incoming/pending_request.h"
 #include "shared_state.h"
 
 namespace torvapdm {

@@ -1,10 +1,9 @@
-// The values that several units of this component share: for each, who writes it, who reads it and
-// on which thread. "UI" and "listener" are the threads of shared_state.h.
+// The values that this component keeps: for each, who writes it, who reads it and on which thread.
+// "UI" and "listener" are the threads of shared_state.h.
 #pragma once
 
 #include "shared_state.h"
-
-#include <windows.h>
+#include "platform/windows_api.h"
 
 #include <atomic>
 #include <string>
@@ -39,7 +38,7 @@ inline HANDLE listenerThread = nullptr;
 // Quirk Q9: nothing resets it, so the listener of an m_open after an m_close ends at once.
 inline std::atomic<unsigned char> listenerStopFlag{0};
 
-// The first three characters of a check-out answer, "CAD" for a file of a CAD system.
+// The first three characters of a check-out answer's first word, "CAD" for a file of a CAD system.
 // Written: UI (check-out command). Read: UI (load, machine settings).
 inline std::wstring fileTypePrefix;
 

@@ -2,7 +2,7 @@
 // empty, from m_open to m_close; it is deleted with its handle.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows_api.h"
 
 #include <string>
 

@@ -3,8 +3,7 @@
 #pragma once
 
 #include "formats/companion_file.h"
-
-#include <windows.h>
+#include "platform/windows_api.h"
 
 namespace torvapdm {
 

@@ -21,7 +21,7 @@ namespace {
 // FTP server's path, although the save was not redirected there.
 std::wstring commitFileName()
 {
-    const std::wstring name = hostFileName();
+    std::wstring name = hostFileName();
     const std::wstring folder = getInstallationFolder();
     if (name.find(folder) != std::wstring::npos || !isSettingOn("UseFtpServer"))
         return name;
@@ -32,7 +32,7 @@ OwnHandle openCommitFile(HWND companionWindow)
 {
     DWORD processId = 0;
     GetWindowThreadProcessId(companionWindow, &processId);
-    return OwnHandle(CreateFileW(commitFilePath(processId).c_str(), GENERIC_READ | GENERIC_WRITE,
+    return ownHandle(CreateFileW(commitFilePath(processId).c_str(), GENERIC_READ | GENERIC_WRITE,
                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                  OPEN_ALWAYS, 0, nullptr));
 }
@@ -52,9 +52,9 @@ void appendLocked(HANDLE file, const std::string& record)
     UnlockFile(file, end, static_cast<DWORD>(endHigh), length, 0);
 }
 
-bool appendCommitRecord(HWND companionWindow, std::uint32_t zemId, const std::wstring& name)
+// False when the commit file cannot be opened. It is closed again before the notice is sent.
+bool appendCommitRecord(HWND companionWindow, const std::string& record)
 {
-    const std::string record = formatCommitRecord(zemId, name);
     const OwnHandle file = openCommitFile(companionWindow);
     if (!file)
         return false;
@@ -62,15 +62,20 @@ bool appendCommitRecord(HWND companionWindow, std::uint32_t zemId, const std::ws
     return true;
 }
 
-bool deliver(std::uint32_t zemId, const std::wstring& name)
+bool recordCommit(HWND companionWindow, const std::wstring& name)
 {
-    const HWND companionWindow = findCompanionWindow();
-    if (!companionWindow)
-        return launchCompanion(formatCommitArguments(zemId, name), true);
-    if (!appendCommitRecord(companionWindow, zemId, name))
+    const std::uint32_t zemId = currentZemId; // once, since the listener can change it
+    if (!appendCommitRecord(companionWindow, formatCommitRecord(zemId, name)))
         return false;
     sendLine(formatCommitNotice(zemId, toNarrowByRuntime(name)));
     return true;
+}
+
+bool deliver(const std::wstring& name)
+{
+    if (const HWND companionWindow = findCompanionWindow())
+        return recordCommit(companionWindow, name);
+    return launchCompanion(formatCommitArguments(currentZemId, name), true);
 }
 
 } // namespace
@@ -79,7 +84,7 @@ bool commitDocument()
 {
     if (!ensureCompanionRunning())
         return false;
-    const bool isDelivered = deliver(currentZemId, commitFileName());
+    const bool isDelivered = deliver(commitFileName());
     if (!isDelivered)
         showMessage(L"Failed to commit file to ZEM.");
     return isDelivered;

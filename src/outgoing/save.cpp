@@ -59,7 +59,7 @@ void askForNcNames()
     callHost([] { TpMainGrpMgr.GetMainGrpList(); });
 }
 
-// Once for every line of the settings file that asks for it.
+// Quirk Q50: once for every line of the settings file that asks for it.
 void sendSetupSheetIfWanted()
 {
     forEachSettingsLine(

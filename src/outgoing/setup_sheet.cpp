@@ -14,6 +14,7 @@ void sendSetupSheet()
     RunSetupSheetOnSelectedOpsWithoutUI(producedFiles);
     if (producedFiles.GetSize() == 0)
         return;
+    // Quirk Q22: the other files are ignored.
     const std::wstring firstFile = producedFiles.GetAt(0).GetString();
     sendLine(toNarrow(formatSetupSheetNotice(currentRequestId, firstFile), CP_THREAD_ACP));
 }

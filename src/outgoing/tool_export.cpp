@@ -131,7 +131,7 @@ operation* firstMainOperation()
 std::optional<std::wstring> getPlaneName(const operation& op, int selector)
 {
     const int id = host::planeIdOf(op, selector);
-    const std::optional<std::wstring> noName(std::in_place);
+    std::optional<std::wstring> noName(std::in_place);
     if (id == -1)
         return noName;
     return askHost(noName, [id]() -> std::optional<std::wstring> {

@@ -46,7 +46,6 @@ std::vector<std::string> findFileNames(const std::string& pattern)
 OwnFile openStream(const std::wstring& path, const wchar_t* mode)
 {
     FILE* stream = nullptr;
-    // The function leaves the stream undefined when it reports an error.
     return OwnFile(_wfopen_s(&stream, path.c_str(), mode) == 0 ? stream : nullptr);
 }
 

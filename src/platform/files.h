@@ -1,12 +1,11 @@
 // Files: whether one exists, which names match a pattern, and the owners of streams and handles.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows_api.h"
 
 #include <cstdio>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace torvapdm {
@@ -28,29 +27,17 @@ using OwnFile = std::unique_ptr<FILE, StreamCloser>;
 // Opens a stream in a mode of _wfopen_s; null when the file cannot be opened.
 OwnFile openStream(const std::wstring& path, const wchar_t* mode);
 
-// The handle of a kernel object, closed with its owner. INVALID_HANDLE_VALUE becomes null, so that
-// there is one empty value.
-class OwnHandle {
-public:
-    explicit OwnHandle(HANDLE handle) : handle_(handle == INVALID_HANDLE_VALUE ? nullptr : handle)
-    {
-    }
-    ~OwnHandle()
-    {
-        if (handle_)
-            CloseHandle(handle_);
-    }
-    OwnHandle(const OwnHandle&) = delete;
-    OwnHandle& operator=(const OwnHandle&) = delete;
-
-    explicit operator bool() const { return handle_ != nullptr; }
-    HANDLE get() const { return handle_; }
-
-    // Releases ownership to the caller.
-    HANDLE release() { return std::exchange(handle_, nullptr); }
-
-private:
-    HANDLE handle_;
+struct HandleCloser {
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
+
+// The handle of a kernel object, closed with its owner; null when there is none.
+using OwnHandle = std::unique_ptr<void, HandleCloser>;
+
+// Takes ownership of a handle; INVALID_HANDLE_VALUE becomes null.
+inline OwnHandle ownHandle(HANDLE handle)
+{
+    return OwnHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+}
 
 } // namespace torvapdm

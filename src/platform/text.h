@@ -1,7 +1,7 @@
 // Conversions from UTF-16 to 8-bit text.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows_api.h"
 
 #include <string>
 
