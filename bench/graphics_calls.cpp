@@ -85,7 +85,7 @@ template <class Function>
 void lead(Function* recorder, const char* name, bool toRecorder)
 {
     Function* const real = systems(recorder, name);
-    standin::leadImports(GetModuleHandleW(nullptr), toRecorder ? real : recorder,
+    standin::redirectImports(GetModuleHandleW(nullptr), toRecorder ? real : recorder,
                          toRecorder ? recorder : real);
 }
 

@@ -107,7 +107,7 @@ Rows latencyRows()
     putPart(1);
     hostsDoFileOpen = &DoFileOpen;
     const HMODULE program = GetModuleHandleW(nullptr);
-    standin::leadImports(program, hostsDoFileOpen, &noteDoFileOpen);
+    standin::redirectImports(program, hostsDoFileOpen, &noteDoFileOpen);
     torvapdm::openAddIn();
     require(testing_support::AddInState::messageWindow() != nullptr,
             "the add-in has its message window");
@@ -115,7 +115,7 @@ Rows latencyRows()
     torvapdm::closeAddIn();
     testing_support::AddInState::allowListener();
     UnregisterClassW(torvapdm::hostInstanceName.c_str(), nullptr);
-    standin::leadImports(program, &noteDoFileOpen, hostsDoFileOpen);
+    standin::redirectImports(program, &noteDoFileOpen, hostsDoFileOpen);
     return {row("request to DoFileOpen", middleOf(latencies.ours), middleOf(latencies.bare), {}),
             row("request to DoFileOpen, 95th percentile", percentileOf(latencies.ours),
                 percentileOf(latencies.bare), limitMs)};

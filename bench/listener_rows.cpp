@@ -35,7 +35,7 @@ void WINAPI countWait(DWORD)
 void leadSleep(bool toCounter)
 {
     const auto real = testing_support::systems(&countWait, "Sleep");
-    standin::leadImports(GetModuleHandleW(nullptr), toCounter ? real : &countWait,
+    standin::redirectImports(GetModuleHandleW(nullptr), toCounter ? real : &countWait,
                          toCounter ? &countWait : real);
 }
 

@@ -1,1 +1,1 @@
-// A target of its own for the headers that the stand-ins have compiled beforehand.
+// A separate target for the stand-ins' precompiled headers.

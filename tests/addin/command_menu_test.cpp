@@ -168,7 +168,7 @@ TEST_F(CommandMenu, ignoresNumbersWithoutACommand)
 {
     recordCompanionStarts(installation);
     // In place of the host's own, in which a title cannot be chosen.
-    standin::leadImports(GetModuleHandleW(nullptr), &TrackPopupMenu, &choosingPopupMenu);
+    standin::redirectImports(GetModuleHandleW(nullptr), &TrackPopupMenu, &choosingPopupMenu);
     for (const UINT id : {0xF0AD4F01u, 0xF0AD4F00u, 0xF0AD4F06u, 0xF0AD4F1Au, 1u, 0xFFFFFFFFu}) {
         chosenId = id;
         EXPECT_EQ(m_main(0), 0);

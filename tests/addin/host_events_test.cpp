@@ -49,19 +49,19 @@ constexpr Values none = {.zemId = 0xFFFFFFFF, .filePath = L""};
 
 } // namespace
 
-TEST_F(HostEvents, startWithEverySwitchAsDeclared)
+TEST_F(HostEvents, startWithTheDeclaredFlags)
 {
     expect(none);
 }
 
-TEST_F(HostEvents, threeForgetsTheFile)
+TEST_F(HostEvents, event3ClearsTheFile)
 {
     set({.notified = false, .capturePending = true});
     EXPECT_EQ(m_notify(3), 0);
     expect(none);
 }
 
-TEST_F(HostEvents, fourDoesNothingWhileSwitchedOff)
+TEST_F(HostEvents, event4DoesNothingWhileDisabled)
 {
     EXPECT_EQ(m_notify(4), 0);
     expect(none);
@@ -70,7 +70,7 @@ TEST_F(HostEvents, fourDoesNothingWhileSwitchedOff)
     expect({});
 }
 
-TEST_F(HostEvents, fourRequestsAPictureOnceSwitchedOn)
+TEST_F(HostEvents, event4RequestsAPictureWhenEnabled)
 {
     Values on = none;
     on.captureEnabled = true;
@@ -84,7 +84,7 @@ TEST_F(HostEvents, fourRequestsAPictureOnceSwitchedOn)
     expect({.captureEnabled = true});
 }
 
-TEST_F(HostEvents, fiveClearsTheFlagsWithoutAFile)
+TEST_F(HostEvents, event5ClearsTheFlagsWithoutAFile)
 {
     set(none);
     EXPECT_EQ(m_notify(5), 0);
@@ -94,7 +94,7 @@ TEST_F(HostEvents, fiveClearsTheFlagsWithoutAFile)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
+TEST_F(HostEvents, event5SavesAKnownFile)
 {
     standin::setState("geo_filename", L"C:\\nowhere\\a.mcam");
     set({.event37 = true, .capturePending = true});
@@ -109,7 +109,7 @@ TEST_F(HostEvents, fiveSavesAKnownFileThroughTheHost)
     EXPECT_FALSE(AddInState::captureOnClosePending());
 }
 
-TEST_F(HostEvents, fiveClearsThePictureOnException)
+TEST_F(HostEvents, event5ClearsThePictureOnException)
 {
     installation.endStandardInput();
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
@@ -122,7 +122,7 @@ TEST_F(HostEvents, fiveClearsThePictureOnException)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostEvents, fiveTakesAPendingPicture)
+TEST_F(HostEvents, event5TakesAPendingPicture)
 {
     Values pending = none;
     pending.capturePending = true;
@@ -133,7 +133,7 @@ TEST_F(HostEvents, fiveTakesAPendingPicture)
     EXPECT_TRUE(readBytes(installation.path(L"commit\\screendump.bmp")).has_value());
 }
 
-TEST_F(HostEvents, fiveSurvivesAFailingPicture)
+TEST_F(HostEvents, event5SurvivesAFailingPicture)
 {
     Values pending = none;
     pending.capturePending = true;
@@ -144,7 +144,7 @@ TEST_F(HostEvents, fiveSurvivesAFailingPicture)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(HostEvents, sixAnd52ForgetTheFile)
+TEST_F(HostEvents, events6And52ClearTheFile)
 {
     for (const int code : {6, 52}) {
         set({.notified = false, .event37 = true, .capturePending = true});
@@ -156,7 +156,7 @@ TEST_F(HostEvents, sixAnd52ForgetTheFile)
     }
 }
 
-TEST_F(HostEvents, thirtySevenOnlyMarksItself)
+TEST_F(HostEvents, event37SetsOnlyItsFlag)
 {
     set({.capturePending = true});
     EXPECT_EQ(m_notify(37), 0);

@@ -82,16 +82,16 @@ void WINAPI stickingSleep(DWORD milliseconds)
 // Closes the add-in and gives the calls that this took.
 Calls callsOfClosing()
 {
-    leadCalls(&WaitForSingleObject, "WaitForSingleObject", &notedWait);
-    leadCalls(&TerminateThread, "TerminateThread", &notedTerminate);
-    leadCalls(&CloseHandle, "CloseHandle", &notedClose);
+    redirectCalls(&WaitForSingleObject, "WaitForSingleObject", &notedWait);
+    redirectCalls(&TerminateThread, "TerminateThread", &notedTerminate);
+    redirectCalls(&CloseHandle, "CloseHandle", &notedClose);
     EXPECT_EQ(m_close(0), 0);
     return closingCalls;
 }
 
 } // namespace
 
-TEST_F(Lifecycle, startsEverythingAndShowsNothing)
+TEST_F(Lifecycle, startsWithoutMessageBox)
 {
     EXPECT_EQ(m_open(0), 0);
     EXPECT_NE(AddInState::openMessage(), 0u);
@@ -107,7 +107,7 @@ TEST_F(Lifecycle, startsEverythingAndShowsNothing)
     m_close(0);
 }
 
-TEST_F(Lifecycle, stopsEverythingAndShowsNothing)
+TEST_F(Lifecycle, stopsWithoutMessageBox)
 {
     m_open(0);
     const HWND window = AddInState::messageWindow();
@@ -197,7 +197,7 @@ TEST_F(Lifecycle, emptiesAnExistingCommandFile)
 
 TEST_F(Lifecycle, terminatesAStuckListener)
 {
-    leadCalls(&Sleep, "Sleep", &stickingSleep);
+    redirectCalls(&Sleep, "Sleep", &stickingSleep);
     m_open(0);
     HANDLE thread = nullptr;
     ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), AddInState::listenerThread(),
@@ -218,7 +218,7 @@ TEST_F(Lifecycle, canBeClosedUnopened)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
-TEST_F(Lifecycle, answersTheVersionQuestion)
+TEST_F(Lifecycle, returnsTheInterfaceVersion)
 {
     EXPECT_EQ(m_version(2150), 2150);
     EXPECT_EQ(m_version(2200), 2100);
@@ -234,7 +234,7 @@ TEST_F(Lifecycle, testFunctionAsksForTheMachineGroup)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(Lifecycle, answersTheNcStubsWithZeroAndOne)
+TEST_F(Lifecycle, returnsZeroAndOneFromTheNcStubs)
 {
     EXPECT_EQ(importNC(), 0);
     EXPECT_EQ(renameNC(), 1);

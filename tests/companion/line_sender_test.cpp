@@ -66,13 +66,13 @@ int WINAPI targetedConnect(SOCKET connection, const sockaddr* address, int size)
 
 void noteCalls()
 {
-    leadCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
-    leadCalls(&send, "send", &notedSend, L"ws2_32.dll");
+    redirectCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
+    redirectCalls(&send, "send", &notedSend, L"ws2_32.dll");
 }
 
 } // namespace
 
-TEST(LineSender, putsTheLineAndOneLineFeedOnTheWire)
+TEST(LineSender, sendsTheLineAndOneLineFeed)
 {
     EXPECT_EQ(sent("TOOL-7"), "TOOL-7\n");
     EXPECT_EQ(sent(""), "\n");
@@ -124,8 +124,8 @@ TEST(LineSender, triesOnceWithoutAListener)
 
 TEST(LineSender, connectsToTheFirstAddressOnly)
 {
-    leadCalls(&connect, "connect", &targetedConnect, L"ws2_32.dll");
-    leadCalls(&gethostbyname, "gethostbyname", &twoAddresses, L"ws2_32.dll");
+    redirectCalls(&connect, "connect", &targetedConnect, L"ws2_32.dll");
+    redirectCalls(&gethostbyname, "gethostbyname", &twoAddresses, L"ws2_32.dll");
     EXPECT_EQ(sent("taken"), "taken\n");
     sendLine("lost");
     EXPECT_EQ(namesAsked, (std::vector<std::string>(2, ""))); // the local computer's

@@ -59,8 +59,8 @@ void WINAPI notedSleep(DWORD milliseconds)
 
 void noteWaitSteps()
 {
-    leadCalls(&EnumWindows, "EnumWindows", &notedEnumWindows, L"user32.dll");
-    leadCalls(&Sleep, "Sleep", &notedSleep);
+    redirectCalls(&EnumWindows, "EnumWindows", &notedEnumWindows, L"user32.dll");
+    redirectCalls(&Sleep, "Sleep", &notedSleep);
 }
 
 } // namespace
@@ -154,7 +154,7 @@ TEST_F(CompanionProcess, showsNothingWhenItsStartFails)
 TEST_F(CompanionProcess, isNotStartedAgainWhileItRuns)
 {
     recordCompanionStarts(installation);
-    leadCalls(&ShellExecuteExW, "ShellExecuteExW", &countedShellExecute, L"shell32.dll");
+    redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &countedShellExecute, L"shell32.dll");
     EXPECT_TRUE(ensureCompanionRunning());
     EXPECT_EQ(starts, 1);
     companion.holdSemaphore();

@@ -16,7 +16,7 @@ TEST(FencedBlocks, areThoseWithTheWord)
     EXPECT_EQ(fencedBlocks(page, "decoded"), (Blocks{{"decoded", "one", 9, {"kind: x", ""}}}));
 }
 
-TEST(FencedBlocks, areNotFoundInsideAnother)
+TEST(FencedBlocks, doNotNest)
 {
     EXPECT_EQ(fencedBlocks("```\n ```dump one\n```\n", "dump"), Blocks{});
 }

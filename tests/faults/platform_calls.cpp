@@ -99,7 +99,7 @@ void lead(const char* name, Result (*function)(Arguments...), Result failure, DW
     Led::number = static_cast<int>(names().size());
     Led::actsAnyway = actsAnyway;
     names().emplace_back(name);
-    standin::leadImports(GetModuleHandleW(nullptr), Led::systems, &Led::call);
+    standin::redirectImports(GetModuleHandleW(nullptr), Led::systems, &Led::call);
 }
 
 // A call that does nothing and reports failure.
@@ -128,7 +128,7 @@ void leadRegistryAndProcesses()
     fails("SetThreadPriority", kernel, &SetThreadPriority, FALSE);
     fails("WaitForSingleObject", kernel, &WaitForSingleObject, WAIT_FAILED);
     fails("OpenSemaphoreW", kernel, &OpenSemaphoreW, nullptr, ERROR_FILE_NOT_FOUND);
-    leadCalls(&ShellExecuteExW, "ShellExecuteExW", &notedShellExecute, L"shell32.dll");
+    redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &notedShellExecute, L"shell32.dll");
     lead<struct ShellStart>("ShellExecuteExW", &notedShellExecute, FALSE, ERROR_ACCESS_DENIED,
                             false);
     fails("LoadLibraryW", kernel, &LoadLibraryW, nullptr, ERROR_MOD_NOT_FOUND);
@@ -254,7 +254,7 @@ void leadPlatformCalls()
     leadWindows();
     leadGraphics();
     leadSockets();
-    leadCalls(&countedSleep, "Sleep", &countedSleep);
+    redirectCalls(&countedSleep, "Sleep", &countedSleep);
 }
 
 WatchedCalls::WatchedCalls(Callers callers)

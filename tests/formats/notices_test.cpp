@@ -4,12 +4,12 @@
 
 using namespace torvapdm;
 
-TEST(SetupSheetLine, joinsItsWordsWithoutSeparator)
+TEST(SetupSheetNotice, hasNoSeparator)
 {
     EXPECT_EQ(formatSetupSheetNotice(42, L"C:\\P.xml"), L"MCAMXMLIMPORTDATAID=42;C:\\P.xml");
 }
 
-TEST(SetupSheetLine, writesEveryIdInDecimal)
+TEST(SetupSheetNotice, writesEveryIdInDecimal)
 {
     EXPECT_EQ(formatSetupSheetNotice(0, L"P"), L"MCAMXMLIMPORTDATAID=0;P");
     EXPECT_EQ(formatSetupSheetNotice(-1, L""), L"MCAMXMLIMPORTDATAID=-1;");
@@ -17,7 +17,7 @@ TEST(SetupSheetLine, writesEveryIdInDecimal)
     EXPECT_EQ(formatSetupSheetNotice(INT32_MIN, L""), L"MCAMXMLIMPORTDATAID=-2147483648;");
 }
 
-TEST(SetupSheetLine, passesThePathOnUnchanged)
+TEST(SetupSheetNotice, keepsThePathUnchanged)
 {
     EXPECT_EQ(formatSetupSheetNotice(1, L"C:\\a b;\u00C4\u4E00\".xml"),
               L"MCAMXMLIMPORTDATAID=1;C:\\a b;\u00C4\u4E00\".xml");

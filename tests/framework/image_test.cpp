@@ -114,7 +114,7 @@ TEST_F(Image, isNotSavedIntoAFolderThatIsMissing)
 TEST_F(Image, keepsAnEarlierFileOnAFullDisk)
 {
     writeBytes(installation.path(L"temp\\small.bmp"), "earlier");
-    leadCalls(&shortWrite, "WriteFile", &shortWrite);
+    redirectCalls(&shortWrite, "WriteFile", &shortWrite);
     EXPECT_EQ(save(L"temp\\small.bmp"), HRESULT_FROM_WIN32(ERROR_DISK_FULL));
     EXPECT_EQ(saved(L"temp\\small.bmp"), "earlier");
     EXPECT_EQ(filesInFolder(), std::vector<std::wstring>{L"small.bmp"});

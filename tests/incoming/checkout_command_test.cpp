@@ -67,8 +67,8 @@ void answerWith(LONGLONG size, DWORD read)
     answerSize = size;
     answerRead = read;
     bytesAsked = 0;
-    leadCalls(&GetFileSizeEx, "GetFileSizeEx", &answeringGetFileSize);
-    leadCalls(&ReadFile, "ReadFile", &answeringReadFile);
+    redirectCalls(&GetFileSizeEx, "GetFileSizeEx", &answeringGetFileSize);
+    redirectCalls(&ReadFile, "ReadFile", &answeringReadFile);
 }
 
 // An answer of this text, as the Companion would write it: two bytes a unit.
@@ -122,9 +122,9 @@ BOOL WINAPI notedPost(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 void noteClosingSteps()
 {
-    leadCalls(&_fcloseall, "_fcloseall", &notedCloseStreams, L"msvcrt.dll");
-    standin::leadImports(GetModuleHandleW(nullptr), &m_fclose, &notedCloseDocument);
-    leadCalls(&PostMessageW, "PostMessageW", &notedPost, L"user32.dll");
+    redirectCalls(&_fcloseall, "_fcloseall", &notedCloseStreams, L"msvcrt.dll");
+    standin::redirectImports(GetModuleHandleW(nullptr), &m_fclose, &notedCloseDocument);
+    redirectCalls(&PostMessageW, "PostMessageW", &notedPost, L"user32.dll");
 }
 
 } // namespace

@@ -70,7 +70,7 @@ protected:
     // The pauses of one cycle, which sees the stop flag at its end.
     static std::vector<DWORD> pausesOfOne()
     {
-        leadCalls(&Sleep, "Sleep", &endingSleep);
+        redirectCalls(&Sleep, "Sleep", &endingSleep);
         EXPECT_EQ(listenerProcedure(nullptr), 0u);
         return pauses;
     }

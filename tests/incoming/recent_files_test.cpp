@@ -52,7 +52,7 @@ TEST(RecentFileList, holdsTwentyOneFiles)
     EXPECT_EQ(files.back().path, L"C:\\2");
 }
 
-TEST(RecentFileList, keepsAllForAKnownPath)
+TEST(RecentFileList, evictsNothingForAKnownPath)
 {
     auto files = openedInOrder(21);
     addRecentFile(files, {5, L"C:\\5"});

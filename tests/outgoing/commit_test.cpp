@@ -129,19 +129,19 @@ HANDLE WINAPI denyingCreateFile(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DW
 void noteAppendCalls()
 {
     appendCalls.clear();
-    leadCalls(&SetFilePointer, "SetFilePointer", &notedSetFilePointer);
-    leadCalls(&LockFile, "LockFile", &notedLockFile);
-    leadCalls(&WriteFile, "WriteFile", &notedWriteFile);
-    leadCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
+    redirectCalls(&SetFilePointer, "SetFilePointer", &notedSetFilePointer);
+    redirectCalls(&LockFile, "LockFile", &notedLockFile);
+    redirectCalls(&WriteFile, "WriteFile", &notedWriteFile);
+    redirectCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
 }
 
-// The same, and what comes before and after them.
+// Also records opening and closing the file, and connecting.
 void noteDeliveryCalls()
 {
     noteAppendCalls();
-    leadCalls(&CreateFileW, "CreateFileW", &notedCreateFile);
-    leadCalls(&CloseHandle, "CloseHandle", &notedCloseHandle);
-    leadCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
+    redirectCalls(&CreateFileW, "CreateFileW", &notedCreateFile);
+    redirectCalls(&CloseHandle, "CloseHandle", &notedCloseHandle);
+    redirectCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
 }
 
 } // namespace
@@ -244,7 +244,7 @@ TEST_F(Commit, reportsAFileItMayNotWrite)
 {
     runCompanion();
     writeBytes(requestFile, "earlier");
-    leadCalls(&CreateFileW, "CreateFileW", &denyingCreateFile);
+    redirectCalls(&CreateFileW, "CreateFileW", &denyingCreateFile);
     EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
 }

@@ -94,8 +94,8 @@ int countingFindClose(intptr_t handle)
 
 void countBuffers()
 {
-    leadCalls(&countingMalloc, "malloc", &countingMalloc, runtime);
-    leadCalls(&countingFree, "free", &countingFree, runtime);
+    redirectCalls(&countingMalloc, "malloc", &countingMalloc, runtime);
+    redirectCalls(&countingFree, "free", &countingFree, runtime);
 }
 
 } // namespace
@@ -302,7 +302,7 @@ TEST_F(NcQueue, endsEachSearchItBegins)
     post(L"PA2.NC");
     importNcQueue();
     listener.nextConnection();
-    leadCalls(&_findclose, "_findclose", &countingFindClose, runtime);
+    redirectCalls(&_findclose, "_findclose", &countingFindClose, runtime);
     const size_t handles = countHandles();
     constexpr size_t times = 100;
     for (size_t i = 0; i < times; ++i) {

@@ -158,7 +158,7 @@ bool reportingSave(const wchar_t* path, CWnd* parent, bool browse, bool prompt)
 void reportTheNextSave()
 {
     hostsSave = &CFile_DoFileSave;
-    standin::leadImports(GetModuleHandleW(nullptr), hostsSave, &reportingSave);
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsSave, &reportingSave);
 }
 
 // The calls by which the host's save command is started, in their order.
@@ -181,8 +181,8 @@ LRESULT WINAPI notedSend(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 void noteCommandCalls()
 {
     hostsInterface = &GetMastercamApp;
-    standin::leadImports(GetModuleHandleW(nullptr), hostsInterface, &notedInterface);
-    leadCalls(&SendMessageW, "SendMessageW", &notedSend, L"user32.dll");
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsInterface, &notedInterface);
+    redirectCalls(&SendMessageW, "SendMessageW", &notedSend, L"user32.dll");
 }
 
 } // namespace
@@ -442,7 +442,7 @@ TEST_F(Save, keepsTheRequestsIdWhenTheCommitFails)
     EXPECT_EQ(AddInState::zemId(), 17u);
 }
 
-TEST_F(Save, treatsThreeCharactersAsNamed)
+TEST_F(Save, doesNotNameAThreeCharacterDocument)
 {
     runCompanion();
     standin::setState("geo_filename", L"a:b");

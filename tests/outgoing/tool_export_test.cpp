@@ -295,7 +295,7 @@ TEST_F(ToolExport, writesTheFilledToolsGeometryFile)
 {
     putPart(everyField);
     hostsToolManager = &tool_manager;
-    standin::leadImports(GetModuleHandleW(nullptr), hostsToolManager, &notedToolManager);
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsToolManager, &notedToolManager);
     exportToolData();
     ASSERT_EQ(records().size(), 1u);
     EXPECT_EQ(valuesOf(records()[0])["GEOFILE'"], hexadecimal(filledGeometryFile));
@@ -364,7 +364,7 @@ TEST_F(ToolExport, readsTheRequestIdForEachUse)
 {
     putPart(planes + operationWith(1, 3) + operationWith(2, 4));
     hostsToolManager = &tool_manager;
-    standin::leadImports(GetModuleHandleW(nullptr), hostsToolManager, &interruptedToolManager);
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsToolManager, &interruptedToolManager);
     exportToolData();
     ASSERT_EQ(records().size(), 2u);
     EXPECT_EQ(valuesOf(records()[0])["DATAID"], "17");
@@ -479,7 +479,7 @@ TEST_F(ToolExport, asksForTheToolPlaneFirst)
     putPart(planes + operationWith(1, 3) + operationWith(2, 3));
     PlaneBase* (MastercamPlanes::*const lookUp)(int) = &MastercamPlanes::GetPlanePtrByID;
     std::memcpy(&hostsPlaneLookUp, &lookUp, sizeof hostsPlaneLookUp);
-    standin::leadImports(GetModuleHandleW(nullptr), hostsPlaneLookUp, &notedPlaneLookUp);
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsPlaneLookUp, &notedPlaneLookUp);
     exportToolData();
     EXPECT_EQ(records().size(), 2u);
     EXPECT_EQ(askedPlanes, (std::vector<int>{1, 2, 1, 2}));

@@ -68,7 +68,7 @@ TEST(DebugLog, survivesAFileThatCannotBeOpened)
 TEST(DebugLog, closesItsStreamOnce)
 {
     const Installation installation;
-    leadCalls(&fclose, "fclose", &notedCloseStream, L"msvcrt.dll");
+    redirectCalls(&fclose, "fclose", &notedCloseStream, L"msvcrt.dll");
     debugLog("written\n");
     removeFolder(installation.path(L"sys"));
     debugLog("lost\n");

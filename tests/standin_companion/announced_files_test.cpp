@@ -76,7 +76,7 @@ TEST_F(QueueFile, staysWhenTheHostWritesItMeanwhile)
 {
     const std::wstring file = write(L"temp\\ncqueue-17.txt", "NCPATH|3|C:\\FIRST.NC|G\r\n");
     queueOfTheHost = file;
-    leadCalls(&watchedAttributes, "GetFileAttributesW", &watchedAttributes);
+    redirectCalls(&watchedAttributes, "GetFileAttributesW", &watchedAttributes);
     const auto queue = receive(file);
     ASSERT_TRUE(queue.has_value());
     ASSERT_EQ(queue->programs.size(), 1u);
@@ -124,7 +124,7 @@ TEST_F(QueueFile, staysWhileAHostHasItOpen)
 TEST_F(QueueFile, logsTwentyBadLinesAndACount)
 {
     const std::wstring file = write(L"temp\\ncqueue-17.txt", std::string(300000, '\n') + nextQueue);
-    leadCalls(&countedOpening, "CreateFileW", &countedOpening);
+    redirectCalls(&countedOpening, "CreateFileW", &countedOpening);
     EXPECT_TRUE(receive(file).has_value());
     EXPECT_EQ(openings, 1);
     const Lines lines = logged();
@@ -145,7 +145,7 @@ TEST_F(QueueFile, logsEachOfTwentyBadLines)
 
 TEST_F(QueueFile, contactsNoOtherComputer)
 {
-    leadCalls(&watchedAttributes, "GetFileAttributesW", &watchedAttributes);
+    redirectCalls(&watchedAttributes, "GetFileAttributesW", &watchedAttributes);
     const auto queue =
         receive(write(L"temp\\ncqueue-17.txt", "NCPATH|3|\\\\server\\share\\A.NC|G\r\n"
                                                "NCPATH|3|//server/share/B.NC|G\r\n"
@@ -161,7 +161,7 @@ TEST_F(QueueFile, contactsNoOtherComputer)
 TEST_F(ToolFile, logsTwentyBadLinesAndACount)
 {
     write(L"temp\\tool-17.txt", std::string(300000, '\n'));
-    leadCalls(&countedOpening, "CreateFileW", &countedOpening);
+    redirectCalls(&countedOpening, "CreateFileW", &countedOpening);
     EXPECT_TRUE(receiveTools(log, installation.root(), 17).has_value());
     EXPECT_EQ(openings, 1);
     const Lines lines = logged();

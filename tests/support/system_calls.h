@@ -17,10 +17,10 @@ Function* systems(Function*, const char* name, const wchar_t* library = L"kernel
 // Redirects this program's calls of the system's function to the one at `to`, for the rest of the
 // process's life.
 template <class Function>
-void leadCalls(Function* function, const char* name, Function* to,
+void redirectCalls(Function* function, const char* name, Function* to,
                const wchar_t* library = L"kernel32.dll")
 {
-    standin::leadImports(GetModuleHandleW(nullptr), systems(function, name, library), to);
+    standin::redirectImports(GetModuleHandleW(nullptr), systems(function, name, library), to);
 }
 
 } // namespace testing_support

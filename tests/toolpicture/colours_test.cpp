@@ -110,7 +110,7 @@ TEST(HueValue, risesAndFallsAroundTheCircle)
     EXPECT_EQ(hueValue(0, 1, -132), 51);
 }
 
-TEST(HueValue, staysBetweenItsBounds)
+TEST(HueValue, staysInRange)
 {
     EXPECT_EQ(hueValue(0.25f, 0.75f, 30), 127);
     EXPECT_EQ(hueValue(0.25f, 0.75f, 100), 191);

@@ -358,7 +358,7 @@ TEST_F(ToolPicture, hasTheColoursOfEachShape)
 
 TEST_F(ToolPicture, isRefusedWhenCuttingOutFails)
 {
-    leadCalls(&BitBlt, "BitBlt", &failingBitBlt, L"gdi32.dll");
+    redirectCalls(&BitBlt, "BitBlt", &failingBitBlt, L"gdi32.dll");
     expectNoPicture(endMill);
 }
 

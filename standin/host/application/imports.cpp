@@ -31,7 +31,7 @@ void setEntry(ULONGLONG& entry, ULONGLONG address)
 
 } // namespace
 
-void leadImports(HMODULE module, ULONGLONG from, ULONGLONG to)
+void redirectImports(HMODULE module, ULONGLONG from, ULONGLONG to)
 {
     IMAGE_IMPORT_DESCRIPTOR* library = importsOf(module);
     if (!library)

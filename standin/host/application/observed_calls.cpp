@@ -138,8 +138,8 @@ BOOL choose(UINT id, UINT flags, HWND owner)
 
 void observeModule(HMODULE module)
 {
-    leadImports(module, &MessageBoxW, &observedMessageBox);
-    leadImports(module, &TrackPopupMenu, &observedPopupMenu);
+    redirectImports(module, &MessageBoxW, &observedMessageBox);
+    redirectImports(module, &TrackPopupMenu, &observedPopupMenu);
 }
 
 void answerMessageBoxes(bool on)

@@ -48,7 +48,7 @@ TEST(EndingCompanion, leavesTheCommitToTheNextOne)
         endingCompanion =
             OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, companion.process().id());
         ASSERT_NE(endingCompanion, nullptr);
-        leadCalls(&CreateFileW, "CreateFileW", &createFileOfTheEnded);
+        redirectCalls(&CreateFileW, "CreateFileW", &createFileOfTheEnded);
         EXPECT_TRUE(commitDocument());
         EXPECT_FALSE(companion.process().isRunning());
         EXPECT_EQ(companion.count(L"commit file="), 0u);
