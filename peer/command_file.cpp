@@ -62,7 +62,7 @@ std::optional<std::string> parsePath(std::string_view bytes, size_t space, size_
     return std::string(part(rest, 1, rest.size() < 2 ? 0 : rest.size() - 2));
 }
 
-void addRemarks(Request& request, std::string_view bytes)
+void addRemarks(HostCommand& request, std::string_view bytes)
 {
     const auto add = [&](bool applies, const char* remark) {
         if (applies)
@@ -77,59 +77,61 @@ void addRemarks(Request& request, std::string_view bytes)
         "The path is not plain ASCII: the host opens a different one.");
     add(lineFeed != bytes.npos && lineFeed + 1 < bytes.size(),
         "Bytes follow the first line; they may become part of the path.");
-    add(request.kind == RequestKind::open && request.id == -1,
+    add(request.kind == HostCommandKind::open && request.id == -1,
         "The id -1 means no request: nothing is opened.");
 }
 
-Request parseCheckIn(std::string_view bytes)
+HostCommand parseCheckIn(std::string_view bytes)
 {
-    return {RequestKind::checkIn, 0, std::string(part(bytes, checkInWord.size() + 1, bytes.npos))};
+    return {HostCommandKind::checkIn, 0,
+            std::string(part(bytes, checkInWord.size() + 1, bytes.npos))};
 }
 
-Request parseOpening(std::string_view bytes)
+HostCommand parseOpening(std::string_view bytes)
 {
     const size_t space = bytes.find(' ');
     if (bytes.size() < byteOrderMark.size() || space == bytes.npos)
-        return {RequestKind::malformed, 0, {}, {"It is neither a check-in nor an open request."}};
+        return {
+            HostCommandKind::malformed, 0, {}, {"It is neither a check-in nor an open request."}};
     const size_t lineFeed = bytes.find('\n');
     const std::string_view idText = part(bytes, byteOrderMark.size(), lineFeed);
     const auto id = parseId(idText.substr(0, idText.find(' ')));
     if (!id)
-        return {RequestKind::malformed, 0, {}, {"Its id is not a 32-bit number."}};
+        return {HostCommandKind::malformed, 0, {}, {"Its id is not a 32-bit number."}};
     std::optional<std::string> path = parsePath(bytes, space, lineFeed);
     if (!path)
-        return {RequestKind::malformed, 0, {}, {"Its first line is too short to hold a path."}};
-    const auto kind = path->empty() ? RequestKind::newFile : RequestKind::open;
-    Request request{kind, *id, std::move(*path)};
+        return {HostCommandKind::malformed, 0, {}, {"Its first line is too short to hold a path."}};
+    const auto kind = path->empty() ? HostCommandKind::newFile : HostCommandKind::open;
+    HostCommand request{kind, *id, std::move(*path)};
     addRemarks(request, bytes);
     return request;
 }
 
 } // namespace
 
-Request parseRequest(std::string_view bytes)
+HostCommand parseHostCommand(std::string_view bytes)
 {
     if (bytes.empty())
         return {};
     const bool isCheckIn = bytes.substr(0, bytes.find(' ')) == checkInWord;
-    Request request = isCheckIn ? parseCheckIn(bytes) : parseOpening(bytes);
+    HostCommand request = isCheckIn ? parseCheckIn(bytes) : parseOpening(bytes);
     if (bytes.size() > longestRequestBytes)
         request.remarks.emplace_back("It is longer than 65536 bytes: the add-in stops reading.");
     return request;
 }
 
-std::string requestName(RequestKind kind)
+std::string hostCommandName(HostCommandKind kind)
 {
     switch (kind) {
-    case RequestKind::none:
+    case HostCommandKind::none:
         return "none";
-    case RequestKind::checkIn:
+    case HostCommandKind::checkIn:
         return "check-in";
-    case RequestKind::newFile:
+    case HostCommandKind::newFile:
         return "new file";
-    case RequestKind::open:
+    case HostCommandKind::open:
         return "open";
-    case RequestKind::malformed:
+    case HostCommandKind::malformed:
         break;
     }
     return "malformed";

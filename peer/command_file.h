@@ -1,4 +1,4 @@
-// The content of a host's command file, `temp\mastercam-<process id>.dat`: one request at a time.
+// The content of a host's command file, `temp\mastercam-<process id>.dat`: one command at a time.
 //
 //   open request      EF BB BF, the id in decimal, a space, the path, a line feed
 //                     EF BB BF "17 C:\ZEM\work\bracket.mcam" 0A
@@ -18,10 +18,10 @@
 
 namespace peer {
 
-enum class RequestKind { none, checkIn, newFile, open, malformed };
+enum class HostCommandKind { none, checkIn, newFile, open, malformed };
 
-struct Request {
-    RequestKind kind = RequestKind::none;
+struct HostCommand {
+    HostCommandKind kind = HostCommandKind::none;
     std::int32_t id = 0;                // open, newFile
     std::string path{};                 // open: bytes; checkIn: the name after the word
     std::vector<std::string> remarks{}; // what is wrong with it, one sentence each
@@ -29,10 +29,10 @@ struct Request {
 
 // The content of a command file as the add-in reads it. An empty file is `none`; bytes that the
 // add-in cannot use are `malformed`.
-Request parseRequest(std::string_view bytes);
+HostCommand parseHostCommand(std::string_view bytes);
 
 // `check-in`
-std::string requestName(RequestKind kind);
+std::string hostCommandName(HostCommandKind kind);
 
 // True when every character is a printable ASCII character or a space.
 bool isPlainAscii(std::wstring_view text);

@@ -12,7 +12,7 @@
 
 namespace testing_support {
 
-using Kind = peer::RequestKind;
+using Kind = peer::HostCommandKind;
 
 const char lastPartName[] = "the last part.mcam";
 
@@ -137,7 +137,7 @@ PlannedFile CommandFilePlan::last()
 // Nothing for a file whose effect depends on something else.
 std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
 {
-    const peer::Request request = peer::parseRequest(bytes);
+    const peer::HostCommand request = peer::parseHostCommand(bytes);
     PlannedFile file = {bytes, "", std::nullopt};
     if (request.kind == Kind::checkIn)
         file.trace = "other m_fclose(null, 0, null)\n" + newFileLines;

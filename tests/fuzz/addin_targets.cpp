@@ -6,6 +6,8 @@
 #include "incoming/document_name.h"
 #include "incoming/recent_files.h"
 
+#include <algorithm>
+
 namespace fuzzing {
 
 namespace {
@@ -36,37 +38,20 @@ std::string checkDocumentName(std::string_view bytes)
         .text();
 }
 
-std::vector<CompanionFile> plainList(const std::vector<CompanionFile>& before,
-                                     const CompanionFile& file)
+// A file that is in the list already moves to its front; the list keeps 20 entries after it.
+std::vector<CompanionFile> plainList(std::vector<CompanionFile> list, const CompanionFile& file)
 {
-    std::vector<CompanionFile> list = {file};
-    bool hasLostItsOldEntry = false;
-    for (const CompanionFile& entry : before)
-        if (!hasLostItsOldEntry && entry.path == file.path)
-            hasLostItsOldEntry = true;
-        else
-            list.push_back(entry);
-    if (list.size() - 1 > 20)
-        list.pop_back();
+    const auto old = std::ranges::find(list, file.path, &CompanionFile::path);
+    if (old != list.end())
+        list.erase(old);
+    list.insert(list.begin(), file);
+    list.resize(std::min(list.size(), size_t{21}));
     return list;
 }
 
-std::vector<std::wstring> described(const std::vector<CompanionFile>& files)
+std::wstring textOf(const std::vector<CompanionFile>& files, size_t i)
 {
-    std::vector<std::wstring> texts;
-    for (const CompanionFile& file : files)
-        texts.push_back(std::to_wstring(file.id) + L' ' + file.path);
-    return texts;
-}
-
-bool areSame(const std::vector<CompanionFile>& a, const std::vector<CompanionFile>& b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (a[i].id != b[i].id || a[i].path != b[i].path)
-            return false;
-    return true;
+    return i < files.size() ? std::to_wstring(files[i].id) + L' ' + files[i].path : L"(none)";
 }
 
 // Any number of files, each an id of one byte and a path.
@@ -81,8 +66,8 @@ std::string checkRecentFileList(std::string_view bytes)
         const std::wstring path = input.wideField();
         torvapdm::addRecentFile(answer, {id, path});
         expected = plainList(expected, {id, path});
-        if (!areSame(answer, expected))
-            differences.compare("list", described(answer), described(expected));
+        for (size_t i = 0; i < std::max(answer.size(), expected.size()); ++i)
+            differences.compare("entry", textOf(answer, i), textOf(expected, i));
     }
     return differences.text();
 }
@@ -106,26 +91,14 @@ std::vector<Target> addInTargets()
              {raw(1100), raw(2199), raw(2147483647), raw(-2147483647 - 1)}},
             {"document_name",
              checkDocumentName,
-             {"Host - part  C:\\OLD.MCAM\x1F"
-              "C:\\Parts\\new.mcam",
-              "Host\x1F"
-              "C:\\a.b\\part",
-              "a   b\x1F"
-              "part.emcam",
-              "\x1F", "  \x1F...",
-              "t\x1F"
-              "C:\\\x01\x01\x61\x01\x01\x7A.m"},
-             {".", "  ", "\\", ".mcam", "C:\\", "/", "\x1F"}},
+             {"Host - part  C:\\OLD.MCAM\37C:\\Parts\\new.mcam", "Host\37C:\\a.b\\part",
+              "a   b\37part.emcam", "\37", "  \37...", "t\37C:\\\1\1a\1\1z.m"},
+             {".", "  ", "\\", ".mcam", "C:\\", "/", "\37"}},
             {"recent_file_list",
              checkRecentFileList,
-             {"1a\x1F"
-              "2b\x1F"
-              "3a\x1F",
-              "1C:\\a\x1F"
-              "2C:\\A\x1F",
-              manyFiles(20), manyFiles(25), manyFiles(22) + manyFiles(3) + manyFiles(23),
-              "\x1F\x1F\x1F\x1F"},
-             {"1a\x1F", "2b\x1F", "3C\x1F", "4D\x1F", "5\x1F"}}};
+             {"1a\0372b\0373a\37", "1C:\\a\0372C:\\A\37", manyFiles(20), manyFiles(25),
+              manyFiles(22) + manyFiles(3) + manyFiles(23), "\37\37\37\37"},
+             {"1a\37", "2b\37", "3C\37", "4D\37", "5\37"}}};
 }
 
 std::vector<Target> allTargets()

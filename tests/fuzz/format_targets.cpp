@@ -16,8 +16,11 @@
 #include "peer/commit_record.h"
 #include "peer/numbers.h"
 #include "peer/machine_settings.h"
+#include "peer/nc_queue_file.h"
+#include "peer/settings_file.h"
 #include "formats/command_lines.h"
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 
@@ -27,46 +30,20 @@ namespace fuzzing {
 
 namespace {
 
-std::wstring widened(std::string_view ascii)
-{
-    return {ascii.begin(), ascii.end()};
-}
-
 bool contains(std::string_view text, std::string_view part)
 {
     return text.find(part) != text.npos;
-}
-
-// The lines of a text file as a C program reads them into 1024 bytes: up to and with the line feed,
-// or 1023 bytes of a longer line; each ends for it at its first NUL.
-std::vector<std::string> linesAsRead(std::string_view file)
-{
-    std::vector<std::string> lines;
-    std::string line;
-    for (const char byte : file) {
-        line += byte;
-        if (byte == '\n' || line.size() == 1023) {
-            lines.push_back(line.c_str());
-            line.clear();
-        }
-    }
-    if (!line.empty())
-        lines.push_back(line.c_str());
-    return lines;
 }
 
 std::string checkCommandText(std::string_view bytes)
 {
     using Kind = torvapdm::Command::Kind;
     const torvapdm::Command answer = torvapdm::parseCommand(bytes);
-    const peer::Request expected = peer::parseRequest(bytes);
-    Kind kind = Kind::malformed;
-    if (expected.kind == peer::RequestKind::checkIn)
-        kind = Kind::checkIn;
-    else if (expected.kind == peer::RequestKind::newFile)
-        kind = Kind::newFile;
-    else if (expected.kind == peer::RequestKind::open)
-        kind = Kind::open;
+    const peer::HostCommand expected = peer::parseHostCommand(bytes);
+    const Kind kind = expected.kind == peer::HostCommandKind::checkIn   ? Kind::checkIn
+                      : expected.kind == peer::HostCommandKind::newFile ? Kind::newFile
+                      : expected.kind == peer::HostCommandKind::open    ? Kind::open
+                                                                        : Kind::malformed;
     return Differences()
         .compare("kind", static_cast<int>(answer.kind), static_cast<int>(kind))
         .compare("id", answer.file.id, expected.id)
@@ -172,21 +149,16 @@ std::string checkMachineSettings(std::string_view bytes)
         .text();
 }
 
-// The answer so far ("n" when the first byte is one), the file. "No" wins within a line.
+// The answer so far: "n" when the first byte is one.
 std::string checkNcImportLine(std::string_view bytes)
 {
-    std::string answer = bytes.starts_with('n') ? "n" : "y";
-    std::string expected = answer;
-    Differences differences;
-    for (const std::string& line : linesAsRead(bytes)) {
+    const bool isOffBefore = bytes.starts_with('n');
+    std::string answer = isOffBefore ? "n" : "y";
+    for (const std::string& line : peer::splitSettingLines(bytes))
         torvapdm::applyNcImportLine(line, answer);
-        if (contains(line, "MCXIMPORTNC=n") || contains(line, "MCXIMPORTNC=N"))
-            expected = "n";
-        else if (contains(line, "MCXIMPORTNC=y") || contains(line, "MCXIMPORTNC=Y"))
-            expected = "y";
-        differences.compare("answer", answer, expected);
-    }
-    return differences.text();
+    const std::string before = isOffBefore ? "MCXIMPORTNC=n\n" : "";
+    const bool isOn = peer::parseSettings(before + std::string(bytes)).importNc;
+    return Differences().compare("answer", answer, std::string(isOn ? "y" : "n")).text();
 }
 
 // The NC-path number, NCI name, found file, top group, folder.
@@ -199,18 +171,29 @@ std::string checkQueueTexts(std::string_view bytes)
     const std::string group(input.field());
     const std::string folder(input.rest());
     const std::wstring stem = nciName.substr(0, nciName.rfind(L'.'));
-    const std::string entry = folder + file + '|' + group;
-    return Differences()
+    const std::string program = folder + file;
+    const std::string entry = program + '|' + group;
+    const std::string line = torvapdm::formatQueueLine(number, entry);
+    Differences differences;
+    differences
         .compare("program name", torvapdm::programNameOf(nciName),
                  stem.substr(stem.find_last_of(L"/\\") + 1))
         .compare("entry", torvapdm::formatQueueEntry(folder, file, group), entry)
-        .compare("line", torvapdm::formatQueueLine(number, entry),
-                 "NCPATH|" + std::to_string(number) + '|' + entry + '\n')
+        .compare("line", line, "NCPATH|" + std::to_string(number) + '|' + entry + '\n');
+    const bool isControlled = std::ranges::any_of(
+        entry, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
+    if (isControlled || program.empty() || contains(program, "|"))
+        return differences.text();
+    const peer::QueueLines read = peer::parseNcQueue(line);
+    if (read.size() != 1 || !read[0])
+        return differences.compare("entries read", read.size(), size_t{1}).text() + "no entry";
+    return differences.compare("number read", read[0]->pathNumber, number)
+        .compare("program read", read[0]->program, program)
+        .compare("group read", read[0]->group, group)
         .text();
 }
 
-// The identifier, what the value was before, the file. A line that contains the identifier anywhere
-// gives what follows its first "=", less its last character.
+// The identifier, what the value was before, the file.
 std::string checkSettingsLine(std::string_view bytes)
 {
     Input input(bytes);
@@ -218,11 +201,10 @@ std::string checkSettingsLine(std::string_view bytes)
     std::string answer(input.field());
     std::string expected = answer;
     Differences differences;
-    for (const std::string& line : linesAsRead(input.rest())) {
+    for (const std::string& line : peer::splitSettingLines(input.rest())) {
         torvapdm::applySettingLine(line, identifier, answer);
-        const size_t equals = line.find('=');
-        if (equals != line.npos && contains(line, identifier))
-            expected = line.substr(0, std::max(line.size() - 1, equals + 1)).substr(equals + 1);
+        if (contains(line, identifier) && contains(line, "="))
+            expected = peer::findSetting({line}, identifier);
         differences.compare("value", answer, expected);
     }
     return differences.text();
@@ -236,7 +218,7 @@ std::string checkSetupSheetLine(std::string_view bytes)
     const std::wstring file = input.wideRest();
     return Differences()
         .compare("line", torvapdm::formatSetupSheetNotice(id, file),
-                 L"MCAMXMLIMPORTDATAID=" + widened(std::to_string(id)) + L';' + file)
+                 L"MCAMXMLIMPORTDATAID=" + std::to_wstring(id) + L';' + file)
         .text();
 }
 
@@ -249,109 +231,69 @@ std::string checkSortedLines(std::string_view bytes)
             answer.emplace_back();
         else
             answer.back() += byte;
-    std::set<std::vector<unsigned char>> ordered;
-    for (const std::string& line : answer)
-        ordered.emplace(line.begin(), line.end());
-    std::vector<std::string> expected;
-    for (const auto& line : ordered)
-        expected.emplace_back(line.begin(), line.end());
+    // Characters compare as unsigned bytes.
+    const std::set<std::string> ordered(answer.begin(), answer.end());
+    const std::vector<std::string> expected(ordered.begin(), ordered.end());
     torvapdm::sortAndRemoveDuplicates(answer);
     return Differences().compare("lines", answer, expected).text();
 }
 
 std::string checkToolsOption(std::string_view bytes)
 {
-    Differences differences;
-    for (const std::string& line : linesAsRead(bytes))
-        differences.compare("asks for tools", torvapdm::hasAlwaysSaveTools(line),
-                            contains(line, "AlwaysSaveTools=y"));
-    return differences.text();
+    bool isOn = false;
+    for (const std::string& line : peer::splitSettingLines(bytes))
+        isOn = torvapdm::hasAlwaysSaveTools(line) || isOn;
+    return Differences()
+        .compare("asks for tools", isOn, peer::parseSettings(bytes).alwaysSaveTools)
+        .text();
 }
 
 } // namespace
 
 Target commandTextTarget()
 {
+    // The byte-order mark is \357\273\277.
     return {"command_text",
             checkCommandText,
-            {
-                "\xEF\xBB\xBF"
-                "12 C:\\parts\\a.mcam\n"s,
-                "\xEF\xBB\xBF"
-                "7 C:\\a b c.mcam\r\n"s,
-                "\xEF\xBB\xBF"
-                "7 \n"s,
-                "\xEF\xBB\xBF"
-                "-5 x\n"s,
-                "\xEF\xBB\xBF"
-                "2147483647 C:\\\xC4.mcam\n"s,
-                "\xEF\xBB\xBF"
-                "-2147483649 x\n"s,
-                "\xEF\xBB\xBF"
-                "12 abcd\nsecond line\n"s,
-                "\xEF\xBB\xBF"
-                "12 no line feed"s,
-                "a\nb5 path to\n"s,
-                "\nab5 path\n"s,
-                "ab\n5 C:\\a\n"s,
-                "\xEF\xBB\xBF\t 12 x\n"s,
-                "CHECKIN"s,
-                "CHECKIN C:\\a.mcam\n"s,
-                "CHECKIN\n"s,
-                "\xEF\xBB\xBF"
-                "1 a\0b\n"s,
-                "\xEF\xBB\xBF"
-                "1 "s +
-                    std::string(300, 'p') + "\n",
-            },
-            {"\xEF\xBB\xBF"s, "CHECKIN"s, " "s, "\n"s, "\r\n"s, "12"s, "2147483647"s,
-             "-2147483648"s, "2147483648"s, "+"s, "C:\\"s, ".mcam"s, "99999999999999999999"s}};
+            {"\357\273\27712 C:\\parts\\a.mcam\n", "\357\273\2777 C:\\a b c.mcam\r\n",
+             "\357\273\2777 \n", "\357\273\277-5 x\n", "\357\273\2772147483647 C:\\\304.mcam\n",
+             "\357\273\277-2147483649 x\n", "\357\273\27712 abcd\nsecond line\n",
+             "\357\273\27712 no line feed", "a\nb5 path to\n", "\nab5 path\n", "ab\n5 C:\\a\n",
+             "\357\273\277\t 12 x\n", "CHECKIN", "CHECKIN C:\\a.mcam\n", "CHECKIN\n",
+             "\357\273\2771 a\0b\n"s, "\357\273\2771 " + std::string(300, 'p') + "\n"},
+            {"\357\273\277", "CHECKIN", " ", "\n", "\r\n", "12", "2147483647", "-2147483648",
+             "2147483648", "+", "C:\\", ".mcam", "99999999999999999999"}};
 }
 
 std::vector<Target> formatTargets()
 {
+    // Fields end with \37.
     return {
         commandTextTarget(),
         {"checkout_answer",
          checkCheckoutAnswer,
-         {"\x1F"
-          "CAD1234 C:\\Parts\\bracket.mcam",
-          "CAD\x1F"
-          "CHECKIN x",
-          "old\x1F"
-          "AB c",
-          "\x1F"
-          "ABC5 C:\\a b.mcam\nsecond line",
-          "\x1F"
-          "CADx12 C:\\f.mcam",
-          "\x1F"
-          "CAD C:\\f",
-          "\x1F"
-          "CAD12\n C:\\f",
-          "\x1F"
-          "CAD-99999999999 p",
-          "\x1F CAD1 p",
-          "\x1F"
-          "CAD\t+5 p"},
-         {"CHECKIN", "CAD", " ", "\n", "\r\n", "12", "2147483648", "\x1F"}},
+         {"\37CAD1234 C:\\Parts\\bracket.mcam", "CAD\37CHECKIN x", "old\37AB c",
+          "\37ABC5 C:\\a b.mcam\nsecond line", "\37CADx12 C:\\f.mcam", "\37CAD C:\\f",
+          "\37CAD12\n C:\\f", "\37CAD-99999999999 p", "\37 CAD1 p", "\37CAD\t+5 p"},
+         {"CHECKIN", "CAD", " ", "\n", "\r\n", "12", "2147483648", "\37"}},
         {"commit_texts",
          checkCommitTexts,
          {raw(42) + "C:\\parts\\a.mcam", raw(-1) + "C:\\a b.mcam", raw(0), raw(-2) + "\"",
-          raw(1) + "\x01\xD8\x3D\x01\xDE\x00"},
-         {"\xFF\xFF\xFF\xFF", "\"", "C:\\", std::string(300, 'p'), "\x01\xFF\xFF"}},
+          raw(1) + "\1\xD8\x3D\1\xDE\x00"},
+         {"\xFF\xFF\xFF\xFF", "\"", "C:\\", std::string(300, 'p'), "\1\xFF\xFF"}},
         {"decimal",
          checkDecimal,
          {"12", " \t\n\v\f\r-5x", "+2147483647", "2147483648", "-2147483648", "-2147483649", "+-1",
           "- 1", "", "000000000000000000000000000000007", "99999999999999999999"},
-         {"-", "+", " ", "0", "2147483647", "2147483648", "9223372036854775808", "\x01\xFF\x15"}},
+         {"-", "+", " ", "0", "2147483647", "2147483648", "9223372036854775808", "\1\xFF\x15"}},
         {"exchange_file_name",
          checkExchangeFileName,
          {raw(std::int64_t{1}) + "C:\\Temp\\", raw(std::int64_t{1790000000}) + "C:\\T\\",
-          raw(std::int64_t{-1}), raw(std::int64_t{0}), std::string(8, '\xFF') + "x"},
+          raw(std::int64_t{0}), raw(std::int64_t{-1}) + "x"},
          {"C:\\", "\\"}},
         {"machine_settings_line",
          checkMachineSettings,
-         {"17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n", "1|2", "C:\\Mill.mcam-mmd\n", "|||",
+         {"17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n", "1|2", "|||",
           "1| -5x|+2147483648|a|b|c\nd|e\n", "1\n|2\n|3\n|p"},
          {"|", "\n", "\r\n", "-1", "2147483647", "-2147483649", "99999999999999999999"}},
         {"nc_import_line",
@@ -361,27 +303,24 @@ std::vector<Target> formatTargets()
          {"MCXIMPORTNC", "=", "y", "Y", "n", "N", "\n", "MCXIMPORTNC=N", "MCXIMPORTNC=y"}},
         {"queue_texts",
          checkQueueTexts,
-         {raw(-1) + "C:\\NC\\PART.nci\x1FPART.NC\x1FMill\x1F"
-                    "C:\\NC\\",
-          raw(3) + "PART\x1F\x1F\x1F", raw(0) + "C:\\a.b\\PART\x1FP.NC\x1F|\x1F",
-          raw(-2147483647 - 1) + "C:/nc\\x/y.z.nci\x1F\x1F\n\x1F", raw(7) + ".\x1F"},
-         {".", "/", "\\", "|", ".nci", "\x1F"}},
+         {raw(-1) + "C:\\NC\\PART.nci\37PART.NC\37Mill\37C:\\NC\\",
+          raw(3) + "PART\37A B\xC4.NC\37left|right\37", raw(0) + "C:\\a.b\\PART\37P.NC\37|\37",
+          raw(-2147483647 - 1) + "C:/nc\\x/y.z.nci\37\37\n\37", raw(7) + ".\37"},
+         {".", "/", "\\", "|", ".nci", "\37"}},
         {"settings_line",
          checkSettingsLine,
-         {"UseFtpServer\x1F\x1FUseFtpServer=y\nXUseFtpServer=n\n",
-          "UseFtpServer\x1Fy\x1FUseFtpServer=y", "MCXCATIA\x1Fn\x1FMCXCATIA\r\nMCXCATIA=Y\r\n",
-          "A\x1F\x1F"
-          "A==\n=A\nA=",
-          "A\x1Fold\x1F" + std::string(1020, ' ') + "A=y\n"},
-         {"UseFtpServer", "MCXCATIA", "=", "\n", "\r\n", "=y", "=Y", "\x1F", "\xEF\xBB\xBF"}},
+         {"UseFtpServer\37\37UseFtpServer=y\nXUseFtpServer=n\n",
+          "UseFtpServer\37y\37UseFtpServer=y", "MCXCATIA\37n\37MCXCATIA\r\nMCXCATIA=Y\r\n",
+          "A\37\37A==\n=A\nA=", "A\37old\37" + std::string(1020, ' ') + "A=y\n"},
+         {"UseFtpServer", "MCXCATIA", "=", "\n", "\r\n", "=y", "=Y", "\37", "\xEF\xBB\xBF"}},
         {"setup_sheet_line",
          checkSetupSheetLine,
-         {raw(42) + "C:\\s.xml", raw(0), raw(-2147483647 - 1) + ";", raw(-1) + "\x01\x03\xA9"},
+         {raw(42) + "C:\\s.xml", raw(0), raw(-2147483647 - 1) + ";", raw(-1) + "\1\3\xA9"},
          {";", "=", "C:\\", "\n"}},
         {"sorted_lines",
          checkSortedLines,
-         {"b\na\nb\na\n", "C:\\NC\\P2.NC|Mill\nC:\\NC\\P10.NC|Mill\nC:\\NC\\P2.NC|Mill\n",
-          "\xC4\nz\n\x7F\n", "", "\n\n", "ab\na\nabc\n"},
+         {"b\na\nb\na\n", "P2.NC|Mill\nP10.NC|Mill\nP2.NC|Mill\n", "\xC4\nz\n\x7F\n", "", "\n\n",
+          "ab\na\nabc\n"},
          {"\n", "a\n", "\xC4\n", "ab"}},
         {"tools_option",
          checkToolsOption,

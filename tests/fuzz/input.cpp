@@ -1,13 +1,8 @@
 #include "fuzz/input.h"
 
-#include <algorithm>
-#include <cstring>
-
 namespace fuzzing {
 
 namespace {
-
-constexpr char pairFollows = '\x01';
 
 unsigned valueOf(char byte)
 {
@@ -24,31 +19,6 @@ std::string_view Input::field()
     return taken;
 }
 
-std::string_view Input::rest()
-{
-    const std::string_view taken = rest_;
-    rest_ = {};
-    return taken;
-}
-
-std::wstring Input::wideField()
-{
-    return wideText(field());
-}
-
-std::wstring Input::wideRest()
-{
-    return wideText(rest());
-}
-
-void Input::takeBytes(void* target, size_t size)
-{
-    const size_t taken = std::min(size, rest_.size());
-    if (taken > 0)
-        std::memcpy(target, rest_.data(), taken);
-    rest_.remove_prefix(taken);
-}
-
 std::wstring signedUnits(std::string_view bytes)
 {
     std::wstring text;
@@ -60,10 +30,9 @@ std::wstring signedUnits(std::string_view bytes)
 std::wstring wideText(std::string_view bytes)
 {
     std::wstring text;
-    text.reserve(bytes.size());
     for (size_t i = 0; i < bytes.size(); ++i) {
         unsigned unit = valueOf(bytes[i]);
-        if (bytes[i] == pairFollows && i + 2 < bytes.size()) {
+        if (unit == 1 && i + 2 < bytes.size()) {
             unit = valueOf(bytes[i + 1]) << 8 | valueOf(bytes[i + 2]);
             i += 2;
         }

@@ -9,14 +9,19 @@
 // bytes, high byte first. So every unit can be reached whatever width wchar_t has.
 #pragma once
 
-#include <cstddef>
+#include <algorithm>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace fuzzing {
 
 inline constexpr char fieldEnd = '\x1F';
+
+// The wide text that the bytes stand for.
+std::wstring wideText(std::string_view bytes);
 
 class Input {
 public:
@@ -29,26 +34,24 @@ public:
     {
         static_assert(std::is_trivially_copyable_v<Number>);
         Number value{};
-        takeBytes(&value, sizeof value);
+        const size_t taken = std::min(sizeof value, rest_.size());
+        if (taken > 0)
+            std::memcpy(&value, rest_.data(), taken);
+        rest_.remove_prefix(taken);
         return value;
     }
 
     std::string_view field();
-    std::string_view rest();
-    std::wstring wideField();
-    std::wstring wideRest();
+    std::string_view rest() { return std::exchange(rest_, {}); }
+    std::wstring wideField() { return wideText(field()); }
+    std::wstring wideRest() { return wideText(rest()); }
 
 private:
-    void takeBytes(void* target, size_t size);
-
     std::string_view rest_;
 };
 
 // Each byte, as a signed value, one UTF-16 unit: how the add-in widens the bytes of a file.
 std::wstring signedUnits(std::string_view bytes);
-
-// The wide text that the bytes stand for.
-std::wstring wideText(std::string_view bytes);
 
 // The bytes of a number in a seed.
 template <class Number>

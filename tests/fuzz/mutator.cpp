@@ -8,24 +8,9 @@ namespace fuzzing {
 
 namespace {
 
-constexpr size_t longestRandomBytes = 64;
-constexpr size_t longestDoubledPiece = 64;
-constexpr size_t mostChanges = 6;
-
 // Bytes that mean something to one decision or another.
 constexpr std::string_view telling =
     "\0\t\n\r \"+-./09:;=AZ\\_az|~\x01\x1F\x7F\x80\xBB\xBF\xEF\xFE\xFF"sv;
-
-struct Piece {
-    size_t at;
-    size_t length;
-};
-
-Piece anyPiece(const std::string& bytes, Random& random)
-{
-    const size_t at = random.below(bytes.size() + 1);
-    return {at, random.below(bytes.size() - at + 1)};
-}
 
 char anyByte(Random& random)
 {
@@ -35,15 +20,7 @@ char anyByte(Random& random)
 
 const std::string& anyOf(const std::vector<std::string>& texts, Random& random)
 {
-    static const std::string none;
-    return texts.empty() ? none : texts[random.below(texts.size())];
-}
-
-std::string randomBytes(Random& random)
-{
-    std::string bytes(random.below(longestRandomBytes), '\0');
-    std::generate(bytes.begin(), bytes.end(), [&] { return anyByte(random); });
-    return bytes;
+    return texts[random.below(texts.size())];
 }
 
 // Just about a limit of some width, as bytes.
@@ -57,65 +34,42 @@ std::string limitNumber(Random& random)
     return bytes;
 }
 
-void turnBit(std::string& bytes, Random& random)
-{
-    if (bytes.empty())
-        return;
-    char& byte = bytes[random.below(bytes.size())];
-    byte = static_cast<char>(byte ^ 1 << random.below(8));
-}
-
 void overwrite(std::string& bytes, const std::string& piece, Random& random)
 {
     const size_t at = random.below(bytes.size() + 1);
     bytes.replace(at, std::min(piece.size(), bytes.size() - at), piece);
 }
 
-void insert(std::string& bytes, const std::string& piece, Random& random)
-{
-    bytes.insert(random.below(bytes.size() + 1), piece);
-}
-
-void losePiece(std::string& bytes, Random& random)
-{
-    const Piece piece = anyPiece(bytes, random);
-    bytes.erase(piece.at, piece.length);
-}
-
-void doublePiece(std::string& bytes, Random& random)
-{
-    const Piece piece = anyPiece(bytes, random);
-    insert(bytes, bytes.substr(piece.at, std::min(piece.length, longestDoubledPiece)), random);
-}
-
-// The beginning of this input and the end of a seed.
-void splice(std::string& bytes, const std::string& other, Random& random)
-{
-    const size_t kept = random.below(bytes.size() + 1);
-    bytes = bytes.substr(0, kept) + other.substr(random.below(other.size() + 1));
-}
-
 void change(std::string& bytes, const Material& material, Random& random)
 {
-    switch (random.below(9)) {
-    case 0:
-        return turnBit(bytes, random);
-    case 1:
-        return overwrite(bytes, {anyByte(random)}, random);
-    case 2:
-        return insert(bytes, {anyByte(random)}, random);
-    case 3:
-        return losePiece(bytes, random);
-    case 4:
-        return doublePiece(bytes, random);
-    case 5:
-        return insert(bytes, anyOf(material.tokens, random), random);
-    case 6:
-        return overwrite(bytes, anyOf(material.tokens, random), random);
-    case 7:
-        return overwrite(bytes, limitNumber(random), random);
-    default:
-        return splice(bytes, anyOf(material.seeds, random), random);
+    const auto insert = [&](const std::string& piece) {
+        bytes.insert(random.below(bytes.size() + 1), piece);
+    };
+    const std::uint64_t kind = random.below(9);
+    if (kind == 0 && !bytes.empty()) {
+        char& byte = bytes[random.below(bytes.size())];
+        byte = static_cast<char>(byte ^ 1 << random.below(8));
+    } else if (kind == 1) {
+        overwrite(bytes, {anyByte(random)}, random);
+    } else if (kind == 2) {
+        insert({anyByte(random)});
+    } else if (kind == 3 || kind == 4) { // loses a piece, or doubles it
+        const size_t at = random.below(bytes.size() + 1);
+        const size_t length = random.below(bytes.size() - at + 1);
+        if (kind == 3)
+            bytes.erase(at, length);
+        else
+            insert(bytes.substr(at, std::min<size_t>(length, 64)));
+    } else if (kind == 5) {
+        insert(anyOf(material.tokens, random));
+    } else if (kind == 6) {
+        overwrite(bytes, anyOf(material.tokens, random), random);
+    } else if (kind == 7) {
+        overwrite(bytes, limitNumber(random), random);
+    } else if (kind == 8) { // ends as a seed does
+        const std::string& other = anyOf(material.seeds, random);
+        bytes.resize(random.below(bytes.size() + 1));
+        bytes += other.substr(random.below(other.size() + 1));
     }
 }
 
@@ -123,8 +77,14 @@ void change(std::string& bytes, const Material& material, Random& random)
 
 std::string mutated(const Material& material, Random& random)
 {
-    std::string bytes = random.isOneIn(16) ? randomBytes(random) : anyOf(material.seeds, random);
-    for (size_t left = 1 + random.below(mostChanges); left > 0; --left)
+    std::string bytes;
+    if (random.isOneIn(16)) {
+        bytes.resize(random.below(64));
+        std::ranges::generate(bytes, [&] { return anyByte(random); });
+    } else {
+        bytes = anyOf(material.seeds, random);
+    }
+    for (size_t left = 1 + random.below(6); left > 0; --left)
         change(bytes, material, random);
     return bytes;
 }

@@ -10,6 +10,8 @@
 #include "toolpicture/reference_drawing.h"
 #include "toolpicture/shading.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace fuzzing {
@@ -23,11 +25,7 @@ using torvapdm::ToolArguments;
 int plainTruncated(double value)
 {
     constexpr double farthest = 134217727; // 2^27 - 1
-    if (value != value)
-        return 0;
-    if (value >= farthest)
-        return 134217727;
-    return value <= -farthest ? -134217727 : static_cast<int>(value);
+    return std::isnan(value) ? 0 : static_cast<int>(std::clamp(value, -farthest, farthest));
 }
 
 std::string checkNumbers(std::string_view bytes)
@@ -91,11 +89,10 @@ ToolArguments takeArguments(Input& input)
 // An argument that is NaN has no plain rule, even where its kind of tool does without it.
 bool areNumbers(const ToolArguments& a)
 {
-    for (const double value : {a.diameter, a.cornerRadius, a.tipAngle, a.fluteLength,
-                               a.shoulderLength, a.overallLength, a.shankDiameter})
-        if (std::isnan(value))
-            return false;
-    return true;
+    return std::ranges::none_of(
+        std::array{a.diameter, a.cornerRadius, a.tipAngle, a.fluteLength, a.shoulderLength,
+                   a.overallLength, a.shankDiameter},
+        [](double value) { return std::isnan(value); });
 }
 
 // A tool and a picture's size that anybody would expect a picture of.
@@ -158,42 +155,25 @@ std::string checkToolDrawing(std::string_view bytes)
 }
 
 std::string asking(std::uint16_t width, std::uint16_t height, int kind,
-                   const std::vector<double>& values)
+                   const std::array<double, 7>& values)
 {
-    std::string bytes = raw(width) + raw(height) + static_cast<char>(kind);
-    for (const double value : values)
-        bytes += raw(value);
-    return bytes;
+    return raw(width) + raw(height) + static_cast<char>(kind) + raw(values);
 }
 
-std::vector<std::string> everyKind()
+std::vector<std::string> drawingSeeds()
 {
-    std::vector<std::string> seeds;
+    std::vector<std::string> seeds = {asking(100, 100, 4, {8, 0, 100, 30, 50, 90, 8}),
+                                      asking(100, 100, 1, {-1, -1, -1, -1, -1, -1, -1}),
+                                      asking(7, 4096, 3, {1, 0.5, 45, 100, 100, 200, 1}),
+                                      asking(200, 200, 14, {20, -4, 10, 15, 20, 30, 20}),
+                                      asking(200, 200, 0, {0.001, 0, 0, 50, 60, 100, 0.001}),
+                                      asking(65535, 4096, 2, {1e300, 1e300, 1, 1e300, 1, 1, 1})};
     for (int kind = 0; kind <= 15; ++kind) {
         seeds.push_back(asking(200, 300, kind, {10, 2, 0, 25, 40, 80, 10}));
         seeds.push_back(asking(300, 200, kind, {12, 3, 15, 20, 20, 60, 16}));
     }
-    seeds.push_back(asking(100, 100, 4, {8, 0, 100, 30, 50, 90, 8}));
-    seeds.push_back(asking(100, 100, 1, {-1, -1, -1, -1, -1, -1, -1}));
-    seeds.push_back(asking(7, 4096, 3, {1, 0.5, 45, 100, 100, 200, 1}));
-    seeds.push_back(asking(200, 200, 14, {20, -4, 10, 15, 20, 30, 20}));
-    seeds.push_back(asking(200, 200, 0, {0.001, 0, 0, 50, 60, 100, 0.001}));
-    seeds.push_back(asking(65535, 4096, 2, {1e300, 1e300, 1, 1e300, 1, 1, 1}));
     return seeds;
 }
-
-struct Pixels {
-    int width, height;
-    std::string_view bits; // row by row, a byte a pixel
-
-    bool isOutline(int x, int y) const
-    {
-        if (x < 0 || x >= width || y < 0 || y >= height)
-            return false;
-        const auto at = static_cast<size_t>(y * width + x);
-        return at < bits.size() && bits[at] == '#';
-    }
-};
 
 std::string checkToolShading(std::string_view bytes)
 {
@@ -207,8 +187,12 @@ std::string checkToolShading(std::string_view bytes)
     marks.shoulder = marks.shank + input.number<unsigned char>();
     const int t = input.number<unsigned char>();
     const int span = t + input.number<unsigned char>();
-    const Pixels pixels = {width, height, input.rest()};
-    const auto isOutline = [&](int x, int y) { return pixels.isOutline(x, y); };
+    const std::string_view pixels = input.rest(); // row by row, a byte a pixel
+    const auto isOutline = [&](int x, int y) {
+        const auto at = static_cast<size_t>(y * width + x);
+        return x >= 0 && x < width && y >= 0 && y < height && at < pixels.size() &&
+               pixels[at] == '#';
+    };
     const reference::Marks same = {marks.cap, marks.shank, marks.shoulder};
 
     Differences differences;
@@ -243,7 +227,7 @@ std::vector<Target> pictureTargets()
              {"\xFF\xFF\xFF", std::string(3, '\0'), "\x80\x80\x80", "\x7F"}},
             {"tool_drawing",
              checkToolDrawing,
-             everyKind(),
+             drawingSeeds(),
              {raw(0.5), raw(1.0), raw(-1.0), raw(10.0), raw(20.2), raw(45.0), raw(90.0), raw(1e-9),
               raw(1e9), raw(1e308), raw(std::uint16_t{100})}},
             {"tool_shading",

@@ -7,8 +7,11 @@
 #include "peer/numbers.h"
 #include "peer/tool_record.h"
 
+#include <cinttypes>
 #include <cmath>
+#include <cstdio>
 #include <concepts>
+#include <limits>
 
 namespace fuzzing {
 
@@ -18,9 +21,8 @@ using torvapdm::RecordText;
 
 std::string sixteenDigits(std::uint64_t address)
 {
-    std::string digits;
-    for (int i = 0; i < 16; ++i, address /= 16)
-        digits.insert(0, 1, "0123456789ABCDEF"[address % 16]);
+    char digits[17];
+    std::snprintf(digits, sizeof digits, "%016" PRIX64, address);
     return digits;
 }
 
@@ -31,14 +33,6 @@ std::string lowBytes(const std::wstring& text)
     for (const wchar_t unit : text)
         bytes += static_cast<char>(unit & 0xFF);
     return bytes.c_str();
-}
-
-std::wstring latin1(const std::string& bytes)
-{
-    std::wstring text;
-    for (const char byte : bytes)
-        text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
-    return text;
 }
 
 // Puts one piece into the record and returns its text.
@@ -127,12 +121,6 @@ auto withValues(peer::ToolRecord& r, Use use)
                r.constructionPlane.y, r.constructionPlane.z, r.seconds);
 }
 
-template <class Number>
-void takeInto(Input& input, Number& number)
-{
-    number = input.number<Number>();
-}
-
 std::string textOf(std::uint64_t address)
 {
     return sixteenDigits(address);
@@ -162,9 +150,14 @@ std::string checkToolRecord(std::string_view bytes)
 {
     Input input(bytes);
     torvapdm::ToolRecordValues values{};
-    withValues(values, [&](auto&... members) { (takeInto(input, members), ...); });
+    withValues(values, [&](auto&... members) {
+        ((members = input.number<std::remove_reference_t<decltype(members)>>()), ...);
+    });
     const std::wstring comment = input.wideRest();
     const std::string written = lowBytes(comment);
+    std::wstring wideBytes(written.begin(), written.end());
+    for (wchar_t& unit : wideBytes)
+        unit &= 0xFF;
     const size_t uncommented = torvapdm::formatToolRecord(values).value_or("").size();
     values.ownTool.comment = comment;
     const auto record = torvapdm::formatToolRecord(values);
@@ -180,14 +173,12 @@ std::string checkToolRecord(std::string_view bytes)
     if (!read)
         return differences.compare("record read", shown(*record), std::string()).text();
     return differences.compare("values", textsOf(*read), textsOf(values))
-        .compare("comment", read->comment, latin1(written))
+        .compare("comment", read->comment, wideBytes)
         .text();
 }
 
-std::string piece(char kind, const std::string& value)
-{
-    return kind + value;
-}
+using Double = std::numeric_limits<double>;
+constexpr double infinity = Double::infinity();
 
 // Every value another one, and this comment.
 std::string someRecord(const std::string& comment)
@@ -202,26 +193,25 @@ std::string someRecord(const std::string& comment)
 
 std::vector<Target> recordTargets()
 {
-    const std::string zero("\0", 1);
+    using namespace std::string_literals;
     return {{"record_text",
              checkRecordText,
-             {piece('\0', "TOOLDATA\x1F") + piece('\1', raw(-5)) + piece('\2', raw(2.5e6)),
-              piece('\2', raw(1e-6)) + piece('\2', raw(0.0001)) + piece('\2', raw(-0.5)),
-              piece('\2', raw(999999.5)) + piece('\2', raw(1e300 * 1e10)) + piece('\2', raw(-0.0)),
-              piece('\3', raw(std::uint64_t{0x000002A1F3C05E40})) + piece('\3', raw(~0ull)),
-              piece('\4', "a|b\x01\x01\xC4"
-                          "c\x1F") +
-                  piece('\4', "x" + zero + "y\x1F"),
-              piece('\0', std::string(2047, 'p')), piece('\0', std::string(2048, 'p')),
-              piece('\0', std::string(2040, 'p') + '\x1F') + piece('\1', raw(1234))},
-             {piece('\2', raw(1e6)), piece('\2', raw(123456.5)), piece('\1', raw(-2147483647 - 1)),
-              std::string(500, 'q'), zero, "\x01\x01" + zero}},
+             {"\0TOOLDATA\37\1"s + raw(-5) + '\2' + raw(2.5e6),
+              '\2' + raw(1e-6) + '\2' + raw(0.0001) + '\2' + raw(-0.5),
+              '\2' + raw(999999.5) + '\2' + raw(infinity) + '\2' + raw(-0.0),
+              '\3' + raw(std::uint64_t{0x000002A1F3C05E40}) + '\3' + raw(~0ull),
+              "\4a|b\1\1\304c\37\4x\0y\37"s, '\0' + std::string(2047, 'p'),
+              '\0' + std::string(2048, 'p'), '\0' + std::string(2040, 'p') + "\37\1" + raw(1234)},
+             {'\2' + raw(1e6), '\2' + raw(123456.5), '\1' + raw(-2147483647 - 1),
+              std::string(500, 'q'), "\0"s, "\1\1\0"s}},
             {"tool_record",
              checkToolRecord,
              {someRecord("Drill 8.5 | steel"), std::string(400, '\0'), someRecord(""),
               std::string(400, '\xFF'), someRecord(std::string(900, 'c')),
-              someRecord(std::string(1500, 'c')), someRecord("\x01\x01\xC4\n")},
-             {raw(1e6), raw(-0.0001), raw(1e-5), "|", "\n", std::string(200, 'c')}}};
+              someRecord(std::string(1500, 'c')), someRecord("\1\1\xC4\n")},
+             {raw(1e6), raw(-0.0001), raw(1e-5), raw(999999.5), raw(infinity), raw(-infinity),
+              raw(Double::max()), raw(Double::min()), raw(Double::denorm_min()), "|", "\n",
+              std::string(200, 'c')}}};
 }
 
 } // namespace fuzzing

@@ -54,6 +54,11 @@ const std::map<std::wstring, std::wstring> pieces = {
 + m_load)"},
 };
 
+std::wstring machinePath(const std::wstring& name)
+{
+    return L"C:\\Machines\\" + name + L".mcam-mmd";
+}
+
 std::wstring inQuotes(const std::wstring& text)
 {
     return L'"' + text + L'"';
@@ -158,7 +163,7 @@ const SoakPlan::Kind SoakPlan::kinds[] = {
 
 std::wstring soakMachine(std::int32_t requestId)
 {
-    return L"C:\\Machines\\" + std::to_wstring(requestId) + L".mcam-mmd";
+    return machinePath(std::to_wstring(requestId));
 }
 
 std::wstring SoakMenu::nextChoice()
@@ -276,7 +281,7 @@ void SoakPlan::prepare(const Kind& kind)
     const std::string name = kind.name;
     if (kind.part >= 0) {
         const SoakPart& sent = facts_.parts[static_cast<size_t>(kind.part)];
-        open(kind.part, sent.number, sent.machine, sent.ncPath);
+        open(kind.part, sent.number, machinePath(sent.machine), sent.ncPath);
         values_[L"sent name"] = sent.name + L".mcam";
     } else if (name == "requests to a busy host") {
         parkRequests(3);
@@ -325,7 +330,7 @@ void SoakPlan::describeState()
     for (const std::wstring& program : part.programs)
         programs += L"= nc-program number=" + values_[L"NC path"] + L" file=" +
                     inQuotes(facts_.ncFolder + program + L".NC") + L" group=" +
-                    inQuotes(part.topGroup) + L'\n';
+                    inQuotes(part.machine) + L'\n';
 }
 
 void SoakPlan::add(PlannedStep& step, const std::wstring& text) const

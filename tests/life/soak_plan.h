@@ -16,9 +16,8 @@ struct SoakPart {
     std::wstring name;
     std::int32_t number;
     int operations;
-    std::wstring machine;
+    std::wstring machine; // also the name of its top group
     std::int32_t ncPath;
-    std::wstring topGroup;
     Lines programs; // that are posted for it, in alphabetical order
 };
 

@@ -1,4 +1,5 @@
-// A real host that is put through the steps of a plan.
+// A real host that is put through the steps of a plan. What goes otherwise than planned fails the
+// test.
 #pragma once
 
 #include "life/soak_plan.h"
@@ -24,37 +25,22 @@ private:
     std::int64_t offset_ = 0;
 };
 
-// The Companion's log, counted event by event against what was planned. An event is in a short
-// form, without its date and time and without what cannot be known beforehand: the time that it
-// took, the Companion's process, the bytes of a line or program, the name of an exchange file.
-class CompanionEvents {
-public:
-    explicit CompanionEvents(const std::wstring& log) : log_(log) {}
-
-    void plan(const Lines& events);
-    // Reads what is new in the log.
-    void readOn();
-    // Those of the events that have not come as often as they were planned.
-    Lines missing(const Lines& events) const;
-    // What came more often or less often than planned, a line each; empty when nothing did.
-    std::string complaint() const;
-    size_t count() const { return count_; }
-
-private:
-    FileTail log_;
-    std::map<std::wstring, int> open_; // planned, less those that came
-    size_t count_ = 0;
-};
-
 // What the hosts of a soak have in common.
 struct SoakCompany {
     const Installation& installation;
-    CompanionEvents events;
+    FileTail log; // the Companion's
+    // Its events as often as they were planned, less those that came. An event is in a short form,
+    // without its date and time and without what cannot be known beforehand: the time that it took,
+    // the Companion's process, the bytes of a line or program, the name of an exchange file.
+    std::map<std::wstring, int> openEvents{};
     // Commits go one after the other: two hosts that find the same end of the request file write
     // over each other, and there is one screen picture for all of them.
     const void* committing = nullptr;
     // Two check-outs of one second would ask for a file of the same name.
     unsigned long long checkedOutAt = 0; // milliseconds
+
+    // Reads what is new in the log.
+    void readEvents();
 };
 
 class SoakedHost {
@@ -66,39 +52,26 @@ public:
     void goOn(bool withNextStep);
     bool isBetweenSteps() const { return !isStepOn_; }
     size_t steps() const { return steps_; }
-    std::string name() const { return "host " + std::to_string(number_); }
 
-    // What went otherwise than planned, with the seed and the step; empty when nothing did.
-    const std::string& complaint() const { return complaint_; }
-    // Notes what the process holds, against which `heldComplaint` compares; between steps.
+    // Notes what the process holds, between steps.
     void noteHeld();
     // Waits for the process to hold no more and no less than that and what its calls left open on
-    // purpose. What it holds otherwise; empty when all is well.
-    std::string heldComplaint() const;
-    // The counts then and now.
-    std::string heldFigures() const;
-    // Closes the host. What was wrong with that.
-    std::string close();
+    // purpose, and prints the counts.
+    void expectNothingElseHeld() const;
+    void close();
 
     const SoakPlan& plan() const { return *plan_; }
 
 private:
     void begin();
     bool hasItsTurn();
-    void act();
     bool isDone(const std::wstring& act);
     bool writeRequestOf(const std::wstring& words) const;
-    bool isRequestTaken() const;
     void end();
-    void complain(const std::string& what);
-    void complainOfLateness();
-    std::string firstDifference() const;
-    std::string missingVersion() const;
     size_t traceBytes() const;
 
     SoakCompany& company_;
-    const unsigned number_;
-    const std::uint64_t seed_;
+    const std::wstring name_;
     HostProgram host_;
     FileTail trace_;
     std::unique_ptr<SoakPlan> plan_;
@@ -110,7 +83,6 @@ private:
     size_t steps_ = 0;
     unsigned long long begunAt_ = 0; // milliseconds
     std::unique_ptr<Process> start_; // of the Companion
-    std::string complaint_;
     ProcessCounts heldBefore_;
     size_t traceBytesBefore_ = 0;
     LeftOpen onPurpose_;

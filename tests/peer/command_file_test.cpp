@@ -11,11 +11,11 @@ using namespace std::string_literals;
 
 namespace {
 
-void expectOpening(const std::string& bytes, RequestKind kind, int id, const std::string& path,
+void expectOpening(const std::string& bytes, HostCommandKind kind, int id, const std::string& path,
                    size_t remarks)
 {
-    const Request text = parseRequest(bytes);
-    EXPECT_EQ(requestName(text.kind), requestName(kind)) << bytes;
+    const HostCommand text = parseHostCommand(bytes);
+    EXPECT_EQ(hostCommandName(text.kind), hostCommandName(kind)) << bytes;
     EXPECT_EQ(text.id, id) << bytes;
     EXPECT_EQ(text.path, path) << bytes;
     EXPECT_EQ(text.remarks.size(), remarks) << bytes;
@@ -68,43 +68,43 @@ TEST(PeerPlainAscii, isPrintableCharactersAndSpace)
 
 TEST(PeerRequestText, isAnOpenRequest)
 {
-    expectOpening(MARK "12 C:\\parts\\a b.mcam\n"s, RequestKind::open, 12, "C:\\parts\\a b.mcam",
-                  0);
-    expectOpening(MARK "-7 C:\\a\n"s, RequestKind::open, -7, "C:\\a", 0);
-    expectOpening(MARK "7 \n"s, RequestKind::newFile, 7, "", 0);
+    expectOpening(MARK "12 C:\\parts\\a b.mcam\n"s, HostCommandKind::open, 12,
+                  "C:\\parts\\a b.mcam", 0);
+    expectOpening(MARK "-7 C:\\a\n"s, HostCommandKind::open, -7, "C:\\a", 0);
+    expectOpening(MARK "7 \n"s, HostCommandKind::newFile, 7, "", 0);
 }
 
 TEST(PeerRequestText, keepsTheAddInsOddLengths)
 {
-    expectOpening(MARK "12 C:\\a\r\n"s, RequestKind::open, 12, "C:\\a\r", 1);
-    expectOpening(MARK "12 C:\\a"s, RequestKind::open, 12, "C:\\", 1);
-    expectOpening("xyz12 C:\\a\n", RequestKind::open, 12, "C:\\a", 1);
-    expectOpening(MARK "12 C:\\\xC4\n"s, RequestKind::open, 12, "C:\\\xC4", 1);
-    expectOpening(MARK "-1 C:\\a\n"s, RequestKind::open, -1, "C:\\a", 1);
-    expectOpening(MARK "1 C:\\a\nmore"s, RequestKind::open, 1, "C:\\a\n", 2);
+    expectOpening(MARK "12 C:\\a\r\n"s, HostCommandKind::open, 12, "C:\\a\r", 1);
+    expectOpening(MARK "12 C:\\a"s, HostCommandKind::open, 12, "C:\\", 1);
+    expectOpening("xyz12 C:\\a\n", HostCommandKind::open, 12, "C:\\a", 1);
+    expectOpening(MARK "12 C:\\\xC4\n"s, HostCommandKind::open, 12, "C:\\\xC4", 1);
+    expectOpening(MARK "-1 C:\\a\n"s, HostCommandKind::open, -1, "C:\\a", 1);
+    expectOpening(MARK "1 C:\\a\nmore"s, HostCommandKind::open, 1, "C:\\a\n", 2);
 }
 
 TEST(PeerRequestText, isACheckInOnlyWithTheExactWord)
 {
-    expectOpening("CHECKIN a.mcam", RequestKind::checkIn, 0, "a.mcam", 0);
-    expectOpening("CHECKIN", RequestKind::checkIn, 0, "", 0);
-    expectOpening("CHECKIN\n", RequestKind::malformed, 0, "", 1);
-    expectOpening("checkin a", RequestKind::malformed, 0, "", 1);
-    expectOpening(MARK "CHECKIN a"s, RequestKind::malformed, 0, "", 1);
+    expectOpening("CHECKIN a.mcam", HostCommandKind::checkIn, 0, "a.mcam", 0);
+    expectOpening("CHECKIN", HostCommandKind::checkIn, 0, "", 0);
+    expectOpening("CHECKIN\n", HostCommandKind::malformed, 0, "", 1);
+    expectOpening("checkin a", HostCommandKind::malformed, 0, "", 1);
+    expectOpening(MARK "CHECKIN a"s, HostCommandKind::malformed, 0, "", 1);
 }
 
 TEST(PeerRequestText, isMalformedWithoutSpaceOrNumber)
 {
-    expectOpening("", RequestKind::none, 0, "", 0);
-    expectOpening("x", RequestKind::malformed, 0, "", 1);
-    expectOpening(MARK "12"s, RequestKind::malformed, 0, "", 1);
-    expectOpening(MARK "2147483648 C:\\a\n"s, RequestKind::malformed, 0, "", 1);
-    expectOpening(MARK "x C:\\a\n"s, RequestKind::malformed, 0, "", 1);
+    expectOpening("", HostCommandKind::none, 0, "", 0);
+    expectOpening("x", HostCommandKind::malformed, 0, "", 1);
+    expectOpening(MARK "12"s, HostCommandKind::malformed, 0, "", 1);
+    expectOpening(MARK "2147483648 C:\\a\n"s, HostCommandKind::malformed, 0, "", 1);
+    expectOpening(MARK "x C:\\a\n"s, HostCommandKind::malformed, 0, "", 1);
 }
 
 TEST(PeerRequestText, isTooLongAbove65536Bytes)
 {
     const std::string name(65536, 'a');
-    EXPECT_EQ(parseRequest("CHECKIN " + name.substr(8)).remarks.size(), 0u);
-    EXPECT_EQ(parseRequest("CHECKIN " + name.substr(7)).remarks.size(), 1u);
+    EXPECT_EQ(parseHostCommand("CHECKIN " + name.substr(8)).remarks.size(), 0u);
+    EXPECT_EQ(parseHostCommand("CHECKIN " + name.substr(7)).remarks.size(), 1u);
 }

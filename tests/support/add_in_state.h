@@ -65,7 +65,7 @@ struct AddInState {
         setRecentFiles({});
         setNcPathNumber(-1);
         setSecondSettingsNumber(0);
-        setSaveNotified(true);
+        setSaveUnreported(true);
         setEvent37Seen(false);
         setCaptureOnCloseEnabled(false);
         setCaptureOnClosePending(false);

@@ -18,7 +18,7 @@ Function* systems(Function*, const char* name, const wchar_t* library = L"kernel
 // process's life.
 template <class Function>
 void redirectCalls(Function* function, const char* name, Function* to,
-               const wchar_t* library = L"kernel32.dll")
+                   const wchar_t* library = L"kernel32.dll")
 {
     standin::redirectImports(GetModuleHandleW(nullptr), systems(function, name, library), to);
 }

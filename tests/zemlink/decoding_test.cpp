@@ -174,7 +174,7 @@ std::string answerText(const std::string& bytes)
 
 std::string loadsIn(std::string_view log)
 {
-    return asText(decode(ExchangeKind::loadLog, log).report);
+    return asText(decode(ExchangeKind::debugLog, log).report);
 }
 
 } // namespace
@@ -253,7 +253,7 @@ TEST(Decoding, showsTheProgressOfLoads)
 
 TEST(Decoding, separatesInterleavedLoads)
 {
-    const Outcome outcome = decode(ExchangeKind::loadLog, "Loading File #1: a\nLoading File #1: b\n"
+    const Outcome outcome = decode(ExchangeKind::debugLog, "Loading File #1: a\nLoading File #1: b\n"
                                                           "Loading File #2: a\nLoading File #2: b\n"
                                                           "Loading File #3: a\n");
     EXPECT_EQ(outcome.exitCode, done);
@@ -264,7 +264,7 @@ TEST(Decoding, separatesInterleavedLoads)
 TEST(Decoding, showsBadLinesOfALog)
 {
     const Outcome outcome =
-        decode(ExchangeKind::loadLog, "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
+        decode(ExchangeKind::debugLog, "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
                                       "Loading File #8: a\nhello\nLoading File #2:\n");
     EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report["badLines"].dump(), "[1,3,4,5,6]");

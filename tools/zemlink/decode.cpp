@@ -1,7 +1,7 @@
 #include "tools/zemlink/decode.h"
 
 #include "peer/bitmap_file.h"
-#include "peer/load_log.h"
+#include "peer/debug_log.h"
 #include "peer/nc_queue_file.h"
 #include "peer/settings_file.h"
 #include "peer/text.h"
@@ -63,9 +63,9 @@ Report loadReport(const peer::LoggedLoad& load)
     return report;
 }
 
-Outcome decodeLoadLog(std::string_view bytes)
+Outcome decodeDebugLog(std::string_view bytes)
 {
-    const peer::LoadLog log = peer::parseLoadLog(bytes);
+    const peer::DebugLog log = peer::parseDebugLog(bytes);
     Report report{{"loads", Report::array()}};
     for (const peer::LoggedLoad& load : log.loads)
         report["loads"].push_back(loadReport(load));
@@ -122,8 +122,8 @@ Outcome decodeContent(ExchangeKind kind, std::string_view bytes)
         return decodeNotices(bytes);
     case ExchangeKind::picture:
         return decodePicture(bytes);
-    case ExchangeKind::loadLog:
-        return decodeLoadLog(bytes);
+    case ExchangeKind::debugLog:
+        return decodeDebugLog(bytes);
     case ExchangeKind::settings:
         break;
     }

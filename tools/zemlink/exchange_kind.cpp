@@ -20,7 +20,7 @@ constexpr KindWord words[] = {
     {ExchangeKind::checkoutAnswer, "answer"}, {ExchangeKind::commitRecords, "commits"},
     {ExchangeKind::toolData, "tools"},        {ExchangeKind::ncQueue, "queue"},
     {ExchangeKind::notices, "notices"},       {ExchangeKind::picture, "picture"},
-    {ExchangeKind::loadLog, "log"},           {ExchangeKind::settings, "settings"},
+    {ExchangeKind::debugLog, "log"},          {ExchangeKind::settings, "settings"},
 };
 
 struct NameForm {
@@ -38,7 +38,7 @@ constexpr NameForm forms[] = {
     {peer::checkoutAnswerStart, L".tmp", ExchangeKind::checkoutAnswer},
     {peer::screenPictureName, peer::pictureEnd, ExchangeKind::picture},
     {peer::toolPictureStart, peer::pictureEnd, ExchangeKind::picture},
-    {peer::loadLogName, peer::textEnd, ExchangeKind::loadLog},
+    {peer::debugLogName, peer::textEnd, ExchangeKind::debugLog},
     {peer::settingsName, L".ini", ExchangeKind::settings},
 };
 
@@ -80,7 +80,7 @@ constexpr TextStart starts[] = {
     {"CHECKIN ", ExchangeKind::commandFile},
     {peer::toolRecordStart, ExchangeKind::toolData},
     {peer::ncQueueWord, ExchangeKind::ncQueue},
-    {peer::loadLogStart, ExchangeKind::loadLog},
+    {peer::debugLogLineStart, ExchangeKind::debugLog},
     {peer::commitNotice, ExchangeKind::notices},
     {peer::toolDataNotice, ExchangeKind::notices},
     {peer::setupSheetNotice, ExchangeKind::notices},

@@ -17,7 +17,7 @@ enum class ExchangeKind {
     ncQueue,
     notices,
     picture,
-    loadLog,
+    debugLog,
     settings
 };
 

@@ -25,13 +25,13 @@ std::string answerName(peer::AnswerKind kind)
 
 Outcome decodeCommand(std::string_view bytes)
 {
-    const peer::Request text = peer::parseRequest(bytes);
-    Report report{{"request", peer::requestName(text.kind)}};
-    if (text.kind == peer::RequestKind::open || text.kind == peer::RequestKind::newFile)
+    const peer::HostCommand text = peer::parseHostCommand(bytes);
+    Report report{{"request", peer::hostCommandName(text.kind)}};
+    if (text.kind == peer::HostCommandKind::open || text.kind == peer::HostCommandKind::newFile)
         report["id"] = text.id;
-    if (text.kind == peer::RequestKind::open)
+    if (text.kind == peer::HostCommandKind::open)
         report["path"] = peer::ansiToUtf8(text.path);
-    if (text.kind == peer::RequestKind::checkIn)
+    if (text.kind == peer::HostCommandKind::checkIn)
         report["name"] = peer::ansiToUtf8(text.path);
     if (!text.remarks.empty())
         report["remarks"] = text.remarks;

@@ -1,4 +1,4 @@
-#include "peer/load_log.h"
+#include "peer/debug_log.h"
 
 #include "peer/lines.h"
 #include "peer/wire_constants.h"
@@ -19,11 +19,11 @@ struct Step {
 
 Step parseStep(std::string_view line)
 {
-    const size_t textAt = loadLogStart.size() + 1 + separator.size();
-    if (line.size() < textAt || !line.starts_with(loadLogStart) ||
-        line.substr(loadLogStart.size() + 1, separator.size()) != separator)
+    const size_t textAt = debugLogLineStart.size() + 1 + separator.size();
+    if (line.size() < textAt || !line.starts_with(debugLogLineStart) ||
+        line.substr(debugLogLineStart.size() + 1, separator.size()) != separator)
         return {};
-    const char digit = line[loadLogStart.size()];
+    const char digit = line[debugLogLineStart.size()];
     return digit >= '1' && digit <= '7' ? Step{digit - '0', std::string(line.substr(textAt))}
                                         : Step{};
 }
@@ -57,9 +57,9 @@ bool continueLoad(std::vector<LoggedLoad>& loads, const Step& step)
 
 } // namespace
 
-LoadLog parseLoadLog(std::string_view bytes)
+DebugLog parseDebugLog(std::string_view bytes)
 {
-    LoadLog log;
+    DebugLog log;
     size_t number = 0;
     for (const std::string_view line : fileLines(bytes)) {
         ++number;

@@ -21,12 +21,12 @@ struct LoggedLoad {
     bool isFinished() const { return lastStep == 7 || !system.empty(); }
 };
 
-struct LoadLog {
+struct DebugLog {
     std::vector<LoggedLoad> loads{};
     std::vector<size_t> badLines{}; // numbers, from 1, of lines that belong to no load
 };
 
 // The lines of hosts that load at the same time are interleaved.
-LoadLog parseLoadLog(std::string_view bytes);
+DebugLog parseDebugLog(std::string_view bytes);
 
 } // namespace peer
