@@ -1,8 +1,11 @@
 #include "endtoend/command_file_run.h"
 
 #include "fuzz/differences.h"
+#include "peer/exchange_paths.h"
 #include "support/companion_double.h"
 
+#include <filesystem>
+#include <gtest/gtest.h>
 #include <windows.h>
 
 namespace testing_support {
@@ -12,28 +15,12 @@ namespace {
 const std::string traceOfTheStart = "ui m_version(2100) -> 2100\nui m_open(0) -> 0\n";
 const std::string traceOfTheEnd = "ui m_close(0) -> 0\n";
 
-// Answers boxes, as a host does while a script runs, until the last part has been saved.
-std::string scriptUntilTheLastPart()
+// The file is not opened, because an open handle would keep it from being deleted. Without a file,
+// the largest number.
+std::uintmax_t sizeOf(const std::wstring& path)
 {
-    return "wait-for " + std::string(lastPartName) + "\", main 240000\nquit\n";
-}
-
-// Nothing is opened for it, because an open handle would keep the file from being deleted.
-std::optional<std::uint64_t> sizeOf(const std::wstring& path)
-{
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
-        return std::nullopt;
-    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
-}
-
-// Of a long file only the beginning is shown: the seed makes it again.
-std::string shownBytes(const std::string& bytes)
-{
-    constexpr size_t mostShown = 400;
-    return std::to_string(bytes.size()) + " bytes " +
-           fuzzing::shown(std::string_view(bytes).substr(0, mostShown)) +
-           (bytes.size() > mostShown ? " and so on" : "");
+    std::error_code error;
+    return std::filesystem::file_size(path, error);
 }
 
 } // namespace
@@ -43,7 +30,9 @@ CommandFileRun::CommandFileRun(const Installation& installation, const std::wstr
     : installation_(installation),
       tracePath_(installation.path(name + L".trace")),
       files_(std::move(files)),
-      host_(installation, scriptUntilTheLastPart(), name),
+      // Answers boxes, as a host does while a script runs, until the last part has been saved.
+      host_(installation, "wait-for " + std::string(lastPartName) + "\", main 240000\nquit\n",
+            name),
       plannedTraceSize_(traceOfTheStart.size()),
       sentAt_(GetTickCount64())
 {
@@ -62,7 +51,7 @@ void CommandFileRun::goOn()
         return;
     const PlannedFile& file = files_[sent_];
     if (file.machineRequest)
-        writeBytes(machineSettingsPath(installation_, *file.machineRequest),
+        writeBytes(peer::machineSettingsPath(installation_.root(), *file.machineRequest),
                    machineSettingsText(*file.machineRequest));
     if (!writeRequest(host_.commandFile(), file.bytes))
         return;
@@ -73,45 +62,25 @@ void CommandFileRun::goOn()
 
 bool CommandFileRun::isThroughWithTheLast() const
 {
-    if (sizeOf(tracePath_).value_or(0) < plannedTraceSize_)
+    if (sizeOf(tracePath_) + 1 <= plannedTraceSize_)
         return false;
     // The host closes after the last file, and its command file goes with it.
-    return sent_ == files_.size() || sizeOf(host_.commandFile()) == 0u;
+    return sent_ == files_.size() || sizeOf(host_.commandFile()) == 0;
 }
 
-std::string CommandFileRun::complaint() const
+void CommandFileRun::expectPlanned() const
 {
-    const std::string lost = isLost_ ? lostFile() : "";
-    if (!isLost_ && host_.process().waitForExit() != 0u)
-        return "the host did not close with 0";
-    return lost + firstDifference(readBytes(tracePath_).value_or(""));
-}
-
-std::string CommandFileRun::lostFile() const
-{
-    if (sent_ == 0)
-        return "the host did not get ready\n";
-    return "file " + std::to_string(sent_ - 1) +
-           " was not carried out: " + shownBytes(files_[sent_ - 1].bytes) +
-           "\nwhat differs first:\n";
-}
-
-std::string CommandFileRun::firstDifference(const std::string& trace) const
-{
+    EXPECT_TRUE(isAtEnd() && !isLost_) << "lost, or not taken: file " << sent_ - 1;
+    EXPECT_TRUE(isLost_ || host_.process().waitForExit() == 0u);
+    const std::string trace = readBytes(tracePath_).value_or("");
     size_t at = traceOfTheStart.size();
-    if (trace.compare(0, at, traceOfTheStart) != 0)
-        return "the trace begins otherwise than with the add-in's start";
-    for (size_t i = 0; i < files_.size(); ++i) {
-        const std::string& planned = files_[i].trace;
-        if (trace.compare(at, planned.size(), planned) != 0)
-            return "file " + std::to_string(i) +
-                   ", or one before it without an effect: " + shownBytes(files_[i].bytes) +
-                   "\nplanned:\n" + planned + "traced:\n" + trace.substr(at, planned.size() + 200);
-        at += planned.size();
+    ASSERT_EQ(trace.substr(0, at), traceOfTheStart);
+    for (const PlannedFile& file : files_) {
+        ASSERT_EQ(trace.substr(at, file.trace.size()), file.trace)
+            << "with this file, or one before it without an effect: " << fuzzing::shown(file.bytes);
+        at += file.trace.size();
     }
-    if (trace.substr(at) != traceOfTheEnd)
-        return "after the last file the trace goes on:\n" + trace.substr(at, 800);
-    return "";
+    EXPECT_EQ(trace.substr(at), traceOfTheEnd);
 }
 
 } // namespace testing_support

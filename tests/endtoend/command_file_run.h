@@ -20,14 +20,11 @@ public:
     // All files are through, or the one that was handed over last has been waited for too long.
     bool isAtEnd() const { return isLost_ || (done_ && sent_ == files_.size()); }
 
-    // What went otherwise than planned, with the file's bytes; empty when nothing did. Waits for
-    // the host to close when all files are through.
-    std::string complaint() const;
+    // Expects all files to have had their effect, and the host to close after them.
+    void expectPlanned() const;
 
 private:
     bool isThroughWithTheLast() const;
-    std::string lostFile() const;
-    std::string firstDifference(const std::string& trace) const;
 
     const Installation& installation_;
     const std::wstring tracePath_;
