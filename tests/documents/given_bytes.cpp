@@ -11,18 +11,14 @@ using namespace testing_support;
 
 namespace documents {
 
-namespace {
-
 using torvapdm::CheckoutAnswer;
 
-CheckoutAnswer answerOf(const std::string& bytes, std::wstring& kind)
+static CheckoutAnswer answerOf(const std::string& bytes, std::wstring& kind)
 {
     std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
     std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
     return torvapdm::parseCheckoutAnswer(text, kind);
 }
-
-} // namespace
 
 // Each key of it shows: the reader is woken with the load, the sheet goes out with the save, and
 // the commit names a file of the Companion's own folder.

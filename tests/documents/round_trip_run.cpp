@@ -29,80 +29,44 @@ const std::string script = "wait-for CFile_DoFileSave( 60000\n"
                            "wait-for m_notify(37) 60000\n"
                            "quit\n";
 
-struct InstalledCompanion : Installation {
-    InstalledCompanion() : Installation(Registry::ofTheUser, installationOfThePages)
-    {
-        installCompanionWithLibrary(*this);
-    }
-};
-
-class RoundTrip {
-public:
-    // True once the add-in has opened the part.
-    bool send()
-    {
-        return host_.waitForCommandFile() && companion_.tell(L"--send bracket") == carriedOut &&
-               host_.waitForTrace(L"CFile_DoFileSave(");
-    }
-    void noteLoadAndSave()
-    {
-        made_["commit-notice"] = nextLine();
-        made_["setup-sheet-notice"] = nextLine();
-        made_["load-log"] = bytesOf(L"sys\\mcxlog.txt");
-        // The Companion has moved the picture, without touching it.
-        EXPECT_TRUE(
-            companion_.waitForLog(L"version name=\"bracket\" version=2 number=17 picture=yes"));
-        made_["screen-picture"] = bytesOf(L"library\\bracket\\v2.bmp");
-    }
-    void noteQueue()
-    {
-        host_.command(postCommand);
-        EXPECT_TRUE(host_.sendEvent(goOn));
-        made_["queue-notice"] = nextLine();
-        made_["nc-queue"] = bytesOf(L"temp\\ncqueue-17.txt");
-    }
-    // The second one's id is the number of no request.
-    void noteBothCommits()
-    {
-        EXPECT_EQ(companion_.tell(L"--new-file --id -1"), carriedOut);
-        EXPECT_NE(nextLine(), "");
-        const std::wstring process = std::to_wstring(companion_.process().id());
-        made_["commit-records"] = bytesOf(L"temp\\torvapdm-" + process + L".dat");
-    }
-    Made end()
-    {
-        EXPECT_TRUE(host_.sendEvent(goOn));
-        EXPECT_EQ(host_.process().waitForExit(), 0u);
-        EXPECT_EQ(count(host_.trace(), L"message-box"), 0u);
-        return made_;
-    }
-
-private:
-    std::string nextLine() const { return port_.nextConnection().value_or(""); }
-    std::string bytesOf(const std::wstring& file) const
-    {
-        return readBytes(installation_.path(file)).value_or("");
-    }
-
-    const InstalledCompanion installation_;
-    // In the Companion's place, which would remove the queue on its notice.
-    const LineReceiver port_;
-    const CompanionProgram companion_{installation_};
-    const HostProgram host_{installation_, script};
-    Made made_;
-};
-
 } // namespace
 
 Made roundTripOfAPart()
 {
-    RoundTrip trip;
-    if (!trip.send())
+    const Installation installation(Registry::ofTheUser, installationOfThePages);
+    installCompanionWithLibrary(installation);
+    // In the Companion's place, which would remove the queue on its notice.
+    const LineReceiver port;
+    const CompanionProgram companion(installation);
+    const HostProgram host(installation, script);
+    const auto nextLine = [&] { return port.nextConnection().value_or(""); };
+    const auto bytesOf = [&](const std::wstring& file) {
+        return readBytes(installation.path(file)).value_or("");
+    };
+    if (!host.waitForCommandFile() || companion.tell(L"--send bracket") != carriedOut ||
+        !host.waitForTrace(L"CFile_DoFileSave("))
         return {}; // the host would wait for the part
-    trip.noteLoadAndSave();
-    trip.noteQueue();
-    trip.noteBothCommits();
-    return trip.end();
+    Made made{{"commit-notice", nextLine()}, {"setup-sheet-notice", nextLine()}};
+    made["load-log"] = bytesOf(L"sys\\mcxlog.txt");
+    // The Companion has moved the picture, without touching it.
+    EXPECT_TRUE(companion.waitForLog(L"version name=\"bracket\" version=2 number=17 picture=yes"));
+    made["screen-picture"] = bytesOf(L"library\\bracket\\v2.bmp");
+
+    host.command(postCommand);
+    EXPECT_TRUE(host.sendEvent(goOn));
+    made["queue-notice"] = nextLine();
+    made["nc-queue"] = bytesOf(L"temp\\ncqueue-17.txt");
+
+    // The second commit's id is the number of no request.
+    EXPECT_EQ(companion.tell(L"--new-file --id -1"), carriedOut);
+    EXPECT_NE(nextLine(), "");
+    const std::wstring process = std::to_wstring(companion.process().id());
+    made["commit-records"] = bytesOf(L"temp\\torvapdm-" + process + L".dat");
+
+    EXPECT_TRUE(host.sendEvent(goOn));
+    EXPECT_EQ(host.process().waitForExit(), 0u);
+    EXPECT_EQ(count(host.trace(), L"message-box"), 0u);
+    return made;
 }
 
 } // namespace documents

@@ -32,29 +32,14 @@ std::string machineOf(std::int32_t id)
 std::string openingLines(const std::string& path, std::int32_t id)
 {
     return "ui DoFileOpen(\"" + path + "\", false, false, 1, true, *, null) -> true\n" +
-           "ui SetActiveMachine(\"" + machineOf(id) + "\") -> true\n" +
-           "ui set_db_unchanged()\n"
-           "ui CMastercamInterface.position1(\"" +
-           path +
-           "\")\n"
-           "ui CMastercamView.position0()\n"
-           "ui CMastercamInterface.position3()\n"
-           "ui CFile_DoFileSave(\"" +
-           path + "\", main, false, false) -> true\n" + "ui set_db_unchanged()\n";
-}
-
-bool isFile(const wchar_t* path)
-{
-    const DWORD attributes = GetFileAttributesW(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+           "ui SetActiveMachine(\"" + machineOf(id) + "\") -> true\n" + "ui set_db_unchanged()\n" +
+           "ui CMastercamInterface.position1(\"" + path + "\")\n" +
+           "ui CMastercamView.position0()\n" + "ui CMastercamInterface.position3()\n" +
+           "ui CFile_DoFileSave(\"" + path + "\", main, false, false) -> true\n" +
+           "ui set_db_unchanged()\n";
 }
 
 } // namespace
-
-std::wstring machineSettingsPath(const Installation& installation, std::int32_t id)
-{
-    return installation.path(L"temp\\mcsettings-" + std::to_wstring(id) + L".txt");
-}
 
 std::string machineSettingsText(std::int32_t id)
 {
@@ -94,19 +79,15 @@ std::string CommandFilePlan::openText()
     return text + ' ' + parts_[random_.below(parts_.size())] + '\n';
 }
 
-std::string CommandFilePlan::newFileText()
-{
-    const std::string text = "\xEF\xBB\xBF" + std::to_string(random_.below(100)) + ' ';
-    return random_.isOneIn(2) ? text + '\n' : text;
-}
-
 std::string CommandFilePlan::anyText()
 {
     const std::uint64_t kind = random_.below(9);
     if (kind < 2)
         return openText();
-    if (kind == 3)
-        return newFileText();
+    if (kind == 3) {
+        const std::string text = "\xEF\xBB\xBF" + std::to_string(random_.below(100)) + ' ';
+        return random_.isOneIn(2) ? text + '\n' : text;
+    }
     std::string bytes = fuzzing::mutated({seeds_, tokens_}, random_);
     if (kind == 2)
         bytes.insert(0, random_.isOneIn(2) ? "CHECKIN " : "CHECKIN");
@@ -148,23 +129,19 @@ std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
     return file;
 }
 
-// False for the number of another host or of a file before this one.
-bool CommandFilePlan::takeNumber(std::int32_t id)
-{
-    return static_cast<std::uint64_t>(std::abs(std::int64_t{id})) % host_.count == host_.number &&
-           machineRequests_.insert(id).second;
-}
-
 // Nothing for a file outside the parts' folder, and for a number that is not free.
 std::optional<PlannedFile> CommandFilePlan::opening(PlannedFile file, std::int32_t id,
                                                     const std::wstring& path)
 {
     const std::wstring seen = path.c_str(); // as far as the system looks
-    if (!isFile(seen.c_str())) {
+    const DWORD attributes = GetFileAttributesW(seen.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         file.trace = "ui message-box(\"TORVA ZEM\", \"The file does not exist.\")\n";
         return file;
     }
-    if (seen.rfind(folder_, 0) != 0 || !takeNumber(id))
+    const bool isOwnNumber =
+        static_cast<std::uint64_t>(std::abs(std::int64_t{id})) % host_.count == host_.number;
+    if (!seen.starts_with(folder_) || !isOwnNumber || !machineRequests_.insert(id).second)
         return std::nullopt;
     file.trace = openingLines(toUtf8(seen), id);
     file.machineRequest = id;

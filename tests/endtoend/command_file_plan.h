@@ -38,9 +38,7 @@ public:
 private:
     std::string anyText();
     std::string openText();
-    std::string newFileText();
     std::optional<PlannedFile> planned(const std::string& bytes);
-    bool takeNumber(std::int32_t id);
     std::optional<PlannedFile> opening(PlannedFile file, std::int32_t id, const std::wstring& path);
 
     const HostNumber host_;
@@ -54,8 +52,7 @@ private:
 
 // The part that the last file opens.
 extern const char lastPartName[];
-// The machine-settings file's path and content for a request.
-std::wstring machineSettingsPath(const Installation& installation, std::int32_t id);
+// The machine-settings file's content for a request.
 std::string machineSettingsText(std::int32_t id);
 
 } // namespace testing_support

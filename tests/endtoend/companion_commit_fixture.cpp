@@ -5,6 +5,36 @@
 
 namespace testing_support {
 
+CommitAppend::CommitAppend(const std::wstring& requestFile)
+    : file_(CreateFileW(requestFile.c_str(), GENERIC_READ | GENERIC_WRITE,
+                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                        OPEN_ALWAYS, 0, nullptr)),
+      offset_(SetFilePointer(file_, 0, nullptr, FILE_END))
+{
+    EXPECT_NE(file_, INVALID_HANDLE_VALUE) << GetLastError();
+}
+
+bool CommitAppend::lock(size_t bytes)
+{
+    locked_ = static_cast<DWORD>(bytes);
+    return LockFile(file_, offset_, 0, locked_, 0) != FALSE;
+}
+
+bool CommitAppend::write(const std::string& bytes)
+{
+    DWORD written = 0;
+    return WriteFile(file_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+           written == bytes.size();
+}
+
+void appendCommit(const std::wstring& requestFile, const std::string& record)
+{
+    CommitAppend append(requestFile);
+    append.lock(record.size());
+    append.write(record);
+    append.unlock();
+}
+
 std::wstring CommitFixture::requestFile(DWORD processId) const
 {
     return installation.path(L"temp\\torvapdm-" + std::to_wstring(processId) + L".dat");

@@ -1,7 +1,7 @@
 // A test of the stand-in Companion's side of commits, in its own installation folder.
 #pragma once
 
-#include "endtoend/companion_commit_writer.h"
+#include "peer/commit_record.h"
 #include "support/companion_program.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +15,36 @@ namespace testing_support {
 constexpr DWORD carriedOut = 0;
 constexpr DWORD notCarriedOut = 1;
 constexpr std::uint32_t noId = 0xFFFFFFFF;
+
+inline std::string formatCommitRecord(std::uint32_t id, const std::wstring& file)
+{
+    return peer::formatCommitRecord({id, file});
+}
+
+// One append as the add-in does it, with the same calls in the same order. Opening finds the end of
+// the file, which is made when it is missing.
+class CommitAppend {
+public:
+    explicit CommitAppend(const std::wstring& requestFile);
+    ~CommitAppend() { CloseHandle(file_); }
+    CommitAppend(const CommitAppend&) = delete;
+    CommitAppend& operator=(const CommitAppend&) = delete;
+
+    // Locks so many bytes from the end on; false when another has locked one of them. The add-in
+    // does not look at that.
+    bool lock(size_t bytes);
+    // Writes at the end that was found, then after what was written before.
+    bool write(const std::string& bytes);
+    void unlock() { UnlockFile(file_, offset_, 0, locked_, 0); }
+
+private:
+    const HANDLE file_;
+    const DWORD offset_;
+    DWORD locked_ = 0;
+};
+
+// The whole append of one record.
+void appendCommit(const std::wstring& requestFile, const std::string& record);
 
 class CommitFixture : public ::testing::Test {
 protected:

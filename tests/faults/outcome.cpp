@@ -9,15 +9,6 @@ namespace testing_support {
 
 namespace {
 
-constexpr wchar_t usersTemporaryFolder[] = L"user temp";
-
-std::wstring withoutProcessId(std::wstring name)
-{
-    const std::wstring own = std::to_wstring(GetCurrentProcessId());
-    const size_t place = name.find(own);
-    return place == name.npos ? name : name.replace(place, own.size(), L"PID");
-}
-
 // The parts with commas between them.
 std::string joined(const std::vector<std::string>& parts)
 {
@@ -31,11 +22,15 @@ std::string joined(const std::vector<std::string>& parts)
 
 Files filesBelow(const std::wstring& folder)
 {
+    const std::wstring ownId = std::to_wstring(GetCurrentProcessId());
     Files files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        const std::wstring name = entry.path().wstring().substr(folder.size() + 1);
-        if (!entry.is_directory() && !name.starts_with(usersTemporaryFolder))
-            files[withoutProcessId(name)] = readBytes(entry.path().wstring()).value_or("");
+        std::wstring name = entry.path().wstring().substr(folder.size() + 1);
+        if (entry.is_directory() || name.starts_with(L"user temp"))
+            continue;
+        if (const size_t place = name.find(ownId); place != name.npos)
+            name.replace(place, ownId.size(), L"PID");
+        files[name] = readBytes(entry.path().wstring()).value_or("");
     }
     return files;
 }

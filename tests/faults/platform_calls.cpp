@@ -89,154 +89,48 @@ std::vector<std::string>& names()
 }
 
 template <class Tag, class Result, class... Arguments>
-void lead(const char* name, Result (*function)(Arguments...), Result failure, DWORD error,
+struct NamedCall {
+    const char* name;
+    Result (*function)(Arguments...);
+};
+
+template <class Result, class... Arguments, class Tag = decltype([] {})>
+NamedCall<Tag, Result, Arguments...> call(const char* name, Result (*function)(Arguments...))
+{
+    return {name, function};
+}
+
+template <class Failure, class Tag, class Result, class... Arguments>
+void lead(NamedCall<Tag, Result, Arguments...> call,
+          std::type_identity_t<Result (*)(Arguments...)> systems, Failure failure, DWORD error,
           bool actsAnyway)
 {
     using Led = LedCall<Tag, Result, Arguments...>;
-    Led::systems = function;
-    Led::failure = failure;
+    Led::systems = systems;
+    Led::failure = static_cast<Result>(failure);
     Led::error = error;
     Led::number = static_cast<int>(names().size());
     Led::actsAnyway = actsAnyway;
-    names().emplace_back(name);
-    standin::redirectImports(GetModuleHandleW(nullptr), Led::systems, &Led::call);
+    names().emplace_back(call.name);
+    standin::redirectImports(GetModuleHandleW(nullptr), systems, &Led::call);
 }
 
-// A call that does nothing and reports failure.
-template <class Result, class... Arguments, class Tag = decltype([] {})>
-void fails(const char* name, const wchar_t* library, Result (*function)(Arguments...),
-           std::type_identity_t<Result> failure, DWORD error = ERROR_ACCESS_DENIED)
+// The library of the calls that follow.
+const wchar_t* library = nullptr;
+
+// Calls that do nothing and report failure.
+template <class Failure, class... Calls>
+void fail(Failure failure, DWORD error, Calls... calls)
 {
-    lead<Tag>(name, systems(function, name, library), failure, error, false);
+    (lead(calls, systems(calls.function, calls.name, library), failure, error, false), ...);
 }
 
-// A call that releases something: it does so and reports failure all the same.
-template <class Result, class... Arguments, class Tag = decltype([] {})>
-void complains(const char* name, const wchar_t* library, Result (*function)(Arguments...),
-               std::type_identity_t<Result> failure)
+// Calls that release something: they do so and report failure all the same.
+template <class Failure, class... Calls>
+void complain(Failure failure, Calls... calls)
 {
-    lead<Tag>(name, systems(function, name, library), failure, ERROR_INVALID_HANDLE, true);
-}
-
-void leadRegistryAndProcesses()
-{
-    constexpr wchar_t kernel[] = L"kernel32.dll";
-    fails("RegCreateKeyExW", L"advapi32.dll", &RegCreateKeyExW, ERROR_ACCESS_DENIED);
-    fails("RegQueryValueExW", L"advapi32.dll", &RegQueryValueExW, ERROR_ACCESS_DENIED);
-    fails("CreateThread", kernel, &CreateThread, nullptr, ERROR_NOT_ENOUGH_MEMORY);
-    fails("ResumeThread", kernel, &ResumeThread, static_cast<DWORD>(-1));
-    fails("SetThreadPriority", kernel, &SetThreadPriority, FALSE);
-    fails("WaitForSingleObject", kernel, &WaitForSingleObject, WAIT_FAILED);
-    fails("OpenSemaphoreW", kernel, &OpenSemaphoreW, nullptr, ERROR_FILE_NOT_FOUND);
-    redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &notedShellExecute, L"shell32.dll");
-    lead<struct ShellStart>("ShellExecuteExW", &notedShellExecute, FALSE, ERROR_ACCESS_DENIED,
-                            false);
-    fails("LoadLibraryW", kernel, &LoadLibraryW, nullptr, ERROR_MOD_NOT_FOUND);
-    fails("GetProcAddress", kernel, &GetProcAddress, nullptr, ERROR_PROC_NOT_FOUND);
-    fails("MultiByteToWideChar", kernel, &MultiByteToWideChar, 0);
-    fails("WideCharToMultiByte", kernel, &WideCharToMultiByte, 0);
-}
-
-void leadFiles()
-{
-    constexpr wchar_t kernel[] = L"kernel32.dll";
-    fails("CreateFileW", kernel, &CreateFileW, INVALID_HANDLE_VALUE);
-    complains("CloseHandle", kernel, &CloseHandle, FALSE);
-    fails("DeleteFileW", kernel, &DeleteFileW, FALSE);
-    fails("MoveFileExW", kernel, &MoveFileExW, FALSE);
-    fails("GetFileAttributesExW", kernel, &GetFileAttributesExW, FALSE);
-    fails("GetFileSizeEx", kernel, &GetFileSizeEx, FALSE);
-    fails("GetTempPathW", kernel, &GetTempPathW, 0);
-    fails("LockFile", kernel, &LockFile, FALSE, ERROR_LOCK_VIOLATION);
-    complains("UnlockFile", kernel, &UnlockFile, FALSE);
-    fails("ReadFile", kernel, &ReadFile, FALSE, ERROR_READ_FAULT);
-    fails("SetFilePointer", kernel, &SetFilePointer, INVALID_SET_FILE_POINTER);
-    fails("WriteFile", kernel, &WriteFile, FALSE, ERROR_DISK_FULL);
-}
-
-void leadRuntime()
-{
-    constexpr wchar_t runtime[] = L"msvcrt.dll";
-    fails("_waccess", runtime, &_waccess, -1);
-    fails("_wstat64", runtime, &_wstat64, -1);
-    fails("_findfirst64", runtime, &_findfirst64, -1);
-    fails("_findnext64", runtime, &_findnext64, -1);
-    complains("_findclose", runtime, &_findclose, -1);
-    fails("_fsopen", runtime, &_fsopen, nullptr);
-    fails("fopen", runtime, &std::fopen, nullptr);
-    fails("fopen_s", runtime, &fopen_s, EACCES);
-    fails("_wfopen_s", runtime, &_wfopen_s, EACCES);
-    complains("fclose", runtime, &std::fclose, EOF);
-    complains("_fcloseall", runtime, &_fcloseall, EOF);
-    fails("fgets", runtime, &std::fgets, nullptr);
-    fails("fgetws", runtime, &std::fgetws, nullptr);
-    fails("fputs", runtime, &std::fputs, EOF);
-    fails("remove", runtime, &std::remove, -1);
-    fails("wcstombs", runtime, &std::wcstombs, static_cast<size_t>(-1));
-}
-
-void leadWindows()
-{
-    constexpr wchar_t user[] = L"user32.dll";
-    fails("AppendMenuW", user, &AppendMenuW, FALSE);
-    fails("CreatePopupMenu", user, &CreatePopupMenu, nullptr);
-    fails("CreateWindowExW", user, &CreateWindowExW, nullptr);
-    complains("DestroyMenu", user, &DestroyMenu, FALSE);
-    complains("DestroyWindow", user, &DestroyWindow, FALSE);
-    fails("EnumWindows", user, &EnumWindows, FALSE);
-    fails("GetCursorPos", user, &GetCursorPos, FALSE);
-    fails("GetDC", user, &GetDC, nullptr);
-    fails("GetPropW", user, &GetPropW, nullptr);
-    fails("GetWindowTextW", user, &GetWindowTextW, 0);
-    fails("GetWindowThreadProcessId", user, &GetWindowThreadProcessId, 0);
-    fails("IsIconic", user, &IsIconic, FALSE);
-    fails("IsWindowEnabled", user, &IsWindowEnabled, FALSE);
-    fails("PostMessageW", user, &PostMessageW, FALSE, ERROR_NOT_ENOUGH_QUOTA);
-    fails("RegisterClassW", user, &RegisterClassW, 0);
-    fails("RegisterWindowMessageW", user, &RegisterWindowMessageW, 0);
-    complains("ReleaseDC", user, &ReleaseDC, 0);
-    fails("RemovePropW", user, &RemovePropW, nullptr);
-    fails("SendMessageW", user, &SendMessageW, 0);
-    fails("SetActiveWindow", user, &SetActiveWindow, nullptr);
-    fails("SetMenuDefaultItem", user, &SetMenuDefaultItem, FALSE);
-    fails("SetPropW", user, &SetPropW, FALSE);
-    fails("SetWindowTextW", user, &SetWindowTextW, FALSE);
-    fails("ShowWindow", user, &ShowWindow, FALSE);
-}
-
-void leadGraphics()
-{
-    constexpr wchar_t graphics[] = L"gdi32.dll";
-    fails("Arc", graphics, &Arc, FALSE);
-    fails("ArcTo", graphics, &ArcTo, FALSE);
-    fails("BitBlt", graphics, &BitBlt, FALSE);
-    fails("CreateCompatibleBitmap", graphics, &CreateCompatibleBitmap, nullptr);
-    fails("CreateCompatibleDC", graphics, &CreateCompatibleDC, nullptr);
-    fails("CreatePen", graphics, &CreatePen, nullptr);
-    complains("DeleteDC", graphics, &DeleteDC, FALSE);
-    complains("DeleteObject", graphics, &DeleteObject, FALSE);
-    fails("ExtTextOutW", graphics, &ExtTextOutW, FALSE);
-    fails("GdiFlush", graphics, &GdiFlush, FALSE);
-    fails("GetDIBits", graphics, &GetDIBits, 0);
-    fails("GetObjectW", graphics, &GetObjectW, 0);
-    fails("GetPixel", graphics, &GetPixel, CLR_INVALID);
-    fails("LineTo", graphics, &LineTo, FALSE);
-    fails("MoveToEx", graphics, &MoveToEx, FALSE);
-    fails("SelectObject", graphics, &SelectObject, nullptr);
-    fails("SetBkColor", graphics, &SetBkColor, CLR_INVALID);
-}
-
-void leadSockets()
-{
-    constexpr wchar_t sockets[] = L"ws2_32.dll";
-    fails("WSAStartup", sockets, &WSAStartup, WSASYSNOTREADY);
-    complains("WSACleanup", sockets, &WSACleanup, SOCKET_ERROR);
-    fails("socket", sockets, &socket, INVALID_SOCKET, WSAENOBUFS);
-    fails("gethostbyname", sockets, &gethostbyname, nullptr, WSAHOST_NOT_FOUND);
-    fails("connect", sockets, &connect, SOCKET_ERROR, WSAECONNREFUSED);
-    fails("send", sockets, &send, SOCKET_ERROR, WSAECONNRESET);
-    fails("listen", sockets, &listen, SOCKET_ERROR, WSAEINVAL);
-    complains("closesocket", sockets, &closesocket, SOCKET_ERROR);
+    (lead(calls, systems(calls.function, calls.name, library), failure, ERROR_INVALID_HANDLE, true),
+     ...);
 }
 
 } // namespace
@@ -248,13 +142,78 @@ std::vector<std::string> platformCalls()
 
 void leadPlatformCalls()
 {
-    leadRegistryAndProcesses();
-    leadFiles();
-    leadRuntime();
-    leadWindows();
-    leadGraphics();
-    leadSockets();
+    library = L"advapi32.dll";
+    fail(ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, call("RegCreateKeyExW", RegCreateKeyExW),
+         call("RegQueryValueExW", RegQueryValueExW));
+
+    library = L"kernel32.dll";
+    fail(nullptr, ERROR_NOT_ENOUGH_MEMORY, call("CreateThread", CreateThread));
+    fail(-1, ERROR_ACCESS_DENIED, call("ResumeThread", ResumeThread));
+    fail(0, ERROR_ACCESS_DENIED, call("SetThreadPriority", SetThreadPriority),
+         call("MultiByteToWideChar", MultiByteToWideChar),
+         call("WideCharToMultiByte", WideCharToMultiByte), call("DeleteFileW", DeleteFileW),
+         call("MoveFileExW", MoveFileExW), call("GetFileAttributesExW", GetFileAttributesExW),
+         call("GetFileSizeEx", GetFileSizeEx), call("GetTempPathW", GetTempPathW));
+    fail(WAIT_FAILED, ERROR_ACCESS_DENIED, call("WaitForSingleObject", WaitForSingleObject));
+    fail(nullptr, ERROR_FILE_NOT_FOUND, call("OpenSemaphoreW", OpenSemaphoreW));
+    fail(nullptr, ERROR_MOD_NOT_FOUND, call("LoadLibraryW", LoadLibraryW));
+    fail(nullptr, ERROR_PROC_NOT_FOUND, call("GetProcAddress", GetProcAddress));
+    fail(INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED, call("CreateFileW", CreateFileW));
+    complain(0, call("CloseHandle", CloseHandle), call("UnlockFile", UnlockFile));
+    fail(0, ERROR_LOCK_VIOLATION, call("LockFile", LockFile));
+    fail(0, ERROR_READ_FAULT, call("ReadFile", ReadFile));
+    fail(INVALID_SET_FILE_POINTER, ERROR_ACCESS_DENIED, call("SetFilePointer", SetFilePointer));
+    fail(0, ERROR_DISK_FULL, call("WriteFile", WriteFile));
+
+    library = L"msvcrt.dll";
+    fail(-1, ERROR_ACCESS_DENIED, call("_waccess", _waccess), call("_wstat64", _wstat64),
+         call("_findfirst64", _findfirst64), call("_findnext64", _findnext64),
+         call("fputs", std::fputs), call("remove", std::remove), call("wcstombs", std::wcstombs));
+    complain(-1, call("_findclose", _findclose), call("fclose", std::fclose),
+             call("_fcloseall", _fcloseall));
+    fail(nullptr, ERROR_ACCESS_DENIED, call("_fsopen", _fsopen), call("fopen", std::fopen),
+         call("fgets", std::fgets), call("fgetws", std::fgetws));
+    fail(EACCES, ERROR_ACCESS_DENIED, call("fopen_s", fopen_s), call("_wfopen_s", _wfopen_s));
+
+    library = L"user32.dll";
+    fail(0, ERROR_ACCESS_DENIED, call("AppendMenuW", AppendMenuW), call("EnumWindows", EnumWindows),
+         call("GetCursorPos", GetCursorPos), call("GetWindowTextW", GetWindowTextW),
+         call("GetWindowThreadProcessId", GetWindowThreadProcessId), call("IsIconic", IsIconic),
+         call("IsWindowEnabled", IsWindowEnabled), call("RegisterClassW", RegisterClassW),
+         call("RegisterWindowMessageW", RegisterWindowMessageW), call("SendMessageW", SendMessageW),
+         call("SetMenuDefaultItem", SetMenuDefaultItem), call("SetPropW", SetPropW),
+         call("SetWindowTextW", SetWindowTextW), call("ShowWindow", ShowWindow));
+    fail(nullptr, ERROR_ACCESS_DENIED, call("CreatePopupMenu", CreatePopupMenu),
+         call("CreateWindowExW", CreateWindowExW), call("GetDC", GetDC), call("GetPropW", GetPropW),
+         call("RemovePropW", RemovePropW), call("SetActiveWindow", SetActiveWindow));
+    complain(0, call("DestroyMenu", DestroyMenu), call("DestroyWindow", DestroyWindow),
+             call("ReleaseDC", ReleaseDC));
+    fail(0, ERROR_NOT_ENOUGH_QUOTA, call("PostMessageW", PostMessageW));
+
+    library = L"gdi32.dll";
+    fail(0, ERROR_ACCESS_DENIED, call("Arc", Arc), call("ArcTo", ArcTo), call("BitBlt", BitBlt),
+         call("ExtTextOutW", ExtTextOutW), call("GdiFlush", GdiFlush), call("GetDIBits", GetDIBits),
+         call("GetObjectW", GetObjectW), call("LineTo", LineTo), call("MoveToEx", MoveToEx));
+    fail(nullptr, ERROR_ACCESS_DENIED, call("CreateCompatibleBitmap", CreateCompatibleBitmap),
+         call("CreateCompatibleDC", CreateCompatibleDC), call("CreatePen", CreatePen),
+         call("SelectObject", SelectObject));
+    complain(0, call("DeleteDC", DeleteDC), call("DeleteObject", DeleteObject));
+    fail(CLR_INVALID, ERROR_ACCESS_DENIED, call("GetPixel", GetPixel),
+         call("SetBkColor", SetBkColor));
+
+    library = L"ws2_32.dll";
+    fail(WSASYSNOTREADY, ERROR_ACCESS_DENIED, call("WSAStartup", WSAStartup));
+    complain(-1, call("WSACleanup", WSACleanup), call("closesocket", closesocket));
+    fail(INVALID_SOCKET, WSAENOBUFS, call("socket", socket));
+    fail(nullptr, WSAHOST_NOT_FOUND, call("gethostbyname", gethostbyname));
+    fail(-1, WSAECONNREFUSED, call("connect", connect));
+    fail(-1, WSAECONNRESET, call("send", send));
+    fail(-1, WSAEINVAL, call("listen", listen));
+
     redirectCalls(&countedSleep, "Sleep", &countedSleep);
+    redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &notedShellExecute, L"shell32.dll");
+    lead(call("ShellExecuteExW", notedShellExecute), &notedShellExecute, 0, ERROR_ACCESS_DENIED,
+         false);
 }
 
 WatchedCalls::WatchedCalls(Callers callers)

@@ -1,8 +1,13 @@
 // What the calls of the library that ships leave open in the process that holds it: each on its
 // own, and a thousand of them mixed.
+#include "control.h"
 #include "fuzz/random.h"
-#include "life/called_library.h"
+#include "support/bytes.h"
+#include "support/companion_double.h"
 #include "support/counts.h"
+#include "support/draw_tool_entry.h"
+#include "support/sockets.h"
+#include "support/waiting.h"
 #include "life/life_table.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +15,90 @@
 using namespace testing_support;
 
 namespace {
+
+constexpr unsigned long long betweenCheckoutsMs = 1100;
+
+struct LibraryCall {
+    std::string name;
+    int argument = 0;
+    const wchar_t* menuItem = L""; // chosen in the menu that the call opens; empty for none
+    int lines = 0;                 // that it sends to the Companion
+};
+
+// What of a running Companion the add-in can find.
+enum class CompanionMarks { none, semaphore, semaphoreAndWindow };
+
+// The library that ships, in the test's own process: between the stand-in host's libraries and a
+// Companion of which only the marks are there.
+class CalledLibrary {
+public:
+    // Opens the add-in, with a part in the host.
+    explicit CalledLibrary(CompanionMarks marks = CompanionMarks::semaphoreAndWindow)
+    {
+        recordCompanionStarts(installation_);
+        if (marks != CompanionMarks::none)
+            companion_.holdSemaphore();
+        if (marks == CompanionMarks::semaphoreAndWindow)
+            companion_.showWindow();
+        standin::HostOptions options;
+        options.answersMessageBoxes = true;
+        EXPECT_TRUE(standin::startHost(options));
+        EXPECT_TRUE(standin::loadAddIn(programFolder() + L"torvapdm.dll"));
+        EXPECT_TRUE(standin::callExport("m_open", 0));
+        EXPECT_TRUE(standin::putPart(programFolder() + L"shipped\\host\\example\\bracket.mcam"));
+        EXPECT_TRUE(standin::setState("geo_filename", installation_.path(L"part.mcam")));
+    }
+    ~CalledLibrary()
+    {
+        standin::callExport("m_close", 0);
+        standin::stopHost();
+    }
+    CalledLibrary(const CalledLibrary&) = delete;
+    CalledLibrary& operator=(const CalledLibrary&) = delete;
+
+    // Makes the call and takes its lines. A check-out waits until the last one is a second ago: its
+    // file is named after the second.
+    void make(const LibraryCall& call)
+    {
+        const bool isCheckout = call.name == "m_load";
+        if (isCheckout)
+            waitUntil([this] { return GetTickCount64() - checkedOutAt_ > betweenCheckoutsMs; });
+        standin::chooseNext(call.menuItem);
+        if (call.name == "DrawTool")
+            EXPECT_EQ(drawToolEntry(GetModuleHandleW(L"torvapdm.dll"))(120, 160, 10, 10, 1, 0, 20,
+                                                                       30, 60, 8, 1),
+                      0);
+        else
+            EXPECT_TRUE(standin::callExport(call.name, call.argument));
+        for (int i = 0; i < call.lines; ++i)
+            EXPECT_TRUE(receiver_.nextConnection());
+        if (isCheckout)
+            checkedOutAt_ = GetTickCount64();
+        pumpMessages();
+    }
+
+    // Writes an open request with this machine-settings file and waits until it is carried out.
+    void requestPart(int id, const std::string& machineSettings)
+    {
+        const std::wstring part = installation_.path(L"requested.mcam");
+        const std::wstring commandFile = installation_.commandFile(GetCurrentProcessId());
+        const std::wstring line = L"ui CFile_DoFileSave(\"" + part + L"\", main, false, false)";
+        writeBytes(part, "");
+        writeBytes(installation_.path(L"temp\\mcsettings-" + std::to_wstring(id) + L".txt"),
+                   machineSettings);
+        const auto saves = [&] { return count(standin::traceLines(), line); };
+        const size_t before = saves();
+        EXPECT_TRUE(waitUntil([&] { return readBytes(commandFile) == ""; }));
+        EXPECT_TRUE(writeRequest(commandFile, openRequest(id, toUtf8(part))));
+        EXPECT_TRUE(waitUntil([&] { return saves() > before; }));
+    }
+
+private:
+    Installation installation_;
+    LineReceiver receiver_;
+    CompanionDouble companion_;
+    unsigned long long checkedOutAt_ = 0; // milliseconds
+};
 
 struct Row {
     LibraryCall call;

@@ -10,8 +10,6 @@ namespace {
 constexpr int mostPasses = 12;
 constexpr std::int32_t burstNcPath = 4;
 
-enum class Needs { nothing, aNameToSave, aKnownPart, aPart };
-
 // Pieces of the steps' texts.
 const std::map<std::wstring, std::wstring> pieces = {
     {L"opened", LR"(> ui DoFileOpen("{document}", false, false, 1, true, *, null) -> true
@@ -71,7 +69,6 @@ std::wstring inQuotes(const std::wstring& text)
 struct SoakPlan::Kind {
     const char* name;
     unsigned weight; // how often among all of them
-    Needs needs;
     const wchar_t* text;
     int part = -1; // of a send
 };
@@ -89,47 +86,47 @@ static constexpr wchar_t saveText[] = LR"(! command 42002
 
 // The first of each comes in this order before the random ones.
 const SoakPlan::Kind SoakPlan::kinds[] = {
-    {"send", 2, Needs::nothing, sendText, 0},
-    {"send", 2, Needs::nothing, sendText, 1},
-    {"check-out", 1, Needs::nothing, L"{check-out}"},
-    {"about", 1, Needs::nothing, LR"(! command 42003
+    {"send", 2, sendText, 0},
+    {"send", 2, sendText, 1},
+    {"check-out", 1, L"{check-out}"},
+    {"about", 1, LR"(! command 42003
 {about}
 > ui m_about(0) -> 0)"},
-    {"NC queue", 3, Needs::nothing, LR"(! command 41107
+    {"NC queue", 3, LR"(! command 41107
 ! command 42005
 > ui NCPrefix(null) -> "{nc}"
 > ui list_manager(1, "", 0, *)
 ?named {queue}
 > ui importNCqueue() -> 0)"},
-    {"tool picture", 3, Needs::nothing, LR"(! command 42008
+    {"tool picture", 3, LR"(! command 42008
 > ui DrawTool(300, 400, 4, 10, 0, 59, 47, 50, 89, 12, 1)
 + DrawTool)"},
-    {"tools", 2, Needs::nothing, LR"(! command 42004
+    {"tools", 2, LR"(! command 42004
 {setup sheet}
 > ui m_tools(0) -> 0
 + m_tools)"},
-    {"menu", 4, Needs::nothing, LR"(! command 43037
+    {"menu", 4, LR"(! command 43037
 > ui m_notify(37) -> 0
 > ui menu(!"TORVA ZEM", -, "Open TORVA ZEM", "Website", "About", "Tools", "Import NC-Files"{recent files})
 ?about chosen {about}
 ?sheet chosen {setup sheet}
 > ui m_main(0) -> 0
 + m_main)"},
-    {"finishing pass", 4, Needs::aPart, L"! command 41108"},
-    {"save", 12, Needs::aNameToSave, saveText},
-    {"host's own save", 2, Needs::aKnownPart, LR"(! command 41103
+    {"finishing pass", 4, L"! command 41108"},
+    {"save", 12, saveText},
+    {"host's own save", 2, LR"(! command 41103
 {host save}
 {save flow}
 > ui m_notify(5) -> 0
 + m_notify)"},
-    {"requests to a busy host", 3, Needs::nothing, LR"({requests}
+    {"requests to a busy host", 3, LR"({requests}
 ! ready
 {opened})"},
-    {"requests that a check-out withdraws", 1, Needs::nothing, LR"({requests}
+    {"requests that a check-out withdraws", 1, LR"({requests}
 {check-out}
 ! await
 ! ready)"},
-    {"other calls", 2, Needs::nothing, LR"(! command 42006
+    {"other calls", 2, LR"(! command 42006
 ! command 42007
 ! command 42009
 ! command 43004
@@ -142,15 +139,15 @@ const SoakPlan::Kind SoakPlan::kinds[] = {
 + renameNC
 + TestFunction
 + m_notify)"},
-    {"event that forgets the file", 2, Needs::nothing, LR"(! command 430{event}
+    {"event that forgets the file", 2, LR"(! command 430{event}
 > ui m_notify({event code}) -> 0
 + m_notify)"},
-    {"new file", 2, Needs::nothing, LR"(! companion --new-file --host {pid}
+    {"new file", 2, LR"(! companion --new-file --host {pid}
 = command text="--new-file --host {pid}"
 = new-file id=0 host={pid}
 = taken id=0 host={pid} request=new-file
 {emptied})"},
-    {"check-in", 2, Needs::nothing, LR"(! companion --check-in --host {pid}
+    {"check-in", 2, LR"(! companion --check-in --host {pid}
 = command text="--check-in --host {pid}"
 = check-in id=0 host={pid} name="{sent name}"
 = taken id=0 host={pid} request=check-in
@@ -158,7 +155,7 @@ const SoakPlan::Kind SoakPlan::kinds[] = {
 {emptied})"},
     // A document without a name, which cannot be saved: the system opens what its first message box
     // needs, and keeps it.
-    {"save", 0, Needs::nothing, saveText},
+    {"save", 0, saveText},
 };
 
 std::wstring soakMachine(std::int32_t requestId)
@@ -204,25 +201,20 @@ PlannedStep SoakPlan::next()
         const Kind* kind = kinds;
         for (; place >= kind->weight; ++kind)
             place -= kind->weight;
-        if (isPossible(*kind))
+        if (isPossible(kind->name))
             return planned(*kind);
     }
 }
 
-bool SoakPlan::isPossible(const Kind& kind) const
+bool SoakPlan::isPossible(const std::string& kind) const
 {
-    switch (kind.needs) {
-    case Needs::aNameToSave:
-        // A document without a name waits for the user. One that is not the Companion's never comes
-        // back once the host has reported a save.
+    // A document without a name waits for the user. One that is not the Companion's never comes
+    // back once the host has reported a save.
+    if (kind == "save")
         return isKnown_ || (isNamed() && isNotified_);
-    case Needs::aKnownPart:
+    if (kind == "host's own save")
         return isKnown_ && isNamed();
-    case Needs::aPart:
-        return isNamed() && passes_ < mostPasses;
-    default:
-        return true;
-    }
+    return kind != "finishing pass" || (isNamed() && passes_ < mostPasses);
 }
 
 PlannedStep SoakPlan::planned(const Kind& kind)
@@ -232,7 +224,7 @@ PlannedStep SoakPlan::planned(const Kind& kind)
     describeState();
     add(step, kind.text);
     step.checksOut = step.leftOpen.count("m_load") > 0;
-    conclude(kind);
+    conclude(kind.name);
     if (count(step.events, L"version name=") > 0)
         step.version = filled(LR"({folder}\library\{name}\v{version})");
     return step;
@@ -368,9 +360,8 @@ std::wstring SoakPlan::filled(std::wstring line) const
 }
 
 // The state that the step leaves.
-void SoakPlan::conclude(const Kind& kind)
+void SoakPlan::conclude(const std::string& name)
 {
-    const std::string name = kind.name;
     if (name == "save" || name == "host's own save") {
         const bool isSavedNow = isSaved();
         if (isKnown_ && isNamed()) {

@@ -70,7 +70,7 @@ private:
     static const Kind kinds[];
 
     PlannedStep planned(const Kind& kind);
-    bool isPossible(const Kind& kind) const;
+    bool isPossible(const std::string& kind) const;
     bool isNamed() const { return part_ >= 0; }
     bool isSaved() const { return isNamed() && (isKnown_ || !isChanged_); }
     std::wstring workFile(int part) const;
@@ -80,7 +80,7 @@ private:
     void describeState();
     void add(PlannedStep& step, const std::wstring& text) const;
     std::wstring filled(std::wstring line) const;
-    void conclude(const Kind& kind);
+    void conclude(const std::string& name);
 
     const SoakHostFacts facts_;
     fuzzing::Random random_;

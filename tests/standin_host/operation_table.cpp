@@ -32,29 +32,19 @@ std::wstring text(const CString& string)
     return L'"' + std::wstring(string.GetString()) + L'"';
 }
 
-std::wstring quoted(const std::wstring& string)
+std::wstring text(const std::wstring& string)
 {
     return L'"' + string + L'"';
 }
 
-std::wstring changedAfterMarking()
+std::wstring listSize()
 {
-    standin::setState("db_changed", L"true");
-    set_db_unchanged();
-    return standin::state("db_changed");
-}
-
-std::wstring sizeAfterClosing()
-{
-    m_fclose(nullptr, 0, nullptr);
     return std::to_wstring(TpMainOpMgr.GetMainOpList().GetSize());
 }
 
-std::wstring nameAfterNewFileCommand()
+std::wstring group()
 {
-    post_FT_command(CString(L"Mastercam"), CString(L"OnFileNew"));
-    pumpMessages();
-    return quoted(standin::state("geo_filename"));
+    return text(TpMainGrpMgr.GetMainGrpList().GroupByID(7));
 }
 
 std::wstring firstNode()
@@ -82,63 +72,37 @@ std::wstring cycleTime()
     return CalcCycleTime(op, false) == 14.5 ? L"14.5" : L"0";
 }
 
-std::wstring suffixOfAGroup()
-{
-    TpGroup group{};
-    return text(NCSuffix(&group));
-}
-
-std::wstring setupSheetRun()
-{
-    CStringArray files;
-    return text(RunSetupSheetOnSelectedOpsWithoutUI(files));
-}
-
-std::wstring databaseHasChanged()
-{
-    standin::setState("db_changed", L"true");
-    return text(has_db_changed());
-}
-
-std::wstring backplotRuns()
-{
-    standin::setState("backplot", L"true");
-    return text(BackplotActive());
-}
-
 using Table = std::vector<HostOperation>;
 
-void addQuestion(Table& table, const std::string& name, std::function<std::wstring()> call,
-                 const std::wstring& works, const std::wstring& fails)
+Table questions()
 {
-    table.push_back({name, Kind::question, L"", std::move(call), works, fails});
+    const auto isChanged = [] {
+        standin::setState("db_changed", L"true");
+        return text(has_db_changed());
+    };
+    const auto isBackplotActive = [] {
+        standin::setState("backplot", L"true");
+        return text(BackplotActive());
+    };
+    const auto lastNode = [] { return text(TpMainOpMgr.GetMainOpList()[2]); };
+    const auto plane = [] { return text(Planes.GetPlanePtrByID(1)); };
+    const Kind question = Kind::question;
+    return {
+        {"BackplotActive", question, L"", isBackplotActive, L"true", L"false"},
+        {"has_db_changed", question, L"", isChanged, L"true", L"false"},
+        {"get_MainFrame", question, L"", [] { return text(get_MainFrame()); }, L"*", L"null"},
+        {"GetMastercamApp", question, L"", [] { return text(GetMastercamApp()); }, L"*", L"null"},
+        {"GetApp", question, L"", [] { return text(GetApp()); }, L"*", L"null"},
+        {"GetMainOpList", question, L"", listSize, L"3", L"0"},
+        {"GetSize", question, L"", listSize, L"3", L"0"},
+        {"operator[]", question, L"", lastNode, L"*", L"null"},
+        {"GetMainGrpList", question, L"", group, L"*", L"null"},
+        {"GroupByID", question, L"", group, L"*", L"null"},
+        {"GetPlanePtrByID", question, L"", plane, L"*", L"null"}};
 }
 
-void addQuestions(Table& table)
+Table documentOperations(const std::wstring& part, const std::wstring& output)
 {
-    addQuestion(table, "BackplotActive", backplotRuns, L"true", L"false");
-    addQuestion(table, "has_db_changed", databaseHasChanged, L"true", L"false");
-    addQuestion(
-        table, "get_MainFrame", [] { return text(get_MainFrame()); }, L"*", L"null");
-    addQuestion(
-        table, "GetMastercamApp", [] { return text(GetMastercamApp()); }, L"*", L"null");
-    addQuestion(
-        table, "GetApp", [] { return text(GetApp()); }, L"*", L"null");
-    const auto listSize = [] { return std::to_wstring(TpMainOpMgr.GetMainOpList().GetSize()); };
-    addQuestion(table, "GetMainOpList", listSize, L"3", L"0");
-    addQuestion(table, "GetSize", listSize, L"3", L"0");
-    addQuestion(
-        table, "operator[]", [] { return text(TpMainOpMgr.GetMainOpList()[2]); }, L"*", L"null");
-    const auto group = [] { return text(TpMainGrpMgr.GetMainGrpList().GroupByID(7)); };
-    addQuestion(table, "GetMainGrpList", group, L"*", L"null");
-    addQuestion(table, "GroupByID", group, L"*", L"null");
-    addQuestion(
-        table, "GetPlanePtrByID", [] { return text(Planes.GetPlanePtrByID(1)); }, L"*", L"null");
-}
-
-void addDocumentOperations(Table& table, const OperationSetting& setting)
-{
-    const auto [part, output] = std::pair(setting.part, setting.output);
     const auto open = [part] {
         bool escaped = true;
         return text(DoFileOpen(part.c_str(), false, true, 3, false, &escaped, nullptr));
@@ -150,82 +114,97 @@ void addDocumentOperations(Table& table, const OperationSetting& setting)
         return std::to_wstring(SaveFile(output.c_str(), nullptr, false));
     };
     const auto picture = [output] { return text(screen_to_bitmap_file(output.c_str(), true)); };
-    table.insert(
-        table.end(),
-        {{"DoFileOpen", Kind::result,
-          L"DoFileOpen(" + quoted(part) + L", false, true, 3, false, *, null)", open, L"true",
-          L"false"},
-         {"CFile_DoFileSave", Kind::result,
-          L"CFile_DoFileSave(" + quoted(output) + L", null, false, true)", save, L"true", L"false"},
-         {"SaveFile", Kind::result, L"SaveFile(" + quoted(output) + L", null, false)", saveFile,
-          L"1", L"0"},
-         {"screen_to_bitmap_file", Kind::result,
-          L"screen_to_bitmap_file(" + quoted(output) + L", true)", picture, L"true", L"false"},
-         {"set_db_unchanged", Kind::action, L"set_db_unchanged()", changedAfterMarking, L"false",
-          L"true"},
-         {"m_fclose", Kind::action, L"m_fclose(null, 0, null)", sizeAfterClosing, L"0", L"3"},
-         {"post_FT_command", Kind::action, LR"(post_FT_command("Mastercam", "OnFileNew"))",
-          nameAfterNewFileCommand, LR"("")", quoted(part)},
-         {"RunSetupSheetOnSelectedOpsWithoutUI", Kind::result,
-          L"RunSetupSheetOnSelectedOpsWithoutUI(*)", setupSheetRun, L"true", L"false"}});
+    const auto changedAfterMarking = [] {
+        standin::setState("db_changed", L"true");
+        set_db_unchanged();
+        return standin::state("db_changed");
+    };
+    const auto sizeAfterClosing = [] {
+        m_fclose(nullptr, 0, nullptr);
+        return listSize();
+    };
+    const auto nameAfterNewFile = [] {
+        post_FT_command(CString(L"Mastercam"), CString(L"OnFileNew"));
+        pumpMessages();
+        return text(standin::state("geo_filename"));
+    };
+    const auto setupSheet = [] {
+        CStringArray files;
+        return text(RunSetupSheetOnSelectedOpsWithoutUI(files));
+    };
+    const auto [result, action] = std::pair(Kind::result, Kind::action);
+    const std::wstring opening = L"(" + text(part) + L", false, true, 3, false, *, null)";
+    const std::wstring saving = L"(" + text(output) + L", null, false";
+    return {
+        {"DoFileOpen", result, L"DoFileOpen" + opening, open, L"true", L"false"},
+        {"CFile_DoFileSave", result, L"CFile_DoFileSave" + saving + L", true)", save, L"true",
+         L"false"},
+        {"SaveFile", result, L"SaveFile" + saving + L")", saveFile, L"1", L"0"},
+        {"screen_to_bitmap_file", result, L"screen_to_bitmap_file(" + text(output) + L", true)",
+         picture, L"true", L"false"},
+        {"set_db_unchanged", action, L"set_db_unchanged()", changedAfterMarking, L"false", L"true"},
+        {"m_fclose", action, L"m_fclose(null, 0, null)", sizeAfterClosing, L"0", L"3"},
+        {"post_FT_command", action, LR"(post_FT_command("Mastercam", "OnFileNew"))",
+         nameAfterNewFile, LR"("")", text(part)},
+        {"RunSetupSheetOnSelectedOpsWithoutUI", result, L"RunSetupSheetOnSelectedOpsWithoutUI(*)",
+         setupSheet, L"true", L"false"}};
 }
 
-void addMachiningOperations(Table& table)
+Table machiningOperations()
 {
     const auto activate = [] { return text(SetActiveMachine(L"C:\\M\\Mill 3.mcam-mmd")); };
     const auto machineGroup = [] { return text(OMgetActiveMachineGroup(true)); };
     const auto prefix = [] { return text(NCPrefix(nullptr)); };
-    table.insert(
-        table.end(),
-        {{"list_manager", Kind::action, LR"(list_manager(1, "", 0, *))", firstNode, L"*", L"null"},
-         {"tool_manager", Kind::action, L"tool_manager(*, 5, *, *)", toolIsFilled, L"true",
-          L"false"},
-         {"CalcCycleTime", Kind::result, L"CalcCycleTime(*, false)", cycleTime, L"14.5", L"0"},
-         {"NCPrefix", Kind::result, L"NCPrefix(null)", prefix, LR"("C:\NC\")", LR"("")"},
-         {"NCSuffix", Kind::result, L"NCSuffix(*)", suffixOfAGroup, LR"(".NC")", LR"("")"},
-         {"SetActiveMachine", Kind::result, LR"(SetActiveMachine("C:\M\Mill 3.mcam-mmd"))",
-          activate, L"true", L"false"},
-         {"OMgetActiveMachineGroup", Kind::result, L"OMgetActiveMachineGroup(true)", machineGroup,
-          L"*", L"null"}});
+    const auto suffix = [] {
+        TpGroup group{};
+        return text(NCSuffix(&group));
+    };
+    const auto [result, action] = std::pair(Kind::result, Kind::action);
+    return {{"list_manager", action, LR"(list_manager(1, "", 0, *))", firstNode, L"*", L"null"},
+            {"tool_manager", action, L"tool_manager(*, 5, *, *)", toolIsFilled, L"true", L"false"},
+            {"CalcCycleTime", result, L"CalcCycleTime(*, false)", cycleTime, L"14.5", L"0"},
+            {"NCPrefix", result, L"NCPrefix(null)", prefix, LR"("C:\NC\")", LR"("")"},
+            {"NCSuffix", result, L"NCSuffix(*)", suffix, LR"(".NC")", LR"("")"},
+            {"SetActiveMachine", result, LR"(SetActiveMachine("C:\M\Mill 3.mcam-mmd"))", activate,
+             L"true", L"false"},
+            {"OMgetActiveMachineGroup", result, L"OMgetActiveMachineGroup(true)", machineGroup,
+             L"*", L"null"}};
 }
 
-// These only leave a trace line, so failure and success look the same.
-void addRefreshes(Table& table, CMastercamInterface& application, CMastercamView& view)
+Table applicationOperations(CMastercamInterface& application)
 {
-    const auto takePath = [&] {
-        application.position1(CString(L"C:\\a b.mcam"));
-        return std::wstring();
-    };
-    const auto refresh = [&] {
-        application.position3();
-        return std::wstring();
-    };
-    const auto refreshView = [&] {
-        view.position0();
-        return std::wstring();
-    };
-    table.insert(table.end(),
-                 {{"CMastercamInterface.position1", Kind::action,
-                   LR"(CMastercamInterface.position1("C:\a b.mcam"))", takePath, L"", L""},
-                  {"CMastercamInterface.position3", Kind::action,
-                   L"CMastercamInterface.position3()", refresh, L"", L""},
-                  {"CMastercamView.position0", Kind::action, L"CMastercamView.position0()",
-                   refreshView, L"", L""}});
-}
-
-void addApplicationQuestions(Table& table, CMastercamInterface& application)
-{
-    const auto folder = [&] {
+    CMastercamView& view = *application.position2();
+    const auto folder = [&application] {
         const int programs = 1;
         return text(application.position0(&programs));
     };
-    const auto view = [&] { return text(application.position2()); };
-    const auto parent = [&] { return text(application.position4()); };
-    const auto processing = [&] { return text(application.position5()); };
-    addQuestion(table, "CMastercamInterface.position0", folder, quoted(programFolder()), LR"("")");
-    addQuestion(table, "CMastercamInterface.position2", view, L"*", L"null");
-    addQuestion(table, "CMastercamInterface.position4", parent, L"*", L"null");
-    addQuestion(table, "CMastercamInterface.position5", processing, L"true", L"false");
+    // These three only leave a trace line, so failure and success look the same.
+    const auto takePath = [&application] {
+        application.position1(CString(L"C:\\a b.mcam"));
+        return std::wstring();
+    };
+    const auto refresh = [&application] {
+        application.position3();
+        return std::wstring();
+    };
+    const auto refreshView = [&view] {
+        view.position0();
+        return std::wstring();
+    };
+    const auto viewOf = [&application] { return text(application.position2()); };
+    const auto parent = [&application] { return text(application.position4()); };
+    const auto processing = [&application] { return text(application.position5()); };
+    const auto [question, action] = std::pair(Kind::question, Kind::action);
+    return {
+        {"CMastercamInterface.position0", question, L"", folder, text(programFolder()), LR"("")"},
+        {"CMastercamInterface.position2", question, L"", viewOf, L"*", L"null"},
+        {"CMastercamInterface.position4", question, L"", parent, L"*", L"null"},
+        {"CMastercamInterface.position5", question, L"", processing, L"true", L"false"},
+        {"CMastercamInterface.position1", action,
+         LR"(CMastercamInterface.position1("C:\a b.mcam"))", takePath, L"", L""},
+        {"CMastercamInterface.position3", action, L"CMastercamInterface.position3()", refresh, L"",
+         L""},
+        {"CMastercamView.position0", action, L"CMastercamView.position0()", refreshView, L"", L""}};
 }
 
 } // namespace
@@ -235,15 +214,12 @@ std::vector<HostOperation> hostOperations(const OperationSetting& setting)
     Table table;
     // First, while the part with the plane is open.
     if (PlaneBase* const plane = setting.plane)
-        addQuestion(
-            table, "GetName", [plane] { return text(plane->GetName()); }, LR"("Top")", LR"("")");
-    addQuestions(table);
-    addDocumentOperations(table, setting);
-    addMachiningOperations(table);
-    if (setting.application) {
-        addApplicationQuestions(table, *setting.application);
-        addRefreshes(table, *setting.application, *setting.application->position2());
-    }
+        table.push_back({"GetName", Kind::question, L"", [plane] { return text(plane->GetName()); },
+                         LR"("Top")", LR"("")"});
+    for (const Table& part :
+         {questions(), documentOperations(setting.part, setting.output), machiningOperations(),
+          setting.application ? applicationOperations(*setting.application) : Table()})
+        table.insert(table.end(), part.begin(), part.end());
     return table;
 }
 

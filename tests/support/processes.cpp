@@ -7,13 +7,16 @@
 
 namespace testing_support {
 
-Process::Process(std::wstring commandLine, bool isSuspended)
+Process::Process(std::wstring commandLine, bool isSuspended, HANDLE output, HANDLE errors)
 {
     STARTUPINFOW start{};
     start.cb = sizeof start;
+    start.dwFlags = output ? STARTF_USESTDHANDLES : 0;
+    start.hStdOutput = output;
+    start.hStdError = errors;
     // A start can be refused for a moment while another process of the program is ending.
     const auto started = [&] {
-        return CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE,
+        return CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, output != nullptr,
                               isSuspended ? CREATE_SUSPENDED : 0, nullptr, nullptr, &start,
                               &information_) != FALSE;
     };
@@ -28,16 +31,6 @@ Process::~Process()
     end();
     CloseHandle(information_.hThread);
     CloseHandle(information_.hProcess);
-}
-
-bool Process::isRunning() const
-{
-    return WaitForSingleObject(information_.hProcess, 0) == WAIT_TIMEOUT;
-}
-
-void Process::resume() const
-{
-    ResumeThread(information_.hThread);
 }
 
 std::optional<DWORD> Process::waitForExit() const
@@ -55,11 +48,6 @@ void Process::end()
         return;
     TerminateProcess(information_.hProcess, 98);
     WaitForSingleObject(information_.hProcess, generousMs);
-}
-
-std::wstring quoted(const std::wstring& argument)
-{
-    return L'"' + argument + L'"';
 }
 
 } // namespace testing_support

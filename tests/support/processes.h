@@ -12,14 +12,16 @@ class Process {
 public:
     // Starts the command line without a console and without standard input; ends the test program
     // with a message when that fails. One that starts suspended does nothing until it is resumed.
-    explicit Process(std::wstring commandLine, bool isSuspended = false);
+    // It inherits the two handles, where there are any, as its standard output and error.
+    explicit Process(std::wstring commandLine, bool isSuspended = false, HANDLE output = nullptr,
+                     HANDLE errors = nullptr);
     ~Process();
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
     DWORD id() const { return information_.dwProcessId; }
-    bool isRunning() const;
-    void resume() const;
+    bool isRunning() const { return WaitForSingleObject(information_.hProcess, 0) == WAIT_TIMEOUT; }
+    void resume() const { ResumeThread(information_.hThread); }
     // The exit code; nothing when the process still runs after so long. Runs the message loop.
     std::optional<DWORD> waitForExit() const;
     void end();
@@ -29,6 +31,9 @@ private:
 };
 
 // The argument in double quotes.
-std::wstring quoted(const std::wstring& argument);
+inline std::wstring quoted(const std::wstring& argument)
+{
+    return L'"' + argument + L'"';
+}
 
 } // namespace testing_support

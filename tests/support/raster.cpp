@@ -1,28 +1,13 @@
 #include "support/raster.h"
 
+#include "peer/bitmap_file.h"
+
 #include <cstdio>
 #include <cstring>
 
 namespace testing_support {
 
 namespace {
-
-constexpr size_t headerSize = 54;
-
-std::uint32_t numberAt(std::string_view bytes, size_t at, size_t size)
-{
-    std::uint32_t number = 0;
-    std::memcpy(&number, bytes.data() + at, size);
-    return number;
-}
-
-bool isPlainBitmapFile(std::string_view bytes)
-{
-    return bytes.size() > headerSize && bytes.substr(0, 2) == "BM" &&
-           numberAt(bytes, 2, 4) == bytes.size() && numberAt(bytes, 10, 4) == headerSize &&
-           numberAt(bytes, 14, 4) == 40 && numberAt(bytes, 26, 2) == 1 &&
-           numberAt(bytes, 28, 2) == 32 && numberAt(bytes, 30, 4) == 0;
-}
 
 // From 0x??RRGGBB.
 std::uint32_t turned(std::uint32_t pixel)
@@ -57,20 +42,23 @@ std::uint32_t Raster::at(int x, int y) const
 
 std::optional<Raster> readBitmapFile(std::string_view bytes)
 {
-    if (!isPlainBitmapFile(bytes))
+    constexpr std::uint32_t headerSize = 54;
+    const auto form = peer::findBitmapForm(bytes);
+    if (!form || form->bits != 32 || form->isTopDown)
         return std::nullopt;
-    Raster picture(static_cast<int>(numberAt(bytes, 18, 4)),
-                   static_cast<int>(numberAt(bytes, 22, 4)));
-    if (bytes.size() != headerSize + 4 * picture.pixels.size())
+    Raster picture(form->width, form->height);
+    const auto size = static_cast<std::uint32_t>(bytes.size());
+    // The sizes of the file, of both headers together and of the second one.
+    const std::uint32_t fields[] = {size, 0, headerSize, 40};
+    if (size != headerSize + 4 * picture.pixels.size() ||
+        std::memcmp(bytes.data() + 2, fields, sizeof fields) != 0)
         return std::nullopt;
-    size_t place = headerSize;
-    for (int y = picture.height - 1; y >= 0; --y)
-        for (int x = 0; x < picture.width; ++x, place += 4) {
-            const std::uint32_t pixel = numberAt(bytes, place, 4);
-            if (pixel > 0xFFFFFF)
-                return std::nullopt;
-            picture.at(x, y) = turned(pixel);
-        }
+    picture.pixels = peer::parseBitmap(bytes).values;
+    for (std::uint32_t& pixel : picture.pixels) {
+        if (pixel > 0xFFFFFF)
+            return std::nullopt;
+        pixel = turned(pixel);
+    }
     return picture;
 }
 

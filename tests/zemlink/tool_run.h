@@ -3,6 +3,7 @@
 
 #include "support/installation.h"
 #include "support/bytes.h"
+#include "support/processes.h"
 
 #include <optional>
 #include <string>
@@ -10,7 +11,6 @@
 
 namespace testing_support {
 
-// The destructor ends the process if it is still running.
 class ToolRun {
 public:
     // Starts it with these arguments. Its output is stored in the installation folder under the
@@ -18,21 +18,18 @@ public:
     ToolRun(const Installation& installation, const std::wstring& words,
             const std::wstring& name = L"zemlink",
             const std::wstring& program = programFolder() + L"zemlink.exe");
-    ~ToolRun();
-    ToolRun(const ToolRun&) = delete;
-    ToolRun& operator=(const ToolRun&) = delete;
 
     // The exit code; empty when it is still running after the time limit.
-    std::optional<DWORD> waitForExit() const;
+    std::optional<DWORD> waitForExit() const { return process_.waitForExit(); }
     // The output so far, with LF as line end.
-    std::string output() const;
-    std::string errors() const;
+    std::string output() const { return readBytes(outputPath_).value_or(""); }
+    std::string errors() const { return readBytes(errorPath_).value_or(""); }
     // True once the output contains the text.
     bool waitForOutput(const std::string& text) const;
 
 private:
     const std::wstring outputPath_, errorPath_;
-    PROCESS_INFORMATION information_{};
+    const Process process_;
 };
 
 struct ToolResult {
@@ -41,7 +38,7 @@ struct ToolResult {
     std::string errors;
 };
 
-// Runs it to its end; ends the test program with a message if it does not end.
+// Runs it to its end; the exit code of one that does not end is STILL_ACTIVE.
 ToolResult runTool(const Installation& installation, const std::wstring& words);
 
 } // namespace testing_support
