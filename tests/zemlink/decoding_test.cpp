@@ -253,9 +253,10 @@ TEST(Decoding, showsTheProgressOfLoads)
 
 TEST(Decoding, separatesInterleavedLoads)
 {
-    const Outcome outcome = decode(ExchangeKind::debugLog, "Loading File #1: a\nLoading File #1: b\n"
-                                                          "Loading File #2: a\nLoading File #2: b\n"
-                                                          "Loading File #3: a\n");
+    const Outcome outcome =
+        decode(ExchangeKind::debugLog, "Loading File #1: a\nLoading File #1: b\n"
+                                       "Loading File #2: a\nLoading File #2: b\n"
+                                       "Loading File #3: a\n");
     EXPECT_EQ(outcome.exitCode, done);
     EXPECT_EQ(outcome.report["loads"].dump(), R"([{"file":"a","finished":false,"lastStep":3},)"
                                               R"({"file":"b","finished":false,"lastStep":2}])");
@@ -263,9 +264,9 @@ TEST(Decoding, separatesInterleavedLoads)
 
 TEST(Decoding, showsBadLinesOfALog)
 {
-    const Outcome outcome =
-        decode(ExchangeKind::debugLog, "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
-                                      "Loading File #8: a\nhello\nLoading File #2:\n");
+    const Outcome outcome = decode(ExchangeKind::debugLog,
+                                   "Loading File #2: a\nLoading File #1: a\nLoading File #3: a\n"
+                                   "Loading File #8: a\nhello\nLoading File #2:\n");
     EXPECT_EQ(outcome.exitCode, problem);
     EXPECT_EQ(outcome.report["badLines"].dump(), "[1,3,4,5,6]");
     EXPECT_EQ(outcome.report["loads"][0]["lastStep"], 1);
