@@ -86,7 +86,7 @@ void lead(Function* recorder, const char* name, bool toRecorder)
 {
     Function* const real = systems(recorder, name);
     standin::redirectImports(GetModuleHandleW(nullptr), toRecorder ? real : recorder,
-                         toRecorder ? recorder : real);
+                             toRecorder ? recorder : real);
 }
 
 void leadAll(bool toRecorders)

@@ -36,7 +36,7 @@ void leadSleep(bool toCounter)
 {
     const auto real = testing_support::systems(&countWait, "Sleep");
     standin::redirectImports(GetModuleHandleW(nullptr), toCounter ? real : &countWait,
-                         toCounter ? &countWait : real);
+                             toCounter ? &countWait : real);
 }
 
 void startCounting()

@@ -5,14 +5,14 @@
 
 namespace {
 
-// Opens the protected accessors to the test.
+// Makes the protected accessors public for the test.
 struct Opened : CtorvapdmApp {
     using CtorvapdmApp::GetMessageMap;
     using CtorvapdmApp::GetThisMessageMap;
     static const AFX_MSGMAP* basesMessageMap() { return CWinApp::GetThisMessageMap(); }
 };
 
-// The class that a member function comes from.
+// The class that declares a member function.
 template <class Class, class Result>
 Class ownerOf(Result (Class::*)());
 

@@ -27,7 +27,7 @@ struct Row {
     bool operator==(const Row&) const = default;
 };
 
-// What the open menu holds, read while it is on the screen.
+// The content of the open menu, read while it is on the screen.
 std::vector<Row> openRows;
 POINT openAt;
 
@@ -55,7 +55,7 @@ void CALLBACK readAndDismiss(HWND, UINT, UINT_PTR, DWORD)
         EnumThreadWindows(GetCurrentThreadId(), readIfMenu, 0);
 }
 
-// What the user has chosen in the menu that is asked for next.
+// The id returned by the next popup menu.
 UINT chosenId = 0;
 
 BOOL WINAPI choosingPopupMenu(HMENU, UINT, int, int, int, HWND, const RECT*)
@@ -63,7 +63,7 @@ BOOL WINAPI choosingPopupMenu(HMENU, UINT, int, int, int, HWND, const RECT*)
     return static_cast<BOOL>(chosenId);
 }
 
-// Has this process's shell start the program for web addresses.
+// Registers the program as this process's handler for https addresses.
 void openWebAddressesWith(const std::wstring& program)
 {
     const std::wstring command = L"\"" + program + L"\" %1";
@@ -82,7 +82,7 @@ void openWebAddressesWith(const std::wstring& program)
 
 class CommandMenu : public HostFixture {
 protected:
-    // Opens the real menu, reads it and dismisses it.
+    // Opens the real menu, reads its rows and dismisses it.
     std::vector<Row> readRealMenu()
     {
         openRows.clear();
@@ -167,21 +167,21 @@ TEST_F(CommandMenu, doesNothingForARecentFile)
 TEST_F(CommandMenu, ignoresNumbersWithoutACommand)
 {
     recordCompanionStarts(installation);
-    // In place of the host's own, in which a title cannot be chosen.
+    // Replaces the stand-in host's TrackPopupMenu, which does not allow choosing a title.
     standin::redirectImports(GetModuleHandleW(nullptr), &TrackPopupMenu, &choosingPopupMenu);
     for (const UINT id : {0xF0AD4F01u, 0xF0AD4F00u, 0xF0AD4F06u, 0xF0AD4F1Au, 1u, 0xFFFFFFFFu}) {
         chosenId = id;
         EXPECT_EQ(m_main(0), 0);
         EXPECT_EQ(newTrace(), Lines{}) << id;
     }
-    chosenId = 0xF0AD4F04; // a command, to see that the numbers arrive
+    chosenId = 0xF0AD4F04; // a valid command, to check that the ids reach the add-in
     EXPECT_EQ(m_main(0), 0);
     EXPECT_EQ(companionStarts(installation, 1), Lines{aboutStart(getMainFrameWindow())});
 }
 
 TEST_F(CommandMenu, opensTheCompanion)
 {
-    choose(L"Open TORVA ZEM"); // which is missing
+    choose(L"Open TORVA ZEM"); // not installed
     EXPECT_EQ(
         newTrace()[1],
         LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))");

@@ -1,4 +1,4 @@
-// The drawing export of the library as it ships, called as the Companion calls it.
+// DrawTool of the shipped library, called the same way as by the Companion.
 #include "support/draw_tool_entry.h"
 #include "support/bytes.h"
 #include "support/installation.h"
@@ -52,7 +52,7 @@ TEST_F(DrawTool, savesThePictureUnderItsNumber)
 
 TEST_F(DrawTool, takesItsElevenArgumentsInOrder)
 {
-    // Each counts for this kind, and no two of them are the same.
+    // All of these are used for this kind of tool, and all differ.
     const torvapdm::ToolArguments tool = {.width = 100,
                                           .height = 120,
                                           .toolType = 14,

@@ -1,4 +1,4 @@
-// The library as it ships: its file, looked at as the loader and the host look at it.
+// The shipped library's file, as seen by the loader and the host.
 #include "support/bytes.h"
 #include "support/installation.h"
 
@@ -63,7 +63,7 @@ protected:
             optional + headers().FileHeader.SizeOfOptionalHeader);
         return {first, headers().FileHeader.NumberOfSections};
     }
-    // True when the place is in a section of code.
+    // True if the address is in a code section.
     bool isExecuted(DWORD place) const
     {
         const auto all = sections();
@@ -73,7 +73,7 @@ protected:
                    place < section.VirtualAddress + section.Misc.VirtualSize;
         });
     }
-    // What is imported by name from this library.
+    // The functions imported by name from this library.
     std::set<std::string> importedNames(const std::string& library) const
     {
         std::set<std::string> found;
@@ -94,7 +94,7 @@ protected:
         const int length = LoadStringW(module_, id, text, 256);
         return {text, static_cast<size_t>(length)};
     }
-    // The UTF-16 text of a dialog's resource bytes.
+    // The UTF-16 strings in a dialog resource.
     bool dialogSays(int id, const std::wstring& text) const
     {
         const HRSRC place = FindResourceW(module_, MAKEINTRESOURCEW(id), RT_DIALOG);

@@ -8,7 +8,7 @@ using namespace testing_support;
 
 namespace {
 
-// What the events read and write.
+// The state that the events read and write.
 struct Values {
     std::uint32_t zemId = 5;
     const wchar_t* filePath = L"C:\\a.mcam";

@@ -31,7 +31,7 @@ using Calls = std::vector<std::string>;
 
 const DWORD ownThread = GetCurrentThreadId();
 
-// What a closing asks of the system, in its order: what the other threads ask is their own.
+// System calls made by m_close on this thread, in order.
 Calls closingCalls;
 
 void note(const std::string& call)
@@ -40,7 +40,7 @@ void note(const std::string& call)
         closingCalls.push_back(call);
 }
 
-// The handle by the name that it has among the shared values.
+// The name of a handle among the add-in's variables.
 std::string nameOf(HANDLE handle)
 {
     if (!handle)
@@ -68,7 +68,7 @@ BOOL WINAPI notedClose(HANDLE handle)
     return systems(&CloseHandle, "CloseHandle")(handle);
 }
 
-// A listener that never comes out of its first pause.
+// Set while the listener hangs in its first Sleep.
 std::atomic<bool> isListenerStuck{false};
 
 void WINAPI stickingSleep(DWORD milliseconds)
@@ -79,7 +79,7 @@ void WINAPI stickingSleep(DWORD milliseconds)
     systems(&Sleep, "Sleep")(isListeners ? INFINITE : milliseconds);
 }
 
-// Closes the add-in and gives the calls that this took.
+// Closes the add-in and returns the recorded calls.
 Calls callsOfClosing()
 {
     redirectCalls(&WaitForSingleObject, "WaitForSingleObject", &notedWait);
@@ -118,7 +118,7 @@ TEST_F(Lifecycle, stopsWithoutMessageBox)
     EXPECT_TRUE(AddInState::isListenerStopped());
     EXPECT_EQ(AddInState::listenerThread(), nullptr);
     EXPECT_FALSE(commandFileExists());
-    EXPECT_NE(AddInState::commandFile(), nullptr); // closed, and yet not reset
+    EXPECT_NE(AddInState::commandFile(), nullptr); // closed but not reset
     EXPECT_EQ(newTrace(), Lines{});
 }
 
@@ -144,7 +144,7 @@ TEST_F(Lifecycle, losesItsWindowWhenOpenedTwice)
     EXPECT_EQ(m_open(0), 0);
     EXPECT_FALSE(IsWindow(first));
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
-    EXPECT_EQ(AddInState::listenerThread(), listener); // still the one
+    EXPECT_EQ(AddInState::listenerThread(), listener); // the same thread
     ASSERT_TRUE(writeRequest(commandPath, openRequest(9, "C:\\a.mcam")));
     EXPECT_TRUE(waitUntil([] { return isRequestPending(); }));
     EXPECT_EQ(m_close(0), 0);
@@ -154,7 +154,7 @@ TEST_F(Lifecycle, losesItsWindowWhenOpenedTwice)
 TEST_F(Lifecycle, worksWithoutAMainWindow)
 {
     const HWND mainWindow = get_MainFrame()->GetSafeHwnd();
-    standin::failNext("get_MainFrame", 2); // for the window's parent and for the property
+    standin::failNext("get_MainFrame", 2); // once for the window's parent, once for the property
     EXPECT_EQ(m_open(0), 0);
     EXPECT_TRUE(IsWindow(AddInState::messageWindow()));
     EXPECT_EQ(GetWindow(AddInState::messageWindow(), GW_OWNER), nullptr);
@@ -168,7 +168,7 @@ TEST_F(Lifecycle, worksWithoutATemporaryFolder)
 {
     removeFolder(installation.path(L"temp"));
     EXPECT_EQ(m_open(0), 0);
-    // Null, or invalid once the listener has tried as well.
+    // Null, or invalid if the listener has already tried to open the file.
     EXPECT_TRUE(!AddInState::commandFile() || AddInState::commandFile() == INVALID_HANDLE_VALUE);
     EXPECT_TRUE(listenerRuns());
     EXPECT_EQ(m_close(0), 0);

@@ -67,9 +67,9 @@ TEST_F(InstallationFolder, isNotReadAgainAfterAFailure)
 namespace {
 
 struct StoredValue {
-    const char* name; // of the test
+    const char* name; // used as the test's name
     DWORD type;
-    std::wstring content; // all units that are stored
+    std::wstring content; // including any NUL
     std::wstring folder;
 };
 
@@ -100,7 +100,7 @@ class StoredFolder : public InstallationFolder,
 TEST_P(StoredFolder, isUsed)
 {
     const StoredValue& value = GetParam();
-    // The system would also store a NUL that follows the text in memory.
+    // The extra text prevents Windows from storing a NUL that follows in memory.
     store(value.type, (value.content + L"more").data(),
           static_cast<DWORD>(value.content.size() * sizeof(wchar_t)));
     const std::wstring folder = getInstallationFolder();

@@ -14,7 +14,7 @@ using namespace testing_support;
 
 namespace {
 
-// The bytes that arrive of a line.
+// The bytes received for a line.
 std::string sent(const std::string& line)
 {
     const LineReceiver receiver;
@@ -22,7 +22,7 @@ std::string sent(const std::string& line)
     return receiver.nextConnection().value_or("(nothing)");
 }
 
-// The calls that put a line on the wire, in their order, while they go through here.
+// The recorded calls, in order.
 std::vector<std::string> calls;
 const std::vector<std::string> oneAttempt = {"connect", "send"};
 
@@ -38,7 +38,7 @@ int WINAPI notedSend(SOCKET connection, const char* bytes, int size, int flags)
     return systems(&send, "send", L"ws2_32.dll")(connection, bytes, size, flags);
 }
 
-// A computer with two addresses of which the second one would do as well, and what it was asked.
+// The redirected name lookup returns two usable addresses and records the names.
 std::vector<std::string> namesAsked;
 
 hostent* WSAAPI twoAddresses(const char* name)
@@ -54,7 +54,7 @@ hostent* WSAAPI twoAddresses(const char* name)
     return &entry;
 }
 
-// Where connections went: address and port.
+// Address and port of each connection.
 std::vector<std::string> targets;
 
 int WINAPI targetedConnect(SOCKET connection, const sockaddr* address, int size)
@@ -128,13 +128,13 @@ TEST(LineSender, connectsToTheFirstAddressOnly)
     redirectCalls(&gethostbyname, "gethostbyname", &twoAddresses, L"ws2_32.dll");
     EXPECT_EQ(sent("taken"), "taken\n");
     sendLine("lost");
-    EXPECT_EQ(namesAsked, (std::vector<std::string>(2, ""))); // the local computer's
+    EXPECT_EQ(namesAsked, (std::vector<std::string>(2, ""))); // an empty name is the local computer
     EXPECT_EQ(targets, (std::vector<std::string>(2, "127.0.0.1:4559")));
 }
 
 TEST(LineSender, returnsWhenTheListenerNeverReads)
 {
-    const LineReceiver receiver; // the system takes the connections, which are never read
+    const LineReceiver receiver; // accepts connections but never reads from them
     for (int i = 0; i < 10; ++i)
         sendLine("unread");
     EXPECT_FALSE(receiver.isIdle());

@@ -31,7 +31,7 @@ protected:
 
 int starts = 0;
 
-// Counts the start in place of making it, and answers as for one that was made.
+// Counts the call and reports success without starting a process.
 BOOL WINAPI countedShellExecute(SHELLEXECUTEINFOW* start)
 {
     ++starts;
@@ -39,8 +39,8 @@ BOOL WINAPI countedShellExecute(SHELLEXECUTEINFOW* start)
     return TRUE;
 }
 
-// What the wait for the Companion's window does, in its order, and the window that gets the
-// instance property in the first of its pauses.
+// The recorded steps of the wait for the Companion's window, and the window that gets the instance
+// property during a pause.
 std::vector<std::string> waitSteps;
 HWND appearing = nullptr;
 
@@ -121,7 +121,7 @@ TEST_F(CompanionProcess, getsQuotedPathsUnchanged)
 TEST_F(CompanionProcess, leavesTheProcessHandleOpen)
 {
     recordCompanionStarts(installation);
-    launchCompanion(L"", true); // whatever the shell opens once and keeps
+    launchCompanion(L"", true); // lets the shell open its cached handles
     const size_t before = countHandles();
     for (int i = 0; i < 3; ++i)
         launchCompanion(L"", true);

@@ -64,7 +64,7 @@ TEST_F(Settings, loseAByteWithoutALineFeed)
 
 TEST_F(Settings, takeALongLineInPiecesOf1023Bytes)
 {
-    // The key is in the line's second piece, in which nothing precedes it.
+    // The key is at the start of the line's second piece.
     write("a=" + std::string(1021, 'x') + "MCXCATIA=y\n");
     EXPECT_EQ(getSetting("MCXCATIA"), "y");
 }

@@ -1,4 +1,4 @@
-// The dumps of the pages against what the programs write.
+// Compares the dumps in the pages with the bytes written by the programs.
 #include "documents/exchange_run.h"
 #include "documents/pages.h"
 #include "tools/zemlink/decode.h"
@@ -12,7 +12,7 @@ using namespace documents;
 
 namespace documents {
 
-// For GoogleTest.
+// Used by GoogleTest.
 static void PrintTo(const ExchangeRun& run, std::ostream* stream)
 {
     *stream << run.name;

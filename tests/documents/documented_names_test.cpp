@@ -1,4 +1,4 @@
-// The pages' tables of names against the programs that bear them.
+// Compares the tables of names in the pages with the names used by the programs.
 #include "documents/exchange_run.h"
 #include "documents/page_text.h"
 #include "documents/pages.h"
@@ -17,7 +17,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr std::string_view omitted = "\xE2\x80\xA6"; // replaces the beginning of all names
+constexpr std::string_view omitted = "\xE2\x80\xA6"; // replaces the common prefix of all names
 
 std::vector<TableRow> tableOf(const std::string& heading, const std::string& page = "exchanges.md")
 {
@@ -26,7 +26,7 @@ std::vector<TableRow> tableOf(const std::string& heading, const std::string& pag
     return rows;
 }
 
-// What all names begin with, and what replaces it in the table.
+// The common prefix of all names, which the table abbreviates.
 std::string commonBeginning()
 {
     const std::string page = pageText("exchanges.md");
@@ -59,9 +59,9 @@ std::set<std::wstring> allNames()
     return names;
 }
 
-// The names that begin with the text among those of all programs on this desktop. Messages are
-// numbered with the clipboard formats, which can be asked for their names; classes and properties
-// may be among them.
+// The names with this prefix that are registered by any program on this desktop. Registered
+// messages share their ids with clipboard formats, so their names can be queried; class and
+// property names may be included.
 std::set<std::wstring> registeredNames(const std::wstring& beginning)
 {
     std::set<std::wstring> names;
@@ -87,8 +87,7 @@ bool isSemaphore(const std::wstring& name)
     return semaphore != nullptr;
 }
 
-// As patterns, for what a start is recorded with: how the window was to be shown, and the
-// arguments.
+// Patterns for a recorded start: the show command of the window and the arguments.
 std::vector<std::string> recordedStarts()
 {
     std::vector<std::string> patterns;
@@ -111,7 +110,7 @@ bool isRecorded(const std::string& pattern, const Lines& starts)
         starts, [&](const std::wstring& start) { return isLike(toUtf8(start), pattern); });
 }
 
-// As the host's trace has it.
+// As written in the host's trace.
 std::wstring tracedMenu()
 {
     std::wstring line = L"ui menu(";
@@ -193,7 +192,7 @@ TEST_F(PageNames, matchTheCompanionsCommandLines)
                                          "notify 3\nset geo_filename C:\\Parts\\a.mcam\n"
                                          "call m_save 0\nquit\n");
     ASSERT_TRUE(host.waitForTrace(L"ui m_save(0)"));
-    ASSERT_TRUE(writeRequest(host.commandFile(), openRequest(-1, ""))); // the number of no request
+    ASSERT_TRUE(writeRequest(host.commandFile(), openRequest(-1, ""))); // no request id
     EXPECT_EQ(host.process().waitForExit(), 0u);
     for (const std::string& pattern : patterns)
         EXPECT_TRUE(waitUntil([&] {

@@ -8,9 +8,9 @@ namespace documents {
 
 namespace {
 
-constexpr std::string_view ellipsis = "\xE2\x80\xA6 "; // three dots in one character, and a space
+constexpr std::string_view ellipsis = "\xE2\x80\xA6 "; // U+2026 HORIZONTAL ELLIPSIS and a space
 
-// Removes the text before the next gap, and the gap.
+// Removes and returns the text before the next gap, and removes the gap.
 std::string_view takeField(std::string_view& line)
 {
     const size_t end = std::min(line.find("  "), line.size());
@@ -44,7 +44,7 @@ bool isUpperHexadecimal(std::string_view text)
     return text.size() >= 2 && text.find_first_not_of("0123456789ABCDEF") == text.npos;
 }
 
-// Bytes in hexadecimal, one space between two of them.
+// Hexadecimal bytes separated by single spaces.
 bool addHexadecimal(std::string_view field, Dump& dump)
 {
     for (size_t at = 0; at < field.size(); at += 3) {
@@ -61,7 +61,7 @@ bool addHexadecimal(std::string_view field, Dump& dump)
     return !field.empty();
 }
 
-// Text up to its closing quote; gaps in it count as text.
+// Text up to its closing quote; gaps inside are part of the text.
 bool addText(std::string_view line, Dump& dump)
 {
     const size_t end = line.find('"', 1);
@@ -87,7 +87,7 @@ bool addLeftOut(std::string_view field, Dump& dump)
     return count > 0;
 }
 
-// What is wrong with the line; empty when nothing is.
+// The error in the line; empty if there is none.
 std::string addRow(std::string_view line, Dump& dump)
 {
     if (dump.isOpenEnded)

@@ -1,4 +1,4 @@
-// An annotated dump of bytes, as the pages have it.
+// An annotated byte dump in a page.
 //
 //   ```dump open-request
 //   00  EF BB BF                                mark
@@ -8,9 +8,9 @@
 //   1E  0A                                      line feed
 //   ```
 //
-// A line is an offset, bytes, and what they are, with two spaces or more in between. The bytes are
-// hexadecimal, `??` for one that differs from run to run; or text in double quotes, a byte a
-// character; or left out: `… 60 bytes`, or `… any` up to the end, however many.
+// A line consists of an offset, bytes and a description, separated by two or more spaces. The bytes
+// are hexadecimal, with `??` for a byte that differs between runs; or text in double quotes, one
+// byte per character; or omitted: `… 60 bytes`, or `… any` for any number of bytes up to the end.
 #pragma once
 
 #include "documents/page_text.h"
@@ -24,22 +24,22 @@
 namespace documents {
 
 struct Dump {
-    std::vector<std::optional<char>> bytes{}; // nothing for any byte
+    std::vector<std::optional<char>> bytes{}; // nothing for an arbitrary byte
     bool leavesOut = false;
-    bool isOpenEnded = false; // leaves out the rest
-    std::string fault{};      // what is wrong with the block: "line 12: no bytes"
+    bool isOpenEnded = false; // the remaining bytes are not shown
+    std::string fault{};      // an error in the block: "line 12: no bytes"
 };
 
 Dump parseDump(const FencedBlock& block);
 
-// Where the bytes are not what the dump shows, no more and no less: "offset 1E: 0D, shown is 0A";
-// empty when they are.
+// The first position where the bytes differ from the dump, including missing or extra bytes:
+// "offset 1E: 0D, shown is 0A". Empty if they match.
 std::string difference(std::string_view bytes, const Dump& dump);
 
-// The bytes that it shows, a `0` for any; nothing when it leaves some out.
+// The bytes of the dump, 0 for an arbitrary byte; nothing if the dump leaves any out.
 std::optional<std::string> bytesOf(const Dump& dump);
 
-// A block that shows the bytes, without annotations.
+// A dump of the bytes without annotations.
 std::string asBlock(const std::string& name, std::string_view bytes);
 
 } // namespace documents

@@ -1,4 +1,4 @@
-// Runs of the programs that make what the pages' dumps show, and those that take it.
+// Runs of the programs that write or read the bytes shown in the pages' dumps.
 #pragma once
 
 #include <map>
@@ -7,16 +7,16 @@
 
 namespace documents {
 
-// Where the dumps' Companion is installed.
+// The Companion's installation folder in the dumps.
 inline constexpr wchar_t installationOfThePages[] = L"C:\\ZEM";
 
-// Bytes that a program has written, by the names of the dumps that show them.
+// Bytes written by a program, by the names of the dumps that show them.
 using Made = std::map<std::string, std::string>;
 
-// One run, in its own process.
+// One run in its own process.
 struct ExchangeRun {
     const char* name;
-    std::vector<std::string> dumps; // that it makes
+    std::vector<std::string> dumps; // the dumps it produces
     Made (*make)();
 };
 
@@ -25,8 +25,8 @@ Made roundTripOfAPart();
 Made toolDataOfAPart();
 Made pictureOfATool();
 
-// What no program writes on the test bed: one is given the dump's bytes and has to do what the
-// page says.
+// For bytes that no program here writes: a program receives the dump's bytes and must do what the
+// page describes.
 struct GivenBytes {
     const char* dump;
     void (*give)(const std::string& bytes);

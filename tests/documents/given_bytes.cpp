@@ -20,8 +20,8 @@ static CheckoutAnswer answerOf(const std::string& bytes, std::wstring& kind)
     return torvapdm::parseCheckoutAnswer(text, kind);
 }
 
-// Each key of it shows: the reader is woken with the load, the sheet goes out with the save, and
-// the commit names a file of the Companion's own folder.
+// Each key has a visible effect: loading a part wakes the reader, saving sends the setup sheet, and
+// the commit names a file in the Companion's folder.
 void giveSettings(const std::string& bytes)
 {
     const Installation installation(Registry::ofTheUser, installationOfThePages);

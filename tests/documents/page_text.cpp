@@ -19,7 +19,7 @@ FencedBlock opened(const std::string& line, size_t number)
     return block;
 }
 
-// The cells of a line `| a | b |`. A bar after a backslash is text.
+// The cells of a line `| a | b |`. An escaped bar `\|` is part of the text.
 TableRow cellsOf(const std::string& line)
 {
     TableRow cells;
@@ -30,7 +30,7 @@ TableRow cellsOf(const std::string& line)
         } else if (line[i] == '|') {
             cells.push_back(cell.substr(0, cell.find_last_not_of(' ') + 1));
             cell.clear();
-            ++i; // the space
+            ++i; // skips the space
         } else {
             cell += line[i];
         }

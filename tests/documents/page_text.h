@@ -1,5 +1,5 @@
-// The parts of a page that tests read: its fenced blocks with a word and a name after the fence,
-// and its tables.
+// The parts of a page that tests read: its tables, and the fenced blocks with a word and a name
+// after the fence.
 #pragma once
 
 #include <cstddef>
@@ -13,28 +13,28 @@ namespace documents {
 struct FencedBlock {
     std::string word;
     std::string name;
-    size_t line = 0; // the opening fence's, from 1
+    size_t line = 0; // line of the opening fence, counted from 1
     std::vector<std::string> lines;
 
     bool operator==(const FencedBlock&) const = default;
 };
 
-// The blocks with this word, in their order. One without a closing fence goes up to the page's end.
+// The blocks with this word, in order. A block without a closing fence extends to the page's end.
 std::vector<FencedBlock> fencedBlocks(std::string_view page, std::string_view word);
 
 // The lines, each followed by a line feed.
 std::string joined(const std::vector<std::string>& lines);
 
-// A cell for each column, as it is on the page except for escaped bars.
+// One cell per column, as in the page except that escaped bars are unescaped.
 using TableRow = std::vector<std::string>;
 
-// The rows of the first table below this heading, without its head.
+// The rows of the first table below this heading, without its header.
 std::vector<TableRow> tableBelow(std::string_view page, std::string_view heading);
 
-// The first text between backticks; empty without one.
+// The first text in backticks; empty if there is none.
 std::string codeIn(std::string_view text);
 
-// True when the text is the pattern with something in the place of each `<…>`.
+// True if the text matches the pattern, in which each `<…>` matches any text.
 bool isLike(std::string_view text, std::string_view pattern);
 
 } // namespace documents

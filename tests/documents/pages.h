@@ -1,4 +1,4 @@
-// The documentation's pages, next to the test programs.
+// The documentation pages, next to the test programs.
 #pragma once
 
 #include "documents/dump.h"
@@ -9,7 +9,7 @@
 
 namespace documents {
 
-// A page's text: "exchanges.md". Empty when there is no such page.
+// The text of a page such as "exchanges.md"; empty if there is no such page.
 std::string pageText(const std::string& name);
 
 // A block of a page that a test reads.
@@ -18,10 +18,10 @@ struct PageBlock {
     FencedBlock block;
 };
 
-// The blocks with this word, of all pages.
+// The blocks with this word in all pages.
 std::vector<PageBlock> blocksOfPages(std::string_view word);
 
-// The sound dumps of all pages, by their names.
+// The valid dumps of all pages, by name.
 std::map<std::string, Dump> dumpsOfPages();
 
 } // namespace documents

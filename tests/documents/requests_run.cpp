@@ -1,5 +1,5 @@
-// The Companion's requests, into a command file that no add-in empties, and what it writes in
-// addition.
+// The Companion's requests, written to a command file that no add-in reads, and the files it writes
+// with them.
 #include "documents/exchange_run.h"
 #include "support/companion_program.h"
 #include "zemlink/announced_host.h"
@@ -15,7 +15,7 @@ namespace {
 constexpr DWORD carriedOut = 0;
 constexpr wchar_t companionKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
 
-// The value's bytes as the 32-bit view has them; empty when it is no text.
+// The value's bytes in the 32-bit registry view; empty if it is not a string.
 std::string registeredFolder()
 {
     std::string bytes(1024, '\0');
@@ -36,7 +36,7 @@ std::string registerAnew(const Installation& installation)
     return registeredFolder();
 }
 
-// Plays the host that takes the request.
+// Acts as the host that receives the request.
 std::string takeRequest(const std::wstring& commandFile)
 {
     EXPECT_TRUE(waitUntil([&] { return readBytes(commandFile).value_or("") != ""; }));

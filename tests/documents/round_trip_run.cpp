@@ -1,4 +1,4 @@
-// A part on its way: sent by the Companion, opened, saved and announced by the add-in that ships.
+// The path of a part: sent by the Companion; opened, saved and committed by the shipped add-in.
 #include "documents/exchange_run.h"
 #include "support/companion_program.h"
 #include "support/host_program.h"
@@ -13,8 +13,8 @@ namespace documents {
 namespace {
 
 constexpr DWORD carriedOut = 0;
-constexpr unsigned postCommand = 41107; // of the host's File menu
-constexpr int goOn = 37;                // an event that the add-in only notes
+constexpr unsigned postCommand = 41107; // in the host's File menu
+constexpr int goOn = 37;                // an event that the add-in only logs
 
 const std::string script = "wait-for CFile_DoFileSave( 60000\n"
                            "call m_save 0\n"
@@ -35,7 +35,7 @@ Made roundTripOfAPart()
 {
     const Installation installation(Registry::ofTheUser, installationOfThePages);
     installCompanionWithLibrary(installation);
-    // In the Companion's place, which would remove the queue on its notice.
+    // The test receives the notice; the Companion would remove the queue.
     const LineReceiver port;
     const CompanionProgram companion(installation);
     const HostProgram host(installation, script);
@@ -45,10 +45,10 @@ Made roundTripOfAPart()
     };
     if (!host.waitForCommandFile() || companion.tell(L"--send bracket") != carriedOut ||
         !host.waitForTrace(L"CFile_DoFileSave("))
-        return {}; // the host would wait for the part
+        return {}; // the host would wait for the part forever
     Made made{{"commit-notice", nextLine()}, {"setup-sheet-notice", nextLine()}};
     made["load-log"] = bytesOf(L"sys\\mcxlog.txt");
-    // The Companion has moved the picture, without touching it.
+    // The Companion has moved the picture without changing it.
     EXPECT_TRUE(companion.waitForLog(L"version name=\"bracket\" version=2 number=17 picture=yes"));
     made["screen-picture"] = bytesOf(L"library\\bracket\\v2.bmp");
 
@@ -57,7 +57,7 @@ Made roundTripOfAPart()
     made["queue-notice"] = nextLine();
     made["nc-queue"] = bytesOf(L"temp\\ncqueue-17.txt");
 
-    // The second commit's id is the number of no request.
+    // The second commit has no request id.
     EXPECT_EQ(companion.tell(L"--new-file --id -1"), carriedOut);
     EXPECT_NE(nextLine(), "");
     const std::wstring process = std::to_wstring(companion.process().id());

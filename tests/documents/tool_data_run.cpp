@@ -1,5 +1,5 @@
-// The tool data of a part, from the host's records through the add-in's own code: no entry point of
-// the library reaches it.
+// The tool data of a part, made by the add-in's code from the host's records. Linked directly,
+// because no exported function of the library reaches it.
 #include "documents/exchange_run.h"
 #include "support/add_in_state.h"
 #include "control.h"

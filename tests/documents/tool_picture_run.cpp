@@ -1,4 +1,4 @@
-// The picture of a tool, drawn by the library that ships.
+// A tool picture drawn by the shipped library.
 #include "documents/exchange_run.h"
 #include "support/bytes.h"
 #include "support/draw_tool_entry.h"

@@ -1,4 +1,4 @@
-// The add-in that ships, in the host's own process; the test plays the Companion from outside.
+// The shipped add-in in the host's process; the test acts as the Companion.
 #include "support/host_program.h"
 #include "support/companion_double.h"
 #include "support/counts.h"
@@ -19,7 +19,7 @@ protected:
         return path;
     }
     std::string request(int id, const std::wstring& path) { return openRequest(id, toUtf8(path)); }
-    // Writes as soon as the last request has been taken.
+    // Writes as soon as the last request has been read.
     static bool send(const HostProgram& host, std::string_view bytes)
     {
         return waitUntil([&] { return readBytes(host.commandFile()) == ""; }) &&
@@ -29,8 +29,8 @@ protected:
     {
         return waitUntil([&] { return readBytes(host.commandFile()) == ""; });
     }
-    // Sends the request. True once it is parked and the host's window has met the message that
-    // reports it: the listener has served the request after it by then.
+    // Sends the request. True once it is pending and the host has processed the message for it: by
+    // then the listener has read the next request too.
     static bool park(const HostProgram& host, std::string_view bytes)
     {
         return send(host, bytes) && send(host, openRequest(18, "")) &&
@@ -124,7 +124,7 @@ TEST_F(AddInInHost, closesThePartOnACheckIn)
     expected.insert(expected.end(), newFileCalls.begin(), newFileCalls.end());
     EXPECT_EQ(fromOtherThreads(host.trace()), expected);
     EXPECT_EQ(count(host.trace(), L"geo_filename = \"\""), 1u);
-    // A file still counts as known, so that event 5 saves.
+    // The file is still known, so event 5 saves.
     EXPECT_EQ(count(host.trace(), L"main, false, true)"), 1u);
 }
 
@@ -178,10 +178,10 @@ TEST_F(AddInInHost, servesARequestAfterAMalformedOne)
 TEST_F(AddInInHost, survivesAnOversizedRequest)
 {
     const HostProgram host(installation, "");
-    ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; })); // the listener runs
+    ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; })); // the listener is running
     const std::string oversized(65537, 'x');
     ASSERT_TRUE(send(host, oversized));
-    // The listener was the last thread in addition to the host's own.
+    // The listener was the only thread in addition to the host's.
     ASSERT_TRUE(waitUntil([&] { return countThreads(host.process().id()) == 1; }));
     EXPECT_EQ(readBytes(host.commandFile()), oversized);
     EXPECT_TRUE(host.sendEvent(37));
@@ -217,7 +217,7 @@ TEST_F(AddInInHost, waitsForATemporaryFolder)
     const HostProgram host(installation, "wait-for OnFileNew 30000\nquit\n");
     ASSERT_TRUE(host.waitForTrace(L"ui m_open(0) -> 0"));
     CreateDirectoryW(installation.path(L"temp").c_str(), nullptr);
-    ASSERT_TRUE(host.waitForCommandFile()); // the listener went on trying
+    ASSERT_TRUE(host.waitForCommandFile()); // the listener kept retrying
     ASSERT_TRUE(send(host, openRequest(7, "")));
     EXPECT_EQ(host.process().waitForExit(), 0u);
     Lines expected = {L"ui m_version(2100) -> 2100", L"ui m_open(0) -> 0"};

@@ -28,7 +28,7 @@ std::string machineOf(std::int32_t id)
     return "C:\\Machines\\" + std::to_string(id) + ".mcam-mmd";
 }
 
-// What opening, naming and saving a part leaves in the trace.
+// The trace of opening, naming and saving a part.
 std::string openingLines(const std::string& path, std::int32_t id)
 {
     return "ui DoFileOpen(\"" + path + "\", false, false, 1, true, *, null) -> true\n" +
@@ -55,7 +55,7 @@ CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNum
       tokens_(fuzzing::commandTextTarget().tokens)
 {
     CreateDirectoryW(folder_.c_str(), nullptr);
-    // A request spells the last one with a byte E4.
+    // In a request, the last name contains the byte E4.
     const std::wstring names[] = {L"a.mcam", L"b c.emcam", L"no dot", L"fr\xFFE4ser.mcam"};
     const std::string spelled[] = {"a.mcam", "b c.emcam", "no dot", "fr\xE4ser.mcam"};
     for (size_t i = 0; i < std::size(names); ++i) {
@@ -66,7 +66,7 @@ CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNum
     writeBytes(folder_ + fromUtf8(lastPartName), "");
 }
 
-// An open request of a part, its id in one of the forms that a number can have.
+// An open request for a part, with its id in one of the accepted number formats.
 std::string CommandFilePlan::openText()
 {
     static const char* const before[] = {"", "", "+", "-", "000", "\t\r\v\f", "\t-0"};
@@ -115,7 +115,7 @@ PlannedFile CommandFilePlan::last()
     return planned(openRequest(id, toUtf8(folder_) + lastPartName)).value();
 }
 
-// Nothing for a file whose effect depends on something else.
+// Nothing if the file's effect depends on external state.
 std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
 {
     const peer::HostCommand request = peer::parseHostCommand(bytes);
@@ -129,11 +129,11 @@ std::optional<PlannedFile> CommandFilePlan::planned(const std::string& bytes)
     return file;
 }
 
-// Nothing for a file outside the parts' folder, and for a number that is not free.
+// Nothing for a file outside the parts folder or an id already in use.
 std::optional<PlannedFile> CommandFilePlan::opening(PlannedFile file, std::int32_t id,
                                                     const std::wstring& path)
 {
-    const std::wstring seen = path.c_str(); // as far as the system looks
+    const std::wstring seen = path.c_str(); // the system stops at the first NUL
     const DWORD attributes = GetFileAttributesW(seen.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         file.trace = "ui message-box(\"TORVA ZEM\", \"The file does not exist.\")\n";

@@ -1,4 +1,4 @@
-// Random command files and what the plain rule says that a host's trace shows of each.
+// Random command files and the host trace expected for each.
 #pragma once
 
 #include "fuzz/random.h"
@@ -14,12 +14,12 @@ namespace testing_support {
 
 struct PlannedFile {
     std::string bytes;
-    std::string trace; // UTF-8, each line with its line feed; nothing for a file without an effect
-    // The request whose machine-settings file has to be ready; no other file has the same.
+    std::string trace; // UTF-8, each line with its line feed; empty if the file has no effect
+    // The request whose machine-settings file must exist; a different one for each file.
     std::optional<std::int32_t> machineRequest;
 };
 
-// One host of several, which share the installation folder but no part and no request's number.
+// One of several hosts that share the installation folder but no part and no request id.
 struct HostNumber {
     unsigned number; // 0 to count - 1
     unsigned count;
@@ -27,12 +27,12 @@ struct HostNumber {
 
 class CommandFilePlan {
 public:
-    // Makes a few part files for the host, which some of the requests open.
+    // Creates a few part files for the host; some of the requests open them.
     CommandFilePlan(const Installation& installation, const HostNumber& host, std::uint64_t seed);
 
-    // Never empty, and never longer than a request can be.
+    // Never empty, and never longer than the maximum length of a request.
     PlannedFile next();
-    // Opens a part that no other file does.
+    // Opens a part that no other file opens.
     PlannedFile last();
 
 private:
@@ -44,15 +44,15 @@ private:
     const HostNumber host_;
     fuzzing::Random random_;
     std::wstring folder_;
-    std::vector<std::string> parts_; // as a request spells them
+    std::vector<std::string> parts_; // as spelled in a request
     std::vector<std::string> seeds_;
     const std::vector<std::string> tokens_;
     std::set<std::int32_t> machineRequests_;
 };
 
-// The part that the last file opens.
+// The part opened by the last file.
 extern const char lastPartName[];
-// The machine-settings file's content for a request.
+// The content of a request's machine-settings file.
 std::string machineSettingsText(std::int32_t id);
 
 } // namespace testing_support

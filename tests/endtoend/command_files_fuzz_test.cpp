@@ -1,5 +1,5 @@
-// Two thousand random command files, written for real hosts with the add-in that ships: each has
-// exactly the effect that the plain rule gives it, and none is lost.
+// Writes two thousand random command files for real hosts with the shipped add-in: each has exactly
+// the effect that the reference implementation predicts, and none is lost.
 #include "endtoend/command_file_plan.h"
 #include "fuzz/differences.h"
 #include "peer/exchange_paths.h"
@@ -19,28 +19,28 @@ namespace {
 const std::string traceOfTheStart = "ui m_version(2100) -> 2100\nui m_open(0) -> 0\n";
 const std::string traceOfTheEnd = "ui m_close(0) -> 0\n";
 
-// The file is not opened, because an open handle would keep it from being deleted. Without a file,
-// the largest number.
+// Does not open the file, because an open handle would prevent its deletion. Returns the largest
+// number if there is no file.
 std::uintmax_t sizeOf(const std::wstring& path)
 {
     std::error_code error;
     return std::filesystem::file_size(path, error);
 }
 
-// A host that is handed one command file after the other.
+// A host that receives one command file after another.
 class CommandFileRun {
 public:
-    // Starts a host of this name. The last file opens the part after which the host closes.
+    // Starts a host with this name. The host closes after it has opened the last file's part.
     CommandFileRun(const Installation& installation, const std::wstring& name,
                    std::vector<PlannedFile> files);
 
-    // Hands the next file over, once the last one has been taken and its lines are in the trace.
+    // Writes the next file once the previous one has been read and its lines are in the trace.
     // Never waits.
     void goOn();
-    // All files are through, or the one that was handed over last has been waited for too long.
+    // All files have been handled, or handling the last written one has timed out.
     bool isAtEnd() const { return isLost_ || (done_ && sent_ == files_.size()); }
 
-    // Expects all files to have had their effect, and the host to close after them.
+    // Expects that each file had its effect and that the host then closes.
     void expectPlanned() const;
 
 private:
@@ -51,7 +51,7 @@ private:
     const std::vector<PlannedFile> files_;
     HostProgram host_;
     size_t sent_ = 0;
-    std::uint64_t plannedTraceSize_; // of what the files so far leave in the trace
+    std::uint64_t plannedTraceSize_; // total size of the trace expected so far
     unsigned long long sentAt_;      // milliseconds
     bool done_ = false;
     bool isLost_ = false;
@@ -62,7 +62,7 @@ CommandFileRun::CommandFileRun(const Installation& installation, const std::wstr
     : installation_(installation),
       tracePath_(installation.path(name + L".trace")),
       files_(std::move(files)),
-      // Answers boxes, as a host does while a script runs, until the last part has been saved.
+      // Answers message boxes while a script runs, until the last part has been saved.
       host_(installation, "wait-for " + std::string(lastPartName) + "\", main 240000\nquit\n",
             name),
       plannedTraceSize_(traceOfTheStart.size()),
@@ -96,7 +96,7 @@ bool CommandFileRun::isThroughWithTheLast() const
 {
     if (sizeOf(tracePath_) + 1 <= plannedTraceSize_)
         return false;
-    // The host closes after the last file, and its command file goes with it.
+    // The host closes after the last file and deletes its command file.
     return sent_ == files_.size() || sizeOf(host_.commandFile()) == 0;
 }
 
@@ -115,7 +115,7 @@ void CommandFileRun::expectPlanned() const
     EXPECT_EQ(trace.substr(at), traceOfTheEnd);
 }
 
-// A listener takes a file every 100 ms or so; several hosts at once have their own each.
+// A listener reads a file about every 100 ms; several hosts in parallel, each with its own files.
 constexpr unsigned hosts = 16;
 constexpr size_t filesEach = 125;
 constexpr std::uint64_t seed = 20'260;
@@ -131,7 +131,7 @@ std::vector<PlannedFile> planFiles(const Installation& installation, unsigned ho
     return files;
 }
 
-// How many of the planned files leave this in the trace; an empty text means no trace.
+// How many planned files have this text in their trace; an empty text means no trace.
 size_t countWithTrace(const std::vector<PlannedFile>& files, const std::string& text)
 {
     return static_cast<size_t>(std::count_if(

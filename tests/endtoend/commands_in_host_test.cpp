@@ -1,5 +1,5 @@
-// The add-in's commands in the host's own process: the menu under a real mouse and a real key, the
-// check-out request, the setup sheet, and what goes over the network.
+// The add-in's commands in the host's process: the menu with mouse and keyboard input, the
+// check-out command, the setup sheet and the network traffic.
 #include "support/host_program.h"
 #include "support/companion_double.h"
 #include "support/sockets.h"
@@ -20,7 +20,7 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-// The open popup menu's place on the screen; empty when none opens within the time.
+// The popup menu's rectangle on the screen; empty if none opens before the timeout.
 RECT waitForMenu()
 {
     HWND menu = nullptr;
@@ -81,7 +81,7 @@ TEST_F(CommandsInHost, doNothingOnAClickOnTheTitle)
     const HostProgram host(installation, "call m_main 0\nquit\n");
     const RECT menu = waitForMenu();
     clickAt((menu.left + menu.right) / 2, menu.top + 10);
-    press(VK_ESCAPE); // a title that is clicked leaves the menu open
+    press(VK_ESCAPE); // clicking a title leaves the menu open
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(count(host.trace(), L"message-box"), 0u);
     EXPECT_EQ(count(host.trace(), L"ui m_main(0) -> 0"), 1u);

@@ -1,5 +1,5 @@
-// The stand-in Companion's commit request file under everything that can happen to it: records are
-// neither lost nor stored twice nor stored in another order.
+// The stand-in Companion's commit file with concurrent writers, crashes and invalid data: no record
+// is lost, stored twice or stored out of order.
 #include "endtoend/companion_commit_fixture.h"
 
 #include <filesystem>
@@ -9,11 +9,11 @@ using namespace testing_support;
 
 namespace {
 
-constexpr DWORD endedProcess = 4242; // no process has an id that 4 does not divide
+constexpr DWORD endedProcess = 4242; // not a valid process id: not a multiple of 4
 
 class CommitQueue : public CommitFixture {
 protected:
-    // A separate part file for each number; a commit of it makes a part of the same name.
+    // A different part file for each number; committing it creates a part with the same name.
     std::wstring numberedPart(int number) const
     {
         const std::wstring name = partName(number);
@@ -21,7 +21,7 @@ protected:
     }
     static std::wstring partName(int number) { return L"part " + std::to_wstring(1000 + number); }
 
-    // The parts that the library got beyond its own four, in the order of its index.
+    // The parts added to the library's initial four, in the order of its index.
     Lines newParts() const
     {
         Lines names;
@@ -39,7 +39,7 @@ protected:
             names.push_back(partName(number));
         return names;
     }
-    // Each of the parts is there once, in their order, with its own bytes and one version.
+    // Expects each part exactly once, in order, with its own content and one version.
     void expectParts(int count) const
     {
         EXPECT_EQ(newParts(), partNames(count));
@@ -49,8 +49,8 @@ protected:
             EXPECT_EQ(libraryBytes(folder + L"\\v2.mcam"), std::nullopt) << folder;
         }
     }
-    // Waits until the Companion has looked into its request file once more: it looks there after
-    // each commit of the command line, here of a file that is not there.
+    // Waits until the Companion has read its commit file again. It does so after each `--commit`,
+    // here of a file that does not exist.
     void waitForALook(const CompanionProgram& companion) const
     {
         const size_t failed = companion.count(L"commit-failed");
@@ -59,7 +59,7 @@ protected:
             EXPECT_TRUE(companion.waitForLog(L"commit-failed", failed + i));
         }
     }
-    // Bytes that were put aside, in the order in which that was done.
+    // Content of the n-th file of skipped bytes.
     std::optional<std::string> skippedBytes(int number) const
     {
         return readBytes(
@@ -115,7 +115,8 @@ TEST_F(CommitQueue, keepsTheFileWhileTheProgramRuns)
     EXPECT_EQ(readBytes(requestFile(companion.process().id())), formatCommitRecord(noId, one));
 }
 
-// A writer that found the end, then waits, is not disturbed by a reader that takes all before it.
+// A writer that pauses after seeking to the end is not affected when a reader consumes all records
+// before that position.
 TEST_F(CommitQueue, doesNotMoveTheEndUnderAWriter)
 {
     const CompanionProgram companion(installation);
@@ -139,7 +140,7 @@ TEST_F(CommitQueue, waitsForAWriterThatIsHalfThrough)
     EXPECT_TRUE(slow.lock(record.size()));
     for (const char byte : record)
         EXPECT_TRUE(slow.write(std::string(1, byte)));
-    // Whole as it is, it is the writer's until that unlocks it.
+    // The record is complete but still locked by the writer.
     waitForALook(companion);
     EXPECT_EQ(companion.count(partName(1)), 0u);
     slow.unlock();
@@ -202,7 +203,7 @@ TEST_F(CommitQueue, isNotBlindedByGarbage)
 
 TEST_F(CommitQueue, findsRecordsAfterMuchGarbage)
 {
-    constexpr size_t oneLook = 4 * (8 + 2 * 32767); // bytes; it ends in the record's first ones
+    constexpr size_t oneLook = 4 * (8 + 2 * 32767); // bytes; one read ends inside the record
     const std::string garbage(oneLook - 5, '\xEE');
     appendCommit(requestFile(endedProcess), garbage);
     appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
@@ -273,7 +274,7 @@ TEST_F(CommitQueue, takesLateRecordsOfAnEndedProcess)
     expectParts(2);
 }
 
-// A host that asks a window which has just gone for its process gets 0.
+// A host gets process id 0 if it queries a window that has just been destroyed.
 TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
 {
     const CompanionProgram companion(installation);
@@ -313,7 +314,7 @@ TEST_F(CommitQueue, continuesAfterAnEndedBookmark)
     expectParts(1);
 }
 
-// The process ended between the index and the bookmark.
+// The process ended after it wrote the index and before it wrote the bookmark.
 TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 {
     appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
@@ -326,7 +327,7 @@ TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
     expectParts(1);
 }
 
-// The same, for a part that the commit brought in: it is found by its file all the same.
+// The same for a part created by the commit: it is found by its file.
 TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
 {
     const std::wstring part = numberedPart(1);
@@ -341,7 +342,8 @@ TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
     EXPECT_EQ(newParts(), partNames(1));
 }
 
-// The process ended between the part file and the index: what it copied is what was committed then.
+// The process ended after it copied the part file and before it wrote the index: the copy has the
+// content that was committed.
 TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
 {
     const std::wstring changedSince = numberedPart(7);
@@ -357,7 +359,7 @@ TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
     EXPECT_NE(indexText().find(L"17 | bracket    | 2 |"), std::wstring::npos);
 }
 
-// The process ended before the part file was whole.
+// The process ended while it copied the part file.
 TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
 {
     appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
@@ -370,8 +372,8 @@ TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
     EXPECT_EQ(libraryBytes(L"bracket\\v3.mcam"), std::nullopt);
 }
 
-// The process ended while it removed the request file of an earlier one; a host made a new one
-// since.
+// The process ended while it removed an earlier commit file of the same process id; since then, a
+// host has created a new one.
 TEST_F(CommitQueue, ignoresABookmarkOfAnEarlierFile)
 {
     writeBytes(nextTo(endedProcess, L".taken"), "finished\n");
@@ -400,7 +402,7 @@ TEST_F(CommitQueue, survivesRepeatedKills)
     for (size_t stored = 1; stored < all; stored += 6) {
         CompanionProgram companion(installation);
         EXPECT_TRUE(companion.waitForLog(L"version name", stored));
-    } // which ends it on the spot
+    } // the destructor terminates the process
     const CompanionProgram companion(installation);
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
     expectParts(all);
@@ -436,7 +438,7 @@ TEST_F(CommitQueue, keepsARecordWrittenDuringTheEnd)
     EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
 }
 
-// Two hosts that take turns: each finds the end only when no other is between its own steps.
+// Two hosts that append alternately: each seeks to the end only after the other has finished.
 TEST_F(CommitQueue, takesRecordsOfTwoWritersInTurn)
 {
     const CompanionProgram companion(installation);
@@ -467,8 +469,9 @@ TEST_F(CommitQueue, takesRecordsOfTwoWritersInTurn)
     EXPECT_EQ(evens, expectedEvens);
 }
 
-// Two hosts that do not: one's record may take the place of the other's, and nothing but that is
-// lost. What is stored is what was written, once, and those that come later are found.
+// Two hosts that append at the same time: one host's record may overwrite the other's, but nothing
+// else is lost. Each stored record is one that was written, stored once, and later records are
+// found.
 TEST_F(CommitQueue, survivesTwoWritersAtOneEnd)
 {
     const CompanionProgram companion(installation);

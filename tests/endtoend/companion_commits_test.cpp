@@ -1,5 +1,5 @@
-// What the stand-in Companion makes of commits, from outside: the test plays the host and its
-// add-in, the library and the log show what became of each.
+// How the stand-in Companion handles commits: the test acts as the host with its add-in and checks
+// the library and the log.
 #include "endtoend/companion_commit_fixture.h"
 
 using namespace testing_support;
@@ -42,7 +42,7 @@ void setWriteProtection(const std::wstring& path, bool isProtected)
     SetFileAttributesW(path.c_str(), isProtected ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL);
 }
 
-// Makes the file look as if it had been written so many seconds from now.
+// Sets the file's last-write time to this many seconds from now.
 void setWriteTime(const std::wstring& path, int secondsFromNow)
 {
     FILETIME now{};
@@ -177,7 +177,7 @@ TEST_F(CompanionCommits, areFoundByFileWithoutAnId)
     ASSERT_TRUE(waitForVersion(companion, L"clamp jaw", 2));
     commit(companion, 0, work);
     ASSERT_TRUE(waitForVersion(companion, L"clamp jaw", 3));
-    commit(companion, 17, work); // another part's number
+    commit(companion, 17, work); // the id of another part
     EXPECT_TRUE(waitForVersion(companion, L"clamp jaw", 4));
     EXPECT_EQ(companion.count(L"version name"), 3u);
 }
@@ -190,7 +190,7 @@ TEST_F(CompanionCommits, areFoundByIdWhenSavedElsewhere)
         sendPart(companion, L"clamp jaw", L" --id 107");
         EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
     }
-    const CompanionProgram companion(installation); // knows it from its file
+    const CompanionProgram companion(installation); // finds it by its file
     commit(companion, 107, elsewhere);
     ASSERT_TRUE(waitForVersion(companion, L"clamp jaw", 2));
     EXPECT_EQ(libraryBytes(L"clamp jaw\\v2.mcam"), "saved elsewhere");
@@ -361,7 +361,7 @@ TEST_F(CompanionCommits, giveUpWhenTheirFileStaysLocked)
     EXPECT_EQ(companion.count(L"commit-failed file=\"" + part +
                               L"\" id=4294967295 reason=\"the file cannot be read\""),
               1u);
-    // What it would have become has gone to another part since.
+    // The number it would have received is now used by another part.
     commit(companion, noId, part);
     EXPECT_TRUE(waitForVersion(companion, L"one", 1));
     EXPECT_EQ(companion.lastLine(L"new-part"),

@@ -1,5 +1,5 @@
-// The stand-in Companion's end of the line protocol, from outside: a client of the test's own sends
-// it bytes, its log and its windows show what it made of them.
+// The receiving end of the notice protocol in the stand-in Companion: the test sends bytes as a
+// client and checks the Companion's log and windows.
 #include "support/companion_program.h"
 #include "support/sockets.h"
 #include "support/windows.h"
@@ -16,7 +16,7 @@ namespace {
 
 constexpr DWORD carriedOut = 0;
 
-// A socket that listens on the Companion's port; true when that worked.
+// Makes a socket listen on the Companion's port; true on success.
 class BoundSocket {
 public:
     BoundSocket() { isBound_ = tryToBind(); }
@@ -25,8 +25,7 @@ public:
     BoundSocket& operator=(const BoundSocket&) = delete;
 
     bool isBound() const { return isBound_; }
-    // Tries until it works: the sockets of a program that was just ended may stay open for a
-    // moment.
+    // Retries, because the sockets of a program that has just ended may stay open briefly.
     bool waitUntilBound()
     {
         return waitUntil([this] { return isBound_ || (isBound_ = tryToBind()); });
@@ -74,7 +73,7 @@ class CompanionLines : public ::testing::Test {
 protected:
     CompanionLines() { installCompanionWithLibrary(installation); }
 
-    // The log after the lines of the start, once it has so many lines there.
+    // The log lines after those of the start, once there are at least this many.
     static Lines logOfLines(const CompanionProgram& companion, size_t size)
     {
         constexpr size_t linesOfStart = 2;
@@ -84,7 +83,7 @@ protected:
         return log;
     }
 
-    // Writes a file and announces it as the setup sheet of this request.
+    // Writes a file and sends a notice that it is the setup sheet of this request.
     std::wstring announceSheet(int id, const std::wstring& name, const std::string& bytes) const
     {
         const std::wstring file = installation.path(L"temp\\" + name);
@@ -166,7 +165,7 @@ TEST_F(CompanionLines, doNotWaitForASilentConnection)
     ASSERT_TRUE(silent.sendBytes("half"));
     ASSERT_TRUE(sendToCompanion("TOOL-7\n"));
     ASSERT_TRUE(companion.waitForLog(L"tool-data id=7"));
-    EXPECT_EQ(companion.count(L"line "), 1u); // the silent one is still listened to
+    EXPECT_EQ(companion.count(L"line "), 1u); // the silent connection is still open
     EXPECT_TRUE(silent.waitForEnd());
     EXPECT_TRUE(companion.waitForLog(LR"(line bytes=4 hex=68616C66 text="half")"));
 }

@@ -1,5 +1,5 @@
-// What the stand-in Companion makes of NC queues and tool data, from outside: files in its folder,
-// a line for each, and then its log and its windows.
+// How the stand-in Companion handles NC queues and tool data: the test writes files to its folder,
+// sends a notice for each, and checks the log and the windows.
 #include "support/companion_program.h"
 #include "support/sockets.h"
 #include "support/windows.h"
@@ -12,7 +12,7 @@ namespace {
 
 constexpr size_t tooLarge = 1024 * 1024 + 1;
 
-// A line of the tool data of request 17.
+// A line of tool data for request 17.
 std::string formatToolRecord(int number, const std::string& comment)
 {
     return "TOOLDATA|DATAID=17|TPNAME=000002A1F3C05E40|CPNAME=000002A1F3C05E80|DIA=12.5|TNUM=" +
@@ -29,7 +29,7 @@ std::string formatToolRecord(int number, const std::string& comment)
            "|DEPTH=-12.5|TPTYPE=22|TPX=0|TPY=0|TPZ=0|CPTYPE=23|CPX=0|CPY=0|CPZ=0|OPTIME=61.5\r\n";
 }
 
-// A bitmap file of 64 x 32 white pixels, one bit each.
+// A monochrome bitmap file of 64 x 32 white pixels.
 const std::string bitmapOf64x32 = std::string("BM\x3E\1\0\0\0\0\0\0\x3E\0\0\0"
                                               "\x28\0\0\0\x40\0\0\0\x20\0\0\0\1\0\1\0\0\0\0\0\0\1"
                                               "\0\0\0\0\0\0\0\0\0\0\2\0\0\0\2\0\0\0"
@@ -37,7 +37,7 @@ const std::string bitmapOf64x32 = std::string("BM\x3E\1\0\0\0\0\0\0\x3E\0\0\0"
                                               62) +
                                   std::string(256, '\xFF');
 
-// A bitmap file that claims 4000 x 4000 pixels of 24 bits and holds four bytes.
+// A bitmap file with four bytes of pixel data whose header declares 4000 x 4000 pixels of 24 bits.
 const std::string bitmapOfFourBytes =
     std::string("BM\x3A\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xA0\x0F\0\0\xA0\x0F\0\0\1\0\x18\0", 30) +
     std::string(28, '\0');
@@ -53,7 +53,7 @@ protected:
         return file;
     }
 
-    // Writes a file and announces it as an NC queue.
+    // Writes a file and sends a notice that it is an NC queue.
     std::wstring announceQueue(const std::wstring& name, const std::string& bytes) const
     {
         const std::wstring file = write(name, bytes);
@@ -61,7 +61,7 @@ protected:
         return file;
     }
 
-    // The log from the line on that starts with the text.
+    // The log lines starting with the first one that begins with the text.
     static Lines logFrom(const CompanionProgram& companion, const std::wstring& text)
     {
         Lines log = companion.log();

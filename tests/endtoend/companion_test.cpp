@@ -1,5 +1,5 @@
-// The stand-in Companion's program by itself: the one instance, its words, its log, its deliveries.
-// The test plays the host, and the add-in's part of it, from outside.
+// The stand-in Companion's program on its own: single instance, arguments, log and delivery of
+// requests. The test acts as the host with the add-in.
 #include "support/companion_program.h"
 
 #include <gtest/gtest.h>
@@ -51,7 +51,7 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-// This process as a host that the Companion knows by its command file.
+// Makes this process a host that the Companion finds by its command file.
 class CompanionDelivery : public Companion {
 protected:
     CompanionDelivery() { writeBytes(commandFile, ""); }
@@ -61,7 +61,8 @@ protected:
     {
         return MARK + std::to_string(id) + " " + toUtf8(workFile(name)) + "\n";
     }
-    // The next request, removed as the add-in does it: read, deleted, created again.
+    // Receives the next request as the add-in does: reads the command file, deletes it and creates
+    // it again.
     std::string takeRequest() const
     {
         waitUntil([this] { return readBytes(commandFile).value_or("") != ""; });
@@ -76,7 +77,7 @@ protected:
         return word + L" id=" + std::to_wstring(id) + L" host=" + self + rest;
     }
 
-    // Requests written and taken, each without what is behind its host.
+    // The log events for this host, except `command`, each without `after=` and the rest.
     Lines deliveryEvents(const CompanionProgram& companion) const
     {
         Lines found;
@@ -306,7 +307,7 @@ TEST_F(CompanionDelivery, writesNewFileAndCheckIn)
 TEST_F(CompanionDelivery, sendsTheCurrentVersion)
 {
     const CompanionProgram companion(installation);
-    ASSERT_NE(companion.waitForWindow(), nullptr); // it has read the index before
+    ASSERT_NE(companion.waitForWindow(), nullptr); // it has already read the index
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "second version");
     writeBytes(installation.path(L"library\\library.txt"), "17|bracket|2|3||changed\n"
                                                            "18|gone|1|3||no file\n");
@@ -321,7 +322,7 @@ TEST_F(CompanionDelivery, sendsTheCurrentVersion)
 
 TEST_F(CompanionDelivery, keepsRequestsInOrder)
 {
-    constexpr int requests = 5; // few: a request that is not taken within ten seconds is given up
+    constexpr int requests = 5; // few: an unread request times out after ten seconds
     const CompanionProgram companion(installation);
     for (int id = 1; id <= requests; ++id)
         ASSERT_EQ(companion.tell(L"--new-file --id " + std::to_wstring(id) + toThisHost()),
@@ -373,7 +374,7 @@ TEST_F(CompanionDelivery, givesUpWithoutACommandFile)
     DeleteFileW(commandFile.c_str());
     const CompanionProgram companion(installation);
     EXPECT_TRUE(companion.waitForLog(L"host-found host=" + self + L" title=\"Host \u4E2D\""));
-    EXPECT_EQ(companion.tell(L"--new-file"), carriedOut); // to the first host that runs
+    EXPECT_EQ(companion.tell(L"--new-file"), carriedOut); // to the first running host
     EXPECT_TRUE(companion.waitForLog(
         event(L"not-sent", 0, LR"( reason="the host has no command file" request=new-file)")));
     DestroyWindow(window);

@@ -1,5 +1,5 @@
-// The three programs together: the stand-in Companion, the stand-in host and, in the host, the
-// add-in that ships.
+// Three programs together: the stand-in Companion, the stand-in host, and the shipped add-in in the
+// host.
 #include "support/companion_program.h"
 #include "support/host_program.h"
 
@@ -37,7 +37,7 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-// True once the Companion can find the host.
+// Waits until the Companion can find the host; false on timeout.
 bool isReady(const HostProgram& host)
 {
     return waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile();
@@ -53,7 +53,7 @@ bool waitForSaves(const HostProgram& host, size_t times)
     return waitUntil([&] { return count(host.trace(), saveCall) >= times; });
 }
 
-// The calls that open and save, in their order.
+// The open and save calls, in order.
 Lines openingCalls(const HostProgram& host)
 {
     Lines found;

@@ -1,4 +1,4 @@
-// The ports that a host with the add-in that ships has open, as the system lists them.
+// The open ports of a host with the shipped add-in, as listed by the system.
 #include "support/host_program.h"
 #include "support/sockets.h"
 
@@ -6,14 +6,14 @@
 
 using namespace testing_support;
 
-// The system does not tell here which process has a port open; the tests have the network to
-// themselves.
+// The owning process of a port is not available here; no other program uses the network during the
+// tests.
 TEST(HostNetwork, gainsNoOpenPortWithTheAddIn)
 {
     const Installation installation{Registry::ofTheUser};
     const LineReceiver receiver;
     const std::set<unsigned> before = openPorts();
-    ASSERT_EQ(before.count(4559), 1u); // the receiver's: the system lists ports
+    ASSERT_EQ(before.count(4559), 1u); // the receiver's port: the list works
     const HostProgram host(installation, "set setup_sheet_files C:\\a.xml\ncall m_tools 0\n"
                                          "wait-for (never) 600000\n");
     ASSERT_TRUE(host.waitForCommandFile());

@@ -1,4 +1,4 @@
-// The script language of the host's program, with the add-in that ships.
+// The script language of the stand-in host, with the shipped add-in.
 #include "support/host_program.h"
 #include "support/companion_double.h"
 
@@ -15,7 +15,8 @@ constexpr DWORD timedOut = 3;
 
 class HostScript : public ::testing::Test {
 protected:
-    // Runs the script to its end; the trace between the add-in's opening and its closing is left.
+    // Runs the whole script, keeps the trace lines between m_open and m_close, returns the exit
+    // code.
     DWORD run(const std::string& script)
     {
         const HostProgram host(installation, script);
@@ -23,7 +24,7 @@ protected:
         keepInnerLines(host.trace());
         return code.value_or(STILL_ACTIVE);
     }
-    // Each command but the last one works, and the last one is wrong.
+    // Every command but the last one succeeds; the last one is invalid.
     void expectWrong(const std::string& script, const std::wstring& lineNumber = L"1")
     {
         EXPECT_EQ(run(script + "\nnotify 37\nquit\n"), wrong) << script;
@@ -61,14 +62,14 @@ Lines shown(const std::wstring& name, const std::wstring& value)
     return {L"ui " + name + L" = \"" + value + L"\""};
 }
 
-// Starts the program with this command line after its name and gives its exit code.
+// Starts the program with these arguments and returns its exit code.
 DWORD exitCodeOf(const std::wstring& arguments)
 {
     const Process host(quoted(programFolder() + L"Mastercam.exe") + L" " + arguments);
     return host.waitForExit().value_or(STILL_ACTIVE);
 }
 
-// True when the host's message loop has carried out many commands, one after the other.
+// True if the host's message loop has processed many commands, one after another.
 bool sendsManyEvents(const HostProgram& host)
 {
     bool sent = true;
@@ -311,11 +312,11 @@ TEST_F(HostScript, answersMessageBoxesWhileItRuns)
     const HostProgram host(installation, "wait-for message-box 30000\nnotify 52\n");
     ASSERT_TRUE(host.waitForCommandFile());
     writeRequest(host.commandFile(), openRequest(1, "C:\\nowhere\\a.mcam"));
-    ASSERT_TRUE(host.waitForTrace(L"m_notify(52)")); // the script is over
+    ASSERT_TRUE(host.waitForTrace(L"m_notify(52)")); // the script has ended
     ASSERT_TRUE(waitUntil([&] { return readBytes(host.commandFile()) == ""; }));
     writeRequest(host.commandFile(), openRequest(2, "C:\\nowhere\\b.mcam"));
     ASSERT_TRUE(waitUntil([] { return messageBox() != nullptr; }));
-    EXPECT_TRUE(sendsManyEvents(host)); // the box's own message loop runs, and it stays open
+    EXPECT_TRUE(sendsManyEvents(host)); // the message box runs its own message loop and stays open
     EXPECT_NE(messageBox(), nullptr);
     EXPECT_EQ(count(host.trace(), L"message-box"), 1u);
     PostMessageW(messageBox(), WM_COMMAND, IDOK, 0);

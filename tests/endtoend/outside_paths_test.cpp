@@ -1,5 +1,5 @@
-// Paths out of the files that others write, in the host's own process with the add-in that ships:
-// what they reach, and that nothing else is written or removed.
+// Paths from files written by other programs, with the shipped add-in in the host's process: which
+// files they reach, and that no other file is written or removed.
 #include "support/host_program.h"
 #include "support/companion_double.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 constexpr wchar_t notThere[] = LR"(ui message-box("TORVA ZEM", "The file does not exist."))";
 
-// Every file below the folder with its bytes, except what each run rewrites.
+// All files below the folder with their content, except files that every run rewrites.
 std::map<std::wstring, std::string> contentOf(const std::wstring& folder)
 {
     std::map<std::wstring, std::string> content;
@@ -27,13 +27,13 @@ std::map<std::wstring, std::string> contentOf(const std::wstring& folder)
 
 class OutsidePath : public ::testing::Test {
 protected:
-    // Writes as soon as the last request has been taken.
+    // Writes as soon as the last request has been read.
     static bool send(const HostProgram& host, const std::string& path)
     {
         return waitUntil([&] { return readBytes(host.commandFile()) == ""; }) &&
                writeRequest(host.commandFile(), openRequest(17, path));
     }
-    // True once the trace has this line so many times.
+    // Waits until the trace contains this line this many times; false on timeout.
     static bool waitForTimes(const HostProgram& host, const std::wstring& line, size_t times)
     {
         return waitUntil([&] { return count(host.trace(), line) == times; });
@@ -42,10 +42,10 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-// The host's message boxes are answered for as long as its script runs.
+// The host's message boxes are answered while its script runs.
 constexpr char untilEnded[] = "wait-for (never) 600000\n";
 
-// A folder that is registered as the installation's and in which nothing can be made.
+// A folder registered as the installation folder in which nothing can be created.
 class OutsideFolder : public OutsidePath, public ::testing::WithParamInterface<const wchar_t*> {};
 
 } // namespace

@@ -1,5 +1,5 @@
-// The whole round: the Companion sends a part, the host changes, saves and commits it with the
-// add-in that ships, and the Companion keeps the next version.
+// Complete round trip: the Companion sends a part, the host changes, saves and commits it with the
+// shipped add-in, and the Companion stores the next version.
 #include "endtoend/companion_commit_fixture.h"
 #include "support/host_program.h"
 
@@ -9,8 +9,8 @@ using namespace testing_support;
 
 namespace {
 
-constexpr unsigned finishingPassCommand = 41108; // of the host's Edit menu
-constexpr unsigned saveExportCommand = 42002;    // of its Add-in menu: m_save
+constexpr unsigned finishingPassCommand = 41108; // in the host's Edit menu
+constexpr unsigned saveExportCommand = 42002;    // in the host's Add-in menu: m_save
 
 class RoundTrip : public CommitFixture {
 protected:
@@ -43,7 +43,7 @@ TEST_F(RoundTrip, returnsAPartAsTheNextVersion)
               std::wstring::npos);
     EXPECT_EQ(companion.lastLine(L"version "),
               L"version name=\"bracket\" version=2 number=17 picture=yes");
-    // The Companion may have looked by itself before the notice came.
+    // The Companion may have polled before the notice arrived.
     EXPECT_TRUE(companion.waitForLog(L"commit-notice id=17 file=\"" + file + L'"'));
     const std::string first = libraryBytes(L"bracket\\v1.mcam").value_or("");
     const std::string second = libraryBytes(L"bracket\\v2.mcam").value_or("");

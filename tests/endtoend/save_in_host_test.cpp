@@ -1,4 +1,4 @@
-// Saving and committing from the host's own process.
+// Saving and committing in the host's process.
 #include "support/host_program.h"
 #include "support/companion_double.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 const std::wstring commandLine = L"ui m_save(0) -> 0";
 
-// The Companion's process is the test's own: it takes the records.
+// The test's process acts as the Companion: it receives the records.
 class SaveInHost : public ::testing::Test {
 protected:
     SaveInHost()
@@ -27,7 +27,7 @@ protected:
         return toUtf8(path);
     }
 
-    // Waits long enough for the flow to end if it could, and for a growing stack to overflow.
+    // Waits long enough for the flow to end, or for a growing stack to overflow.
     static bool returnsAgain(const HostProgram& host, size_t returns)
     {
         const auto hasEnded = [&] {
@@ -55,7 +55,7 @@ std::uint32_t numberAt(const std::string& bytes, size_t offset)
     return number;
 }
 
-// The names of the records, in their order; the ids are all 0. Ends at the first odd byte.
+// The file names of the records, in order; all ids must be 0. Stops at the first unexpected byte.
 Lines namesOf(const std::string& records)
 {
     Lines names;
@@ -99,7 +99,7 @@ TEST_F(SaveInHost, neverReturnsForAFourCharacterName)
                            "set geo_filename abc\nnotify 5\ncall m_save 0\n"
                            "notify 3\nnotify 5\nset geo_filename abcd\ncall m_tools 0\n"
                            "call m_save 0\n");
-    // Three characters let it return: what follows is called.
+    // With three characters m_save returns, so the commands after it run.
     ASSERT_TRUE(host.waitForTrace(L"ui m_tools(0)"));
     EXPECT_EQ(count(host.trace(), commandLine), 1u);
     ASSERT_TRUE(waitUntil([&] { return count(host.trace(), L"ui NCPrefix(null)") == 2; }));

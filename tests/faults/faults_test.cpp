@@ -1,5 +1,5 @@
-// What becomes of each entry point when a call fails that it relies on: the documentation's table
-// of faults, row by row. A row that differs prints the line as it should be.
+// Checks the fault table of the documentation row by row: the effect on each entry point when a
+// system or host call fails. A row that differs prints the correct line.
 #include "documents/page_text.h"
 #include "documents/pages.h"
 #include "faults/outcome.h"
@@ -17,24 +17,23 @@ using namespace testing_support;
 
 namespace {
 
-// What becomes of a scenario when every call of one kind fails: a line of the page below the
-// heading
-// "## scenario", "| `fault` | user | disk | afterwards |".
+// The effect on a scenario when every call of one kind fails: a table row of the page, below the
+// heading "## scenario": "| `fault` | user | disk | afterwards |".
 struct FaultRow {
     std::string scenario;
     std::string fault; // "WriteFile", "DoFileOpen fails", "DoFileOpen raises"
     std::string user;
     std::string disk;
-    std::string afterwards; // of the same once more, without a fault
+    std::string afterwards; // the next run without a fault
 };
 
-// As a line of the page, without its line end.
+// The table row, without line end.
 std::string asLine(const FaultRow& row)
 {
     return "| `" + row.fault + "` | " + row.user + " | " + row.disk + " | " + row.afterwards + " |";
 }
 
-// For GoogleTest.
+// Used by GoogleTest.
 void PrintTo(const FaultRow& row, std::ostream* stream)
 {
     *stream << row.scenario << ": " << asLine(row);
@@ -42,10 +41,10 @@ void PrintTo(const FaultRow& row, std::ostream* stream)
 
 constexpr int everyCall = 1000000;
 
-// The name of the row for a run without a fault.
+// The fault name of the row for a run without a fault.
 constexpr char noFault[] = "none";
 
-// The messages that the page lists, as the trace has them.
+// The messages listed in the page, as written in the trace.
 std::set<std::wstring> knownBoxes()
 {
     std::set<std::wstring> boxes;
@@ -55,7 +54,7 @@ std::set<std::wstring> knownBoxes()
     return boxes;
 }
 
-// A kind of call that fails, as the table names it.
+// A failing call, named as in the table.
 class Fault {
 public:
     explicit Fault(const std::string& name) : call_(name)
@@ -67,7 +66,7 @@ public:
     }
     ~Fault() { stop(); }
 
-    // Every such call fails from now on, or only the n-th; the host's fail up to the n-th.
+    // Makes every such call fail, or only the n-th; host calls fail up to the n-th.
     void start(int nth = 0) const
     {
         if (!isHosts_)
@@ -97,7 +96,7 @@ private:
     bool raises_ = false;
 };
 
-// What was called while a scenario ran, and how often.
+// The calls made while a scenario ran, with their counts.
 std::map<std::string, int> lastCalls;
 
 std::map<std::string, int> hostCalls()
@@ -140,14 +139,14 @@ const Scenario& scenarioOf(const std::string& name)
     return *std::ranges::find(scenarios(), name, &Scenario::name);
 }
 
-// A row as it should be, for updating the page.
+// Writes the correct row to a file, for updating the page.
 void keepForThePage(const FaultRow& row)
 {
     if (const char* const file = std::getenv("FAULT_ROWS"))
         std::ofstream(file, std::ios::app) << row.scenario << '\t' << asLine(row) << '\n';
 }
 
-// Which of so many calls fail individually: the first two, then ever fewer, and the last.
+// Which of the calls fail individually: 1, 2, 4, 8 and so on, and the last one.
 std::vector<int> choiceOf(int count)
 {
     std::vector<int> chosen;
@@ -166,7 +165,7 @@ protected:
         world_.emplace(installation);
     }
 
-    // Runs it with this fault, or with none.
+    // Runs the scenario with this fault, or without a fault.
     Outcome run(const Scenario& scenario, const Fault* fault = nullptr, int nth = 0)
     {
         scenario.prepare(*world_);
@@ -204,15 +203,15 @@ protected:
         EXPECT_EQ(standin::undeletedExceptions(), 0);
     }
 
-    // What was there before keeps its bytes, except the files that the scenario is about.
+    // Existing files keep their content, except those that the scenario may replace.
     static bool mayReplace(const Scenario& scenario, const std::wstring& file)
     {
         return std::ranges::any_of(
             scenario.replaces, [&](const std::wstring& end) { return file.ends_with(end); });
     }
 
-    // The row as it should be: what becomes of the scenario when every such call fails, and of
-    // the same once more. A call that fails individually loses nothing either.
+    // The correct row: the results of the scenario when every such call fails and of the next run
+    // without a fault. Also checks that no individual failing call loses anything.
     FaultRow rowOf(const Scenario& scenario, const std::string& name)
     {
         const Fault fault(name);
@@ -222,7 +221,7 @@ protected:
         }
         const Outcome& clean = runClean(scenario);
         std::set<std::string> escapedAlone;
-        if (scenario.callers == Callers::thisThread) // the listener's would take too long
+        if (scenario.callers == Callers::thisThread) // too slow for the listener
             for (const int nth : choiceOf(cleanCalls_[name]))
                 escapedAlone.insert(run(scenario, &fault, nth).escaped);
         const Outcome failed = run(scenario, &fault);
@@ -235,7 +234,7 @@ protected:
                 works ? "works" : "does nothing more"};
     }
 
-    // Once for all rows of a test's one scenario.
+    // Runs once for all rows of a scenario.
     const Outcome& runClean(const Scenario& scenario)
     {
         if (!clean_) {
@@ -245,7 +244,7 @@ protected:
         return *clean_;
     }
 
-    // What differs from the scenario without a fault, whose own row lists everything.
+    // The difference from the run without a fault, whose own row lists everything.
     static std::string cell(const std::string& failed, const std::string& clean,
                             const std::string& name)
     {
@@ -283,7 +282,7 @@ std::vector<FaultRow> rowsOf(const Scenario& scenario)
     return rows;
 }
 
-// The rows of what can be done once in a process.
+// The rows of scenarios that can run only once in a process.
 std::vector<FaultRow> rowsApart()
 {
     std::vector<FaultRow> rows;

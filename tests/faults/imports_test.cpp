@@ -1,5 +1,5 @@
-// Which calls can fail, judged for each function that the library imports from the system. A new
-// import has to be put where it belongs: among the calls that are made to fail, or here.
+// Which imported system functions can fail. Every new import must be added either to the calls that
+// are made to fail or to a list below.
 #include "faults/platform_calls.h"
 #include "support/installation.h"
 
@@ -13,7 +13,7 @@ using namespace testing_support;
 
 namespace {
 
-// Called by the add-in: they cannot fail, or nothing follows from it.
+// Called by the add-in; cannot fail, or a failure has no effect.
 const std::set<std::string> harmless = {
     "DefWindowProcW",
     "GetACP",
@@ -46,10 +46,10 @@ const std::set<std::string> harmless = {
     "getchar",
 };
 
-// Called by the add-in where no scenario gets.
+// Called by the add-in, but not reached by any scenario.
 const std::set<std::string> outOfReach = {"TerminateThread", "accept"};
 
-// Called only by the compiler's runtime and its libraries.
+// Called only by the compiler's runtime libraries.
 const std::set<std::string> runtimes = {"AddVectoredExceptionHandler",
                                         "CreateEventA",
                                         "CreateSemaphoreA",
@@ -161,7 +161,7 @@ std::set<std::string> importedNames(const BYTE* file)
     for (const auto* row = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(file + place);
          row->Name != 0; ++row) {
         const std::string library(reinterpret_cast<const char*>(file + row->Name));
-        if (library.starts_with("M")) // the host's
+        if (library.starts_with("M")) // libraries of the host
             continue;
         for (const auto* entry = reinterpret_cast<const ULONGLONG*>(file + row->OriginalFirstThunk);
              *entry != 0; ++entry)

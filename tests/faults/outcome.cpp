@@ -9,7 +9,7 @@ namespace testing_support {
 
 namespace {
 
-// The parts with commas between them.
+// Joins the items with commas.
 std::string joined(const std::vector<std::string>& parts)
 {
     std::string all;

@@ -12,25 +12,25 @@
 #include <new>
 #include <sys/stat.h>
 #include <winsock2.h>
-// Needs the one above.
+// Must come after winsock2.h.
 #include <shellapi.h>
 
 namespace testing_support {
 
 namespace {
 
-// Which watched call is to fail. Everything here may be asked from inside an allocation.
+// Which watched call fails. Must not allocate: read during allocations.
 struct CallWatch {
     std::atomic<bool> isOn{false};
-    DWORD thread = 0; // whose calls are watched
+    DWORD thread = 0; // only its calls are watched
     std::atomic<int> failing{-1};
     std::atomic<int> nth{0};
-    std::atomic<int> counts[128]{}; // by the calls' numbers; `allocation` has 0
+    std::atomic<int> counts[128]{}; // by call number; `allocation` is 0
 };
 
 CallWatch callWatch;
 
-// Counts the call of this number; true when it is to fail.
+// Counts this call; true if it must fail.
 bool failsNow(int number)
 {
     if (!callWatch.isOn || GetCurrentThreadId() != callWatch.thread)
@@ -39,7 +39,7 @@ bool failsNow(int number)
     return number == callWatch.failing && (callWatch.nth == 0 || callWatch.nth == count);
 }
 
-// One call of the system's; `Tag` distinguishes two calls of one type.
+// One redirected system call; `Tag` distinguishes calls of the same type.
 template <class Tag, class Result, class... Arguments>
 struct LedCall {
     static inline Result (*systems)(Arguments...) = nullptr;
@@ -62,7 +62,7 @@ struct LedCall {
 
 std::atomic<int> starts{0};
 
-// No program is started: what one does comes too late for an outcome.
+// Starts no program, because its effects would come too late for the outcome.
 BOOL WINAPI notedShellExecute(SHELLEXECUTEINFOW* start)
 {
     ++starts;
@@ -81,7 +81,7 @@ void WINAPI countedSleep(DWORD milliseconds)
     SleepEx(milliseconds, FALSE);
 }
 
-// The names by their numbers.
+// Call names by call number.
 std::vector<std::string>& names()
 {
     static std::vector<std::string> all{allocation};
@@ -115,17 +115,17 @@ void lead(NamedCall<Tag, Result, Arguments...> call,
     standin::redirectImports(GetModuleHandleW(nullptr), systems, &Led::call);
 }
 
-// The library of the calls that follow.
+// The library that exports the following calls.
 const wchar_t* library = nullptr;
 
-// Calls that do nothing and report failure.
+// These calls do nothing and report failure.
 template <class Failure, class... Calls>
 void fail(Failure failure, DWORD error, Calls... calls)
 {
     (lead(calls, systems(calls.function, calls.name, library), failure, error, false), ...);
 }
 
-// Calls that release something: they do so and report failure all the same.
+// These calls release something: they do it and still report failure.
 template <class Failure, class... Calls>
 void complain(Failure failure, Calls... calls)
 {
@@ -232,7 +232,7 @@ WatchedCalls::~WatchedCalls()
 
 std::vector<CallCount> WatchedCalls::made() const
 {
-    callWatch.isOn = false; // what follows is no call of the add-in's
+    callWatch.isOn = false; // calls made from here on are not the add-in's
     std::vector<CallCount> all;
     for (size_t i = 0; i < names().size(); ++i)
         if (callWatch.counts[i] > 0)
@@ -261,7 +261,7 @@ void failPlatformCall(const std::string& call, int nth)
 
 } // namespace testing_support
 
-// The program's own allocations. The libraries that it loads keep theirs.
+// Allocations of this program. Loaded libraries use their own operator new.
 void* operator new(size_t size)
 {
     constexpr int allocationNumber = 0;

@@ -1,5 +1,5 @@
-// The add-in's calls into the system, made to fail on demand. The code under test is in the
-// test's own program, whose import table is led through here.
+// Makes the add-in's system calls fail on demand. The code under test is linked into the test
+// program, whose import table is redirected.
 #pragma once
 
 #include <cstddef>
@@ -8,27 +8,26 @@
 
 namespace testing_support {
 
-// Whose calls are counted and may fail: those of the thread that watches, or the add-in's
-// listener's.
+// Whose calls are counted and may fail: those of the watching thread or of the add-in's listener
+// thread.
 enum class Callers { thisThread, listener };
 
-// How often a call was made while it was watched.
+// How often a call was made while watched.
 struct CallCount {
     std::string call;
     int count;
 };
 
-// The name under which allocations of the program's own code are counted; a failing one throws
-// std::bad_alloc.
+// The name under which this program's allocations are counted; a failing one throws std::bad_alloc.
 inline constexpr char allocation[] = "operator new";
 
-// The names of all calls that can be made to fail, `allocation` among them.
+// The names of all calls that can be made to fail, including `allocation`.
 std::vector<std::string> platformCalls();
 
-// Leads the calls of this program through here, for the rest of its life. Call it once.
+// Redirects this program's system calls until the process exits. Call it once.
 void leadPlatformCalls();
 
-// Counts the calls of these callers, from 0, while it lives. One at a time.
+// While it exists, counts the calls of these callers, starting from 0. Only one may exist.
 class WatchedCalls {
 public:
     explicit WatchedCalls(Callers callers);
@@ -40,14 +39,14 @@ public:
     std::vector<CallCount> made() const;
 };
 
-// The n-th watched call of this name fails from now on, n from 1; every one for 0. An empty name
-// ends it.
+// From now on, makes the n-th watched call with this name fail, counted from 1, or every one for 0.
+// An empty name stops all failures.
 void failPlatformCall(const std::string& call, int nth = 0);
 
-// How many programs and pages were to be started since leadPlatformCalls; none is.
+// How many programs and web pages would have been started since leadPlatformCalls; none is started.
 int shellStarts();
 
-// How often threads other than the first have begun a pause (Sleep) since leadPlatformCalls.
+// How many times threads other than the first one have called Sleep since leadPlatformCalls.
 int pausesOfOtherThreads();
 
 } // namespace testing_support

@@ -1,4 +1,4 @@
-// What the host or the Companion asks of the add-in, each in a setting in which it would work.
+// The entry points used by the host or the Companion, each in a setting in which it works.
 #pragma once
 
 #include "faults/platform_calls.h"
@@ -11,7 +11,7 @@
 
 namespace testing_support {
 
-// The add-in's surroundings for one scenario after another.
+// The add-in's environment, reused for all scenarios.
 class FaultWorld {
 public:
     explicit FaultWorld(const Installation& installation);
@@ -26,8 +26,8 @@ public:
     void openAddIn();
     // The path of the open part.
     std::wstring part() const { return path(L"parts\\a.mcam"); }
-    // The part with its operations, tools and groups, a known document of the Companion's, and the
-    // add-in's own values as after a check-out. What an earlier run has written is gone.
+    // Resets everything: the part with its operations, tools and groups, a known document of the
+    // Companion's, and the add-in's variables as after a check-out. Removes files of earlier runs.
     void reset();
 
 private:
@@ -41,16 +41,16 @@ private:
 struct Scenario {
     std::string name;
     Callers callers;
-    bool repeats; // may be run more than once in a process
+    bool repeats; // can run more than once in a process
     void (*prepare)(FaultWorld& world);
     void (*act)(FaultWorld& world);
-    // Files that it may rewrite or remove, as the ends of their names in an outcome.
+    // Files it may rewrite or remove, as suffixes of the names in an outcome.
     std::vector<std::wstring> replaces;
 };
 
 const std::vector<Scenario>& scenarios();
 
-// For GoogleTest.
+// Used by GoogleTest.
 inline void PrintTo(const Scenario& scenario, std::ostream* stream)
 {
     *stream << scenario.name;

@@ -60,14 +60,14 @@ void withUntitledDocument(FaultWorld& world)
     SetCurrentDirectoryW(world.path(L"parts").c_str());
     standin::setState("geo_filename", L"");
     standin::setEventSink(m_notify);
-    // A saved document of more than three characters would never be committed.
+    // With more than three characters, a saved document would never be committed.
     standin::saveDialogNext(L"b");
 }
 
 void withOpenRequest(FaultWorld& world)
 {
     world.openMessageWindow();
-    pumpMessages(); // what an earlier run has posted
+    pumpMessages(); // messages from an earlier run
     world.reset();
     writeBytes(world.path(L"temp\\mcsettings-17.txt"), "17|3|0|C:\\Machines\\Mill.mcam-mmd\r\n");
     postOpenRequest({5, world.part()});
@@ -88,7 +88,7 @@ void withCadFile(FaultWorld& world)
 
 void asLoaded(FaultWorld&) {}
 
-// So many pauses have begun: after the second, the listener has had a whole look at its file.
+// Waits for this many pauses: after the second one, the listener has polled once completely.
 void waitForCycles(int cycles)
 {
     const int pauses = pausesOfOtherThreads();
@@ -97,7 +97,7 @@ void waitForCycles(int cycles)
     });
 }
 
-// The listener has done what was asked before, where it still does, and looks at an empty file.
+// Waits until the listener, if it is running, has handled earlier requests and polls an empty file.
 void opened(FaultWorld& world)
 {
     world.openAddIn();
@@ -113,7 +113,7 @@ void deliverOpenMessage(FaultWorld&)
     messageWindowProc(AddInState::messageWindow(), AddInState::openMessage(), 0, 0);
 }
 
-// Where the host's own command does nothing, the add-in waits until the user saves.
+// If the host's save command does nothing, the add-in waits until the user saves.
 void saveUntitled(FaultWorld&)
 {
     const UINT_PTR timer = SetTimer(nullptr, 0, 1, [](HWND, UINT, UINT_PTR, DWORD) {
@@ -129,7 +129,7 @@ void drawOneTool(FaultWorld&)
     DrawTool(30, 60, 10, 10, 2, 0, 20, 30, 60, 8, 4);
 }
 
-// What it posts to the message window is noted and left there.
+// Messages posted to the message window are recorded and not processed.
 void sendRequest(const FaultWorld& world, const std::string& request)
 {
     const WatchedMessageWindow window;

@@ -34,7 +34,7 @@ FaultWorld::FaultWorld(const Installation& installation) : installation_(install
     CreateDirectoryW(path(L"user temp").c_str(), nullptr);
     SetEnvironmentVariableW(L"TMP", path(L"user temp").c_str());
     installation.installCompanion(programFolder() + L"start_recorder.exe");
-    // Small pictures of the view: each run reads them.
+    // Uses a small picture of the view, because each run reads it.
     SetWindowPos(get_MainFrame()->GetSafeHwnd(), nullptr, 0, 0, 200, 150, SWP_NOZORDER);
 }
 
@@ -72,21 +72,21 @@ void FaultWorld::openAddIn()
     isOpen_ = true;
     const int pauses = pausesOfOtherThreads();
     m_open(0);
-    // The listener has looked for its file, where there is a listener that runs.
+    // Waits until the listener, if it is running, has polled for its file.
     waitUntil([pauses] { return !AddInState::listenerThread() || pausesOfOtherThreads() > pauses; },
               2000);
 }
 
 void FaultWorld::reset()
 {
-    _fcloseall(); // some streams are left open on purpose, and their files would stay
+    _fcloseall(); // some streams are left open on purpose, and their files could not be removed
     for (const wchar_t* folder : {L"temp", L"commit", L"user temp"})
         for (const auto& entry : std::filesystem::directory_iterator(path(folder)))
             if (entry.path() != commandFile())
                 DeleteFileW(entry.path().c_str());
     DeleteFileW(path(L"sys\\mcxlog.txt").c_str());
     DeleteFileW(path(L"parts\\b").c_str());
-    while (!receiver_.isIdle()) // a full queue of connections would make the add-in wait
+    while (!receiver_.isIdle()) // a full backlog would make the add-in wait
         receiver_.hangUpOnNext();
     writeBytes(part(), wholePart);
     writeBytes(path(L"tmp\\SIDE 1.NC"), "%\nO1\nM30\n%\n");
@@ -101,7 +101,7 @@ void FaultWorld::reset()
     AddInState::reset();
     AddInState::setRequestId(17);
     AddInState::setZemId(5);
-    getInstallationFolder(); // looked up once in a process, here or by the first m_open
+    getInstallationFolder(); // cached once per process, here or by the first m_open
 }
 
 } // namespace testing_support

@@ -106,7 +106,8 @@ TEST(CommandText, losesTheLastByteWithoutALineFeed)
 
 TEST(CommandText, cutsALongTextAfterItsFirstLine)
 {
-    // The line feed is at 10: eight bytes from the space on, less the space and the last two.
+    // The line feed is at index 10, so the piece is the 8 bytes from the space on; its first and
+    // last bytes are removed.
     expectEach({{MARK "12 abcd\nsecond line\n", open(12, L"abcd\ns")}});
 }
 
@@ -146,7 +147,7 @@ TEST(CommandText, isMalformedWithoutAValidId)
 
 TEST(CommandText, isMalformedWithoutAPathPiece)
 {
-    // The line feed is at 2, so that the piece from the space on has no byte to drop.
+    // The line feed is at index 2, so the piece is empty.
     expectEach({{"ab\n5 C:\\a\n", malformed}});
 }
 

@@ -18,7 +18,7 @@ TEST(CommitRecord, countsUtf16Units)
 {
     const std::wstring pair = {static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
     EXPECT_EQ(formatCommitRecord(1, pair), "\x01\0\0\0\x02\0\0\0\x3D\xD8\x00\xDE"s);
-    EXPECT_EQ(formatCommitRecord(1, L"C:\\ab.mcam").size(), 28u); // 10 characters
+    EXPECT_EQ(formatCommitRecord(1, L"C:\\ab.mcam").size(), 28u); // 8 + 2 x 10
 }
 
 TEST(CommitRecord, holdsNamesLongerThan255)

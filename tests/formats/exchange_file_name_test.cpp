@@ -6,7 +6,7 @@ using namespace torvapdm;
 
 namespace {
 
-// The number in the name of this time, as it is written.
+// The number in the file name for this time.
 std::wstring numberAt(std::int64_t seconds)
 {
     const std::wstring before = L"\\TORVA ZEM-";
@@ -30,7 +30,7 @@ TEST(ExchangeFileName, isNumberedByTheTimesLowBits)
     EXPECT_EQ(numberAt(3), L"11447");
     EXPECT_EQ(numberAt(1795000000), L"7104");
     EXPECT_EQ(numberAt(-1), L"39875");
-    EXPECT_EQ(numberAt(33465965418), L"61506"); // the product is above 63 bits
+    EXPECT_EQ(numberAt(33465965418), L"61506"); // the product overflows 63 bits
 }
 
 TEST(ExchangeFileName, hasNoLeadingZeros)

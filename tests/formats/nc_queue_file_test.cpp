@@ -18,7 +18,7 @@ TEST(ProgramName, excludesFolderAndExtension)
         {L"PART", L"PART"},
         {L"C:\\NC\\PART", L"PART"},
         {L"C:\\NC\\PART.op1.nci", L"PART.op1"},
-        {L"C:\\a.b\\PART", L"a"}, // a folder's dot counts when the name has none
+        {L"C:\\a.b\\PART", L"a"}, // without a dot in the name, the folder's dot is used
         {L"C:\\a.b\\PART.nci", L"PART"},
         {L"C:\\NC\\.nci", L""},
         {L"C:\\NC\\", L""},

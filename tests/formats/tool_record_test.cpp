@@ -11,7 +11,7 @@ const wchar_t* handle(std::uintptr_t address)
     return reinterpret_cast<const wchar_t*>(address);
 }
 
-// No two values are alike.
+// All values differ.
 const ToolRecordValues distinct = {
     .requestId = 101,
     .toolPlaneName = handle(0x102),

@@ -1,4 +1,4 @@
-// The framework's image class, where the compiler brings none.
+// The replacement of CImage for compilers that do not provide it.
 #include "framework/framework.h"
 
 #include "support/bytes.h"
@@ -12,7 +12,8 @@ using namespace testing_support;
 
 namespace {
 
-// Three columns and two rows, compatible with the screen: red, green and blue above 1, 2 and 3.
+// Three columns and two rows, compatible with the screen: red, green and blue in the first row; 1,
+// 2 and 3 in the second.
 HBITMAP smallBitmap()
 {
     const HDC screen = GetDC(nullptr);
@@ -36,7 +37,7 @@ const std::string smallBitmapFile("BM\x4E\0\0\0\0\0\0\0\x36\0\0\0"             /
                                   "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0",
                                   78);
 
-// Writes half of the bytes and says that it went well.
+// Writes half of the bytes and reports success.
 WINBOOL WINAPI shortWrite(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written,
                           LPOVERLAPPED overlapped)
 {

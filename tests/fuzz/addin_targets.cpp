@@ -23,7 +23,7 @@ std::string checkDeclaredVersion(std::string_view bytes)
         .text();
 }
 
-// Title, path.
+// Input: title, path.
 std::string checkDocumentName(std::string_view bytes)
 {
     Input input(bytes);
@@ -38,7 +38,7 @@ std::string checkDocumentName(std::string_view bytes)
         .text();
 }
 
-// A file that is in the list already moves to its front; the list keeps 20 entries after it.
+// A file that is already in the list moves to the front; the list keeps 20 entries after it.
 std::vector<CompanionFile> plainList(std::vector<CompanionFile> list, const CompanionFile& file)
 {
     const auto old = std::ranges::find(list, file.path, &CompanionFile::path);
@@ -54,7 +54,7 @@ std::wstring textOf(const std::vector<CompanionFile>& files, size_t i)
     return i < files.size() ? std::to_wstring(files[i].id) + L' ' + files[i].path : L"(none)";
 }
 
-// Any number of files, each an id of one byte and a path.
+// Input: any number of files, each a one-byte id and a path.
 std::string checkRecentFileList(std::string_view bytes)
 {
     Input input(bytes);
@@ -72,7 +72,7 @@ std::string checkRecentFileList(std::string_view bytes)
     return differences.text();
 }
 
-// So many files, each of another path.
+// This many files, each with a different path.
 std::string manyFiles(char count)
 {
     std::string bytes;

@@ -6,7 +6,7 @@ namespace fuzzing {
 
 namespace {
 
-// The escape of this letter, with so many digits at least.
+// Escape sequence with this letter and at least this many digits.
 std::string escaped(char letter, int digits, unsigned value)
 {
     char text[16];

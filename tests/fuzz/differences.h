@@ -1,4 +1,4 @@
-// What a decision answered otherwise than the plain rule says.
+// Differences between a function's result and the reference implementation.
 #pragma once
 
 #include <concepts>
@@ -9,8 +9,8 @@
 
 namespace fuzzing {
 
-// A value as a reader can tell it apart: bytes and units that are no plain ASCII as \xHH and
-// \uHHHH, floating-point numbers to the last bit.
+// A value in unambiguous form: bytes and code units outside printable ASCII as \xHH and \uHHHH,
+// floating-point numbers with full precision.
 std::string shown(std::string_view bytes);
 std::string shown(const std::wstring& text);
 std::string shown(double number);
@@ -51,7 +51,7 @@ bool isSame(const Value& a, const Value& b)
 // NaN equals NaN.
 bool isSame(double a, double b);
 
-// Collects the differences; empty as long as everything agrees.
+// Collects the differences; empty if all values agree.
 class Differences {
 public:
     template <class Value>

@@ -1,4 +1,4 @@
-// The exchange formats: what the add-in parses and formats, against the Companion's side.
+// The exchange formats: compares the add-in's parsers and formatters with the Companion's code.
 #include "formats/checkout_answer.h"
 #include "formats/command_file.h"
 #include "formats/commit_record.h"
@@ -51,8 +51,8 @@ std::string checkCommandText(std::string_view bytes)
         .text();
 }
 
-// The kind's prefix as it was before, the text. The prefix changes with every first word but
-// CHECKIN; one that is shorter than a prefix escapes as an exception.
+// Input: the previous prefix of the kind, the text. Every first word except CHECKIN changes the
+// prefix; a word that is shorter than a prefix throws an exception.
 std::string checkCheckoutAnswer(std::string_view bytes)
 {
     Input input(bytes);
@@ -84,7 +84,7 @@ std::string checkCheckoutAnswer(std::string_view bytes)
         .text();
 }
 
-// The ZEM id, the file.
+// Input: ZEM id, file.
 std::string checkCommitTexts(std::string_view bytes)
 {
     Input input(bytes);
@@ -117,7 +117,8 @@ std::string checkDecimal(std::string_view bytes)
         .text();
 }
 
-// Seconds, folder. The low 16 bits of a product depend only on those of its factors.
+// Input: seconds, folder. The low 16 bits of a product depend only on the low 16 bits of its
+// factors.
 std::string checkExchangeFileName(std::string_view bytes)
 {
     Input input(bytes);
@@ -131,7 +132,7 @@ std::string checkExchangeFileName(std::string_view bytes)
         .text();
 }
 
-// The add-in gets the first line as a stream in text mode gives it.
+// The add-in reads the first line through a stream in text mode.
 std::string checkMachineSettings(std::string_view bytes)
 {
     std::string line(bytes.substr(0, std::min(bytes.find('\n'), bytes.size())));
@@ -149,7 +150,7 @@ std::string checkMachineSettings(std::string_view bytes)
         .text();
 }
 
-// The answer so far: "n" when the first byte is one.
+// Input: the initial answer ("n" if the first byte is 'n'), also part of the lines.
 std::string checkNcImportLine(std::string_view bytes)
 {
     const bool isOffBefore = bytes.starts_with('n');
@@ -161,7 +162,7 @@ std::string checkNcImportLine(std::string_view bytes)
     return Differences().compare("answer", answer, std::string(isOn ? "y" : "n")).text();
 }
 
-// The NC-path number, NCI name, found file, top group, folder.
+// Input: NC-path number, NCI name, found file, top group, folder.
 std::string checkQueueTexts(std::string_view bytes)
 {
     Input input(bytes);
@@ -193,7 +194,7 @@ std::string checkQueueTexts(std::string_view bytes)
         .text();
 }
 
-// The identifier, what the value was before, the file.
+// Input: identifier, previous value, file.
 std::string checkSettingsLine(std::string_view bytes)
 {
     Input input(bytes);
@@ -210,7 +211,7 @@ std::string checkSettingsLine(std::string_view bytes)
     return differences.text();
 }
 
-// The request's id, the sheet's file.
+// Input: request id, file of the setup sheet.
 std::string checkSetupSheetLine(std::string_view bytes)
 {
     Input input(bytes);
@@ -222,7 +223,7 @@ std::string checkSetupSheetLine(std::string_view bytes)
         .text();
 }
 
-// Lines, each ended by a line feed, in the order of their unsigned bytes.
+// Input: lines, each ended by a line feed. Expected order: by unsigned bytes.
 std::string checkSortedLines(std::string_view bytes)
 {
     std::vector<std::string> answer = {{}};
@@ -231,7 +232,7 @@ std::string checkSortedLines(std::string_view bytes)
             answer.emplace_back();
         else
             answer.back() += byte;
-    // Characters compare as unsigned bytes.
+    // std::string compares characters as unsigned bytes.
     const std::set<std::string> ordered(answer.begin(), answer.end());
     const std::vector<std::string> expected(ordered.begin(), ordered.end());
     torvapdm::sortAndRemoveDuplicates(answer);

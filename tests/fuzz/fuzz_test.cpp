@@ -1,5 +1,5 @@
-// A million inputs, the same ones in every run, for the decisions that take what comes from
-// outside.
+// Runs one million inputs, the same ones in every run, through the pure functions that process
+// external data.
 #include "fuzz/differences.h"
 #include "fuzz/mutator.h"
 #include "fuzz/target.h"

@@ -1,12 +1,11 @@
-// How a target takes its arguments out of a fuzzer's bytes, and how a seed is put together so that
-// they come out again:
+// How a target decodes its arguments from a fuzzer's bytes, and how a seed encodes them:
 //
-//   a number     its bytes, little-endian; what is missing at the input's end is 0
+//   a number     its bytes, little-endian; bytes after the input's end are 0
 //   a field      the bytes up to the next 1F, or to the end
-//   the rest     all that is left
+//   the rest     all remaining bytes
 //
-// Wide texts are such bytes too: each is one UTF-16 unit, but for 01, which announces a unit of two
-// bytes, high byte first. So every unit can be reached whatever width wchar_t has.
+// In UTF-16 strings, each byte encodes one code unit, except that 01 is followed by the two bytes
+// of a code unit, high byte first. This covers all code units for any width of wchar_t.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +19,7 @@ namespace fuzzing {
 
 inline constexpr char fieldEnd = '\x1F';
 
-// The wide text that the bytes stand for.
+// Decodes a UTF-16 string from these bytes.
 std::wstring wideText(std::string_view bytes);
 
 class Input {
@@ -50,10 +49,10 @@ private:
     std::string_view rest_;
 };
 
-// Each byte, as a signed value, one UTF-16 unit: how the add-in widens the bytes of a file.
+// Sign-extends each byte to a UTF-16 code unit, as the add-in does with the bytes of a file.
 std::wstring signedUnits(std::string_view bytes);
 
-// The bytes of a number in a seed.
+// Encodes a number for a seed.
 template <class Number>
 std::string raw(Number value)
 {

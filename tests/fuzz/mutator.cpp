@@ -8,7 +8,7 @@ namespace fuzzing {
 
 namespace {
 
-// Bytes that mean something to one decision or another.
+// Bytes with a meaning for at least one function.
 constexpr std::string_view telling =
     "\0\t\n\r \"+-./09:;=AZ\\_az|~\x01\x1F\x7F\x80\xBB\xBF\xEF\xFE\xFF"sv;
 
@@ -23,7 +23,7 @@ const std::string& anyOf(const std::vector<std::string>& texts, Random& random)
     return texts[random.below(texts.size())];
 }
 
-// Just about a limit of some width, as bytes.
+// A power of two, or the number before or after it, as bytes.
 std::string limitNumber(Random& random)
 {
     const unsigned bits = static_cast<unsigned>(random.below(64));
@@ -53,7 +53,7 @@ void change(std::string& bytes, const Material& material, Random& random)
         overwrite(bytes, {anyByte(random)}, random);
     } else if (kind == 2) {
         insert({anyByte(random)});
-    } else if (kind == 3 || kind == 4) { // loses a piece, or doubles it
+    } else if (kind == 3 || kind == 4) { // removes or duplicates a piece
         const size_t at = random.below(bytes.size() + 1);
         const size_t length = random.below(bytes.size() - at + 1);
         if (kind == 3)
@@ -66,7 +66,7 @@ void change(std::string& bytes, const Material& material, Random& random)
         overwrite(bytes, anyOf(material.tokens, random), random);
     } else if (kind == 7) {
         overwrite(bytes, limitNumber(random), random);
-    } else if (kind == 8) { // ends as a seed does
+    } else if (kind == 8) { // uses the end of a seed
         const std::string& other = anyOf(material.seeds, random);
         bytes.resize(random.below(bytes.size() + 1));
         bytes += other.substr(random.below(other.size() + 1));

@@ -1,4 +1,4 @@
-// Inputs made of seeds: the same ones for the same seed of the random numbers.
+// Creates inputs from seeds; the same random seed gives the same inputs.
 #pragma once
 
 #include "fuzz/random.h"
@@ -13,8 +13,8 @@ struct Material {
     const std::vector<std::string>& tokens;
 };
 
-// A seed, or random bytes, changed in a few places: bits turned, bytes put in, pieces lost, doubled
-// or taken from another seed, tokens and numbers at a limit put in.
+// Returns a seed or random bytes with a few changes: bits flipped, bytes inserted, pieces removed,
+// duplicated or copied from another seed, tokens and limit values inserted.
 std::string mutated(const Material& material, Random& random);
 
 } // namespace fuzzing

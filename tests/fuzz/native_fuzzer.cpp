@@ -1,5 +1,5 @@
-// The coverage-guided fuzzer's side of a target, as a program of the building machine. The target
-// is named by the environment variable FUZZ_TARGET.
+// The coverage-guided fuzzer's entry points, in a program of the build machine. The environment
+// variable FUZZ_TARGET selects the target.
 #include "fuzz/differences.h"
 #include "fuzz/target.h"
 
@@ -23,7 +23,7 @@ Target namedTarget()
 
 } // namespace
 
-// The fuzzer calls this for each of its inputs.
+// Called by the fuzzer for each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size)
 {
     static const Target target = namedTarget();

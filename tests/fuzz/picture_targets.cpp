@@ -1,5 +1,5 @@
-// The tool picture: its arithmetic, its colours, where the tool and its outline are, and how it is
-// shaded.
+// The tool picture: its arithmetic and colours, the geometry of the tool and its outline, and its
+// shading.
 #include "fuzz/differences.h"
 #include "fuzz/input.h"
 #include "fuzz/target.h"
@@ -86,7 +86,7 @@ ToolArguments takeArguments(Input& input)
     return arguments;
 }
 
-// An argument that is NaN has no plain rule, even where its kind of tool does without it.
+// NaN arguments have no reference result, even if the kind of tool does not use them.
 bool areNumbers(const ToolArguments& a)
 {
     return std::ranges::none_of(
@@ -95,7 +95,7 @@ bool areNumbers(const ToolArguments& a)
         [](double value) { return std::isnan(value); });
 }
 
-// A tool and a picture's size that anybody would expect a picture of.
+// True for arguments and picture sizes that must produce a picture.
 bool isOrdinary(const ToolArguments& a)
 {
     for (const double length :
@@ -143,7 +143,7 @@ std::string checkToolDrawing(std::string_view bytes)
     const bool isDrawn = hasOutline && torvapdm::canBeDrawn(outline);
     if (isOrdinary(arguments))
         differences.compare("is drawn", isDrawn, true);
-    // What has no picture has no plain rule: it has to be recognised, and no more.
+    // If there is no picture, there is no reference result to compare with.
     if (!isDrawn || !areNumbers(arguments))
         return differences.text();
     const reference::Drawing expected = reference::drawingOf(arguments);
@@ -181,13 +181,13 @@ std::string checkToolShading(std::string_view bytes)
     const int width = 1 + input.number<unsigned char>() % 24;
     const int height = 1 + input.number<unsigned char>() % 24;
     const int top = input.number<unsigned char>() % height;
-    // None is above the one before it.
+    // In ascending order.
     SectionMarks marks = {input.number<signed char>(), 0, 0};
     marks.shank = marks.cap + input.number<unsigned char>();
     marks.shoulder = marks.shank + input.number<unsigned char>();
     const int t = input.number<unsigned char>();
     const int span = t + input.number<unsigned char>();
-    const std::string_view pixels = input.rest(); // row by row, a byte a pixel
+    const std::string_view pixels = input.rest(); // row by row, one byte per pixel
     const auto isOutline = [&](int x, int y) {
         const auto at = static_cast<size_t>(y * width + x);
         return x >= 0 && x < width && y >= 0 && y < height && at < pixels.size() &&

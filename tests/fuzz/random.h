@@ -1,4 +1,4 @@
-// Random numbers that are the same everywhere for the same seed.
+// Random numbers; the same seed gives the same numbers on every platform.
 #pragma once
 
 #include <cstdint>

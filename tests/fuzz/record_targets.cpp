@@ -1,4 +1,4 @@
-// The tool data record, read back by the Companion's side.
+// The tool data record, parsed by the Companion's code.
 #include "formats/record_text.h"
 #include "formats/tool_record.h"
 #include "fuzz/differences.h"
@@ -26,7 +26,7 @@ std::string sixteenDigits(std::uint64_t address)
     return digits;
 }
 
-// The low byte of each unit, up to the first that is 0.
+// The low byte of each code unit, up to the first NUL.
 std::string lowBytes(const std::wstring& text)
 {
     std::string bytes;
@@ -35,7 +35,7 @@ std::string lowBytes(const std::wstring& text)
     return bytes.c_str();
 }
 
-// Puts one piece into the record and returns its text.
+// Adds one field to the record and returns its text.
 std::string putPiece(Input& input, RecordText& record)
 {
     switch (input.number<unsigned char>() % 5) {
@@ -67,7 +67,7 @@ std::string putPiece(Input& input, RecordText& record)
     }
 }
 
-// Any number of pieces, each a kind and its value.
+// Input: any number of fields, each a kind and a value.
 std::string checkRecordText(std::string_view bytes)
 {
     Input input(bytes);
@@ -81,7 +81,7 @@ std::string checkRecordText(std::string_view bytes)
         .text();
 }
 
-// Calls `use` with every value of the record but the comment, in the order of its pairs.
+// Calls `use` with all values of the record except the comment, in field order.
 template <class Use>
 auto withValues(torvapdm::ToolRecordValues& record, Use use)
 {
@@ -145,7 +145,7 @@ std::vector<std::string> textsOf(Record& record)
         record, [](const auto&... values) { return std::vector<std::string>{textOf(values)...}; });
 }
 
-// Every value of a record, the comment last.
+// Input: all values of a record, the comment last.
 std::string checkToolRecord(std::string_view bytes)
 {
     Input input(bytes);
@@ -180,7 +180,7 @@ std::string checkToolRecord(std::string_view bytes)
 using Double = std::numeric_limits<double>;
 constexpr double infinity = Double::infinity();
 
-// Every value another one, and this comment.
+// A record in which all values differ, with this comment.
 std::string someRecord(const std::string& comment)
 {
     std::string bytes;

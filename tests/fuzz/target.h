@@ -1,4 +1,4 @@
-// The pure functions that the fuzzers drive.
+// The pure functions that the fuzzers test.
 #pragma once
 
 #include <string>
@@ -8,13 +8,13 @@
 namespace fuzzing {
 
 struct Target {
-    const char* name; // as script/fuzz takes it
-    // Passes the function what these bytes stand for and compares its result with the Companion's
-    // reading, or with the plain rule where there is none: empty when they agree, else what
-    // differs.
+    const char* name; // as passed to script/fuzz
+    // Calls the function with the arguments encoded in these bytes and compares its result with the
+    // Companion's parser, or with the reference implementation if there is none. Returns the
+    // differences, or an empty string.
     std::string (*check)(std::string_view bytes);
-    std::vector<std::string> seeds;  // inputs that reach something, findings among them
-    std::vector<std::string> tokens; // what the mutators insert in addition to random bytes
+    std::vector<std::string> seeds;  // valid inputs and earlier findings
+    std::vector<std::string> tokens; // inserted by the mutators in addition to random bytes
 };
 
 Target commandTextTarget();

@@ -16,7 +16,7 @@ void writeFile(const std::filesystem::path& path, const std::string& bytes)
         .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
-// One line for each: every byte of it as \xHH, in double quotes.
+// One line per token, in double quotes, with every byte as \xHH.
 std::string dictionaryOf(const std::vector<std::string>& tokens)
 {
     std::string text;

@@ -9,7 +9,7 @@ using namespace torvapdm;
 
 namespace {
 
-// The framework's exception with a record of its end.
+// An MFC exception that counts its destructor calls.
 class WatchedException : public CException {
 public:
     ~WatchedException() override { ++ended; }

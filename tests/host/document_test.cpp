@@ -26,7 +26,7 @@ protected:
     const std::wstring picture = installation.path(L"commit\\screendump.bmp");
 };
 
-// A file's name next to the installation folder, not below it; the file goes with its object.
+// A file path outside the installation folder. The destructor deletes the file.
 struct FileOutside {
     FileOutside() : path(temporaryFolder() + std::to_wstring(GetCurrentProcessId()) + L".mcam") {}
     ~FileOutside() { DeleteFileW(path.c_str()); }
@@ -78,7 +78,7 @@ TEST_F(HostDocument, logsAFailedSaveToTheDebugger)
 {
     static std::string output;
     output.clear();
-    constexpr DWORD debugOutput = 0x40010006; // what the system raises for a debugger to catch
+    constexpr DWORD debugOutput = 0x40010006; // DBG_PRINTEXCEPTION_C
     const auto listen = [](EXCEPTION_POINTERS* raised) -> LONG {
         const EXCEPTION_RECORD& record = *raised->ExceptionRecord;
         if (record.ExceptionCode == debugOutput)

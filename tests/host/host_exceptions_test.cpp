@@ -12,7 +12,7 @@ namespace {
 
 std::vector<std::string> calls;
 
-// The framework's exception, which notes what is done with it.
+// An MFC exception that records the calls made to it.
 class NotedException : public CException {
 public:
     ~NotedException() override { calls.push_back("end"); }
@@ -21,7 +21,7 @@ public:
         calls.push_back("message of " + std::to_string(bufferLength) +
                         (helpContext ? " help" : ""));
         for (UINT i = 0; i < bufferLength; ++i)
-            buffer[i] = L'm'; // all of it is there
+            buffer[i] = L'm'; // the whole buffer is writable
         return TRUE;
     }
 };

@@ -43,7 +43,7 @@ TEST_F(Messages, askForTheMainWindowUntilThereIsOne)
     EXPECT_EQ(getMainFrameWindow(), nullptr);
     EXPECT_NE(getMainFrameWindow(), nullptr);
     standin::failNext("get_MainFrame");
-    EXPECT_NE(getMainFrameWindow(), nullptr); // kept, not asked for again
+    EXPECT_NE(getMainFrameWindow(), nullptr); // cached, not requested again
 }
 
 TEST_F(Messages, surviveAWindowException)

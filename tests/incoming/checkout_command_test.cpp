@@ -32,15 +32,15 @@ class Checkout : public HostFixture {
 protected:
     Checkout()
     {
-        // A temporary folder of the test's own: the names below are taken and given up in it.
+        // A separate temporary folder for the exchange files.
         SetEnvironmentVariableW(L"TMP", installation.path(L"user temp").c_str());
         CreateDirectoryW(installation.path(L"user temp").c_str(), nullptr);
     }
     const std::wstring folder = installation.path(L"user temp\\");
 };
 
-// What the system answers for an exchange file that holds something: its size, and how many of the
-// bytes asked for it gives, the text's or, without a text, all of them 'a'.
+// Results of the redirected GetFileSizeEx and ReadFile. The bytes read are those of `answerText`,
+// or all 'a' if it is empty.
 LONGLONG answerSize = 0;
 DWORD answerRead = 0;
 std::wstring answerText;
@@ -71,7 +71,7 @@ void answerWith(LONGLONG size, DWORD read)
     redirectCalls(&ReadFile, "ReadFile", &answeringReadFile);
 }
 
-// An answer of this text, as the Companion would write it: two bytes a unit.
+// The answer file contains this text in UTF-16.
 void answerWith(const std::wstring& text)
 {
     answerText = text;
@@ -79,8 +79,7 @@ void answerWith(const std::wstring& text)
     answerWith(static_cast<LONGLONG>(size), static_cast<DWORD>(size));
 }
 
-// A check-out of a Companion that runs, so that it is asked, and is not installed, which is
-// reported.
+// The Companion is running, so it is asked, but not installed, so the check-out reports an error.
 class AnsweredCheckout : public Checkout {
 protected:
     AnsweredCheckout()
@@ -93,7 +92,7 @@ protected:
         LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
 };
 
-// The steps that close what a check-in answer closes, each with the identity it left.
+// The calls made for a check-in answer, each with the request id, ZEM id and prefix at that time.
 Lines closingSteps;
 
 void noteStep(const std::wstring& step)
@@ -135,7 +134,7 @@ TEST_F(Checkout, startsTheCompanionTwiceWhenStopped)
     EXPECT_EQ(m_load(0), 0);
     const Lines lines = companionStarts(installation, 2);
     ASSERT_EQ(lines.size(), 2u);
-    const bool plainFirst = lines[0] == L"1"; // two processes: either may write first
+    const bool plainFirst = lines[0] == L"1"; // the order of the two processes varies
     EXPECT_EQ(lines[plainFirst ? 0 : 1], L"1");
     const std::wstring& request = lines[plainFirst ? 1 : 0];
     EXPECT_EQ(request.rfind(L"0 --checkout \"" + folder + L"\\TORVA ZEM-", 0), 0u) << request;
@@ -200,7 +199,7 @@ TEST_F(Checkout, emptiesTheAnswerByOpeningIt)
     const std::wstring file = folder + L"answer.tmp";
     writeBytes(file, "C\0A\0D\0001\0 \0x\0");
     EXPECT_EQ(readAnswer(file), L"");
-    EXPECT_FALSE(readBytes(file).has_value()); // held without sharing
+    EXPECT_FALSE(readBytes(file).has_value()); // still open without sharing
     EXPECT_EQ(readAnswer(L""), L"");
 }
 
@@ -209,7 +208,7 @@ TEST_F(Checkout, readsNothingWithoutAListenerFile)
     answerWith(2, 2);
     AddInState::setCommandFile(INVALID_HANDLE_VALUE);
     EXPECT_EQ(readAnswer(folder + L"invalid.tmp"), L"");
-    AddInState::setCommandFile(nullptr); // no handle at all is no invalid one
+    AddInState::setCommandFile(nullptr); // null is not INVALID_HANDLE_VALUE
     EXPECT_EQ(readAnswer(folder + L"null.tmp"), std::wstring(L"\u6161\0", 2));
 }
 
@@ -257,7 +256,7 @@ TEST_F(Checkout, closesTheFileOnACheckIn)
     EXPECT_EQ(AddInState::requestId(), 0);
     EXPECT_EQ(AddInState::zemId(), 0u);
     EXPECT_EQ(AddInState::fileTypePrefix(), L"");
-    EXPECT_EQ(readBytes(folder + L"open.txt"), "buffered"); // flushed by the closing
+    EXPECT_EQ(readBytes(folder + L"open.txt"), "buffered"); // flushed by _fcloseall
     EXPECT_EQ(newTrace(), Lines{L"ui m_fclose(null, 0, null)"});
     EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
 }

@@ -1,4 +1,4 @@
-// The listener's real thread in this process, driven through the command file.
+// Runs the listener thread in this process and controls it through the command file.
 #include "addin/exports.h"
 #include "incoming/listener.h"
 #include "incoming/command_dispatch.h"
@@ -45,7 +45,7 @@ protected:
     {
         return waitUntil([&] { return readBytes(commandPath) == ""; });
     }
-    // A malformed request leaves nothing to see; the next good one shows that it is over.
+    // A malformed request has no visible effect. A valid one shows that it has been processed.
     void expectNextRequestServed()
     {
         newTrace();
@@ -67,7 +67,7 @@ void WINAPI endingSleep(DWORD milliseconds)
 
 class ListenerCycle : public HostFixture {
 protected:
-    // The pauses of one cycle, which sees the stop flag at its end.
+    // The pauses of one cycle; the first pause sets the stop flag.
     static std::vector<DWORD> pausesOfOne()
     {
         redirectCalls(&Sleep, "Sleep", &endingSleep);
@@ -120,7 +120,7 @@ TEST_F(Listener, postsAWindowMoveOnACheckIn)
 {
     const WatchedMessageWindow window;
     send("CHECKIN ");
-    EXPECT_EQ(newTrace(3), checkInCalls); // the post comes before the last two
+    EXPECT_EQ(newTrace(3), checkInCalls); // the message is posted before the last two calls
     EXPECT_EQ(window.arrived(), std::vector<UINT>{3});
 }
 
@@ -143,7 +143,7 @@ TEST_F(Listener, repostsARequestUntilTheHostIsReady)
     send(openRequest(12, toUtf8(part)));
     ASSERT_TRUE(waitUntil([] { return isRequestPending(); }));
     ASSERT_TRUE(isEmptied());
-    pumpMessages(); // the first post finds the host busy
+    pumpMessages(); // the host is busy at the first post
     EXPECT_TRUE(isRequestPending());
     standin::setState("backplot", L"false");
     EXPECT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
@@ -291,7 +291,7 @@ TEST_F(Listener, usesTheWholeTextOnAShortRead)
 TEST_F(Listener, runsAlongsideTheNetworkThread)
 {
     EXPECT_TRUE(waitUntil([] { return isSocketsLibraryStarted(); }));
-    // This one and the listener are left.
+    // The main thread and the listener remain.
     EXPECT_TRUE(waitUntil([] { return countThreads(GetCurrentProcessId()) == 2; }));
 }
 

@@ -35,7 +35,7 @@ protected:
     {
         return L"ui CMastercamInterface.position1(\"" + path + L"\")";
     }
-    // What a load of a part file does in the host.
+    // The host calls of a complete load.
     Lines wholeLoad(const std::wstring& path)
     {
         return {opened(path),  unchanged,   introduced(path), viewRefreshed,
@@ -168,7 +168,7 @@ TEST_F(Load, appliesTheRequestsMachine)
     EXPECT_EQ(AddInState::ncPathNumber(), 3);
     EXPECT_EQ(AddInState::secondSettingsNumber(), 4);
     EXPECT_FALSE(readBytes(settings).has_value());
-    EXPECT_TRUE(loadFile(path)); // a second load finds no file and changes nothing
+    EXPECT_TRUE(loadFile(path)); // without a settings file the machine is unchanged
     EXPECT_EQ(newTrace(), wholeLoad(path));
     EXPECT_EQ(AddInState::ncPathNumber(), -1);
     EXPECT_EQ(AddInState::secondSettingsNumber(), 4);
@@ -256,7 +256,7 @@ TEST_F(Load, survivesAnExceptionAtEachHostCall)
 {
     struct Case {
         const char* operation;
-        size_t line; // of the whole load's trace; the raised call is there
+        size_t line; // index of the raised call in the trace
     };
     const Case cases[] = {{"SetActiveMachine", 1},
                           {"set_db_unchanged", 2},
@@ -288,7 +288,7 @@ TEST_F(Load, wakesTheCatiaReaderIfEnabled)
         EXPECT_TRUE(loadFile(path));
         EXPECT_EQ(newTrace()[2], woken) << settings;
     }
-    EXPECT_NE(GetModuleHandleW(L"catread5x.dll"), nullptr); // loaded for good
+    EXPECT_NE(GetModuleHandleW(L"catread5x.dll"), nullptr); // stays loaded
 }
 
 TEST_F(Load, leavesTheCatiaReaderAsleepOtherwise)
@@ -368,7 +368,7 @@ TEST_F(Load, reportsAndRemembersAMissingFile)
     EXPECT_FALSE(openFile({1, installation.path(L"missing.mcam")}));
     EXPECT_EQ(newTrace(), Lines{notThere});
     EXPECT_EQ(AddInState::recentFiles().size(), 1u);
-    EXPECT_FALSE(openFile({2, installation.path(L"temp")})); // a folder is no file
+    EXPECT_FALSE(openFile({2, installation.path(L"temp")})); // a folder
     EXPECT_EQ(newTrace(), Lines{notThere});
 }
 

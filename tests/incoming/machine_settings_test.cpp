@@ -51,7 +51,7 @@ TEST_F(MachineSettingsFile, staysOpenWhenEmpty)
     transferMachineSettings();
     EXPECT_EQ(newTrace(), Lines{});
     EXPECT_TRUE(exists(0));
-    EXPECT_FALSE(DeleteFileW(file(0).c_str())); // open without sharing its deletion
+    EXPECT_FALSE(DeleteFileW(file(0).c_str())); // open without FILE_SHARE_DELETE
     EXPECT_EQ(GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
 }
 

@@ -136,7 +136,7 @@ TEST_F(MessageWindow, takesARequestItCannotOpen)
 
 TEST_F(MessageWindow, keepsARequestThatArrivesMeanwhile)
 {
-    // The message box over the missing file is the moment at which the next one comes in.
+    // The next request arrives while the message box about the missing file is shown.
     const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
         if (code == HCBT_ACTIVATE && AddInState::requestId() != 2) {
             AddInState::setRequestId(2);
@@ -170,7 +170,7 @@ TEST_F(MessageWindow, isForgottenWhenClosed)
 {
     SendMessageW(AddInState::messageWindow(), WM_CLOSE, 0, 0);
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
-    postOpenRequest({12, makePart()}); // stays pending; nothing is posted anywhere
+    postOpenRequest({12, makePart()}); // no message is posted
     pumpMessages();
     EXPECT_TRUE(isRequestPending());
 }

@@ -1,5 +1,5 @@
-// What the calls of the library that ships leave open in the process that holds it: each on its
-// own, and a thousand of them mixed.
+// The resources that calls of the shipped library leave open in the process: each call separately,
+// and a thousand mixed calls.
 #include "control.h"
 #include "fuzz/random.h"
 #include "support/bytes.h"
@@ -22,17 +22,17 @@ struct LibraryCall {
     std::string name;
     int argument = 0;
     const wchar_t* menuItem = L""; // chosen in the menu that the call opens; empty for none
-    int lines = 0;                 // that it sends to the Companion
+    int lines = 0;                 // notices sent to the Companion
 };
 
-// What of a running Companion the add-in can find.
+// Which signs of a running Companion the add-in can find.
 enum class CompanionMarks { none, semaphore, semaphoreAndWindow };
 
-// The library that ships, in the test's own process: between the stand-in host's libraries and a
-// Companion of which only the marks are there.
+// The shipped library in the test's process, with the stand-in host's libraries and the signs of a
+// running Companion.
 class CalledLibrary {
 public:
-    // Opens the add-in, with a part in the host.
+    // Opens the add-in with a part in the host.
     explicit CalledLibrary(CompanionMarks marks = CompanionMarks::semaphoreAndWindow)
     {
         recordCompanionStarts(installation_);
@@ -56,8 +56,8 @@ public:
     CalledLibrary(const CalledLibrary&) = delete;
     CalledLibrary& operator=(const CalledLibrary&) = delete;
 
-    // Makes the call and takes its lines. A check-out waits until the last one is a second ago: its
-    // file is named after the second.
+    // Makes the call and receives its notices. A check-out waits until the previous one is more
+    // than a second ago, because its file is named after the second.
     void make(const LibraryCall& call)
     {
         const bool isCheckout = call.name == "m_load";
@@ -77,7 +77,8 @@ public:
         pumpMessages();
     }
 
-    // Writes an open request with this machine-settings file and waits until it is carried out.
+    // Writes an open request with this machine-settings file and waits until it has been carried
+    // out.
     void requestPart(int id, const std::string& machineSettings)
     {
         const std::wstring part = installation_.path(L"requested.mcam");
@@ -102,7 +103,7 @@ private:
 
 struct Row {
     LibraryCall call;
-    const char* name; // of the table
+    const char* name; // in the table
 };
 
 const Row rows[] = {
@@ -144,7 +145,7 @@ TEST(LifeOfCalls, leavesOpenWhatTheTableSays)
     CalledLibrary library;
     for (const Row& row : rows) {
         library.make(row.call);
-        library.make(row.call); // whatever the system opens once and keeps
+        library.make(row.call); // handles the system opens once and keeps
         const size_t before = countHandles();
         for (int i = 0; i < 3; ++i)
             library.make(row.call);
@@ -208,7 +209,7 @@ TEST(LifeOfCalls, leavesNothingElseAfter1000Calls)
     size_t onPurpose = 0;
     for (int i = 0; i < 1000; ++i) {
         const Row* row = &rows[random.below(std::size(rows))];
-        // A check-out waits for another second.
+        // A check-out waits for the next second.
         while (row->call.name == "m_load" && !random.isOneIn(10))
             row = &rows[random.below(std::size(rows))];
         library.make(row->call);
@@ -216,7 +217,7 @@ TEST(LifeOfCalls, leavesNothingElseAfter1000Calls)
     }
     EXPECT_EQ(countHandles(), handles + onPurpose);
     EXPECT_EQ(countThreads(GetCurrentProcessId()), threads);
-    // A menu or a window of a program that has just ended goes a moment later.
+    // Menus and windows of a program that has just ended are destroyed with a short delay.
     Objects after;
     waitUntil([&] { return (after = Objects()) == before; });
     EXPECT_EQ(after.graphics, before.graphics);

@@ -1,4 +1,4 @@
-// What each call of the add-in leaves open on purpose, according to docs/life.md.
+// The handles and memory that each call of the add-in leaves open on purpose, from docs/life.md.
 #pragma once
 
 #include "documents/pages.h"
@@ -9,11 +9,11 @@
 namespace testing_support {
 
 struct LeftOpen {
-    size_t handles = 0; // of the process, for each call
-    size_t bytes = 0;   // of memory, for each call
+    size_t handles = 0; // per call
+    size_t bytes = 0;   // of memory, per call
 };
 
-// The rows of the page's table by their first column, without its quotes.
+// The rows of the page's table by their first column, without quotes.
 inline std::map<std::string, LeftOpen> lifeTable()
 {
     std::map<std::string, LeftOpen> table;

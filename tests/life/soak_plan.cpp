@@ -10,7 +10,7 @@ namespace {
 constexpr int mostPasses = 12;
 constexpr std::int32_t burstNcPath = 4;
 
-// Pieces of the steps' texts.
+// Building blocks of the steps' texts.
 const std::map<std::wstring, std::wstring> pieces = {
     {L"opened", LR"(> ui DoFileOpen("{document}", false, false, 1, true, *, null) -> true
 > ui SetActiveMachine("{machine}") -> true
@@ -64,13 +64,14 @@ std::wstring inQuotes(const std::wstring& text)
 
 } // namespace
 
-// A line of the text, where it has a guard only if that holds: what is done (!), a line of the
-// host's trace (>), an event of the Companion (=), a call by its row of the table (+), or a piece.
+// The step's text, line by line, each with an optional guard condition: an action (!), a line of
+// the host's trace (>), a Companion event (=), a call with a row in the table (+), or the name of a
+// building block.
 struct SoakPlan::Kind {
     const char* name;
-    unsigned weight; // how often among all of them
+    unsigned weight; // relative frequency
     const wchar_t* text;
-    int part = -1; // of a send
+    int part = -1; // for `send` only
 };
 
 static constexpr wchar_t sendText[] = LR"(! companion --send "{name}" --host {pid}
@@ -84,7 +85,7 @@ static constexpr wchar_t saveText[] = LR"(! command 42002
 > ui m_save(0) -> 0
 + m_save)";
 
-// The first of each comes in this order before the random ones.
+// Each kind runs once in this order before the random steps.
 const SoakPlan::Kind SoakPlan::kinds[] = {
     {"send", 2, sendText, 0},
     {"send", 2, sendText, 1},
@@ -153,8 +154,8 @@ const SoakPlan::Kind SoakPlan::kinds[] = {
 = taken id=0 host={pid} request=check-in
 > other m_fclose(null, 0, null)
 {emptied})"},
-    // A document without a name, which cannot be saved: the system opens what its first message box
-    // needs, and keeps it.
+    // A document without a name, which cannot be saved: the first message box makes the system open
+    // handles that it keeps.
     {"save", 0, saveText},
 };
 
@@ -208,8 +209,8 @@ PlannedStep SoakPlan::next()
 
 bool SoakPlan::isPossible(const std::string& kind) const
 {
-    // A document without a name waits for the user. One that is not the Companion's never comes
-    // back once the host has reported a save.
+    // For a document without a name, saving waits for the user. For a document that is not the
+    // Companion's, it does not return once the host has reported a save.
     if (kind == "save")
         return isKnown_ || (isNamed() && isNotified_);
     if (kind == "host's own save")
@@ -248,7 +249,7 @@ void SoakPlan::open(int part, std::int32_t id, const std::wstring& machine, std:
     passes_ = passesSaved_[static_cast<size_t>(part)];
 }
 
-// Has requests parked while the host is busy; the last one is the one that counts.
+// Sends requests while the host is busy, so that they stay pending; only the last one takes effect.
 void SoakPlan::parkRequests(unsigned most)
 {
     const bool isWithdrawn = most == 2;
@@ -267,7 +268,7 @@ void SoakPlan::parkRequests(unsigned most)
     open(part, requestId_, soakMachine(requestId_), burstNcPath);
 }
 
-// What the step's text is filled with.
+// Sets the placeholders for the step's text.
 void SoakPlan::prepare(const Kind& kind)
 {
     const std::string name = kind.name;
@@ -280,8 +281,7 @@ void SoakPlan::prepare(const Kind& kind)
     } else if (name == "requests that a check-out withdraws") {
         parkRequests(2);
     } else if (name == "event that forgets the file") {
-        // Only event 3 reports that a save is over; without that, a document that is not known is
-        // none to save.
+        // Only event 3 reports the end of a save; without it, an unknown document is not saved.
         static const wchar_t* const codes[] = {L"03", L"06", L"52"};
         values_[L"event"] = codes[isNotified_ ? random_.below(3) : 0];
         values_[L"event code"] = std::to_wstring(std::stoi(values_[L"event"]));
@@ -359,7 +359,7 @@ std::wstring SoakPlan::filled(std::wstring line) const
     return line;
 }
 
-// The state that the step leaves.
+// Updates the state after the step.
 void SoakPlan::conclude(const std::string& name)
 {
     if (name == "save" || name == "host's own save") {

@@ -1,5 +1,5 @@
-// The random steps of a soak for one host, and what comes of each. Pure: the same facts and seed
-// give the same steps.
+// The random steps of a soak for one host, and their expected effects. Pure: the same facts and
+// seed give the same steps.
 #pragma once
 
 #include "fuzz/random.h"
@@ -11,41 +11,41 @@
 
 namespace testing_support {
 
-// A part of the Companion's library, as it ships.
+// A part of the Companion's library as shipped.
 struct SoakPart {
     std::wstring name;
     std::int32_t number;
     int operations;
     std::wstring machine; // also the name of its top group
     std::int32_t ncPath;
-    Lines programs; // that are posted for it, in alphabetical order
+    Lines programs; // posted for it, in alphabetical order
 };
 
-// One host of several, which share the Companion and no part of its library.
+// One of several hosts that share the Companion but no part of its library.
 struct SoakHostFacts {
     std::wstring folder; // of the installation
     std::wstring temporaryFolder;
     std::wstring ncFolder;
     std::uint32_t processId;
     std::uint32_t window;        // low 32 bits
-    std::int32_t firstRequestId; // of the requests that no Companion's start sends; none shares it
+    std::int32_t firstRequestId; // of the requests written by the test; unique per host
     std::array<SoakPart, 2> parts;
 };
 
 struct PlannedStep {
     std::string kind;
-    // What is done, in order: `command N` of the host's menu, `companion WORDS` starts it with
-    // these words, `busy` and `ready` switch whether the host takes requests, `request ID PATH` and
-    // `push` (no request) write a command file, `await` waits for the trace.
+    // The actions, in order: `command N` of the host's menu; `companion ARGUMENTS` starts the
+    // Companion with them; `busy` and `ready` switch whether the host accepts requests; `request ID
+    // PATH` and `push` (not a request) write a command file; `await` waits for the trace.
     Lines acts{};
-    Lines trace{};                            // the host's new lines, in their order
+    Lines trace{};                            // the host's new lines, in order
     Lines events{};                           // the Companion's, in the short form
-    std::map<std::string, size_t> leftOpen{}; // how often each row of the table of calls
-    std::wstring version{};                   // that the library has then, without its extension
+    std::map<std::string, size_t> leftOpen{}; // number of calls by row of the table
+    std::wstring version{};                   // new library version, without extension
     bool checksOut = false;                   // asks the Companion for a file
 };
 
-// What is chosen in the add-in's menu each time it opens; the host's script chooses it.
+// The choice in the add-in's menu each time it opens; made by the host's script.
 class SoakMenu {
 public:
     explicit SoakMenu(std::uint64_t seed) : random_(seed) {}
@@ -59,10 +59,10 @@ class SoakPlan {
 public:
     SoakPlan(SoakHostFacts facts, std::uint64_t seed);
 
-    // How many steps come first that make every call once.
+    // The number of initial steps, which make every call once.
     static size_t warmUpSteps();
     PlannedStep next();
-    // The requests that another one replaced: their machine settings stay for good.
+    // Requests replaced by a later one: their machine settings are never removed.
     const std::set<std::int32_t>& requestsNeverOpened() const { return neverOpened_; }
 
 private:
@@ -89,13 +89,13 @@ private:
     std::map<std::wstring, std::wstring> values_; // of the placeholders
     std::map<std::wstring, bool> guards_;
 
-    // The add-in and the host's document, as they should be.
+    // Expected state of the add-in and the host's document.
     std::int32_t requestId_ = 0;
-    bool isKnown_ = false;   // a file of the Companion
+    bool isKnown_ = false;   // the file is one of the Companion's
     bool isNotified_ = true; // the save-notified flag
     bool isChanged_ = false;
-    int part_ = -1;  // that is open; -1: a document without a name, which holds nothing
-    int passes_ = 0; // added to it
+    int part_ = -1;  // the open part; -1 for an empty document without a name
+    int passes_ = 0; // finishing passes added to it
     Lines recentFiles_;
     std::array<int, 2> passesSaved_{};
     std::array<int, 2> versions_ = {1, 1};
@@ -103,7 +103,7 @@ private:
     std::set<std::int32_t> neverOpened_;
 };
 
-// The machine that a request's settings name.
+// The machine in a request's machine settings.
 std::wstring soakMachine(std::int32_t requestId);
 
 } // namespace testing_support

@@ -1,7 +1,7 @@
-// Two real hosts with the add-in that ships and one real Companion under a mixed load: nothing is
-// lost, and the hosts hold no more afterwards than the page of the calls lists.
+// Two real hosts with the shipped add-in and one real Companion under a mixed load: nothing is
+// lost, and afterwards the hosts hold only the resources listed in docs/life.md.
 //
-// SOAK_SECONDS and SOAK_SEED in the environment change how long it goes on, and the steps.
+// The environment variables SOAK_SECONDS and SOAK_SEED set the duration and the random seed.
 #include "life/soaked_host.h"
 
 #include <cstdlib>
@@ -30,7 +30,7 @@ protected:
         writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
     }
 
-    // Goes on until all hosts are through with their steps or something goes wrong.
+    // Runs until all hosts have finished their steps or a check fails.
     void run(const std::function<bool(const SoakedHost&)>& withNextStep)
     {
         for (bool goesOn = true; goesOn && !HasFailure();) {
@@ -44,7 +44,7 @@ protected:
         }
     }
 
-    // The numbers of the machine settings in the folder.
+    // The request ids of the machine-settings files in the folder.
     std::set<std::int32_t> settingsThatStay() const
     {
         const std::wstring start = L"mcsettings-";

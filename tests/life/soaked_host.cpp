@@ -18,9 +18,9 @@ namespace {
 
 constexpr unsigned long long betweenCheckoutsMs = 1100;
 constexpr int mostMenus = 20'000;
-// Whatever the calls are and however many: a leak of a kilobyte a step is well above it.
+// For any number and mix of calls; a leak of 1 KB per step exceeds this.
 constexpr size_t mostGrowth = 2 << 20;
-// The host keeps each line of the trace in characters of two bytes, in blocks with some room.
+// The host stores trace lines as UTF-16, in blocks with spare capacity.
 constexpr size_t memoryPerTraceByte = 4;
 
 constexpr wchar_t mill3[] = L"Mill 3-axis", mill4[] = L"Mill 4-axis";
@@ -37,7 +37,7 @@ std::wstring ncFolder(const Installation& installation, unsigned number)
     return installation.path(L"nc" + std::to_wstring(number) + L"\\");
 }
 
-// The script answers the boxes and chooses in the menu, which it opens on an event.
+// The script answers message boxes and chooses in the menu, which it opens on an event.
 std::string scriptOf(const Installation& installation, unsigned number, std::uint64_t seed)
 {
     std::string script = "set nc_prefix " + toUtf8(ncFolder(installation, number)) + '\n';
@@ -56,8 +56,8 @@ void removeField(std::wstring& event, std::wstring_view start)
         event.erase(from, std::min(event.find(L' ', from + start.size()), event.size()) - from);
 }
 
-// An event of the log in the short form. Empty for one that no request brings about, such as a host
-// that was found.
+// An event of the log in short form. Empty for an event not caused by a request, such as the
+// detection of a host.
 std::wstring shortEvent(const std::wstring& line)
 {
     constexpr size_t dateTimeAndBlank = 24;
@@ -88,7 +88,7 @@ Lines FileTail::newLines()
     std::ifstream file(std::filesystem::path(path_), std::ios::binary);
     file.seekg(offset_);
     std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    bytes.resize(bytes.rfind('\n') + 1); // nothing where there is no line feed
+    bytes.resize(bytes.rfind('\n') + 1); // empty if there is no line feed
     offset_ += std::ssize(bytes);
     return linesOf(fromUtf8(bytes));
 }
@@ -156,7 +156,7 @@ void SoakedHost::begin()
     begunAt_ = GetTickCount64();
 }
 
-// True once the step may act; its events are planned from then on.
+// True once the step may run; its events count as planned from then on.
 bool SoakedHost::hasItsTurn()
 {
     if (!step_.version.empty() && company_.committing && company_.committing != this)
@@ -171,7 +171,7 @@ bool SoakedHost::hasItsTurn()
     return true;
 }
 
-// Begins the act if it is not begun; true once it is done.
+// Starts the action if it has not been started; true once it is done.
 bool SoakedHost::isDone(const std::wstring& act)
 {
     const std::wstring verb = act.substr(0, act.find(L' '));
@@ -189,7 +189,7 @@ bool SoakedHost::isDone(const std::wstring& act)
     } else if (verb == L"await") {
         return arrived_.size() >= step_.trace.size();
     } else if (isBegun) {
-        // The file is not opened, because an open handle would keep it from being deleted.
+        // Does not open the file, because an open handle would prevent its deletion.
         std::error_code error;
         return std::filesystem::file_size(host_.commandFile(), error) == 0;
     } else {
@@ -199,7 +199,7 @@ bool SoakedHost::isDone(const std::wstring& act)
     return true;
 }
 
-// An id and a path; without them, bytes that are no request.
+// Writes an open request from an id and a path; without them, bytes that are not a request.
 bool SoakedHost::writeRequestOf(const std::wstring& words) const
 {
     if (words.empty())
@@ -211,7 +211,7 @@ bool SoakedHost::writeRequestOf(const std::wstring& words) const
                         openRequest(id, toUtf8(words.substr(words.find(L' ') + 1))));
 }
 
-// A step that came to no end in its time lacks some of this as well.
+// Also reports what is missing after a step has timed out.
 void SoakedHost::end()
 {
     SCOPED_TRACE(toUtf8(name_) + ", step " + std::to_string(steps_) + ": " + step_.kind);
@@ -223,7 +223,7 @@ void SoakedHost::end()
         const std::wstring picture = step_.version + L".bmp";
         EXPECT_NE(readBytes(step_.version + L".mcam").value_or(""), "");
         EXPECT_TRUE(readBytes(picture).value_or("").starts_with("BM"));
-        DeleteFileW(picture.c_str()); // a long soak would fill the disk with them
+        DeleteFileW(picture.c_str()); // they would fill the disk in a long soak
     }
     arrived_.clear();
     if (company_.committing == this)

@@ -1,5 +1,4 @@
-// A real host that is put through the steps of a plan. What goes otherwise than planned fails the
-// test.
+// A real host that runs the steps of a plan. Any deviation from the plan fails the test.
 #pragma once
 
 #include "life/soak_plan.h"
@@ -12,12 +11,12 @@
 
 namespace testing_support {
 
-// The lines that are added to a file while it is read.
+// Reads the lines appended to a file.
 class FileTail {
 public:
     explicit FileTail(std::wstring path) : path_(std::move(path)) {}
 
-    // The whole lines that came since the last call; UTF-8 in the file.
+    // The complete lines added since the last call; the file is UTF-8.
     Lines newLines();
 
 private:
@@ -25,38 +24,38 @@ private:
     std::int64_t offset_ = 0;
 };
 
-// What the hosts of a soak have in common.
+// State shared by the hosts of a soak.
 struct SoakCompany {
     const Installation& installation;
     FileTail log; // the Companion's
-    // Its events as often as they were planned, less those that came. An event is in a short form,
-    // without its date and time and without what cannot be known beforehand: the time that it took,
-    // the Companion's process, the bytes of a line or program, the name of an exchange file.
+    // For each event, how often it is planned minus how often it occurred. Events are in short
+    // form: without date and time and without values that are not known in advance (duration,
+    // Companion process, size of a line or program, name of an exchange file).
     std::map<std::wstring, int> openEvents{};
-    // Commits go one after the other: two hosts that find the same end of the request file write
-    // over each other, and there is one screen picture for all of them.
+    // Commits run one at a time: two hosts that find the same end of the commit file overwrite each
+    // other's records, and they share one screen picture.
     const void* committing = nullptr;
-    // Two check-outs of one second would ask for a file of the same name.
+    // Two check-outs in the same second would use the same file name.
     unsigned long long checkedOutAt = 0; // milliseconds
 
-    // Reads what is new in the log.
+    // Reads the new log lines.
     void readEvents();
 };
 
 class SoakedHost {
 public:
-    // Starts the host under this number, from 0, and waits until it is ready.
+    // Starts the host with this number, counted from 0, and waits until it is ready.
     SoakedHost(SoakCompany& company, unsigned number, std::uint64_t seed);
 
-    // Goes on with the step, and begins the next one if that is wanted. Never waits.
+    // Continues the current step; starts the next one if `withNextStep`. Never waits.
     void goOn(bool withNextStep);
     bool isBetweenSteps() const { return !isStepOn_; }
     size_t steps() const { return steps_; }
 
-    // Notes what the process holds, between steps.
+    // Records the resources held by the process between steps.
     void noteHeld();
-    // Waits for the process to hold no more and no less than that and what its calls left open on
-    // purpose, and prints the counts.
+    // Waits until the process holds exactly the recorded resources plus those its calls left open
+    // on purpose, and prints the counts.
     void expectNothingElseHeld() const;
     void close();
 
@@ -76,13 +75,13 @@ private:
     FileTail trace_;
     std::unique_ptr<SoakPlan> plan_;
     PlannedStep step_;
-    Lines arrived_; // of the step's trace
+    Lines arrived_; // trace lines of the current step
     size_t act_ = 0;
     bool isActBegun_ = false;
     bool isStepOn_ = false;
     size_t steps_ = 0;
     unsigned long long begunAt_ = 0; // milliseconds
-    std::unique_ptr<Process> start_; // of the Companion
+    std::unique_ptr<Process> start_; // starts the Companion
     ProcessCounts heldBefore_;
     size_t traceBytesBefore_ = 0;
     LeftOpen onPurpose_;

@@ -36,15 +36,15 @@ protected:
     std::string records() const { return readBytes(requestFile).value_or("none"); }
 
     CompanionDouble companion;
-    // The Companion's process is the test's own.
+    // The test process acts as the Companion.
     const std::wstring requestFile =
         installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
 };
 
-// The record of C:\a.mcam for id 42.
+// The commit record of C:\a.mcam for id 42.
 const std::string recordOfA = "\x2A\0\0\0\x09\0\0\0C\0:\0\\\0a\0.\0m\0c\0a\0m\0"s;
 
-// A handle to the request file with this sharing, closed with its object.
+// Another handle to the commit file, opened with this sharing mode.
 struct OtherHandle {
     OtherHandle(const std::wstring& path, DWORD sharing)
         : file(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, sharing, nullptr,
@@ -55,12 +55,12 @@ struct OtherHandle {
     HANDLE file;
 };
 
-// The calls that an append makes, in their order, while they go through here.
+// The recorded calls, in order.
 std::vector<std::string> appendCalls;
 bool doAppendCallsFail = false;
 const std::vector<std::string> appendOf26BytesAt7 = {"seek 0 0 2", "lock 7 0 26 0", "write 26",
                                                      "unlock 7 0 26 0"};
-// For reading and writing, shared for all, made when missing.
+// GENERIC_READ | GENERIC_WRITE, all sharing modes, OPEN_ALWAYS.
 const std::string opening = "open " + std::to_string(0xC0000000) + " 7 4 0";
 
 void note(const char* call, std::vector<DWORD> numbers)
@@ -119,7 +119,6 @@ int WINAPI notedConnect(SOCKET connection, const sockaddr* server, int size)
     return systems(&connect, "connect", L"ws2_32.dll")(connection, server, size);
 }
 
-// What the system answers for a file that may not be written.
 HANDLE WINAPI denyingCreateFile(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE)
 {
     SetLastError(ERROR_ACCESS_DENIED);
@@ -135,7 +134,7 @@ void noteAppendCalls()
     redirectCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
 }
 
-// Also records opening and closing the file, and connecting.
+// Also records CreateFileW, CloseHandle and connect.
 void noteDeliveryCalls()
 {
     noteAppendCalls();
@@ -266,7 +265,7 @@ TEST_F(Commit, startsAStoppedCompanionTwice)
     recordCompanionStarts(installation);
     EXPECT_TRUE(commitDocument());
     Lines lines = companionStarts(installation, 2);
-    std::sort(lines.begin(), lines.end()); // two processes: either may write first
+    std::sort(lines.begin(), lines.end()); // the order of the two processes varies
     EXPECT_EQ(lines, (Lines{LR"(0 --commit "C:\a.mcam")", L"1"}));
 }
 
@@ -274,7 +273,7 @@ TEST_F(Commit, reportsACompanionItCannotStart)
 {
     EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notStarted});
-    companion.holdSemaphore(); // it runs, but has no window and no program
+    companion.holdSemaphore(); // running, but without a window or program file
     EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
 }
@@ -294,7 +293,7 @@ TEST_F(Commit, isRedirectedForTheFtpServer)
         {"UseFtpServer=y\n", L"C:\\work\\a.mcam", installation.path(L"tmp\\a.mcam")},
         {"UseFtpServer=y\n", L"a.mcam", installation.path(L"tmp\\a.mcam")},
         {"UseFtpServer=y\n", inside, inside},
-        {"UseFtpServer=y\n", L"\\\\?\\" + inside, L"\\\\?\\" + inside}, // not at its beginning
+        {"UseFtpServer=y\n", L"\\\\?\\" + inside, L"\\\\?\\" + inside}, // not a prefix match
         {"UseFtpServer=n\n", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
         {"", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
     };
@@ -318,7 +317,7 @@ TEST_F(Commit, redirectsABareNameWhole)
     EXPECT_EQ(receiver.nextConnection(),
               "ZEMID=42|" + toUtf8(installation.path(L"tmp\\C:/parts/../../a.mcam")) + '\n');
     EXPECT_FALSE(
-        readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // announced, never written
+        readBytes(installation.path(L"tmp\\a.mcam")).has_value()); // announced but not written
 }
 
 TEST_F(Commit, recordsANameTooLongForItsNotice)

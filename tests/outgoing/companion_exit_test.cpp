@@ -1,4 +1,4 @@
-// A Companion that ends just when the add-in has found its window.
+// The Companion exits right after the add-in has found its window.
 #include "outgoing/commit.h"
 #include "support/companion_program.h"
 #include "support/add_in_state.h"
@@ -16,7 +16,7 @@ namespace {
 
 HANDLE endingCompanion = nullptr;
 
-// Ends the Companion before its request file is opened.
+// Terminates the Companion before its commit file is opened.
 HANDLE WINAPI createFileOfTheEnded(LPCWSTR path, DWORD access, DWORD share,
                                    LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD flags,
                                    HANDLE pattern)

@@ -1,5 +1,5 @@
-// The tools of an open part, from the host's records through the add-in's own code to the windows
-// of the Companion's program.
+// Tools of an open part, end to end: from the host's records through the add-in to the Companion's
+// windows.
 #include "addin/exports.h"
 #include "support/companion_program.h"
 #include "support/windows.h"
@@ -63,7 +63,7 @@ TEST_F(CompanionTools, showTheAddInsPictures)
                               L"comment=\"Ball\""),
               1u);
     EXPECT_EQ(companion.count(L"tool-record-bad"), 0u);
-    // The records are sorted by their diameter's text, so the first row is the one of 12.5.
+    // The rows are sorted by diameter as text, so 12.5 comes first.
     EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"toolimage-4.bmp, 64 x 32"; }));
     selectWith(VK_DOWN, window);
     EXPECT_TRUE(waitUntil([&] { return shownPicture(window) == L"toolimage-5.bmp, 40 x 50"; }));

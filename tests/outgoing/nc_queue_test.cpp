@@ -33,7 +33,7 @@ protected:
         standin::setState("nc_suffix", L".NC");
         AddInState::setRequestId(17);
     }
-    // Puts a part of these sections into the host.
+    // Opens a part with these sections in the host.
     void putPart(const std::string& sections)
     {
         const std::wstring path = installation.path(L"queue.mcam");
@@ -53,7 +53,7 @@ protected:
     LineReceiver listener;
 };
 
-// The queue of an installation whose folder has a name beyond ASCII.
+// The installation folder's name has non-ASCII characters.
 class ForeignNcQueue : public NcQueue {
 protected:
     ForeignNcQueue()
@@ -65,7 +65,7 @@ protected:
     const std::wstring foreignFolder = installation.path(L"\u00C4\u20AC");
 };
 
-// Blocks of 2048 bytes that were allocated and are not released, while they are counted.
+// Blocks of 2048 bytes that are allocated and not yet freed.
 std::set<void*> buffersLeft;
 
 constexpr wchar_t runtime[] = L"msvcrt.dll";
@@ -105,7 +105,7 @@ TEST_F(NcQueue, listsAndAnnouncesPostedPrograms)
     putPart(twoGroups + operationIn(2, "C:\\NC\\PART.nci") + operationIn(1, "OTHER.nci"));
     post(L"PART.NC");
     post(L"OTHER.NC");
-    post(L"THIRD.NC"); // of no operation
+    post(L"THIRD.NC"); // without an operation
     EXPECT_EQ(importNCqueue(), 0);
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("OTHER.NC", "Mill") + "\r\nNCPATH|-1|" +
                            entry("PART.NC", "Mill") + "\r\n");
@@ -262,7 +262,7 @@ TEST_F(NcQueue, writesNamesInTheSystemsCodePage)
     putPart("[group]\nid = 1\nname = Fr\xC3\xA4se \xE2\x82\xAC\n\n" + operationIn(1, "PART.nci"));
     post(L"PART.NC");
     importNcQueue();
-    // The system's code page is 1252.
+    // The system code page is 1252.
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "Fr\xE4se \x80") + "\r\n");
 }
 
@@ -309,7 +309,7 @@ TEST_F(NcQueue, endsEachSearchItBegins)
         importNcQueue();
         listener.nextConnection();
     }
-    EXPECT_EQ(searchesEnded, times); // none is begun where nothing is found
+    EXPECT_EQ(searchesEnded, times); // a search without a match has no handle to close
     EXPECT_LT(countHandles(), handles + times);
 }
 
@@ -364,7 +364,7 @@ TEST_F(NcQueue, endsSilentlyOnAnyException)
         const char* operation;
         int count;
     };
-    // Of each operation the group, its parent, and the parent's parent, which is not there.
+    // For each of two operations: the group, its parent, and the parent's missing parent.
     for (const auto& [operation, count] : {Calls{"GroupByID", 6}, Calls{"NCSuffix", 2}})
         for (int nth = 1; nth <= count; ++nth) {
             ASSERT_TRUE(standin::raiseAt(operation, nth));

@@ -82,11 +82,10 @@ protected:
         installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
 };
 
-// A document without a name.
 class SaveUntitled : public Save {
 protected:
-    // A saved document of more than three characters is never committed: the shorter ones show the
-    // rest of the flow.
+    // The tests use names of up to three characters, because documents with longer names are not
+    // committed here.
     SaveUntitled()
     {
         SetCurrentDirectoryW(installation.path(L"tmp").c_str());
@@ -98,7 +97,7 @@ protected:
     bool hasRequestFile() const { return readBytes(requestFile).has_value(); }
 };
 
-// An untitled document, and a part that the Companion asks for while the host is waited for.
+// An untitled document, and an open request that arrives while the host's save command runs.
 class SaveInterrupted : public SaveUntitled {
 protected:
     SaveInterrupted()
@@ -127,7 +126,7 @@ void append(Lines& lines, const Lines& more)
     lines.insert(lines.end(), more.begin(), more.end());
 }
 
-// Calls it once out of the host's message loop, as soon as the condition holds.
+// Runs the call once from the message loop, as soon as the condition is true.
 template <class Condition, class Call>
 void callFromLoop(Condition, Call)
 {
@@ -141,11 +140,11 @@ void callFromLoop(Condition, Call)
         });
 }
 
-// The host's own functions, once the add-in's calls go through here.
+// The host's original functions while the add-in's calls are redirected.
 decltype(&CFile_DoFileSave) hostsSave = nullptr;
 decltype(&GetMastercamApp) hostsInterface = nullptr;
 
-// Reports the first save to the add-in before it returns, as a host that saves may.
+// Sends the save event to the add-in before the first save returns.
 bool reportingSave(const wchar_t* path, CWnd* parent, bool browse, bool prompt)
 {
     static bool isReported = false;
@@ -161,7 +160,7 @@ void reportTheNextSave()
     standin::redirectImports(GetModuleHandleW(nullptr), hostsSave, &reportingSave);
 }
 
-// The calls by which the host's save command is started, in their order.
+// The calls that start the host's save command, in order.
 std::vector<std::string> commandCalls;
 
 CMastercamInterface* notedInterface()
@@ -225,7 +224,7 @@ TEST_F(Save, refusesAShortNamedChange)
     AddInState::setSaveUnreported(false);
     standin::setState("geo_filename", L"abc");
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace(), (Lines{asked, captured()})); // unchanged: goes on
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()})); // an unchanged document is not refused
     AddInState::setZemId(noZemId);
     standin::setState("db_changed", L"true");
     EXPECT_EQ(m_save(0), 0);
@@ -360,7 +359,7 @@ TEST_F(Save, drainsStandardInputPerSettingsLine)
     setSettings("a\nb\n");
     installation.feedStandardInput("1\n2\n3\n");
     EXPECT_EQ(m_save(0), 0);
-    // The commit's own look-up, which follows for a document outside the folder, is not made here.
+    // The document is inside the folder, so the commit does not read the settings.
     EXPECT_EQ(std::getchar(), '3');
 }
 
@@ -374,7 +373,7 @@ TEST_F(Save, endsSilentlyOnASheetException)
     EXPECT_EQ(newTrace(), (Lines{asked, sheet + L" raised"}));
     expectNothingCommitted();
     EXPECT_EQ(standin::undeletedExceptions(), 0);
-    EXPECT_TRUE(DeleteFileW(installation.path(L"cfg\\settings.ini").c_str())); // closed again
+    EXPECT_TRUE(DeleteFileW(installation.path(L"cfg\\settings.ini").c_str())); // not left open
 }
 
 TEST_F(Save, sendsTheSheetWithoutACompanion)
@@ -395,7 +394,7 @@ TEST_F(Save, asksTheHostForItsGroupList)
     knowDocument();
     standin::raiseNext("GetMainGrpList");
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_NO_THROW(TpMainGrpMgr.GetMainGrpList()); // raised for the flow, and is over
+    EXPECT_NO_THROW(TpMainGrpMgr.GetMainGrpList()); // the exception was raised in m_save
     EXPECT_EQ(standin::undeletedExceptions(), 0);
     EXPECT_EQ(newTrace(), knownSave());
     EXPECT_EQ(commits(), 1u);
@@ -406,7 +405,7 @@ TEST_F(Save, survivesAMissingViewOrParent)
     runCompanion();
     knowDocument();
     Lines expected = knownSave();
-    expected.erase(expected.begin() + 2); // the view's refreshing
+    expected.erase(expected.begin() + 2); // the refresh of the view
     standin::raiseNext("CMastercamInterface.position2");
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), expected);
@@ -528,7 +527,7 @@ TEST_F(SaveUntitled, endsOnAMessageLoopException)
 TEST_F(SaveUntitled, needsNoCommandAfterAReportedSave)
 {
     AddInState::setSaveUnreported(false);
-    standin::saveDialogNext(L"abc"); // would be taken
+    standin::saveDialogNext(L"abc"); // not used
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
     EXPECT_EQ(hostFileName(), L"");
@@ -541,7 +540,7 @@ TEST_F(Save, restartsInsideAReportedSave)
     reportTheNextSave();
     EXPECT_EQ(m_save(0), 0);
     Lines expected = {asked, saved()};
-    append(expected, savedAndRefreshed(name)); // the event's own save, then its flow
+    append(expected, savedAndRefreshed(name)); // the save with the event, then the event's flow
     append(expected, knownSave());
     append(expected, {viewRefreshed, hostRefreshed, captured()});
     EXPECT_EQ(newTrace(), expected);
@@ -561,7 +560,7 @@ TEST_F(SaveUntitled, asksForTheInterfaceFirst)
 TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 {
     postOpenRequest({12, name});
-    reportTheNextSave(); // the one that ends the loading, when no id is known yet
+    reportTheNextSave(); // the save at the end of the load, before the id is set
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
     append(expected, knownSave());
@@ -577,8 +576,8 @@ TEST_F(SaveInterrupted, commitsAnOpenedDocumentTwice)
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
     append(expected, savedAndRefreshed(name));
-    append(expected, knownSave()); // the event's
-    append(expected, knownSave()); // the one that waited
+    append(expected, knownSave()); // from the event
+    append(expected, knownSave()); // from the first m_save
     EXPECT_EQ(newTrace(), expected);
     EXPECT_EQ(commits(), 2u);
     EXPECT_EQ(AddInState::zemId(), 17u);
@@ -586,7 +585,7 @@ TEST_F(SaveInterrupted, commitsAnOpenedDocumentTwice)
 
 TEST_F(SaveUntitled, savesAfterANestedCommit)
 {
-    // The first command is dismissed, the second one's dialog answered.
+    // The first save dialog is cancelled; the second one returns a name.
     callFromLoop([] { return true; },
                  [] {
                      standin::saveDialogNext(L"abc");

@@ -59,7 +59,7 @@ TEST_F(SetupSheet, isAnnouncedUnderItsExactName)
 
 TEST_F(SetupSheet, isNotAnnouncedUnderALongName)
 {
-    const std::wstring longest(1023 - 23, L'x'); // after "MCAMXMLIMPORTDATAID=0;", with its end
+    const std::wstring longest(1023 - 23, L'x'); // less "MCAMXMLIMPORTDATAID=0;" and the line feed
     standin::setState("setup_sheet_files", longest + L'x');
     sendSetupSheet();
     EXPECT_TRUE(companion.isIdle());
@@ -71,7 +71,7 @@ TEST_F(SetupSheet, isNotAnnouncedUnderALongName)
 TEST_F(SetupSheet, isSentInTheThreadsCodePage)
 {
     standin::setState("setup_sheet_files", L"C:\\\u0416\u4E00.xml");
-    // A Russian thread has code page 1251; the system's own has no such letter.
+    // The Russian locale uses code page 1251; the system code page lacks this letter.
     ASSERT_EQ(toNarrowAnsi(L"\u0416"), "?");
     SetThreadLocale(MAKELCID(MAKELANGID(LANG_RUSSIAN, SUBLANG_DEFAULT), SORT_DEFAULT));
     sendSetupSheet();

@@ -24,7 +24,7 @@ std::string operationWith(int id, int tool, const std::string& more = "")
            "\n" + more + "\n";
 }
 
-// A record's values by key; the second value of a repeated key has the key with "'" after it.
+// A record's values by key. A repeated key gets a "'" suffix.
 std::map<std::string, std::string> valuesOf(const std::string& record)
 {
     std::map<std::string, std::string> values;
@@ -48,7 +48,7 @@ std::string hexadecimal(const void* address)
     return digits;
 }
 
-// A part in which no two fields of an operation, its own tool and the full tool are alike.
+// All fields of the operation, its own tool and the full tool have different values.
 const std::string everyField = R"([plane]
 id = 41
 name = Top
@@ -121,7 +121,7 @@ tool.geometry-file = own.stl
 tool.comment = of the operation
 )";
 
-// What its record says, but for the texts' addresses.
+// The expected values, without the addresses of strings.
 const std::map<std::string, std::string> valuesOfEveryField = {
     {"DATAID", "17"},
     // the operation's own tool
@@ -179,7 +179,7 @@ const std::map<std::string, std::string> valuesOfEveryField = {
     {"OPTIME", "86.5"},
 };
 
-// The full tool's text is in a record that is gone with the export: noted when the host fills it.
+// Recorded when the host fills the full tool, because the record does not outlive the export.
 const wchar_t* filledGeometryFile = nullptr;
 decltype(&tool_manager) hostsToolManager = nullptr;
 
@@ -189,14 +189,14 @@ void notedToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* suc
     hostsToolManager(tool, code, entity, succeeded);
 }
 
-// Another request comes in while the host fills a tool.
+// Simulates a request that arrives while the host fills a tool.
 void interruptedToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeeded)
 {
     AddInState::setRequestId(AddInState::requestId() + 1);
     hostsToolManager(tool, code, entity, succeeded);
 }
 
-// A member function's call passes its object first.
+// A member function receives its object as the first argument.
 using PlaneLookUp = PlaneBase*(MastercamPlanes*, int);
 PlaneLookUp* hostsPlaneLookUp = nullptr;
 std::vector<int> askedPlanes;
@@ -218,7 +218,7 @@ protected:
         newTrace();
     }
     std::string exported() const { return readBytes(toolFile).value_or("none"); }
-    // The records without their line ends; each ended in CR and LF.
+    // The records without their CR LF.
     std::vector<std::string> records() const
     {
         std::vector<std::string> all;
@@ -331,7 +331,7 @@ TEST_F(ToolExport, takesPlaneNamesFromTheFirstOperation)
 {
     putPart("[no operation]\n\n" + planes + operationWith(1, 3, "") +
             "[operation]\nid = 2\ntool-plane = 7\nconstruction-plane = 8\ntool.number = 4\n");
-    exportToolData(); // the second operation's planes are unknown
+    exportToolData(); // planes 7 and 8 do not exist
     EXPECT_EQ(records().size(), 2u);
 }
 
@@ -342,7 +342,7 @@ TEST_F(ToolExport, announcesAnEmptyFile)
     exportToolData();
     EXPECT_EQ(exported(), "");
     EXPECT_EQ(listener.nextConnection(), "TOOL-17\n");
-    EXPECT_EQ(newTrace(), Lines{LR"(ui list_manager(1, "", 0, *))"}); // nothing to hand back
+    EXPECT_EQ(newTrace(), Lines{LR"(ui list_manager(1, "", 0, *))"}); // no list to release
 }
 
 TEST_F(ToolExport, namesItsFileAndLineAfterTheRequest)

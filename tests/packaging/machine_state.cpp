@@ -51,7 +51,7 @@ std::wstring hexadecimal(const BYTE* bytes, DWORD size)
     return result;
 }
 
-// Goes through keys with one pair of buffers: there are tens of thousands.
+// Enumerates keys with one pair of buffers, because there are tens of thousands of keys.
 class RegistryReader {
 public:
     explicit RegistryReader(State& state) : state_(state), name_(16384), content_(1 << 20) {}

@@ -1,4 +1,4 @@
-// The setup program and its uninstaller, run without windows.
+// The setup program and its uninstaller, run silently.
 #include "packaging/machine_state.h"
 #include "packaging/site.h"
 #include "support/bytes.h"
@@ -49,7 +49,7 @@ std::optional<std::string> packed(const std::wstring& name)
     return readBytes(packedFolder() + L'\\' + name);
 }
 
-// The paths below a folder, from there on.
+// The relative paths of the files below a folder.
 std::set<std::wstring> pathsBelow(const std::wstring& folder)
 {
     std::set<std::wstring> paths;
@@ -58,7 +58,7 @@ std::set<std::wstring> pathsBelow(const std::wstring& folder)
     return paths;
 }
 
-// What of the package is in the add-in's folder, and what removes it again.
+// The package's files in the add-in's folder, and the uninstaller.
 std::set<std::wstring> installedPaths()
 {
     std::set<std::wstring> paths = pathsBelow(packedFolder());
@@ -76,7 +76,7 @@ bool isSetupRunning()
     return running != nullptr;
 }
 
-// The host's own program, with the library that was installed.
+// The stand-in host with the installed library.
 class RunningHost {
 public:
     RunningHost(const Installation& installation, const Site& site, const std::string& script)
@@ -215,7 +215,7 @@ TEST_F(Setup, refusesAnImpossibleFolder)
 TEST_F(Setup, keepsAnEarlierVersionItCannotReplace)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
-    // In the way of a new file, before any old one goes.
+    // Blocks a new file, which fails before any old file is removed.
     std::filesystem::create_directory(site.addInFolder + L"\\zemlink.exe.new");
     const State before = files();
     const State entryBefore = entry();
@@ -254,7 +254,7 @@ TEST_F(Setup, staysWithARunningEarlierHost)
 TEST_F(Setup, changesNothingWhileAPageIsOpen)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
-    // A page that the new version does not have: only its own uninstaller knows of it.
+    // A page that the new version does not have: only the earlier uninstaller knows it.
     const HANDLE reader =
         CreateFileW((site.addInFolder + L"\\docs\\part-file.md").c_str(), GENERIC_READ,
                     FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -376,7 +376,7 @@ TEST_F(Setup, runsOneAtATime)
     const State before = files();
     const State entryBefore = entry();
     {
-        const Process other(quoted(setupProgram())); // which waits on its first page
+        const Process other(quoted(setupProgram())); // waits on its first page
         ASSERT_TRUE(waitUntil(isSetupRunning));
         EXPECT_EQ(site.setUp(), inUse);
         EXPECT_EQ(site.uninstallInPlace(), inUse);

@@ -1,5 +1,5 @@
-// A site's machine: a folder of the host, a place for the add-in, and the setup programs that
-// were packed with the tests.
+// A simulated site: a host folder, a folder for the add-in, and the setup programs packaged with
+// the tests.
 #pragma once
 
 #include "support/installation.h"
@@ -10,17 +10,17 @@
 
 namespace testing_support {
 
-// What was packed: the folder, and the setup programs of this version and of an earlier one that
-// has other pages.
+// The packaged folder, and the setup programs of this version and of an earlier one with different
+// pages.
 std::wstring packedFolder();
 std::wstring setupProgram();
 std::wstring earlierSetupProgram();
 
 class Site {
 public:
-    // Lays out the host's folder below the installation folder. What runs from then on has its
-    // temporary files in another folder there.
-    // An entry among the installed programs goes, now and in the end.
+    // Creates the host's folder below the installation folder. Programs started from then on use
+    // another folder there for temporary files. The constructor and the destructor remove the entry
+    // in the list of installed programs.
     explicit Site(const Installation& installation);
     ~Site();
     Site(const Site&) = delete;
@@ -29,19 +29,19 @@ public:
     const std::wstring temporaryFolder, hostFolder, addInFolder;
     std::wstring library() const { return hostFolder + L"\\chooks\\torvapdm.dll"; }
 
-    // Runs a setup program without windows, for this host's folder; gives its exit code.
+    // Runs a setup program silently for this host folder; returns its exit code.
     std::optional<DWORD> setUp(const std::wstring& program, const std::wstring& host) const;
     std::optional<DWORD> setUp() const { return setUp(setupProgram(), hostFolder); }
-    // Runs the uninstaller in its place, where its outcome is seen and it cannot go itself.
+    // Runs the uninstaller in place, so that its exit code is available; it cannot delete itself.
     std::optional<DWORD> uninstallInPlace() const;
-    // Uninstalls as the system does; true once the entry and the uninstaller have gone.
+    // Uninstalls as Windows does; true once the entry and the uninstaller have been removed.
     bool uninstall() const;
 };
 
-// Lays out a folder of the host: its program and its libraries.
+// Creates a host folder with the host's program and libraries.
 void layOutHost(const std::wstring& folder);
 
-// The entry among the installed programs, and a text in it; empty when there is none.
+// The key in the list of installed programs, and a string value in it; empty if there is none.
 extern const wchar_t entryKey[];
 std::wstring entryText(const wchar_t* name);
 

@@ -1,4 +1,4 @@
-// The version is defined in one place; what is packed shows it in several.
+// The version is defined in one place and shown in several places of the package.
 #include "packaging/site.h"
 #include "support/bytes.h"
 
@@ -31,7 +31,7 @@ std::wstring versionText(const std::wstring& program, const std::wstring& name)
     return static_cast<const wchar_t*>(text);
 }
 
-// The numbers of the file and of the product, which are those that the system compares.
+// The numeric file and product versions, which are the ones the system compares.
 std::wstring versionNumbers(const std::wstring& program)
 {
     const std::vector<BYTE> version = versionOf(program);
@@ -48,7 +48,7 @@ std::wstring versionNumbers(const std::wstring& program)
            dotted(numbers->dwProductVersionMS, numbers->dwProductVersionLS);
 }
 
-// In seconds since 1970, as the linker wrote it.
+// The linker's timestamp, in seconds since 1970.
 std::optional<DWORD> timeOfMaking(const std::wstring& program)
 {
     const std::string bytes = readBytes(program).value_or("");

@@ -20,7 +20,7 @@ std::string number(std::uint32_t value, int size = 4)
     return bytes;
 }
 
-// The headers of a bitmap file; each number can be wrong.
+// The headers of a bitmap file, with fields that tests set to invalid values.
 struct Headers {
     std::string mark = "BM";
     std::uint32_t information = 40;
@@ -97,7 +97,7 @@ TEST(PeerBitmapFile, fourAndEightBitsUseTheColourTable)
     const std::string table = "\x0A\0\0\0\x0B\0\0\0"s;
     EXPECT_EQ(parseBitmap(file(headers, table + "\x10\x1F--"s)).values, (Values{11, 10, 11}));
     headers.bits = 8;
-    // After the end of the table the colour is black.
+    // An index past the end of the colour table is black.
     EXPECT_EQ(parseBitmap(file(headers, table + "\1\2\0-"s)).values, (Values{11, 0, 10}));
 }
 
@@ -145,7 +145,7 @@ TEST(PeerBitmapFile, isRejectedWithWrongHeaders)
         {"planes", &Headers::planes, 2},
         {"bits", &Headers::bits, 0},
         {"bits", &Headers::bits, 2},
-        {"bits", &Headers::bits, 8}, // no space for its table
+        {"bits", &Headers::bits, 8}, // no space for its colour table
         {"bits", &Headers::bits, 16},
         {"bits", &Headers::bits, 64},
         {"compression", &Headers::compression, 1},

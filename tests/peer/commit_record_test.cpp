@@ -7,9 +7,9 @@ using namespace std::string_literals;
 
 namespace {
 
-// Id 42, nine units, `C:\a.mcam`.
+// Id 42, length 9, `C:\a.mcam`.
 const std::string record42 = "\x2A\0\0\0\x09\0\0\0C\0:\0\\\0a\0.\0m\0c\0a\0m\0"s;
-// Id 4294967295, three units, `C:\`.
+// Id 4294967295, length 3, `C:\`.
 const std::string recordWithoutId = "\xFF\xFF\xFF\xFF\x03\0\0\0C\0:\0\\\0"s;
 
 void expectRecord(const std::string& bytes, std::uint32_t id, const std::wstring& file, size_t size)

@@ -15,7 +15,7 @@ using namespace testing_support;
 
 namespace {
 
-// Whether each stream that was closed was a null one.
+// For each closed stream, whether it was null.
 std::vector<bool> closedStreams;
 
 int __cdecl notedCloseStream(FILE* stream)

@@ -1,4 +1,4 @@
-// What the Companion does with the files that a host's lines announce, without its windows.
+// How the Companion processes the files announced by notices, without its windows.
 #include "peer/files.h"
 #include "standin/companion/app/announced_files.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr char nextQueue[] = "NCPATH|3|C:\\NEXT.NC|G\r\n";
 
-// What happens while the Companion looks at a program of a queue.
+// The queue file that is overwritten when the Companion checks an NC program, if not empty.
 std::wstring queueOfTheHost;
 std::vector<std::wstring> lookedAt;
 

@@ -1,4 +1,4 @@
-// The list of events, which keeps only the newest rows.
+// The event list, which keeps only the newest rows.
 #include "standin/companion/ui/list_view.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// How a committed file becomes a version: its names, its place in the index, its part.
+// How a committed file becomes a version: file names, index entry, part.
 #include "standin/companion/library/library_index.h"
 #include "standin/companion/library/version_plan.h"
 #include "standin/companion/library/working_copies.h"
@@ -142,7 +142,7 @@ TEST(PartOfCommit, isThePartSentWithTheId)
 {
     EXPECT_EQ(partOf(17, L"D:\\elsewhere.mcam"), 17);
     EXPECT_EQ(partOf(107, L"D:\\elsewhere.mcam"), 42);
-    EXPECT_EQ(partOf(4294967289, L"D:\\elsewhere.mcam"), 42); // -7
+    EXPECT_EQ(partOf(4294967289, L"D:\\elsewhere.mcam"), 42); // -7 as an unsigned id
 }
 
 TEST(PartOfCommit, isThePartWithTheIdAsNumber)

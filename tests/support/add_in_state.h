@@ -1,5 +1,5 @@
-// The values that the add-in keeps for the life of its process, for the tests that arrange or check
-// them. No other test reads or writes the add-in's variables.
+// Access to the add-in's process-wide variables for the tests that set or check them. No other test
+// reads or writes them.
 #pragma once
 
 #include "shared_state.h"
@@ -42,7 +42,7 @@ struct AddInState {
 
     static HWND messageWindow() { return torvapdm::messageWindow; }
     static void setMessageWindow(HWND window) { torvapdm::messageWindow = window; }
-    // The registered messages, 0 until they are registered.
+    // The registered messages; 0 until they are registered.
     static UINT openMessage() { return torvapdm::openMessage; }
     static UINT commitMessage() { return torvapdm::commitMessage; }
     static UINT getCheckedOutMessage() { return torvapdm::getCheckedOutMessage; }
@@ -52,10 +52,10 @@ struct AddInState {
     static void setCommandFile(HANDLE file) { torvapdm::commandFile = file; }
     static HANDLE listenerThread() { return torvapdm::listenerThread; }
     static bool isListenerStopped() { return torvapdm::listenerStopFlag != 0; }
-    static void stopListener() { torvapdm::listenerStopFlag = 1; } // after its present poll
+    static void stopListener() { torvapdm::listenerStopFlag = 1; } // after the current poll
     static void allowListener() { torvapdm::listenerStopFlag = 0; }
 
-    // Sets the values to what they start with, all but the handles and the window.
+    // Resets all values to their initial state, except the handles and the window.
     static void reset()
     {
         setRequestId(0);

@@ -8,10 +8,10 @@
 
 namespace testing_support {
 
-// The file's bytes; nothing when it cannot be opened. Shares the file fully.
+// Returns the file's bytes, or nothing if it cannot be opened. Opens it with all sharing rights.
 std::optional<std::string> readBytes(const std::wstring& path);
 
-// Replaces the file; ends the process with a message when that fails.
+// Replaces the file; exits with a message on failure.
 void writeBytes(const std::wstring& path, std::string_view bytes);
 
 std::string toUtf8(const std::wstring& text);
@@ -19,11 +19,11 @@ std::wstring fromUtf8(const std::string& text);
 
 using Lines = std::vector<std::wstring>;
 
-// The lines of a text, without their line ends; a last line without one counts.
+// Splits text into lines without line ends; an unterminated last line counts.
 Lines linesOf(const std::wstring& text);
-// How many lines contain the text.
+// The number of lines that contain the text.
 size_t count(const Lines& lines, const std::wstring& text);
-// The lines that start with the text, in their order.
+// The lines that start with the text, in order.
 Lines linesThatStart(const Lines& lines, const std::wstring& text);
 
 } // namespace testing_support

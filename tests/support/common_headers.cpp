@@ -1,1 +1,1 @@
-// A separate target for the precompiled headers of the tests.
+// Source file of the target that builds the tests' precompiled headers.

@@ -1,5 +1,5 @@
-// Plays the Companion: inside the test's process as far as the add-in looks for it, and as a
-// program that writes down how it was started.
+// Simulates the Companion: in the test's process, everything the add-in uses to detect it; and a
+// program in its place that records how it was started.
 #pragma once
 
 #include "support/installation.h"
@@ -11,7 +11,7 @@
 
 namespace testing_support {
 
-// The marks of a running Companion, taken away with this object.
+// Everything that indicates a running Companion; removed by the destructor.
 class CompanionDouble {
 public:
     CompanionDouble() = default;
@@ -19,7 +19,8 @@ public:
     CompanionDouble(const CompanionDouble&) = delete;
     CompanionDouble& operator=(const CompanionDouble&) = delete;
 
-    // Holds the semaphore, so that the Companion counts as running; false when it cannot be made.
+    // Holds the semaphore, so that the Companion appears to be running; false if it cannot be
+    // created.
     bool holdSemaphore(SECURITY_ATTRIBUTES* security = nullptr);
     // Shows a window with the instance property.
     HWND showWindow();
@@ -29,17 +30,18 @@ private:
     HWND window_ = nullptr;
 };
 
-// Puts a program in the Companion's place that writes down each of its starts.
+// Puts a program in the Companion's place that records each start.
 void recordCompanionStarts(const Installation& installation);
 
-// What it wrote, once it holds so many lines: how the window was to be shown, and the arguments.
+// The recorded starts, once there are at least this many: the show command of the window and the
+// arguments.
 std::vector<std::wstring> companionStarts(const Installation& installation, size_t count);
 
-// Opens the existing command file with all three sharing rights and writes the request in one
-// piece. False when the file does not exist or the write fails.
+// Opens the existing command file with all three sharing rights and writes the request with one
+// call. False if the file does not exist or the write fails.
 bool writeRequest(const std::wstring& commandFile, std::string_view request);
 
-// The bytes of an open request: mark, id, space, path, line feed.
+// The bytes of an open request: byte-order mark, id, space, path, line feed.
 std::string openRequest(int id, const std::string& path);
 
 } // namespace testing_support

@@ -1,4 +1,4 @@
-// The stand-in Companion's program with its library, put into an installation folder and started.
+// Installs and starts the stand-in Companion.
 #pragma once
 
 #include "support/bytes.h"
@@ -10,32 +10,32 @@
 
 namespace testing_support {
 
-// Copies the program and the library that it ships with into the installation folder.
+// Copies the program and the library it ships with into the installation folder.
 void installCompanionWithLibrary(const Installation& installation);
 
-// The one running instance, ended with its object.
+// The running instance; the destructor ends it.
 class CompanionProgram {
 public:
-    // Starts it with these words, or only makes its process. It is installed already.
+    // Starts it with these arguments, or creates it suspended. It must already be installed.
     explicit CompanionProgram(const Installation& installation, const std::wstring& words = L"",
                               bool isSuspended = false);
 
     const Process& process() const { return process_; }
 
-    // The event log, each line without its date and time.
+    // The event log, each line without date and time.
     Lines log() const;
-    // How many lines of the log contain the text.
+    // The number of log lines that contain the text.
     size_t count(const std::wstring& text) const;
-    // True once so many lines of the log contain the text.
+    // Waits until this many log lines contain the text; false on timeout.
     bool waitForLog(const std::wstring& text, size_t times = 1) const;
-    // The last line of the log that contains the text, or an empty one.
+    // The last log line that contains the text; empty if there is none.
     std::wstring lastLine(const std::wstring& text) const;
 
-    // The main window that carries the instance property, once it is there; null without one.
+    // Waits for the main window, found by its instance property; null on timeout.
     HWND waitForWindow() const;
 
-    // Starts the program a second time with these words and gives its exit code; waits until the
-    // running instance has its window.
+    // Waits until the running instance has its window, starts the program a second time with these
+    // arguments and returns that process's exit code.
     DWORD tell(const std::wstring& words) const;
 
 private:
@@ -43,7 +43,7 @@ private:
     Process process_;
 };
 
-// Starts the installed program with these words and gives its exit code.
+// Starts the installed program with these arguments and returns its exit code.
 DWORD startCompanion(const Installation& installation, const std::wstring& words);
 
 } // namespace testing_support

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <vector>
 #include <windows.h>
-// Needs the one above.
+// Must come after windows.h.
 #include <tlhelp32.h>
 
 namespace testing_support {
@@ -30,7 +30,7 @@ struct HandleTable {
 
 using QuerySystemInformation = LONG(WINAPI*)(ULONG kind, void* bytes, ULONG size, ULONG* needed);
 
-constexpr ULONG extendedHandleInformation = 64; // a kind that no header names
+constexpr ULONG extendedHandleInformation = 64; // not declared in any header
 
 QuerySystemInformation systemQuery()
 {
@@ -39,8 +39,7 @@ QuerySystemInformation systemQuery()
         reinterpret_cast<void*>(GetProcAddress(library, "NtQuerySystemInformation")));
 }
 
-// The committed memory that the process does not share. Its regions are walked, because not
-// every system fills in its counter.
+// Committed private memory. Adds up the regions, because not every system fills in its counter.
 size_t privateBytesOf(HANDLE process)
 {
     size_t bytes = 0;
@@ -54,7 +53,7 @@ size_t privateBytesOf(HANDLE process)
     return bytes;
 }
 
-// Makes objects until the system refuses one, destroys them and gives their number.
+// Creates objects until the system refuses one, destroys them and returns how many there were.
 template <class Make, class Destroy>
 int countUntilRefused(Make make, Destroy destroy)
 {

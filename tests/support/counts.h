@@ -1,16 +1,16 @@
-// What a process holds, and what the session can still make.
+// Counts of resources held by a process, and of objects the session can still create.
 #pragma once
 
 #include <cstddef>
 
 namespace testing_support {
 
-// How many handles a process has open, this one's if none is named; ends the test program with a
-// message when the system does not list them.
+// The number of open handles of a process (by default this one). Exits with a message if the system
+// does not list them.
 size_t countHandles();
 size_t countHandles(unsigned long processId);
 
-// How many threads a process has; 0 when there is no such process.
+// The number of threads of a process; 0 if the process does not exist.
 size_t countThreads(unsigned long processId);
 
 struct ProcessCounts {
@@ -19,11 +19,11 @@ struct ProcessCounts {
     size_t privateBytes = 0; // committed and not shared
 };
 
-// All 0 for a process that does not exist.
+// All 0 if the process does not exist.
 ProcessCounts countsOf(unsigned long processId);
 
-// How many pens and how many menus can be made until the system refuses one: fewer by each graphics
-// object, and by each menu or window, that is held. All of them are destroyed again.
+// How many pens and how many menus can be created until the system refuses one. The numbers drop
+// with every GDI object and every menu or window in use. All objects are destroyed again.
 int countFreeGraphicsObjects();
 int countFreeUserObjects();
 

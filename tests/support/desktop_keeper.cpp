@@ -1,6 +1,6 @@
-// Keeps Wine's desktop and services running between the programs that come and go: it holds a
-// hidden window until it is ended from outside. Without it each program would start them again, and
-// its caller would wait for them to end. Writes a line to its standard output once it exists.
+// Keeps Wine's desktop and services running between programs: holds a hidden window until the
+// process is ended from outside. Without it, each program would start them again and its caller
+// would wait for them to exit. Writes a line to standard output once the window exists.
 #include <windows.h>
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)

@@ -1,4 +1,4 @@
-// The library's entry point that draws a tool, as a program finds it by its name.
+// DrawTool, the library's exported function, found by name.
 #pragma once
 
 #include <bit>
@@ -12,7 +12,7 @@ using DrawToolEntry = int (*)(std::uint32_t width, std::uint32_t height, std::ui
                               double fluteLength, double shoulderLength, double overallLength,
                               double shankDiameter, std::int32_t imageId);
 
-// Null when the library is missing or has no such entry point.
+// Null if the library is missing or does not export it.
 inline DrawToolEntry drawToolEntry(HMODULE library)
 {
     return std::bit_cast<DrawToolEntry>(library ? GetProcAddress(library, "DrawTool") : nullptr);

@@ -1,5 +1,5 @@
-// A test that holds the add-in's own code in its process, between the stand-in host's libraries and
-// its own installation folder.
+// Fixture for tests that run the add-in's code in process, with the stand-in host's libraries and a
+// separate installation folder.
 #pragma once
 
 #include "control.h"
@@ -16,15 +16,15 @@ protected:
     HostFixture();
     ~HostFixture() override;
 
-    // The trace since the fixture was made or this was called last.
+    // The trace lines since the fixture was created or since the last call.
     Lines newTrace();
-    // The same, once it has at least so many lines; fewer when they do not arrive within the time.
+    // The same, but waits until there are at least this many lines; returns fewer on timeout.
     Lines newTrace(size_t count);
 
-    // Writes an empty part file into the installation folder and gives its path.
+    // Creates an empty part file in the installation folder and returns its path.
     std::wstring makePart(const std::wstring& name = L"part.mcam");
 
-    // The debug log's bytes, empty when there is none.
+    // The debug log's bytes; empty if there is no log.
     std::string debugLogText() const;
 
     Installation installation;

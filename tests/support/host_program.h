@@ -1,4 +1,4 @@
-// The stand-in host's program with the add-in that ships, started for one test.
+// Starts the stand-in host with the shipped add-in for one test.
 #pragma once
 
 #include "support/bytes.h"
@@ -12,8 +12,8 @@ namespace testing_support {
 
 class HostProgram {
 public:
-    // Starts the host with this script (lines with line ends), tracing into the installation folder
-    // under this name.
+    // Starts the host with this script (lines with line ends). It writes its trace to a file with
+    // this name in the installation folder.
     explicit HostProgram(const Installation& installation, const std::string& script,
                          const std::wstring& name = L"host");
 
@@ -21,17 +21,17 @@ public:
     std::wstring commandFile() const { return installation_.commandFile(process_.id()); }
 
     Lines trace() const;
-    // True once a line of the trace contains the text.
+    // Waits until a line of the trace contains the text; false on timeout.
     bool waitForTrace(const std::wstring& text) const;
-    // True once the command file exists: the add-in is open.
+    // Waits until the command file exists, that is, until the add-in is open; false on timeout.
     bool waitForCommandFile() const;
-    // The top-level window that carries the host-instance property, or null.
+    // The top-level window with the host-instance property, or null.
     HWND window() const;
 
-    // Chooses the command of the host's menu with this number, once the add-in is open.
+    // Sends this command id of the host's menu, once the add-in is open.
     void command(unsigned number) const;
-    // Sends the add-in an event out of the host's menu. True once its line is there: everything
-    // that was posted to the host's user-interface thread before has then had its turn.
+    // Sends the add-in an event with a command of the host's menu and waits for its trace line. All
+    // messages posted to the host's UI thread before have been processed by then. False on timeout.
     bool sendEvent(int code) const;
 
 private:
@@ -43,7 +43,7 @@ private:
     Process process_;
 };
 
-// The lines that come from the listener's thread.
+// The trace lines written by the listener thread.
 Lines fromOtherThreads(const Lines& lines);
 
 } // namespace testing_support

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <windows.h>
-// Needs the one above.
+// Must come after windows.h.
 #include <tlhelp32.h>
 
 namespace testing_support {
@@ -85,8 +85,9 @@ void endProcess(DWORD processId)
     CloseHandle(process);
 }
 
-// A Companion that the add-in has started through the shell has no parent here; left running, it
-// would hold its port and its semaphore against the tests that follow.
+// Ends all programs in the folder. A Companion that the add-in started through the shell is not a
+// child process; if it kept running, it would hold its port and semaphore during the following
+// tests.
 void endProgramsIn(const std::wstring& folder)
 {
     const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
@@ -130,7 +131,7 @@ Installation::Installation(Registry registry) : Installation(registry, freshFold
 Installation::Installation(Registry registry, const std::wstring& root)
     : registry_(registry), root_(root)
 {
-    removeFolder(root_); // a process that was ended may have left its own under the same number
+    removeFolder(root_); // a terminated process with the same id may have left a folder
     for (const wchar_t* folder : {L"cfg", L"sys", L"temp", L"tmp", L"commit"})
         std::filesystem::create_directories(path(folder));
     if (registry == Registry::ofThisProcess)
@@ -143,7 +144,7 @@ Installation::~Installation()
     endProgramsIn(root_);
     if (registry_ == Registry::ofTheUser)
         RegDeleteKeyW(HKEY_CURRENT_USER, companionKey);
-    if (!_wfreopen(L"NUL", L"r", stdin)) // closes a file that replaced it
+    if (!_wfreopen(L"NUL", L"r", stdin)) // also closes the file opened by feedStandardInput
         std::exit(99);
     removeFolder(root_);
 }
@@ -175,7 +176,7 @@ std::wstring programFolder()
 
 void removeFolder(const std::wstring& path)
 {
-    removeBelow(LR"(\\?\)" + path); // which also takes paths that the standard library cannot
+    removeBelow(LR"(\\?\)" + path); // also allows paths that std::filesystem cannot handle
 }
 
 } // namespace testing_support

@@ -1,4 +1,4 @@
-// An installation folder of the Companion for one test.
+// A temporary installation folder of the Companion for one test.
 #pragma once
 
 #include <string>
@@ -6,18 +6,18 @@
 
 namespace testing_support {
 
-// Where the installation folder is written down.
+// Where the installation folder is registered.
 enum class Registry {
-    ofThisProcess, // only this process sees it: for tests that hold the add-in themselves
-    ofTheUser      // every process sees it: for tests that start the programs
+    ofThisProcess, // visible only in this process: for tests that run the add-in in process
+    ofTheUser      // visible to every process: for tests that start the programs
 };
 
-// A fresh folder with the Companion's subfolders, registered as the installation folder. Removed,
-// folder and registry value, when it goes out of scope.
+// A new folder with the Companion's subfolders, registered as the installation folder. The
+// destructor removes the folder and the registry value.
 class Installation {
 public:
     explicit Installation(Registry registry = Registry::ofThisProcess);
-    // At this place, for a test whose paths have to be the same in every run.
+    // Uses this path; for tests whose paths must be the same in every run.
     Installation(Registry registry, const std::wstring& root);
     ~Installation();
     Installation(const Installation&) = delete;
@@ -28,9 +28,9 @@ public:
     std::wstring path(const std::wstring& below) const { return root_ + L'\\' + below; }
     // The command file of a host process.
     std::wstring commandFile(unsigned long processId) const;
-    // Puts a program where the Companion's is expected.
+    // Copies a program to the path of the Companion's executable.
     void installCompanion(const std::wstring& program) const;
-    // Replaces this process's standard input by this text, and by nothing.
+    // Makes `text` the whole standard input of this process.
     void feedStandardInput(std::string_view text) const;
     void endStandardInput() const { feedStandardInput(""); }
 
@@ -39,16 +39,16 @@ private:
     std::wstring root_;
 };
 
-// Writes this folder down as the installation folder, in place of an installation's own.
+// Registers this folder as the installation folder, replacing an existing value.
 void registerInstallation(const std::wstring& folder);
 
-// Gives this process an empty current-user registry for the rest of its life.
+// Gives this process an empty HKEY_CURRENT_USER until it exits.
 void useEmptyRegistry();
 
-// The folder of the running test program, with a separator at its end.
+// The folder of the running test program, with a trailing separator.
 std::wstring programFolder();
 
-// Removes a folder and everything below it.
+// Removes a folder and its contents.
 void removeFolder(const std::wstring& path);
 
 } // namespace testing_support

@@ -14,7 +14,7 @@ Process::Process(std::wstring commandLine, bool isSuspended, HANDLE output, HAND
     start.dwFlags = output ? STARTF_USESTDHANDLES : 0;
     start.hStdOutput = output;
     start.hStdError = errors;
-    // A start can be refused for a moment while another process of the program is ending.
+    // Starting can fail briefly while another process of the same program is ending.
     const auto started = [&] {
         return CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, output != nullptr,
                               isSuspended ? CREATE_SUSPENDED : 0, nullptr, nullptr, &start,

@@ -1,4 +1,4 @@
-// Processes that a test starts.
+// Starts and ends processes.
 #pragma once
 
 #include <optional>
@@ -7,12 +7,12 @@
 
 namespace testing_support {
 
-// A started process. One that still runs when this goes out of scope is ended.
+// A started process. The destructor ends it if it is still running.
 class Process {
 public:
-    // Starts the command line without a console and without standard input; ends the test program
-    // with a message when that fails. One that starts suspended does nothing until it is resumed.
-    // It inherits the two handles, where there are any, as its standard output and error.
+    // Starts the command line without a console and without standard input; exits with a message on
+    // failure. A suspended process does nothing until it is resumed. It inherits the two handles,
+    // if given, as its standard output and error.
     explicit Process(std::wstring commandLine, bool isSuspended = false, HANDLE output = nullptr,
                      HANDLE errors = nullptr);
     ~Process();
@@ -22,7 +22,8 @@ public:
     DWORD id() const { return information_.dwProcessId; }
     bool isRunning() const { return WaitForSingleObject(information_.hProcess, 0) == WAIT_TIMEOUT; }
     void resume() const { ResumeThread(information_.hThread); }
-    // The exit code; nothing when the process still runs after so long. Runs the message loop.
+    // The exit code; nothing if the process is still running after the timeout. Runs the message
+    // loop.
     std::optional<DWORD> waitForExit() const;
     void end();
 
@@ -30,7 +31,7 @@ private:
     PROCESS_INFORMATION information_{};
 };
 
-// The argument in double quotes.
+// Puts the argument in double quotes.
 inline std::wstring quoted(const std::wstring& argument)
 {
     return L'"' + argument + L'"';

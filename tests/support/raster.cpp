@@ -48,7 +48,7 @@ std::optional<Raster> readBitmapFile(std::string_view bytes)
         return std::nullopt;
     Raster picture(form->width, form->height);
     const auto size = static_cast<std::uint32_t>(bytes.size());
-    // The sizes of the file, of both headers together and of the second one.
+    // The sizes of the file, of both headers together, and of the second header.
     const std::uint32_t fields[] = {size, 0, headerSize, 40};
     if (size != headerSize + 4 * picture.pixels.size() ||
         std::memcmp(bytes.data() + 2, fields, sizeof fields) != 0)

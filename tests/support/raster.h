@@ -1,4 +1,4 @@
-// Pictures as plain pixels, for the tests.
+// Pixel buffers for picture tests.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +22,11 @@ struct Raster {
     std::uint32_t at(int x, int y) const;
 };
 
-// The picture in the bytes of a bitmap file; nothing when they are no bitmap file of 32 bits a
-// pixel, plain, rows from the bottom up, with a zero in each pixel's fourth byte.
+// The picture in a bitmap file; nothing unless it is an uncompressed, bottom-up bitmap of 32 bits
+// per pixel with 0 in each pixel's fourth byte.
 std::optional<Raster> readBitmapFile(std::string_view bytes);
 
-// The first few pixels in which two pictures differ, as text; empty when they are the same.
+// The first few pixels that differ between two pictures, as text; empty if they are equal.
 std::string differences(const Raster& expected, const Raster& seen);
 
 } // namespace testing_support

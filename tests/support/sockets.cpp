@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
-// Needs the sockets' header first.
+// Must come after the socket headers.
 #include <iphlpapi.h>
 
 namespace testing_support {
@@ -31,7 +31,7 @@ bool connects(const peer::OwnSocket& socket, const sockaddr_in& address)
     return connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
-// True when the socket has something to take within the time.
+// True if the socket becomes readable before the timeout.
 bool isReadable(const peer::OwnSocket& socket, unsigned milliseconds)
 {
     fd_set sockets;
@@ -42,7 +42,7 @@ bool isReadable(const peer::OwnSocket& socket, unsigned milliseconds)
     return select(0, &sockets, nullptr, nullptr, &time) > 0;
 }
 
-// A table of the system's, as large as it has become by the time it is read.
+// Reads a system table, retrying until the buffer is large enough.
 template <class Table, class Read>
 std::vector<BYTE> tableOf(const Read& read)
 {
@@ -69,7 +69,7 @@ void addPorts(std::set<unsigned>& ports, const Read& read, Port portOf)
 LineReceiver::LineReceiver()
 {
     const sockaddr_in address = companionsAddress();
-    // The sockets of a program that was just ended may stay open for a moment.
+    // The sockets of a program that has just ended may stay open briefly.
     const bool isListening = waitUntil([&] {
         listening_ = newSocket();
         return bind(listening_.get(), reinterpret_cast<const sockaddr*>(&address),

@@ -1,4 +1,4 @@
-// Both ends of the line protocol on port 4559, and the ports that are open.
+// Both ends of the notice protocol on port 4559, and the list of open ports.
 #pragma once
 
 #include "peer/notice_port.h"
@@ -12,17 +12,17 @@ namespace testing_support {
 
 using Sockets = peer::SocketsLibrary;
 
-// Plays the Companion's end: listens on the loopback address.
+// Simulates the Companion's end: listens on the loopback address.
 class LineReceiver {
 public:
-    // Ends the test program with a message when the port stays taken.
+    // Exits with a message if the port stays in use.
     LineReceiver();
 
-    // All bytes of the next connection, up to its end; nothing when none arrives within the time.
+    // All bytes of the next connection until it is closed; nothing on timeout.
     std::optional<std::string> nextConnection() const;
-    // True when no connection waits.
+    // True if no connection is waiting.
     bool isIdle() const;
-    // Closes the next connection unread; false when none arrives within the time.
+    // Closes the next connection without reading it; false on timeout.
     bool hangUpOnNext() const;
 
 private:
@@ -35,15 +35,15 @@ private:
 // The Companion's address on the loopback interface, port 4559.
 sockaddr_in companionsAddress();
 
-// Plays the add-in's end: one connection to the Companion. Needs `Sockets`.
+// Simulates the add-in's end: one connection to the Companion. Requires `Sockets`.
 class Client {
 public:
-    // `localAddress`: one of the machine's own.
+    // `localAddress`: one of this computer's own addresses.
     explicit Client(const char* localAddress = "127.0.0.1");
 
     bool isConnected() const { return isConnected_; }
     bool sendBytes(const std::string& bytes) const;
-    // True once the Companion has closed its end.
+    // Waits until the Companion has closed its end; false on timeout.
     bool waitForEnd() const;
 
 private:
@@ -51,14 +51,14 @@ private:
     bool isConnected_ = false;
 };
 
-// One connection that carries these bytes; true when they were sent.
+// Sends these bytes over a new connection; true on success.
 bool sendToCompanion(const std::string& bytes);
 
-// The error of a connection to this port of the local computer, 0 for none. Needs `Sockets`.
+// Connects to this port of the local computer and returns the error, or 0. Requires `Sockets`.
 int connectTo(unsigned short port);
 
-// The ports that any process has open to others: those it listens on over TCP and those it is bound
-// to over UDP, of both versions of the internet protocol.
+// The ports open on this computer: TCP ports in the listening state and bound UDP ports, for IPv4
+// and IPv6.
 std::set<unsigned> openPorts();
 
 } // namespace testing_support

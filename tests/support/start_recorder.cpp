@@ -1,5 +1,5 @@
-// Appends to "starts.txt" next to itself, in UTF-8, a line for each start: how its window was to be
-// shown, a space, and the command line after the program's name.
+// Appends a UTF-8 line to "starts.txt" in its own folder for each start: the show command of the
+// window, a space, and the command line after the program's name.
 #include <string>
 #include <windows.h>
 

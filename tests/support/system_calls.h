@@ -1,21 +1,20 @@
-// Redirects system calls of the code under test, which is part of the test program, to functions of
-// the test: they record the order and the arguments, and return what the system would not.
+// Redirects system calls of the code under test, which is linked into the test program, to
+// functions of the test. These record the order and the arguments, or return errors.
 #pragma once
 
 #include "application/imports.h"
 
 namespace testing_support {
 
-// The system's own function, also while the program's calls of it are redirected. The first
-// argument only gives the type.
+// The system's original function, even while calls are redirected. The first argument only
+// determines the type.
 template <class Function>
 Function* systems(Function*, const char* name, const wchar_t* library = L"kernel32.dll")
 {
     return std::bit_cast<Function*>(GetProcAddress(GetModuleHandleW(library), name));
 }
 
-// Redirects this program's calls of the system's function to the one at `to`, for the rest of the
-// process's life.
+// Redirects this program's calls of the system function to `to` until the process exits.
 template <class Function>
 void redirectCalls(Function* function, const char* name, Function* to,
                    const wchar_t* library = L"kernel32.dll")

@@ -1,7 +1,7 @@
-// Plays the Companion that has the add-in draw its tools: loads the library next to it and
-// calls DrawTool for a tool of every kind. For each picture a line goes to the standard output: the
-// file's name and then, each after a bar, the lines that describe it. Ends with 1 when the
-// library cannot be loaded.
+// Draws tools in the same way as the Companion: loads the library in its own folder and calls
+// DrawTool for a tool of every kind. For each picture it writes a line to standard output: the
+// file's name and the lines that describe it, separated by bars. Exits with 1 if the library cannot
+// be loaded.
 //
 //   toolimage-2.bmp|2  bull nose end mill|dia. 20, shank 16|flutes 30, length 80|radius 4
 #include "support/draw_tool_entry.h"

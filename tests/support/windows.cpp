@@ -89,7 +89,7 @@ SystemDialogs::~SystemDialogs()
     UnhookWindowsHookEx(hook_);
 }
 
-// A message-only window: it receives only what is posted to it.
+// A message-only window: it receives only messages posted to it.
 WatchedMessageWindow::WatchedMessageWindow()
     : replaced_(AddInState::messageWindow()),
       window_(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr,

@@ -1,4 +1,4 @@
-// Windows that tests look for, watch or close.
+// Finds, observes and closes windows.
 #pragma once
 
 #include <string>
@@ -7,22 +7,22 @@
 
 namespace testing_support {
 
-// The process's first top-level window that carries the property; null when it has none.
+// The process's first top-level window with the property, or null.
 HWND windowWithProperty(DWORD processId, const wchar_t* property);
 
-// The window with this title once it is there; null without one.
+// Waits for the window with this title; null on timeout.
 HWND waitForWindowTitled(const std::wstring& title);
 
-// What the window of the tools says its picture is.
+// The picture description shown in the tools window.
 std::wstring shownPicture(HWND window);
 
-// Presses the key in the window's first list, which selects another row.
+// Presses the key in the window's first list to select another row.
 void selectWith(WPARAM key, HWND window);
 
-// The rows of the window's n-th list, from 0.
+// The number of rows in the window's n-th list, counted from 0.
 LRESULT rowsOfList(HWND window, int number);
 
-// While it lives, dialogs that appear on this thread are closed with OK at once.
+// While it exists, dialogs that appear on this thread are closed with OK immediately.
 class SystemDialogs {
 public:
     SystemDialogs();
@@ -34,7 +34,7 @@ private:
     HHOOK hook_;
 };
 
-// Takes the message window's place for as long as it lives and remembers what was posted.
+// While it exists, replaces the message window and records the messages posted to it.
 class WatchedMessageWindow {
 public:
     WatchedMessageWindow();
@@ -42,7 +42,7 @@ public:
     WatchedMessageWindow(const WatchedMessageWindow&) = delete;
     WatchedMessageWindow& operator=(const WatchedMessageWindow&) = delete;
 
-    // The numbers of the messages that have arrived with both parameters 0. Runs the message loop.
+    // Ids of the messages received with wParam and lParam 0. Runs the message loop.
     const std::vector<UINT>& arrived() const;
 
 private:

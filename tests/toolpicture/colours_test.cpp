@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint32_t everyColour = 1 << 24;
 
-// A colour, its model value and what comes back of it.
+// A colour, its HLS value, and the colour converted back from it.
 struct Conversion {
     Colour colour;
     PackedHls hls;
@@ -95,7 +95,7 @@ TEST(RgbToHls, ignoresTheFourthByte)
 
 TEST(HueValue, risesAndFallsAroundTheCircle)
 {
-    // From 0 to 1 in steps of 51, by the degree.
+    // Input angles are in degrees.
     EXPECT_EQ(hueValue(0, 1, 0), 0);
     EXPECT_EQ(hueValue(0, 1, 12), 51);
     EXPECT_EQ(hueValue(0, 1, 60), 255);
@@ -137,9 +137,9 @@ TEST(AdjustHls, isRightForEveryPercentage)
 
 TEST(AdjustHls, keepsTheLowEightBits)
 {
-    // Lightness 8 and twice the 247 to 255 are 502, of which 246 is kept.
+    // 8 + 2 x (255 - 8) = 502, whose low byte is 246 (0xF6).
     EXPECT_EQ(adjustHls(0x080808, 200, 0), 0xF6F6F6u);
-    // Twice its own lightness below 0: -8 is 248.
+    // 8 - 2 x 8 = -8, whose low byte is 248 (0xF8).
     EXPECT_EQ(adjustHls(0x080808, -200, 0), 0xF8F8F8u);
     constexpr int lowest = std::numeric_limits<int>::min();
     constexpr int highest = std::numeric_limits<int>::max();

@@ -11,7 +11,7 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 
-// A tool that needs no guard.
+// A tool whose arguments the guards leave unchanged.
 ToolArguments plainTool(std::uint32_t toolType = 7)
 {
     return {100, 200, toolType, 10, 3, 20, 15, 25, 60, 8};
@@ -30,7 +30,7 @@ ToolDimensions dimensionsOf(const ToolArguments& tool)
     return toolDimensions(guardedArguments(tool));
 }
 
-// A value of one argument, and what becomes of it.
+// An argument's value before and after its guard.
 struct Guard {
     Field field;
     double value;
@@ -64,7 +64,7 @@ const Guard guards[] = {
     {&ToolArguments::shankDiameter, 0.5, 0.5},
 };
 
-// What a kind makes of a radius of 3 and an angle of 20, with flutes of 15 and a shoulder of 25.
+// Expected dimensions per kind for radius 3, angle 20, flute length 15 and shoulder length 25.
 struct Kind {
     std::uint32_t toolType;
     bool isPointed;
@@ -106,7 +106,7 @@ TEST(ToolArguments, areGuardedOneByOne)
 
 TEST(ToolArguments, areGuardedInTheirOrder)
 {
-    // Each guard sees what those before it have made.
+    // Each guard uses the results of the previous guards.
     ToolArguments tool = plainTool();
     tool.diameter = -1;
     tool.fluteLength = -1;

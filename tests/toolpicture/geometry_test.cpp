@@ -8,7 +8,7 @@ using namespace torvapdm;
 
 namespace {
 
-// A flat tool without a taper: its scale comes from the longer of the two.
+// A flat tool without a taper. The larger argument determines the scale.
 ToolDimensions toolOf(double totalLength, double drawnWidth, double diameter = 10)
 {
     ToolDimensions tool{};
@@ -20,7 +20,7 @@ ToolDimensions toolOf(double totalLength, double drawnWidth, double diameter = 1
     return tool;
 }
 
-// With so wide a shank a pixel is 0.216 units, whatever the length below 200.
+// The shank width of 200 fixes the scale at 0.216 units per pixel for lengths up to 200.
 int capHalfOf(double totalLength)
 {
     return toolGeometry(toolOf(totalLength, 200), {1000, 1000}).capHalf;
@@ -97,28 +97,29 @@ TEST(ToolGeometry, truncatesHalfWidthsToPixels)
     tool.drawnWidth = 20;
     const ToolGeometry at = toolGeometry(tool, {100, 100});
     EXPECT_DOUBLE_EQ(at.scale, 1.08);
-    EXPECT_EQ(at.diameterHalf, 4); // 4.63
-    EXPECT_EQ(at.fluteHalf, 7);    // 7.41
-    EXPECT_EQ(at.shankHalf, 9);    // 9.26
+    EXPECT_EQ(at.diameterHalf, 4); // truncated from 4.63
+    EXPECT_EQ(at.fluteHalf, 7);    // truncated from 7.41
+    EXPECT_EQ(at.shankHalf, 9);    // truncated from 9.26
     EXPECT_EQ(toolGeometry(tool, {101, 100}).centreColumn, 50);
 }
 
 TEST(TipRow, isATwentiethBelowTheToolsLength)
 {
     const ToolDimensions tool = toolOf(100, 20);
-    EXPECT_EQ(toolGeometry(tool, {100, 219}).tipRow, 102); // 92.59 + 10
+    EXPECT_EQ(toolGeometry(tool, {100, 219}).tipRow, 102); // 92.59 + 10, truncated
     EXPECT_EQ(toolGeometry(tool, {100, 220}).tipRow, 103);
     EXPECT_EQ(toolGeometry(tool, {100, 239}).tipRow, 103);
 }
 
 TEST(Cap, isHalfAsWideAsTheLength)
 {
-    EXPECT_EQ(capHalfOf(0), 4);     // 2 / 0.432
+    // Width in units; half of it in pixels is width / 0.432.
+    EXPECT_EQ(capHalfOf(0), 4);     // 2
     EXPECT_EQ(capHalfOf(4), 4);     // 2
     EXPECT_EQ(capHalfOf(5), 5);     // 2.5
-    EXPECT_EQ(capHalfOf(20), 23);   // 10, which is not above 10
-    EXPECT_EQ(capHalfOf(20.2), 69); // 10.1 becomes 30
-    EXPECT_EQ(capHalfOf(59.8), 69); // 29.9 becomes 30
+    EXPECT_EQ(capHalfOf(20), 23);   // 10
+    EXPECT_EQ(capHalfOf(20.2), 69); // 10.1, replaced by 30
+    EXPECT_EQ(capHalfOf(59.8), 69); // 29.9, replaced by 30
     EXPECT_EQ(capHalfOf(60), 69);   // 30
     EXPECT_EQ(capHalfOf(62), 71);   // 31
     EXPECT_EQ(capHalfOf(100), 115);
@@ -132,8 +133,8 @@ TEST(Cap, endsFivePixelsInsideThePicture)
 
 TEST(Cap, hasALowerBoundInANarrowPicture)
 {
-    // 10 pixels wide: half of them less 5 is 0. A cap of 30 units would be wider than the picture
-    // and becomes 10 / 1.2, which is less than two pixels.
+    // The upper bound is 10 / 2 - 5 = 0. A cap of 30 units is too wide for the picture and is cut
+    // to 10 / 1.2 units; half of that is below the minimum of 2 pixels, which takes precedence.
     EXPECT_EQ(toolGeometry(toolOf(20.2, 10), {10, 10}).capHalf, 2);
     EXPECT_EQ(toolGeometry(toolOf(70, 10), {10, 10}).capHalf, 0);
     EXPECT_EQ(toolGeometry(toolOf(70, 70), {1, 100}).capHalf, 2);

@@ -45,17 +45,16 @@ Texts operator+(Texts first, const Texts& second)
     return first;
 }
 
-// The last moves, those after the shoulder.
+// The moves from index `beforeEnd` on, usually those after the shoulder.
 Texts endOf(const ToolDimensions& tool, const ToolGeometry& at, size_t beforeEnd)
 {
     const Texts all = movesOf(tool, at);
     return Texts(all.begin() + static_cast<std::ptrdiff_t>(beforeEnd), all.end());
 }
 
-// Two units a pixel, centre column 50; shank of 8, flutes of 12 and tip row 80.
+// Two units per pixel, centre column 50, shank half-width 8, flute half-width 12, tip row 80.
 const ToolGeometry geometry = {2.0, 50, 20, 8, 12, 12, 80};
 
-// Overall 140.8 units, shoulder 61.9, flutes 41.
 ToolDimensions flatTool()
 {
     ToolDimensions tool{};
@@ -127,7 +126,7 @@ TEST(Outline, endsAPointedToolAtItsLength)
     tool.isPointed = true;
     tool.pointLength = 21;
     tool.radius = 10;
-    // Row 54 and 20.5, row 74 and 10.5: not the row that its total length would give.
+    // 54 + 20.5 gives row 74, and 74 + 10.5 gives row 84; the tip row (80) is not used.
     EXPECT_EQ(endOf(tool, geometry, movesBeforeEnd),
               (Texts{"line 38,74", "line 50,84", "line 50,84"}));
 }
@@ -167,15 +166,15 @@ TEST(Outline, hollowsAReversedCorner)
 
 TEST(Outline, roundsTheCornerOfATaperedTool)
 {
-    // The radius of 11 is kept: 5 pixels. The arc ends 5.5 x tan 25 = 2.56, so 2, pixels inside the
-    // diameter, and starts 2 x sin 40 outside it and 2 x cos 40 above the tip.
+    // The radius of 11 units is 5 pixels. The arc ends 5.5 x tan 25 = 2.56, truncated to 2, pixels
+    // inside the diameter. It starts 2 x sin 40 outside the diameter and 2 x cos 40 above the tip.
     EXPECT_EQ(endOf(taperedTool(11, 10), geometry, movesBeforeEnd),
               (Texts{"arc-to 35,71 45,81 from 37,79 to 40,80", "line 50,80"}));
 }
 
 TEST(Outline, boundsATaperedCornerByItsTaper)
 {
-    // 48 / (2 x tan 45) = 24 units are 12 pixels; with a taper of 10 units tan 40 allows 28.6.
+    // The maximum is 48 / (2 x tan 45) = 24 units, and 48 / (2 x tan 40) = 28.6 for taper 10.
     EXPECT_EQ(endOf(taperedTool(1000, 0.0011), geometry, movesBeforeEnd)[0],
               "arc-to 31,57 55,81 from 35,77 to 43,80");
     EXPECT_EQ(endOf(taperedTool(1000, 10), geometry, movesBeforeEnd)[0],
@@ -207,7 +206,7 @@ TEST(Outline, ignoresATaperedReversedCorner)
 TEST(Outline, omitsATaperedArcWithoutAPixel)
 {
     ToolDimensions tool = taperedTool(4, 10);
-    tool.angle = 60; // 2 x tan 15 is 0.54
+    tool.angle = 60; // 2 x tan 15 = 0.54 pixels
     EXPECT_EQ(endOf(tool, geometry, movesBeforeEnd), Texts{"line 50,80"});
 }
 

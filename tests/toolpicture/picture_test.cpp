@@ -59,7 +59,7 @@ protected:
     }
     std::string bytes(int imageId) const { return readBytes(path(imageId)).value_or("none"); }
 
-    // The picture that the add-in draws; a picture of no pixel when there is none.
+    // The picture drawn by the add-in, or an empty raster.
     Raster drawn(const ToolArguments& tool) const
     {
         constexpr int imageId = 1;
@@ -67,7 +67,7 @@ protected:
         drawTool(tool, imageId);
         return readBitmapFile(bytes(imageId)).value_or(Raster());
     }
-    // A tool without a picture leaves the one of an earlier tool as it is.
+    // Expects that an existing picture file remains unchanged.
     void expectNoPicture(const ToolArguments& tool) const
     {
         constexpr int imageId = 2;
@@ -81,7 +81,7 @@ protected:
     const ToolArguments endMill = toolOf(7, {10, 0, 0, 20, 30, 60, 8});
 };
 
-constexpr std::uint32_t kinds = 17; // 0 and those from 15 on are unknown
+constexpr std::uint32_t kinds = 17; // 0, 15 and 16 are unknown
 
 std::vector<std::uint32_t> rowOf(const Raster& picture, int y, int columns)
 {
@@ -91,15 +91,15 @@ std::vector<std::uint32_t> rowOf(const Raster& picture, int y, int columns)
     return row;
 }
 
-// Rows that are alike, and their left half with the centre column.
+// A range of identical rows, and the pixels of their left half including the centre column.
 struct GoldenRows {
     int first;
     int last;
     std::vector<std::uint32_t> pixels;
 };
 
-// An end mill of 24 x 40 pixels, 1.8 units each: six rows of cap, ten of shank, six of shoulder and
-// three of flutes, above the background.
+// An end mill of 24 x 40 pixels at 1.8 units per pixel: 6 rows of cap, 10 of shank, 6 of shoulder,
+// 3 of flutes, then background.
 const GoldenRows goldenEndMill[] = {
     {0,
      0,
@@ -143,8 +143,8 @@ const GoldenRows goldenEndMill[] = {
       0xE2B257, 0xE1B560, 0xE1B86A, 0xE2BC73}},
 };
 
-// The section that a pixel, 0x00BBGGRR, belongs to, by which of its parts is the greatest: `c`ap,
-// `s`hank, `h` for the shoulder, `f`lutes, `.` for the background.
+// The section of a 0x00BBGGRR pixel, determined by comparing its components: `c` cap, `s` shank,
+// `h` shoulder, `f` flutes, `.` background.
 char sectionOf(std::uint32_t pixel)
 {
     const int red = pixel & 0xFF, green = pixel >> 8 & 0xFF, blue = pixel >> 16 & 0xFF;
@@ -157,8 +157,8 @@ char sectionOf(std::uint32_t pixel)
     return red == green ? 'f' : '.';
 }
 
-// The left half with the centre column, a text each for the rows; rows that are alike are given
-// once, after their number.
+// The sections of the left half including the centre column, one string per run of equal rows,
+// prefixed with the number of rows.
 std::vector<std::string> shapeOf(const Raster& picture)
 {
     std::vector<std::string> rows;
@@ -366,8 +366,8 @@ TEST_F(ToolPicture, repeatsItsRowsBetweenTheMarks)
 {
     const Raster picture = drawn(endMill);
     ASSERT_EQ(picture.height, 200);
-    // The cap has a row for each of its slanting pixels and one for the shank's edge; then one for
-    // each of shank, shoulder, flutes and background.
+    // The cap has six different rows: one per step of its slope and one at the shank's edge. Shank,
+    // shoulder, flutes and background have one each.
     std::set<std::vector<std::uint32_t>> rows;
     for (int y = 0; y < picture.height; ++y)
         rows.insert(rowOf(picture, y, picture.width));
@@ -433,8 +433,7 @@ TEST_F(ToolPicture, isRefusedForAnInfiniteOrNaNLength)
 
 TEST_F(ToolPicture, isRefusedForAnUndrawableCorner)
 {
-    // A corner of a hundred metres on a tool of some millimetres, which its angle keeps from being
-    // cut to half the diameter.
+    // With a tip angle, the corner radius of kind 3 is not limited to half the diameter.
     for (const double radius : {1e5, 1e9, 1e300})
         expectNoPicture(toolOf(3, {2, radius, 0.01, 0.01, 0.01, 0.01, 2}));
 }
@@ -455,8 +454,8 @@ TEST_F(ToolPicture, ignoresValuesItsKindDoesNotUse)
             for (const double angle : {0.0, 30.0})
                 EXPECT_TRUE(isLikeUsual(pointed, 1, odd, angle)) << pointed << ", " << odd;
     }
-    EXPECT_TRUE(isLikeUsual(6, 3, noNumber)); // a kind without flutes
-    EXPECT_TRUE(isLikeUsual(3, 4, noNumber)); // a kind without a shoulder
+    EXPECT_TRUE(isLikeUsual(6, 3, noNumber)); // kind 6 ignores the flute length
+    EXPECT_TRUE(isLikeUsual(3, 4, noNumber)); // kind 3 ignores the shoulder length
 }
 
 TEST_F(ToolPicture, isNamedByItsNumber)
@@ -514,7 +513,7 @@ TEST_F(ToolPicture, isRightOrMissingWithoutResources)
     }
     for (const HPEN pen : all)
         DeleteObject(pen);
-    EXPECT_GE(free, 5); // two bitmaps, two contexts and a pen
+    EXPECT_GE(free, 5); // two bitmaps, two device contexts and a pen
     EXPECT_EQ(
         differences(reference::toolPicture(endMill), readBitmapFile(bytes(1)).value_or(Raster())),
         "");

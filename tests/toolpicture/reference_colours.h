@@ -1,5 +1,5 @@
-// The tool picture's colour arithmetic once more, for the tests: in double precision, with each
-// step rounded to single precision by hand, on components that are looked at one by one.
+// A second implementation of the tool picture's colour arithmetic, for the tests. It computes in
+// double precision and rounds each step to single precision explicitly.
 #pragma once
 
 #include <algorithm>
@@ -28,7 +28,7 @@ inline std::uint32_t packedOf(int low, int second, int third)
     return static_cast<std::uint32_t>(low + second * 256 + third * 65536);
 }
 
-// Every step's result as single precision keeps it.
+// Rounds to single precision.
 inline double single(double value)
 {
     return static_cast<double>(static_cast<float>(value));
@@ -49,8 +49,7 @@ inline Hls hlsOf(std::uint32_t colour)
     Hls hls = {0, cut(lightness, 255), 0};
     if (most == least)
         return hls;
-    // From the component that is largest, the last of equals, the hue leans to the one after it
-    // and away from the one before it.
+    // The largest component determines the base hue; of equal components, the last one counts.
     size_t at = 0;
     for (size_t i = 1; i < 3; ++i)
         if (parts[i] == most)
@@ -67,7 +66,7 @@ inline Hls hlsOf(std::uint32_t colour)
     return hls;
 }
 
-// One component at an hour of the colour circle.
+// One colour component at this hue in degrees.
 inline int componentOf(double p, double q, double hue)
 {
     const double turned = hue > 360 ? single(hue - 360) : hue < 0 ? single(hue + 360) : hue;

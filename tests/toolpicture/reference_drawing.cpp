@@ -16,7 +16,7 @@ double tangent(double degrees)
     return std::tan(degrees * pi / 180);
 }
 
-// Towards zero; nothing is farther than a graphics call can reach.
+// Truncates and clamps to the coordinate range of GDI calls.
 int trunc(double value)
 {
     constexpr double farthest = 134217727;
@@ -74,7 +74,7 @@ int clamped(int value, int low, int high)
     return value < low ? low : value > high ? high : value;
 }
 
-// The outline as it is drawn, with the place it has reached.
+// The outline drawn so far, with the current row in `y`.
 struct Pencil {
     Drawing drawing;
     Tool tool;

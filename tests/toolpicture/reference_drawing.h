@@ -1,5 +1,5 @@
-// The tool picture's outline and runs written out once more, for the tests and the fuzzer, as one
-// plain run through their steps. No platform header.
+// A second, straightforward implementation of the tool picture's outline and body runs, for the
+// tests and the fuzzer. It includes no platform header.
 #pragma once
 
 #include "toolpicture/dimensions.h"
@@ -14,21 +14,21 @@ struct Marks {
 };
 
 struct Drawing {
-    // Each move: 0 moves and 1 draws to a point; 2 draws, and 3 draws apart, an arc in a box (left,
-    // top, right, bottom) from a point to a point.
+    // The first element is the kind: 0 MoveTo, 1 LineTo, 2 ArcTo, 3 Arc. The rest are coordinates:
+    // the point, or the arc's bounding box (left, top, right, bottom), start and end.
     std::vector<std::vector<int>> moves;
     Marks marks;
 };
 
-// For a tool of finite lengths.
+// All lengths must be finite.
 Drawing drawingOf(const torvapdm::ToolArguments& arguments);
 
-// The rows from `top` on in which the body begins in the same column: that column, `top` and the
-// row after the last. Empty without an outline in the left half of the row.
+// The consecutive rows from `top` in which the body starts in the same column. Returns that column,
+// `top` and the row after the last, or nothing if the left half of row `top` has no outline.
 std::vector<int> bodyRun(const std::function<bool(int x, int y)>& isOutline, int top, int width,
                          int height, const Marks& marks);
 
-// Of a body row in this section, and of a pixel `t` of `span` columns from the body's edge.
+// The base colour of a body row, and the shaded colour `t` of `span` columns from the body's edge.
 std::uint32_t sectionColour(int y, const Marks& marks);
 std::uint32_t bodyColour(std::uint32_t section, int t, int span);
 

@@ -33,8 +33,8 @@ void draw(HDC dc, const std::vector<std::vector<int>>& moves)
         }
 }
 
-// The outline on a board of twice the picture's size. Its colour reads the same in either order of
-// its bytes.
+// Draws the outline into a bitmap of twice the picture's size. Magenta is the same value in RGB and
+// BGR order.
 Raster drawnOutline(const Drawing& drawing, int width, int height)
 {
     Raster pixels(width * 2, height * 2);
@@ -60,14 +60,14 @@ Raster drawnOutline(const Drawing& drawing, int width, int height)
     return pixels;
 }
 
-// A row's first column of the body, and the colour of its section.
+// The body's first column in a row, and the base colour of its section.
 struct BodyRow {
     int edge;
     std::uint32_t colour;
 };
 
-// A row for each of the picture; one below the tool begins next to the middle. Rows of one run have
-// the colour of its first row.
+// One entry per picture row. In rows below the tool, the body starts after the centre column. All
+// rows of a run have the colour of its first row.
 std::vector<BodyRow> findBody(const Raster& outline, const Marks& marks, int width, int height)
 {
     const auto isOutline = [&](int x, int y) { return outline.at(x, y) == magenta; };
@@ -83,7 +83,7 @@ std::vector<BodyRow> findBody(const Raster& outline, const Marks& marks, int wid
     return rows;
 }
 
-// Half away from zero.
+// Rounds half away from zero.
 int rounded(int numerator, int denominator)
 {
     return static_cast<int>(std::lround(static_cast<double>(numerator) / denominator));
@@ -103,7 +103,7 @@ Raster toolPicture(const torvapdm::ToolArguments& arguments)
     Raster picture(width, height);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {
-            // The right half is the left one, which begins again next to the middle.
+            // The right half mirrors the left half, including the centre column.
             const int column = x <= middle ? x : 2 * middle + 1 - x;
             const BodyRow& row = body[static_cast<size_t>(y)];
             picture.at(x, y) =

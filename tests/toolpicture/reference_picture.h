@@ -1,5 +1,5 @@
-// The tool picture once more, for the tests: one plain run through all of its steps, over pixels in
-// memory. Only the outline is drawn by the system, as the one thing that only it decides.
+// A second, straightforward implementation of the tool picture, for the tests. It works on pixels
+// in memory; only the outline is drawn by GDI.
 #pragma once
 
 #include "support/raster.h"
@@ -7,7 +7,7 @@
 
 namespace reference {
 
-// For a tool of finite lengths whose outline a bitmap's calls can draw.
+// All lengths must be finite, and the outline within GDI's coordinate range.
 testing_support::Raster toolPicture(const torvapdm::ToolArguments& arguments);
 
 } // namespace reference

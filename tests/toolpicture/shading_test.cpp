@@ -75,7 +75,7 @@ TEST(BodyRun, endsWithThePicture)
 
 TEST(BodyRun, looksOnlyOneColumnAhead)
 {
-    // Row 1 begins two columns further left, which the run passes over.
+    // Row 1 also has an outline pixel two columns to the left, which does not end the run.
     EXPECT_EQ(findIn({"...#....", ".#.#....", ".#......"}, 0, {12, 3}), (BodyRun{3, 0, 2}));
 }
 
@@ -91,7 +91,7 @@ TEST(BodyRun, isCutAtTheMarks)
 TEST(Marks, cutOneRowBelowTheFirst)
 {
     EXPECT_EQ(cutAtMark(0, 40, marks), 6);
-    EXPECT_EQ(cutAtMark(5, 40, marks), 6); // a run that begins with the mark is only its row
+    EXPECT_EQ(cutAtMark(5, 40, marks), 6); // a run that starts at a mark has one row
     EXPECT_EQ(cutAtMark(6, 40, marks), 21);
     EXPECT_EQ(cutAtMark(6, 20, marks), 20);
     EXPECT_EQ(cutAtMark(6, 21, marks), 21);

@@ -1,4 +1,4 @@
-// zemlink's command line, and its texts about requests and the port.
+// zemlink's command line, and its messages about requests and the port.
 #include "tools/zemlink/answers.h"
 #include "tools/zemlink/arguments.h"
 

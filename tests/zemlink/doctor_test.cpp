@@ -1,4 +1,4 @@
-// zemlink status and doctor on sound and broken installations.
+// `zemlink status` and `zemlink doctor` on valid and broken installations.
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
@@ -14,7 +14,7 @@ namespace {
 
 class ZemlinkDoctor : public ::testing::Test {
 protected:
-    // The exit code, then the names of the problems in their order.
+    // The exit code, then the names of the problems in order.
     std::vector<std::string> problems() const
     {
         const ToolResult result = runTool(installation, L"doctor --json");

@@ -1,4 +1,4 @@
-// Facts of a sound installation, which tests change.
+// Facts of a valid installation, which tests modify.
 #pragma once
 
 #include "tools/zemlink/facts.h"

@@ -38,7 +38,7 @@ struct ToolResult {
     std::string errors;
 };
 
-// Runs it to its end; the exit code of one that does not end is STILL_ACTIVE.
+// Waits for zemlink to exit. If it does not exit in time, the exit code is STILL_ACTIVE.
 ToolResult runTool(const Installation& installation, const std::wstring& words);
 
 } // namespace testing_support
