@@ -36,7 +36,7 @@ bool isIndexed(unsigned bits)
     return bits == 1 || bits == 4 || bits == 8;
 }
 
-Form parseForm(std::string_view bytes)
+Form parseBitmapForm(std::string_view bytes)
 {
     const auto signedAt = [bytes](size_t place) {
         return std::int64_t{static_cast<std::int32_t>(numberAt(bytes, place, 4))};
@@ -83,7 +83,7 @@ std::optional<Form> formOfWhole(std::string_view bytes)
 {
     if (!hasReadableHeaders(bytes))
         return std::nullopt;
-    const Form form = parseForm(bytes);
+    const Form form = parseBitmapForm(bytes);
     return isWhole(form, bytes.size()) ? std::optional(form) : std::nullopt;
 }
 

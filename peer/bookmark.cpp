@@ -7,7 +7,7 @@
 namespace peer {
 namespace {
 
-constexpr std::int64_t mostNumber = std::numeric_limits<std::int32_t>::max();
+constexpr std::int64_t largestNumber = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t mostBytes = 999'999'999'999'999;
 
 // Removes the text before the separator, and the separator. Empty without a separator.
@@ -31,7 +31,7 @@ bool takeWord(std::wstring_view& text, std::wstring_view word)
 std::optional<std::int32_t> takeNumber(std::wstring_view& text)
 {
     const auto digits = takeUntil(text, L' ');
-    const auto number = digits ? parseNumber(*digits, 1, mostNumber) : std::nullopt;
+    const auto number = digits ? parseNumber(*digits, 1, largestNumber) : std::nullopt;
     return number ? std::optional(static_cast<std::int32_t>(*number)) : std::nullopt;
 }
 

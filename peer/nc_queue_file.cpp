@@ -24,16 +24,11 @@ std::optional<std::string_view> takeUpToBar(std::string_view& rest)
     return taken;
 }
 
-bool isControl(char c)
-{
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
-}
-
 // A file name cannot contain a `|`, so the group starts after the one that follows the program.
 std::optional<QueueEntry> parseEntry(std::string_view line)
 {
     // An embedded NUL would truncate the path.
-    if (std::ranges::any_of(line, isControl))
+    if (std::ranges::any_of(line, [](unsigned char c) { return c < ' ' || c == 0x7F; }))
         return std::nullopt;
     const auto word = takeUpToBar(line);
     const auto number = takeUpToBar(line);

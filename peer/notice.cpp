@@ -10,24 +10,19 @@
 namespace peer {
 namespace {
 
-struct Form {
+struct NoticeForm {
     std::string_view start;
     NoticeKind kind;
     char afterId; // NUL: nothing follows the id
     bool hasId;
 };
 
-constexpr Form forms[] = {
+constexpr NoticeForm forms[] = {
     {setupSheetNotice, NoticeKind::setupSheet, ';', true},
     {commitNotice, NoticeKind::commit, '|', true},
     {toolDataNotice, NoticeKind::toolData, '\0', true},
     {ncQueueNotice, NoticeKind::ncQueue, '\0', false},
 };
-
-bool isControl(char c)
-{
-    return static_cast<unsigned char>(c) < ' ';
-}
 
 // The number as the add-in prints it.
 std::optional<std::int64_t> parseId(std::string_view text, NoticeKind kind)
@@ -39,7 +34,7 @@ std::optional<std::int64_t> parseId(std::string_view text, NoticeKind kind)
 }
 
 // `rest` is the text after the form's start.
-Notice parseForm(const Form& form, std::string_view rest)
+Notice parseNoticeForm(const NoticeForm& form, std::string_view rest)
 {
     Notice notice{.kind = form.kind};
     if (form.hasId) {
@@ -63,11 +58,11 @@ Notice parseNotice(std::string_view bytes)
     if (!bytes.ends_with('\n'))
         return {};
     const std::string_view line = bytes.substr(0, bytes.size() - 1);
-    if (std::any_of(line.begin(), line.end(), isControl))
+    if (std::ranges::any_of(line, [](unsigned char c) { return c < ' '; }))
         return {};
-    for (const Form& form : forms)
+    for (const NoticeForm& form : forms)
         if (line.starts_with(form.start))
-            return parseForm(form, line.substr(form.start.size()));
+            return parseNoticeForm(form, line.substr(form.start.size()));
     return {};
 }
 

@@ -97,7 +97,7 @@ std::optional<bool> handOver(HWND window, const std::wstring& arguments)
                             answerBoundMs, &answer);
     if (isAnswered == 0 && !IsWindow(window))
         return std::nullopt;
-    return isAnswered != 0 && answer == static_cast<DWORD_PTR>(carriedOut);
+    return isAnswered != 0 && answer == static_cast<DWORD_PTR>(answerCarriedOut);
 }
 
 std::optional<bool> handOverQuit(HWND window, const std::wstring& arguments)

@@ -48,7 +48,7 @@ std::optional<bool> handOverQuit(HWND window, const std::wstring& arguments);
 std::optional<std::wstring> parseHandedOver(LPARAM copyData);
 
 // The results of WM_COPYDATA. A window that does not handle the message returns zero.
-inline constexpr LRESULT carriedOut = 1;
-inline constexpr LRESULT notCarriedOut = 2;
+inline constexpr LRESULT answerCarriedOut = 1;
+inline constexpr LRESULT answerNotCarriedOut = 2;
 
 } // namespace peer

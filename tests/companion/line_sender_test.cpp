@@ -22,19 +22,19 @@ std::string sent(const std::string& line)
     return receiver.nextConnection().value_or("(nothing)");
 }
 
-// The recorded calls, in order.
-std::vector<std::string> calls;
+// The recorded socketCalls, in order.
+std::vector<std::string> socketCalls;
 const std::vector<std::string> oneAttempt = {"connect", "send"};
 
 int WINAPI notedConnect(SOCKET connection, const sockaddr* address, int size)
 {
-    calls.push_back("connect");
+    socketCalls.push_back("connect");
     return systems(&connect, "connect", L"ws2_32.dll")(connection, address, size);
 }
 
 int WINAPI notedSend(SOCKET connection, const char* bytes, int size, int flags)
 {
-    calls.push_back("send");
+    socketCalls.push_back("send");
     return systems(&send, "send", L"ws2_32.dll")(connection, bytes, size, flags);
 }
 
@@ -116,10 +116,10 @@ TEST(LineSender, triesOnceWithoutAListener)
 {
     noteCalls();
     sendLine("lost");
-    EXPECT_EQ(calls, oneAttempt);
-    calls.clear();
+    EXPECT_EQ(socketCalls, oneAttempt);
+    socketCalls.clear();
     EXPECT_EQ(sent("taken"), "taken\n");
-    EXPECT_EQ(calls, oneAttempt);
+    EXPECT_EQ(socketCalls, oneAttempt);
 }
 
 TEST(LineSender, connectsToTheFirstAddressOnly)

@@ -12,7 +12,6 @@ namespace documents {
 
 namespace {
 
-constexpr DWORD carriedOut = 0;
 constexpr wchar_t companionKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
 
 // The value's bytes in the 32-bit registry view; empty if it is not a string.

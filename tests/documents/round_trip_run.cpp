@@ -12,7 +12,6 @@ namespace documents {
 
 namespace {
 
-constexpr DWORD carriedOut = 0;
 constexpr unsigned postCommand = 41107; // in the host's File menu
 constexpr int goOn = 37;                // an event that the add-in only logs
 

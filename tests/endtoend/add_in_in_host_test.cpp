@@ -2,6 +2,7 @@
 #include "support/host_program.h"
 #include "support/companion_double.h"
 #include "support/counts.h"
+#include "support/message_boxes.h"
 
 #include <gtest/gtest.h>
 
@@ -208,7 +209,7 @@ TEST_F(AddInInHost, reportsAFileTheHostCannotOpen)
     ASSERT_TRUE(host.waitForCommandFile());
     ASSERT_TRUE(send(host, request(17, part)));
     EXPECT_EQ(host.process().waitForExit(), 0u);
-    EXPECT_EQ(count(host.trace(), LR"(ui message-box("TORVA ZEM", "Failed to load file."))"), 1u);
+    EXPECT_EQ(count(host.trace(), loadFailed), 1u);
 }
 
 TEST_F(AddInInHost, waitsForATemporaryFolder)

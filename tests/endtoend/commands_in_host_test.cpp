@@ -3,6 +3,7 @@
 #include "support/host_program.h"
 #include "support/companion_double.h"
 #include "support/sockets.h"
+#include "support/message_boxes.h"
 
 #include <gtest/gtest.h>
 
@@ -129,11 +130,7 @@ TEST_F(CommandsInHost, reportAMissingCompanion)
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(count(host.trace(), LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))"),
               1u);
-    EXPECT_EQ(
-        count(
-            host.trace(),
-            LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))"),
-        1u);
+    EXPECT_EQ(count(host.trace(), notStarted), 1u);
 }
 
 TEST_F(CommandsInHost, sendTheRequestsSetupSheet)

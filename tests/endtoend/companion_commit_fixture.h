@@ -12,8 +12,6 @@
 
 namespace testing_support {
 
-constexpr DWORD carriedOut = 0;
-constexpr DWORD notCarriedOut = 1;
 constexpr std::uint32_t noId = 0xFFFFFFFF;
 
 inline std::string formatCommitRecord(std::uint32_t id, const std::wstring& file)

@@ -14,8 +14,6 @@ using namespace testing_support;
 
 namespace {
 
-constexpr DWORD carriedOut = 0;
-
 // Makes a socket listen on the Companion's port; true on success.
 class BoundSocket {
 public:

@@ -15,8 +15,6 @@ constexpr wchar_t singletonName[] =
 constexpr wchar_t hostProperty[] = L"https://torva.example/namespace/torvapdm/mastercam-instance";
 constexpr wchar_t companionKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
 constexpr wchar_t folderValue[] = L"installation folder";
-constexpr DWORD carriedOut = 0;
-constexpr DWORD notCarriedOut = 1;
 
 bool semaphoreExists()
 {

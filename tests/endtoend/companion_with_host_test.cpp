@@ -9,7 +9,6 @@ using namespace testing_support;
 
 namespace {
 
-constexpr DWORD carriedOut = 0;
 const std::wstring mill3 = L"C:\\Machines\\Mill 3-axis.mcam-mmd";
 const std::wstring mill4 = L"C:\\Machines\\Mill 4-axis.mcam-mmd";
 const std::wstring saveCall = L"CFile_DoFileSave(";

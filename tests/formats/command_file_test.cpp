@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 using namespace torvapdm;
-using Kind = Command::Kind;
 using namespace std::string_view_literals;
 
 #define MARK "\xEF\xBB\xBF"
@@ -26,26 +25,26 @@ void PrintTo(const Command& request, std::ostream* out)
 namespace {
 
 const Command malformed{};
-const Command checkIn{Kind::checkIn, 0, {}};
+const Command checkIn{Command::Kind::checkIn, 0, {}};
 
 Command open(int id, const std::wstring& path)
 {
-    return {Kind::open, id, path};
+    return {Command::Kind::open, id, path};
 }
 
 Command newFile(int id)
 {
-    return {Kind::newFile, id, {}};
+    return {Command::Kind::newFile, id, {}};
 }
 
-struct Case {
+struct CommandCase {
     std::string_view text;
     Command expected;
 };
 
-void expectEach(const std::vector<Case>& cases)
+void expectEach(const std::vector<CommandCase>& cases)
 {
-    for (const Case& c : cases)
+    for (const CommandCase& c : cases)
         EXPECT_EQ(parseCommand(c.text), c.expected)
             << "text: " << testing::PrintToString(std::string(c.text));
 }

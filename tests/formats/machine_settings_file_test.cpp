@@ -6,14 +6,14 @@ using namespace torvapdm;
 
 namespace {
 
-struct Case {
+struct SettingsCase {
     const wchar_t* line;
     std::optional<int> ncPathNumber;
     std::optional<int> secondNumber;
     const wchar_t* machinePath;
 };
 
-const Case cases[] = {
+const SettingsCase settingsCases[] = {
     {L"17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd", 3, 0, L"C:\\Machines\\Mill 3-axis.mcam-mmd"},
     {L"17|3|4|C:\\M.mcam-mmd\nmore", 3, 4, L"C:\\M.mcam-mmd"},
     {L"17|3|4|C:\\M.mcam-mmd\r\n", 3, 4, L"C:\\M.mcam-mmd\r"},
@@ -33,7 +33,7 @@ const Case cases[] = {
 
 TEST(MachineSettingsLine, isSplitAtItsBars)
 {
-    for (const Case& expected : cases) {
+    for (const SettingsCase& expected : settingsCases) {
         const MachineSettings settings = parseMachineSettings(expected.line);
         EXPECT_EQ(settings.ncPathNumber, expected.ncPathNumber) << expected.line;
         EXPECT_EQ(settings.secondNumber, expected.secondNumber) << expected.line;

@@ -12,6 +12,7 @@
 #include "support/host_fixture.h"
 #include "support/system_calls.h"
 #include "support/windows.h"
+#include "support/message_boxes.h"
 #include "incoming/incoming_state.h"
 #include "formats/wire_constants.h"
 
@@ -25,8 +26,6 @@ using namespace torvapdm;
 using namespace testing_support;
 
 namespace {
-
-constexpr wchar_t notLoaded[] = LR"(ui message-box("TORVA ZEM", "Failed to load file."))";
 
 class Checkout : public HostFixture {
 protected:
@@ -163,10 +162,7 @@ TEST_F(Checkout, clearsThePendingRequestFirst)
 TEST_F(Checkout, endsWithoutACompanion)
 {
     EXPECT_EQ(m_load(0), 0);
-    EXPECT_EQ(
-        newTrace(),
-        Lines{
-            LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))"});
+    EXPECT_EQ(newTrace(), Lines{notStarted});
     EXPECT_TRUE(std::filesystem::is_empty(installation.path(L"user temp")));
 }
 
@@ -287,7 +283,7 @@ TEST_F(Checkout, reportsAnAnswerWithoutAFile)
     for (const CheckoutCommand& command :
          {CheckoutCommand{0, L"C:\\a.mcam"}, CheckoutCommand{5, L""}, CheckoutCommand{}}) {
         loadAnsweredFile(command);
-        EXPECT_EQ(newTrace(), Lines{notLoaded});
+        EXPECT_EQ(newTrace(), Lines{loadFailed});
     }
 }
 
@@ -299,7 +295,7 @@ TEST_F(Checkout, reportsAnUnloadableFile)
     loadAnsweredFile({12, makePart()});
     const Lines lines = newTrace();
     ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[1], notLoaded);
+    EXPECT_EQ(lines[1], loadFailed);
     EXPECT_EQ(AddInState::zemId(), noZemId);
     EXPECT_EQ(AddInState::filePath(), L"");
 }
@@ -314,7 +310,7 @@ TEST_F(AnsweredCheckout, loadsTheNamedPart)
     EXPECT_EQ(lines[0], notInstalled);
     EXPECT_EQ(lines[1],
               L"ui DoFileOpen(\"" + part + L"\", false, false, 1, true, *, null) -> true");
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), notLoaded), 0);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), loadFailed), 0);
     EXPECT_EQ(AddInState::zemId(), 12u);
     EXPECT_EQ(AddInState::filePath(), part);
     EXPECT_EQ(AddInState::fileTypePrefix(), L"PRT");
@@ -325,7 +321,7 @@ TEST_F(AnsweredCheckout, reportsAnIncompleteAnswer)
     for (const wchar_t* answer : {L"CAD C:\\f.mcam", L"CAD0 C:\\f.mcam", L"CAD7"}) {
         answerWith(answer);
         EXPECT_EQ(m_load(0), 0) << answer;
-        EXPECT_EQ(newTrace(), (Lines{notInstalled, notLoaded})) << answer;
+        EXPECT_EQ(newTrace(), (Lines{notInstalled, loadFailed})) << answer;
         EXPECT_EQ(AddInState::zemId(), 5u) << answer;
     }
 }

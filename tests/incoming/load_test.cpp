@@ -6,6 +6,7 @@
 #include "support/add_in_state.h"
 #include "support/companion_double.h"
 #include "support/host_fixture.h"
+#include "support/message_boxes.h"
 #include "host/document.h"
 #include "incoming/incoming_state.h"
 #include "formats/wire_constants.h"
@@ -16,7 +17,6 @@ using namespace testing_support;
 namespace {
 
 constexpr wchar_t notThere[] = LR"(ui message-box("TORVA ZEM", "The file does not exist."))";
-constexpr wchar_t notLoaded[] = LR"(ui message-box("TORVA ZEM", "Failed to load file."))";
 
 class Load : public HostFixture {
 protected:
@@ -379,7 +379,7 @@ TEST_F(Load, reportsAFailureAndForgetsTheFile)
     AddInState::setFilePath(L"C:\\old.mcam");
     standin::failNext("DoFileOpen");
     EXPECT_FALSE(openFile({1, path}));
-    EXPECT_EQ(newTrace(), (Lines{opened(path, L"-> false"), notLoaded}));
+    EXPECT_EQ(newTrace(), (Lines{opened(path, L"-> false"), loadFailed}));
     EXPECT_EQ(AddInState::zemId(), noZemId);
     EXPECT_EQ(AddInState::filePath(), L"");
 }

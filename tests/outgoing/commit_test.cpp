@@ -5,6 +5,7 @@
 #include "support/host_fixture.h"
 #include "support/sockets.h"
 #include "support/system_calls.h"
+#include "support/message_boxes.h"
 #include "formats/wire_constants.h"
 
 #include <algorithm>
@@ -14,11 +15,6 @@ using namespace testing_support;
 using namespace std::string_literals;
 
 namespace {
-
-const std::wstring notCommitted =
-    LR"(ui message-box("TORVA ZEM", "Failed to commit file to ZEM."))";
-const std::wstring notStarted =
-    LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
 
 class Commit : public HostFixture {
 protected:

@@ -10,6 +10,7 @@
 #include "support/host_fixture.h"
 #include "support/sockets.h"
 #include "support/system_calls.h"
+#include "support/message_boxes.h"
 #include "incoming/incoming_state.h"
 #include "formats/wire_constants.h"
 
@@ -20,11 +21,6 @@ using namespace testing_support;
 
 namespace {
 
-const std::wstring notSaved = LR"(ui message-box("TORVA ZEM", "Failed to save file."))";
-const std::wstring notCommitted =
-    LR"(ui message-box("TORVA ZEM", "Failed to commit file to ZEM."))";
-const std::wstring notStarted =
-    LR"(ui message-box("TORVA ZEM", "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed."))";
 const std::wstring asked = LR"(ui NCPrefix(null) -> "")";
 const std::wstring viewRefreshed = L"ui CMastercamView.position0()";
 const std::wstring hostRefreshed = L"ui CMastercamInterface.position3()";

@@ -17,14 +17,14 @@ bool operator==(const Command& a, const Command& b)
 
 namespace {
 
-struct Case {
+struct CommandLineCase {
     const wchar_t* arguments;
     Command expected;
 };
 
-void expectEach(const std::vector<Case>& cases)
+void expectEach(const std::vector<CommandLineCase>& cases)
 {
-    for (const Case& c : cases)
+    for (const CommandLineCase& c : cases)
         EXPECT_TRUE(parseCommandLine(c.arguments) == c.expected) << "arguments: " << c.arguments;
 }
 

@@ -11,7 +11,7 @@ constexpr CommandFileState missing{};
 constexpr CommandFileState empty{.exists = true, .size = 0};
 constexpr CommandFileState filled{.exists = true, .size = 5'000'000'000};
 
-struct Case {
+struct VerdictCase {
     CommandFileState state;
     int waitedMs;
     int missingMs;
@@ -21,9 +21,9 @@ struct Case {
 using Judge = Verdict (*)(const CommandFileState&, std::int64_t, std::int64_t,
                           const DeliveryBounds&);
 
-void expectEach(Judge judge, const std::vector<Case>& cases)
+void expectEach(Judge judge, const std::vector<VerdictCase>& cases)
 {
-    for (const Case& c : cases)
+    for (const VerdictCase& c : cases)
         EXPECT_EQ(judge(c.state, c.waitedMs, c.missingMs, bounds), c.expected)
             << "exists " << c.state.exists << ", size " << c.state.size << ", waited " << c.waitedMs
             << ", missing " << c.missingMs;

@@ -10,16 +10,16 @@ using namespace std::string_literals;
 
 namespace {
 
-struct Case {
+struct NoticeCase {
     std::string bytes;
     NoticeKind kind;
     std::int64_t id;
     std::string path;
 };
 
-void expectEach(std::initializer_list<Case> cases)
+void expectEach(std::initializer_list<NoticeCase> cases)
 {
-    for (const Case& c : cases) {
+    for (const NoticeCase& c : cases) {
         const Notice notice = parseNotice(c.bytes);
         EXPECT_EQ(notice.kind, c.kind) << c.bytes;
         EXPECT_EQ(notice.id, c.id) << c.bytes;

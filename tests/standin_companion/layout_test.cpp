@@ -7,7 +7,7 @@ using namespace companion;
 
 namespace {
 
-std::vector<Rectangle> piecesOf(const WindowLayout& layout)
+std::vector<Area> piecesOf(const WindowLayout& layout)
 {
     return {layout.header,  layout.libraryTitle,  layout.library,  layout.hostsTitle,
             layout.hosts,   layout.send,          layout.newFile,  layout.checkIn,
@@ -15,13 +15,13 @@ std::vector<Rectangle> piecesOf(const WindowLayout& layout)
             layout.picture, layout.eventsTitle,   layout.events};
 }
 
-bool overlap(const Rectangle& a, const Rectangle& b)
+bool overlap(const Area& a, const Area& b)
 {
     return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
            b.top < a.top + a.height;
 }
 
-bool isInside(const Rectangle& piece, int width, int height)
+bool isInside(const Area& piece, int width, int height)
 {
     return piece.left >= 0 && piece.top >= 0 && piece.left + piece.width <= width &&
            piece.top + piece.height <= height;
@@ -29,7 +29,7 @@ bool isInside(const Rectangle& piece, int width, int height)
 
 void expectOrdered(int width, int height)
 {
-    const std::vector<Rectangle> pieces = piecesOf(layOutWindow(width, height));
+    const std::vector<Area> pieces = piecesOf(layOutWindow(width, height));
     for (size_t i = 0; i < pieces.size(); ++i) {
         EXPECT_TRUE(isInside(pieces[i], width, height)) << "piece " << i;
         EXPECT_GT(pieces[i].width * pieces[i].height, 0) << "piece " << i;
@@ -93,7 +93,7 @@ TEST(WindowLayout, putsThePictureNextToTheVersions)
 
 TEST(FittedPicture, keepsItsProportions)
 {
-    const auto expectPlace = [](const Rectangle& place, int left, int top, int width, int height) {
+    const auto expectPlace = [](const Area& place, int left, int top, int width, int height) {
         EXPECT_EQ(place.left, left);
         EXPECT_EQ(place.top, top);
         EXPECT_EQ(place.width, width);
@@ -110,7 +110,7 @@ TEST(FittedPicture, keepsItsProportions)
 TEST(WindowLayout, hasNoNegativeLengths)
 {
     for (const int size : {0, 1, 50, 300, 700})
-        for (const Rectangle& piece : piecesOf(layOutWindow(size, size / 2))) {
+        for (const Area& piece : piecesOf(layOutWindow(size, size / 2))) {
             EXPECT_GE(piece.width, 0) << "client area " << size;
             EXPECT_GE(piece.height, 0) << "client area " << size;
         }
@@ -149,7 +149,7 @@ TEST(ScaledPicture, isEmptyForAnEmptySize)
 
 TEST(WindowPlace, isTheLowerRightCorner)
 {
-    const Rectangle place = placeWindow({10, 20, 1920, 1040});
+    const Area place = placeWindow({10, 20, 1920, 1040});
     EXPECT_EQ(place.left + place.width, 10 + 1920);
     EXPECT_EQ(place.top + place.height, 20 + 1040);
     EXPECT_EQ(place.width, 760);
@@ -158,7 +158,7 @@ TEST(WindowPlace, isTheLowerRightCorner)
 
 TEST(WindowPlace, leavesSpaceForAHost)
 {
-    const Rectangle place = placeWindow({0, 0, 1600, 900});
+    const Area place = placeWindow({0, 0, 1600, 900});
     EXPECT_EQ(place.left, 1000);
     EXPECT_EQ(place.width, 600);
     EXPECT_GT(place.height, 760);
@@ -166,8 +166,8 @@ TEST(WindowPlace, leavesSpaceForAHost)
 
 TEST(WindowPlace, isAtMostTheWorkArea)
 {
-    for (const Rectangle& area : {Rectangle{0, 0, 640, 480}, Rectangle{5, 5, 1550, 300}}) {
-        const Rectangle place = placeWindow(area);
+    for (const Area& area : {Area{0, 0, 640, 480}, Area{5, 5, 1550, 300}}) {
+        const Area place = placeWindow(area);
         EXPECT_LE(place.width, area.width);
         EXPECT_LE(place.height, area.height);
         EXPECT_GE(place.left, area.left);

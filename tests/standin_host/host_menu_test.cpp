@@ -8,7 +8,7 @@ namespace {
 
 int lastEvent = 0;
 
-int rememberEvent(int code)
+int keepMenuEvent(int code)
 {
     lastEvent = code;
     return 0;
@@ -85,7 +85,7 @@ TEST_F(HostMenu, callsExports)
 
 TEST_F(HostMenu, sendsHostEvents)
 {
-    standin::setEventSink(rememberEvent);
+    standin::setEventSink(keepMenuEvent);
     for (const int code : {3, 4, 5, 6, 37, 52}) {
         click(events, L"Event " + std::to_wstring(code));
         EXPECT_EQ(lastEvent, code);

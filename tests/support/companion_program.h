@@ -10,6 +10,10 @@
 
 namespace testing_support {
 
+// Exit codes of a Companion that hands its arguments to the running instance.
+inline constexpr DWORD carriedOut = 0;
+inline constexpr DWORD notCarriedOut = 1;
+
 // Copies the program and the library it ships with into the installation folder.
 void installCompanionWithLibrary(const Installation& installation);
 

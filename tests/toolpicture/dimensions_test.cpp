@@ -1,15 +1,14 @@
 #include "toolpicture/dimensions.h"
 
+#include "support/special_numbers.h"
+
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 
 using namespace torvapdm;
+using namespace testing_support;
 
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 
 // A tool whose arguments the guards leave unchanged.
 ToolArguments plainTool(std::uint32_t toolType = 7)
@@ -50,7 +49,7 @@ const Guard guards[] = {
     {&ToolArguments::tipAngle, 100, 0},
     {&ToolArguments::tipAngle, -0.001, 0},
     {&ToolArguments::tipAngle, infinity, 0},
-    {&ToolArguments::tipAngle, noNumber, 0},
+    {&ToolArguments::tipAngle, notANumber, 0},
     {&ToolArguments::fluteLength, 0, 0},
     {&ToolArguments::fluteLength, -0.001, 2.0},
     {&ToolArguments::shoulderLength, 14.9, 15},
@@ -231,17 +230,17 @@ TEST(DrawnWidth, isTheWiderOfShankAndFlutes)
 TEST(ToolDimensions, areFiniteIfTheirLengthsAre)
 {
     EXPECT_TRUE(areFinite(dimensionsOf(plainTool())));
-    for (const double bad : {infinity, noNumber})
+    for (const double bad : {infinity, notANumber})
         for (const Field field :
              {&ToolArguments::diameter, &ToolArguments::fluteLength, &ToolArguments::shoulderLength,
               &ToolArguments::overallLength, &ToolArguments::shankDiameter})
             EXPECT_FALSE(areFinite(dimensionsOf(with(field, bad)))) << bad;
-    EXPECT_TRUE(areFinite(dimensionsOf(with(&ToolArguments::cornerRadius, noNumber))));
+    EXPECT_TRUE(areFinite(dimensionsOf(with(&ToolArguments::cornerRadius, notANumber))));
     EXPECT_FALSE(
-        areFinite(dimensionsOf(with(&ToolArguments::cornerRadius, noNumber, plainTool(2)))));
+        areFinite(dimensionsOf(with(&ToolArguments::cornerRadius, notANumber, plainTool(2)))));
     EXPECT_FALSE(
-        areFinite(dimensionsOf(with(&ToolArguments::cornerRadius, noNumber, plainTool(14)))));
-    EXPECT_TRUE(areFinite(dimensionsOf(with(&ToolArguments::tipAngle, noNumber, plainTool(3)))));
+        areFinite(dimensionsOf(with(&ToolArguments::cornerRadius, notANumber, plainTool(14)))));
+    EXPECT_TRUE(areFinite(dimensionsOf(with(&ToolArguments::tipAngle, notANumber, plainTool(3)))));
 }
 
 TEST(ToolDimensions, areNotFiniteOnOverflow)

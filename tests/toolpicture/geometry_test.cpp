@@ -1,10 +1,12 @@
 #include "toolpicture/geometry.h"
 
+#include "support/special_numbers.h"
+
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 
 using namespace torvapdm;
+using namespace testing_support;
 
 namespace {
 
@@ -142,7 +144,6 @@ TEST(Cap, hasALowerBoundInANarrowPicture)
 
 TEST(Tool, isDrawableWhenItsNumbersAre)
 {
-    const double infinity = std::numeric_limits<double>::infinity();
     const ToolDimensions tool = toolOf(100, 20);
     EXPECT_TRUE(isDrawable(tool, 1));
     EXPECT_FALSE(isDrawable(tool, 0));

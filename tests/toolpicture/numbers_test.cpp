@@ -1,17 +1,12 @@
 #include "toolpicture/numbers.h"
 
+#include "support/special_numbers.h"
+
 #include <gtest/gtest.h>
-#include <limits>
 #include <numbers>
 
 using namespace torvapdm;
-
-namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
-
-} // namespace
+using namespace testing_support;
 
 TEST(Truncated, dropsTheFractionTowardsZero)
 {
@@ -34,8 +29,8 @@ TEST(Truncated, endsAtTheFarthestPixelOnEitherSide)
 
 TEST(Truncated, isZeroForNaN)
 {
-    EXPECT_EQ(truncated(noNumber), 0);
-    EXPECT_EQ(truncated(-noNumber), 0);
+    EXPECT_EQ(truncated(notANumber), 0);
+    EXPECT_EQ(truncated(-notANumber), 0);
 }
 
 TEST(ClampInt, keepsTheValueBetweenItsBounds)

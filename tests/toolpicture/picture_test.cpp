@@ -5,6 +5,7 @@
 #include "support/counts.h"
 #include "support/installation.h"
 #include "support/raster.h"
+#include "support/special_numbers.h"
 #include "support/system_calls.h"
 #include "toolpicture/reference_picture.h"
 #include "toolpicture/geometry.h"
@@ -13,16 +14,12 @@
 #include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
-#include <limits>
 #include <set>
 
 using namespace torvapdm;
 using namespace testing_support;
 
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 
 // Diameter, corner radius, tip angle; flute, shoulder and overall length; shank diameter.
 using Lengths = std::array<double, 7>;
@@ -418,7 +415,7 @@ TEST_F(ToolPicture, isRefusedAboveABitmapsSize)
 
 TEST_F(ToolPicture, isRefusedForAnInfiniteOrNaNLength)
 {
-    for (const double bad : {infinity, noNumber})
+    for (const double bad : {infinity, notANumber})
         for (const size_t i : {0u, 3u, 4u, 5u, 6u})
             for (const std::uint32_t toolType : {0u, 1u, 2u, 4u, 5u, 7u, 14u}) {
                 Lengths l = lengths[0];
@@ -426,7 +423,7 @@ TEST_F(ToolPicture, isRefusedForAnInfiniteOrNaNLength)
                 expectNoPicture(toolOf(toolType, l));
             }
     Lengths l = lengths[0];
-    l[1] = noNumber;
+    l[1] = notANumber;
     for (const std::uint32_t toolType : {2u, 3u, 14u})
         expectNoPicture(toolOf(toolType, l));
 }
@@ -447,15 +444,15 @@ TEST_F(ToolPicture, ignoresValuesItsKindDoesNotUse)
         l[argument] = odd;
         return usual.width == 100 && drawn(toolOf(toolType, l)).pixels == usual.pixels;
     };
-    for (const double odd : {infinity, -infinity, noNumber, 1e300}) {
+    for (const double odd : {infinity, -infinity, notANumber, 1e300}) {
         EXPECT_TRUE(isLikeUsual(7, 1, odd)) << odd;
         EXPECT_TRUE(isLikeUsual(7, 2, odd)) << odd;
         for (const std::uint32_t pointed : {4u, 5u, 6u, 10u, 11u})
             for (const double angle : {0.0, 30.0})
                 EXPECT_TRUE(isLikeUsual(pointed, 1, odd, angle)) << pointed << ", " << odd;
     }
-    EXPECT_TRUE(isLikeUsual(6, 3, noNumber)); // kind 6 ignores the flute length
-    EXPECT_TRUE(isLikeUsual(3, 4, noNumber)); // kind 3 ignores the shoulder length
+    EXPECT_TRUE(isLikeUsual(6, 3, notANumber)); // kind 6 ignores the flute length
+    EXPECT_TRUE(isLikeUsual(3, 4, notANumber)); // kind 3 ignores the shoulder length
 }
 
 TEST_F(ToolPicture, isNamedByItsNumber)

@@ -83,7 +83,7 @@ TEST(Arguments, showVersionAndHelp)
     const Arguments version = parseArguments({"--version"});
     EXPECT_EQ(version.command, Command::none);
     EXPECT_EQ(version.exitCode, 0);
-    EXPECT_EQ(version.text, "zemlink " PROJECT_VERSION_TEXT "\n");
+    EXPECT_EQ(version.text, "zemlink " VERSION_TEXT "\n");
     const Arguments help = parseArguments({"decode", "--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_NE(help.text.find("Exit codes: 0 done, 1 problem found or request not taken, 2 wrong "

@@ -40,7 +40,7 @@ std::string idOf(const HostProgram& host)
 }
 
 const std::string taken = "taken: yes\nanswer: The host has taken the request.\n";
-const std::string ownId = std::to_string(GetCurrentProcessId());
+const std::string ownHostId = std::to_string(GetCurrentProcessId());
 
 } // namespace
 
@@ -116,7 +116,7 @@ TEST_F(ZemlinkRequests, stayInTheFileUntilTaken)
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
     const ToolResult first = run(L"new 12 --timeout 1");
     EXPECT_EQ(first.exitCode, 1u);
-    EXPECT_EQ(first.output, "request: new file\nid: 12\nhost: " + ownId +
+    EXPECT_EQ(first.output, "request: new file\nid: 12\nhost: " + ownHostId +
                                 "\ntaken: no\n"
                                 "answer: The host has not taken the request. It is still in the "
                                 "command file and is carried out if the host continues.\n");
@@ -131,7 +131,7 @@ TEST_F(ZemlinkRequests, neverOverwriteAnEarlierOne)
     writeBytes(file, "CHECKIN a");
     const ToolResult result = run(L"new 12 --timeout 1");
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_EQ(result.output, "request: new file\nid: 12\nhost: " + ownId +
+    EXPECT_EQ(result.output, "request: new file\nid: 12\nhost: " + ownHostId +
                                  "\ntaken: no\nanswer: Nothing was written: an earlier request "
                                  "is still in the command file, the host does not read it.\n");
     EXPECT_EQ(readBytes(file), "CHECKIN a");

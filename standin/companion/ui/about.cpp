@@ -10,9 +10,9 @@
 namespace companion {
 namespace {
 
-constexpr wchar_t windowClass[] = L"ZemAboutWindow";
-constexpr int clientWidth = 380;
-constexpr int clientHeight = 168;
+constexpr wchar_t aboutClass[] = L"ZemAboutWindow";
+constexpr int aboutWidth = 380;
+constexpr int aboutHeight = 168;
 constexpr int bandHeight = 58;
 constexpr DWORD windowStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 
@@ -25,14 +25,14 @@ void paint(HWND window, const Look& look)
 {
     PAINTSTRUCT record{};
     HDC context = BeginPaint(window, &record);
-    fillArea(context, {0, 0, clientWidth, clientHeight}, backgroundColour);
-    fillArea(context, {0, 0, clientWidth, bandHeight}, headerColour);
-    fillArea(context, {0, bandHeight - 3, clientWidth, 3}, accentColour);
-    drawLine(context, {16, 12, clientWidth - 32, 30}, peer::productName, look.product.get(),
+    fillArea(context, {0, 0, aboutWidth, aboutHeight}, backgroundColour);
+    fillArea(context, {0, 0, aboutWidth, bandHeight}, headerColour);
+    fillArea(context, {0, bandHeight - 3, aboutWidth, 3}, accentColour);
+    drawLine(context, {16, 12, aboutWidth - 32, 30}, peer::productName, look.product.get(),
              headerTextColour, DT_LEFT | DT_VCENTER);
-    drawLine(context, {16, bandHeight + 14, clientWidth - 32, 18}, L"Version " COMPANION_VERSION,
+    drawLine(context, {16, bandHeight + 14, aboutWidth - 32, 18}, L"Version " COMPANION_VERSION,
              look.title.get(), titleColour, DT_LEFT | DT_VCENTER);
-    drawLine(context, {16, bandHeight + 36, clientWidth - 32, 18},
+    drawLine(context, {16, bandHeight + 36, aboutWidth - 32, 18},
              L"Keeps part files and exchanges them with Mastercam.", look.text.get(), titleColour,
              DT_LEFT | DT_VCENTER);
     EndPaint(window, &record);
@@ -42,13 +42,13 @@ void createButton(HWND window, const Look& look)
 {
     HWND button =
         CreateWindowExW(0, L"BUTTON", L"OK", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
-                        clientWidth - 96, clientHeight - 42, 80, 28, window,
+                        aboutWidth - 96, aboutHeight - 42, 80, 28, window,
                         reinterpret_cast<HMENU>(INT_PTR{IDOK}), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(look.text.get()), TRUE);
     SetFocus(button);
 }
 
-LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CALLBACK aboutProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_CREATE: {
@@ -72,13 +72,13 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     }
 }
 
-void registerWindowClass()
+void registerAboutClass()
 {
     WNDCLASSW record{};
-    record.lpfnWndProc = windowProcedure;
+    record.lpfnWndProc = aboutProcedure;
     record.hInstance = GetModuleHandleW(nullptr);
     record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    record.lpszClassName = windowClass;
+    record.lpszClassName = aboutClass;
     RegisterClassW(&record);
 }
 
@@ -97,8 +97,8 @@ POINT placeOver(HWND parent, int width, int height)
 
 void createAbout(HWND over)
 {
-    registerWindowClass();
-    RECT frame{0, 0, clientWidth, clientHeight};
+    registerAboutClass();
+    RECT frame{0, 0, aboutWidth, aboutHeight};
     AdjustWindowRect(&frame, windowStyle, FALSE);
     const int width = frame.right - frame.left;
     const int height = frame.bottom - frame.top;
@@ -106,7 +106,7 @@ void createAbout(HWND over)
     const std::wstring title = std::wstring(L"About ") + peer::productName;
     // No owner: an owner in the host process would attach the input queues of the two programs.
     HWND window =
-        CreateWindowExW(WS_EX_TOPMOST, windowClass, title.c_str(), windowStyle, place.x, place.y,
+        CreateWindowExW(WS_EX_TOPMOST, aboutClass, title.c_str(), windowStyle, place.x, place.y,
                         width, height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     ShowWindow(window, SW_SHOWNORMAL);
     SetForegroundWindow(window);
@@ -116,7 +116,7 @@ void createAbout(HWND over)
 
 void showAbout(HWND fallback, std::uint32_t parentWindow)
 {
-    HWND open = FindWindowW(windowClass, nullptr);
+    HWND open = FindWindowW(aboutClass, nullptr);
     if (open != nullptr) {
         SetForegroundWindow(open);
         return;

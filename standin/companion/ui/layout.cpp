@@ -29,18 +29,18 @@ constexpr int usualHeight = 760;
 constexpr int leastNarrowWidth = 520;
 constexpr int narrowHeight = 840;
 
-Rectangle bounded(int left, int top, int width, int height)
+Area bounded(int left, int top, int width, int height)
 {
     return {left, top, std::max(width, 0), std::max(height, 0)};
 }
 
-int bottomOf(const Rectangle& area)
+int bottomOf(const Area& area)
 {
     return area.top + area.height;
 }
 
 // Returns the rectangle of a list below its title.
-Rectangle listUnder(const Rectangle& title, int height)
+Area listUnder(const Area& title, int height)
 {
     return {title.left, bottomOf(title), title.width, height};
 }
@@ -121,7 +121,7 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight)
     return layout;
 }
 
-Rectangle fitInto(const Rectangle& area, int pictureWidth, int pictureHeight)
+Area fitInto(const Area& area, int pictureWidth, int pictureHeight)
 {
     if (pictureWidth <= 0 || pictureHeight <= 0)
         return {area.left, area.top, 0, 0};
@@ -133,7 +133,7 @@ Rectangle fitInto(const Rectangle& area, int pictureWidth, int pictureHeight)
             height};
 }
 
-Rectangle placeWindow(const Rectangle& workArea)
+Area placeWindow(const Area& workArea)
 {
     const int free = workArea.width - roomForHost;
     const bool isNarrow = free >= leastNarrowWidth && free < usualWidth;

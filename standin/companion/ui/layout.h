@@ -3,7 +3,7 @@
 
 namespace companion {
 
-struct Rectangle {
+struct Area {
     int left = 0;
     int top = 0;
     int width = 0;
@@ -11,13 +11,13 @@ struct Rectangle {
 };
 
 struct WindowLayout {
-    Rectangle header; // the coloured bar at the top
-    Rectangle libraryTitle, library;
-    Rectangle hostsTitle, hosts;
-    Rectangle send, newFile, checkIn; // buttons
-    Rectangle hint;                   // what the buttons will do
-    Rectangle versionsTitle, versions, pictureTitle, picture;
-    Rectangle eventsTitle, events;
+    Area header; // the coloured bar at the top
+    Area libraryTitle, library;
+    Area hostsTitle, hosts;
+    Area send, newFile, checkIn; // buttons
+    Area hint;                   // what the buttons will do
+    Area versionsTitle, versions, pictureTitle, picture;
+    Area eventsTitle, events;
 };
 
 // The parts of a client area of that size. In a wide one, library and hosts are side by side; in a
@@ -28,11 +28,11 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight);
 
 // The largest centred rectangle in the area with the proportions of a picture of that size. Width
 // and height are 0 when the picture or the area is empty.
-Rectangle fitInto(const Rectangle& area, int pictureWidth, int pictureHeight);
+Area fitInto(const Area& area, int pictureWidth, int pictureHeight);
 
 // The window at the lower right of the work area. Where the screen is wide enough, it leaves 1000
 // pixels on the left free for a host window, if necessary by being narrow and higher. It is never
 // larger than the work area.
-Rectangle placeWindow(const Rectangle& workArea);
+Area placeWindow(const Area& workArea);
 
 } // namespace companion

@@ -33,7 +33,7 @@ OwnObject makeFont(const wchar_t* face, int height, int weight)
                                  DEFAULT_PITCH | FF_SWISS, face));
 }
 
-RECT toRect(const Rectangle& area)
+RECT toRect(const Area& area)
 {
     return {area.left, area.top, area.left + area.width, area.top + area.height};
 }
@@ -51,15 +51,21 @@ Look makeLook()
     return look;
 }
 
-void fillArea(HDC context, const Rectangle& area, COLORREF colour)
+void moveTo(HWND window, const Area& place)
+{
+    SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void fillArea(HDC context, const Area& area, COLORREF colour)
 {
     const RECT rectangle = toRect(area);
     const OwnObject brush(CreateSolidBrush(colour));
     FillRect(context, &rectangle, static_cast<HBRUSH>(brush.get()));
 }
 
-void drawLine(HDC context, const Rectangle& area, std::wstring_view text, HGDIOBJ font,
-              COLORREF colour, UINT format)
+void drawLine(HDC context, const Area& area, std::wstring_view text, HGDIOBJ font, COLORREF colour,
+              UINT format)
 {
     RECT rectangle = toRect(area);
     const HGDIOBJ earlierFont = SelectObject(context, font);

@@ -1,4 +1,4 @@
-// Fonts and colours of the windows.
+// Fonts and colours of the windows, and placing and painting by rectangles.
 #pragma once
 
 #include "standin/companion/ui/layout.h"
@@ -31,12 +31,15 @@ struct Look {
 
 Look makeLook();
 
+// Moves the window within its parent, without activating it.
+void moveTo(HWND window, const Area& place);
+
 // Fills the rectangle with a colour.
-void fillArea(HDC context, const Rectangle& area, COLORREF colour);
+void fillArea(HDC context, const Area& area, COLORREF colour);
 
 // Draws one line of text into the rectangle, shortened with an ellipsis if it is too long.
 // `format`: DT_ flags for its alignment.
-void drawLine(HDC context, const Rectangle& area, std::wstring_view text, HGDIOBJ font,
-              COLORREF colour, UINT format);
+void drawLine(HDC context, const Area& area, std::wstring_view text, HGDIOBJ font, COLORREF colour,
+              UINT format);
 
 } // namespace companion

@@ -99,7 +99,7 @@ LRESULT receive(NoticeWindow& notice, UINT message, WPARAM wParam, LPARAM lParam
     }
 }
 
-LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CALLBACK noticeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_NCCREATE) {
         auto* notice = static_cast<NoticeWindow*>(
@@ -122,10 +122,10 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     }
 }
 
-void registerWindowClass(const wchar_t* windowClass)
+void registerNoticeClass(const wchar_t* windowClass)
 {
     WNDCLASSW record{};
-    record.lpfnWndProc = windowProcedure;
+    record.lpfnWndProc = noticeProcedure;
     record.hInstance = GetModuleHandleW(nullptr);
     record.hIcon = LoadIconW(record.hInstance, MAKEINTRESOURCEW(IDI_COMPANION));
     record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -165,7 +165,7 @@ HWND findWindow(const wchar_t* windowClass)
 
 HWND createWindow(HWND owner, const wchar_t* windowClass, MakeNoticeWindow make)
 {
-    registerWindowClass(windowClass);
+    registerNoticeClass(windowClass);
     const POINT first = firstPlace(owner);
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
     return CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, L"",
@@ -190,14 +190,7 @@ void showNoticeWindow(const NoticeWindow& notice, const std::wstring& title)
     ShowWindow(notice.window, SW_SHOWNOACTIVATE);
 }
 
-void moveTo(HWND window, const Rectangle& place)
-{
-    SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void drawTitle(const NoticeWindow& notice, HDC context, const Rectangle& place,
-               std::wstring_view text)
+void drawTitle(const NoticeWindow& notice, HDC context, const Area& place, std::wstring_view text)
 {
     drawLine(context, place, text, notice.look.title.get(), titleColour, lineFormat);
 }

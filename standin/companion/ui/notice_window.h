@@ -43,11 +43,7 @@ NoticeWindow* openNoticeWindow(HWND owner, const wchar_t* windowClass, MakeNotic
 // Sets the title and shows the window with its current content.
 void showNoticeWindow(const NoticeWindow& notice, const std::wstring& title);
 
-// For placeChildren().
-void moveTo(HWND window, const Rectangle& place);
-
 // For paintBody(): a title above a list.
-void drawTitle(const NoticeWindow& notice, HDC context, const Rectangle& place,
-               std::wstring_view text);
+void drawTitle(const NoticeWindow& notice, HDC context, const Area& place, std::wstring_view text);
 
 } // namespace companion

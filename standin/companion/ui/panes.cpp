@@ -55,12 +55,6 @@ void setFonts(const Panes& panes, const Look& look)
             look.title.get());
 }
 
-void moveTo(HWND window, const Rectangle& place)
-{
-    SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 void setText(HWND window, const std::wstring& text)
 {
     wchar_t shown[512];

@@ -9,7 +9,7 @@
 namespace companion {
 namespace {
 
-constexpr wchar_t windowClass[] = L"ZemPictureView";
+constexpr wchar_t pictureClass[] = L"ZemPictureView";
 constexpr COLORREF frameColour = RGB(172, 182, 194);
 constexpr COLORREF paperColour = RGB(255, 255, 255);
 constexpr COLORREF faintColour = RGB(112, 124, 138);
@@ -52,9 +52,9 @@ std::wstring describe(const std::wstring& path, const peer::Pixels& picture)
            L" x " + std::to_wstring(picture.height);
 }
 
-void drawPicture(HDC context, const Rectangle& inside, const peer::Pixels& picture)
+void drawPicture(HDC context, const Area& inside, const peer::Pixels& picture)
 {
-    const Rectangle place = fitInto(inside, picture.width, picture.height);
+    const Area place = fitInto(inside, picture.width, picture.height);
     const peer::Pixels shown = scaled(picture, place.width, place.height);
     const BITMAPINFO description = descriptionOf(shown);
     SetDIBitsToDevice(context, place.left, place.top, static_cast<DWORD>(shown.width),
@@ -68,7 +68,7 @@ void paint(HWND window, const PictureView& view)
     RECT client{};
     HDC context = BeginPaint(window, &record);
     GetClientRect(window, &client);
-    const Rectangle inside{1, 1, client.right - 2, client.bottom - 2};
+    const Area inside{1, 1, client.right - 2, client.bottom - 2};
     fillArea(context, {0, 0, client.right, client.bottom}, frameColour);
     fillArea(context, inside, paperColour);
     if (!view.picture.values.empty()) {
@@ -80,7 +80,7 @@ void paint(HWND window, const PictureView& view)
     EndPaint(window, &record);
 }
 
-LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CALLBACK pictureProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const PictureView* view = viewOf(window);
     switch (message) {
@@ -109,13 +109,13 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-void registerWindowClass()
+void registerPictureClass()
 {
     WNDCLASSW record{};
-    record.lpfnWndProc = windowProcedure;
+    record.lpfnWndProc = pictureProcedure;
     record.hInstance = GetModuleHandleW(nullptr);
     record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    record.lpszClassName = windowClass;
+    record.lpszClassName = pictureClass;
     RegisterClassW(&record);
 }
 
@@ -123,11 +123,11 @@ void registerWindowClass()
 
 HWND createPictureView(HWND parent, const Look& look)
 {
-    registerWindowClass();
+    registerPictureClass();
     auto view = std::make_unique<PictureView>();
     view->look = &look;
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
-    return CreateWindowExW(0, windowClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, parent, nullptr,
+    return CreateWindowExW(0, pictureClass, L"", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, parent, nullptr,
                            GetModuleHandleW(nullptr), view.release());
 }
 

@@ -10,7 +10,7 @@
 namespace companion {
 namespace {
 
-constexpr wchar_t windowClass[] = L"ZemQueueWindow";
+constexpr wchar_t queueClass[] = L"ZemQueueWindow";
 constexpr int programsId = 100;
 
 class QueueWindow : public NoticeWindow {
@@ -74,7 +74,7 @@ std::wstring detailsOf(const ReceivedQueue& queue)
 
 void showQueue(HWND owner, const ReceivedQueue& queue)
 {
-    auto* window = static_cast<QueueWindow*>(openNoticeWindow(owner, windowClass, makeQueueWindow));
+    auto* window = static_cast<QueueWindow*>(openNoticeWindow(owner, queueClass, makeQueueWindow));
     if (window == nullptr)
         return;
     std::vector<std::vector<std::wstring>> rows;

@@ -10,9 +10,9 @@
 namespace companion {
 namespace {
 
-constexpr wchar_t windowClass[] = L"ZemSheetWindow";
+constexpr wchar_t sheetClass[] = L"ZemSheetWindow";
 constexpr int operationsId = 100;
-constexpr int toolsId = 101;
+constexpr int sheetToolsId = 101;
 
 class SheetWindow : public NoticeWindow {
 public:
@@ -25,7 +25,7 @@ public:
 };
 
 struct SheetLayout {
-    Rectangle operationsTitle, operations, toolsTitle, tools, text;
+    Area operationsTitle, operations, toolsTitle, tools, text;
 };
 
 // The operations get three fifths of the height of both lists.
@@ -54,7 +54,7 @@ void SheetWindow::createChildren()
                             {L"Depth", 76, true},
                             {L"NC file", 150},
                             {L"Time", 0, true}});
-    tools = createList(window, toolsId);
+    tools = createList(window, sheetToolsId);
     setColumns(tools, {{L"Tool", 48, true},
                        {L"Diameter", 76, true},
                        {L"Corner radius", 96, true},
@@ -139,7 +139,7 @@ void fill(SheetWindow& window, const ReceivedSheet& sheet)
 
 void showSheet(HWND owner, const ReceivedSheet& sheet)
 {
-    auto* window = static_cast<SheetWindow*>(openNoticeWindow(owner, windowClass, makeSheetWindow));
+    auto* window = static_cast<SheetWindow*>(openNoticeWindow(owner, sheetClass, makeSheetWindow));
     if (window == nullptr)
         return;
     fill(*window, sheet);

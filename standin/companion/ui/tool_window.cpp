@@ -11,7 +11,7 @@
 namespace companion {
 namespace {
 
-constexpr wchar_t windowClass[] = L"ZemToolWindow";
+constexpr wchar_t toolClass[] = L"ZemToolWindow";
 constexpr int toolsId = 100;
 constexpr int valuesId = 101;
 
@@ -29,7 +29,7 @@ public:
 };
 
 struct ToolLayout {
-    Rectangle toolsTitle, tools, pictureTitle, picture, valuesTitle, values;
+    Area toolsTitle, tools, pictureTitle, picture, valuesTitle, values;
 };
 
 // The tools get two fifths of the height of both lists; the picture and the values half the width
@@ -112,7 +112,7 @@ std::unique_ptr<NoticeWindow> makeToolWindow()
 
 void showTools(HWND owner, const ReceivedTools& tools)
 {
-    auto* window = static_cast<ToolWindow*>(openNoticeWindow(owner, windowClass, makeToolWindow));
+    auto* window = static_cast<ToolWindow*>(openNoticeWindow(owner, toolClass, makeToolWindow));
     if (window == nullptr)
         return;
     std::vector<std::vector<std::wstring>> rows;

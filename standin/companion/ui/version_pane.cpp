@@ -78,12 +78,6 @@ void showSelectedPicture(VersionPane& pane, const std::wstring& folder)
                 version == 0 ? L"" : L"Version " + std::to_wstring(version) + L" has no picture.");
 }
 
-void moveTo(HWND window, const Rectangle& place)
-{
-    SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 HWND createTitle(HWND parent, const Look& look)
 {
     HWND title = CreateWindowExW(

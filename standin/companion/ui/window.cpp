@@ -21,7 +21,7 @@
 namespace companion {
 namespace {
 
-constexpr wchar_t windowClass[] = L"ZemMainWindow";
+constexpr wchar_t mainClass[] = L"ZemMainWindow";
 constexpr UINT newEvents = WM_APP + 1;
 constexpr UINT newLines = WM_APP + 2;
 constexpr UINT_PTR refreshTimer = 1;
@@ -136,7 +136,7 @@ void paintHeader(MainWindow& main)
     RECT client{};
     HDC context = BeginPaint(main.window, &paint);
     GetClientRect(main.window, &client);
-    const Rectangle header = layOutWindow(client.right, client.bottom).header;
+    const Area header = layOutWindow(client.right, client.bottom).header;
     const int half = header.width / 2;
     fillArea(context, header, headerColour);
     fillArea(context, {0, header.height - 3, header.width, 3}, accentColour);
@@ -190,7 +190,8 @@ LRESULT receiveCopyData(HWND window, LPARAM lParam)
     const auto arguments = peer::parseHandedOver(lParam);
     if (!arguments)
         return 0;
-    return receiveArguments(window, *arguments) ? peer::carriedOut : peer::notCarriedOut;
+    return receiveArguments(window, *arguments) ? peer::answerCarriedOut
+                                                : peer::answerNotCarriedOut;
 }
 
 LRESULT colourOfText(const MainWindow& main, WPARAM wParam)
@@ -261,7 +262,7 @@ LRESULT receive(MainWindow& main, UINT message, WPARAM wParam, LPARAM lParam)
     }
 }
 
-LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CALLBACK mainProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_NCCREATE) {
         auto* main = static_cast<MainWindow*>(
@@ -284,19 +285,19 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     }
 }
 
-void registerWindowClass()
+void registerMainClass()
 {
     WNDCLASSEXW record{};
     record.cbSize = sizeof record;
-    record.lpfnWndProc = windowProcedure;
+    record.lpfnWndProc = mainProcedure;
     record.hInstance = GetModuleHandleW(nullptr);
     record.hIcon = LoadIconW(record.hInstance, MAKEINTRESOURCEW(IDI_COMPANION));
     record.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    record.lpszClassName = windowClass;
+    record.lpszClassName = mainClass;
     RegisterClassExW(&record);
 }
 
-Rectangle firstPlace()
+Area firstPlace()
 {
     RECT work{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
@@ -329,13 +330,13 @@ HWND createMainWindow(State& state)
 {
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
-    registerWindowClass();
+    registerMainClass();
     auto main = std::make_unique<MainWindow>();
     main->state = &state;
-    const Rectangle place = firstPlace();
+    const Area place = firstPlace();
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
     HWND window =
-        CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, peer::productName,
+        CreateWindowExW(WS_EX_CONTROLPARENT, mainClass, peer::productName,
                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.width,
                         place.height, nullptr, nullptr, GetModuleHandleW(nullptr), main.release());
     if (window != nullptr) {

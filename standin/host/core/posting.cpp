@@ -78,7 +78,7 @@ std::string cut(const operation& op, const std::vector<ViewPoint>& path)
     return lines + "G0 " + word('Z', clearance) + "\r\n";
 }
 
-std::string operationLines(const Part& part, const PartOperation& held)
+std::string passLines(const Part& part, const PartOperation& held)
 {
     const operation& op = held.node.op;
     const bool isHoles = op.operationType == drilling || op.operationType == tapping;
@@ -95,7 +95,7 @@ std::string ncProgram(const std::wstring& name, int programNumber,
     std::string lines = "%\r\nO" + std::to_string(programNumber) + "\r\n" + comment(name) +
                         comment(part.title) + "G21 G17 G90 G40 G80\r\n";
     for (const PartOperation* const held : operations)
-        lines += operationLines(part, *held);
+        lines += passLines(part, *held);
     return lines + "M30\r\n%\r\n";
 }
 

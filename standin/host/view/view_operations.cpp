@@ -14,7 +14,7 @@ namespace standin {
 namespace {
 
 constexpr long rowHeight = 24;
-constexpr long headHeight = 30;
+constexpr long columnHeadHeight = 30;
 
 // A row of the list: an operation, or a group's heading, with the group's first operation.
 struct ListRow {
@@ -181,9 +181,9 @@ int operationRowCount(const Part& part)
 void drawOperations(HDC context, const RECT& area, const Part& part, int firstRow)
 {
     fillArea(context, area, colours::panel);
-    drawColumnHeads(context, {area.left, area.top, area.right, area.top + headHeight});
-    const long total = area.bottom - headHeight;
-    drawRows(context, {area.left, area.top + headHeight, area.right, total}, part, firstRow);
+    drawColumnHeads(context, {area.left, area.top, area.right, area.top + columnHeadHeight});
+    const long total = area.bottom - columnHeadHeight;
+    drawRows(context, {area.left, area.top + columnHeadHeight, area.right, total}, part, firstRow);
     drawTotal(context, {area.left, total, area.right, area.bottom}, part);
 }
 
