@@ -46,3 +46,28 @@ function(add_own_options target)
   endif()
   set_target_properties(${target} PROPERTIES PREFIX "")
 endfunction()
+
+# Compiles the sources of each folder together, where the preset asks for it. The headers are then
+# parsed once for a folder, which takes most of the time of a small source. What a source keeps to
+# itself needs a name that no other source of its folder uses.
+function(compile_by_folder target)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source IN LISTS sources)
+    cmake_path(GET source PARENT_PATH folder)
+    string(MAKE_C_IDENTIFIER "in_${folder}" group)
+    set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+  if(CMAKE_UNITY_BUILD AND NOT MSVC)
+    # Between sources that are only compiled together these mean nothing.
+    target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-shadow)
+  endif()
+endfunction()
+
+# Links the programs of this folder, none of which ships, with LLVM's linker where it is installed.
+macro(link_quickly)
+  find_program(LLVM_LINKER ld.lld)
+  if(MINGW AND LLVM_LINKER)
+    add_link_options(-wrapper ${CMAKE_SOURCE_DIR}/cmake/link_with_lld)
+  endif()
+endmacro()
