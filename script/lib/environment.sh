@@ -46,10 +46,34 @@ install_packages() {
         "${missing[@]}"
 }
 
-# build [TARGET…]: configures and builds these targets, or all.
+# build [TARGET…]: configures and builds these targets, or all, with a line that counts the steps. Shows
+# the build's output only if it fails.
 build() {
     quietly cmake --preset "$preset"
-    quietly cmake --build --preset "$preset" ${1:+--target "$@"}
+    local log status=0
+    log=$(mktemp)
+    cmake --build --preset "$preset" ${1:+--target "$@"} 2>&1 </dev/null | tee "$log" | count_steps ||
+        status=$?
+    [ $status = 0 ] || cat "$log" >&2
+    rm -f "$log"
+    return $status
+}
+
+# From Ninja's "[12/160] …" on standard input to "building: 12 of 160": on a terminal one line that changes,
+# elsewhere a line for each tenth.
+count_steps() {
+    local terminal=
+    [ ! -t 1 ] || terminal=1
+    awk -v terminal="$terminal" '
+        match($0, /^\[[0-9]+\/[0-9]+\]/) {
+            split(substr($0, 2, RLENGTH - 2), step, "/")
+            if (terminal) { printf "\rbuilding: %d of %d", step[1], step[2]; fflush(); counted = 1 }
+            else if (step[1] >= next_at) {
+                print "building: " step[1] " of " step[2]; fflush()
+                next_at = step[1] + step[2] / 10
+            }
+        }
+        END { if (counted) print "" }'
 }
 
 # Runs the rest of the script as `SCRIPT --inside ARGS` in a network namespace (loopback only) and on a
