@@ -51,8 +51,8 @@ CommandFilePlan::CommandFilePlan(const Installation& installation, const HostNum
     : host_(host),
       random_(seed),
       folder_(installation.path(L"parts of " + std::to_wstring(host.number) + L"\\")),
-      seeds_(fuzzing::commandTextTarget().seeds),
-      tokens_(fuzzing::commandTextTarget().tokens)
+      seeds_(fuzzing::formatTargets().front().seeds),
+      tokens_(fuzzing::formatTargets().front().tokens)
 {
     CreateDirectoryW(folder_.c_str(), nullptr);
     // In a request, the last name contains the byte E4.
@@ -72,26 +72,26 @@ std::string CommandFilePlan::openText()
     static const char* const before[] = {"", "", "+", "-", "000", "\t\r\v\f", "\t-0"};
     static const char* const after[] = {"", "", "x", ".5", "-", "\xFF"};
     static const char* const marks[] = {"\xEF\xBB\xBF", "\xEF\xBB\xBF", "abc", "123"};
-    const std::uint64_t id = random_.below(2147483647 / host_.count) * host_.count + host_.number;
-    std::string text = marks[random_.below(4)];
-    text += before[random_.below(7)] + std::to_string(id);
-    text += after[random_.below(6)];
-    return text + ' ' + parts_[random_.below(parts_.size())] + '\n';
+    const std::uint64_t id = random_() % (2147483647 / host_.count) * host_.count + host_.number;
+    std::string text = marks[random_() % 4];
+    text += before[random_() % 7] + std::to_string(id);
+    text += after[random_() % 6];
+    return text + ' ' + parts_[random_() % parts_.size()] + '\n';
 }
 
 std::string CommandFilePlan::anyText()
 {
-    const std::uint64_t kind = random_.below(9);
+    const std::uint64_t kind = random_() % 9;
     if (kind < 2)
         return openText();
     if (kind == 3) {
-        const std::string text = "\xEF\xBB\xBF" + std::to_string(random_.below(100)) + ' ';
-        return random_.isOneIn(2) ? text + '\n' : text;
+        const std::string text = "\xEF\xBB\xBF" + std::to_string(random_() % 100) + ' ';
+        return random_() % 2 == 0 ? text + '\n' : text;
     }
-    std::string bytes = fuzzing::mutated({seeds_, tokens_}, random_);
+    std::string bytes = fuzzing::mutated(seeds_, tokens_, random_);
     if (kind == 2)
-        bytes.insert(0, random_.isOneIn(2) ? "CHECKIN " : "CHECKIN");
-    if (random_.isOneIn(50))
+        bytes.insert(0, random_() % 2 == 0 ? "CHECKIN " : "CHECKIN");
+    if (random_() % 50 == 0)
         bytes.resize(longestRequest, 'x');
     return bytes.substr(0, longestRequest);
 }

@@ -1,11 +1,11 @@
 // Random command files and the host trace expected for each.
 #pragma once
 
-#include "fuzz/random.h"
 #include "support/installation.h"
 
 #include <cstdint>
 #include <optional>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -42,7 +42,7 @@ private:
     std::optional<PlannedFile> opening(PlannedFile file, std::int32_t id, const std::wstring& path);
 
     const HostNumber host_;
-    fuzzing::Random random_;
+    std::mt19937_64 random_;
     std::wstring folder_;
     std::vector<std::string> parts_; // as spelled in a request
     std::vector<std::string> seeds_;

@@ -168,7 +168,7 @@ std::wstring SoakMenu::nextChoice()
 {
     static const wchar_t* const choices[] = {L"Open TORVA ZEM", L"About", L"Tools",
                                              L"Import NC-Files", L""};
-    return choices[random_.below(std::size(choices))];
+    return choices[random_() % std::size(choices)];
 }
 
 SoakPlan::SoakPlan(SoakHostFacts facts, std::uint64_t seed)
@@ -198,7 +198,7 @@ PlannedStep SoakPlan::next()
     for (const Kind& kind : kinds)
         all += kind.weight;
     for (;;) {
-        std::uint64_t place = random_.below(all);
+        std::uint64_t place = random_() % all;
         const Kind* kind = kinds;
         for (; place >= kind->weight; ++kind)
             place -= kind->weight;
@@ -255,8 +255,8 @@ void SoakPlan::parkRequests(unsigned most)
     const bool isWithdrawn = most == 2;
     std::wstring acts = L"! busy\n";
     int part = 0;
-    for (std::uint64_t left = 1 + random_.below(most); left > 0; --left) {
-        part = static_cast<int>(random_.below(facts_.parts.size()));
+    for (std::uint64_t left = 1 + random_() % most; left > 0; --left) {
+        part = static_cast<int>(random_() % facts_.parts.size());
         acts += L"! request " + std::to_wstring(nextRequestId_) + L' ' + workFile(part) + L'\n';
         neverOpened_.insert(nextRequestId_++);
     }
@@ -283,7 +283,7 @@ void SoakPlan::prepare(const Kind& kind)
     } else if (name == "event that forgets the file") {
         // Only event 3 reports the end of a save; without it, an unknown document is not saved.
         static const wchar_t* const codes[] = {L"03", L"06", L"52"};
-        values_[L"event"] = codes[isNotified_ ? random_.below(3) : 0];
+        values_[L"event"] = codes[isNotified_ ? random_() % 3 : 0];
         values_[L"event code"] = std::to_wstring(std::stoi(values_[L"event"]));
     } else if (name == "menu") {
         const std::wstring choice = menu_.nextChoice();

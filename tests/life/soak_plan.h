@@ -2,11 +2,11 @@
 // seed give the same steps.
 #pragma once
 
-#include "fuzz/random.h"
 #include "support/bytes.h"
 
 #include <array>
 #include <map>
+#include <random>
 #include <set>
 
 namespace testing_support {
@@ -52,7 +52,7 @@ public:
     std::wstring nextChoice();
 
 private:
-    fuzzing::Random random_;
+    std::mt19937_64 random_;
 };
 
 class SoakPlan {
@@ -83,7 +83,7 @@ private:
     void conclude(const std::string& name);
 
     const SoakHostFacts facts_;
-    fuzzing::Random random_;
+    std::mt19937_64 random_;
     SoakMenu menu_;
     size_t steps_ = 0;
     std::map<std::wstring, std::wstring> values_; // of the placeholders
