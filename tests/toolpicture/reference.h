@@ -46,7 +46,8 @@ inline int cut(double unit)
 inline Hls hlsOf(std::uint32_t colour)
 {
     const auto parts = partsOf(colour);
-    const auto [least, most] = std::ranges::minmax(parts);
+    const int most = *std::ranges::max_element(parts);
+    const int least = *std::ranges::min_element(parts);
     const int range = most - least, sum = most + least;
     Hls hls = {0, cut(single(sum / 510.0)), 0};
     if (range == 0)
