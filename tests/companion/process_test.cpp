@@ -23,6 +23,24 @@ namespace {
 const std::wstring notInstalled = LR"(ui message-box("TORVA ZEM", "TORVA ZEM is not installed."))";
 const std::wstring failedToOpen = LR"(ui message-box("TORVA ZEM", "Failed to open TORVA ZEM."))";
 
+LRESULT CALLBACK closeActivatedDialog(int code, WPARAM wParam, LPARAM lParam)
+{
+    const HWND window = reinterpret_cast<HWND>(wParam);
+    wchar_t name[16] = L"";
+    if (code == HCBT_ACTIVATE && GetClassNameW(window, name, 16) && name == std::wstring(L"#32770"))
+        PostMessageW(window, WM_COMMAND, IDOK, 0);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// While it exists, dialogs that appear on this thread are closed with OK immediately.
+struct SystemDialogs {
+    HHOOK hook = SetWindowsHookExW(WH_CBT, closeActivatedDialog, nullptr, GetCurrentThreadId());
+    SystemDialogs() = default;
+    ~SystemDialogs() { UnhookWindowsHookEx(hook); }
+    SystemDialogs(const SystemDialogs&) = delete;
+    SystemDialogs& operator=(const SystemDialogs&) = delete;
+};
+
 class CompanionProcess : public HostFixture {
 protected:
     CompanionDouble companion;

@@ -1,5 +1,5 @@
 // Compares the dumps in the pages with the bytes written by the programs.
-#include "documents/exchange_run.h"
+#include "documents/exchange_runs.h"
 #include "documents/pages.h"
 #include "tools/zemlink/decode.h"
 #include "tools/zemlink/file_reports.h"
@@ -25,24 +25,6 @@ static void PrintTo(const GivenBytes& bytes, std::ostream* stream)
 } // namespace documents
 
 namespace {
-
-const ExchangeRun runs[] = {
-    {"requests",
-     {"registry-value", "open-request", "machine-settings", "new-file-request", "check-in-request"},
-     requestsOfTheCompanion},
-    {"roundTrip",
-     {"commit-notice", "setup-sheet-notice", "load-log", "screen-picture", "queue-notice",
-      "nc-queue", "commit-records"},
-     roundTripOfAPart},
-    {"toolData", {"tools-notice", "tool-data"}, toolDataOfAPart},
-    {"toolPicture", {"tool-picture"}, pictureOfATool},
-};
-
-const GivenBytes given[] = {
-    {"settings", giveSettings},
-    {"check-out-answer", giveCheckoutAnswer},
-    {"check-in-answer", giveCheckinAnswer},
-};
 
 void expectShown(const std::string& name, const std::string& bytes)
 {
@@ -76,7 +58,7 @@ TEST_P(EachRun, writesWhatThePagesShow)
     EXPECT_EQ(names, std::set(GetParam().dumps.begin(), GetParam().dumps.end()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Pages, EachRun, ::testing::ValuesIn(runs),
+INSTANTIATE_TEST_SUITE_P(Pages, EachRun, ::testing::ValuesIn(exchangeRuns),
                          [](const auto& run) { return std::string(run.param.name); });
 
 TEST_P(EachGivenDump, doesWhatThePageSays)
@@ -86,24 +68,24 @@ TEST_P(EachGivenDump, doesWhatThePageSays)
     GetParam().give(bytesOf(dumps.at(GetParam().dump)).value_or(""));
 }
 
-INSTANTIATE_TEST_SUITE_P(Pages, EachGivenDump, ::testing::ValuesIn(given),
+INSTANTIATE_TEST_SUITE_P(Pages, EachGivenDump, ::testing::ValuesIn(givenBytes),
                          [](const auto& bytes) { return testName(bytes.param.dump); });
 
 TEST(Pages, haveOnlySoundDumps)
 {
-    for (const auto& [page, block] : blocksOfPages("dump"))
-        EXPECT_EQ(parseDump(block).fault, "") << page << ": " << block.name;
+    for (const FencedBlock& block : blocksOfPages("dump"))
+        EXPECT_EQ(parseDump(block).fault, "") << block.page << ": " << block.name;
 }
 
 TEST(Pages, showEachTestedDumpOnce)
 {
     std::multiset<std::string> read;
-    for (const ExchangeRun& run : runs)
+    for (const ExchangeRun& run : exchangeRuns)
         read.insert(run.dumps.begin(), run.dumps.end());
-    for (const GivenBytes& bytes : given)
+    for (const GivenBytes& bytes : givenBytes)
         read.insert(bytes.dump);
     std::multiset<std::string> shown;
-    for (const auto& [page, block] : blocksOfPages("dump"))
+    for (const FencedBlock& block : blocksOfPages("dump"))
         shown.insert(block.name);
     EXPECT_EQ(shown, read);
 }
@@ -113,15 +95,16 @@ TEST(Pages, showTheSupportToolsDecoding)
     const auto dumps = dumpsOfPages();
     const auto blocks = blocksOfPages("decoded");
     EXPECT_FALSE(blocks.empty());
-    for (const auto& [page, block] : blocks) {
-        ASSERT_TRUE(dumps.contains(block.name)) << page << ": " << block.name;
+    for (const FencedBlock& block : blocks) {
+        ASSERT_TRUE(dumps.contains(block.name)) << block.page << ": " << block.name;
         const std::string bytes = bytesOf(dumps.at(block.name)).value_or("");
         const auto kind = zemlink::kindOf(L"", bytes);
-        ASSERT_TRUE(kind) << page << ": " << block.name;
+        ASSERT_TRUE(kind) << block.page << ": " << block.name;
         const std::string text = zemlink::asText(zemlink::decode(*kind, bytes).report);
-        EXPECT_TRUE(joined(block.lines) == text) << page << ": the block as it should stand:\n"
-                                                 << "```decoded " << block.name << '\n'
-                                                 << text << "```";
+        EXPECT_TRUE(joined(block.lines) == text)
+            << block.page << ": the block as it should stand:\n"
+            << "```decoded " << block.name << '\n'
+            << text << "```";
     }
 }
 

@@ -1,4 +1,4 @@
-#include "documents/dump.h"
+#include "documents/pages.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "documents/page_text.h"
+#include "documents/pages.h"
 
 #include <gtest/gtest.h>
 

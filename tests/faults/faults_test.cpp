@@ -1,15 +1,15 @@
 // Checks the fault table of the documentation row by row: the effect on each entry point when a
 // system or host call fails. A row that differs prints the correct line.
-#include "documents/page_text.h"
 #include "documents/pages.h"
-#include "faults/outcome.h"
 #include "faults/scenario.h"
 #include "framework/framework.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <map>
 #include <set>
 #include <stdexcept>
 
@@ -37,6 +37,94 @@ std::string asLine(const FaultRow& row)
 void PrintTo(const FaultRow& row, std::ostream* stream)
 {
     *stream << row.scenario << ": " << asLine(row);
+}
+
+using Files = std::map<std::wstring, std::string>;
+
+// The result of a scenario: what the user saw, and the changes on disk.
+struct Outcome {
+    Lines trace; // calls to the host
+    // "made", "grown", "rewritten" or "gone" by file name below the installation folder, with the
+    // process id replaced by "PID".
+    Files changes;
+    int starts = 0;      // starts of the Companion or the browser
+    std::string escaped; // exception that left the add-in; empty for none
+
+    bool operator==(const Outcome&) const = default;
+};
+
+// The files below a folder with their content; empty content for a file that cannot be read.
+// Excludes the user's temporary folder, whose files are deleted when their last handle is closed.
+Files filesBelow(const std::wstring& folder)
+{
+    const std::wstring ownId = std::to_wstring(GetCurrentProcessId());
+    Files files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        std::wstring name = entry.path().wstring().substr(folder.size() + 1);
+        if (entry.is_directory() || name.starts_with(L"user temp"))
+            continue;
+        if (const size_t place = name.find(ownId); place != name.npos)
+            name.replace(place, ownId.size(), L"PID");
+        files[name] = readBytes(entry.path().wstring()).value_or("");
+    }
+    return files;
+}
+
+Files changesBetween(const Files& before, const Files& after)
+{
+    Files changes;
+    for (const auto& [file, bytes] : before)
+        if (!after.contains(file))
+            changes[file] = "gone";
+        else if (after.at(file) != bytes)
+            changes[file] = after.at(file).starts_with(bytes) ? "grown" : "rewritten";
+    for (const auto& [file, bytes] : after)
+        if (!before.contains(file))
+            changes[file] = "made";
+    return changes;
+}
+
+// The quoted texts of the message boxes in the trace.
+Lines boxesIn(const Lines& trace)
+{
+    const std::wstring start = L"message-box(\"TORVA ZEM\", ";
+    Lines boxes;
+    for (const std::wstring& line : trace)
+        if (const size_t place = line.find(start); place != line.npos)
+            boxes.push_back(
+                line.substr(place + start.size(), line.rfind(L')') - place - start.size()));
+    return boxes;
+}
+
+// A cell of the table: the items, or "nothing".
+std::string cellOf(const std::vector<std::string>& items)
+{
+    std::string all;
+    for (const std::string& item : items)
+        all += (all.empty() ? "" : ", ") + item;
+    return all.empty() ? "nothing" : all;
+}
+
+std::string seenByUser(const Outcome& outcome)
+{
+    std::vector<std::string> items;
+    for (const std::wstring& box : boxesIn(outcome.trace))
+        items.push_back(toUtf8(box));
+    if (outcome.starts > 0)
+        items.push_back("a program starts" + (outcome.starts > 1
+                                                  ? ' ' + std::to_string(outcome.starts) + " times"
+                                                  : ""));
+    if (!outcome.escaped.empty())
+        items.push_back(outcome.escaped);
+    return cellOf(items);
+}
+
+std::string leftOnDisk(const Outcome& outcome)
+{
+    std::vector<std::string> items;
+    for (const auto& [file, change] : outcome.changes)
+        items.push_back(change + " `" + toUtf8(file) + '`');
+    return cellOf(items);
 }
 
 constexpr int everyCall = 1000000;
@@ -107,11 +195,9 @@ std::map<std::string, int> hostCalls()
     return calls;
 }
 
-void noteCalls(const std::vector<CallCount>& platform, const std::map<std::string, int>& before)
+void noteCalls(const std::map<std::string, int>& platform, const std::map<std::string, int>& before)
 {
-    lastCalls.clear();
-    for (const CallCount& call : platform)
-        lastCalls[call.call] = call.count;
+    lastCalls = platform;
     for (const auto& [operation, count] : hostCalls())
         if (count > before.at(operation)) {
             lastCalls[operation + " fails"] = count - before.at(operation);
@@ -174,19 +260,16 @@ protected:
         const std::map<std::string, int> callsBefore = hostCalls();
         const int startsBefore = shellStarts();
         Outcome outcome;
-        {
-            const WatchedCalls watched(scenario.callers);
-            if (fault)
-                fault->start(nth);
-            outcome.escaped = escapeOf(scenario.act, *world_);
-            noteCalls(watched.made(), callsBefore);
-            if (fault)
-                fault->stop();
-        }
+        watchPlatformCalls(scenario.callers);
+        if (fault)
+            fault->start(nth);
+        outcome.escaped = escapeOf(scenario.act, *world_);
+        noteCalls(endWatchingPlatformCalls(), callsBefore);
+        if (fault)
+            fault->stop();
         const Files after = filesBelow(installation.root());
         outcome.starts = shellStarts() - startsBefore;
         outcome.trace = newTrace();
-        outcome.boxes = boxesIn(outcome.trace);
         outcome.changes = changesBetween(before, after);
         expectNothingLost(scenario, outcome);
         return outcome;
@@ -195,7 +278,7 @@ protected:
     static void expectNothingLost(const Scenario& scenario, const Outcome& outcome)
     {
         static const std::set<std::wstring> known = knownBoxes();
-        for (const std::wstring& box : outcome.boxes)
+        for (const std::wstring& box : boxesIn(outcome.trace))
             EXPECT_TRUE(known.contains(box)) << toUtf8(box);
         for (const auto& [file, change] : outcome.changes)
             EXPECT_TRUE(change == "made" || change == "grown" || mayReplace(scenario, file))

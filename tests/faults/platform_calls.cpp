@@ -4,6 +4,7 @@
 #include "support/add_in_state.h"
 #include "support/system_calls.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
@@ -25,7 +26,7 @@ struct CallWatch {
     DWORD thread = 0; // only its calls are watched
     std::atomic<int> failing{-1};
     std::atomic<int> nth{0};
-    std::atomic<int> counts[128]{}; // by call number; `allocation` is 0
+    std::atomic<int> counts[128]{}; // by call number; "operator new" is 0
 };
 
 CallWatch callWatch;
@@ -84,7 +85,7 @@ void WINAPI countedSleep(DWORD milliseconds)
 // Call names by call number.
 std::vector<std::string>& names()
 {
-    static std::vector<std::string> all{allocation};
+    static std::vector<std::string> all{"operator new"};
     return all;
 }
 
@@ -95,41 +96,51 @@ struct NamedCall {
 };
 
 template <class Result, class... Arguments, class Tag = decltype([] {})>
-NamedCall<Tag, Result, Arguments...> call(const char* name, Result (*function)(Arguments...))
+NamedCall<Tag, Result, Arguments...> namedCall(const char* name, Result (*function)(Arguments...))
 {
     return {name, function};
 }
 
+#define CALL(function) namedCall(#function, function)
+
+template <class Function>
+Function* exportedFunction(const char* name, Function* function)
+{
+    for (const wchar_t* library : {L"advapi32.dll", L"kernel32.dll", L"msvcrt.dll", L"user32.dll",
+                                   L"gdi32.dll", L"ws2_32.dll", L"shell32.dll"})
+        if (Function* const found = systems(function, name, library))
+            return found;
+    return nullptr;
+}
+
+// The call is redirected from its present target.
 template <class Failure, class Tag, class Result, class... Arguments>
 void lead(NamedCall<Tag, Result, Arguments...> call,
-          std::type_identity_t<Result (*)(Arguments...)> systems, Failure failure, DWORD error,
+          std::type_identity_t<Result (*)(Arguments...)> present, Failure failure, DWORD error,
           bool actsAnyway)
 {
     using Led = LedCall<Tag, Result, Arguments...>;
-    Led::systems = systems;
+    Led::systems = present;
     Led::failure = static_cast<Result>(failure);
     Led::error = error;
     Led::number = static_cast<int>(names().size());
     Led::actsAnyway = actsAnyway;
     names().emplace_back(call.name);
-    standin::redirectImports(GetModuleHandleW(nullptr), systems, &Led::call);
+    standin::redirectImports(GetModuleHandleW(nullptr), present, &Led::call);
 }
-
-// The library that exports the following calls.
-const wchar_t* library = nullptr;
 
 // These calls do nothing and report failure.
 template <class Failure, class... Calls>
 void fail(Failure failure, DWORD error, Calls... calls)
 {
-    (lead(calls, systems(calls.function, calls.name, library), failure, error, false), ...);
+    (lead(calls, exportedFunction(calls.name, calls.function), failure, error, false), ...);
 }
 
 // These calls release something: they do it and still report failure.
 template <class Failure, class... Calls>
 void complain(Failure failure, Calls... calls)
 {
-    (lead(calls, systems(calls.function, calls.name, library), failure, ERROR_INVALID_HANDLE, true),
+    (lead(calls, exportedFunction(calls.name, calls.function), failure, ERROR_INVALID_HANDLE, true),
      ...);
 }
 
@@ -142,81 +153,56 @@ std::vector<std::string> platformCalls()
 
 void leadPlatformCalls()
 {
-    library = L"advapi32.dll";
-    fail(ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, call("RegCreateKeyExW", RegCreateKeyExW),
-         call("RegQueryValueExW", RegQueryValueExW));
+    // Most calls return 0, null or -1 and report that access is denied.
+    const DWORD denied = ERROR_ACCESS_DENIED;
+    fail(0, denied, CALL(SetThreadPriority), CALL(MultiByteToWideChar), CALL(WideCharToMultiByte),
+         CALL(DeleteFileW), CALL(MoveFileExW), CALL(GetFileAttributesExW), CALL(GetFileSizeEx),
+         CALL(GetTempPathW), CALL(AppendMenuW), CALL(EnumWindows), CALL(GetCursorPos),
+         CALL(GetWindowTextW), CALL(GetWindowThreadProcessId), CALL(IsIconic),
+         CALL(IsWindowEnabled), CALL(RegisterClassW), CALL(RegisterWindowMessageW),
+         CALL(SendMessageW), CALL(SetMenuDefaultItem), CALL(SetPropW), CALL(SetWindowTextW),
+         CALL(ShowWindow), CALL(Arc), CALL(ArcTo), CALL(BitBlt), CALL(ExtTextOutW), CALL(GdiFlush),
+         CALL(GetDIBits), CALL(GetObjectW), CALL(LineTo), CALL(MoveToEx));
+    fail(nullptr, denied, CALL(_fsopen), CALL(fopen), CALL(fgets), CALL(fgetws),
+         CALL(CreatePopupMenu), CALL(CreateWindowExW), CALL(GetDC), CALL(GetPropW),
+         CALL(RemovePropW), CALL(SetActiveWindow), CALL(CreateCompatibleBitmap),
+         CALL(CreateCompatibleDC), CALL(CreatePen), CALL(SelectObject));
+    fail(-1, denied, CALL(ResumeThread), CALL(_waccess), CALL(_wstat64), CALL(_findfirst64),
+         CALL(_findnext64), CALL(fputs), CALL(remove), CALL(wcstombs));
 
-    library = L"kernel32.dll";
-    fail(nullptr, ERROR_NOT_ENOUGH_MEMORY, call("CreateThread", CreateThread));
-    fail(-1, ERROR_ACCESS_DENIED, call("ResumeThread", ResumeThread));
-    fail(0, ERROR_ACCESS_DENIED, call("SetThreadPriority", SetThreadPriority),
-         call("MultiByteToWideChar", MultiByteToWideChar),
-         call("WideCharToMultiByte", WideCharToMultiByte), call("DeleteFileW", DeleteFileW),
-         call("MoveFileExW", MoveFileExW), call("GetFileAttributesExW", GetFileAttributesExW),
-         call("GetFileSizeEx", GetFileSizeEx), call("GetTempPathW", GetTempPathW));
-    fail(WAIT_FAILED, ERROR_ACCESS_DENIED, call("WaitForSingleObject", WaitForSingleObject));
-    fail(nullptr, ERROR_FILE_NOT_FOUND, call("OpenSemaphoreW", OpenSemaphoreW));
-    fail(nullptr, ERROR_MOD_NOT_FOUND, call("LoadLibraryW", LoadLibraryW));
-    fail(nullptr, ERROR_PROC_NOT_FOUND, call("GetProcAddress", GetProcAddress));
-    fail(INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED, call("CreateFileW", CreateFileW));
-    complain(0, call("CloseHandle", CloseHandle), call("UnlockFile", UnlockFile));
-    fail(0, ERROR_LOCK_VIOLATION, call("LockFile", LockFile));
-    fail(0, ERROR_READ_FAULT, call("ReadFile", ReadFile));
-    fail(INVALID_SET_FILE_POINTER, ERROR_ACCESS_DENIED, call("SetFilePointer", SetFilePointer));
-    fail(0, ERROR_DISK_FULL, call("WriteFile", WriteFile));
+    fail(denied, denied, CALL(RegCreateKeyExW), CALL(RegQueryValueExW));
+    fail(EACCES, denied, CALL(fopen_s), CALL(_wfopen_s));
+    fail(WAIT_FAILED, denied, CALL(WaitForSingleObject));
+    fail(INVALID_HANDLE_VALUE, denied, CALL(CreateFileW));
+    fail(INVALID_SET_FILE_POINTER, denied, CALL(SetFilePointer));
+    fail(CLR_INVALID, denied, CALL(GetPixel), CALL(SetBkColor));
+    fail(WSASYSNOTREADY, denied, CALL(WSAStartup));
 
-    library = L"msvcrt.dll";
-    fail(-1, ERROR_ACCESS_DENIED, call("_waccess", _waccess), call("_wstat64", _wstat64),
-         call("_findfirst64", _findfirst64), call("_findnext64", _findnext64),
-         call("fputs", std::fputs), call("remove", std::remove), call("wcstombs", std::wcstombs));
-    complain(-1, call("_findclose", _findclose), call("fclose", std::fclose),
-             call("_fcloseall", _fcloseall));
-    fail(nullptr, ERROR_ACCESS_DENIED, call("_fsopen", _fsopen), call("fopen", std::fopen),
-         call("fgets", std::fgets), call("fgetws", std::fgetws));
-    fail(EACCES, ERROR_ACCESS_DENIED, call("fopen_s", fopen_s), call("_wfopen_s", _wfopen_s));
+    fail(0, ERROR_LOCK_VIOLATION, CALL(LockFile));
+    fail(0, ERROR_READ_FAULT, CALL(ReadFile));
+    fail(0, ERROR_DISK_FULL, CALL(WriteFile));
+    fail(0, ERROR_NOT_ENOUGH_QUOTA, CALL(PostMessageW));
+    fail(nullptr, ERROR_NOT_ENOUGH_MEMORY, CALL(CreateThread));
+    fail(nullptr, ERROR_FILE_NOT_FOUND, CALL(OpenSemaphoreW));
+    fail(nullptr, ERROR_MOD_NOT_FOUND, CALL(LoadLibraryW));
+    fail(nullptr, ERROR_PROC_NOT_FOUND, CALL(GetProcAddress));
+    fail(nullptr, WSAHOST_NOT_FOUND, CALL(gethostbyname));
+    fail(INVALID_SOCKET, WSAENOBUFS, CALL(socket));
+    fail(-1, WSAECONNREFUSED, CALL(connect));
+    fail(-1, WSAECONNRESET, CALL(send));
+    fail(-1, WSAEINVAL, CALL(listen));
 
-    library = L"user32.dll";
-    fail(0, ERROR_ACCESS_DENIED, call("AppendMenuW", AppendMenuW), call("EnumWindows", EnumWindows),
-         call("GetCursorPos", GetCursorPos), call("GetWindowTextW", GetWindowTextW),
-         call("GetWindowThreadProcessId", GetWindowThreadProcessId), call("IsIconic", IsIconic),
-         call("IsWindowEnabled", IsWindowEnabled), call("RegisterClassW", RegisterClassW),
-         call("RegisterWindowMessageW", RegisterWindowMessageW), call("SendMessageW", SendMessageW),
-         call("SetMenuDefaultItem", SetMenuDefaultItem), call("SetPropW", SetPropW),
-         call("SetWindowTextW", SetWindowTextW), call("ShowWindow", ShowWindow));
-    fail(nullptr, ERROR_ACCESS_DENIED, call("CreatePopupMenu", CreatePopupMenu),
-         call("CreateWindowExW", CreateWindowExW), call("GetDC", GetDC), call("GetPropW", GetPropW),
-         call("RemovePropW", RemovePropW), call("SetActiveWindow", SetActiveWindow));
-    complain(0, call("DestroyMenu", DestroyMenu), call("DestroyWindow", DestroyWindow),
-             call("ReleaseDC", ReleaseDC));
-    fail(0, ERROR_NOT_ENOUGH_QUOTA, call("PostMessageW", PostMessageW));
-
-    library = L"gdi32.dll";
-    fail(0, ERROR_ACCESS_DENIED, call("Arc", Arc), call("ArcTo", ArcTo), call("BitBlt", BitBlt),
-         call("ExtTextOutW", ExtTextOutW), call("GdiFlush", GdiFlush), call("GetDIBits", GetDIBits),
-         call("GetObjectW", GetObjectW), call("LineTo", LineTo), call("MoveToEx", MoveToEx));
-    fail(nullptr, ERROR_ACCESS_DENIED, call("CreateCompatibleBitmap", CreateCompatibleBitmap),
-         call("CreateCompatibleDC", CreateCompatibleDC), call("CreatePen", CreatePen),
-         call("SelectObject", SelectObject));
-    complain(0, call("DeleteDC", DeleteDC), call("DeleteObject", DeleteObject));
-    fail(CLR_INVALID, ERROR_ACCESS_DENIED, call("GetPixel", GetPixel),
-         call("SetBkColor", SetBkColor));
-
-    library = L"ws2_32.dll";
-    fail(WSASYSNOTREADY, ERROR_ACCESS_DENIED, call("WSAStartup", WSAStartup));
-    complain(-1, call("WSACleanup", WSACleanup), call("closesocket", closesocket));
-    fail(INVALID_SOCKET, WSAENOBUFS, call("socket", socket));
-    fail(nullptr, WSAHOST_NOT_FOUND, call("gethostbyname", gethostbyname));
-    fail(-1, WSAECONNREFUSED, call("connect", connect));
-    fail(-1, WSAECONNRESET, call("send", send));
-    fail(-1, WSAEINVAL, call("listen", listen));
+    complain(0, CALL(CloseHandle), CALL(UnlockFile), CALL(DestroyMenu), CALL(DestroyWindow),
+             CALL(ReleaseDC), CALL(DeleteDC), CALL(DeleteObject));
+    complain(-1, CALL(_findclose), CALL(fclose), CALL(_fcloseall), CALL(WSACleanup),
+             CALL(closesocket));
 
     redirectCalls(&countedSleep, "Sleep", &countedSleep);
     redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &notedShellExecute, L"shell32.dll");
-    lead(call("ShellExecuteExW", notedShellExecute), &notedShellExecute, 0, ERROR_ACCESS_DENIED,
-         false);
+    lead(namedCall("ShellExecuteExW", notedShellExecute), &notedShellExecute, 0, denied, false);
 }
 
-WatchedCalls::WatchedCalls(Callers callers)
+void watchPlatformCalls(Callers callers)
 {
     for (std::atomic<int>& count : callWatch.counts)
         count = 0;
@@ -225,19 +211,14 @@ WatchedCalls::WatchedCalls(Callers callers)
     callWatch.isOn = true;
 }
 
-WatchedCalls::~WatchedCalls()
-{
-    callWatch.isOn = false;
-}
-
-std::vector<CallCount> WatchedCalls::made() const
+std::map<std::string, int> endWatchingPlatformCalls()
 {
     callWatch.isOn = false; // calls made from here on are not the add-in's
-    std::vector<CallCount> all;
+    std::map<std::string, int> made;
     for (size_t i = 0; i < names().size(); ++i)
         if (callWatch.counts[i] > 0)
-            all.push_back({names()[i], callWatch.counts[i]});
-    return all;
+            made[names()[i]] = callWatch.counts[i];
+    return made;
 }
 
 int shellStarts()
@@ -253,10 +234,8 @@ int pausesOfOtherThreads()
 void failPlatformCall(const std::string& call, int nth)
 {
     callWatch.nth = nth;
-    callWatch.failing = -1;
-    for (size_t i = 0; i < names().size(); ++i)
-        if (!call.empty() && names()[i] == call)
-            callWatch.failing = static_cast<int>(i);
+    const auto place = std::ranges::find(names(), call);
+    callWatch.failing = place == names().end() ? -1 : static_cast<int>(place - names().begin());
 }
 
 } // namespace testing_support

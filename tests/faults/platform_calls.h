@@ -2,7 +2,7 @@
 // program, whose import table is redirected.
 #pragma once
 
-#include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,32 +12,17 @@ namespace testing_support {
 // thread.
 enum class Callers { thisThread, listener };
 
-// How often a call was made while watched.
-struct CallCount {
-    std::string call;
-    int count;
-};
-
-// The name under which this program's allocations are counted; a failing one throws std::bad_alloc.
-inline constexpr char allocation[] = "operator new";
-
-// The names of all calls that can be made to fail, including `allocation`.
+// The names of all calls that can be made to fail. "operator new" is this program's allocations; a
+// failing one throws std::bad_alloc.
 std::vector<std::string> platformCalls();
 
 // Redirects this program's system calls until the process exits. Call it once.
 void leadPlatformCalls();
 
-// While it exists, counts the calls of these callers, starting from 0. Only one may exist.
-class WatchedCalls {
-public:
-    explicit WatchedCalls(Callers callers);
-    ~WatchedCalls();
-    WatchedCalls(const WatchedCalls&) = delete;
-    WatchedCalls& operator=(const WatchedCalls&) = delete;
-
-    // The calls that were made at least once.
-    std::vector<CallCount> made() const;
-};
+// Counts the calls of these callers, starting from 0, and makes them fail on demand.
+void watchPlatformCalls(Callers callers);
+// Ends that and returns how often each call was made, if it was.
+std::map<std::string, int> endWatchingPlatformCalls();
 
 // From now on, makes the n-th watched call with this name fail, counted from 1, or every one for 0.
 // An empty name stops all failures.

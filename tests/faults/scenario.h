@@ -40,12 +40,12 @@ private:
 
 struct Scenario {
     std::string name;
-    Callers callers;
-    bool repeats; // can run more than once in a process
     void (*prepare)(FaultWorld& world);
     void (*act)(FaultWorld& world);
     // Files it may rewrite or remove, as suffixes of the names in an outcome.
-    std::vector<std::wstring> replaces;
+    std::vector<std::wstring> replaces{};
+    Callers callers = Callers::thisThread;
+    bool repeats = true; // can run more than once in a process
 };
 
 const std::vector<Scenario>& scenarios();

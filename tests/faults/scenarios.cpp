@@ -1,8 +1,10 @@
 #include "faults/scenario.h"
 
 #include "addin/exports.h"
+#include "companion/installation.h"
 #include "incoming/listener.h"
 #include "incoming/message_window.h"
+#include "host/host.h"
 #include "host/message_box.h"
 #include "companion/network_thread.h"
 #include "incoming/pending_request.h"
@@ -14,6 +16,7 @@
 #include "formats/wire_constants.h"
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace torvapdm;
 
@@ -21,13 +24,14 @@ namespace testing_support {
 
 namespace {
 
-using Replaced = std::vector<std::wstring>;
-using World = FaultWorld;
-
-const Replaced nothing{};
-const Replaced thePart = {L"a.mcam"};
-const Replaced loaded = {L"a.mcam", L"mcsettings-17.txt"};
-const Replaced commandFile = {L"PID.dat"};
+constexpr char wholePart[] = "mastercam part 1\n\n"
+                             "[plane]\nid = 1\nname = Top\n\n"
+                             "[group]\nid = 1\nname = Machine\n\n"
+                             "[group]\nid = 2\nparent = 1\nname = First side\n\n"
+                             "[tool]\nnumber = 3\n\n"
+                             "[operation]\nid = 10\ngroup = 2\ntool-plane = 1\n"
+                             "construction-plane = 1\nnci-name = C:\\NCI\\SIDE 1.NCI\n"
+                             "tool.number = 3\n";
 
 // ---- Settings ----------------------------------------------------------------------------------
 
@@ -42,7 +46,7 @@ void withoutCompanion(FaultWorld& world)
     world.reset();
 }
 
-void chooseWith(FaultWorld& world, const wchar_t* item)
+void withMenuChoice(FaultWorld& world, const wchar_t* item)
 {
     withCompanion(world);
     standin::chooseNext(item);
@@ -86,8 +90,6 @@ void withCadFile(FaultWorld& world)
     AddInState::setFileTypePrefix(L"CAD");
 }
 
-void asLoaded(FaultWorld&) {}
-
 // Waits for this many pauses: after the second one, the listener has polled once completely.
 void waitForCycles(int cycles)
 {
@@ -124,11 +126,6 @@ void saveUntitled(FaultWorld&)
     KillTimer(nullptr, timer);
 }
 
-void drawOneTool(FaultWorld&)
-{
-    DrawTool(30, 60, 10, 10, 2, 0, 20, 30, 60, 8, 4);
-}
-
 // Messages posted to the message window are recorded and not processed.
 void sendRequest(const FaultWorld& world, const std::string& request)
 {
@@ -142,54 +139,135 @@ void sendRequest(const FaultWorld& world, const std::string& request)
 
 } // namespace
 
+FaultWorld::FaultWorld(const Installation& installation) : installation_(installation)
+{
+    CreateDirectoryW(path(L"parts").c_str(), nullptr);
+    CreateDirectoryW(path(L"user temp").c_str(), nullptr);
+    SetEnvironmentVariableW(L"TMP", path(L"user temp").c_str());
+    installation.installCompanion(programFolder() + L"start_recorder.exe");
+    // Uses a small picture of the view, because each run reads it.
+    SetWindowPos(get_MainFrame()->GetSafeHwnd(), nullptr, 0, 0, 200, 150, SWP_NOZORDER);
+}
+
+FaultWorld::~FaultWorld()
+{
+    if (isOpen_)
+        m_close(0);
+    const HWND window = AddInState::messageWindow();
+    AddInState::setMessageWindow(nullptr);
+    if (window)
+        DestroyWindow(window);
+}
+
+void FaultWorld::runCompanion()
+{
+    if (isCompanionRunning_)
+        return;
+    isCompanionRunning_ = true;
+    companion_.holdSemaphore();
+    companion_.showWindow();
+}
+
+void FaultWorld::openMessageWindow()
+{
+    if (AddInState::messageWindow())
+        return;
+    registerMessages();
+    AddInState::setMessageWindow(createMessageWindow());
+}
+
+void FaultWorld::openAddIn()
+{
+    if (isOpen_)
+        return;
+    isOpen_ = true;
+    const int pauses = pausesOfOtherThreads();
+    m_open(0);
+    // Waits until the listener, if it is running, has polled for its file.
+    waitUntil([pauses] { return !AddInState::listenerThread() || pausesOfOtherThreads() > pauses; },
+              2000);
+}
+
+void FaultWorld::reset()
+{
+    _fcloseall(); // some streams are left open on purpose, and their files could not be removed
+    for (const wchar_t* folder : {L"temp", L"commit", L"user temp"})
+        for (const auto& entry : std::filesystem::directory_iterator(path(folder)))
+            if (entry.path() != commandFile())
+                DeleteFileW(entry.path().c_str());
+    DeleteFileW(path(L"sys\\mcxlog.txt").c_str());
+    DeleteFileW(path(L"parts\\b").c_str());
+    while (!receiver_.isIdle()) // a full backlog would make the add-in wait
+        receiver_.hangUpOnNext();
+    writeBytes(part(), wholePart);
+    writeBytes(path(L"tmp\\SIDE 1.NC"), "%\nO1\nM30\n%\n");
+    writeBytes(path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\r\nUseFtpServer=n\r\nMCXCATIA=n\r\n");
+    installation_.endStandardInput();
+    EXPECT_TRUE(standin::putPart(part()));
+    standin::setState("db_changed", L"true");
+    standin::setState("nc_prefix", path(L"tmp\\"));
+    standin::setState("nc_suffix", L".NC");
+    standin::setState("setup_sheet_files", path(L"tmp\\sheet.xml"));
+    clearPendingRequest();
+    AddInState::reset();
+    AddInState::setRequestId(17);
+    AddInState::setZemId(5);
+    getInstallationFolder(); // cached once per process, here or by the first m_open
+}
+
 const std::vector<Scenario>& scenarios()
 {
-    constexpr Callers here = Callers::thisThread;
-    constexpr Callers listener = Callers::listener;
-    constexpr bool again = true;
-    constexpr bool once = false;
+    using World = FaultWorld;
+    constexpr auto asLoaded = [](World&) {};
+    const std::vector<std::wstring> loaded = {L"a.mcam", L"mcsettings-17.txt"};
+    constexpr auto listener = Callers::listener;
     static const std::vector<Scenario> all = {
-        {"m_open", here, once, asLoaded, [](World& world) { world.openAddIn(); }, nothing},
-        {"m_close", here, once, opened, [](World&) { m_close(0); }, commandFile},
-        {"m_notify 5", here, again, withCompanion, [](World&) { m_notify(5); }, thePart},
-        {"m_main, Open TORVA ZEM", here, again,
-         [](World& world) { chooseWith(world, L"Open TORVA ZEM"); }, [](World&) { m_main(0); },
-         nothing},
-        {"m_main, Website", here, again, [](World& world) { chooseWith(world, L"Website"); },
-         [](World&) { m_main(0); }, nothing},
-        {"m_main, Tools", here, again, [](World& world) { chooseWith(world, L"Tools"); },
-         [](World&) { m_main(0); }, nothing},
-        {"m_about", here, again, withCompanion, [](World&) { m_about(0); }, nothing},
-        {"m_tools", here, again, withCompanion, [](World&) { m_tools(0); }, nothing},
-        {"m_load", here, again, withCompanion, [](World&) { m_load(0); }, nothing},
-        {"m_save", here, again, withCompanion, [](World&) { m_save(0); }, thePart},
-        {"m_save, Companion not running", here, again, withoutCompanion, [](World&) { m_save(0); },
-         thePart},
-        {"m_save, unknown document", here, again, withUnknownDocument, [](World&) { m_save(0); },
-         thePart},
-        {"m_save, untitled document",
-         here,
-         again,
-         withUntitledDocument,
-         saveUntitled,
-         {L"a.mcam", L"\\b"}},
-        {"importNCqueue", here, again, withCompanion, [](World&) { importNCqueue(); }, nothing},
-        {"DrawTool", here, again, withCompanion, drawOneTool, nothing},
-        {"TestFunction", here, again, withCompanion, [](World&) { TestFunction(); }, nothing},
-        {"tool data export", here, again, withCompanion, [](World&) { exportToolData(); }, nothing},
-        {"open message", here, again, withOpenRequest, deliverOpenMessage, loaded},
-        {"open message, reader wanted", here, again, withReaderWanted, deliverOpenMessage, loaded},
-        {"open message, CAD file", here, again, withCadFile, deliverOpenMessage, loaded},
-        {"network thread", here, again, asLoaded, [](World&) { networkThread(nullptr); }, nothing},
-        {"listener, no request", listener, again, opened, [](World&) { waitForCycles(2); },
-         nothing},
-        {"listener, open request", listener, again, opened,
+        {"m_open",
+         asLoaded,
+         [](World& world) { world.openAddIn(); },
+         {},
+         Callers::thisThread,
+         false},
+        {"m_close", opened, [](World&) { m_close(0); }, {L"PID.dat"}, Callers::thisThread, false},
+        {"m_notify 5", withCompanion, [](World&) { m_notify(5); }, {L"a.mcam"}},
+        {"m_main, Open TORVA ZEM", [](World& world) { withMenuChoice(world, L"Open TORVA ZEM"); },
+         [](World&) { m_main(0); }},
+        {"m_main, Website", [](World& world) { withMenuChoice(world, L"Website"); },
+         [](World&) { m_main(0); }},
+        {"m_main, Tools", [](World& world) { withMenuChoice(world, L"Tools"); },
+         [](World&) { m_main(0); }},
+        {"m_about", withCompanion, [](World&) { m_about(0); }},
+        {"m_tools", withCompanion, [](World&) { m_tools(0); }},
+        {"m_load", withCompanion, [](World&) { m_load(0); }},
+        {"m_save", withCompanion, [](World&) { m_save(0); }, {L"a.mcam"}},
+        {"m_save, Companion not running", withoutCompanion, [](World&) { m_save(0); }, {L"a.mcam"}},
+        {"m_save, unknown document", withUnknownDocument, [](World&) { m_save(0); }, {L"a.mcam"}},
+        {"m_save, untitled document", withUntitledDocument, saveUntitled, {L"a.mcam", L"\\b"}},
+        {"importNCqueue", withCompanion, [](World&) { importNCqueue(); }},
+        {"DrawTool", withCompanion,
+         [](World&) { DrawTool(30, 60, 10, 10, 2, 0, 20, 30, 60, 8, 4); }},
+        {"TestFunction", withCompanion, [](World&) { TestFunction(); }},
+        {"tool data export", withCompanion, [](World&) { exportToolData(); }},
+        {"open message", withOpenRequest, deliverOpenMessage, loaded},
+        {"open message, reader wanted", withReaderWanted, deliverOpenMessage, loaded},
+        {"open message, CAD file", withCadFile, deliverOpenMessage, loaded},
+        {"network thread", asLoaded, [](World&) { networkThread(nullptr); }},
+        {"listener, no request", opened, [](World&) { waitForCycles(2); }, {}, listener},
+        {"listener, open request",
+         opened,
          [](World& world) { sendRequest(world, openRequest(5, toUtf8(world.part()))); },
-         commandFile},
-        {"listener, new file", listener, again, opened,
-         [](World& world) { sendRequest(world, openRequest(5, "")); }, commandFile},
-        {"listener, check-in", listener, again, opened,
-         [](World& world) { sendRequest(world, "CHECKIN"); }, commandFile},
+         {L"PID.dat"},
+         listener},
+        {"listener, new file",
+         opened,
+         [](World& world) { sendRequest(world, openRequest(5, "")); },
+         {L"PID.dat"},
+         listener},
+        {"listener, check-in",
+         opened,
+         [](World& world) { sendRequest(world, "CHECKIN"); },
+         {L"PID.dat"},
+         listener},
     };
     return all;
 }

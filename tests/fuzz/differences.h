@@ -1,30 +1,45 @@
 // Differences between a function's result and the reference implementation.
 #pragma once
 
-#include <concepts>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace fuzzing {
 
-// A value in unambiguous form: bytes and code units outside printable ASCII as \xHH and \uHHHH,
-// floating-point numbers with full precision.
-std::string shown(std::string_view bytes);
-std::string shown(const std::wstring& text);
-std::string shown(double number);
-std::string shown(bool yes);
-
-inline std::string shown(const std::string& bytes)
+// Text as a literal: bytes and code units outside printable ASCII as \xHH and \uHHHH.
+template <class Unit>
+std::string shown(std::basic_string_view<Unit> text)
 {
-    return shown(std::string_view(bytes));
+    std::string literal = "\"";
+    for (const Unit unit : text) {
+        const auto value = static_cast<unsigned>(std::make_unsigned_t<Unit>(unit));
+        const bool isPlain = value >= 0x20 && value < 0x7F && value != '\\' && value != '"';
+        char escaped[16];
+        std::snprintf(escaped, sizeof escaped, sizeof unit == 1 ? "\\x%02X" : "\\u%04X", value);
+        literal += isPlain ? std::string(1, static_cast<char>(value)) : escaped;
+    }
+    return literal + '"';
 }
 
-template <std::integral Number>
+template <class Unit>
+std::string shown(const std::basic_string<Unit>& text)
+{
+    return shown(std::basic_string_view<Unit>(text));
+}
+
+// Floating-point numbers are shown with full precision.
+template <class Number, class = std::enable_if_t<std::is_arithmetic_v<Number>>>
 std::string shown(Number number)
 {
-    return std::to_string(number);
+    if constexpr (std::is_integral_v<Number>)
+        return std::to_string(number);
+    char text[64];
+    std::snprintf(text, sizeof text, "%a (%.17g)", double(number), double(number));
+    return text;
 }
 
 template <class Value>
@@ -42,25 +57,16 @@ std::string shown(const std::vector<Value>& values)
     return text + ']';
 }
 
-template <class Value>
-bool isSame(const Value& a, const Value& b)
-{
-    return a == b;
-}
-
-// NaN equals NaN.
-bool isSame(double a, double b);
-
-// Collects the differences; empty if all values agree.
+// Collects the differences; empty if all values agree. NaN equals NaN.
 class Differences {
 public:
     template <class Value>
-    Differences& compare(const char* what, const Value& answer, const Value& expected)
+    void compare(const char* what, const Value& answer, const std::type_identity_t<Value>& expected)
     {
-        if (!isSame(answer, expected))
+        const bool areBothNan = answer != answer && expected != expected;
+        if (!areBothNan && answer != expected)
             text_ += std::string(what) + ": answered " + shown(answer) + ", expected " +
                      shown(expected) + '\n';
-        return *this;
     }
 
     const std::string& text() const { return text_; }

@@ -1,24 +1,26 @@
-// The exchange formats: compares the add-in's parsers and formatters with the Companion's code.
+// The exchange formats and the texts of the add-in: compares its parsers and formatters with the
+// Companion's code.
+#include "addin/exports.h"
 #include "formats/checkout_answer.h"
 #include "formats/command_file.h"
+#include "formats/command_lines.h"
 #include "formats/commit_record.h"
 #include "formats/decimal.h"
 #include "formats/machine_settings_file.h"
-#include "formats/settings_file.h"
 #include "formats/nc_queue_file.h"
 #include "formats/notices.h"
+#include "formats/settings_file.h"
 #include "formats/sorted_lines.h"
-#include "fuzz/differences.h"
-#include "fuzz/input.h"
 #include "fuzz/target.h"
+#include "incoming/document_name.h"
+#include "incoming/recent_files.h"
 #include "peer/checkout_answer.h"
 #include "peer/command_file.h"
 #include "peer/commit_record.h"
-#include "peer/numbers.h"
 #include "peer/machine_settings.h"
 #include "peer/nc_queue_file.h"
+#include "peer/numbers.h"
 #include "peer/settings_file.h"
-#include "formats/command_lines.h"
 
 #include <algorithm>
 #include <set>
@@ -30,32 +32,34 @@ namespace fuzzing {
 
 namespace {
 
+using torvapdm::CompanionFile;
+
 bool contains(std::string_view text, std::string_view part)
 {
     return text.find(part) != text.npos;
 }
 
-std::string checkCommandText(std::string_view bytes)
+void checkCommandText(Input& input, Differences& differences)
 {
     using Kind = torvapdm::Command::Kind;
+    const std::string_view bytes = input.rest();
     const torvapdm::Command answer = torvapdm::parseCommand(bytes);
     const peer::HostCommand expected = peer::parseHostCommand(bytes);
     const Kind kind = expected.kind == peer::HostCommandKind::checkIn   ? Kind::checkIn
                       : expected.kind == peer::HostCommandKind::newFile ? Kind::newFile
                       : expected.kind == peer::HostCommandKind::open    ? Kind::open
                                                                         : Kind::malformed;
-    return Differences()
-        .compare("kind", static_cast<int>(answer.kind), static_cast<int>(kind))
-        .compare("id", answer.file.id, expected.id)
-        .compare("path", answer.file.path, kind == Kind::open ? signedUnits(expected.path) : L"")
-        .text();
+    differences.compare("kind", static_cast<int>(answer.kind), static_cast<int>(kind));
+    differences.compare("id", answer.file.id, expected.id);
+    differences.compare("path", answer.file.path,
+                        kind == Kind::open ? signedUnits(expected.path) : L"");
 }
 
 // Input: the previous prefix of the kind, the text. Every first word except CHECKIN changes the
 // prefix; a word that is shorter than a prefix throws an exception.
-std::string checkCheckoutAnswer(std::string_view bytes)
+void checkCheckoutAnswer(Input& input, Differences& differences)
 {
-    Input input(bytes);
+    using Kind = torvapdm::CheckoutAnswer::Kind;
     std::wstring prefix = input.wideField();
     const std::wstring text = input.wideRest();
     std::string utf16;
@@ -66,7 +70,6 @@ std::string checkCheckoutAnswer(std::string_view bytes)
     const bool isUnusable = expected.kind == peer::AnswerKind::unusable;
     const bool isCheckIn = expected.kind == peer::AnswerKind::checkIn;
     const std::wstring expectedPrefix = hasWord && !isCheckIn ? expected.fileType : prefix;
-    Differences differences;
     torvapdm::CheckoutAnswer answer;
     bool escapes = false;
     try {
@@ -74,35 +77,31 @@ std::string checkCheckoutAnswer(std::string_view bytes)
     } catch (const std::out_of_range&) {
         escapes = true;
     }
-    using Kind = torvapdm::CheckoutAnswer::Kind;
-    return differences.compare("prefix", prefix, expectedPrefix)
-        .compare("escapes", escapes, hasWord && isUnusable)
-        .compare("is check-in", answer.kind == Kind::checkIn, isCheckIn)
-        .compare("is unusable", answer.kind == Kind::unusable, isUnusable)
-        .compare("id", answer.file.id, expected.id)
-        .compare("path", answer.file.path, expected.path)
-        .text();
+    differences.compare("prefix", prefix, expectedPrefix);
+    differences.compare("escapes", escapes, hasWord && isUnusable);
+    differences.compare("is check-in", answer.kind == Kind::checkIn, isCheckIn);
+    differences.compare("is unusable", answer.kind == Kind::unusable, isUnusable);
+    differences.compare("id", answer.file.id, expected.id);
+    differences.compare("path", answer.file.path, expected.path);
 }
 
 // Input: ZEM id, file.
-std::string checkCommitTexts(std::string_view bytes)
+void checkCommitTexts(Input& input, Differences& differences)
 {
-    Input input(bytes);
     const auto zemId = input.number<std::uint32_t>();
     const std::string narrow(input.rest());
     const std::wstring file = wideText(narrow);
-    return Differences()
-        .compare("record", torvapdm::formatCommitRecord(zemId, file),
-                 peer::formatCommitRecord({zemId, file}))
-        .compare("notice", torvapdm::formatCommitNotice(zemId, narrow),
-                 "ZEMID=" + std::to_string(zemId) + "|" + narrow)
-        .compare("arguments", torvapdm::formatCommitArguments(zemId, file),
-                 L"--commit \"" + file + L'"' + (zemId == ~0u ? L" --id 4294967295" : L""))
-        .text();
+    differences.compare("record", torvapdm::formatCommitRecord(zemId, file),
+                        peer::formatCommitRecord({zemId, file}));
+    differences.compare("notice", torvapdm::formatCommitNotice(zemId, narrow),
+                        "ZEMID=" + std::to_string(zemId) + "|" + narrow);
+    differences.compare("arguments", torvapdm::formatCommitArguments(zemId, file),
+                        L"--commit \"" + file + L'"' + (zemId == ~0u ? L" --id 4294967295" : L""));
 }
 
-std::string checkDecimal(std::string_view bytes)
+void checkDecimal(Input& input, Differences& differences)
 {
+    const std::string_view bytes = input.rest();
     const std::wstring wide = wideText(bytes);
     std::string narrow;
     for (const wchar_t unit : wide)
@@ -110,32 +109,29 @@ std::string checkDecimal(std::string_view bytes)
     auto number = peer::parseLeadingNumber(bytes);
     if (number && *number != static_cast<std::int32_t>(*number))
         number.reset();
-    return Differences()
-        .compare("number", std::optional<std::int64_t>(torvapdm::parseDecimal(bytes)), number)
-        .compare("number or 0", torvapdm::parseDecimalOrZero(wide),
-                 peer::parseLeadingNumberOrZero(narrow))
-        .text();
+    differences.compare("number", std::optional<std::int64_t>(torvapdm::parseDecimal(bytes)),
+                        number);
+    differences.compare("number or 0", torvapdm::parseDecimalOrZero(wide),
+                        peer::parseLeadingNumberOrZero(narrow));
 }
 
 // Input: seconds, folder. The low 16 bits of a product depend only on the low 16 bits of its
 // factors.
-std::string checkExchangeFileName(std::string_view bytes)
+void checkExchangeFileName(Input& input, Differences& differences)
 {
-    Input input(bytes);
     const auto seconds = input.number<std::int64_t>();
     const std::wstring folder = input.wideRest();
     const std::int64_t low = (seconds % 65536 + 65536) % 65536;
     const std::int64_t number = low * (275604541 % 65536) % 65536;
-    return Differences()
-        .compare("name", torvapdm::formatAnswerPath(folder, seconds),
-                 folder + L"\\TORVA ZEM-" + std::to_wstring(number) + L".tmp")
-        .text();
+    differences.compare("name", torvapdm::formatAnswerPath(folder, seconds),
+                        folder + L"\\TORVA ZEM-" + std::to_wstring(number) + L".tmp");
 }
 
 // The add-in reads the first line through a stream in text mode.
-std::string checkMachineSettings(std::string_view bytes)
+void checkMachineSettings(Input& input, Differences& differences)
 {
-    std::string line(bytes.substr(0, std::min(bytes.find('\n'), bytes.size())));
+    const std::string_view bytes = input.rest();
+    std::string line(bytes.substr(0, bytes.find('\n')));
     if (line.size() < bytes.size()) {
         if (line.ends_with('\r'))
             line.pop_back();
@@ -143,29 +139,27 @@ std::string checkMachineSettings(std::string_view bytes)
     }
     const torvapdm::MachineSettings answer = torvapdm::parseMachineSettings(signedUnits(line));
     const auto expected = peer::parseMachineSettings(bytes).value_or(peer::MachineSettings{});
-    return Differences()
-        .compare("NC-path number", answer.ncPathNumber, expected.ncPath)
-        .compare("second number", answer.secondNumber, expected.secondNumber)
-        .compare("machine path", answer.machinePath, signedUnits(expected.machine))
-        .text();
+    differences.compare("NC-path number", answer.ncPathNumber, expected.ncPath);
+    differences.compare("second number", answer.secondNumber, expected.secondNumber);
+    differences.compare("machine path", answer.machinePath, signedUnits(expected.machine));
 }
 
 // Input: the initial answer ("n" if the first byte is 'n'), also part of the lines.
-std::string checkNcImportLine(std::string_view bytes)
+void checkNcImportLine(Input& input, Differences& differences)
 {
+    const std::string_view bytes = input.rest();
     const bool isOffBefore = bytes.starts_with('n');
     std::string answer = isOffBefore ? "n" : "y";
     for (const std::string& line : peer::splitSettingLines(bytes))
         torvapdm::applyNcImportLine(line, answer);
     const std::string before = isOffBefore ? "MCXIMPORTNC=n\n" : "";
     const bool isOn = peer::parseSettings(before + std::string(bytes)).importNc;
-    return Differences().compare("answer", answer, std::string(isOn ? "y" : "n")).text();
+    differences.compare("answer", answer, isOn ? "y" : "n");
 }
 
 // Input: NC-path number, NCI name, found file, top group, folder.
-std::string checkQueueTexts(std::string_view bytes)
+void checkQueueTexts(Input& input, Differences& differences)
 {
-    Input input(bytes);
     const auto number = input.number<std::int32_t>();
     const std::wstring nciName = input.wideField();
     const std::string file(input.field());
@@ -175,102 +169,139 @@ std::string checkQueueTexts(std::string_view bytes)
     const std::string program = folder + file;
     const std::string entry = program + '|' + group;
     const std::string line = torvapdm::formatQueueLine(number, entry);
-    Differences differences;
-    differences
-        .compare("program name", torvapdm::programNameOf(nciName),
-                 stem.substr(stem.find_last_of(L"/\\") + 1))
-        .compare("entry", torvapdm::formatQueueEntry(folder, file, group), entry)
-        .compare("line", line, "NCPATH|" + std::to_string(number) + '|' + entry + '\n');
+    differences.compare("program name", torvapdm::programNameOf(nciName),
+                        stem.substr(stem.find_last_of(L"/\\") + 1));
+    differences.compare("entry", torvapdm::formatQueueEntry(folder, file, group), entry);
+    differences.compare("line", line, "NCPATH|" + std::to_string(number) + '|' + entry + '\n');
     const bool isControlled = std::ranges::any_of(
         entry, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
     if (isControlled || program.empty() || contains(program, "|"))
-        return differences.text();
+        return;
     const peer::QueueLines read = peer::parseNcQueue(line);
-    if (read.size() != 1 || !read[0])
-        return differences.compare("entries read", read.size(), size_t{1}).text() + "no entry";
-    return differences.compare("number read", read[0]->pathNumber, number)
-        .compare("program read", read[0]->program, program)
-        .compare("group read", read[0]->group, group)
-        .text();
+    const bool isRead = read.size() == 1 && read[0];
+    differences.compare("is read", isRead, true);
+    if (!isRead)
+        return;
+    differences.compare("number read", read[0]->pathNumber, number);
+    differences.compare("program read", read[0]->program, program);
+    differences.compare("group read", read[0]->group, group);
 }
 
 // Input: identifier, previous value, file.
-std::string checkSettingsLine(std::string_view bytes)
+void checkSettingsLine(Input& input, Differences& differences)
 {
-    Input input(bytes);
     const std::string_view identifier = input.field();
     std::string answer(input.field());
     std::string expected = answer;
-    Differences differences;
     for (const std::string& line : peer::splitSettingLines(input.rest())) {
         torvapdm::applySettingLine(line, identifier, answer);
         if (contains(line, identifier) && contains(line, "="))
             expected = peer::findSetting({line}, identifier);
         differences.compare("value", answer, expected);
     }
-    return differences.text();
 }
 
 // Input: request id, file of the setup sheet.
-std::string checkSetupSheetLine(std::string_view bytes)
+void checkSetupSheetLine(Input& input, Differences& differences)
 {
-    Input input(bytes);
     const auto id = input.number<std::int32_t>();
     const std::wstring file = input.wideRest();
-    return Differences()
-        .compare("line", torvapdm::formatSetupSheetNotice(id, file),
-                 L"MCAMXMLIMPORTDATAID=" + std::to_wstring(id) + L';' + file)
-        .text();
+    differences.compare("line", torvapdm::formatSetupSheetNotice(id, file),
+                        L"MCAMXMLIMPORTDATAID=" + std::to_wstring(id) + L';' + file);
 }
 
-// Input: lines, each ended by a line feed. Expected order: by unsigned bytes.
-std::string checkSortedLines(std::string_view bytes)
+// Expected order: by unsigned bytes, as std::string compares.
+void checkSortedLines(Input& input, Differences& differences)
 {
     std::vector<std::string> answer = {{}};
-    for (const char byte : bytes)
+    for (const char byte : input.rest())
         if (byte == '\n')
             answer.emplace_back();
         else
             answer.back() += byte;
-    // std::string compares characters as unsigned bytes.
     const std::set<std::string> ordered(answer.begin(), answer.end());
-    const std::vector<std::string> expected(ordered.begin(), ordered.end());
     torvapdm::sortAndRemoveDuplicates(answer);
-    return Differences().compare("lines", answer, expected).text();
+    differences.compare("lines", answer, {ordered.begin(), ordered.end()});
 }
 
-std::string checkToolsOption(std::string_view bytes)
+void checkToolsOption(Input& input, Differences& differences)
 {
-    bool isOn = false;
-    for (const std::string& line : peer::splitSettingLines(bytes))
-        isOn = torvapdm::hasAlwaysSaveTools(line) || isOn;
-    return Differences()
-        .compare("asks for tools", isOn, peer::parseSettings(bytes).alwaysSaveTools)
-        .text();
+    const std::string_view bytes = input.rest();
+    const bool isOn =
+        std::ranges::any_of(peer::splitSettingLines(bytes), torvapdm::hasAlwaysSaveTools);
+    differences.compare("asks for tools", isOn, peer::parseSettings(bytes).alwaysSaveTools);
+}
+
+void checkDeclaredVersion(Input& input, Differences& differences)
+{
+    const auto host = input.number<std::int32_t>();
+    const bool isEchoed = (host >= 1100 && host <= 1199) || (host >= 2100 && host <= 2199);
+    differences.compare("version", torvapdm::declaredVersion(host), isEchoed ? host : 2100);
+}
+
+// Input: title, path.
+void checkDocumentName(Input& input, Differences& differences)
+{
+    const std::wstring title = input.wideField();
+    const std::wstring path = input.wideRest();
+    std::wstring expected = title.substr(0, title.rfind(L"  ")) + L"  ";
+    for (const wchar_t unit : path)
+        expected += unit >= L'a' && unit <= L'z' ? static_cast<wchar_t>(unit - L'a' + L'A') : unit;
+    differences.compare("name", torvapdm::mcamNameOf(path),
+                        path.substr(0, path.rfind(L'.')) + L".mcam");
+    differences.compare("title", torvapdm::titleForDocument(title, path), expected);
+}
+
+// Input: any number of files, each a one-byte id and a path. A file that is already in the list
+// moves to the front; the list keeps 20 entries after it.
+void checkRecentFileList(Input& input, Differences& differences)
+{
+    std::vector<CompanionFile> answer;
+    std::vector<CompanionFile> expected;
+    const auto asTexts = [](const std::vector<CompanionFile>& files) {
+        std::vector<std::wstring> texts;
+        for (const CompanionFile& file : files)
+            texts.push_back(std::to_wstring(file.id) + L' ' + file.path);
+        return texts;
+    };
+    while (!input.isAtEnd() && differences.text().empty()) {
+        const std::int32_t id = input.number<signed char>();
+        const CompanionFile file = {id, input.wideField()};
+        torvapdm::addRecentFile(answer, file);
+        const auto old = std::ranges::find(expected, file.path, &CompanionFile::path);
+        if (old != expected.end())
+            expected.erase(old);
+        expected.insert(expected.begin(), file);
+        expected.resize(std::min(expected.size(), size_t{21}));
+        differences.compare("list", asTexts(answer), asTexts(expected));
+    }
+}
+
+// This many files, each with a different path.
+std::string manyFiles(char count)
+{
+    std::string bytes;
+    for (char i = 0; i < count; ++i)
+        bytes += std::string{i, static_cast<char>('A' + i), '\37'};
+    return bytes;
 }
 
 } // namespace
 
-Target commandTextTarget()
-{
-    // The byte-order mark is \357\273\277.
-    return {"command_text",
-            checkCommandText,
-            {"\357\273\27712 C:\\parts\\a.mcam\n", "\357\273\2777 C:\\a b c.mcam\r\n",
-             "\357\273\2777 \n", "\357\273\277-5 x\n", "\357\273\2772147483647 C:\\\304.mcam\n",
-             "\357\273\277-2147483649 x\n", "\357\273\27712 abcd\nsecond line\n",
-             "\357\273\27712 no line feed", "a\nb5 path to\n", "\nab5 path\n", "ab\n5 C:\\a\n",
-             "\357\273\277\t 12 x\n", "CHECKIN", "CHECKIN C:\\a.mcam\n", "CHECKIN\n",
-             "\357\273\2771 a\0b\n"s, "\357\273\2771 " + std::string(300, 'p') + "\n"},
-            {"\357\273\277", "CHECKIN", " ", "\n", "\r\n", "12", "2147483647", "-2147483648",
-             "2147483648", "+", "C:\\", ".mcam", "99999999999999999999"}};
-}
-
 std::vector<Target> formatTargets()
 {
-    // Fields end with \37.
+    // Fields end with \37. The byte-order mark is \357\273\277.
     return {
-        commandTextTarget(),
+        {"command_text",
+         checkCommandText,
+         {"\357\273\27712 C:\\parts\\a.mcam\n", "\357\273\2777 C:\\a b c.mcam\r\n",
+          "\357\273\2777 \n", "\357\273\277-5 x\n", "\357\273\2772147483647 C:\\\304.mcam\n",
+          "\357\273\277-2147483649 x\n", "\357\273\27712 abcd\nsecond line\n",
+          "\357\273\27712 no line feed", "a\nb5 path to\n", "\nab5 path\n", "ab\n5 C:\\a\n",
+          "\357\273\277\t 12 x\n", "CHECKIN", "CHECKIN C:\\a.mcam\n", "CHECKIN\n",
+          "\357\273\2771 a\0b\n"s, "\357\273\2771 " + std::string(300, 'p') + "\n"},
+         {"\357\273\277", "CHECKIN", " ", "\n", "\r\n", "12", "2147483647", "-2147483648",
+          "2147483648", "+", "C:\\", ".mcam", "99999999999999999999"}},
         {"checkout_answer",
          checkCheckoutAnswer,
          {"\37CAD1234 C:\\Parts\\bracket.mcam", "CAD\37CHECKIN x", "old\37AB c",
@@ -327,7 +358,21 @@ std::vector<Target> formatTargets()
          checkToolsOption,
          {"AlwaysSaveTools=y\n", "AlwaysSaveTools=Y\n", "xAlwaysSaveTools=yes\nalwaysSaveTools=y",
           "AlwaysSaveTools = y\r\nAlwaysSaveTools=n\r\n"},
-         {"AlwaysSaveTools", "=", "y", "Y", "\n", "AlwaysSaveTools=y"}}};
+         {"AlwaysSaveTools", "=", "y", "Y", "\n", "AlwaysSaveTools=y"}},
+        {"declared_version",
+         checkDeclaredVersion,
+         {raw(2100), raw(2150), raw(1105), raw(2200), raw(-1100), raw(1199), raw(1099)},
+         {raw(1100), raw(2199), raw(2147483647), raw(-2147483647 - 1)}},
+        {"document_name",
+         checkDocumentName,
+         {"Host - part  C:\\OLD.MCAM\37C:\\Parts\\new.mcam", "Host\37C:\\a.b\\part",
+          "a   b\37part.emcam", "\37", "  \37...", "t\37C:\\\1\1a\1\1z.m"},
+         {".", "  ", "\\", ".mcam", "C:\\", "/", "\37"}},
+        {"recent_file_list",
+         checkRecentFileList,
+         {"1a\0372b\0373a\37", "1C:\\a\0372C:\\A\37", manyFiles(20), manyFiles(25),
+          manyFiles(22) + manyFiles(3) + manyFiles(23), "\37\37\37\37"},
+         {"1a\37", "2b\37", "3C\37", "4D\37", "5\37"}}};
 }
 
 } // namespace fuzzing

@@ -1,6 +1,5 @@
 // Runs one million inputs, the same ones in every run, through the pure functions that process
 // external data.
-#include "fuzz/differences.h"
 #include "fuzz/mutator.h"
 #include "fuzz/target.h"
 
@@ -31,7 +30,7 @@ class PureFunction : public ::testing::TestWithParam<Target> {};
 
 void expectAgreement(const Target& target, const std::string& bytes, const std::string& origin)
 {
-    const std::string difference = target.check(bytes);
+    const std::string difference = target.differencesFor(bytes);
     ASSERT_EQ(difference, "") << target.name << " with " << origin << ":\n" << shown(bytes);
 }
 
@@ -50,9 +49,9 @@ TEST_P(PureFunction, agreesOnEveryInput)
             expectAgreement(target, target.seeds[i], "its seed " + std::to_string(i)));
     const size_t count = inputsEach();
     for (std::uint64_t seed = firstSeed; seed < firstSeed + count; ++seed) {
-        Random random(seed);
+        std::mt19937_64 random(seed);
         ASSERT_NO_FATAL_FAILURE(expectAgreement(target,
-                                                mutated({target.seeds, target.tokens}, random),
+                                                mutated(target.seeds, target.tokens, random),
                                                 "the random numbers of " + std::to_string(seed)));
     }
 }

@@ -12,15 +12,33 @@
 #include <cstring>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 namespace fuzzing {
 
-inline constexpr char fieldEnd = '\x1F';
-
 // Decodes a UTF-16 string from these bytes.
-std::wstring wideText(std::string_view bytes);
+inline std::wstring wideText(std::string_view bytes)
+{
+    const auto valueAt = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    std::wstring text;
+    for (size_t i = 0; i < bytes.size(); ++i)
+        if (valueAt(i) == 1 && i + 2 < bytes.size()) {
+            text += static_cast<wchar_t>(valueAt(i + 1) << 8 | valueAt(i + 2));
+            i += 2;
+        } else {
+            text += static_cast<wchar_t>(valueAt(i));
+        }
+    return text;
+}
+
+// Sign-extends each byte to a UTF-16 code unit, as the add-in does with the bytes of a file.
+inline std::wstring signedUnits(std::string_view bytes)
+{
+    std::wstring text;
+    for (const char byte : bytes)
+        text += static_cast<wchar_t>(static_cast<signed char>(byte) & 0xFFFF);
+    return text;
+}
 
 class Input {
 public:
@@ -31,16 +49,19 @@ public:
     template <class Number>
     Number number()
     {
-        static_assert(std::is_trivially_copyable_v<Number>);
         Number value{};
         const size_t taken = std::min(sizeof value, rest_.size());
-        if (taken > 0)
-            std::memcpy(&value, rest_.data(), taken);
+        std::copy_n(rest_.data(), taken, reinterpret_cast<char*>(&value));
         rest_.remove_prefix(taken);
         return value;
     }
 
-    std::string_view field();
+    std::string_view field()
+    {
+        const std::string_view taken = rest_.substr(0, rest_.find('\x1F'));
+        rest_.remove_prefix(std::min(taken.size() + 1, rest_.size()));
+        return taken;
+    }
     std::string_view rest() { return std::exchange(rest_, {}); }
     std::wstring wideField() { return wideText(field()); }
     std::wstring wideRest() { return wideText(rest()); }
@@ -49,14 +70,10 @@ private:
     std::string_view rest_;
 };
 
-// Sign-extends each byte to a UTF-16 code unit, as the add-in does with the bytes of a file.
-std::wstring signedUnits(std::string_view bytes);
-
 // Encodes a number for a seed.
 template <class Number>
 std::string raw(Number value)
 {
-    static_assert(std::is_trivially_copyable_v<Number>);
     return {reinterpret_cast<const char*>(&value), sizeof value};
 }
 

@@ -1,13 +1,10 @@
 // The tool picture: its arithmetic and colours, the geometry of the tool and its outline, and its
 // shading.
-#include "fuzz/differences.h"
-#include "fuzz/input.h"
 #include "fuzz/target.h"
 #include "toolpicture/colours.h"
 #include "toolpicture/numbers.h"
 #include "toolpicture/outline.h"
-#include "toolpicture/reference_colours.h"
-#include "toolpicture/reference_drawing.h"
+#include "toolpicture/reference.h"
 #include "toolpicture/shading.h"
 
 #include <algorithm>
@@ -19,28 +16,21 @@ namespace fuzzing {
 namespace {
 
 using torvapdm::OutlineMove;
-using torvapdm::SectionMarks;
 using torvapdm::ToolArguments;
 
-int plainTruncated(double value)
+void checkNumbers(Input& input, Differences& differences)
 {
     constexpr double farthest = 134217727; // 2^27 - 1
-    return std::isnan(value) ? 0 : static_cast<int>(std::clamp(value, -farthest, farthest));
-}
-
-std::string checkNumbers(std::string_view bytes)
-{
-    Input input(bytes);
     const auto real = input.number<double>();
     const auto value = input.number<std::int32_t>();
     const auto low = input.number<std::int32_t>();
     const auto high = input.number<std::int32_t>();
-    const int clamped = value < low ? low : (value > high ? high : value);
-    Differences differences;
-    differences.compare("truncated", torvapdm::truncated(real), plainTruncated(real));
-    differences.compare("clampInt", torvapdm::clampInt(value, low, high), clamped);
+    differences.compare("truncated", torvapdm::truncated(real),
+                        std::isnan(real) ? 0
+                                         : static_cast<int>(std::clamp(real, -farthest, farthest)));
+    differences.compare("clampInt", torvapdm::clampInt(value, low, high),
+                        value < low ? low : (value > high ? high : value));
     differences.compare("radians", torvapdm::radians(real), real * 3.14159265358979323846 / 180);
-    return differences.text();
 }
 
 std::string numbers(double real, int value, int low, int high)
@@ -48,24 +38,20 @@ std::string numbers(double real, int value, int low, int high)
     return raw(real) + raw(value) + raw(low) + raw(high);
 }
 
-constexpr std::uint32_t threeBytes = 0xFFFFFF;
-
-std::string checkToolColours(std::string_view bytes)
+void checkToolColours(Input& input, Differences& differences)
 {
-    Input input(bytes);
+    constexpr std::uint32_t threeBytes = 0xFFFFFF;
     const std::uint32_t colour = input.number<std::uint32_t>() & threeBytes;
     const int lightness = input.number<unsigned char>() - 100;
     const int saturation = input.number<unsigned char>() - 100;
     const reference::Hls hls = reference::hlsOf(colour);
-    const reference::Rgb parts = reference::partsOf(colour);
-    Differences differences;
+    const auto parts = reference::partsOf(colour);
     differences.compare("HLS of the colour", torvapdm::rgbToHls(colour),
                         reference::packedOf(hls.hue, hls.lightness, hls.saturation));
     differences.compare("colour of the HLS", torvapdm::hlsToRgb(colour) & threeBytes,
                         reference::rgbOf({parts[0], parts[1], parts[2]}) & threeBytes);
     differences.compare("adjusted", torvapdm::adjustHls(colour, lightness, saturation),
                         reference::adjusted(colour, lightness, saturation));
-    return differences.text();
 }
 
 std::string adjusting(std::uint32_t colour, int lightness, int saturation)
@@ -89,10 +75,8 @@ ToolArguments takeArguments(Input& input)
 // NaN arguments have no reference result, even if the kind of tool does not use them.
 bool areNumbers(const ToolArguments& a)
 {
-    return std::ranges::none_of(
-        std::array{a.diameter, a.cornerRadius, a.tipAngle, a.fluteLength, a.shoulderLength,
-                   a.overallLength, a.shankDiameter},
-        [](double value) { return std::isnan(value); });
+    return !std::isnan(a.diameter + a.cornerRadius + a.tipAngle + a.fluteLength + a.shoulderLength +
+                       a.overallLength + a.shankDiameter);
 }
 
 // True for arguments and picture sizes that must produce a picture.
@@ -110,29 +94,26 @@ bool isOrdinary(const ToolArguments& a)
 std::vector<std::vector<int>> described(const std::vector<OutlineMove>& moves)
 {
     std::vector<std::vector<int>> rows;
-    for (const OutlineMove& move : moves) {
-        if (move.kind == OutlineMove::Kind::moveTo || move.kind == OutlineMove::Kind::lineTo)
-            rows.push_back({static_cast<int>(move.kind), move.to.x, move.to.y});
+    for (const OutlineMove& m : moves)
+        if (m.kind == OutlineMove::Kind::moveTo || m.kind == OutlineMove::Kind::lineTo)
+            rows.push_back({static_cast<int>(m.kind), m.to.x, m.to.y});
         else
-            rows.push_back({static_cast<int>(move.kind), move.boxTopLeft.x, move.boxTopLeft.y,
-                            move.boxBottomRight.x, move.boxBottomRight.y, move.start.x,
-                            move.start.y, move.end.x, move.end.y});
-    }
+            rows.push_back({static_cast<int>(m.kind), m.boxTopLeft.x, m.boxTopLeft.y,
+                            m.boxBottomRight.x, m.boxBottomRight.y, m.start.x, m.start.y, m.end.x,
+                            m.end.y});
     return rows;
 }
 
-std::string checkToolDrawing(std::string_view bytes)
+void checkToolDrawing(Input& input, Differences& differences)
 {
-    Input input(bytes);
     const ToolArguments arguments = takeArguments(input);
     const bool isPicture = arguments.width > 0 && arguments.height > 0 &&
                            arguments.height <= 4096 &&
                            2.0 * arguments.width * 2.0 * arguments.height * 4.0 < 2147483648.0;
-    Differences differences;
     differences.compare("is a picture's size",
                         torvapdm::isPictureSize(arguments.width, arguments.height), isPicture);
     if (!isPicture)
-        return differences.text();
+        return;
     const torvapdm::PictureSize picture = {static_cast<int>(arguments.width),
                                            static_cast<int>(arguments.height)};
     const auto tool = torvapdm::toolDimensions(torvapdm::guardedArguments(arguments));
@@ -145,13 +126,12 @@ std::string checkToolDrawing(std::string_view bytes)
         differences.compare("is drawn", isDrawn, true);
     // If there is no picture, there is no reference result to compare with.
     if (!isDrawn || !areNumbers(arguments))
-        return differences.text();
-    const reference::Drawing expected = reference::drawingOf(arguments);
-    differences.compare("moves", described(outline.moves), expected.moves);
-    differences.compare(
-        "marks", std::vector<int>{outline.marks.cap, outline.marks.shank, outline.marks.shoulder},
-        {expected.marks.cap, expected.marks.shank, expected.marks.shoulder});
-    return differences.text();
+        return;
+    const auto [moves, marks] = reference::drawingOf(arguments);
+    differences.compare("moves", described(outline.moves), moves);
+    differences.compare("cap's end", outline.marks.cap, marks.cap);
+    differences.compare("shank's end", outline.marks.shank, marks.shank);
+    differences.compare("shoulder's end", outline.marks.shoulder, marks.shoulder);
 }
 
 std::string asking(std::uint16_t width, std::uint16_t height, int kind,
@@ -175,16 +155,17 @@ std::vector<std::string> drawingSeeds()
     return seeds;
 }
 
-std::string checkToolShading(std::string_view bytes)
+void checkToolShading(Input& input, Differences& differences)
 {
-    Input input(bytes);
     const int width = 1 + input.number<unsigned char>() % 24;
     const int height = 1 + input.number<unsigned char>() % 24;
     const int top = input.number<unsigned char>() % height;
     // In ascending order.
-    SectionMarks marks = {input.number<signed char>(), 0, 0};
-    marks.shank = marks.cap + input.number<unsigned char>();
-    marks.shoulder = marks.shank + input.number<unsigned char>();
+    const int cap = input.number<signed char>();
+    const int shank = cap + input.number<unsigned char>();
+    const int shoulder = shank + input.number<unsigned char>();
+    const torvapdm::SectionMarks marks = {cap, shank, shoulder};
+    const reference::Marks same = {cap, shank, shoulder};
     const int t = input.number<unsigned char>();
     const int span = t + input.number<unsigned char>();
     const std::string_view pixels = input.rest(); // row by row, one byte per pixel
@@ -193,9 +174,7 @@ std::string checkToolShading(std::string_view bytes)
         return x >= 0 && x < width && y >= 0 && y < height && at < pixels.size() &&
                pixels[at] == '#';
     };
-    const reference::Marks same = {marks.cap, marks.shank, marks.shoulder};
 
-    Differences differences;
     const auto run = torvapdm::findBodyRun(isOutline, top, {width, height}, marks);
     differences.compare(
         "run", run ? std::vector<int>{run->boundary, run->top, run->bottom} : std::vector<int>{},
@@ -205,7 +184,6 @@ std::string checkToolShading(std::string_view bytes)
     if (span > 0)
         differences.compare("body", torvapdm::bodyColour(section, t, span),
                             reference::bodyColour(section, t, span));
-    return differences.text();
 }
 
 } // namespace

@@ -1,16 +1,14 @@
 // The tool data record, parsed by the Companion's code.
 #include "formats/record_text.h"
 #include "formats/tool_record.h"
-#include "fuzz/differences.h"
-#include "fuzz/input.h"
 #include "fuzz/target.h"
 #include "peer/numbers.h"
 #include "peer/tool_record.h"
 
+#include <bit>
 #include <cinttypes>
 #include <cmath>
 #include <cstdio>
-#include <concepts>
 #include <limits>
 
 namespace fuzzing {
@@ -19,11 +17,19 @@ namespace {
 
 using torvapdm::RecordText;
 
-std::string sixteenDigits(std::uint64_t address)
+// A value as the record shows it; an address has 16 digits.
+template <class Value>
+std::string textOf(Value value)
 {
-    char digits[17];
-    std::snprintf(digits, sizeof digits, "%016" PRIX64, address);
-    return digits;
+    if constexpr (std::is_floating_point_v<Value>) {
+        return std::isnan(value) ? "nan" : peer::formatDecimal(value);
+    } else if constexpr (std::is_signed_v<Value>) {
+        return std::to_string(value);
+    } else {
+        char digits[17];
+        std::snprintf(digits, sizeof digits, "%016" PRIX64, std::bit_cast<std::uint64_t>(value));
+        return digits;
+    }
 }
 
 // The low byte of each code unit, up to the first NUL.
@@ -35,50 +41,37 @@ std::string lowBytes(const std::wstring& text)
     return bytes.c_str();
 }
 
-// Adds one field to the record and returns its text.
-std::string putPiece(Input& input, RecordText& record)
-{
-    switch (input.number<unsigned char>() % 5) {
-    case 0: {
-        const std::string_view text = input.field();
-        put(record, text);
-        return std::string(text);
-    }
-    case 1: {
-        const auto number = input.number<std::int32_t>();
-        put(record, "|I=", number);
-        return "|I=" + std::to_string(number);
-    }
-    case 2: {
-        const auto number = input.number<double>();
-        put(record, "|D=", number);
-        return "|D=" + peer::formatDecimal(number);
-    }
-    case 3: {
-        const auto address = input.number<std::uint64_t>();
-        put(record, "|H=", reinterpret_cast<const wchar_t*>(address));
-        return "|H=" + sixteenDigits(address);
-    }
-    default: {
-        const std::wstring text = input.wideField();
-        putLowBytes(record, text);
-        return lowBytes(text);
-    }
-    }
-}
-
 // Input: any number of fields, each a kind and a value.
-std::string checkRecordText(std::string_view bytes)
+void checkRecordText(Input& input, Differences& differences)
 {
-    Input input(bytes);
     RecordText record;
     std::string expected;
-    while (!input.isAtEnd())
-        expected += putPiece(input, record);
+    while (!input.isAtEnd()) {
+        const auto kind = input.number<unsigned char>() % 5;
+        if (kind == 0) {
+            const std::string_view text = input.field();
+            put(record, text);
+            expected += text;
+        } else if (kind == 1) {
+            const auto number = input.number<std::int32_t>();
+            put(record, "|I=", number);
+            expected += "|I=" + std::to_string(number);
+        } else if (kind == 2) {
+            const auto number = input.number<double>();
+            put(record, "|D=", number);
+            expected += "|D=" + peer::formatDecimal(number);
+        } else if (kind == 3) {
+            const auto address = input.number<std::uint64_t>();
+            put(record, "|H=", reinterpret_cast<const wchar_t*>(address));
+            expected += "|H=" + textOf(address);
+        } else {
+            const std::wstring text = input.wideField();
+            putLowBytes(record, text);
+            expected += lowBytes(text);
+        }
+    }
     const bool fits = expected.size() <= torvapdm::longestToolRecord;
-    return Differences()
-        .compare("record", contentOf(record), fits ? std::optional(expected) : std::nullopt)
-        .text();
+    differences.compare("record", contentOf(record), fits ? std::optional(expected) : std::nullopt);
 }
 
 // Calls `use` with all values of the record except the comment, in field order.
@@ -121,23 +114,6 @@ auto withValues(peer::ToolRecord& r, Use use)
                r.constructionPlane.y, r.constructionPlane.z, r.seconds);
 }
 
-std::string textOf(std::uint64_t address)
-{
-    return sixteenDigits(address);
-}
-std::string textOf(const wchar_t* handle)
-{
-    return sixteenDigits(reinterpret_cast<std::uintptr_t>(handle));
-}
-std::string textOf(double number)
-{
-    return std::isnan(number) ? "nan" : peer::formatDecimal(number);
-}
-std::string textOf(std::signed_integral auto number)
-{
-    return std::to_string(number);
-}
-
 template <class Record>
 std::vector<std::string> textsOf(Record& record)
 {
@@ -146,35 +122,33 @@ std::vector<std::string> textsOf(Record& record)
 }
 
 // Input: all values of a record, the comment last.
-std::string checkToolRecord(std::string_view bytes)
+void checkToolRecord(Input& input, Differences& differences)
 {
-    Input input(bytes);
     torvapdm::ToolRecordValues values{};
     withValues(values, [&](auto&... members) {
         ((members = input.number<std::remove_reference_t<decltype(members)>>()), ...);
     });
     const std::wstring comment = input.wideRest();
     const std::string written = lowBytes(comment);
-    std::wstring wideBytes(written.begin(), written.end());
-    for (wchar_t& unit : wideBytes)
-        unit &= 0xFF;
+    std::wstring wideBytes;
+    for (const char byte : written)
+        wideBytes += static_cast<wchar_t>(byte & 0xFF);
     const size_t uncommented = torvapdm::formatToolRecord(values).value_or("").size();
     values.ownTool.comment = comment;
     const auto record = torvapdm::formatToolRecord(values);
     const bool fits = uncommented + written.size() <= torvapdm::longestToolRecord;
-    Differences differences;
-    differences.compare("has a record without a comment", uncommented > 0, true)
-        .compare("is written", record.has_value(), fits);
+    differences.compare("has a record without a comment", uncommented > 0, true);
+    differences.compare("is written", record.has_value(), fits);
     if (!record)
-        return differences.text();
-    differences.compare("size", record->size(), uncommented + written.size())
-        .compare("ends its line", record->ends_with('\n'), true);
+        return;
+    differences.compare("size", record->size(), uncommented + written.size());
+    differences.compare("ends its line", record->ends_with('\n'), true);
     auto read = peer::parseToolRecord(record->substr(0, record->size() - 1));
+    differences.compare("record is read", read ? "" : *record, "");
     if (!read)
-        return differences.compare("record read", shown(*record), std::string()).text();
-    return differences.compare("values", textsOf(*read), textsOf(values))
-        .compare("comment", read->comment, wideBytes)
-        .text();
+        return;
+    differences.compare("values", textsOf(*read), textsOf(values));
+    differences.compare("comment", read->comment, wideBytes);
 }
 
 using Double = std::numeric_limits<double>;

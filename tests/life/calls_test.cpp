@@ -1,7 +1,6 @@
 // The resources that calls of the shipped library leave open in the process: each call separately,
 // and a thousand mixed calls.
 #include "control.h"
-#include "fuzz/random.h"
 #include "support/bytes.h"
 #include "support/companion_double.h"
 #include "support/counts.h"
@@ -11,6 +10,7 @@
 #include "life/life_table.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 using namespace testing_support;
 
@@ -205,13 +205,13 @@ TEST(LifeOfCalls, leavesNothingElseAfter1000Calls)
     const size_t handles = countHandles();
     const size_t threads = countThreads(GetCurrentProcessId());
     const Objects before;
-    fuzzing::Random random(20'262);
+    std::mt19937_64 random(20'262);
     size_t onPurpose = 0;
     for (int i = 0; i < 1000; ++i) {
-        const Row* row = &rows[random.below(std::size(rows))];
+        const Row* row = &rows[random() % std::size(rows)];
         // A check-out waits for the next second.
-        while (row->call.name == "m_load" && !random.isOneIn(10))
-            row = &rows[random.below(std::size(rows))];
+        while (row->call.name == "m_load" && random() % 10 != 0)
+            row = &rows[random() % std::size(rows)];
         library.make(row->call);
         onPurpose += perCall(row->name);
     }

@@ -57,36 +57,29 @@ std::wstring machinePath(const std::wstring& name)
     return L"C:\\Machines\\" + name + L".mcam-mmd";
 }
 
-std::wstring inQuotes(const std::wstring& text)
-{
-    return L'"' + text + L'"';
-}
-
-} // namespace
-
 // The step's text, line by line, each with an optional guard condition: an action (!), a line of
 // the host's trace (>), a Companion event (=), a call with a row in the table (+), or the name of a
 // building block.
-struct SoakPlan::Kind {
+struct Kind {
     const char* name;
     unsigned weight; // relative frequency
     const wchar_t* text;
     int part = -1; // for `send` only
 };
 
-static constexpr wchar_t sendText[] = LR"(! companion --send "{name}" --host {pid}
+constexpr wchar_t sendText[] = LR"(! companion --send "{name}" --host {pid}
 = command text="--send "{name}" --host {pid}"
 = settings id={number} host={pid} file="{folder}\temp\mcsettings-{number}.txt"
 = sent id={number} host={pid} file="{document}"
 = taken id={number} host={pid} request=open
 {opened})";
-static constexpr wchar_t saveText[] = LR"(! command 42002
+constexpr wchar_t saveText[] = LR"(! command 42002
 {save flow}
 > ui m_save(0) -> 0
 + m_save)";
 
 // Each kind runs once in this order before the random steps.
-const SoakPlan::Kind SoakPlan::kinds[] = {
+const Kind kinds[] = {
     {"send", 2, sendText, 0},
     {"send", 2, sendText, 1},
     {"check-out", 1, L"{check-out}"},
@@ -159,22 +152,24 @@ const SoakPlan::Kind SoakPlan::kinds[] = {
     {"save", 0, saveText},
 };
 
+} // namespace
+
 std::wstring soakMachine(std::int32_t requestId)
 {
     return machinePath(std::to_wstring(requestId));
 }
 
-std::wstring SoakMenu::nextChoice()
+std::wstring nextMenuChoice(std::mt19937_64& random)
 {
     static const wchar_t* const choices[] = {L"Open TORVA ZEM", L"About", L"Tools",
                                              L"Import NC-Files", L""};
-    return choices[random_.below(std::size(choices))];
+    return choices[random() % std::size(choices)];
 }
 
 SoakPlan::SoakPlan(SoakHostFacts facts, std::uint64_t seed)
     : facts_(std::move(facts)),
       random_(seed),
-      menu_(seed),
+      menuRandom_(seed),
       values_(pieces),
       nextRequestId_(facts_.firstRequestId)
 {
@@ -192,19 +187,26 @@ size_t SoakPlan::warmUpSteps()
 
 PlannedStep SoakPlan::next()
 {
-    if (steps_ < std::size(kinds))
-        return planned(kinds[steps_++]);
-    unsigned all = 0;
-    for (const Kind& kind : kinds)
-        all += kind.weight;
-    for (;;) {
-        std::uint64_t place = random_.below(all);
-        const Kind* kind = kinds;
-        for (; place >= kind->weight; ++kind)
-            place -= kind->weight;
-        if (isPossible(kind->name))
-            return planned(*kind);
-    }
+    static const std::vector<const Kind*> byWeight = [] {
+        std::vector<const Kind*> all;
+        for (const Kind& kind : kinds)
+            all.insert(all.end(), kind.weight, &kind);
+        return all;
+    }();
+    const Kind* kind = &kinds[std::min(steps_, std::size(kinds) - 1)];
+    if (steps_++ >= std::size(kinds))
+        do
+            kind = byWeight[random_() % byWeight.size()];
+        while (!isPossible(kind->name));
+    PlannedStep step = {kind->name};
+    prepare(kind->name, kind->part);
+    describeState();
+    add(step, kind->text);
+    step.checksOut = step.leftOpen.contains("m_load");
+    conclude(kind->name);
+    if (count(step.events, L"version name=") > 0)
+        step.version = filled(LR"({folder}\library\{name}\v{version})");
+    return step;
 }
 
 bool SoakPlan::isPossible(const std::string& kind) const
@@ -212,31 +214,19 @@ bool SoakPlan::isPossible(const std::string& kind) const
     // For a document without a name, saving waits for the user. For a document that is not the
     // Companion's, it does not return once the host has reported a save.
     if (kind == "save")
-        return isKnown_ || (isNamed() && isNotified_);
+        return isKnown_ || (part_ && isNotified_);
     if (kind == "host's own save")
-        return isKnown_ && isNamed();
-    return kind != "finishing pass" || (isNamed() && passes_ < mostPasses);
+        return isKnown_ && part_;
+    return kind != "finishing pass" || (part_ && passes_ < mostPasses);
 }
 
-PlannedStep SoakPlan::planned(const Kind& kind)
+std::wstring SoakPlan::workFile(const SoakPart& part) const
 {
-    PlannedStep step = {kind.name};
-    prepare(kind);
-    describeState();
-    add(step, kind.text);
-    step.checksOut = step.leftOpen.count("m_load") > 0;
-    conclude(kind.name);
-    if (count(step.events, L"version name=") > 0)
-        step.version = filled(LR"({folder}\library\{name}\v{version})");
-    return step;
+    return facts_.folder + L"\\work\\" + part.name + L".mcam";
 }
 
-std::wstring SoakPlan::workFile(int part) const
-{
-    return facts_.folder + L"\\work\\" + facts_.parts[static_cast<size_t>(part)].name + L".mcam";
-}
-
-void SoakPlan::open(int part, std::int32_t id, const std::wstring& machine, std::int32_t ncPath)
+void SoakPlan::open(SoakPart& part, std::int32_t id, const std::wstring& machine,
+                    std::int32_t ncPath)
 {
     values_[L"machine"] = machine;
     values_[L"NC path"] = std::to_wstring(ncPath);
@@ -245,48 +235,46 @@ void SoakPlan::open(int part, std::int32_t id, const std::wstring& machine, std:
     requestId_ = id;
     isKnown_ = true;
     isChanged_ = false;
-    part_ = part;
-    passes_ = passesSaved_[static_cast<size_t>(part)];
+    part_ = &part;
+    passes_ = part.passesSaved;
 }
 
 // Sends requests while the host is busy, so that they stay pending; only the last one takes effect.
-void SoakPlan::parkRequests(unsigned most)
+void SoakPlan::parkRequests(unsigned most, bool areWithdrawn)
 {
-    const bool isWithdrawn = most == 2;
     std::wstring acts = L"! busy\n";
-    int part = 0;
-    for (std::uint64_t left = 1 + random_.below(most); left > 0; --left) {
-        part = static_cast<int>(random_.below(facts_.parts.size()));
-        acts += L"! request " + std::to_wstring(nextRequestId_) + L' ' + workFile(part) + L'\n';
-        neverOpened_.insert(nextRequestId_++);
+    SoakPart* part = nullptr;
+    for (auto left = 1 + random_() % most; left > 0; --left) {
+        part = &facts_.parts[random_() % facts_.parts.size()];
+        requestId_ = nextRequestId_++;
+        acts += L"! request " + std::to_wstring(requestId_) + L' ' + workFile(*part) + L'\n';
+        neverOpened_.insert(requestId_);
     }
     values_[L"requests"] = acts + L"! push";
-    requestId_ = nextRequestId_ - 1;
-    if (isWithdrawn)
+    if (areWithdrawn)
         return;
     neverOpened_.erase(requestId_);
-    open(part, requestId_, soakMachine(requestId_), burstNcPath);
+    open(*part, requestId_, soakMachine(requestId_), burstNcPath);
 }
 
 // Sets the placeholders for the step's text.
-void SoakPlan::prepare(const Kind& kind)
+void SoakPlan::prepare(const std::string& name, int part)
 {
-    const std::string name = kind.name;
-    if (kind.part >= 0) {
-        const SoakPart& sent = facts_.parts[static_cast<size_t>(kind.part)];
-        open(kind.part, sent.number, machinePath(sent.machine), sent.ncPath);
+    if (part >= 0) {
+        SoakPart& sent = facts_.parts[static_cast<size_t>(part)];
+        open(sent, sent.number, machinePath(sent.machine), sent.ncPath);
         values_[L"sent name"] = sent.name + L".mcam";
     } else if (name == "requests to a busy host") {
-        parkRequests(3);
+        parkRequests(3, false);
     } else if (name == "requests that a check-out withdraws") {
-        parkRequests(2);
+        parkRequests(2, true);
     } else if (name == "event that forgets the file") {
         // Only event 3 reports the end of a save; without it, an unknown document is not saved.
         static const wchar_t* const codes[] = {L"03", L"06", L"52"};
-        values_[L"event"] = codes[isNotified_ ? random_.below(3) : 0];
+        values_[L"event"] = codes[isNotified_ ? random_() % 3 : 0];
         values_[L"event code"] = std::to_wstring(std::stoi(values_[L"event"]));
     } else if (name == "menu") {
-        const std::wstring choice = menu_.nextChoice();
+        const std::wstring choice = nextMenuChoice(menuRandom_);
         guards_[L"about chosen"] = choice == L"About";
         guards_[L"sheet chosen"] = choice == L"Tools" || choice == L"Import NC-Files";
     }
@@ -294,35 +282,33 @@ void SoakPlan::prepare(const Kind& kind)
 
 void SoakPlan::describeState()
 {
-    guards_[L"named"] = isNamed();
+    guards_[L"named"] = part_ != nullptr;
     guards_[L"known"] = isKnown_;
     guards_[L"requested"] = requestId_ != 0;
     guards_[L"saved"] = isSaved();
     guards_[L"unsaved"] = !isSaved();
     values_[L"request"] = std::to_wstring(requestId_);
-    values_[L"is named"] = isNamed() ? L"true" : L"false";
-    values_[L"machine group"] = isNamed() ? L"*" : L"null";
-    values_[L"document"] = isNamed() ? workFile(part_) : L"";
+    values_[L"is named"] = part_ ? L"true" : L"false";
+    values_[L"machine group"] = part_ ? L"*" : L"null";
+    values_[L"document"] = part_ ? workFile(*part_) : L"";
     std::wstring& recent = values_[L"recent files"];
     recent = recentFiles_.empty() ? L"" : L", -";
     for (const std::wstring& file : recentFiles_)
-        recent += L", " + inQuotes(file);
-    if (!isNamed())
+        recent += L", \"" + file + L'"';
+    if (!part_)
         return;
-    const SoakPart& part = facts_.parts[static_cast<size_t>(part_)];
-    values_[L"name"] = part.name;
-    values_[L"number"] = std::to_wstring(part.number);
-    values_[L"version"] = std::to_wstring(versions_[static_cast<size_t>(part_)] + 1);
+    values_[L"name"] = part_->name;
+    values_[L"number"] = std::to_wstring(part_->number);
+    values_[L"version"] = std::to_wstring(part_->version + 1);
     std::wstring& suffixes = values_[L"suffixes"];
     suffixes.clear();
-    for (int i = 0; i < part.operations + passes_; ++i)
+    for (int i = 0; i < part_->operations + passes_; ++i)
         suffixes += L"> ui NCSuffix(null) -> \".NC\"\n";
     std::wstring& programs = values_[L"programs"];
     programs.clear();
-    for (const std::wstring& program : part.programs)
-        programs += L"= nc-program number=" + values_[L"NC path"] + L" file=" +
-                    inQuotes(facts_.ncFolder + program + L".NC") + L" group=" +
-                    inQuotes(part.machine) + L'\n';
+    for (const std::wstring& program : part_->programs)
+        programs += L"= nc-program number=" + values_[L"NC path"] + L" file=\"" + facts_.ncFolder +
+                    program + L".NC\" group=\"" + part_->machine + L"\"\n";
 }
 
 void SoakPlan::add(PlannedStep& step, const std::wstring& text) const
@@ -364,13 +350,13 @@ void SoakPlan::conclude(const std::string& name)
 {
     if (name == "save" || name == "host's own save") {
         const bool isSavedNow = isSaved();
-        if (isKnown_ && isNamed()) {
+        if (isKnown_ && part_) {
             isChanged_ = false;
-            passesSaved_[static_cast<size_t>(part_)] = passes_;
+            part_->passesSaved = passes_;
         }
         if (isSavedNow) {
             isKnown_ = true;
-            ++versions_[static_cast<size_t>(part_)];
+            ++part_->version;
         }
         isNotified_ = isNotified_ && name == "save";
     } else if (name == "finishing pass") {
@@ -381,7 +367,7 @@ void SoakPlan::conclude(const std::string& name)
         isNotified_ = true;
     } else if (name == "new file" || name == "check-in") {
         requestId_ = 0;
-        part_ = -1;
+        part_ = nullptr;
         passes_ = 0;
         isChanged_ = false;
         values_[L"sent name"].clear();

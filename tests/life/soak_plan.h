@@ -2,16 +2,15 @@
 // seed give the same steps.
 #pragma once
 
-#include "fuzz/random.h"
 #include "support/bytes.h"
 
-#include <array>
 #include <map>
+#include <random>
 #include <set>
 
 namespace testing_support {
 
-// A part of the Companion's library as shipped.
+// A part of the Companion's library as shipped, and what the steps have made of it.
 struct SoakPart {
     std::wstring name;
     std::int32_t number;
@@ -19,6 +18,8 @@ struct SoakPart {
     std::wstring machine; // also the name of its top group
     std::int32_t ncPath;
     Lines programs; // posted for it, in alphabetical order
+    int version = 1;
+    int passesSaved = 0; // finishing passes
 };
 
 // One of several hosts that share the Companion but no part of its library.
@@ -29,7 +30,7 @@ struct SoakHostFacts {
     std::uint32_t processId;
     std::uint32_t window;        // low 32 bits
     std::int32_t firstRequestId; // of the requests written by the test; unique per host
-    std::array<SoakPart, 2> parts;
+    std::vector<SoakPart> parts;
 };
 
 struct PlannedStep {
@@ -45,19 +46,11 @@ struct PlannedStep {
     bool checksOut = false;                   // asks the Companion for a file
 };
 
-// The choice in the add-in's menu each time it opens; made by the host's script.
-class SoakMenu {
-public:
-    explicit SoakMenu(std::uint64_t seed) : random_(seed) {}
-    std::wstring nextChoice();
-
-private:
-    fuzzing::Random random_;
-};
-
 class SoakPlan {
 public:
     SoakPlan(SoakHostFacts facts, std::uint64_t seed);
+    SoakPlan(const SoakPlan&) = delete;
+    SoakPlan& operator=(const SoakPlan&) = delete;
 
     // The number of initial steps, which make every call once.
     static size_t warmUpSteps();
@@ -66,25 +59,20 @@ public:
     const std::set<std::int32_t>& requestsNeverOpened() const { return neverOpened_; }
 
 private:
-    struct Kind;
-    static const Kind kinds[];
-
-    PlannedStep planned(const Kind& kind);
     bool isPossible(const std::string& kind) const;
-    bool isNamed() const { return part_ >= 0; }
-    bool isSaved() const { return isNamed() && (isKnown_ || !isChanged_); }
-    std::wstring workFile(int part) const;
-    void open(int part, std::int32_t id, const std::wstring& machine, std::int32_t ncPath);
-    void parkRequests(unsigned most);
-    void prepare(const Kind& kind);
+    bool isSaved() const { return part_ && (isKnown_ || !isChanged_); }
+    std::wstring workFile(const SoakPart& part) const;
+    void open(SoakPart& part, std::int32_t id, const std::wstring& machine, std::int32_t ncPath);
+    void parkRequests(unsigned most, bool areWithdrawn);
+    void prepare(const std::string& kind, int part);
     void describeState();
     void add(PlannedStep& step, const std::wstring& text) const;
     std::wstring filled(std::wstring line) const;
-    void conclude(const std::string& name);
+    void conclude(const std::string& kind);
 
-    const SoakHostFacts facts_;
-    fuzzing::Random random_;
-    SoakMenu menu_;
+    SoakHostFacts facts_;
+    std::mt19937_64 random_;
+    std::mt19937_64 menuRandom_;
     size_t steps_ = 0;
     std::map<std::wstring, std::wstring> values_; // of the placeholders
     std::map<std::wstring, bool> guards_;
@@ -94,14 +82,16 @@ private:
     bool isKnown_ = false;   // the file is one of the Companion's
     bool isNotified_ = true; // the save-notified flag
     bool isChanged_ = false;
-    int part_ = -1;  // the open part; -1 for an empty document without a name
-    int passes_ = 0; // finishing passes added to it
+    SoakPart* part_ = nullptr; // the open part; null for an empty document without a name
+    int passes_ = 0;           // finishing passes added to it
     Lines recentFiles_;
-    std::array<int, 2> passesSaved_{};
-    std::array<int, 2> versions_ = {1, 1};
     std::int32_t nextRequestId_;
     std::set<std::int32_t> neverOpened_;
 };
+
+// The next choice in the add-in's menu, made by the host's script; the plan predicts it with the
+// same random numbers.
+std::wstring nextMenuChoice(std::mt19937_64& random);
 
 // The machine in a request's machine settings.
 std::wstring soakMachine(std::int32_t requestId);

@@ -2,12 +2,23 @@
 // lost, and afterwards the hosts hold only the resources listed in docs/life.md.
 //
 // The environment variables SOAK_SECONDS and SOAK_SEED set the duration and the random seed.
-#include "life/soaked_host.h"
+#include "life/life_table.h"
+#include "life/soak_plan.h"
+#include "peer/exchange_paths.h"
+#include "support/companion_double.h"
+#include "support/companion_program.h"
+#include "support/counts.h"
+#include "support/host_program.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
+#include <memory>
+#include <mutex>
+#include <thread>
 
 using namespace testing_support;
 
@@ -15,6 +26,287 @@ namespace {
 
 constexpr unsigned long usualSeconds = 60;
 constexpr unsigned long usualSeed = 20'261;
+constexpr unsigned long long betweenCheckoutsMs = 1100;
+constexpr int mostMenus = 20'000;
+// For any number and mix of calls; a leak of 1 KB per step exceeds this.
+constexpr size_t mostGrowth = 2 << 20;
+// The host stores trace lines as UTF-16, in blocks with spare capacity.
+constexpr size_t memoryPerTraceByte = 4;
+
+constexpr wchar_t mill3[] = L"Mill 3-axis", mill4[] = L"Mill 4-axis";
+
+const std::vector<SoakPart> partsOfHosts[] = {
+    {{L"bracket", 17, 10, mill3, 3, {L"MB17-1", L"MB17-2"}},
+     {L"flange", 23, 11, mill3, 3, {L"BF140"}}},
+    {{L"pump cover", 31, 8, mill4, 5, {L"PC31-1", L"PC31-2"}},
+     {L"clamp jaw", 42, 4, mill3, 3, {L"CJ42"}}},
+};
+
+// Reads the complete lines that were appended to a UTF-8 file since the last call.
+class FileTail {
+public:
+    explicit FileTail(std::wstring path) : path_(std::move(path)) {}
+
+    Lines newLines()
+    {
+        std::ifstream file(std::filesystem::path(path_), std::ios::binary);
+        file.seekg(offset_);
+        std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        bytes.resize(bytes.rfind('\n') + 1); // empty if there is no line feed
+        offset_ += std::ssize(bytes);
+        return linesOf(fromUtf8(bytes));
+    }
+
+private:
+    const std::wstring path_;
+    std::int64_t offset_ = 0;
+};
+
+// An event of the Companion's log in short form: without date and time and without values that are
+// not known in advance (duration, Companion process, size of a line or program, name of an exchange
+// file). Empty for an event not caused by a request, such as the detection of a host.
+std::wstring shortEvent(const std::wstring& line)
+{
+    constexpr size_t dateTimeAndBlank = 24;
+    static const std::set<std::wstring> unasked = {L"started", L"stopped", L"library",
+                                                   L"host-found", L"host-gone"};
+    static const std::map<std::wstring, std::wstring> unknownFields = {
+        {L"taken", L" after="}, {L"commit", L" from="}, {L"nc-program", L" bytes="}};
+    std::wstring event = line.substr(std::min(line.size(), dateTimeAndBlank));
+    const std::wstring word = event.substr(0, event.find(L' '));
+    if (unasked.contains(word))
+        return {};
+    if (word == L"line" || word == L"check-out")
+        return word;
+    if (unknownFields.contains(word)) {
+        const std::wstring& start = unknownFields.at(word);
+        if (const size_t from = event.rfind(start); from != event.npos)
+            event.erase(from, event.find(L' ', from + start.size()) - from);
+    }
+    const std::wstring checkOut = L"command text=\"--checkout";
+    return event.starts_with(checkOut) ? checkOut : event;
+}
+
+// State shared by the hosts of a soak, each of which has a thread.
+class Company {
+public:
+    explicit Company(const Installation& where)
+        : installation(where), log_(where.path(L"sys\\companion.log"))
+    {
+    }
+
+    void expectEvents(const Lines& events)
+    {
+        const std::lock_guard lock(mutex_);
+        for (const std::wstring& event : events)
+            ++open_[event];
+    }
+    // How many of these events, or of all, have not occurred yet. Below 0: more than expected.
+    int openEvents(const Lines& events)
+    {
+        int open = 0;
+        const std::lock_guard lock(mutex_);
+        readLog();
+        for (const std::wstring& event : events)
+            open += std::max(open_[event], 0);
+        return open;
+    }
+    std::map<std::wstring, int> allOpenEvents()
+    {
+        readLog();
+        return open_;
+    }
+
+    const Installation& installation;
+    // Commits run one at a time: two hosts that find the same end of the commit file overwrite each
+    // other's records, and they share one screen picture.
+    std::mutex committing;
+    // Two check-outs in the same second would use the same file name.
+    std::mutex checkingOut;
+    unsigned long long checkedOutAt = 0; // milliseconds
+
+private:
+    void readLog()
+    {
+        for (const std::wstring& line : log_.newLines())
+            if (const std::wstring event = shortEvent(line); !event.empty())
+                --open_[event];
+    }
+
+    std::mutex mutex_;
+    FileTail log_;
+    std::map<std::wstring, int> open_; // expected minus occurred
+};
+
+// A real host that runs the steps of a plan. Any deviation from the plan fails the test.
+class SoakedHost {
+public:
+    // Starts the host with this number, counted from 0, and waits until it is ready.
+    SoakedHost(Company& company, unsigned number, std::uint64_t seed)
+        : company_(company),
+          name_(L"host" + std::to_wstring(number)),
+          seed_(seed),
+          ncFolder_(company.installation.path(L"nc" + std::to_wstring(number) + L"\\")),
+          host_(company.installation, script(seed + number), name_),
+          trace_(company.installation.path(name_ + L".trace"))
+    {
+        EXPECT_TRUE(host_.waitForCommandFile());
+        EXPECT_TRUE(waitUntil([this] { return host_.window() != nullptr; }));
+        trace_.newLines();
+        plan_ = std::make_unique<SoakPlan>(
+            SoakHostFacts{
+                company.installation.root(), std::filesystem::temp_directory_path().wstring(),
+                ncFolder_, host_.process().id(),
+                static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(host_.window())),
+                static_cast<std::int32_t>(100'000 * (number + 1)), partsOfHosts[number]},
+            seed + number);
+    }
+
+    size_t steps() const { return steps_; }
+    const SoakPlan& plan() const { return *plan_; }
+
+    void runNextStep()
+    {
+        const PlannedStep step = plan_->next();
+        SCOPED_TRACE("SOAK_SEED=" + std::to_string(seed_) + ", " + toUtf8(name_) + ", step " +
+                     std::to_string(++steps_) + ": " + step.kind);
+        for (const auto& [call, times] : step.leftOpen) {
+            const LeftOpen row = lifeTable().at(call);
+            onPurpose_.handles += row.handles * times;
+            onPurpose_.bytes += row.bytes * times;
+        }
+        std::unique_lock commitTurn(company_.committing, std::defer_lock);
+        std::unique_lock checkoutTurn(company_.checkingOut, std::defer_lock);
+        if (!step.version.empty())
+            commitTurn.lock();
+        if (step.checksOut) {
+            checkoutTurn.lock();
+            waitUntil(
+                [&] { return GetTickCount64() - company_.checkedOutAt > betweenCheckoutsMs; });
+        }
+        company_.expectEvents(step.events);
+        Lines arrived;
+        const auto hasTrace = [&] {
+            for (std::wstring& line : trace_.newLines())
+                arrived.push_back(std::move(line));
+            return arrived.size() >= step.trace.size();
+        };
+        for (const std::wstring& act : step.acts)
+            EXPECT_TRUE(act == L"await" ? waitUntil(hasTrace) : carryOut(act)) << toUtf8(act);
+        waitUntil([&] { return hasTrace() && company_.openEvents(step.events) == 0; });
+        EXPECT_EQ(arrived, step.trace);
+        EXPECT_EQ(company_.openEvents(step.events), 0);
+        if (step.checksOut)
+            company_.checkedOutAt = GetTickCount64();
+        if (!step.version.empty()) {
+            const std::wstring picture = step.version + L".bmp";
+            EXPECT_NE(readBytes(step.version + L".mcam").value_or(""), "");
+            EXPECT_TRUE(readBytes(picture).value_or("").starts_with("BM"));
+            DeleteFileW(picture.c_str()); // they would fill the disk in a long soak
+        }
+    }
+
+    // Records the resources held by the process between steps.
+    void noteHeld()
+    {
+        onPurpose_ = {};
+        heldBefore_ = countsOf(host_.process().id());
+        traceBytesBefore_ = traceBytes();
+    }
+
+    // Waits until the process holds exactly the recorded resources plus those its calls left open
+    // on purpose, and prints the counts.
+    void expectNothingElseHeld() const
+    {
+        const ProcessCounts& before = heldBefore_;
+        const size_t traced = traceBytes() - traceBytesBefore_;
+        const size_t mostBytes =
+            before.privateBytes + onPurpose_.bytes + mostGrowth + memoryPerTraceByte * traced;
+        ProcessCounts now;
+        EXPECT_TRUE(waitUntil([&] {
+            now = countsOf(host_.process().id());
+            return now.handles == before.handles + onPurpose_.handles &&
+                   now.threads == before.threads && now.privateBytes <= mostBytes;
+        }));
+        std::printf("%ls, %zu steps: handles %zu to %zu (%zu on purpose), threads %zu to %zu, "
+                    "private bytes %zu to %zu (%zu on purpose, and %zu of trace)\n",
+                    name_.c_str(), steps_, before.handles, now.handles, onPurpose_.handles,
+                    before.threads, now.threads, before.privateBytes, now.privateBytes,
+                    onPurpose_.bytes, traced);
+    }
+
+    void close()
+    {
+        PostMessageW(host_.window(), WM_CLOSE, 0, 0);
+        EXPECT_EQ(host_.process().waitForExit(), 0u);
+        EXPECT_EQ(trace_.newLines(), Lines{L"ui m_close(0) -> 0"});
+    }
+
+private:
+    // The script answers message boxes and chooses in the menu, which it opens on an event.
+    std::string script(std::uint64_t seed) const
+    {
+        std::string script = "set nc_prefix " + toUtf8(ncFolder_) + '\n';
+        std::mt19937_64 random(seed);
+        for (int i = 0; i < mostMenus; ++i)
+            script += "wait-for m_notify(37) 86400000\nchoose " + toUtf8(nextMenuChoice(random)) +
+                      "\ncall m_main 0\n";
+        return script;
+    }
+
+    // Carries out an action of a step; false on timeout.
+    bool carryOut(const std::wstring& act) const
+    {
+        const std::wstring verb = act.substr(0, act.find(L' '));
+        const std::wstring words = act.substr(std::min(verb.size() + 1, act.size()));
+        if (verb == L"command")
+            host_.command(static_cast<unsigned>(std::stoi(words)));
+        else if (verb == L"companion")
+            return startCompanion(company_.installation, words) == 0u;
+        else if (verb == L"busy" || verb == L"ready")
+            EnableWindow(host_.window(), verb == L"ready");
+        else if (verb == L"push") // bytes that are not a request
+            return sendRequest("x");
+        else {
+            const int id = std::stoi(words);
+            writeBytes(peer::machineSettingsPath(company_.installation.root(), id),
+                       "a|4|0|" + toUtf8(soakMachine(id)) + "\r\n");
+            return sendRequest(openRequest(id, toUtf8(words.substr(words.find(L' ') + 1))));
+        }
+        return true;
+    }
+
+    // Waits until the add-in has taken it.
+    bool sendRequest(const std::string& bytes) const
+    {
+        const std::wstring file = host_.commandFile();
+        const auto isTaken = [&] {
+            // Does not open the file, because an open handle would prevent its deletion.
+            std::error_code error;
+            return std::filesystem::file_size(file, error) == 0;
+        };
+        return waitUntil([&] { return writeRequest(file, bytes); }) && waitUntil(isTaken);
+    }
+
+    // The stand-in host also keeps its trace in memory.
+    size_t traceBytes() const
+    {
+        return static_cast<size_t>(
+            std::filesystem::file_size(company_.installation.path(name_ + L".trace")));
+    }
+
+    Company& company_;
+    const std::wstring name_;
+    const std::uint64_t seed_;
+    const std::wstring ncFolder_;
+    const HostProgram host_;
+    FileTail trace_;
+    std::unique_ptr<SoakPlan> plan_;
+    size_t steps_ = 0;
+    ProcessCounts heldBefore_;
+    size_t traceBytesBefore_ = 0;
+    LeftOpen onPurpose_;
+};
 
 unsigned long fromEnvironment(const char* name, unsigned long otherwise)
 {
@@ -30,18 +322,15 @@ protected:
         writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
     }
 
-    // Runs until all hosts have finished their steps or a check fails.
-    void run(const std::function<bool(const SoakedHost&)>& withNextStep)
+    // Runs the hosts' steps until they do not go on or a check fails.
+    void run(const std::function<bool(const SoakedHost&)>& goesOn)
     {
-        for (bool goesOn = true; goesOn && !HasFailure();) {
-            goesOn = false;
-            company.readEvents();
-            for (const auto& host : hosts) {
-                host->goOn(withNextStep(*host));
-                goesOn = goesOn || !host->isBetweenSteps() || withNextStep(*host);
-            }
-            waitUntil([] { return false; }, 2);
-        }
+        std::vector<std::jthread> threads;
+        for (const auto& host : hosts)
+            threads.emplace_back([&] {
+                while (goesOn(*host) && !HasFailure())
+                    host->runNextStep();
+            });
     }
 
     // The request ids of the machine-settings files in the folder.
@@ -51,14 +340,14 @@ protected:
         std::set<std::int32_t> numbers;
         for (const auto& entry : std::filesystem::directory_iterator(installation.path(L"temp"))) {
             const std::wstring name = entry.path().filename().wstring();
-            if (name.rfind(start, 0) == 0)
+            if (name.starts_with(start))
                 numbers.insert(std::stoi(name.substr(start.size())));
         }
         return numbers;
     }
 
     Installation installation{Registry::ofTheUser};
-    SoakCompany company{installation, FileTail(installation.path(L"sys\\companion.log"))};
+    Company company{installation};
     std::vector<std::unique_ptr<SoakedHost>> hosts;
 };
 
@@ -68,7 +357,6 @@ TEST_F(Soak, losesAndLeaksNothing)
 {
     const auto seed = fromEnvironment("SOAK_SEED", usualSeed);
     const auto milliseconds = 1000ULL * fromEnvironment("SOAK_SECONDS", usualSeconds);
-    SCOPED_TRACE("SOAK_SEED=" + std::to_string(seed));
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     for (unsigned number = 0; number < 2; ++number)
@@ -83,8 +371,7 @@ TEST_F(Soak, losesAndLeaksNothing)
 
     for (const auto& host : hosts)
         host->expectNothingElseHeld();
-    company.readEvents();
-    for (const auto& [event, open] : company.openEvents)
+    for (const auto& [event, open] : company.allOpenEvents())
         EXPECT_EQ(open, 0) << "too few of this in the Companion's log: " << toUtf8(event);
     std::set<std::int32_t> neverOpened;
     for (const auto& host : hosts) {

@@ -2,8 +2,7 @@
 #include "packaging/machine_state.h"
 #include "packaging/site.h"
 #include "support/bytes.h"
-#include "support/processes.h"
-#include "support/waiting.h"
+#include "support/host_program.h"
 #include "zemlink/tool_run.h"
 
 #include <filesystem>
@@ -76,36 +75,6 @@ bool isSetupRunning()
     return running != nullptr;
 }
 
-// The stand-in host with the installed library.
-class RunningHost {
-public:
-    RunningHost(const Installation& installation, const Site& site, const std::string& script)
-        : tracePath_(installation.path(L"host.trace")),
-          process_(commandLine(installation, site, script))
-    {
-    }
-    const Process& process() const { return process_; }
-    Lines trace() const { return linesOf(fromUtf8(readBytes(tracePath_).value_or(""))); }
-    bool isOpen() const
-    {
-        return waitUntil([this] { return count(trace(), L"m_open(0) -> 0") == 1; });
-    }
-
-private:
-    static std::wstring commandLine(const Installation& installation, const Site& site,
-                                    const std::string& script)
-    {
-        const std::wstring scriptPath = installation.path(L"host.script");
-        writeBytes(scriptPath, script);
-        return quoted(site.hostFolder + L"\\Mastercam.exe") + L" --addin " +
-               quoted(site.library()) + L" --script " + quoted(scriptPath) + L" --trace " +
-               quoted(installation.path(L"host.trace"));
-    }
-
-    const std::wstring tracePath_;
-    Process process_;
-};
-
 } // namespace
 
 TEST_F(Setup, addsAndRemovesItsFilesAndEntry)
@@ -166,7 +135,8 @@ TEST_F(Setup, entersItselfAmongTheInstalledPrograms)
 TEST_F(Setup, installsWhatRuns)
 {
     ASSERT_EQ(site.setUp(), done);
-    const RunningHost host(installation, site, "call TestFunction\nquit\n");
+    const HostProgram host(installation, "call TestFunction\nquit\n", L"host",
+                           site.hostFolder + L"\\Mastercam.exe", site.library());
     EXPECT_EQ(host.process().waitForExit(), 0u);
     for (const wchar_t* line : {L"ui m_version(2100) -> 2100", L"ui m_open(0) -> 0",
                                 L"ui TestFunction() -> 1", L"ui m_close(0) -> 0"})
@@ -227,8 +197,9 @@ TEST_F(Setup, keepsAnEarlierVersionItCannotReplace)
 TEST_F(Setup, changesNothingWhileAHostRuns)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
-    const RunningHost host(installation, site, "");
-    ASSERT_TRUE(host.isOpen());
+    const HostProgram host(installation, "", L"host", site.hostFolder + L"\\Mastercam.exe",
+                           site.library());
+    ASSERT_TRUE(host.waitForTrace(L"m_open(0) -> 0"));
     const State before = filesBelow(site.addInFolder);
     const State libraryBefore = filesBelow(site.hostFolder);
     const State entryBefore = entry();
@@ -242,8 +213,9 @@ TEST_F(Setup, changesNothingWhileAHostRuns)
 TEST_F(Setup, staysWithARunningEarlierHost)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
-    const RunningHost host(installation, site, "");
-    ASSERT_TRUE(host.isOpen());
+    const HostProgram host(installation, "", L"host", site.hostFolder + L"\\Mastercam.exe",
+                           site.library());
+    ASSERT_TRUE(host.waitForTrace(L"m_open(0) -> 0"));
     const std::wstring otherHost = installation.path(L"Mastercam 2");
     layOutHost(otherHost);
     EXPECT_EQ(site.setUp(setupProgram(), otherHost), inUse);

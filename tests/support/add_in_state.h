@@ -6,6 +6,7 @@
 #include "incoming/incoming_state.h"
 #include "addin/host_events.h"
 #include "formats/wire_constants.h"
+#include "support/waiting.h"
 
 #include <cstdint>
 #include <string>
@@ -71,6 +72,47 @@ struct AddInState {
         setCaptureOnClosePending(false);
         allowListener();
     }
+};
+
+// While it exists, replaces the message window with a message-only window, which receives only
+// messages posted to it, and records them.
+class WatchedMessageWindow {
+public:
+    WatchedMessageWindow()
+    {
+        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&remember));
+        AddInState::setMessageWindow(window_);
+    }
+    ~WatchedMessageWindow()
+    {
+        AddInState::setMessageWindow(replaced_);
+        DestroyWindow(window_);
+    }
+    WatchedMessageWindow(const WatchedMessageWindow&) = delete;
+    WatchedMessageWindow& operator=(const WatchedMessageWindow&) = delete;
+
+    // Ids of the messages received with wParam and lParam 0. Runs the message loop.
+    const std::vector<UINT>& arrived() const
+    {
+        pumpMessages();
+        return arrived_;
+    }
+
+private:
+    static LRESULT CALLBACK remember(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        auto* const self =
+            reinterpret_cast<WatchedMessageWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (wParam == 0 && lParam == 0)
+            self->arrived_.push_back(message);
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+
+    const HWND replaced_ = AddInState::messageWindow();
+    const HWND window_ =
+        CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    std::vector<UINT> arrived_;
 };
 
 } // namespace testing_support

@@ -4,8 +4,9 @@
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/processes.h"
-#include "support/waiting.h"
+#include "support/windows.h"
 
+#include <filesystem>
 #include <string>
 
 namespace testing_support {
@@ -15,39 +16,89 @@ inline constexpr DWORD carriedOut = 0;
 inline constexpr DWORD notCarriedOut = 1;
 
 // Copies the program and the library it ships with into the installation folder.
-void installCompanionWithLibrary(const Installation& installation);
+inline void installCompanionWithLibrary(const Installation& installation)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    std::filesystem::copy(programFolder() + L"shipped\\companion\\parts",
+                          installation.path(L"library"), std::filesystem::copy_options::recursive);
+}
+
+inline std::wstring companionCommand(const Installation& installation, const std::wstring& words)
+{
+    return quoted(installation.path(L"TORVA-ZEM.exe")) + (words.empty() ? L"" : L" ") + words;
+}
+
+// Starts the installed program with these arguments and returns its exit code.
+inline DWORD startCompanion(const Installation& installation, const std::wstring& words)
+{
+    return Process(companionCommand(installation, words)).waitForExit().value_or(STILL_ACTIVE);
+}
 
 // The running instance; the destructor ends it.
 class CompanionProgram {
 public:
     // Starts it with these arguments, or creates it suspended. It must already be installed.
     explicit CompanionProgram(const Installation& installation, const std::wstring& words = L"",
-                              bool isSuspended = false);
+                              bool isSuspended = false)
+        : installation_(installation), process_(companionCommand(installation, words), isSuspended)
+    {
+    }
 
     const Process& process() const { return process_; }
 
     // The event log, each line without date and time.
-    Lines log() const;
+    Lines log() const
+    {
+        constexpr size_t dateTimeAndBlank = 24;
+        Lines lines =
+            linesOf(fromUtf8(readBytes(installation_.path(L"sys\\companion.log")).value_or("")));
+        for (std::wstring& line : lines)
+            line.erase(0, dateTimeAndBlank);
+        return lines;
+    }
+
     // The number of log lines that contain the text.
-    size_t count(const std::wstring& text) const;
+    size_t count(const std::wstring& text) const { return testing_support::count(log(), text); }
+
     // Waits until this many log lines contain the text; false on timeout.
-    bool waitForLog(const std::wstring& text, size_t times = 1) const;
+    bool waitForLog(const std::wstring& text, size_t times = 1) const
+    {
+        return waitUntil([&] { return count(text) >= times; });
+    }
+
     // The last log line that contains the text; empty if there is none.
-    std::wstring lastLine(const std::wstring& text) const;
+    std::wstring lastLine(const std::wstring& text) const
+    {
+        std::wstring found;
+        for (const std::wstring& line : log())
+            if (line.find(text) != line.npos)
+                found = line;
+        return found;
+    }
 
     // Waits for the main window, found by its instance property; null on timeout.
-    HWND waitForWindow() const;
+    HWND waitForWindow() const
+    {
+        HWND window = nullptr;
+        waitUntil([&] {
+            window = windowWithProperty(process_.id(),
+                                        L"https://torva.example/namespace/torvapdm/instance");
+            return window || !process_.isRunning();
+        });
+        return window;
+    }
 
     // Waits until the running instance has its window, starts the program a second time with these
     // arguments and returns that process's exit code.
-    DWORD tell(const std::wstring& words) const;
+    DWORD tell(const std::wstring& words) const
+    {
+        waitForWindow();
+        return startCompanion(installation_, words);
+    }
 
 private:
     const Installation& installation_;
     Process process_;
 };
-
-// Starts the installed program with these arguments and returns its exit code.
-DWORD startCompanion(const Installation& installation, const std::wstring& words);
 
 } // namespace testing_support

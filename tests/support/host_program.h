@@ -4,7 +4,7 @@
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/processes.h"
-#include "support/waiting.h"
+#include "support/windows.h"
 
 #include <string>
 
@@ -13,37 +13,68 @@ namespace testing_support {
 class HostProgram {
 public:
     // Starts the host with this script (lines with line ends). It writes its trace to a file with
-    // this name in the installation folder.
+    // this name in the installation folder. The library is the shipped one, or another.
     explicit HostProgram(const Installation& installation, const std::string& script,
-                         const std::wstring& name = L"host");
+                         const std::wstring& name = L"host",
+                         const std::wstring& program = programFolder() + L"Mastercam.exe",
+                         const std::wstring& library = programFolder() + L"torvapdm.dll")
+        : installation_(installation),
+          tracePath_(installation.path(name + L".trace")),
+          scriptPath_(installation.path(name + L".script")),
+          process_((writeBytes(scriptPath_, script),
+                    quoted(program) + L" --addin " + quoted(library) + L" --script " +
+                        quoted(scriptPath_) + L" --trace " + quoted(tracePath_)))
+    {
+    }
 
     const Process& process() const { return process_; }
     std::wstring commandFile() const { return installation_.commandFile(process_.id()); }
 
-    Lines trace() const;
+    Lines trace() const { return linesOf(fromUtf8(readBytes(tracePath_).value_or(""))); }
     // Waits until a line of the trace contains the text; false on timeout.
-    bool waitForTrace(const std::wstring& text) const;
+    bool waitForTrace(const std::wstring& text) const
+    {
+        return waitUntil([&] { return count(trace(), text) > 0; });
+    }
     // Waits until the command file exists, that is, until the add-in is open; false on timeout.
-    bool waitForCommandFile() const;
+    bool waitForCommandFile() const
+    {
+        return waitUntil([&] { return readBytes(commandFile()).has_value(); });
+    }
     // The top-level window with the host-instance property, or null.
-    HWND window() const;
+    HWND window() const
+    {
+        return windowWithProperty(process_.id(),
+                                  L"https://torva.example/namespace/torvapdm/mastercam-instance");
+    }
 
     // Sends this command id of the host's menu, once the add-in is open.
-    void command(unsigned number) const;
+    void command(unsigned number) const
+    {
+        waitUntil([this] { return window() != nullptr; });
+        PostMessageW(window(), WM_COMMAND, number, 0);
+    }
     // Sends the add-in an event with a command of the host's menu and waits for its trace line. All
     // messages posted to the host's UI thread before have been processed by then. False on timeout.
-    bool sendEvent(int code) const;
+    bool sendEvent(unsigned code) const
+    {
+        constexpr unsigned firstEventCommand = 43000; // of the Events menu, plus the event's code
+        const std::wstring line = L"ui m_notify(" + std::to_wstring(code) + L") ";
+        const size_t before = count(trace(), line);
+        command(firstEventCommand + code);
+        return waitUntil([&] { return count(trace(), line) > before; });
+    }
 
 private:
-    static std::wstring commandLine(const Installation& installation, const std::string& script,
-                                    const std::wstring& name);
-
     const Installation& installation_;
-    const std::wstring tracePath_;
+    const std::wstring tracePath_, scriptPath_;
     Process process_;
 };
 
 // The trace lines written by the listener thread.
-Lines fromOtherThreads(const Lines& lines);
+inline Lines fromOtherThreads(const Lines& lines)
+{
+    return linesThatStart(lines, L"other ");
+}
 
 } // namespace testing_support

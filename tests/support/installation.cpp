@@ -1,5 +1,7 @@
 #include "support/installation.h"
 
+#include "peer/exchange_paths.h"
+#include "peer/handle.h"
 #include "support/bytes.h"
 
 #include <cstdio>
@@ -31,9 +33,9 @@ std::wstring ownRegistryKey()
 
 std::wstring freshFolder()
 {
-    wchar_t temp[MAX_PATH];
-    GetTempPathW(MAX_PATH, temp);
-    return temp + (L"zem " + std::to_wstring(GetCurrentProcessId()));
+    return (std::filesystem::temp_directory_path() /
+            (L"zem " + std::to_wstring(GetCurrentProcessId())))
+        .wstring();
 }
 
 void removeOwnRegistry()
@@ -42,19 +44,15 @@ void removeOwnRegistry()
     RegDeleteTreeW(HKEY_CURRENT_USER, ownRegistryKey().c_str());
 }
 
-bool isFolderItself(const std::wstring& name)
-{
-    return name == L"." || name == L"..";
-}
-
 void removeBelow(const std::wstring& path)
 {
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW((path + L"\\*").c_str(), &found);
     for (BOOL isThere = search != INVALID_HANDLE_VALUE; isThere;
          isThere = FindNextFileW(search, &found)) {
-        const std::wstring below = path + L'\\' + found.cFileName;
-        if (isFolderItself(found.cFileName))
+        const std::wstring name = found.cFileName;
+        const std::wstring below = path + L'\\' + name;
+        if (name == L"." || name == L"..")
             continue;
         SetFileAttributesW(below.c_str(), FILE_ATTRIBUTE_NORMAL);
         if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
@@ -66,38 +64,28 @@ void removeBelow(const std::wstring& path)
     RemoveDirectoryW(path.c_str());
 }
 
-bool isProgramIn(const std::wstring& folder, DWORD processId)
-{
-    const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId);
-    wchar_t path[1024] = L"";
-    DWORD size = 1024;
-    const bool isKnown = process && QueryFullProcessImageNameW(process, 0, path, &size);
-    CloseHandle(process);
-    return isKnown && std::wstring_view(path, size).find(folder + L'\\') == 0;
-}
-
-void endProcess(DWORD processId)
-{
-    constexpr DWORD patienceMs = 10000;
-    const HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, processId);
-    TerminateProcess(process, 98);
-    WaitForSingleObject(process, patienceMs);
-    CloseHandle(process);
-}
-
 // Ends all programs in the folder. A Companion that the add-in started through the shell is not a
 // child process; if it kept running, it would hold its port and semaphore during the following
 // tests.
 void endProgramsIn(const std::wstring& folder)
 {
-    const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    constexpr DWORD patienceMs = 10000;
+    const peer::OwnHandle processes(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
-    for (BOOL more = Process32FirstW(processes, &entry); more;
-         more = Process32NextW(processes, &entry))
-        if (isProgramIn(folder, entry.th32ProcessID))
-            endProcess(entry.th32ProcessID);
-    CloseHandle(processes);
+    for (BOOL more = Process32FirstW(processes.get(), &entry); more;
+         more = Process32NextW(processes.get(), &entry)) {
+        const peer::OwnHandle process(
+            OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | PROCESS_TERMINATE | SYNCHRONIZE, FALSE,
+                        entry.th32ProcessID));
+        wchar_t path[1024] = L"";
+        DWORD size = 1024;
+        if (process && QueryFullProcessImageNameW(process.get(), 0, path, &size) &&
+            std::wstring_view(path, size).starts_with(folder + L'\\')) {
+            TerminateProcess(process.get(), 98);
+            WaitForSingleObject(process.get(), patienceMs);
+        }
+    }
 }
 
 } // namespace
@@ -151,7 +139,7 @@ Installation::~Installation()
 
 std::wstring Installation::commandFile(unsigned long processId) const
 {
-    return path(L"temp\\mastercam-" + std::to_wstring(processId) + L".dat");
+    return peer::commandFilePath(root_, processId);
 }
 
 void Installation::installCompanion(const std::wstring& program) const

@@ -2,16 +2,35 @@
 #pragma once
 
 #include <functional>
+#include <windows.h>
 
 namespace testing_support {
 
 // Long enough for a slow computer; a test that reaches this timeout has failed.
 constexpr unsigned generousMs = 60000;
 
-// Runs the thread's message loop until the condition holds; false on timeout.
-bool waitUntil(const std::function<bool()>& condition, unsigned milliseconds = generousMs);
-
 // Runs the thread's message loop until it is empty.
-void pumpMessages();
+inline void pumpMessages()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+// Runs the thread's message loop until the condition holds; false on timeout.
+inline bool waitUntil(const std::function<bool()>& condition, unsigned milliseconds = generousMs)
+{
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    for (;;) {
+        pumpMessages();
+        if (condition())
+            return true;
+        if (GetTickCount64() > end)
+            return false;
+        Sleep(2);
+    }
+}
 
 } // namespace testing_support

@@ -1,6 +1,6 @@
 #include "toolpicture/colours.h"
 
-#include "toolpicture/reference_colours.h"
+#include "toolpicture/reference.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,8 +1,9 @@
 // One run of zemlink, with its output.
 #pragma once
 
-#include "support/installation.h"
+#include "peer/handle.h"
 #include "support/bytes.h"
+#include "support/installation.h"
 #include "support/processes.h"
 
 #include <optional>
@@ -17,7 +18,13 @@ public:
     // name. The default program is next to the test program.
     ToolRun(const Installation& installation, const std::wstring& words,
             const std::wstring& name = L"zemlink",
-            const std::wstring& program = programFolder() + L"zemlink.exe");
+            const std::wstring& program = programFolder() + L"zemlink.exe")
+        : outputPath_(installation.path(name + L".out")),
+          errorPath_(installation.path(name + L".err")),
+          process_(quoted(program) + L' ' + words, false, openForChild(outputPath_).get(),
+                   openForChild(errorPath_).get())
+    {
+    }
 
     // The exit code; empty when it is still running after the time limit.
     std::optional<DWORD> waitForExit() const { return process_.waitForExit(); }
@@ -25,9 +32,20 @@ public:
     std::string output() const { return readBytes(outputPath_).value_or(""); }
     std::string errors() const { return readBytes(errorPath_).value_or(""); }
     // True once the output contains the text.
-    bool waitForOutput(const std::string& text) const;
+    bool waitForOutput(const std::string& text) const
+    {
+        return waitUntil([&] { return output().find(text) != std::string::npos; });
+    }
 
 private:
+    static peer::OwnHandle openForChild(const std::wstring& path)
+    {
+        SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+        return peer::ownFile(CreateFileW(
+            path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+            &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    }
+
     const std::wstring outputPath_, errorPath_;
     const Process process_;
 };
@@ -39,6 +57,10 @@ struct ToolResult {
 };
 
 // Waits for zemlink to exit. If it does not exit in time, the exit code is STILL_ACTIVE.
-ToolResult runTool(const Installation& installation, const std::wstring& words);
+inline ToolResult runTool(const Installation& installation, const std::wstring& words)
+{
+    const ToolRun run(installation, words);
+    return {run.waitForExit().value_or(STILL_ACTIVE), run.output(), run.errors()};
+}
 
 } // namespace testing_support

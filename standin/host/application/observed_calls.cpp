@@ -3,6 +3,7 @@
 #include "application/imports.h"
 #include "control.h"
 #include "core/call_text.h"
+#include "core/lock.h"
 
 #include <algorithm>
 #include <atomic>
@@ -64,7 +65,7 @@ struct MenuRow {
     bool isDisabled = false;
 };
 
-std::mutex chosenLock;
+Lock chosenLock;
 std::optional<std::wstring> chosenItem;
 
 MenuRow rowAt(HMENU menu, UINT place)

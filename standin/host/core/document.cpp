@@ -1,5 +1,6 @@
 #include "core/document.h"
 
+#include "core/lock.h"
 #include "core/part_file.h"
 #include "core/session.h"
 #include "core/text.h"
@@ -13,7 +14,7 @@ namespace standin {
 namespace {
 
 struct Document {
-    std::mutex lock;
+    Lock lock;
     std::shared_ptr<Part> part = std::make_shared<Part>();
     std::deque<std::shared_ptr<Part>> replaced;
     HostSettings settings;

@@ -1,6 +1,7 @@
 #include "core/faults.h"
 
 #include "control.h"
+#include "core/lock.h"
 
 #include <algorithm>
 #include <atomic>
@@ -82,7 +83,7 @@ struct Faults {
 };
 
 struct Registry {
-    std::mutex lock;
+    Lock lock;
     std::map<std::string, Faults, std::less<>> faults;
 };
 

@@ -1,6 +1,7 @@
 #include "core/trace.h"
 
 #include "control.h"
+#include "core/lock.h"
 #include "core/session.h"
 #include "core/text.h"
 
@@ -11,7 +12,7 @@ namespace standin {
 namespace {
 
 struct Trace {
-    std::mutex lock;
+    Lock lock;
     std::vector<std::wstring> lines;
     size_t searchStart = 0;
     HANDLE file = INVALID_HANDLE_VALUE;

@@ -20,10 +20,7 @@ struct ExchangeRun {
     Made (*make)();
 };
 
-Made requestsOfTheCompanion();
-Made roundTripOfAPart();
-Made toolDataOfAPart();
-Made pictureOfATool();
+extern const std::vector<ExchangeRun> exchangeRuns;
 
 // For bytes that no program here writes: a program receives the dump's bytes and must do what the
 // page describes.
@@ -32,8 +29,6 @@ struct GivenBytes {
     void (*give)(const std::string& bytes);
 };
 
-void giveSettings(const std::string& bytes);
-void giveCheckoutAnswer(const std::string& bytes);
-void giveCheckinAnswer(const std::string& bytes);
+extern const std::vector<GivenBytes> givenBytes;
 
 } // namespace documents
