@@ -20,8 +20,6 @@ namespace documents {
 
 namespace {
 
-constexpr DWORD carriedOut = 0;
-
 std::string bytesOrNone(const std::wstring& path)
 {
     return readBytes(path).value_or("");

@@ -16,8 +16,6 @@ using namespace testing_support;
 
 namespace {
 
-constexpr unsigned long long betweenCheckoutsMs = 1100;
-
 struct LibraryCall {
     std::string name;
     int argument = 0;

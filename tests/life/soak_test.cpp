@@ -24,9 +24,8 @@ using namespace testing_support;
 
 namespace {
 
-constexpr unsigned long usualSeconds = 60;
+constexpr unsigned long usualSeconds = 20;
 constexpr unsigned long usualSeed = 20'261;
-constexpr unsigned long long betweenCheckoutsMs = 1100;
 constexpr int mostMenus = 20'000;
 // For any number and mix of calls; a leak of 1 KB per step exceeds this.
 constexpr size_t mostGrowth = 2 << 20;
