@@ -151,9 +151,9 @@ void leadPlatformCalls()
     fail(-1, ERROR_ACCESS_DENIED, call("ResumeThread", ResumeThread));
     fail(0, ERROR_ACCESS_DENIED, call("SetThreadPriority", SetThreadPriority),
          call("MultiByteToWideChar", MultiByteToWideChar),
-         call("WideCharToMultiByte", WideCharToMultiByte), call("DeleteFileW", DeleteFileW),
-         call("MoveFileExW", MoveFileExW), call("GetFileAttributesExW", GetFileAttributesExW),
-         call("GetFileSizeEx", GetFileSizeEx), call("GetTempPathW", GetTempPathW));
+         call("WideCharToMultiByte", WideCharToMultiByte),
+         call("GetFileAttributesExW", GetFileAttributesExW), call("GetFileSizeEx", GetFileSizeEx),
+         call("GetTempPathW", GetTempPathW));
     fail(WAIT_FAILED, ERROR_ACCESS_DENIED, call("WaitForSingleObject", WaitForSingleObject));
     fail(nullptr, ERROR_FILE_NOT_FOUND, call("OpenSemaphoreW", OpenSemaphoreW));
     fail(nullptr, ERROR_MOD_NOT_FOUND, call("LoadLibraryW", LoadLibraryW));
