@@ -29,11 +29,11 @@ bool isDocumentUntitled()
 }
 
 // Processes the host's messages until the host reports the save; false when the host is quitting.
-// A host that raises counts as quitting, since it would raise forever.
+// An exception belongs to the message that was being processed, and does not end the wait.
 bool waitForSave(CMastercamInterface& application)
 {
     while (isSaveUnreported)
-        if (!askHost(false, [&] { return host::processOneMessage(application); }))
+        if (!askHost(true, [&] { return host::processOneMessage(application); }))
             return false;
     return true;
 }

@@ -418,14 +418,14 @@ TEST_F(Save, survivesAMissingViewOrParent)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(Save, treatsAnExceptionAsUnchanged)
+TEST_F(Save, treatsAnExceptionAsChanged)
 {
     runCompanion();
-    standin::setState("db_changed", L"true");
+    standin::setState("db_changed", L"false");
     standin::raiseNext("has_db_changed");
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
-    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
+    expectNothingCommitted();
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
@@ -513,14 +513,15 @@ TEST_F(SaveUntitled, failsWithoutAnInterface)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(SaveUntitled, endsOnAMessageLoopException)
+TEST_F(SaveUntitled, waitsOnAfterAMessageLoopException)
 {
     standin::setEventSink(nullptr);
     standin::saveDialogNext(L"abc");
-    standin::raiseNext("CMastercamInterface.position5");
+    standin::raiseNext("CMastercamInterface.position5", 3);
+    callFromLoop([] { return true; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace(), Lines{});
-    expectNothingCommitted();
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+    EXPECT_TRUE(hasRequestFile());
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
