@@ -214,6 +214,24 @@ TEST_F(Load, loadsACadFileDespiteASheetException)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
+TEST_F(Load, neverReturnsForACadFileAfterASave)
+{
+    static std::wstring path;
+    path = makePart(L"model.catpart");
+    CompanionDouble companion;
+    companion.holdSemaphore();
+    AddInState::setFileTypePrefix(L"CAD");
+    AddInState::setSaveUnreported(false);
+    const HANDLE load = CreateThread(
+        nullptr, 0, [](LPVOID) -> DWORD { return loadFile(path); }, nullptr, 0, nullptr);
+    ASSERT_TRUE(standin::waitForTrace(L"NCPrefix(null)"));
+    EXPECT_EQ(WaitForSingleObject(load, 1000), static_cast<DWORD>(WAIT_TIMEOUT));
+    EXPECT_EQ(newTrace().back(), LR"(other NCPrefix(null) -> "C:\NC\")");
+    // Nothing else ends the thread, which can hold the heap's lock.
+    removeFolder(installation.root());
+    TerminateProcess(GetCurrentProcess(), HasFailure() ? 1 : 0);
+}
+
 TEST_F(Load, needsTheExactPrefixOfACadFile)
 {
     const std::wstring path = makePart();
