@@ -21,8 +21,13 @@
 #include "formats/command_lines.h"
 
 #include <algorithm>
+#include <bit>
 #include <set>
 #include <stdexcept>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 using namespace std::string_literals;
 
@@ -101,19 +106,29 @@ std::string checkCommitTexts(std::string_view bytes)
         .text();
 }
 
+#ifdef _WIN32
+// As the current C runtime reads it. An older one does not skip U+0085.
+std::int32_t runtimesNumber(const std::wstring& text)
+{
+    static const auto runtimes = std::bit_cast<int (*)(const wchar_t*)>(
+        GetProcAddress(LoadLibraryW(L"ucrtbase.dll"), "_wtoi"));
+    return runtimes(text.c_str());
+}
+#endif
+
 std::string checkDecimal(std::string_view bytes)
 {
     const std::wstring wide = wideText(bytes);
-    std::string narrow;
-    for (const wchar_t unit : wide)
-        narrow += unit < 0x80 ? static_cast<char>(unit) : '?';
     auto number = peer::parseLeadingNumber(bytes);
     if (number && *number != static_cast<std::int32_t>(*number))
         number.reset();
     return Differences()
         .compare("number", std::optional<std::int64_t>(torvapdm::parseDecimal(bytes)), number)
         .compare("number or 0", torvapdm::parseDecimalOrZero(wide),
-                 peer::parseLeadingNumberOrZero(narrow))
+                 peer::parseLeadingNumberOrZero(wide))
+#ifdef _WIN32
+        .compare("runtime's number", torvapdm::parseDecimalOrZero(wide), runtimesNumber(wide))
+#endif
         .text();
 }
 
@@ -141,12 +156,12 @@ std::string checkMachineSettings(std::string_view bytes)
             line.pop_back();
         line += '\n';
     }
-    const torvapdm::MachineSettings answer = torvapdm::parseMachineSettings(signedUnits(line));
+    const torvapdm::MachineSettings answer = torvapdm::parseMachineSettings(unsignedUnits(line));
     const auto expected = peer::parseMachineSettings(bytes).value_or(peer::MachineSettings{});
     return Differences()
         .compare("NC-path number", answer.ncPathNumber, expected.ncPath)
         .compare("second number", answer.secondNumber, expected.secondNumber)
-        .compare("machine path", answer.machinePath, signedUnits(expected.machine))
+        .compare("machine path", answer.machinePath, unsignedUnits(expected.machine))
         .text();
 }
 
@@ -285,8 +300,10 @@ std::vector<Target> formatTargets()
         {"decimal",
          checkDecimal,
          {"12", " \t\n\v\f\r-5x", "+2147483647", "2147483648", "-2147483648", "-2147483649", "+-1",
-          "- 1", "", "000000000000000000000000000000007", "99999999999999999999"},
-         {"-", "+", " ", "0", "2147483647", "2147483648", "9223372036854775808", "\1\xFF\x15"}},
+          "- 1", "", "000000000000000000000000000000007", "99999999999999999999",
+          "\xA0\1\x30\x00-\1\xFF\x11\1\x06\x62"},
+         {"-", "+", " ", "0", "2147483647", "2147483648", "9223372036854775808", "\1\xFF\x15",
+          "\xA0", "\x85", "\1\x30\x00", "\1\x06\x69"}},
         {"exchange_file_name",
          checkExchangeFileName,
          {raw(std::int64_t{1}) + "C:\\Temp\\", raw(std::int64_t{1790000000}) + "C:\\T\\",

@@ -27,6 +27,14 @@ std::wstring signedUnits(std::string_view bytes)
     return text;
 }
 
+std::wstring unsignedUnits(std::string_view bytes)
+{
+    std::wstring text;
+    for (const char byte : bytes)
+        text += static_cast<wchar_t>(valueOf(byte));
+    return text;
+}
+
 std::wstring wideText(std::string_view bytes)
 {
     std::wstring text;

@@ -49,6 +49,9 @@ private:
     std::string_view rest_;
 };
 
+// Zero-extends each byte to a UTF-16 code unit, as the C runtime does in the standard locale.
+std::wstring unsignedUnits(std::string_view bytes);
+
 // Sign-extends each byte to a UTF-16 code unit, as the add-in does with the bytes of a file.
 std::wstring signedUnits(std::string_view bytes);
 
