@@ -192,7 +192,7 @@ TEST_F(Listener, keepsTheIdOnAMalformedRequest)
                              "x C:\\a\n",
                              "\xEF\xBB\xBF"
                              "7"})
-        dispatchCommand(text);
+        dispatchCommand(prepareCommand(text));
     EXPECT_EQ(AddInState::requestId(), 5);
     EXPECT_FALSE(isRequestPending());
 }
