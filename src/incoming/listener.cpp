@@ -33,7 +33,7 @@ HANDLE createCommandFileOrNull(const std::wstring& path)
     return file == INVALID_HANDLE_VALUE ? nullptr : file;
 }
 
-// Closing our handle deletes the file even if it has been renamed.
+// Windows deletes the file with its last handle, also under a new name.
 void closeCommandFile()
 {
     const HANDLE file = commandFile.exchange(nullptr);
