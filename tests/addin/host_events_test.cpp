@@ -117,7 +117,7 @@ TEST_F(HostEvents, event5ClearsThePictureOnException)
     AddInState::setRequestId(17);
     ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
     EXPECT_EQ(m_notify(5), 0);
-    EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    EXPECT_EQ(newTrace().back(), LR"(ui message-box("TORVA ZEM", "Failed to save file."))");
     EXPECT_FALSE(AddInState::captureOnClosePending());
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }

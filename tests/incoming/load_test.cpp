@@ -208,7 +208,9 @@ TEST_F(Load, loadsACadFileDespiteASheetException)
     AddInState::setFileTypePrefix(L"CAD");
     ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
     EXPECT_TRUE(openFile({17, path}));
-    EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    const Lines seen = newTrace();
+    EXPECT_EQ(seen.at(seen.size() - 2), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    EXPECT_EQ(seen.back(), LR"(ui message-box("TORVA ZEM", "Failed to save file."))");
     EXPECT_EQ(AddInState::zemId(), 17u);
     EXPECT_EQ(AddInState::filePath(), path);
     EXPECT_EQ(standin::undeletedExceptions(), 0);

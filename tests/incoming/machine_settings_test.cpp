@@ -127,6 +127,19 @@ TEST_F(MachineSettingsFile, isDeletedDespiteAnException)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
+TEST_F(MachineSettingsFile, isNotReadUnderASimilarName)
+{
+    // In code page 1252, U+0100 resembles A.
+    for (const wchar_t* folder : {L"A", L"A\\temp", L"\u0100", L"\u0100\\temp"})
+        CreateDirectoryW(installation.path(folder).c_str(), nullptr);
+    registerInstallation(installation.path(L"\u0100"));
+    for (const wchar_t* folder : {L"A", L"\u0100"})
+        writeBytes(installation.path(folder) + L"\\temp\\mcsettings-0.txt", "0|1|2|C:\\M\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{});
+    EXPECT_EQ(AddInState::ncPathNumber(), -1);
+}
+
 TEST_F(MachineSettingsFile, isWidenedByteByByte)
 {
     writeBytes(file(0), "0|1|2|C:\\\x80\xC4\xFF\n");

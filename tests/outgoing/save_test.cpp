@@ -363,14 +363,14 @@ TEST_F(Save, drainsStandardInputPerSettingsLine)
     EXPECT_EQ(std::getchar(), '3');
 }
 
-TEST_F(Save, endsSilentlyOnASheetException)
+TEST_F(Save, reportsThatASheetExceptionEndedIt)
 {
     runCompanion();
     knowDocument();
     setSettings("AlwaysSaveTools=y\n");
     standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace(), (Lines{asked, sheet + L" raised"}));
+    EXPECT_EQ(newTrace(), (Lines{asked, sheet + L" raised", notSaved}));
     expectNothingCommitted();
     EXPECT_EQ(standin::undeletedExceptions(), 0);
     EXPECT_TRUE(DeleteFileW(installation.path(L"cfg\\settings.ini").c_str())); // not left open
