@@ -156,6 +156,16 @@ TEST_F(Commit, isRecordedAndAnnounced)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
+TEST_F(Commit, announcesANameItCannotConvertAsEmpty)
+{
+    runCompanion();
+    standin::setState("geo_filename", L"C:\\\u4E2D.mcam");
+    const LineReceiver listener;
+    EXPECT_TRUE(commitDocument());
+    EXPECT_EQ(records(), "\x2A\0\0\0\x09\0\0\0C\0:\0\\\0\x2D\x4E.\0m\0c\0a\0m\0"s);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=42|\n");
+}
+
 TEST_F(Commit, isAppendedAfterEarlierOnes)
 {
     runCompanion();

@@ -65,6 +65,16 @@ TEST(DebugLog, survivesAFileThatCannotBeOpened)
     EXPECT_FALSE(pathExists(installation.path(L"sys")));
 }
 
+TEST(DebugLog, isNotWrittenUnderATruncatedPath)
+{
+    const Installation installation;
+    const std::wstring other = installation.path(L"precious.txt");
+    writeBytes(other, "precious");
+    registerInstallation(other + L'\u0100'); // becomes a NUL
+    debugLog("lost\n");
+    EXPECT_EQ(readBytes(other), "precious");
+}
+
 TEST(DebugLog, closesItsStreamOnce)
 {
     const Installation installation;
