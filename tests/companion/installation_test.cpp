@@ -114,6 +114,32 @@ LSTATUS WINAPI failingSecondQuery(HKEY key, LPCWSTR value, LPDWORD reserved, LPD
 
 } // namespace
 
+namespace {
+
+std::vector<DWORD> keyOptions;
+std::wstring folderMeanwhile;
+
+LSTATUS WINAPI notedCreateKey(HKEY root, LPCWSTR name, DWORD reserved, LPWSTR type, DWORD options,
+                              REGSAM access, const LPSECURITY_ATTRIBUTES security, PHKEY key,
+                              LPDWORD disposition)
+{
+    keyOptions = {options, access};
+    folderMeanwhile = getInstallationFolder();
+    return systems(&notedCreateKey, "RegCreateKeyExW", L"advapi32.dll")(
+        root, name, reserved, type, options, access, security, key, disposition);
+}
+
+} // namespace
+
+TEST_F(InstallationFolder, isReadOnceInThe32BitView)
+{
+    storeText(REG_SZ, L"D:\\a");
+    redirectCalls(&notedCreateKey, "RegCreateKeyExW", &notedCreateKey, L"advapi32.dll");
+    EXPECT_EQ(getInstallationFolder(), L"D:\\a");
+    EXPECT_EQ(keyOptions, (std::vector<DWORD>{0, 0x20219}));
+    EXPECT_EQ(folderMeanwhile, defaultFolder); // the look-up counts as done before it begins
+}
+
 TEST_F(InstallationFolder, isThePaddedDefaultAfterAFailure)
 {
     storeText(REG_SZ, std::wstring(15, L'x'));

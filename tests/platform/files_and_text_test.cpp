@@ -90,6 +90,8 @@ TEST(Text, becomesNarrowWithoutATerminator)
     EXPECT_EQ(toNarrow(L"a\u00C4\u20AC", 1252), "a\xC4\x80");
     EXPECT_EQ(toNarrow(L"a\u00C4", CP_UTF8), "a\xC3\x84");
     EXPECT_EQ(toNarrow(L"\u4E00", 1252), "?");
+    EXPECT_EQ(toNarrow(L"\u0100", 1252), "A"); // a similar character
+    EXPECT_EQ(toNarrow(L"\u0100", 1252, WC_NO_BEST_FIT_CHARS), "?");
     EXPECT_EQ(toNarrow(L"", 1252), "");
     EXPECT_EQ(toNarrow(std::wstring(L"a\0b", 3), 1252), std::string("a\0b", 3));
 }
@@ -99,6 +101,7 @@ TEST(Text, becomesWideUpToItsFirstNul)
     EXPECT_EQ(toWide("a\xC4\x80", 1252), L"a\u00C4\u20AC");
     EXPECT_EQ(toWide("a\xC3\x84", CP_UTF8), L"a\u00C4");
     EXPECT_EQ(toWide("", 1252), L"");
+    EXPECT_EQ(toWide("a\xFF", CP_UTF8), L"a\uFFFD"); // invalid bytes are replaced
     EXPECT_EQ(toWide(std::string("a\0b", 3), 1252), L"a");
 }
 
