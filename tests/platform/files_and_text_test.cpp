@@ -137,6 +137,9 @@ TEST(WholeText, isReadAsUtf8)
     writeBytes(installation.path(L"t.txt"), "\xEF\xBB\xBF"
                                             "a\xC3\x84\r\nb");
     EXPECT_EQ(readWholeText(installation.path(L"t.txt")), L"a\u00C4\nb");
+    EXPECT_TRUE(DeleteFileW(installation.path(L"t.txt").c_str())); // closed again
+    writeBytes(installation.path(L"t.txt"), "no mark \xC3\x84");
+    EXPECT_EQ(readWholeText(installation.path(L"t.txt")), L"no mark \u00C4");
 }
 
 TEST(WholeText, reportsOnStandardOutput)
