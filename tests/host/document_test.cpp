@@ -81,6 +81,7 @@ TEST_F(HostDocument, reportsAFailureBeforeTheRefresh)
 
 TEST_F(HostDocument, isSavedOnlyWhenTheHostAnswersOne)
 {
+    standin::setState("geo_filename", L"C:\\a.mcam");
     standin::redirectImports(GetModuleHandleW(nullptr), &SaveFile, &twoFiles);
     EXPECT_EQ(saveUnderCurrentName(), L"");
 }

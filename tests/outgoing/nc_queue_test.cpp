@@ -11,7 +11,10 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include "host/host.h"
+
 #include <io.h>
+#include <winsock2.h>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -98,6 +101,29 @@ int countingFindClose(intptr_t handle)
     return systems(&countingFindClose, "_findclose", runtime)(handle);
 }
 
+std::vector<std::string> queueSteps;
+decltype(&list_manager) hostsOperations = nullptr;
+std::wstring watchedQueue;
+
+void notedOperations(long code, const wchar_t* name, short mode, operation_node** list)
+{
+    queueSteps.push_back("list after " + std::to_string(standin::callsOf("GetMainGrpList")));
+    hostsOperations(code, name, mode, list);
+}
+
+CString meanwhileRequest18(TpGroup*)
+{
+    queueSteps.push_back(standin::callsOf("GroupByID") > 0 ? "suffix after the group" : "suffix");
+    AddInState::setRequestId(18);
+    return L".NC";
+}
+
+int WINAPI notedQueueConnect(SOCKET, const sockaddr*, int)
+{
+    queueSteps.push_back(DeleteFileW(watchedQueue.c_str()) ? "connect, file closed" : "connect");
+    return SOCKET_ERROR;
+}
+
 void countBuffers()
 {
     redirectCalls(&countingMalloc, "malloc", &countingMalloc, runtime);
@@ -105,6 +131,19 @@ void countBuffers()
 }
 
 } // namespace
+
+TEST_F(NcQueue, isMadeInOrder)
+{
+    putPart(twoGroups + operationIn(1, "PART.nci"));
+    watchedQueue = installation.path(L"temp\\ncqueue-18.txt");
+    hostsOperations = &list_manager;
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsOperations, &notedOperations);
+    standin::redirectImports(GetModuleHandleW(nullptr), &NCSuffix, &meanwhileRequest18);
+    redirectCalls(&connect, "connect", &notedQueueConnect, L"ws2_32.dll");
+    importNcQueue();
+    EXPECT_EQ(queueSteps, (std::vector<std::string>{"list after 1", "suffix after the group",
+                                                    "connect, file closed"}));
+}
 
 TEST_F(NcQueue, listsAndAnnouncesPostedPrograms)
 {
