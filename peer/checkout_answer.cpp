@@ -18,15 +18,6 @@ std::wstring parseUtf16(std::string_view bytes)
     return text;
 }
 
-// A character outside ASCII ends the number, as any other that is not a digit.
-std::int32_t numberIn(const std::wstring& text)
-{
-    std::string digits;
-    for (const wchar_t c : text)
-        digits += c < 0x80 ? static_cast<char>(c) : '?';
-    return parseLeadingNumberOrZero(digits);
-}
-
 CheckoutAnswer parseFile(const std::wstring& word, std::wstring path)
 {
     if (word.size() < fileTypeLength) {
@@ -37,7 +28,7 @@ CheckoutAnswer parseFile(const std::wstring& word, std::wstring path)
                 {"Its first word has fewer than three characters: the add-in's command fails."}};
     }
     CheckoutAnswer answer{AnswerKind::file, word.substr(0, fileTypeLength),
-                          numberIn(word.substr(fileTypeLength)), std::move(path)};
+                          parseLeadingNumberOrZero(word.substr(fileTypeLength)), std::move(path)};
     if (answer.id == 0)
         answer.remarks.emplace_back("It has no id: the add-in loads nothing.");
     if (answer.path.empty())

@@ -4,6 +4,19 @@
 
 namespace peer {
 
+namespace {
+
+// The add-in's C runtime makes each byte the UTF-16 unit of the same value.
+std::int32_t numberIn(std::string_view bytes)
+{
+    std::wstring text;
+    for (const char byte : bytes)
+        text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    return parseLeadingNumberOrZero(text);
+}
+
+} // namespace
+
 std::optional<MachineSettings> parseMachineSettings(std::string_view bytes)
 {
     if (bytes.empty())
@@ -19,9 +32,9 @@ std::optional<MachineSettings> parseMachineSettings(std::string_view bytes)
         if (field == 0)
             settings.id = std::string(value);
         else if (field == 1)
-            settings.ncPath = parseLeadingNumberOrZero(value);
+            settings.ncPath = numberIn(value);
         else if (field == 2)
-            settings.secondNumber = parseLeadingNumberOrZero(value);
+            settings.secondNumber = numberIn(value);
         line.remove_prefix(bar + 1);
     }
     settings.machine = std::string(line);

@@ -3,10 +3,48 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <system_error>
 
 namespace peer {
+
+namespace {
+
+bool isWideSpace(unsigned unit)
+{
+    switch (unit) {
+    case 0x0085:
+    case 0x00A0:
+    case 0x1680:
+    case 0x2028:
+    case 0x2029:
+    case 0x202F:
+    case 0x205F:
+    case 0x3000:
+        return true;
+    default:
+        return unit >= 0x2000 && unit <= 0x200A;
+    }
+}
+
+// The space, digit or ASCII character that the unit stands for in a number; '?' for any other.
+char toAscii(wchar_t character)
+{
+    static constexpr unsigned zeros[] = {0x0660, 0x06F0, 0x0966, 0x09E6, 0x0A66, 0x0AE6,
+                                         0x0B66, 0x0C66, 0x0CE6, 0x0D66, 0x0E50, 0x0ED0,
+                                         0x0F20, 0x1040, 0x17E0, 0x1810, 0xFF10};
+    const auto unit = static_cast<unsigned>(character);
+    if (unit < 0x80)
+        return static_cast<char>(unit);
+    if (isWideSpace(unit))
+        return ' ';
+    const auto* const next = std::upper_bound(std::begin(zeros), std::end(zeros), unit);
+    const bool isDigit = next != std::begin(zeros) && unit - next[-1] < 10;
+    return isDigit ? static_cast<char>('0' + (unit - next[-1])) : '?';
+}
+
+} // namespace
 
 std::optional<std::int64_t> parseNumber(std::wstring_view text, std::int64_t least,
                                         std::int64_t most)
@@ -70,10 +108,13 @@ std::optional<std::int64_t> parseLeadingNumber(std::string_view text)
     return isNegative ? -number : number;
 }
 
-std::int32_t parseLeadingNumberOrZero(std::string_view text)
+std::int32_t parseLeadingNumberOrZero(std::wstring_view text)
 {
     using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(parseLeadingNumber(text).value_or(0),
+    std::string ascii;
+    for (const wchar_t unit : text)
+        ascii += toAscii(unit);
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(parseLeadingNumber(ascii).value_or(0),
                                                               Limits::min(), Limits::max()));
 }
 

@@ -29,7 +29,8 @@ std::string formatDecimal(double number);
 // gives some number that does not fit either.
 std::optional<std::int64_t> parseLeadingNumber(std::string_view text);
 
-// The same; 0 without a digit, and the nearest number of 32 bits.
-std::int32_t parseLeadingNumberOrZero(std::string_view text);
+// The same in UTF-16, with the white space and the decimal digits of other scripts that the C
+// runtime's wide functions know; 0 without a digit, and the nearest number of 32 bits.
+std::int32_t parseLeadingNumberOrZero(std::wstring_view text);
 
 } // namespace peer

@@ -11,7 +11,9 @@ namespace torvapdm {
 // The number; nothing when the text has no digits or the number does not fit into 32 bits.
 std::optional<std::int32_t> parseDecimal(std::string_view text);
 
-// The number; 0 when the text has no digits, the nearest limit when it does not fit into 32 bits.
+// The number as _wtoi reads it: white space and digits outside ASCII count as well (U+00A0, U+3000,
+// U+FF10 to U+FF19). 0 when the text has no digits, the nearest limit when it does not fit into 32
+// bits.
 std::int32_t parseDecimalOrZero(std::wstring_view text);
 
 } // namespace torvapdm

@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <cwchar>
-#include <string>
 #include <vector>
 
 namespace {
@@ -65,10 +64,11 @@ std::vector<BYTE> bitmapFile(HBITMAP bitmap)
     return bytes;
 }
 
-HRESULT writeNewFile(const std::wstring& path, const std::vector<BYTE>& bytes)
+// A reader may have the file open, if it shares writing.
+HRESULT writeFile(LPCWSTR path, const std::vector<BYTE>& bytes)
 {
     const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return lastError();
     DWORD written = 0;
@@ -81,13 +81,6 @@ HRESULT writeNewFile(const std::wstring& path, const std::vector<BYTE>& bytes)
         result = HRESULT_FROM_WIN32(ERROR_DISK_FULL);
     CloseHandle(file);
     return result;
-}
-
-// In the same folder, so that it is on the same volume; unique to this process and thread.
-std::wstring temporaryNameOf(const std::wstring& path)
-{
-    return path + L'.' + std::to_wstring(GetCurrentProcessId()) + L'-' +
-           std::to_wstring(GetCurrentThreadId());
 }
 
 } // namespace
@@ -114,13 +107,5 @@ HRESULT CImage::Save(LPCWSTR path) const
     if (!bitmap_ || !namesBitmapFile(path))
         return E_FAIL;
     const std::vector<BYTE> bytes = bitmapFile(bitmap_);
-    if (bytes.empty())
-        return E_FAIL;
-    const std::wstring temporary = temporaryNameOf(path);
-    HRESULT result = writeNewFile(temporary, bytes);
-    if (SUCCEEDED(result) && !MoveFileExW(temporary.c_str(), path, MOVEFILE_REPLACE_EXISTING))
-        result = lastError();
-    if (FAILED(result))
-        DeleteFileW(temporary.c_str());
-    return result;
+    return bytes.empty() ? E_FAIL : writeFile(path, bytes);
 }

@@ -19,8 +19,9 @@ public:
 
     // Writes the bitmap in the format of the path's extension. Only ".bmp", in either case, is
     // supported: 32 bits per pixel, rows from the bottom up. E_FAIL for another extension or
-    // without a bitmap, else the system's error. An existing file is replaced once the new one is
-    // complete, and unchanged on failure.
+    // without a bitmap, else the system's error. An existing file is overwritten in place, with one
+    // write of the whole content: it keeps its content when it cannot be opened, and holds only the
+    // beginning of the new one when the write fails.
     HRESULT Save(LPCWSTR path) const;
 
 private:

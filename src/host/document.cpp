@@ -41,7 +41,7 @@ std::wstring hostFileName()
 bool hasDocumentChanged()
 {
     return askHost(
-        false, [] { return has_db_changed(); });
+        true, [] { return has_db_changed(); });
 }
 
 } // namespace torvapdm

@@ -23,7 +23,8 @@ bool isHostReady();
 // The document's name as the host holds it, at most 260 characters.
 std::wstring hostFileName();
 
-// Whether the document has unsaved changes; false also when the host raises.
+// Whether the document has unsaved changes; true also when the host raises, so that a document that
+// may be unsaved is not treated as saved.
 bool hasDocumentChanged();
 
 } // namespace torvapdm

@@ -1,47 +1,55 @@
 #include "incoming/command_dispatch.h"
 
-#include "formats/command_file.h"
 #include "host/barriers.h"
 #include "host/host.h"
 #include "incoming/message_window.h"
 #include "shared_state.h"
 
+#include <utility>
+
 namespace torvapdm {
 
 namespace {
 
-void startNewFile()
+void startNewFile(const PreparedCommand& command)
 {
     callHost([] { set_db_unchanged(); }); // so that the host does not ask to save the document
-    callHost([] { post_FT_command(CString(L"Mastercam"), CString(L"OnFileNew")); });
+    callHost([&] { post_FT_command(command.hostModule, command.newFileCommand); });
 }
 
-void checkIn()
+void checkIn(const PreparedCommand& command)
 {
     currentRequestId = 0;
     currentZemId = 0; // Quirk Q4: 0, which counts as known, and not `noZemId`.
     currentFilePath.clear();
     callHost([] { m_fclose(nullptr, 0, nullptr); });
     postWakeUpMessage();
-    startNewFile();
+    startNewFile(command);
 }
 
 } // namespace
 
-void dispatchCommand(const std::string& text)
+PreparedCommand prepareCommand(const std::string& text)
 {
-    const Command command = parseCommand(text);
+    Command command = parseCommand(text);
+    const std::int32_t id = command.file.id;
+    return {command.kind, id, std::make_unique<CompanionFile>(std::move(command.file)),
+            L"Mastercam", L"OnFileNew"};
+}
+
+void dispatchCommand(PreparedCommand command)
+{
     switch (command.kind) {
     case Command::Kind::checkIn:
-        checkIn();
+        checkIn(command);
         break;
     case Command::Kind::newFile:
-        currentRequestId = command.file.id;
-        startNewFile();
+        currentRequestId = command.requestId;
+        startNewFile(command);
         break;
     case Command::Kind::open:
-        currentRequestId = command.file.id;
-        postOpenRequest(command.file);
+        currentRequestId = command.requestId;
+        postOpenRequest(std::move(command.openRequest));
         break;
     case Command::Kind::malformed:
         break;

@@ -33,7 +33,7 @@ HANDLE createCommandFileOrNull(const std::wstring& path)
     return file == INVALID_HANDLE_VALUE ? nullptr : file;
 }
 
-// Closing our handle deletes the file even if it has been renamed.
+// Windows deletes the file with its last handle, also under a new name.
 void closeCommandFile()
 {
     const HANDLE file = commandFile.exchange(nullptr);
@@ -50,15 +50,16 @@ void ensureCommandFileExists()
     commandFile = createCommandFile(path); // Quirk Q6: INVALID_HANDLE_VALUE is stored as it is.
 }
 
-// Reads the command and creates the file again, empty.
-std::string takeCommand(LONGLONG size)
+// Reads the command and creates the file again, empty. Everything is allocated before that: after a
+// failure the command is still in the file.
+PreparedCommand takeCommand(LONGLONG size)
 {
-    std::string text = readCommandFile(commandFile, size);
     const std::wstring path = currentCommandFilePath();
+    PreparedCommand command = prepareCommand(readCommandFile(commandFile, size));
     // The value is cleared first: the handle's number can be reused before the new file exists.
     CloseHandle(commandFile.exchange(nullptr));
     commandFile = createCommandFileOrNull(path);
-    return text;
+    return command;
 }
 
 // ---- The cycle ---------------------------------------------------------------------------------
@@ -121,7 +122,8 @@ std::string readCommandFile(HANDLE file, LONGLONG size)
 {
     std::string text(static_cast<size_t>(size), '\0');
     DWORD read = 0;
-    ReadFile(file, text.data(), static_cast<DWORD>(size), &read, nullptr);
+    OVERLAPPED start{}; // at byte 0, since an abandoned cycle may have read the file before
+    ReadFile(file, text.data(), static_cast<DWORD>(size), &read, &start);
     return text;
 }
 

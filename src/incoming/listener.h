@@ -16,7 +16,8 @@ HANDLE createCommandFile(const std::wstring& path);
 // The file's size in bytes; 0 when it cannot be determined.
 LONGLONG commandFileSize(HANDLE file);
 
-// Reads `size` bytes. The text always has this length; bytes that cannot be read are NULs.
+// Reads the first `size` bytes. The text always has this length; bytes that cannot be read are
+// NULs.
 std::string readCommandFile(HANDLE file, LONGLONG size);
 
 // Creates the command file, and then starts the thread, which creates the file later if it is

@@ -33,7 +33,9 @@ void activateMachine(const std::wstring& path)
 
 void transferMachineSettings()
 {
-    const std::string path = toNarrowAnsi(machineSettingsPath(currentRequestId));
+    // Without similar characters, which can name another file; no file has the default one, '?'.
+    const std::string path =
+        toNarrow(machineSettingsPath(currentRequestId), GetACP(), WC_NO_BEST_FIT_CHARS);
     OwnFile file(std::fopen(path.c_str(), "r"));
     if (!file)
         return;

@@ -65,10 +65,15 @@ void closeMessageWindow()
         DestroyWindow(window);
 }
 
+void postOpenRequest(std::unique_ptr<CompanionFile> request)
+{
+    storePendingRequest(std::move(request));
+    postOpenMessage();
+}
+
 void postOpenRequest(const CompanionFile& request)
 {
-    storePendingRequest(request);
-    postOpenMessage();
+    postOpenRequest(std::make_unique<CompanionFile>(request));
 }
 
 void postOpenMessage()

@@ -5,6 +5,8 @@
 #include "formats/companion_file.h"
 #include "platform/windows_api.h"
 
+#include <memory>
+
 namespace torvapdm {
 
 // Registers the open, commit and get-checked-out messages, in this order. UI thread.
@@ -21,8 +23,10 @@ void openMessageWindow();
 // Destroys the window if there is one. UI thread.
 void closeMessageWindow();
 
-// Makes the open request the pending one and posts the open message. Any thread.
-void postOpenRequest(const CompanionFile& request);
+// Makes the open request, not null, the pending one and posts the open message. Allocates nothing.
+// Any thread.
+void postOpenRequest(std::unique_ptr<CompanionFile> request);
+void postOpenRequest(const CompanionFile& request); // a copy of it
 
 // Posts the open message, which makes the window take the pending request. Does nothing without a
 // window. Any thread.

@@ -3,7 +3,6 @@
 #include "formats/wire_constants.h"
 
 #include <atomic>
-#include <memory>
 
 namespace torvapdm {
 
@@ -21,12 +20,11 @@ std::unique_ptr<CompanionFile> exchange(std::unique_ptr<CompanionFile> next)
 
 } // namespace
 
-void storePendingRequest(const CompanionFile& request)
+void storePendingRequest(std::unique_ptr<CompanionFile> request)
 {
-    if (request.id == noRequestId || request.path.empty())
-        clearPendingRequest();
-    else
-        exchange(std::make_unique<CompanionFile>(request));
+    if (request->id == noRequestId || request->path.empty())
+        request.reset();
+    exchange(std::move(request));
 }
 
 bool isRequestPending()

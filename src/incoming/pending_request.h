@@ -4,13 +4,14 @@
 
 #include "formats/companion_file.h"
 
+#include <memory>
 #include <optional>
 
 namespace torvapdm {
 
-// Stores the request in place of any earlier one. One with id -1 or an empty path counts as none.
-// Any thread.
-void storePendingRequest(const CompanionFile& request);
+// Stores the request, not null, in place of any earlier one. One with id -1 or an empty path counts
+// as none. Allocates nothing. Any thread.
+void storePendingRequest(std::unique_ptr<CompanionFile> request);
 
 // True while a request is stored. Any thread.
 bool isRequestPending();

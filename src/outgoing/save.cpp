@@ -29,11 +29,11 @@ bool isDocumentUntitled()
 }
 
 // Processes the host's messages until the host reports the save; false when the host is quitting.
-// A host that raises counts as quitting, since it would raise forever.
+// An exception belongs to the message that was being processed, and does not end the wait.
 bool waitForSave(CMastercamInterface& application)
 {
     while (isSaveUnreported)
-        if (!askHost(false, [&] { return host::processOneMessage(application); }))
+        if (!askHost(true, [&] { return host::processOneMessage(application); }))
             return false;
     return true;
 }
@@ -49,8 +49,7 @@ bool nameDocument()
     return waitForSave(*application);
 }
 
-// ---- Questions and the setup sheet before the save
-// ---------------------------------------------------
+// ---- Questions and the setup sheet before the save ---------------------------------------------
 
 // Quirk Q49: the host is asked for both, and the answers are not used.
 void askForNcNames()
@@ -59,15 +58,18 @@ void askForNcNames()
     callHost([] { TpMainGrpMgr.GetMainGrpList(); });
 }
 
-// Quirk Q50: once for every line of the settings file that asks for it.
-void sendSetupSheetIfWanted()
+// Quirk Q50: once for every line of the settings file that asks for it. False when the host raised,
+// which ends the save.
+bool sendSetupSheetIfWanted()
 {
-    forEachSettingsLine(
-        openStream(settingsFilePath(), L"r"),
-        [](const char* line) {
-            if (hasAlwaysSaveTools(line) && currentRequestId != 0)
-                sendSetupSheet();
-        });
+    const auto sendForLine = [](const char* line) {
+        if (hasAlwaysSaveTools(line) && currentRequestId != 0)
+            sendSetupSheet();
+    };
+    if (callHost([&] { forEachSettingsLine(openStream(settingsFilePath(), L"r"), sendForLine); }))
+        return true;
+    showMessage(L"Failed to save file.");
+    return false;
 }
 
 // ---- Saving ------------------------------------------------------------------------------------
@@ -119,8 +121,7 @@ void saveAndCommit()
     if (isDocumentUntitled() && !nameDocument())
         return;
     askForNcNames();
-    sendSetupSheetIfWanted();
-    if (!ensureCompanionRunning() || !saveDocument())
+    if (!sendSetupSheetIfWanted() || !ensureCompanionRunning() || !saveDocument())
         return;
     takeScreenCapture();
     // The id under which the Companion sent the file, 0 after a check-in.

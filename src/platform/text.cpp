@@ -6,13 +6,14 @@
 
 namespace torvapdm {
 
-std::string toNarrow(const std::wstring& text, UINT codePage)
+std::string toNarrow(const std::wstring& text, UINT codePage, DWORD flags)
 {
     const int length = static_cast<int>(text.size());
     const int size =
-        WideCharToMultiByte(codePage, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+        WideCharToMultiByte(codePage, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
     std::string narrow(static_cast<size_t>(std::max(size, 0)), '\0');
-    WideCharToMultiByte(codePage, 0, text.data(), length, narrow.data(), size, nullptr, nullptr);
+    WideCharToMultiByte(codePage, flags, text.data(), length, narrow.data(), size, nullptr,
+                        nullptr);
     return narrow;
 }
 

@@ -7,9 +7,9 @@
 
 namespace torvapdm {
 
-// The text in this code page; a character that the code page lacks becomes its default character.
-// Empty on failure.
-std::string toNarrow(const std::wstring& text, UINT codePage);
+// The text in this code page. A character that the code page lacks becomes a similar one, or its
+// default character; always the latter with WC_NO_BEST_FIT_CHARS in `flags`. Empty on failure.
+std::string toNarrow(const std::wstring& text, UINT codePage, DWORD flags = 0);
 
 // The same in the system's ANSI code page.
 std::string toNarrowAnsi(const std::wstring& text);

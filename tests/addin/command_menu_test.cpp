@@ -11,6 +11,9 @@
 #include "support/system_calls.h"
 #include "support/message_boxes.h"
 #include "host/document.h"
+#include "host/host.h"
+
+#include <shellapi.h>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -30,6 +33,7 @@ struct Row {
 
 // The content of the open menu, read while it is on the screen.
 std::vector<Row> openRows;
+UINT titleState = 0;
 POINT openAt;
 
 BOOL CALLBACK readIfMenu(HWND window, LPARAM)
@@ -41,6 +45,7 @@ BOOL CALLBACK readIfMenu(HWND window, LPARAM)
     constexpr UINT getMenuHandle = 0x01E1;
     const auto menu = reinterpret_cast<HMENU>(SendMessageW(window, getMenuHandle, 0, 0));
     const int standard = static_cast<int>(GetMenuDefaultItem(menu, TRUE, GMDI_USEDISABLED));
+    titleState = GetMenuState(menu, 0, MF_BYPOSITION);
     for (int i = 0; i < GetMenuItemCount(menu); ++i)
         openRows.push_back({GetMenuItemID(menu, i), i == standard});
     RECT place{};
@@ -59,9 +64,35 @@ void CALLBACK readAndDismiss(HWND, UINT, UINT_PTR, DWORD)
 // The id returned by the next popup menu.
 UINT chosenId = 0;
 
-BOOL WINAPI choosingPopupMenu(HMENU, UINT, int, int, int, HWND, const RECT*)
+// The menu and what follows it, in order.
+Lines steps;
+BOOL WINAPI choosingPopupMenu(HMENU, UINT flags, int, int, int reserved, HWND owner,
+                              const RECT* area)
 {
+    steps.push_back(L"show " + std::to_wstring(flags) + L' ' + std::to_wstring(reserved) +
+                    (owner == getMainFrameWindow() && !area ? L"" : L" elsewhere"));
     return static_cast<BOOL>(chosenId);
+}
+
+BOOL WINAPI notedDestroyMenu(HMENU menu)
+{
+    steps.push_back(L"destroy");
+    return systems(&DestroyMenu, "DestroyMenu", L"user32.dll")(menu);
+}
+
+BOOL WINAPI notedOpen(SHELLEXECUTEINFOW* open)
+{
+    steps.push_back(std::wstring(open->lpVerb) + L' ' + open->lpFile +
+                    (open->lpParameters ? std::wstring(L" ") + open->lpParameters : L""));
+    return FALSE;
+}
+
+CFrameWnd farWindow;
+
+CFrameWnd* farMainFrame()
+{
+    farWindow.m_hWnd = reinterpret_cast<HWND>(UINT_PTR{0x7000000F0});
+    return &farWindow;
 }
 
 // Registers the program as this process's handler for https addresses.
@@ -140,6 +171,7 @@ TEST_F(CommandMenu, numbersItsItemsWithADefault)
                                                 {0xF0AD4F06, false},
                                                 {0xF0AD4F07, false},
                                                 {0xF0AD4F08, false}}));
+    EXPECT_EQ(titleState & (MF_DISABLED | MF_GRAYED), UINT{MF_DISABLED}); // not grey
 }
 
 TEST_F(CommandMenu, opensAtTheMouse)
@@ -178,6 +210,26 @@ TEST_F(CommandMenu, ignoresNumbersWithoutACommand)
     chosenId = 0xF0AD4F04; // a valid command, to check that the ids reach the add-in
     EXPECT_EQ(m_main(0), 0);
     EXPECT_EQ(companionStarts(installation, 1), Lines{aboutStart(getMainFrameWindow())});
+}
+
+TEST_F(CommandMenu, isGoneWhenItsCommandRuns)
+{
+    standin::redirectImports(GetModuleHandleW(nullptr), &TrackPopupMenu, &choosingPopupMenu);
+    redirectCalls(&DestroyMenu, "DestroyMenu", &notedDestroyMenu, L"user32.dll");
+    redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &notedOpen, L"shell32.dll");
+    chosenId = 0xF0AD4F03;
+    EXPECT_EQ(m_main(7), 0);
+    EXPECT_EQ(steps, (Lines{L"show 384 0", L"destroy", L"open " + namespaceBase}));
+}
+
+TEST_F(CommandMenu, passesTheLowHalfOfTheWindow)
+{
+    recordCompanionStarts(installation);
+    standin::redirectImports(GetModuleHandleW(nullptr), &get_MainFrame, &farMainFrame);
+    redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &notedOpen, L"shell32.dll");
+    showAbout();
+    EXPECT_EQ(steps, (Lines{L"open " + installation.path(L"TORVA-ZEM.exe") +
+                            L" --about --parentwindow 240"}));
 }
 
 TEST_F(CommandMenu, opensTheCompanion)

@@ -194,6 +194,9 @@ TEST_F(AddInLibrary, describesCommandsInItsStringTable)
         L"Import NC files",      L"Import NC-files to queue",      L"Import Tools from TORVA ZEM"};
     for (UINT i = 0; i < texts.size(); ++i)
         EXPECT_EQ(string(10 + i), texts[i]);
+    EXPECT_NE(FindResourceExW(module_, RT_STRING, MAKEINTRESOURCEW(1),
+                              MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US)),
+              nullptr);
     EXPECT_EQ(string(9), L"");
     EXPECT_EQ(string(19), L"");
 }
@@ -203,6 +206,11 @@ TEST_F(AddInLibrary, keepsItsTwoDialogs)
     EXPECT_TRUE(dialogSays(101, L"Tool change from ZEM detected, load new tools?"));
     EXPECT_TRUE(
         dialogSays(102, L"File changes detected, save file and save file to ZEM before exit?"));
+    for (const int dialog : {101, 102}) {
+        EXPECT_TRUE(dialogSays(dialog, std::wstring(L"\6\0\xFFFF\x80Yes", 7))); // IDYES, a button
+        EXPECT_TRUE(dialogSays(dialog, std::wstring(L"\7\0\xFFFF\x80No", 6)));
+        EXPECT_FALSE(dialogSays(dialog, std::wstring(L"\1\0\xFFFF\x80", 4))); // no OK
+    }
 }
 
 TEST_F(AddInLibrary, carriesItsVersion)

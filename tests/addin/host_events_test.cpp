@@ -2,6 +2,8 @@
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
 #include "addin/host_events.h"
+#include "host/host.h"
+#include "support/system_calls.h"
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -44,6 +46,15 @@ protected:
                L"\", false) -> true";
     }
 };
+
+// Whether the save was still unreported when the host was asked to save.
+bool wasUnreported = true;
+
+bool notingSave(const wchar_t*, CWnd*, bool, bool)
+{
+    wasUnreported = AddInState::isSaveUnreported();
+    return false;
+}
 
 constexpr Values none = {.zemId = 0xFFFFFFFF, .filePath = L""};
 
@@ -109,6 +120,14 @@ TEST_F(HostEvents, event5SavesAKnownFile)
     EXPECT_FALSE(AddInState::captureOnClosePending());
 }
 
+TEST_F(HostEvents, event5ReportsTheSaveFirst)
+{
+    set({});
+    standin::redirectImports(GetModuleHandleW(nullptr), &CFile_DoFileSave, &notingSave);
+    m_notify(5);
+    EXPECT_FALSE(wasUnreported);
+}
+
 TEST_F(HostEvents, event5ClearsThePictureOnException)
 {
     installation.endStandardInput();
@@ -117,7 +136,7 @@ TEST_F(HostEvents, event5ClearsThePictureOnException)
     AddInState::setRequestId(17);
     ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
     EXPECT_EQ(m_notify(5), 0);
-    EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    EXPECT_EQ(newTrace().back(), LR"(ui message-box("TORVA ZEM", "Failed to save file."))");
     EXPECT_FALSE(AddInState::captureOnClosePending());
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }

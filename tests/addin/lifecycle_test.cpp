@@ -10,6 +10,9 @@
 #include "host/document.h"
 #include "incoming/incoming_state.h"
 
+#include <sstream>
+#include <utility>
+
 using namespace torvapdm;
 using namespace testing_support;
 
@@ -31,13 +34,85 @@ using Calls = std::vector<std::string>;
 
 const DWORD ownThread = GetCurrentThreadId();
 
-// System calls made by m_close on this thread, in order.
-Calls closingCalls;
+// System calls made by m_open or m_close on this thread, in order.
+Calls systemCalls;
 
 void note(const std::string& call)
 {
     if (GetCurrentThreadId() == ownThread)
-        closingCalls.push_back(call);
+        systemCalls.push_back(call);
+}
+
+// A name without the address that all identifiers begin with.
+std::string shortName(LPCWSTR name)
+{
+    return toUtf8(name).substr(std::wstring(namespaceBase).size());
+}
+
+UINT WINAPI notedRegisterMessage(LPCWSTR name)
+{
+    note("register " + shortName(name));
+    return systems(&RegisterWindowMessageW, "RegisterWindowMessageW", L"user32.dll")(name);
+}
+
+ATOM WINAPI notedRegisterClass(const WNDCLASSW* windowClass)
+{
+    note("class " + shortName(windowClass->lpszClassName));
+    return systems(&RegisterClassW, "RegisterClassW", L"user32.dll")(windowClass);
+}
+
+HANDLE WINAPI notedCreateThread(LPSECURITY_ATTRIBUTES security, SIZE_T stack,
+                                LPTHREAD_START_ROUTINE procedure, LPVOID parameter, DWORD flags,
+                                LPDWORD id)
+{
+    note("thread " + std::to_string(stack) + ' ' + std::to_string(flags) +
+         (security ? " secured" : ""));
+    return systems(&CreateThread, "CreateThread")(security, stack, procedure, parameter, flags, id);
+}
+
+BOOL WINAPI notedPriority(HANDLE thread, int priority)
+{
+    note("priority " + std::to_string(priority));
+    return systems(&SetThreadPriority, "SetThreadPriority")(thread, priority);
+}
+
+DWORD WINAPI notedResume(HANDLE thread)
+{
+    note("resume");
+    return systems(&ResumeThread, "ResumeThread")(thread);
+}
+
+DWORD WINAPI noResume(HANDLE)
+{
+    return 1;
+}
+
+HANDLE WINAPI notedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES own,
+                              DWORD disposition, DWORD flags, HANDLE model)
+{
+    std::ostringstream call;
+    call << std::hex << "file " << access << ' ' << sharing << ' ' << disposition << ' ' << flags;
+    note(call.str() + (own || model ? " with more" : ""));
+    return systems(&CreateFileW, "CreateFileW")(path, access, sharing, own, disposition, flags,
+                                                model);
+}
+
+BOOL WINAPI notedSetProp(HWND window, LPCWSTR name, HANDLE value)
+{
+    note("property " + shortName(name));
+    return systems(&SetPropW, "SetPropW", L"user32.dll")(window, name, value);
+}
+
+HANDLE WINAPI notedRemoveProp(HWND window, LPCWSTR name)
+{
+    note("remove " + shortName(name));
+    return systems(&RemovePropW, "RemovePropW", L"user32.dll")(window, name);
+}
+
+BOOL WINAPI notedDestroy(HWND window)
+{
+    note("destroy");
+    return systems(&DestroyWindow, "DestroyWindow", L"user32.dll")(window);
 }
 
 // The name of a handle among the add-in's variables.
@@ -79,15 +154,46 @@ void WINAPI stickingSleep(DWORD milliseconds)
     systems(&Sleep, "Sleep")(isListeners ? INFINITE : milliseconds);
 }
 
+// Opens the add-in and returns the recorded calls.
+Calls callsOfOpening()
+{
+    redirectCalls(&RegisterWindowMessageW, "RegisterWindowMessageW", &notedRegisterMessage,
+                  L"user32.dll");
+    redirectCalls(&RegisterClassW, "RegisterClassW", &notedRegisterClass, L"user32.dll");
+    redirectCalls(&CreateThread, "CreateThread", &notedCreateThread);
+    redirectCalls(&SetThreadPriority, "SetThreadPriority", &notedPriority);
+    redirectCalls(&ResumeThread, "ResumeThread", &notedResume);
+    redirectCalls(&CreateFileW, "CreateFileW", &notedCreateFile);
+    redirectCalls(&SetPropW, "SetPropW", &notedSetProp, L"user32.dll");
+    systemCalls.clear();
+    EXPECT_EQ(m_open(7), 0);
+    return std::exchange(systemCalls, {});
+}
+
 // Closes the add-in and returns the recorded calls.
 Calls callsOfClosing()
 {
+    redirectCalls(&DestroyWindow, "DestroyWindow", &notedDestroy, L"user32.dll");
+    redirectCalls(&RemovePropW, "RemovePropW", &notedRemoveProp, L"user32.dll");
     redirectCalls(&WaitForSingleObject, "WaitForSingleObject", &notedWait);
     redirectCalls(&TerminateThread, "TerminateThread", &notedTerminate);
     redirectCalls(&CloseHandle, "CloseHandle", &notedClose);
-    EXPECT_EQ(m_close(0), 0);
-    return closingCalls;
+    EXPECT_EQ(m_close(7), 0);
+    return systemCalls;
 }
+
+const Calls openings = {"register /namespace/torvapdm/message/open",
+                        "register /namespace/torvapdm/message/commit",
+                        "register /namespace/torvapdm/message/get-checked-out",
+                        "class /namespace/torvapdm/mastercam-instance",
+                        "thread 0 4", // the network thread's
+                        "priority 0",
+                        "resume",
+                        "file c0000000 7 2 4000000",
+                        "thread 0 4",
+                        "resume",
+                        "property /namespace/torvapdm/mastercam-instance"};
+const std::string propertyRemoved = "remove /namespace/torvapdm/mastercam-instance";
 
 } // namespace
 
@@ -107,11 +213,29 @@ TEST_F(Lifecycle, startsWithoutMessageBox)
     m_close(0);
 }
 
+TEST_F(Lifecycle, startsInOrderEachTime)
+{
+    EXPECT_EQ(callsOfOpening(), openings);
+    m_close(0);
+    EXPECT_EQ(callsOfOpening(), openings);
+    m_close(0);
+}
+
+TEST_F(Lifecycle, keepsNoHandleOfAFailedFile)
+{
+    removeFolder(installation.path(L"temp"));
+    redirectCalls(&ResumeThread, "ResumeThread", &noResume); // the listener would try again
+    m_open(0);
+    EXPECT_EQ(AddInState::commandFile(), nullptr);
+    m_close(0);
+}
+
 TEST_F(Lifecycle, stopsWithoutMessageBox)
 {
     m_open(0);
     const HWND window = AddInState::messageWindow();
-    EXPECT_EQ(callsOfClosing(), (Calls{"wait thread 1000", "close thread", "close file"}));
+    EXPECT_EQ(callsOfClosing(), (Calls{"destroy", propertyRemoved, "wait thread 1000",
+                                       "close thread", "close file"}));
     EXPECT_FALSE(IsWindow(window));
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
     EXPECT_EQ(property(), nullptr);
@@ -203,8 +327,8 @@ TEST_F(Lifecycle, terminatesAStuckListener)
     ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), AddInState::listenerThread(),
                                 GetCurrentProcess(), &thread, 0, FALSE, DUPLICATE_SAME_ACCESS));
     ASSERT_TRUE(waitUntil([] { return isListenerStuck.load(); }));
-    EXPECT_EQ(callsOfClosing(),
-              (Calls{"wait thread 1000", "terminate thread 0", "close thread", "close file"}));
+    EXPECT_EQ(callsOfClosing(), (Calls{"destroy", propertyRemoved, "wait thread 1000",
+                                       "terminate thread 0", "close thread", "close file"}));
     EXPECT_EQ(WaitForSingleObject(thread, generousMs), WAIT_OBJECT_0);
     DWORD code = 7;
     GetExitCodeThread(thread, &code);
@@ -214,7 +338,7 @@ TEST_F(Lifecycle, terminatesAStuckListener)
 
 TEST_F(Lifecycle, canBeClosedUnopened)
 {
-    EXPECT_EQ(callsOfClosing(), (Calls{"wait null 1000", "close null"}));
+    EXPECT_EQ(callsOfClosing(), (Calls{propertyRemoved, "wait null 1000", "close null"}));
     EXPECT_EQ(newTrace(), Lines{});
 }
 

@@ -2,11 +2,13 @@
 
 #include "support/counts.h"
 #include "support/installation.h"
+#include "support/system_calls.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 using torvapdm::getInstallationFolder;
+using namespace testing_support;
 using namespace std::string_literals;
 
 namespace {
@@ -85,6 +87,7 @@ const StoredValue storedValues[] = {
     {"longText", REG_SZ, longFolder + L'\0', longFolder},
     {"unexpandedText", REG_EXPAND_SZ, L"%TEMP%\\zem\0"s, L"%TEMP%\\zem"},
     {"upToTheFirstNul", REG_SZ, L"D:\\alt\0more\0"s, L"D:\\alt"},
+    {"noTextAfterANul", REG_SZ, L"\0more\0"s, defaultFolder},
     {"lessTheLastCharacterWithoutANul", REG_SZ, L"D:\\ab", L"D:\\a"},
     {"noNumber", REG_DWORD, L"\7\0"s, defaultFolder},
     {"noBinaryText", REG_BINARY, L"D:\\binary\0"s, defaultFolder},
@@ -96,6 +99,60 @@ class StoredFolder : public InstallationFolder,
                      public ::testing::WithParamInterface<StoredValue> {};
 
 } // namespace
+
+namespace {
+
+// The system's function, but for the value's second read.
+LSTATUS WINAPI failingSecondQuery(HKEY key, LPCWSTR value, LPDWORD reserved, LPDWORD type,
+                                  LPBYTE bytes, LPDWORD size)
+{
+    if (bytes)
+        return ERROR_ACCESS_DENIED;
+    return systems(&failingSecondQuery, "RegQueryValueExW", L"advapi32.dll")(key, value, reserved,
+                                                                             type, bytes, size);
+}
+
+} // namespace
+
+namespace {
+
+std::vector<DWORD> keyOptions;
+std::wstring folderMeanwhile;
+
+LSTATUS WINAPI notedCreateKey(HKEY root, LPCWSTR name, DWORD reserved, LPWSTR type, DWORD options,
+                              REGSAM access, const LPSECURITY_ATTRIBUTES security, PHKEY key,
+                              LPDWORD disposition)
+{
+    keyOptions = {options, access};
+    folderMeanwhile = getInstallationFolder();
+    return systems(&notedCreateKey, "RegCreateKeyExW", L"advapi32.dll")(
+        root, name, reserved, type, options, access, security, key, disposition);
+}
+
+} // namespace
+
+TEST_F(InstallationFolder, isReadOnceInThe32BitView)
+{
+    storeText(REG_SZ, L"D:\\a");
+    redirectCalls(&notedCreateKey, "RegCreateKeyExW", &notedCreateKey, L"advapi32.dll");
+    EXPECT_EQ(getInstallationFolder(), L"D:\\a");
+    EXPECT_EQ(keyOptions, (std::vector<DWORD>{0, 0x20219}));
+    EXPECT_EQ(folderMeanwhile, defaultFolder); // the look-up counts as done before it begins
+}
+
+TEST_F(InstallationFolder, isThePaddedDefaultAfterAFailure)
+{
+    storeText(REG_SZ, std::wstring(15, L'x'));
+    redirectCalls(&RegQueryValueExW, "RegQueryValueExW", &failingSecondQuery, L"advapi32.dll");
+    EXPECT_EQ(getInstallationFolder(), defaultFolder + std::wstring(3, L'\0'));
+}
+
+TEST_F(InstallationFolder, isTheCutDefaultAfterAFailure)
+{
+    storeText(REG_SZ, L"D:\\a");
+    redirectCalls(&RegQueryValueExW, "RegQueryValueExW", &failingSecondQuery, L"advapi32.dll");
+    EXPECT_EQ(getInstallationFolder(), L"C:\\T");
+}
 
 TEST_P(StoredFolder, isUsed)
 {

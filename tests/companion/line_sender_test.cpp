@@ -1,5 +1,7 @@
 #include "companion/line_sender.h"
 
+#include "companion/network_thread.h"
+
 #include "support/sockets.h"
 #include "support/system_calls.h"
 #include "dormant/dormant.h"
@@ -24,17 +26,49 @@ std::string sent(const std::string& line)
 
 // The recorded socketCalls, in order.
 std::vector<std::string> socketCalls;
-const std::vector<std::string> oneAttempt = {"connect", "send"};
+const std::vector<std::string> oneAttempt = {"start 514", "socket 2 1 6", "connect 16",
+                                             "send 0",    "close",        "cleanup"};
+
+int WSAAPI notedStart(WORD version, LPWSADATA data)
+{
+    socketCalls.push_back("start " + std::to_string(version));
+    return systems(&WSAStartup, "WSAStartup", L"ws2_32.dll")(version, data);
+}
+
+SOCKET WSAAPI notedSocket(int family, int type, int protocol)
+{
+    socketCalls.push_back("socket " + std::to_string(family) + ' ' + std::to_string(type) + ' ' +
+                          std::to_string(protocol));
+    return systems(&socket, "socket", L"ws2_32.dll")(family, type, protocol);
+}
+
+int WSAAPI notedListen(SOCKET listening, int backlog)
+{
+    socketCalls.push_back("listen " + std::to_string(backlog));
+    return systems(&listen, "listen", L"ws2_32.dll")(listening, backlog);
+}
+
+int WSAAPI notedCloseSocket(SOCKET closed)
+{
+    socketCalls.push_back("close");
+    return systems(&closesocket, "closesocket", L"ws2_32.dll")(closed);
+}
+
+int WSAAPI notedCleanup()
+{
+    socketCalls.push_back("cleanup");
+    return systems(&WSACleanup, "WSACleanup", L"ws2_32.dll")();
+}
 
 int WINAPI notedConnect(SOCKET connection, const sockaddr* address, int size)
 {
-    socketCalls.push_back("connect");
+    socketCalls.push_back("connect " + std::to_string(size));
     return systems(&connect, "connect", L"ws2_32.dll")(connection, address, size);
 }
 
 int WINAPI notedSend(SOCKET connection, const char* bytes, int size, int flags)
 {
-    socketCalls.push_back("send");
+    socketCalls.push_back("send " + std::to_string(flags));
     return systems(&send, "send", L"ws2_32.dll")(connection, bytes, size, flags);
 }
 
@@ -66,11 +100,23 @@ int WINAPI targetedConnect(SOCKET connection, const sockaddr* address, int size)
 
 void noteCalls()
 {
+    redirectCalls(&WSAStartup, "WSAStartup", &notedStart, L"ws2_32.dll");
+    redirectCalls(&socket, "socket", &notedSocket, L"ws2_32.dll");
+    redirectCalls(&listen, "listen", &notedListen, L"ws2_32.dll");
+    redirectCalls(&closesocket, "closesocket", &notedCloseSocket, L"ws2_32.dll");
+    redirectCalls(&WSACleanup, "WSACleanup", &notedCleanup, L"ws2_32.dll");
     redirectCalls(&connect, "connect", &notedConnect, L"ws2_32.dll");
     redirectCalls(&send, "send", &notedSend, L"ws2_32.dll");
 }
 
 } // namespace
+
+TEST(NetworkThread, listensOnAStreamSocket)
+{
+    noteCalls();
+    EXPECT_EQ(networkThread(nullptr), 0u);
+    EXPECT_EQ(socketCalls, (std::vector<std::string>{"start 257", "socket 2 1 0", "listen 10"}));
+}
 
 TEST(LineSender, sendsTheLineAndOneLineFeed)
 {
@@ -117,9 +163,11 @@ TEST(LineSender, triesOnceWithoutAListener)
     noteCalls();
     sendLine("lost");
     EXPECT_EQ(socketCalls, oneAttempt);
+    const LineReceiver receiver;
     socketCalls.clear();
-    EXPECT_EQ(sent("taken"), "taken\n");
+    sendLine("taken");
     EXPECT_EQ(socketCalls, oneAttempt);
+    EXPECT_EQ(receiver.nextConnection(), "taken\n");
 }
 
 TEST(LineSender, connectsToTheFirstAddressOnly)
@@ -158,6 +206,8 @@ TEST(LineSender, leavesTheSocketsLibraryUnchanged)
 
 TEST(LineSender, startsSocketsInVersionTwo)
 {
+    noteCalls();
     EXPECT_EQ(startSockets(), 0);
+    EXPECT_EQ(socketCalls, std::vector<std::string>{"start 2"}); // 2.0
     WSACleanup();
 }

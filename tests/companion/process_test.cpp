@@ -47,13 +47,34 @@ protected:
 };
 
 int starts = 0;
+SHELLEXECUTEINFOW lastStart{};
+std::wstring lastVerb;
+HANDLE startedProcess = GetCurrentProcess();
 
 // Counts the call and reports success without starting a process.
 BOOL WINAPI countedShellExecute(SHELLEXECUTEINFOW* start)
 {
     ++starts;
-    start->hProcess = GetCurrentProcess();
+    lastStart = *start;
+    lastVerb = start->lpVerb;
+    start->hProcess = startedProcess;
     return TRUE;
+}
+
+DWORD semaphoreAccess = 0;
+
+HANDLE WINAPI notedOpenSemaphore(DWORD access, BOOL inherits, LPCWSTR name)
+{
+    semaphoreAccess = access;
+    return systems(&OpenSemaphoreW, "OpenSemaphoreW")(access, inherits, name);
+}
+
+std::vector<int> showCommands;
+
+BOOL WINAPI notedShow(HWND window, int command)
+{
+    showCommands.push_back(command);
+    return systems(&ShowWindow, "ShowWindow", L"user32.dll")(window, command);
 }
 
 // The recorded steps of the wait for the Companion's window, and the window that gets the instance
@@ -97,7 +118,9 @@ TEST_F(CompanionProcess, runsWhileItsSemaphoreExists)
 {
     EXPECT_FALSE(isCompanionRunning());
     companion.holdSemaphore();
+    redirectCalls(&OpenSemaphoreW, "OpenSemaphoreW", &notedOpenSemaphore);
     EXPECT_TRUE(isCompanionRunning());
+    EXPECT_EQ(semaphoreAccess, DWORD{SEMAPHORE_MODIFY_STATE});
 }
 
 TEST_F(CompanionProcess, runsEvenIfTheSemaphoreIsDenied)
@@ -133,6 +156,23 @@ TEST_F(CompanionProcess, getsQuotedPathsUnchanged)
     EXPECT_TRUE(launchCompanion(L"--commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295", true));
     EXPECT_EQ(companionStarts(installation, 1),
               Lines{L"0 --commit \"C:\\a b\\\u00C4.mcam\" --id 4294967295"});
+}
+
+TEST_F(CompanionProcess, isOpenedWithoutFolderOrWindow)
+{
+    recordCompanionStarts(installation);
+    redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &countedShellExecute, L"shell32.dll");
+    EXPECT_TRUE(launchCompanion(L"--about", true));
+    EXPECT_EQ(lastStart.fMask, ULONG{SEE_MASK_NOCLOSEPROCESS});
+    EXPECT_EQ(lastVerb, L"open");
+    EXPECT_EQ(lastStart.lpDirectory, nullptr);
+    EXPECT_EQ(lastStart.hwnd, nullptr);
+    EXPECT_TRUE(shellOpen(L"https://example.org"));
+    EXPECT_EQ(lastStart.fMask, 0u);
+    EXPECT_EQ(lastVerb, L"open");
+    EXPECT_EQ(lastStart.nShow, SW_SHOWDEFAULT);
+    startedProcess = nullptr; // another program took the file over
+    EXPECT_FALSE(launchCompanion(L"--about", true));
 }
 
 TEST_F(CompanionProcess, leavesTheProcessHandleOpen)
@@ -202,6 +242,17 @@ TEST_F(CompanionProcess, windowIsFoundByItsProperty)
     EXPECT_EQ(findCompanionWindow(), nullptr);
 }
 
+TEST_F(CompanionProcess, windowIsTheFirstOfSeveral)
+{
+    CompanionDouble another;
+    const HWND first = companion.showWindow();
+    const HWND second = another.showWindow();
+    HWND above = first;
+    while (above && above != second)
+        above = GetWindow(above, GW_HWNDPREV);
+    EXPECT_EQ(findCompanionWindow(), above ? second : first);
+}
+
 TEST_F(CompanionProcess, windowIsActivated)
 {
     companion.holdSemaphore();
@@ -219,7 +270,9 @@ TEST_F(CompanionProcess, windowIsRestored)
     const HWND window = companion.showWindow();
     ShowWindow(window, SW_MINIMIZE);
     ASSERT_TRUE(IsIconic(window));
+    redirectCalls(&ShowWindow, "ShowWindow", &notedShow, L"user32.dll");
     openCompanion();
+    EXPECT_EQ(showCommands, std::vector<int>{SW_SHOWNORMAL});
     EXPECT_FALSE(IsIconic(window));
     EXPECT_EQ(GetActiveWindow(), window);
 }

@@ -156,13 +156,13 @@ void leadPlatformCalls()
     // Most calls return 0, null or -1 and report that access is denied.
     const DWORD denied = ERROR_ACCESS_DENIED;
     fail(0, denied, CALL(SetThreadPriority), CALL(MultiByteToWideChar), CALL(WideCharToMultiByte),
-         CALL(DeleteFileW), CALL(MoveFileExW), CALL(GetFileAttributesExW), CALL(GetFileSizeEx),
-         CALL(GetTempPathW), CALL(AppendMenuW), CALL(EnumWindows), CALL(GetCursorPos),
-         CALL(GetWindowTextW), CALL(GetWindowThreadProcessId), CALL(IsIconic),
-         CALL(IsWindowEnabled), CALL(RegisterClassW), CALL(RegisterWindowMessageW),
-         CALL(SendMessageW), CALL(SetMenuDefaultItem), CALL(SetPropW), CALL(SetWindowTextW),
-         CALL(ShowWindow), CALL(Arc), CALL(ArcTo), CALL(BitBlt), CALL(ExtTextOutW), CALL(GdiFlush),
-         CALL(GetDIBits), CALL(GetObjectW), CALL(LineTo), CALL(MoveToEx));
+         CALL(GetFileAttributesExW), CALL(GetFileSizeEx), CALL(GetTempPathW), CALL(AppendMenuW),
+         CALL(EnumWindows), CALL(GetCursorPos), CALL(GetWindowTextW),
+         CALL(GetWindowThreadProcessId), CALL(IsIconic), CALL(IsWindowEnabled),
+         CALL(RegisterClassW), CALL(RegisterWindowMessageW), CALL(SendMessageW),
+         CALL(SetMenuDefaultItem), CALL(SetPropW), CALL(SetWindowTextW), CALL(ShowWindow),
+         CALL(Arc), CALL(ArcTo), CALL(BitBlt), CALL(ExtTextOutW), CALL(GdiFlush), CALL(GetDIBits),
+         CALL(GetObjectW), CALL(LineTo), CALL(MoveToEx));
     fail(nullptr, denied, CALL(_fsopen), CALL(fopen), CALL(fgets), CALL(fgetws),
          CALL(CreatePopupMenu), CALL(CreateWindowExW), CALL(GetDC), CALL(GetPropW),
          CALL(RemovePropW), CALL(SetActiveWindow), CALL(CreateCompatibleBitmap),

@@ -112,12 +112,26 @@ TEST_F(Image, isNotSavedIntoAFolderThatIsMissing)
     EXPECT_EQ(save(L"nowhere\\small.bmp"), HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
 }
 
-TEST_F(Image, keepsAnEarlierFileOnAFullDisk)
+TEST_F(Image, isWrittenUnderAReaderThatSharesIt)
+{
+    const std::wstring path = installation.path(L"temp\\small.bmp");
+    writeBytes(path, "earlier");
+    const HANDLE reader =
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                    OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(save(L"temp\\small.bmp"), S_OK);
+    CloseHandle(reader);
+    EXPECT_EQ(saved(L"temp\\small.bmp"), smallBitmapFile);
+    EXPECT_EQ(filesInFolder(), std::vector<std::wstring>{L"small.bmp"});
+}
+
+TEST_F(Image, isCutShortOnAFullDisk)
 {
     writeBytes(installation.path(L"temp\\small.bmp"), "earlier");
     redirectCalls(&shortWrite, "WriteFile", &shortWrite);
     EXPECT_EQ(save(L"temp\\small.bmp"), HRESULT_FROM_WIN32(ERROR_DISK_FULL));
-    EXPECT_EQ(saved(L"temp\\small.bmp"), "earlier");
+    EXPECT_EQ(saved(L"temp\\small.bmp"), smallBitmapFile.substr(0, smallBitmapFile.size() / 2));
     EXPECT_EQ(filesInFolder(), std::vector<std::wstring>{L"small.bmp"});
 }
 

@@ -23,8 +23,13 @@
 #include "peer/settings_file.h"
 
 #include <algorithm>
+#include <bit>
 #include <set>
 #include <stdexcept>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 using namespace std::string_literals;
 
@@ -99,20 +104,31 @@ void checkCommitTexts(Input& input, Differences& differences)
                         L"--commit \"" + file + L'"' + (zemId == ~0u ? L" --id 4294967295" : L""));
 }
 
+#ifdef _WIN32
+// As the current C runtime reads it. An older one does not skip U+0085.
+std::int32_t runtimesNumber(const std::wstring& text)
+{
+    static const auto runtimes = std::bit_cast<int (*)(const wchar_t*)>(
+        GetProcAddress(LoadLibraryW(L"ucrtbase.dll"), "_wtoi"));
+    return runtimes(text.c_str());
+}
+#endif
+
 void checkDecimal(Input& input, Differences& differences)
 {
     const std::string_view bytes = input.rest();
     const std::wstring wide = wideText(bytes);
-    std::string narrow;
-    for (const wchar_t unit : wide)
-        narrow += unit < 0x80 ? static_cast<char>(unit) : '?';
     auto number = peer::parseLeadingNumber(bytes);
     if (number && *number != static_cast<std::int32_t>(*number))
         number.reset();
     differences.compare("number", std::optional<std::int64_t>(torvapdm::parseDecimal(bytes)),
                         number);
     differences.compare("number or 0", torvapdm::parseDecimalOrZero(wide),
-                        peer::parseLeadingNumberOrZero(narrow));
+                        peer::parseLeadingNumberOrZero(wide));
+#ifdef _WIN32
+    differences.compare("runtime's number", torvapdm::parseDecimalOrZero(wide),
+                        runtimesNumber(wide));
+#endif
 }
 
 // Input: seconds, folder. The low 16 bits of a product depend only on the low 16 bits of its
@@ -137,11 +153,11 @@ void checkMachineSettings(Input& input, Differences& differences)
             line.pop_back();
         line += '\n';
     }
-    const torvapdm::MachineSettings answer = torvapdm::parseMachineSettings(signedUnits(line));
+    const torvapdm::MachineSettings answer = torvapdm::parseMachineSettings(unsignedUnits(line));
     const auto expected = peer::parseMachineSettings(bytes).value_or(peer::MachineSettings{});
     differences.compare("NC-path number", answer.ncPathNumber, expected.ncPath);
     differences.compare("second number", answer.secondNumber, expected.secondNumber);
-    differences.compare("machine path", answer.machinePath, signedUnits(expected.machine));
+    differences.compare("machine path", answer.machinePath, unsignedUnits(expected.machine));
 }
 
 // Input: the initial answer ("n" if the first byte is 'n'), also part of the lines.
@@ -316,8 +332,10 @@ std::vector<Target> formatTargets()
         {"decimal",
          checkDecimal,
          {"12", " \t\n\v\f\r-5x", "+2147483647", "2147483648", "-2147483648", "-2147483649", "+-1",
-          "- 1", "", "000000000000000000000000000000007", "99999999999999999999"},
-         {"-", "+", " ", "0", "2147483647", "2147483648", "9223372036854775808", "\1\xFF\x15"}},
+          "- 1", "", "000000000000000000000000000000007", "99999999999999999999",
+          "\xA0\1\x30\x00-\1\xFF\x11\1\x06\x62"},
+         {"-", "+", " ", "0", "2147483647", "2147483648", "9223372036854775808", "\1\xFF\x15",
+          "\xA0", "\x85", "\1\x30\x00", "\1\x06\x69"}},
         {"exchange_file_name",
          checkExchangeFileName,
          {raw(std::int64_t{1}) + "C:\\Temp\\", raw(std::int64_t{1790000000}) + "C:\\T\\",

@@ -40,6 +40,15 @@ inline std::wstring signedUnits(std::string_view bytes)
     return text;
 }
 
+// Zero-extends each byte to a UTF-16 code unit, as the C runtime does in the standard locale.
+inline std::wstring unsignedUnits(std::string_view bytes)
+{
+    std::wstring text;
+    for (const char byte : bytes)
+        text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    return text;
+}
+
 class Input {
 public:
     explicit Input(std::string_view bytes) : rest_(bytes) {}

@@ -7,7 +7,10 @@
 #include "dormant/dormant.h"
 #include "outgoing/save_through_host.h"
 
+#include "support/system_calls.h"
+
 #include <algorithm>
+#include <stdexcept>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -39,7 +42,55 @@ struct FileOutside {
     const std::wstring path;
 };
 
+bool hadEvent37 = true;
+
+bool failingSave(const wchar_t*, CWnd*, bool, bool)
+{
+    hadEvent37 = AddInState::event37Seen();
+    return false;
+}
+
+void WINAPI tracedDebugOutput(LPCWSTR text)
+{
+    standin::trace(text);
+}
+
+int twoFiles(const wchar_t*, CWnd*, bool)
+{
+    return 2;
+}
+
+bool throwingCapture(const wchar_t*, bool)
+{
+    throw std::runtime_error("other");
+}
+
 } // namespace
+
+TEST_F(HostDocument, reportsAFailureBeforeTheRefresh)
+{
+    AddInState::setEvent37Seen(true);
+    standin::redirectImports(GetModuleHandleW(nullptr), &CFile_DoFileSave, &failingSave);
+    redirectCalls(&OutputDebugStringW, "OutputDebugStringW", &tracedDebugOutput);
+    EXPECT_FALSE(saveThroughHost());
+    EXPECT_FALSE(hadEvent37);
+    EXPECT_EQ(newTrace(),
+              (Lines{L"ui " + std::wstring(50, L'-') + L" !status\n",
+                     L"ui CMastercamView.position0()", L"ui CMastercamInterface.position3()"}));
+}
+
+TEST_F(HostDocument, isSavedOnlyWhenTheHostAnswersOne)
+{
+    standin::setState("geo_filename", L"C:\\a.mcam");
+    standin::redirectImports(GetModuleHandleW(nullptr), &SaveFile, &twoFiles);
+    EXPECT_EQ(saveUnderCurrentName(), L"");
+}
+
+TEST_F(HostDocument, passesOnOtherExceptionsOfTheCapture)
+{
+    standin::redirectImports(GetModuleHandleW(nullptr), &screen_to_bitmap_file, &throwingCapture);
+    EXPECT_THROW(takeScreenCapture(), std::runtime_error);
+}
 
 TEST_F(HostDocument, hasAtMost260CharactersInItsName)
 {
@@ -123,8 +174,9 @@ TEST_F(HostDocument, hasChangedWhenTheHostSaysSo)
     EXPECT_FALSE(hasDocumentChanged());
     standin::setState("db_changed", L"true");
     EXPECT_TRUE(hasDocumentChanged());
+    standin::setState("db_changed", L"false");
     standin::raiseNext("has_db_changed");
-    EXPECT_FALSE(hasDocumentChanged());
+    EXPECT_TRUE(hasDocumentChanged()); // so that an unsaved document is not committed
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 

@@ -4,11 +4,31 @@
 #include "host/barriers.h"
 #include "support/host_fixture.h"
 #include "host/document.h"
+#include "support/system_calls.h"
 
 using namespace torvapdm;
 using namespace testing_support;
 
 using Messages = HostFixture;
+
+namespace {
+
+UINT boxStyle = ~0u;
+
+int WINAPI notedBox(HWND, LPCWSTR, LPCWSTR, UINT style)
+{
+    boxStyle = style;
+    return IDOK;
+}
+
+} // namespace
+
+TEST_F(Messages, haveAnOkButtonAndNoIcon)
+{
+    standin::redirectImports(GetModuleHandleW(nullptr), &MessageBoxW, &notedBox);
+    showMessage(L"text");
+    EXPECT_EQ(boxStyle, UINT{MB_OK});
+}
 
 TEST_F(Messages, haveTheProductsNameAsTitle)
 {

@@ -78,6 +78,41 @@ void answerWith(const std::wstring& text)
     answerWith(static_cast<LONGLONG>(size), static_cast<DWORD>(size));
 }
 
+int lookUps = 0;
+
+BOOL WINAPI takenName(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID data)
+{
+    ++lookUps;
+    static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(data)->dwFileAttributes = FILE_ATTRIBUTE_NORMAL;
+    return TRUE;
+}
+
+// What GetTempPathW returns, call by call; then the folder.
+std::vector<DWORD> lengths;
+std::vector<DWORD> sizesAsked;
+
+DWORD WINAPI growingTempPath(DWORD size, LPWSTR folder)
+{
+    sizesAsked.push_back(size);
+    if (!lengths.empty()) {
+        const DWORD length = lengths.front();
+        lengths.erase(lengths.begin());
+        return length;
+    }
+    lstrcpyW(folder, L"C:\\Temp\\");
+    return 8;
+}
+
+std::vector<DWORD> opened;
+
+HANDLE WINAPI notedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES own,
+                              DWORD disposition, DWORD flags, HANDLE model)
+{
+    opened = {access, sharing, disposition, flags};
+    return systems(&CreateFileW, "CreateFileW")(path, access, sharing, own, disposition, flags,
+                                                model);
+}
+
 // The Companion is running, so it is asked, but not installed, so the check-out reports an error.
 class AnsweredCheckout : public Checkout {
 protected:
@@ -190,6 +225,31 @@ TEST_F(Checkout, givesUpWhenTheNameIsTaken)
     EXPECT_EQ(makeExchangeFileName(), L"");
 }
 
+TEST_F(Checkout, tries1024Names)
+{
+    redirectCalls(&GetFileAttributesExW, "GetFileAttributesExW", &takenName);
+    EXPECT_EQ(makeExchangeFileName(), L"");
+    EXPECT_EQ(lookUps, 1024);
+}
+
+TEST_F(Checkout, followsAGrowingTemporaryFolder)
+{
+    redirectCalls(&GetTempPathW, "GetTempPathW", &growingTempPath);
+    lengths = {5, 9, 12};
+    EXPECT_EQ(makeExchangeFileName().substr(0, 19), L"C:\\Temp\\\\TORVA ZEM-");
+    EXPECT_EQ(sizesAsked, (std::vector<DWORD>{0, 5, 9, 12}));
+    lengths = {5, 0};
+    EXPECT_EQ(makeExchangeFileName().substr(0, 11), L"\\TORVA ZEM-");
+}
+
+TEST_F(Checkout, opensTheAnswerUntilTheProcessEnds)
+{
+    redirectCalls(&CreateFileW, "CreateFileW", &notedCreateFile);
+    readAnswer(folder + L"answer.tmp");
+    EXPECT_EQ(opened, (std::vector<DWORD>{GENERIC_READ | GENERIC_WRITE, 0, CREATE_ALWAYS,
+                                          FILE_FLAG_DELETE_ON_CLOSE}));
+}
+
 TEST_F(Checkout, emptiesTheAnswerByOpeningIt)
 {
     const std::wstring file = folder + L"answer.tmp";
@@ -242,6 +302,7 @@ TEST_F(Checkout, closesTheFileOnACheckIn)
     const WatchedMessageWindow window;
     AddInState::setRequestId(5);
     AddInState::setZemId(5);
+    AddInState::setFilePath(L"C:\\a.mcam");
     AddInState::setFileTypePrefix(L"CAD");
     FILE* const stream = _wfopen((folder + L"open.txt").c_str(), L"w");
     ASSERT_NE(stream, nullptr);
@@ -251,6 +312,7 @@ TEST_F(Checkout, closesTheFileOnACheckIn)
     EXPECT_EQ(command.path, L"");
     EXPECT_EQ(AddInState::requestId(), 0);
     EXPECT_EQ(AddInState::zemId(), 0u);
+    EXPECT_EQ(AddInState::filePath(), L"C:\\a.mcam"); // stays
     EXPECT_EQ(AddInState::fileTypePrefix(), L"");
     EXPECT_EQ(readBytes(folder + L"open.txt"), "buffered"); // flushed by _fcloseall
     EXPECT_EQ(newTrace(), Lines{L"ui m_fclose(null, 0, null)"});
@@ -276,6 +338,21 @@ TEST_F(Checkout, loadsTheAnsweredFile)
     EXPECT_EQ(AddInState::zemId(), 12u);
     EXPECT_EQ(AddInState::filePath(), part);
     EXPECT_TRUE(AddInState::recentFiles().empty());
+}
+
+TEST_F(Checkout, loadsUnderANegativeId)
+{
+    loadAnsweredFile({-5, makePart()});
+    EXPECT_EQ(AddInState::zemId(), 0xFFFFFFFBu);
+}
+
+TEST_F(Checkout, leavesAMissingFileToTheHost)
+{
+    const std::wstring missing = installation.path(L"missing.mcam");
+    loadAnsweredFile({5, missing});
+    EXPECT_EQ(newTrace(), (Lines{L"ui DoFileOpen(\"" + missing +
+                                     L"\", false, false, 1, true, *, null) -> false",
+                                 loadFailed}));
 }
 
 TEST_F(Checkout, reportsAnAnswerWithoutAFile)

@@ -15,6 +15,10 @@
 #include "support/windows.h"
 #include "incoming/incoming_state.h"
 
+#include "host/document.h"
+#include "host/host.h"
+
+#include <share.h>
 #include <winsock2.h>
 
 using namespace torvapdm;
@@ -65,6 +69,70 @@ void WINAPI endingSleep(DWORD milliseconds)
     AddInState::stopListener();
 }
 
+// The effects of a command, in order, with the add-in's state at each.
+std::vector<std::string> effects;
+std::wstring watchedFile;
+
+void noteEffect(const std::string& effect)
+{
+    effects.push_back(effect + ' ' + std::to_string(AddInState::requestId()) + ' ' +
+                      std::to_string(AddInState::zemId()) + ' ' + toUtf8(AddInState::filePath()) +
+                      '|' + readBytes(watchedFile).value_or("gone"));
+    AddInState::stopListener();
+}
+
+void notedClose(const wchar_t*, int, FILE*)
+{
+    noteEffect("close");
+}
+
+void notedUnchanged()
+{
+    noteEffect("unchanged");
+}
+
+void notedCommand(const CString&, const CString& command)
+{
+    noteEffect(toUtf8(command.GetString()));
+}
+
+BOOL WINAPI notedListenerPost(HWND, UINT message, WPARAM, LPARAM)
+{
+    noteEffect("post " + std::to_string(message));
+    return TRUE;
+}
+
+void noteEffects(const std::wstring& commandFile)
+{
+    watchedFile = commandFile;
+    const HMODULE self = GetModuleHandleW(nullptr);
+    standin::redirectImports(self, &m_fclose, &notedClose);
+    standin::redirectImports(self, &set_db_unchanged, &notedUnchanged);
+    standin::redirectImports(self, &post_FT_command, &notedCommand);
+    redirectCalls(&PostMessageW, "PostMessageW", &notedListenerPost, L"user32.dll");
+}
+
+HANDLE WINAPI stoppingCreateFile(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE)
+{
+    AddInState::stopListener();
+    return INVALID_HANDLE_VALUE;
+}
+
+BOOL WINAPI negativeFileSize(HANDLE, PLARGE_INTEGER size)
+{
+    size->QuadPart = -1;
+    return TRUE;
+}
+
+std::string probed;
+
+FILE* __cdecl notedProbe(const char* path, const char* mode, int sharing)
+{
+    probed = std::string(path) + ' ' + mode + ' ' + std::to_string(sharing);
+    AddInState::stopListener();
+    return nullptr;
+}
+
 class ListenerCycle : public HostFixture {
 protected:
     // The pauses of one cycle; the first pause sets the stop flag.
@@ -75,10 +143,100 @@ protected:
         return pauses;
     }
 
+    // Carries out the command in a listener on this thread, which its first effect stops.
+    std::vector<std::string> effectsOf(const std::string& command)
+    {
+        AddInState::setMessageWindow(getMainFrameWindow());
+        AddInState::setRequestId(3);
+        AddInState::setZemId(4);
+        AddInState::setFilePath(L"C:\\a");
+        AddInState::setFileTypePrefix(L"CAD");
+        AddInState::setCommandFile(createCommandFile(commandPath));
+        storePendingRequest(std::make_unique<CompanionFile>(CompanionFile{9, L"C:\\b"}));
+        EXPECT_TRUE(writeRequest(commandPath, command));
+        noteEffects(commandPath);
+        listenerProcedure(nullptr);
+        CloseHandle(AddInState::commandFile());
+        EXPECT_EQ(AddInState::fileTypePrefix(), L"CAD");
+        return effects;
+    }
+
     const std::wstring commandPath = installation.commandFile(GetCurrentProcessId());
 };
 
 } // namespace
+
+// The request id, the ZEM id, the path and the command file at each effect.
+TEST_F(ListenerCycle, checksInInOrder)
+{
+    EXPECT_EQ(effectsOf("CHECKIN x"),
+              (std::vector<std::string>{"close 0 0 |", "post 3 0 0 |", "unchanged 0 0 |",
+                                        "OnFileNew 0 0 |"}));
+    EXPECT_EQ(takePendingRequest()->id, 9);
+}
+
+TEST_F(ListenerCycle, startsANewFileInOrder)
+{
+    EXPECT_EQ(effectsOf(openRequest(7, "")),
+              (std::vector<std::string>{"unchanged 7 4 C:\\a|", "OnFileNew 7 4 C:\\a|"}));
+    EXPECT_EQ(takePendingRequest()->id, 9);
+}
+
+TEST_F(ListenerCycle, announcesAnOpenRequestInOrder)
+{
+    EXPECT_EQ(effectsOf(openRequest(-1, "C:\\c")),
+              (std::vector<std::string>{"post 0 -1 4 C:\\a|"})); // the message is not registered
+    EXPECT_FALSE(isRequestPending()); // id -1 replaces the earlier request
+}
+
+TEST_F(ListenerCycle, endsBeforeItsFirstLook)
+{
+    redirectCalls(&Sleep, "Sleep", &endingSleep);
+    AddInState::stopListener();
+    EXPECT_EQ(listenerProcedure(nullptr), 0u);
+    EXPECT_TRUE(pauses.empty());
+    EXPECT_FALSE(readBytes(commandPath).has_value());
+}
+
+TEST_F(ListenerCycle, readsNothingOnceStopped)
+{
+    AddInState::setCommandFile(createCommandFile(commandPath));
+    writeRequest(commandPath, "CHECKIN");
+    pausesOfOne();
+    EXPECT_EQ(readBytes(commandPath), "CHECKIN");
+    EXPECT_EQ(newTrace(), Lines{});
+    CloseHandle(AddInState::commandFile());
+}
+
+TEST_F(ListenerCycle, keepsNoHandleOfAFailedFile)
+{
+    AddInState::setCommandFile(createCommandFile(commandPath));
+    writeRequest(commandPath, "no command");
+    redirectCalls(&CreateFileW, "CreateFileW", &stoppingCreateFile);
+    listenerProcedure(nullptr);
+    EXPECT_EQ(AddInState::commandFile(), nullptr);
+}
+
+TEST_F(ListenerCycle, endsOnANegativeSize)
+{
+    AddInState::setCommandFile(createCommandFile(commandPath));
+    redirectCalls(&GetFileSizeEx, "GetFileSizeEx", &negativeFileSize);
+    EXPECT_EQ(listenerProcedure(nullptr), 0u);
+    EXPECT_FALSE(AddInState::isListenerStopped());
+    CloseHandle(AddInState::commandFile());
+}
+
+TEST_F(ListenerCycle, probesThePathUnitByUnit)
+{
+    for (const wchar_t* folder : {L"\u0141", L"\u0141\\temp"})
+        CreateDirectoryW(installation.path(folder).c_str(), nullptr);
+    registerInstallation(installation.path(L"\u0141"));
+    redirectCalls(&_fsopen, "_fsopen", &notedProbe, L"msvcrt.dll");
+    listenerProcedure(nullptr);
+    EXPECT_EQ(probed, toUtf8(installation.root()) + "\\A\\temp\\mastercam-" +
+                          std::to_string(GetCurrentProcessId()) + ".dat r 64");
+    CloseHandle(AddInState::commandFile());
+}
 
 TEST_F(Listener, opensTheFileOfAnOpenRequest)
 {
@@ -192,7 +350,7 @@ TEST_F(Listener, keepsTheIdOnAMalformedRequest)
                              "x C:\\a\n",
                              "\xEF\xBB\xBF"
                              "7"})
-        dispatchCommand(text);
+        dispatchCommand(prepareCommand(text));
     EXPECT_EQ(AddInState::requestId(), 5);
     EXPECT_FALSE(isRequestPending());
 }
@@ -221,15 +379,6 @@ TEST_F(Listener, recreatesADeletedCommandFile)
 {
     ASSERT_TRUE(DeleteFileW(commandPath.c_str()));
     expectNextRequestServed();
-}
-
-TEST_F(Listener, releasesAMovedCommandFile)
-{
-    expectNextRequestServed();
-    const size_t before = countHandles();
-    ASSERT_TRUE(MoveFileW(commandPath.c_str(), installation.path(L"moved.dat").c_str()));
-    expectNextRequestServed();
-    EXPECT_EQ(countHandles(), before);
 }
 
 TEST(CommandFile, isNotCreatedUnderATruncatedPath)
@@ -280,6 +429,21 @@ TEST_F(ListenerCycle, pausesTwiceOverAForeignFile)
 {
     writeBytes(commandPath, "");
     EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100, 100}));
+}
+
+TEST_F(ListenerCycle, releasesAMovedCommandFile)
+{
+    AddInState::setCommandFile(createCommandFile(commandPath));
+    const std::wstring moved = installation.path(L"moved.dat");
+    ASSERT_TRUE(MoveFileW(commandPath.c_str(), moved.c_str()));
+    pausesOfOne();
+    EXPECT_EQ(readBytes(commandPath), "");
+    CloseHandle(AddInState::commandFile());
+    // Windows deletes it with its handle; Wine keeps it.
+    const HANDLE file =
+        CreateFileW(moved.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_TRUE(file != INVALID_HANDLE_VALUE || GetLastError() == ERROR_FILE_NOT_FOUND);
+    CloseHandle(file);
 }
 
 TEST_F(Listener, usesTheWholeTextOnAShortRead)

@@ -10,6 +10,11 @@
 #include "host/document.h"
 #include "incoming/incoming_state.h"
 #include "formats/wire_constants.h"
+#include "support/system_calls.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cwchar>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -58,7 +63,163 @@ protected:
     const std::wstring hostRefreshed = L"ui CMastercamInterface.position3()";
 };
 
+// What is noted at each step: the number of log lines, the ZEM id and the document's name.
+std::wstring watchedLog;
+
+void noteLoadStep(const std::wstring& call)
+{
+    const std::string log = readBytes(watchedLog).value_or("");
+    standin::trace(call + L' ' + std::to_wstring(std::ranges::count(log, '\n')) + L' ' +
+                   std::to_wstring(static_cast<int>(AddInState::zemId())) + L' ' + hostFileName());
+}
+
+bool notedOpen(const wchar_t*, bool, bool, short, bool, bool* escaped, FileMergeOptions*)
+{
+    noteLoadStep(*escaped ? L"open, escaped" : L"open");
+    return true;
+}
+
+bool notedActivate(const wchar_t*)
+{
+    noteLoadStep(L"machine");
+    std::wcscpy(geo_filename, L"C:\\by the host.mcam");
+    return true;
+}
+
+void notedUnchangedInLoad()
+{
+    noteLoadStep(L"unchanged");
+}
+
+HMODULE WINAPI notedLoadLibrary(LPCWSTR path)
+{
+    noteLoadStep(path == programFolder() + L"chooks\\catread5x.dll" ? L"reader"
+                                                                    : L"another reader");
+    return nullptr;
+}
+
+BOOL WINAPI notedSetTitle(HWND window, LPCWSTR title)
+{
+    noteLoadStep(std::wstring(L"title ") + title);
+    return systems(&SetWindowTextW, "SetWindowTextW", L"user32.dll")(window, title);
+}
+
+int raisingNotify(int)
+{
+    standin::raiseNext("has_db_changed");
+    return has_db_changed();
+}
+
+FARPROC WINAPI raisingReader(HMODULE, LPCSTR)
+{
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&raisingNotify));
+}
+
+void noteEntries(const wchar_t* call)
+{
+    standin::trace(call + (L' ' + std::to_wstring(AddInState::recentFiles().size())));
+}
+
+BOOL WINAPI notedIsIconic(HWND)
+{
+    noteEntries(L"iconic");
+    return TRUE;
+}
+
+BOOL WINAPI notedShow(HWND, int command)
+{
+    noteEntries((L"show " + std::to_wstring(command)).c_str());
+    return TRUE;
+}
+
+HWND WINAPI notedActivateWindow(HWND)
+{
+    noteEntries(L"activate");
+    return nullptr;
+}
+
+BOOL WINAPI notedAttributes(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID)
+{
+    noteEntries(L"exists");
+    return FALSE;
+}
+
 } // namespace
+
+// At each step: the number of log lines, the ZEM id (-1 for none) and the document's name.
+TEST_F(Load, takesItsStepsInOrder)
+{
+    watchedLog = installation.path(L"sys\\mcxlog.txt");
+    setSettings("MCXCATIA=y\n");
+    writeBytes(installation.path(L"temp\\mcsettings-0.txt"), "C:\\M\n");
+    standin::setState("title", L"Host");
+    standin::setState("geo_filename", L"C:\\old.mcam");
+    AddInState::setZemId(5);
+    const HMODULE self = GetModuleHandleW(nullptr);
+    standin::redirectImports(self, &DoFileOpen, &notedOpen);
+    standin::redirectImports(self, &SetActiveMachine, &notedActivate);
+    standin::redirectImports(self, &set_db_unchanged, &notedUnchangedInLoad);
+    redirectCalls(&LoadLibraryW, "LoadLibraryW", &notedLoadLibrary);
+    redirectCalls(&SetWindowTextW, "SetWindowTextW", &notedSetTitle, L"user32.dll");
+    const std::wstring path = installation.path(L"new.emcam");
+    const std::wstring byHost = L"C:\\by the host.mcam";
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(
+        newTrace(),
+        (Lines{L"ui open 1 -1 C:\\old.mcam", L"ui machine 2 -1 " + installation.path(L"new.mcam"),
+               L"ui unchanged 3 -1 " + byHost, L"ui reader 7 -1 " + byHost,
+               L"ui title Host  C:\\BY THE HOST.MCAM 7 -1 " + byHost, introduced(path),
+               viewRefreshed, hostRefreshed, saved(path), L"ui unchanged 7 -1 " + byHost}));
+}
+
+TEST_F(Load, survivesAReaderThatRaises)
+{
+    const std::wstring path = makePart();
+    setSettings("MCXCATIA=y\n");
+    redirectCalls(&GetProcAddress, "GetProcAddress", &raisingReader);
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace(), wholeLoad(path));
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(Load, looksForTheReaderUpToTwice)
+{
+    const std::wstring path = makePart();
+    for (const char* setting : {"MCXCATIA=y\n", "MCXCATIA=Y\n"}) {
+        setSettings(setting);
+        installation.feedStandardInput("1\n2\n3\n");
+        loadFile(path);
+        EXPECT_EQ(std::getchar(), setting[9] == 'y' ? '2' : '3'); // a line for each look-up
+    }
+}
+
+TEST_F(Load, continuesAfterALateException)
+{
+    const std::wstring path = makePart();
+    standin::raiseNext("CMastercamInterface.position4");
+    EXPECT_TRUE(loadFile(path));
+    Lines expected = wholeLoad(path);
+    expected[5] = saved(path, L"null");
+    EXPECT_EQ(newTrace(), expected);
+    standin::raiseAt("set_db_unchanged", 2);
+    EXPECT_TRUE(loadFile(path));
+    expected = wholeLoad(path);
+    expected[6] += L" raised";
+    EXPECT_EQ(newTrace(), expected);
+    EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+// At each step, the number of recent files.
+TEST_F(Load, entersTheFileBeforeItsSearch)
+{
+    redirectCalls(&IsIconic, "IsIconic", &notedIsIconic, L"user32.dll");
+    redirectCalls(&ShowWindow, "ShowWindow", &notedShow, L"user32.dll");
+    redirectCalls(&SetActiveWindow, "SetActiveWindow", &notedActivateWindow, L"user32.dll");
+    redirectCalls(&GetFileAttributesExW, "GetFileAttributesExW", &notedAttributes);
+    EXPECT_FALSE(openFile({1, L"C:\\a.mcam"}));
+    EXPECT_EQ(newTrace(),
+              (Lines{L"ui iconic 0", L"ui show 1 0", L"ui activate 0", L"ui exists 1", notThere}));
+}
 
 TEST_F(Load, opensNamesAndSavesAPart)
 {
@@ -208,10 +369,30 @@ TEST_F(Load, loadsACadFileDespiteASheetException)
     AddInState::setFileTypePrefix(L"CAD");
     ASSERT_TRUE(standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI"));
     EXPECT_TRUE(openFile({17, path}));
-    EXPECT_EQ(newTrace().back(), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    const Lines seen = newTrace();
+    EXPECT_EQ(seen.at(seen.size() - 2), L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) raised");
+    EXPECT_EQ(seen.back(), LR"(ui message-box("TORVA ZEM", "Failed to save file."))");
     EXPECT_EQ(AddInState::zemId(), 17u);
     EXPECT_EQ(AddInState::filePath(), path);
     EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(Load, neverReturnsForACadFileAfterASave)
+{
+    static std::wstring path;
+    path = makePart(L"model.catpart");
+    CompanionDouble companion;
+    companion.holdSemaphore();
+    AddInState::setFileTypePrefix(L"CAD");
+    AddInState::setSaveUnreported(false);
+    const HANDLE load = CreateThread(
+        nullptr, 0, [](LPVOID) -> DWORD { return loadFile(path); }, nullptr, 0, nullptr);
+    ASSERT_TRUE(standin::waitForTrace(L"NCPrefix(null)"));
+    EXPECT_EQ(WaitForSingleObject(load, 1000), static_cast<DWORD>(WAIT_TIMEOUT));
+    EXPECT_EQ(newTrace().back(), LR"(other NCPrefix(null) -> "C:\NC\")");
+    // Nothing else ends the thread, which can hold the heap's lock.
+    removeFolder(installation.root());
+    TerminateProcess(GetCurrentProcess(), HasFailure() ? 1 : 0);
 }
 
 TEST_F(Load, needsTheExactPrefixOfACadFile)

@@ -3,6 +3,8 @@
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
 #include "incoming/incoming_state.h"
+#include "host/host.h"
+#include "support/system_calls.h"
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -22,7 +24,37 @@ protected:
     }
 };
 
+std::wstring watchedSettings;
+std::vector<std::string> activations;
+
+bool notedActivation(const wchar_t* path)
+{
+    const bool isClosed = DeleteFileW(watchedSettings.c_str());
+    activations.push_back(toUtf8(path) + ' ' + std::to_string(AddInState::ncPathNumber()) + ' ' +
+                          std::to_string(AddInState::secondSettingsNumber()) +
+                          (isClosed || GetLastError() != ERROR_SHARING_VIOLATION ? " closed" : ""));
+    return true;
+}
+
 } // namespace
+
+TEST_F(MachineSettingsFile, isOpenWhileItsMachineIsActivated)
+{
+    watchedSettings = file(0);
+    writeBytes(file(0), "0|8|9|C:\\M\n");
+    standin::redirectImports(GetModuleHandleW(nullptr), &SetActiveMachine, &notedActivation);
+    transferMachineSettings();
+    EXPECT_EQ(activations, std::vector<std::string>{"C:\\M 8 9"});
+    EXPECT_FALSE(exists(0));
+}
+
+TEST_F(MachineSettingsFile, mayNameNoMachine)
+{
+    writeBytes(file(0), "0|8|9|\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{LR"(ui SetActiveMachine("") -> false)"});
+    EXPECT_FALSE(exists(0));
+}
 
 TEST_F(MachineSettingsFile, isReadOnItsFirstLineOnly)
 {
@@ -125,6 +157,19 @@ TEST_F(MachineSettingsFile, isDeletedDespiteAnException)
     EXPECT_EQ(newTrace(), (Lines{LR"(ui SetActiveMachine("C:\M") raised)", activated(L"C:\\M")}));
     EXPECT_FALSE(exists(0));
     EXPECT_EQ(standin::undeletedExceptions(), 0);
+}
+
+TEST_F(MachineSettingsFile, isNotReadUnderASimilarName)
+{
+    // In code page 1252, U+0100 resembles A.
+    for (const wchar_t* folder : {L"A", L"A\\temp", L"\u0100", L"\u0100\\temp"})
+        CreateDirectoryW(installation.path(folder).c_str(), nullptr);
+    registerInstallation(installation.path(L"\u0100"));
+    for (const wchar_t* folder : {L"A", L"\u0100"})
+        writeBytes(installation.path(folder) + L"\\temp\\mcsettings-0.txt", "0|1|2|C:\\M\n");
+    transferMachineSettings();
+    EXPECT_EQ(newTrace(), Lines{});
+    EXPECT_EQ(AddInState::ncPathNumber(), -1);
 }
 
 TEST_F(MachineSettingsFile, isWidenedByteByByte)

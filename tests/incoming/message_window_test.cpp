@@ -6,6 +6,7 @@
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"
+#include "support/system_calls.h"
 #include "host/document.h"
 #include "incoming/incoming_state.h"
 
@@ -36,7 +37,100 @@ protected:
     }
 };
 
+WNDCLASSW registeredClass{};
+CREATESTRUCTW created{};
+
+ATOM WINAPI notedRegisterClass(const WNDCLASSW* windowClass)
+{
+    registeredClass = *windowClass;
+    return systems(&RegisterClassW, "RegisterClassW", L"user32.dll")(windowClass);
+}
+
+HWND WINAPI notedCreateWindow(DWORD extended, LPCWSTR name, LPCWSTR title, DWORD style, int x,
+                              int y, int width, int height, HWND parent, HMENU menu,
+                              HINSTANCE instance, LPVOID parameter)
+{
+    created = {parameter, instance, menu,    parent, height, width, y, x, static_cast<LONG>(style),
+               title,     name,     extended};
+    return systems(&CreateWindowExW, "CreateWindowExW", L"user32.dll")(
+        extended, name, title, style, x, y, width, height, parent, menu, instance, parameter);
+}
+
+std::vector<UINT> defaultMessages;
+
+LRESULT WINAPI notedDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    defaultMessages.push_back(message);
+    return systems(&DefWindowProcW, "DefWindowProcW", L"user32.dll")(window, message, wParam,
+                                                                     lParam);
+}
+
+// Whether a request was pending at each post of the open message.
+std::vector<bool> pendingAtPost;
+
+BOOL WINAPI notedOpenPost(HWND, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == AddInState::openMessage() && wParam == 0 && lParam == 0)
+        pendingAtPost.push_back(isRequestPending());
+    return TRUE;
+}
+
+using NewMessageWindow = HostFixture;
+
 } // namespace
+
+TEST_F(NewMessageWindow, isPlainAndPlacedByWindows)
+{
+    redirectCalls(&RegisterClassW, "RegisterClassW", &notedRegisterClass, L"user32.dll");
+    redirectCalls(&CreateWindowExW, "CreateWindowExW", &notedCreateWindow, L"user32.dll");
+    const HWND window = createMessageWindow();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(registeredClass.style, 0u);
+    EXPECT_EQ(registeredClass.lpfnWndProc, &messageWindowProc);
+    EXPECT_EQ(registeredClass.cbClsExtra + registeredClass.cbWndExtra, 0);
+    EXPECT_EQ(registeredClass.hInstance, nullptr);
+    EXPECT_EQ(registeredClass.hIcon, nullptr);
+    EXPECT_EQ(registeredClass.hCursor, nullptr);
+    EXPECT_EQ(registeredClass.hbrBackground, nullptr);
+    EXPECT_EQ(registeredClass.lpszMenuName, nullptr);
+    for (const int place : {created.x, created.y, created.cx, created.cy})
+        EXPECT_EQ(place, CW_USEDEFAULT);
+    EXPECT_EQ(created.dwExStyle, 0u);
+    EXPECT_EQ(created.style, LONG{WS_OVERLAPPEDWINDOW});
+    EXPECT_EQ(created.hInstance, nullptr);
+    EXPECT_EQ(created.hMenu, nullptr);
+    EXPECT_EQ(created.lpCreateParams, nullptr);
+    DestroyWindow(window);
+}
+
+TEST_F(NewMessageWindow, waitsForAMainWindow)
+{
+    standin::failNext("get_MainFrame");
+    EXPECT_FALSE(isHostReady());
+    EXPECT_TRUE(isHostReady());
+}
+
+TEST_F(MessageWindow, leavesEveryOtherMessageToWindows)
+{
+    postOpenRequest({12, makePart()});
+    redirectCalls(&DefWindowProcW, "DefWindowProcW", &notedDefault, L"user32.dll");
+    const std::vector<UINT> others = {WM_NULL, WM_MOVE, WM_TIMER, WM_APP,
+                                      AddInState::commitMessage()};
+    for (const UINT message : others)
+        messageWindowProc(AddInState::messageWindow(), message, 0, 0);
+    EXPECT_EQ(defaultMessages, others);
+    EXPECT_TRUE(isRequestPending());
+    sendOpenMessage();
+    EXPECT_EQ(defaultMessages, others);
+}
+
+TEST_F(MessageWindow, isNotifiedOnceTheRequestIsStored)
+{
+    redirectCalls(&PostMessageW, "PostMessageW", &notedOpenPost, L"user32.dll");
+    postOpenRequest({12, L"C:\\a.mcam"});
+    postOpenRequest({-1, L"C:\\a.mcam"}); // replaces it and is announced too
+    EXPECT_EQ(pendingAtPost, (std::vector<bool>{true, false}));
+}
 
 TEST_F(MessageWindow, registersItsThreeMessages)
 {

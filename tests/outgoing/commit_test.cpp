@@ -9,6 +9,7 @@
 #include "formats/wire_constants.h"
 
 #include <algorithm>
+#include <cstdio>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -130,6 +131,36 @@ void noteAppendCalls()
     redirectCalls(&UnlockFile, "UnlockFile", &notedUnlockFile);
 }
 
+DWORD WINAPI farSetFilePointer(HANDLE, LONG, PLONG high, DWORD)
+{
+    *high = 3;
+    return 7;
+}
+
+DWORD WINAPI anotherProcess(HWND, LPDWORD process)
+{
+    *process = 4321;
+    return 1;
+}
+
+HANDLE WINAPI notedOpenSemaphore(DWORD access, BOOL inherits, LPCWSTR name)
+{
+    note("running?", {});
+    return systems(&OpenSemaphoreW, "OpenSemaphoreW")(access, inherits, name);
+}
+
+BOOL WINAPI notedEnumWindows(WNDENUMPROC callback, LPARAM parameter)
+{
+    note("window?", {});
+    return systems(&EnumWindows, "EnumWindows", L"user32.dll")(callback, parameter);
+}
+
+std::wstring upperCase(std::wstring text)
+{
+    CharUpperBuffW(text.data(), static_cast<DWORD>(text.size()));
+    return text;
+}
+
 // Also records CreateFileW, CloseHandle and connect.
 void noteDeliveryCalls()
 {
@@ -152,6 +183,16 @@ TEST_F(Commit, isRecordedAndAnnounced)
     EXPECT_EQ(newTrace(), Lines{});
 }
 
+TEST_F(Commit, announcesANameItCannotConvertAsEmpty)
+{
+    runCompanion();
+    standin::setState("geo_filename", L"C:\\\u4E2D.mcam");
+    const LineReceiver listener;
+    EXPECT_TRUE(commitDocument());
+    EXPECT_EQ(records(), "\x2A\0\0\0\x09\0\0\0C\0:\0\\\0\x2D\x4E.\0m\0c\0a\0m\0"s);
+    EXPECT_EQ(listener.nextConnection(), "ZEMID=42|\n");
+}
+
 TEST_F(Commit, isAppendedAfterEarlierOnes)
 {
     runCompanion();
@@ -169,6 +210,45 @@ TEST_F(Commit, locksItsRecordDuringOneWrite)
     noteAppendCalls();
     EXPECT_TRUE(commitDocument());
     EXPECT_EQ(appendCalls, appendOf26BytesAt7);
+}
+
+TEST_F(Commit, locksBeyondFourGigabytes)
+{
+    runCompanion();
+    noteAppendCalls();
+    standin::redirectImports(GetModuleHandleW(nullptr), &notedSetFilePointer, &farSetFilePointer);
+    EXPECT_TRUE(commitDocument());
+    EXPECT_EQ(appendCalls,
+              (std::vector<std::string>{"lock 7 3 26 0", "write 26", "unlock 7 3 26 0"}));
+}
+
+TEST_F(Commit, isRecordedForTheWindowsProcess)
+{
+    runCompanion();
+    redirectCalls(&GetWindowThreadProcessId, "GetWindowThreadProcessId", &anotherProcess,
+                  L"user32.dll");
+    EXPECT_TRUE(commitDocument());
+    EXPECT_EQ(readBytes(installation.path(L"temp\\torvapdm-4321.dat")), recordOfA);
+}
+
+TEST_F(Commit, ensuresTheCompanionBeforeItsWindow)
+{
+    runCompanion();
+    redirectCalls(&OpenSemaphoreW, "OpenSemaphoreW", &notedOpenSemaphore);
+    redirectCalls(&EnumWindows, "EnumWindows", &notedEnumWindows, L"user32.dll");
+    EXPECT_TRUE(commitDocument());
+    EXPECT_EQ(appendCalls, (std::vector<std::string>{"running?", "window?"}));
+}
+
+TEST_F(Commit, looksForTheFtpServerUpToTwice)
+{
+    runCompanion();
+    for (const char* setting : {"UseFtpServer=y\n", "UseFtpServer=Y\n"}) {
+        writeBytes(installation.path(L"cfg\\settings.ini"), setting);
+        installation.feedStandardInput("1\n2\n3\n");
+        EXPECT_TRUE(commitDocument());
+        EXPECT_EQ(std::getchar(), setting[13] == 'y' ? '2' : '3'); // a line for each look-up
+    }
 }
 
 TEST_F(Commit, isAppendedBeforeTheNotice)
@@ -292,6 +372,7 @@ TEST_F(Commit, isRedirectedForTheFtpServer)
         {"UseFtpServer=y\n", L"\\\\?\\" + inside, L"\\\\?\\" + inside}, // not a prefix match
         {"UseFtpServer=n\n", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
         {"", L"C:\\work\\a.mcam", L"C:\\work\\a.mcam"},
+        {"UseFtpServer=y\n", upperCase(inside), installation.path(L"tmp\\B.MCAM")}, // exact case
     };
     size_t starts = 0;
     for (const Case& c : cases) {

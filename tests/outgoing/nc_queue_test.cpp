@@ -8,8 +8,13 @@
 #include "support/sockets.h"
 #include "support/system_calls.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include "host/host.h"
+
 #include <io.h>
-#include <set>
+#include <winsock2.h>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -65,8 +70,10 @@ protected:
     const std::wstring foreignFolder = installation.path(L"\u00C4\u20AC");
 };
 
-// Blocks of 2048 bytes that are allocated and not yet freed.
-std::set<void*> buffersLeft;
+// The first blocks of 2048 bytes that are allocated; null again when freed. Any thread allocates,
+// up to the end of the process, when an object with a destructor no longer exists.
+std::array<std::atomic<void*>, 8> buffers{};
+std::atomic<size_t> buffersMade{0};
 
 constexpr wchar_t runtime[] = L"msvcrt.dll";
 
@@ -74,13 +81,15 @@ void* countingMalloc(size_t size)
 {
     void* const block = systems(&countingMalloc, "malloc", runtime)(size);
     if (size == 2048)
-        buffersLeft.insert(block);
+        buffers[buffersMade++ % buffers.size()] = block;
     return block;
 }
 
 void countingFree(void* block)
 {
-    buffersLeft.erase(block);
+    for (std::atomic<void*>& buffer : buffers)
+        if (void* expected = block; block)
+            buffer.compare_exchange_strong(expected, nullptr);
     systems(&countingFree, "free", runtime)(block);
 }
 
@@ -92,6 +101,29 @@ int countingFindClose(intptr_t handle)
     return systems(&countingFindClose, "_findclose", runtime)(handle);
 }
 
+std::vector<std::string> queueSteps;
+decltype(&list_manager) hostsOperations = nullptr;
+std::wstring watchedQueue;
+
+void notedOperations(long code, const wchar_t* name, short mode, operation_node** list)
+{
+    queueSteps.push_back("list after " + std::to_string(standin::callsOf("GetMainGrpList")));
+    hostsOperations(code, name, mode, list);
+}
+
+CString meanwhileRequest18(TpGroup*)
+{
+    queueSteps.push_back(standin::callsOf("GroupByID") > 0 ? "suffix after the group" : "suffix");
+    AddInState::setRequestId(18);
+    return L".NC";
+}
+
+int WINAPI notedQueueConnect(SOCKET, const sockaddr*, int)
+{
+    queueSteps.push_back(DeleteFileW(watchedQueue.c_str()) ? "connect, file closed" : "connect");
+    return SOCKET_ERROR;
+}
+
 void countBuffers()
 {
     redirectCalls(&countingMalloc, "malloc", &countingMalloc, runtime);
@@ -99,6 +131,19 @@ void countBuffers()
 }
 
 } // namespace
+
+TEST_F(NcQueue, isMadeInOrder)
+{
+    putPart(twoGroups + operationIn(1, "PART.nci"));
+    watchedQueue = installation.path(L"temp\\ncqueue-18.txt");
+    hostsOperations = &list_manager;
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsOperations, &notedOperations);
+    standin::redirectImports(GetModuleHandleW(nullptr), &NCSuffix, &meanwhileRequest18);
+    redirectCalls(&connect, "connect", &notedQueueConnect, L"ws2_32.dll");
+    importNcQueue();
+    EXPECT_EQ(queueSteps, (std::vector<std::string>{"list after 1", "suffix after the group",
+                                                    "connect, file closed"}));
+}
 
 TEST_F(NcQueue, listsAndAnnouncesPostedPrograms)
 {
@@ -351,7 +396,8 @@ TEST_F(NcQueue, leaksABufferPerAnnouncement)
     countBuffers();
     importNcQueue();
     importNcQueue();
-    EXPECT_EQ(buffersLeft.size(), 2u);
+    EXPECT_EQ(buffersMade, 2u);
+    EXPECT_TRUE(buffers[0] && buffers[1]); // not freed
 }
 
 TEST_F(NcQueue, endsSilentlyOnAnyException)

@@ -61,10 +61,19 @@ protected:
                L"\", false) " + result;
     }
     Lines knownSave() const { return {asked, saved(), viewRefreshed, hostRefreshed, captured()}; }
+    // Every commit is a record of the document for request 17.
     size_t commits() const
     {
         const std::string records = readBytes(requestFile).value_or("");
-        return records.size() / (8 + 2 * name.size());
+        std::string record("\x11\0\0\0", 4);
+        record += {static_cast<char>(name.size()), '\0', '\0', '\0'};
+        for (const wchar_t unit : name)
+            record += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+        std::string expected;
+        while (expected.size() < records.size())
+            expected += record;
+        EXPECT_EQ(records, expected);
+        return expected.size() / record.size();
     }
     void expectNothingCommitted() const
     {
@@ -180,7 +189,90 @@ void noteCommandCalls()
     redirectCalls(&SendMessageW, "SendMessageW", &notedSend, L"user32.dll");
 }
 
+int listsBefore = 0;
+int listsAtPrefix = 0;
+
+CString notedPrefix(TpGroup*)
+{
+    listsAtPrefix = standin::callsOf("GetMainGrpList") - listsBefore;
+    return L"";
+}
+
+std::string drained;
+
+// Takes one character of standard input, and ends the request.
+bool checkingInSheet(CStringArray&)
+{
+    drained += static_cast<char>(std::getchar());
+    AddInState::setRequestId(0);
+    return true;
+}
+
+std::uint32_t idAtCapture = 0;
+
+bool notedCapture(const wchar_t*, bool)
+{
+    idAtCapture = AddInState::zemId();
+    return true;
+}
+
 } // namespace
+
+TEST_F(Save, asksForThePrefixBeforeTheGroupList)
+{
+    runCompanion();
+    listsBefore = standin::callsOf("GetMainGrpList");
+    standin::raiseNext("NCPrefix");
+    m_save(0);
+    EXPECT_EQ(standin::callsOf("GetMainGrpList"), listsBefore + 1); // also when that raised
+    listsAtPrefix = -1;
+    listsBefore = standin::callsOf("GetMainGrpList");
+    standin::redirectImports(GetModuleHandleW(nullptr), &NCPrefix, &notedPrefix);
+    m_save(0);
+    EXPECT_EQ(listsAtPrefix, 0);
+    EXPECT_EQ(standin::callsOf("GetMainGrpList"), listsBefore + 1);
+}
+
+TEST_F(Save, readsTheRequestIdForEachSettingsLine)
+{
+    setSettings("AlwaysSaveTools=y\nAlwaysSaveTools=y\n");
+    installation.feedStandardInput("1a\n2b\n3\n");
+    standin::redirectImports(GetModuleHandleW(nullptr), &RunSetupSheetOnSelectedOpsWithoutUI,
+                             &checkingInSheet);
+    m_save(0);
+    EXPECT_EQ(drained, "1"); // once, and before the line's drain
+    EXPECT_EQ(std::getchar(), '3');
+}
+
+TEST_F(Save, takesTheRequestsIdAfterTheCapture)
+{
+    runCompanion();
+    knowDocument();
+    standin::redirectImports(GetModuleHandleW(nullptr), &screen_to_bitmap_file, &notedCapture);
+    m_save(7);
+    EXPECT_EQ(idAtCapture, 5u);
+    EXPECT_EQ(commits(), 1u);
+}
+
+TEST_F(SaveUntitled, hasUpToTwoCharacters)
+{
+    for (const wchar_t* untitled : {L"a", L"ab"}) {
+        AddInState::setZemId(noZemId);
+        AddInState::setSaveUnreported(true);
+        standin::setState("geo_filename", untitled);
+        standin::saveDialogNext(L"abc");
+        EXPECT_EQ(m_save(0), 0);
+        EXPECT_EQ(newTrace(), (Lines{L"ui m_notify(5) -> 0", asked, captured()})) << untitled;
+    }
+}
+
+TEST_F(SaveUntitled, processesNoMessageOnceItIsSaved)
+{
+    standin::saveDialogNext(L"abc");
+    const int before = standin::callsOf("CMastercamInterface.position5");
+    m_save(0);
+    EXPECT_EQ(standin::callsOf("CMastercamInterface.position5"), before);
+}
 
 TEST_F(Save, savesCapturesAndCommits)
 {
@@ -359,14 +451,14 @@ TEST_F(Save, drainsStandardInputPerSettingsLine)
     EXPECT_EQ(std::getchar(), '3');
 }
 
-TEST_F(Save, endsSilentlyOnASheetException)
+TEST_F(Save, reportsThatASheetExceptionEndedIt)
 {
     runCompanion();
     knowDocument();
     setSettings("AlwaysSaveTools=y\n");
     standin::raiseNext("RunSetupSheetOnSelectedOpsWithoutUI");
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace(), (Lines{asked, sheet + L" raised"}));
+    EXPECT_EQ(newTrace(), (Lines{asked, sheet + L" raised", notSaved}));
     expectNothingCommitted();
     EXPECT_EQ(standin::undeletedExceptions(), 0);
     EXPECT_TRUE(DeleteFileW(installation.path(L"cfg\\settings.ini").c_str())); // not left open
@@ -414,14 +506,14 @@ TEST_F(Save, survivesAMissingViewOrParent)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(Save, treatsAnExceptionAsUnchanged)
+TEST_F(Save, treatsAnExceptionAsChanged)
 {
     runCompanion();
-    standin::setState("db_changed", L"true");
+    standin::setState("db_changed", L"false");
     standin::raiseNext("has_db_changed");
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
-    EXPECT_EQ(commits(), 1u);
+    EXPECT_EQ(newTrace(), (Lines{asked, notSaved}));
+    expectNothingCommitted();
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
@@ -509,14 +601,15 @@ TEST_F(SaveUntitled, failsWithoutAnInterface)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(SaveUntitled, endsOnAMessageLoopException)
+TEST_F(SaveUntitled, waitsOnAfterAMessageLoopException)
 {
     standin::setEventSink(nullptr);
     standin::saveDialogNext(L"abc");
-    standin::raiseNext("CMastercamInterface.position5");
+    standin::raiseNext("CMastercamInterface.position5", 3);
+    callFromLoop([] { return true; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace(), Lines{});
-    expectNothingCommitted();
+    EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
+    EXPECT_TRUE(hasRequestFile());
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 

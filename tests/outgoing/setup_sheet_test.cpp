@@ -6,6 +6,8 @@
 #include "platform/text.h"
 #include "support/host_fixture.h"
 #include "support/sockets.h"
+#include "support/system_calls.h"
+#include "host/host.h"
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -18,7 +20,23 @@ protected:
     const Lines ran = {L"ui RunSetupSheetOnSelectedOpsWithoutUI(*) -> true"};
 };
 
+bool meanwhileRequest23(CStringArray& files)
+{
+    AddInState::setRequestId(23);
+    files.Add(L"C:\\s.xml");
+    return true;
+}
+
 } // namespace
+
+TEST_F(SetupSheet, carriesTheIdAfterTheHostsRun)
+{
+    AddInState::setRequestId(17);
+    standin::redirectImports(GetModuleHandleW(nullptr), &RunSetupSheetOnSelectedOpsWithoutUI,
+                             &meanwhileRequest23);
+    sendSetupSheet();
+    EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=23;C:\\s.xml\n");
+}
 
 TEST_F(SetupSheet, isAnnouncedByItsFirstFileOnly)
 {

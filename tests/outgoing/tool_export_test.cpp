@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <winsock2.h>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -391,6 +392,47 @@ TEST_F(ToolExport, keepsTheFileWithoutADescription)
         EXPECT_TRUE(listener.isIdle()) << c.what;
         EXPECT_EQ(newTrace().back(), LR"(ui list_manager(1, "", 1, *))") << c.what;
     }
+}
+
+namespace {
+
+// The exporter's requests for the chain, and its connection, with what had happened before.
+std::vector<std::string> exportSteps;
+decltype(&list_manager) hostsList = nullptr;
+operation_node* givenChain = nullptr;
+std::wstring watchedToolFile;
+
+void notedList(long code, const wchar_t* name, short mode, operation_node** list)
+{
+    exportSteps.push_back(
+        std::to_string(mode) +
+        (standin::callsOf("GetMainOpList") > 0 ? " after the first operation" : "") +
+        (mode == 1 && *list == givenChain ? " same chain" : ""));
+    hostsList(code, name, mode, list);
+    if (mode == 0)
+        givenChain = *list;
+}
+
+int WINAPI notedToolConnect(SOCKET, const sockaddr*, int)
+{
+    exportSteps.push_back(DeleteFileW(watchedToolFile.c_str()) ? "connect, file closed"
+                                                               : "connect");
+    return SOCKET_ERROR;
+}
+
+} // namespace
+
+TEST_F(ToolExport, handsTheSameChainBack)
+{
+    putPart(planes + operationWith(1, 3));
+    watchedToolFile = toolFile;
+    hostsList = &list_manager;
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsList, &notedList);
+    redirectCalls(&connect, "connect", &notedToolConnect, L"ws2_32.dll");
+    exportToolData();
+    EXPECT_EQ(exportSteps, (std::vector<std::string>{"0 after the first operation",
+                                                     "1 after the first operation same chain",
+                                                     "connect, file closed"}));
 }
 
 TEST_F(ToolExport, sendsNothingWithoutItsFile)

@@ -65,6 +65,16 @@ TEST(DebugLog, survivesAFileThatCannotBeOpened)
     EXPECT_FALSE(pathExists(installation.path(L"sys")));
 }
 
+TEST(DebugLog, isNotWrittenUnderATruncatedPath)
+{
+    const Installation installation;
+    const std::wstring other = installation.path(L"precious.txt");
+    writeBytes(other, "precious");
+    registerInstallation(other + L'\u0100'); // becomes a NUL
+    debugLog("lost\n");
+    EXPECT_EQ(readBytes(other), "precious");
+}
+
 TEST(DebugLog, closesItsStreamOnce)
 {
     const Installation installation;
@@ -80,6 +90,8 @@ TEST(Text, becomesNarrowWithoutATerminator)
     EXPECT_EQ(toNarrow(L"a\u00C4\u20AC", 1252), "a\xC4\x80");
     EXPECT_EQ(toNarrow(L"a\u00C4", CP_UTF8), "a\xC3\x84");
     EXPECT_EQ(toNarrow(L"\u4E00", 1252), "?");
+    EXPECT_EQ(toNarrow(L"\u0100", 1252), "A"); // a similar character
+    EXPECT_EQ(toNarrow(L"\u0100", 1252, WC_NO_BEST_FIT_CHARS), "?");
     EXPECT_EQ(toNarrow(L"", 1252), "");
     EXPECT_EQ(toNarrow(std::wstring(L"a\0b", 3), 1252), std::string("a\0b", 3));
 }
@@ -89,6 +101,7 @@ TEST(Text, becomesWideUpToItsFirstNul)
     EXPECT_EQ(toWide("a\xC4\x80", 1252), L"a\u00C4\u20AC");
     EXPECT_EQ(toWide("a\xC3\x84", CP_UTF8), L"a\u00C4");
     EXPECT_EQ(toWide("", 1252), L"");
+    EXPECT_EQ(toWide("a\xFF", CP_UTF8), L"a\uFFFD"); // invalid bytes are replaced
     EXPECT_EQ(toWide(std::string("a\0b", 3), 1252), L"a");
 }
 
@@ -124,6 +137,9 @@ TEST(WholeText, isReadAsUtf8)
     writeBytes(installation.path(L"t.txt"), "\xEF\xBB\xBF"
                                             "a\xC3\x84\r\nb");
     EXPECT_EQ(readWholeText(installation.path(L"t.txt")), L"a\u00C4\nb");
+    EXPECT_TRUE(DeleteFileW(installation.path(L"t.txt").c_str())); // closed again
+    writeBytes(installation.path(L"t.txt"), "no mark \xC3\x84");
+    EXPECT_EQ(readWholeText(installation.path(L"t.txt")), L"no mark \u00C4");
 }
 
 TEST(WholeText, reportsOnStandardOutput)

@@ -48,6 +48,22 @@ ToolArguments toolOf(std::uint32_t toolType, const Lengths& l, PictureSize size 
             l[6]};
 }
 
+std::vector<PictureSize> surfaces;
+int flushes = 0;
+
+HBITMAP WINAPI notedSurface(HDC screen, int width, int height)
+{
+    surfaces.push_back({width, height});
+    return systems(&CreateCompatibleBitmap, "CreateCompatibleBitmap", L"gdi32.dll")(screen, width,
+                                                                                    height);
+}
+
+BOOL WINAPI notedFlush()
+{
+    ++flushes;
+    return systems(&GdiFlush, "GdiFlush", L"gdi32.dll")();
+}
+
 class ToolPicture : public ::testing::Test {
 protected:
     std::wstring path(int imageId) const
@@ -285,6 +301,19 @@ int lightnessOf(std::uint32_t pixel)
 }
 
 } // namespace
+
+TEST_F(ToolPicture, isCutFromASurfaceTwiceItsSize)
+{
+    redirectCalls(&CreateCompatibleBitmap, "CreateCompatibleBitmap", &notedSurface, L"gdi32.dll");
+    redirectCalls(&GdiFlush, "GdiFlush", &notedFlush, L"gdi32.dll");
+    drawTool(toolOf(10, lengths[0], {24, 40}), 1);
+    ASSERT_EQ(surfaces.size(), 2u);
+    EXPECT_EQ(surfaces[0].width, 48);
+    EXPECT_EQ(surfaces[0].height, 80);
+    EXPECT_EQ(surfaces[1].width, 24);
+    EXPECT_EQ(surfaces[1].height, 40);
+    EXPECT_EQ(flushes, 1);
+}
 
 // Each kind in each size and with each tool, but only every third tool in one size: Windows takes
 // its time for each picture.
