@@ -34,7 +34,8 @@ function(add_own_options target)
       target_compile_options(${target} PRIVATE /external:anglebrackets /external:W0)
     else()
       target_compile_options(${target} PRIVATE
-        -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual -Wshadow -Wunreachable-code)
+        -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual -Wshadow -Wunreachable-code
+        ${own_options_at_end})
     endif()
   else()
     target_compile_options(${target} PRIVATE

@@ -165,7 +165,7 @@ void leadPlatformCalls()
     fail(INVALID_SET_FILE_POINTER, ERROR_ACCESS_DENIED, call("SetFilePointer", SetFilePointer));
     fail(0, ERROR_DISK_FULL, call("WriteFile", WriteFile));
 
-    library = L"msvcrt.dll";
+    library = cLibrary;
     fail(-1, ERROR_ACCESS_DENIED, call("_waccess", _waccess), call("_wstat64", _wstat64),
          call("_findfirst64", _findfirst64), call("_findnext64", _findnext64),
          call("fputs", std::fputs), call("remove", std::remove), call("wcstombs", std::wcstombs));

@@ -68,11 +68,9 @@ protected:
 // Blocks of 2048 bytes that are allocated and not yet freed.
 std::set<void*> buffersLeft;
 
-constexpr wchar_t runtime[] = L"msvcrt.dll";
-
 void* countingMalloc(size_t size)
 {
-    void* const block = systems(&countingMalloc, "malloc", runtime)(size);
+    void* const block = systems(&countingMalloc, "malloc", cLibrary)(size);
     if (size == 2048)
         buffersLeft.insert(block);
     return block;
@@ -81,7 +79,7 @@ void* countingMalloc(size_t size)
 void countingFree(void* block)
 {
     buffersLeft.erase(block);
-    systems(&countingFree, "free", runtime)(block);
+    systems(&countingFree, "free", cLibrary)(block);
 }
 
 size_t searchesEnded = 0;
@@ -89,13 +87,13 @@ size_t searchesEnded = 0;
 int countingFindClose(intptr_t handle)
 {
     ++searchesEnded;
-    return systems(&countingFindClose, "_findclose", runtime)(handle);
+    return systems(&countingFindClose, "_findclose", cLibrary)(handle);
 }
 
 void countBuffers()
 {
-    redirectCalls(&countingMalloc, "malloc", &countingMalloc, runtime);
-    redirectCalls(&countingFree, "free", &countingFree, runtime);
+    redirectCalls(&countingMalloc, "malloc", &countingMalloc, cLibrary);
+    redirectCalls(&countingFree, "free", &countingFree, cLibrary);
 }
 
 } // namespace
@@ -302,7 +300,7 @@ TEST_F(NcQueue, endsEachSearchItBegins)
     post(L"PA2.NC");
     importNcQueue();
     listener.nextConnection();
-    redirectCalls(&_findclose, "_findclose", &countingFindClose, runtime);
+    redirectCalls(&_findclose, "_findclose", &countingFindClose, cLibrary);
     const size_t handles = countHandles();
     constexpr size_t times = 100;
     for (size_t i = 0; i < times; ++i) {
