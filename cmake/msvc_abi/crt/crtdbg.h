@@ -3,6 +3,7 @@
 #include_next <crtdbg.h>
 #include <stdlib.h>
 #define _CRTDBG_FILE_STDERR ((void*)-5)
+#define _CrtSetReportFile(type, file) ((void*)0)
 #define GetExceptionCode _exception_code
 #ifdef __cplusplus
 extern "C" {
