@@ -1,5 +1,6 @@
 // See afxwin.h.
 #pragma once
+#pragma clang system_header // its warnings are not ours, as with the real one
 #include <afxwin.h>
 
 class CStringArray : public CObject {

@@ -2,6 +2,7 @@
 // public documentation, so that script/lint compiles the code for a compiler with the framework.
 // Nothing is implemented.
 #pragma once
+#pragma clang system_header // its warnings are not ours, as with the real one
 
 #ifdef _INC_WINDOWS
 #error the framework's headers must come before those of Windows

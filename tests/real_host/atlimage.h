@@ -1,6 +1,7 @@
 // See afxwin.h. Like the framework's, it needs OLE's interfaces, and min and max in the namespace
 // Gdiplus.
 #pragma once
+#pragma clang system_header // its warnings are not ours, as with the real one
 #include <afxwin.h>
 
 namespace Gdiplus {
