@@ -65,8 +65,8 @@ protected:
     const std::wstring foreignFolder = installation.path(L"\u00C4\u20AC");
 };
 
-// Blocks of 2048 bytes that are allocated and not yet freed. Never destroyed: the redirected functions
-// are called until the process ends.
+// Blocks of 2048 bytes that are allocated and not yet freed. Never destroyed: the redirected
+// functions are called until the process ends.
 std::set<void*>& buffersLeft = *new std::set<void*>;
 
 void* countingMalloc(size_t size)
