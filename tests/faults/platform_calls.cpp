@@ -168,7 +168,7 @@ void leadPlatformCalls()
     library = cLibrary;
     fail(-1, ERROR_ACCESS_DENIED, call("_waccess", _waccess), call("_wstat64", _wstat64),
          call("_findfirst64", _findfirst64), call("_findnext64", _findnext64),
-         call("fputs", std::fputs), call("remove", std::remove), call("wcstombs", std::wcstombs));
+         call("fputs", std::fputs), call("remove", ::remove), call("wcstombs", std::wcstombs));
     complain(-1, call("_findclose", _findclose), call("fclose", std::fclose),
              call("_fcloseall", _fcloseall));
     fail(nullptr, ERROR_ACCESS_DENIED, call("_fsopen", _fsopen), call("fopen", std::fopen),
