@@ -1,4 +1,5 @@
-// libc++ calls the classification functions that take a locale, which Wine exports but does not declare.
+// libc++ calls the classification functions that take a locale, which Wine exports but does not
+// declare.
 #pragma once
 #include_next <ctype.h>
 #ifdef __cplusplus

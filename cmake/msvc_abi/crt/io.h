@@ -1,5 +1,5 @@
-// Wine declares _finddata_t twice, and defines the POSIX names as macros, which would rename members of
-// the C++ library.
+// Wine declares _finddata_t twice, and defines the POSIX names as macros, which would rename
+// members of the C++ library.
 #pragma once
 #include <corecrt_io.h>
 #define _FINDDATA_T_DEFINED

@@ -1,5 +1,5 @@
-// std::from_chars for double, which libc++ 19 lacks: the C library's conversion in the "C" locale, for the
-// characters that the standard's grammar allows. Included at the end of <charconv>.
+// std::from_chars for double, which libc++ 19 lacks: the C library's conversion in the "C" locale,
+// for the characters that the standard's grammar allows. Included at the end of <charconv>.
 #ifndef MSVC_ABI_FROM_CHARS_DOUBLE
 #define MSVC_ABI_FROM_CHARS_DOUBLE
 
@@ -23,8 +23,9 @@ inline from_chars_result from_chars(const char* first, const char* last, double&
         while (end != last && (isalnum(static_cast<unsigned char>(*end)) || *end == '('))
             ++end;
     else
-        while (end != last && ((*end >= '0' && *end <= '9') || *end == '.' || *end == 'e' || *end == 'E' ||
-                               ((*end == '-' || *end == '+') && end != digits && (end[-1] | 0x20) == 'e')))
+        while (end != last &&
+               ((*end >= '0' && *end <= '9') || *end == '.' || *end == 'e' || *end == 'E' ||
+                ((*end == '-' || *end == '+') && end != digits && (end[-1] | 0x20) == 'e')))
             ++end;
     const string text(first, end);
     static const _locale_t plain = _create_locale(LC_ALL, "C");
@@ -33,7 +34,8 @@ inline from_chars_result from_chars(const char* first, const char* last, double&
     if (stop == text.c_str())
         return refuse();
     const from_chars_result result{first + (stop - text.c_str()), errc{}};
-    if ((isinf(read) && !isWord) || (read == 0 && text.find_first_of("123456789") < text.find_first_of("eE")))
+    if ((isinf(read) && !isWord) ||
+        (read == 0 && text.find_first_of("123456789") < text.find_first_of("eE")))
         return {result.ptr, errc::result_out_of_range};
     value = read;
     return result;

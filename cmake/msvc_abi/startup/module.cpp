@@ -35,7 +35,8 @@ void __cdecl __dyn_tls_on_demand_init() noexcept;
 
 static _onexit_table_t exitFunctions;
 
-// Under another name: the header declares atexit as imported, and its definition would then be exported.
+// Under another name: the header declares atexit as imported, and its definition would then be
+// exported.
 int __cdecl registerExitFunction(Procedure procedure) __asm__("atexit");
 int __cdecl registerExitFunction(Procedure procedure)
 {
@@ -67,13 +68,14 @@ void endProgram(int exitCode)
     exit(exitCode);
 }
 
-// The virtual table that every type descriptor begins with: only its destructor, which nobody calls.
-// Defined under its linker name, because the compiler emits the table only with the class itself.
+// The virtual table that every type descriptor begins with: only its destructor, which nobody
+// calls. Defined under its linker name, because the compiler emits the table only with the class
+// itself.
 static void* __cdecl destroyTypeInfo(void* self, unsigned)
 {
     return self;
 }
 extern "C" {
-extern void* (__cdecl* const typeInfoTable[1])(void*, unsigned) __asm__("??_7type_info@@6B@");
-void* (__cdecl* const typeInfoTable[1])(void*, unsigned) = {destroyTypeInfo};
+extern void*(__cdecl* const typeInfoTable[1])(void*, unsigned)__asm__("??_7type_info@@6B@");
+void*(__cdecl* const typeInfoTable[1])(void*, unsigned) = {destroyTypeInfo};
 }
