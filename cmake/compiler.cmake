@@ -7,6 +7,9 @@ add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WIN
 if(MSVC)
   # The C library's and the sockets' older names are meant.
   add_compile_definitions(_CRT_SECURE_NO_WARNINGS _WINSOCK_DEPRECATED_NO_WARNINGS)
+  # Two entry points let an exception propagate to the host. With /EHsc the compiler would assume that
+  # functions with C linkage never throw.
+  string(REPLACE "/EHsc" "/EHs" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
 endif()
 
 if(MINGW)
@@ -25,7 +28,15 @@ endif()
 
 function(add_own_options target)
   if(MSVC)
-    target_compile_options(${target} PRIVATE /W4 /WX /utf-8)
+    target_compile_options(${target} PRIVATE /W4 /WX /utf-8 /permissive-)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL MSVC)
+      # Headers in angle brackets are the framework's, the development kit's and the system's.
+      target_compile_options(${target} PRIVATE /external:anglebrackets /external:W0)
+    else()
+      target_compile_options(${target} PRIVATE
+        -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual -Wshadow -Wunreachable-code
+        ${own_options_at_end})
+    endif()
   else()
     target_compile_options(${target} PRIVATE
       -Wall -Wextra -Wpedantic -Werror

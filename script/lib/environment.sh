@@ -6,6 +6,9 @@ project=$PWD
 preset=${PRESET:-mingw} # of CMakePresets.json
 programs=$project/build/$preset/bin
 
+# demo_folder PRESET: what script/demo writes with this build.
+demo_folder() { [ "$1" = mingw ] && echo "$project/build/demo" || echo "$project/build/$1/demo"; }
+
 # The project's own Wine prefix, without log output and without prompts for optional components.
 export WINEPREFIX=${TORVAPDM_WINEPREFIX:-$project/build/wine}
 export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='

@@ -36,6 +36,11 @@ void putValue(RecordText& record, double value)
         putValue(record, *integer);
         return;
     }
+    // C++ libraries differ in the text of a NaN.
+    if (std::isnan(value)) {
+        put(record, std::signbit(value) ? "-nan" : "nan");
+        return;
+    }
     char digits[16]; // "-1.79769e+308"
     const auto end =
         std::to_chars(digits, std::end(digits), value, std::chars_format::general, 6).ptr;

@@ -7,8 +7,11 @@
 #include <afxcoll.h>
 #include <afxwin.h>
 
-// The image class's headers need min and max, which NOMINMAX removes.
+// The image class's headers need OLE, which WIN32_LEAN_AND_MEAN removes from windows.h, and min and
+// max, which NOMINMAX removes.
 #include <algorithm>
+#include <objbase.h>
+#include <objidl.h>
 namespace Gdiplus {
 using std::max;
 using std::min;

@@ -6,20 +6,39 @@
 #include <string>
 #include <vector>
 
-class CString {
+// The names and parameters of these templates are the framework's, because they are part of the
+// decorated name of every host operation with a string.
+namespace ATL {
+
+template <class Character>
+class ChTraitsCRT {
+};
+
+template <class Character, class Traits>
+class CStringT {
 public:
-    CString() = default;
-    CString(const wchar_t* text) : text_(text ? text : L"") {}
-    CString(const wchar_t* text, int length) : text_(text, static_cast<size_t>(length)) {}
+    CStringT() = default;
+    CStringT(const Character* text) : text_(text ? text : emptyText) {}
+    CStringT(const Character* text, int length) : text_(text, static_cast<size_t>(length)) {}
 
     int GetLength() const { return static_cast<int>(text_.size()); }
     bool IsEmpty() const { return text_.empty(); }
-    const wchar_t* GetString() const { return text_.c_str(); }
-    operator const wchar_t*() const { return text_.c_str(); }
+    const Character* GetString() const { return text_.c_str(); }
+    operator const Character*() const { return text_.c_str(); }
 
 private:
-    std::wstring text_;
+    static constexpr Character emptyText[1] = {};
+
+    std::basic_string<Character> text_;
 };
+
+} // namespace ATL
+
+template <class Character, class Base>
+class StrTraitMFC_DLL : public Base {
+};
+
+using CString = ATL::CStringT<wchar_t, StrTraitMFC_DLL<wchar_t, ATL::ChTraitsCRT<wchar_t>>>;
 
 class CStringArray : public CObject {
 public:

@@ -49,3 +49,7 @@ CWinApp* AfxGetApp();
 CWinThread* AfxBeginThread(AFX_THREADPROC procedure, LPVOID parameter,
                            int priority = THREAD_PRIORITY_NORMAL, UINT stackSize = 0,
                            DWORD creationFlags = 0, LPSECURITY_ATTRIBUTES security = nullptr);
+
+// At the start of a function that the host calls: selects the framework's state of this module
+// until the function returns. Without the framework's shared library there is only one state.
+#define AFX_MANAGE_STATE(moduleState) static_cast<void>(0)

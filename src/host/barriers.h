@@ -4,8 +4,6 @@
 
 #include "framework/framework.h"
 
-#include <exception>
-
 namespace torvapdm {
 
 // Ends a caught framework exception: fetches its message into a buffer of 255 characters, drops it
@@ -54,18 +52,14 @@ Result barrier(Result defaultResult, Body&& body) noexcept
 template <class Escaping, class Result, class Body>
 Result barrierExceptFor(Result defaultResult, Body&& body)
 {
-    std::exception_ptr escaped;
-    const Result result = barrier(defaultResult, [&] {
-        try {
-            return body();
-        } catch (Escaping) {
-            escaped = std::current_exception();
-            return defaultResult;
-        }
-    });
-    if (escaped)
-        std::rethrow_exception(escaped);
-    return result;
+    try {
+        return body();
+    } catch (Escaping) {
+        throw;
+    } catch (...) {
+        // Rethrows the exception inside the barrier.
+        return barrier(defaultResult, []() -> Result { throw; });
+    }
 }
 
 } // namespace torvapdm

@@ -84,14 +84,13 @@ bool hasLongName()
     return true;
 }
 
-// Quirk Q47: once the host has reported the save of a document with a longer name, this calls
-// itself forever. The call is in tail position, with nothing left to destroy, so that the compiler
-// turns it into a jump and the stack does not overflow.
+// Quirk Q47: once the host has reported the save of a document with a longer name, this loops
+// forever.
 bool loopIfSaveReported()
 {
-    if (isSaveUnreported || !hasLongName())
-        return false;
-    return loopIfSaveReported();
+    while (!isSaveUnreported && hasLongName()) {
+    }
+    return false;
 }
 
 bool checkUnknownDocument()

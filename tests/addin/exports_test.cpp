@@ -3,6 +3,7 @@
 #include "support/installation.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <set>
 #include <span>
@@ -83,8 +84,8 @@ protected:
                 continue;
             for (const auto* thunk = at<IMAGE_THUNK_DATA64>(row->OriginalFirstThunk);
                  thunk->u1.AddressOfData; ++thunk)
-                found.insert(
-                    at<IMAGE_IMPORT_BY_NAME>(static_cast<DWORD>(thunk->u1.AddressOfData))->Name);
+                found.insert(at<char>(static_cast<DWORD>(thunk->u1.AddressOfData +
+                                                         offsetof(IMAGE_IMPORT_BY_NAME, Name))));
         }
         return found;
     }

@@ -75,7 +75,7 @@ int WINAPI notedSend(SOCKET connection, const char* bytes, int size, int flags)
 // The redirected name lookup returns two usable addresses and records the names.
 std::vector<std::string> namesAsked;
 
-hostent* WSAAPI twoAddresses(const char* name)
+hostent* WINAPI twoAddresses(const char* name)
 {
     static char first[] = {127, 0, 0, 1};
     static char second[] = {127, 0, 0, 2};

@@ -4,6 +4,7 @@
 #include "support/installation.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <set>
@@ -165,7 +166,8 @@ std::set<std::string> importedNames(const BYTE* file)
             continue;
         for (const auto* entry = reinterpret_cast<const ULONGLONG*>(file + row->OriginalFirstThunk);
              *entry != 0; ++entry)
-            names.insert(reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(file + *entry)->Name);
+            names.insert(reinterpret_cast<const char*>(file + *entry +
+                                                       offsetof(IMAGE_IMPORT_BY_NAME, Name)));
     }
     return names;
 }

@@ -106,7 +106,7 @@ NamedCall<Tag, Result, Arguments...> namedCall(const char* name, Result (*functi
 template <class Function>
 Function* exportedFunction(const char* name, Function* function)
 {
-    for (const wchar_t* library : {L"advapi32.dll", L"kernel32.dll", L"msvcrt.dll", L"user32.dll",
+    for (const wchar_t* library : {L"advapi32.dll", L"kernel32.dll", cLibrary, L"user32.dll",
                                    L"gdi32.dll", L"ws2_32.dll", L"shell32.dll"})
         if (Function* const found = systems(function, name, library))
             return found;

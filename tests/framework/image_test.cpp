@@ -38,10 +38,10 @@ const std::string smallBitmapFile("BM\x4E\0\0\0\0\0\0\0\x36\0\0\0"             /
                                   78);
 
 // Writes half of the bytes and reports success.
-WINBOOL WINAPI shortWrite(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written,
-                          LPOVERLAPPED overlapped)
+BOOL WINAPI shortWrite(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written,
+                       LPOVERLAPPED overlapped)
 {
-    const WINBOOL result =
+    const BOOL result =
         systems(&shortWrite, "WriteFile")(file, bytes, size / 2, written, overlapped);
     SetLastError(ERROR_SUCCESS);
     return result;

@@ -139,7 +139,7 @@ void noteStep(const std::wstring& step)
 int __cdecl notedCloseStreams()
 {
     noteStep(L"_fcloseall");
-    return systems(&_fcloseall, "_fcloseall", L"msvcrt.dll")();
+    return systems(&_fcloseall, "_fcloseall", cLibrary)();
 }
 
 void notedCloseDocument(const wchar_t*, int, FILE*)
@@ -155,7 +155,7 @@ BOOL WINAPI notedPost(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 void noteClosingSteps()
 {
-    redirectCalls(&_fcloseall, "_fcloseall", &notedCloseStreams, L"msvcrt.dll");
+    redirectCalls(&_fcloseall, "_fcloseall", &notedCloseStreams, cLibrary);
     standin::redirectImports(GetModuleHandleW(nullptr), &m_fclose, &notedCloseDocument);
     redirectCalls(&PostMessageW, "PostMessageW", &notedPost, L"user32.dll");
 }

@@ -231,7 +231,7 @@ TEST_F(ListenerCycle, probesThePathUnitByUnit)
     for (const wchar_t* folder : {L"\u0141", L"\u0141\\temp"})
         CreateDirectoryW(installation.path(folder).c_str(), nullptr);
     registerInstallation(installation.path(L"\u0141"));
-    redirectCalls(&_fsopen, "_fsopen", &notedProbe, L"msvcrt.dll");
+    redirectCalls(&_fsopen, "_fsopen", &notedProbe, cLibrary);
     listenerProcedure(nullptr);
     EXPECT_EQ(probed, toUtf8(installation.root()) + "\\A\\temp\\mastercam-" +
                           std::to_string(GetCurrentProcessId()) + ".dat r 64");

@@ -75,11 +75,9 @@ protected:
 std::array<std::atomic<void*>, 8> buffers{};
 std::atomic<size_t> buffersMade{0};
 
-constexpr wchar_t runtime[] = L"msvcrt.dll";
-
 void* countingMalloc(size_t size)
 {
-    void* const block = systems(&countingMalloc, "malloc", runtime)(size);
+    void* const block = systems(&countingMalloc, "malloc", cLibrary)(size);
     if (size == 2048)
         buffers[buffersMade++ % buffers.size()] = block;
     return block;
@@ -90,7 +88,7 @@ void countingFree(void* block)
     for (std::atomic<void*>& buffer : buffers)
         if (void* expected = block; block)
             buffer.compare_exchange_strong(expected, nullptr);
-    systems(&countingFree, "free", runtime)(block);
+    systems(&countingFree, "free", cLibrary)(block);
 }
 
 size_t searchesEnded = 0;
@@ -98,7 +96,7 @@ size_t searchesEnded = 0;
 int countingFindClose(intptr_t handle)
 {
     ++searchesEnded;
-    return systems(&countingFindClose, "_findclose", runtime)(handle);
+    return systems(&countingFindClose, "_findclose", cLibrary)(handle);
 }
 
 std::vector<std::string> queueSteps;
@@ -126,8 +124,8 @@ int WINAPI notedQueueConnect(SOCKET, const sockaddr*, int)
 
 void countBuffers()
 {
-    redirectCalls(&countingMalloc, "malloc", &countingMalloc, runtime);
-    redirectCalls(&countingFree, "free", &countingFree, runtime);
+    redirectCalls(&countingMalloc, "malloc", &countingMalloc, cLibrary);
+    redirectCalls(&countingFree, "free", &countingFree, cLibrary);
 }
 
 } // namespace
@@ -347,7 +345,7 @@ TEST_F(NcQueue, endsEachSearchItBegins)
     post(L"PA2.NC");
     importNcQueue();
     listener.nextConnection();
-    redirectCalls(&_findclose, "_findclose", &countingFindClose, runtime);
+    redirectCalls(&_findclose, "_findclose", &countingFindClose, cLibrary);
     const size_t handles = countHandles();
     constexpr size_t times = 100;
     for (size_t i = 0; i < times; ++i) {

@@ -21,7 +21,7 @@ std::vector<bool> closedStreams;
 int __cdecl notedCloseStream(FILE* stream)
 {
     closedStreams.push_back(!stream);
-    return systems(&fclose, "fclose", L"msvcrt.dll")(stream);
+    return systems(&fclose, "fclose", cLibrary)(stream);
 }
 
 } // namespace
@@ -78,7 +78,7 @@ TEST(DebugLog, isNotWrittenUnderATruncatedPath)
 TEST(DebugLog, closesItsStreamOnce)
 {
     const Installation installation;
-    redirectCalls(&fclose, "fclose", &notedCloseStream, L"msvcrt.dll");
+    redirectCalls(&fclose, "fclose", &notedCloseStream, cLibrary);
     debugLog("written\n");
     removeFolder(installation.path(L"sys"));
     debugLog("lost\n");

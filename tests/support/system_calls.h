@@ -6,6 +6,13 @@
 
 namespace testing_support {
 
+// The C library's DLL.
+#if defined(_MSC_VER)
+constexpr wchar_t cLibrary[] = L"ucrtbase.dll";
+#else
+constexpr wchar_t cLibrary[] = L"msvcrt.dll";
+#endif
+
 // The system's original function, even while calls are redirected. The first argument only
 // determines the type.
 template <class Function>

@@ -1,0 +1,3 @@
+// libc++ includes this for FlsAlloc; Wine declares it with the rest of the API.
+#pragma once
+#include <windows.h>

@@ -1,0 +1,3 @@
+// Clang's own header, whose path the toolchain file passes, instead of Wine's.
+#pragma once
+#include TORVAPDM_CLANG_INTRIN
