@@ -151,7 +151,8 @@ public:
     {
         EXPECT_TRUE(host_.waitForCommandFile());
         EXPECT_TRUE(waitUntil([this] { return host_.window() != nullptr; }));
-        trace_.newLines();
+        // The window and the file are there before m_open returns and its line is written.
+        EXPECT_TRUE(waitUntil([this] { return !trace_.newLines().empty(); }));
         plan_ = std::make_unique<SoakPlan>(
             SoakHostFacts{
                 company.installation.root(), std::filesystem::temp_directory_path().wstring(),
@@ -192,9 +193,9 @@ public:
         };
         for (const std::wstring& act : step.acts)
             EXPECT_TRUE(act == L"await" ? waitUntil(hasTrace) : carryOut(act)) << toUtf8(act);
-        waitUntil([&] { return hasTrace() && company_.openEvents(step.events) == 0; });
+        // Not asked again afterwards: the other host may by then expect an event of the same text.
+        EXPECT_TRUE(waitUntil([&] { return hasTrace() && company_.openEvents(step.events) == 0; }));
         EXPECT_EQ(arrived, step.trace);
-        EXPECT_EQ(company_.openEvents(step.events), 0);
         if (step.checksOut)
             company_.checkedOutAt = GetTickCount64();
         if (!step.version.empty()) {
