@@ -1,8 +1,5 @@
-// The tool picture: its arithmetic and colours, the geometry of the tool and its outline, and its
-// shading.
+// The tool picture: the geometry of the tool, its outline and its shading.
 #include "fuzz/target.h"
-#include "toolpicture/colours.h"
-#include "toolpicture/numbers.h"
 #include "toolpicture/outline.h"
 #include "toolpicture/reference.h"
 #include "toolpicture/shading.h"
@@ -17,47 +14,6 @@ namespace {
 
 using torvapdm::OutlineMove;
 using torvapdm::ToolArguments;
-
-void checkNumbers(Input& input, Differences& differences)
-{
-    constexpr double farthest = 134217727; // 2^27 - 1
-    const auto real = input.number<double>();
-    const auto value = input.number<std::int32_t>();
-    const auto low = input.number<std::int32_t>();
-    const auto high = input.number<std::int32_t>();
-    differences.compare("truncated", torvapdm::truncated(real),
-                        std::isnan(real) ? 0
-                                         : static_cast<int>(std::clamp(real, -farthest, farthest)));
-    differences.compare("clampInt", torvapdm::clampInt(value, low, high),
-                        value < low ? low : (value > high ? high : value));
-    differences.compare("radians", torvapdm::radians(real), real * 3.14159265358979323846 / 180);
-}
-
-std::string numbers(double real, int value, int low, int high)
-{
-    return raw(real) + raw(value) + raw(low) + raw(high);
-}
-
-void checkToolColours(Input& input, Differences& differences)
-{
-    constexpr std::uint32_t threeBytes = 0xFFFFFF;
-    const std::uint32_t colour = input.number<std::uint32_t>() & threeBytes;
-    const int lightness = input.number<unsigned char>() - 100;
-    const int saturation = input.number<unsigned char>() - 100;
-    const reference::Hls hls = reference::hlsOf(colour);
-    const auto parts = reference::partsOf(colour);
-    differences.compare("HLS of the colour", torvapdm::rgbToHls(colour),
-                        reference::packedOf(hls.hue, hls.lightness, hls.saturation));
-    differences.compare("colour of the HLS", torvapdm::hlsToRgb(colour) & threeBytes,
-                        reference::rgbOf({parts[0], parts[1], parts[2]}) & threeBytes);
-    differences.compare("adjusted", torvapdm::adjustHls(colour, lightness, saturation),
-                        reference::adjusted(colour, lightness, saturation));
-}
-
-std::string adjusting(std::uint32_t colour, int lightness, int saturation)
-{
-    return raw(colour) + static_cast<char>(lightness + 100) + static_cast<char>(saturation + 100);
-}
 
 ToolArguments takeArguments(Input& input)
 {
@@ -191,19 +147,7 @@ void checkToolShading(Input& input, Differences& differences)
 std::vector<Target> pictureTargets()
 {
     using namespace std::string_literals;
-    return {{"numbers",
-             checkNumbers,
-             {numbers(1.9, 5, 1, 9), numbers(-1.9, 5, 9, 1), numbers(1e300, -5, 0, 32767),
-              numbers(134217727.5, 7, 7, 7), numbers(-1e300 * 1e300, 2147483647, 0, 1),
-              numbers(1e300 * 1e300 - 1e300 * 1e300, 0, -1, 1)},
-             {raw(90.0), raw(1e9), raw(-0.0), raw(2147483647)}},
-            {"tool_colours",
-             checkToolColours,
-             {adjusting(0xD8930E, 80, -50), adjusting(0x801010, 60, -1), adjusting(0, 0, 0),
-              adjusting(0xFFFFFF, 100, 100), adjusting(0x808080, -100, -100),
-              adjusting(0x7FFF00, 1, 1), adjusting(0x108010, 30, 0)},
-             {"\xFF\xFF\xFF", std::string(3, '\0'), "\x80\x80\x80", "\x7F"}},
-            {"tool_drawing",
+    return {{"tool_drawing",
              checkToolDrawing,
              drawingSeeds(),
              {raw(0.5), raw(1.0), raw(-1.0), raw(10.0), raw(20.2), raw(45.0), raw(90.0), raw(1e-9),
