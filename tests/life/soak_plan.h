@@ -4,31 +4,25 @@
 
 #include "support/bytes.h"
 
-#include <map>
 #include <random>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace testing_support {
 
-// A part of the Companion's library as shipped, and what the steps have made of it.
+// A part of the Companion's library as shipped, and its newest version.
 struct SoakPart {
     std::wstring name;
     std::int32_t number;
-    int operations;
-    std::wstring machine; // also the name of its top group
-    std::int32_t ncPath;
-    Lines programs; // posted for it, in alphabetical order
+    size_t programs; // posted for it
     int version = 1;
-    int passesSaved = 0; // finishing passes
 };
 
 // One of several hosts that share the Companion but no part of its library.
 struct SoakHostFacts {
     std::wstring folder; // of the installation
-    std::wstring temporaryFolder;
-    std::wstring ncFolder;
     std::uint32_t processId;
-    std::uint32_t window;        // low 32 bits
     std::int32_t firstRequestId; // of the requests written by the test; unique per host
     std::vector<SoakPart> parts;
 };
@@ -39,11 +33,10 @@ struct PlannedStep {
     // Companion with them; `busy` and `ready` switch whether the host accepts requests; `request ID
     // PATH` and `push` (not a request) write a command file; `await` waits for the trace.
     Lines acts{};
-    Lines trace{};                            // the host's new lines, in order
-    Lines events{};                           // the Companion's, in the short form
-    std::map<std::string, size_t> leftOpen{}; // number of calls by row of the table
-    std::wstring version{};                   // new library version, without extension
-    bool checksOut = false;                   // asks the Companion for a file
+    Lines trace{};                    // the host's new lines, in order
+    Lines events{};                   // the Companion's, in the short form
+    std::vector<std::string> calls{}; // rows of the table of what stays open
+    std::wstring version{};           // new library version, without extension
 };
 
 class SoakPlan {
@@ -59,41 +52,51 @@ public:
     const std::set<std::int32_t>& requestsNeverOpened() const { return neverOpened_; }
 
 private:
-    bool isPossible(const std::string& kind) const;
-    bool isSaved() const { return part_ && (isKnown_ || !isChanged_); }
+    struct Kind;
+    static const Kind kinds[];
+
+    // Kinds of steps, or what precedes their call of the add-in.
+    void sendFirst() { send(facts_.parts.front()); }
+    void sendLast() { send(facts_.parts.back()); }
+    void send(SoakPart& part);
+    void startCompanion() { step_.events.emplace_back(L"command"); }
+    void postPrograms();
+    void sendSetupSheet();
+    void openMenu();
+    void commit();
+    void saveInHost();
+    void sendWhileBusy();
+    void withdrawRequests();
+    void forgetFile();
+    void newFile();
+    void checkIn();
+
+    bool isPossible(const Kind& kind) const;
+    void call(unsigned command, const wchar_t* line, const char* row);
+    void tellCompanion(const std::wstring& words, std::int32_t id);
+    void expectOpening(SoakPart& part, std::int32_t id);
+    void expectNewFile();
+    void expectHostSave();
+    SoakPart& parkRequests(unsigned most);
     std::wstring workFile(const SoakPart& part) const;
-    void open(SoakPart& part, std::int32_t id, const std::wstring& machine, std::int32_t ncPath);
-    void parkRequests(unsigned most, bool areWithdrawn);
-    void prepare(const std::string& kind, int part);
-    void describeState();
-    void add(PlannedStep& step, const std::wstring& text) const;
-    std::wstring filled(std::wstring line) const;
-    void conclude(const std::string& kind);
+    std::wstring document() const { return part_ ? L'"' + workFile(*part_) + L'"' : L"\"\""; }
 
     SoakHostFacts facts_;
     std::mt19937_64 random_;
-    std::mt19937_64 menuRandom_;
     size_t steps_ = 0;
-    std::map<std::wstring, std::wstring> values_; // of the placeholders
-    std::map<std::wstring, bool> guards_;
+    size_t menus_ = 0;
+    PlannedStep step_;
 
     // Expected state of the add-in and the host's document.
     std::int32_t requestId_ = 0;
-    bool isKnown_ = false;   // the file is one of the Companion's
-    bool isNotified_ = true; // the save-notified flag
-    bool isChanged_ = false;
+    bool isKnown_ = false;     // the file is one of the Companion's
+    bool isNotified_ = true;   // the save-notified flag
     SoakPart* part_ = nullptr; // the open part; null for an empty document without a name
-    int passes_ = 0;           // finishing passes added to it
-    Lines recentFiles_;
     std::int32_t nextRequestId_;
     std::set<std::int32_t> neverOpened_;
 };
 
-// The next choice in the add-in's menu, made by the host's script; the plan predicts it with the
-// same random numbers.
-std::wstring nextMenuChoice(std::mt19937_64& random);
-
-// The machine in a request's machine settings.
-std::wstring soakMachine(std::int32_t requestId);
+// The choice in the n-th menu of a host, counted from 0, made by the host's script.
+std::wstring menuChoice(size_t n);
 
 } // namespace testing_support
