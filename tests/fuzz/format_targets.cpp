@@ -3,7 +3,6 @@
 #include "formats/checkout_answer.h"
 #include "formats/command_file.h"
 #include "formats/commit_record.h"
-#include "formats/decimal.h"
 #include "formats/machine_settings_file.h"
 #include "formats/nc_queue_file.h"
 #include "formats/settings_file.h"
@@ -13,7 +12,6 @@
 #include "peer/commit_record.h"
 #include "peer/machine_settings.h"
 #include "peer/nc_queue_file.h"
-#include "peer/numbers.h"
 #include "peer/settings_file.h"
 
 #include <algorithm>
@@ -85,22 +83,6 @@ void checkCommitRecord(Input& input, Differences& differences)
                         peer::formatCommitRecord({zemId, file}));
 }
 
-void checkDecimal(Input& input, Differences& differences)
-{
-    const std::string_view bytes = input.rest();
-    const std::wstring wide = wideText(bytes);
-    std::string narrow;
-    for (const wchar_t unit : wide)
-        narrow += unit < 0x80 ? static_cast<char>(unit) : '?';
-    auto number = peer::parseLeadingNumber(bytes);
-    if (number && *number != static_cast<std::int32_t>(*number))
-        number.reset();
-    differences.compare("number", std::optional<std::int64_t>(torvapdm::parseDecimal(bytes)),
-                        number);
-    differences.compare("number or 0", torvapdm::parseDecimalOrZero(wide),
-                        peer::parseLeadingNumberOrZero(narrow));
-}
-
 // The add-in reads the first line through a stream in text mode.
 void checkMachineSettings(Input& input, Differences& differences)
 {
@@ -131,22 +113,16 @@ void checkNcImportLine(Input& input, Differences& differences)
     differences.compare("answer", answer, isOn ? "y" : "n");
 }
 
-// Input: NC-path number, NCI name, found file, top group, folder.
+// Input: NC-path number, found file, top group, folder.
 void checkQueueTexts(Input& input, Differences& differences)
 {
     const auto number = input.number<std::int32_t>();
-    const std::wstring nciName = input.wideField();
     const std::string file(input.field());
     const std::string group(input.field());
     const std::string folder(input.rest());
-    const std::wstring stem = nciName.substr(0, nciName.rfind(L'.'));
     const std::string program = folder + file;
-    const std::string entry = program + '|' + group;
+    const std::string entry = torvapdm::formatQueueEntry(folder, file, group);
     const std::string line = torvapdm::formatQueueLine(number, entry);
-    differences.compare("program name", torvapdm::programNameOf(nciName),
-                        stem.substr(stem.find_last_of(L"/\\") + 1));
-    differences.compare("entry", torvapdm::formatQueueEntry(folder, file, group), entry);
-    differences.compare("line", line, "NCPATH|" + std::to_string(number) + '|' + entry + '\n');
     const bool isControlled = std::ranges::any_of(
         entry, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
     if (isControlled || program.empty() || contains(program, "|"))
@@ -175,73 +151,53 @@ void checkSettingsLine(Input& input, Differences& differences)
     }
 }
 
-void checkToolsOption(Input& input, Differences& differences)
-{
-    const std::string_view bytes = input.rest();
-    const bool isOn =
-        std::ranges::any_of(peer::splitSettingLines(bytes), torvapdm::hasAlwaysSaveTools);
-    differences.compare("asks for tools", isOn, peer::parseSettings(bytes).alwaysSaveTools);
-}
-
 } // namespace
 
 std::vector<Target> formatTargets()
 {
     // Fields end with \37. The byte-order mark is \357\273\277.
-    return {
-        {"command_text",
-         checkCommandText,
-         {"\357\273\27712 C:\\parts\\a.mcam\n", "\357\273\2777 C:\\a b c.mcam\r\n",
-          "\357\273\2777 \n", "\357\273\277-5 x\n", "\357\273\2772147483647 C:\\\304.mcam\n",
-          "\357\273\277-2147483649 x\n", "\357\273\27712 abcd\nsecond line\n",
-          "\357\273\27712 no line feed", "a\nb5 path to\n", "\nab5 path\n", "ab\n5 C:\\a\n",
-          "\357\273\277\t 12 x\n", "CHECKIN", "CHECKIN C:\\a.mcam\n", "CHECKIN\n",
-          "\357\273\2771 a\0b\n"s, "\357\273\2771 " + std::string(300, 'p') + "\n"},
-         {"\357\273\277", "CHECKIN", " ", "\n", "\r\n", "12", "2147483647", "-2147483648",
-          "2147483648", "+", "C:\\", ".mcam", "99999999999999999999"}},
-        {"checkout_answer",
-         checkCheckoutAnswer,
-         {"\37CAD1234 C:\\Parts\\bracket.mcam", "CAD\37CHECKIN x", "old\37AB c",
-          "\37ABC5 C:\\a b.mcam\nsecond line", "\37CADx12 C:\\f.mcam", "\37CAD C:\\f",
-          "\37CAD12\n C:\\f", "\37CAD-99999999999 p", "\37 CAD1 p", "\37CAD\t+5 p"},
-         {"CHECKIN", "CAD", " ", "\n", "\r\n", "12", "2147483648", "\37"}},
-        {"commit_record",
-         checkCommitRecord,
-         {raw(42) + "C:\\parts\\a.mcam", raw(-1) + "C:\\a b.mcam", raw(0), raw(-2) + "\"",
-          raw(1) + "\1\xD8\x3D\1\xDE\x00"},
-         {"\xFF\xFF\xFF\xFF", "\"", "C:\\", std::string(300, 'p'), "\1\xFF\xFF"}},
-        {"decimal",
-         checkDecimal,
-         {"12", " \t\n\v\f\r-5x", "+2147483647", "2147483648", "-2147483648", "-2147483649", "+-1",
-          "- 1", "", "000000000000000000000000000000007", "99999999999999999999"},
-         {"-", "+", " ", "0", "2147483647", "2147483648", "9223372036854775808", "\1\xFF\x15"}},
-        {"machine_settings_line",
-         checkMachineSettings,
-         {"17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n", "1|2", "|||",
-          "1| -5x|+2147483648|a|b|c\nd|e\n", "1\n|2\n|3\n|p"},
-         {"|", "\n", "\r\n", "-1", "2147483647", "-2147483649", "99999999999999999999"}},
-        {"nc_import_line",
-         checkNcImportLine,
-         {"MCXIMPORTNC=n\nMCXIMPORTNC=Y\n", "MCXIMPORTNC=Y MCXIMPORTNC=n\n", "n\nxMCXIMPORTNC=N",
-          "n MCXIMPORTNC=y\r\n", "MCXIMPORTNC = n\nMCXIMPORTNC=\n"},
-         {"MCXIMPORTNC", "=", "y", "Y", "n", "N", "\n", "MCXIMPORTNC=N", "MCXIMPORTNC=y"}},
-        {"queue_texts",
-         checkQueueTexts,
-         {raw(-1) + "C:\\NC\\PART.nci\37PART.NC\37Mill\37C:\\NC\\",
-          raw(3) + "PART\37A B\xC4.NC\37left|right\37", raw(0) + "C:\\a.b\\PART\37P.NC\37|\37",
-          raw(-2147483647 - 1) + "C:/nc\\x/y.z.nci\37\37\n\37", raw(7) + ".\37"},
-         {".", "/", "\\", "|", ".nci", "\37"}},
-        {"settings_line",
-         checkSettingsLine,
-         {"UseFtpServer\37\37UseFtpServer=y\nXUseFtpServer=n\n",
-          "UseFtpServer\37y\37UseFtpServer=y", "MCXCATIA\37n\37MCXCATIA\r\nMCXCATIA=Y\r\n",
-          "A\37\37A==\n=A\nA=", "A\37old\37" + std::string(1020, ' ') + "A=y\n"},
-         {"UseFtpServer", "MCXCATIA", "=", "\n", "\r\n", "=y", "=Y", "\37", "\xEF\xBB\xBF"}},
-        {"tools_option",
-         checkToolsOption,
-         {"AlwaysSaveTools=y\n", "AlwaysSaveTools=Y\n", "xAlwaysSaveTools=yes\nalwaysSaveTools=y",
-          "AlwaysSaveTools = y\r\nAlwaysSaveTools=n\r\n"},
-         {"AlwaysSaveTools", "=", "y", "Y", "\n", "AlwaysSaveTools=y"}}};
+    return {{"command_text",
+             checkCommandText,
+             {"\357\273\27712 C:\\parts\\a.mcam\n", "\357\273\2777 C:\\a b c.mcam\r\n",
+              "\357\273\2777 \n", "\357\273\277-5 x\n", "\357\273\2772147483647 C:\\\304.mcam\n",
+              "\357\273\277-2147483649 x\n", "\357\273\27712 abcd\nsecond line\n",
+              "\357\273\27712 no line feed", "a\nb5 path to\n", "\nab5 path\n", "ab\n5 C:\\a\n",
+              "\357\273\277\t 12 x\n", "CHECKIN", "CHECKIN C:\\a.mcam\n", "CHECKIN\n",
+              "\357\273\2771 a\0b\n"s, "\357\273\2771 " + std::string(300, 'p') + "\n"},
+             {"\357\273\277", "CHECKIN", " ", "\n", "\r\n", "12", "2147483647", "-2147483648",
+              "2147483648", "+", "C:\\", ".mcam", "99999999999999999999"}},
+            {"checkout_answer",
+             checkCheckoutAnswer,
+             {"\37CAD1234 C:\\Parts\\bracket.mcam", "CAD\37CHECKIN x", "old\37AB c",
+              "\37ABC5 C:\\a b.mcam\nsecond line", "\37CADx12 C:\\f.mcam", "\37CAD C:\\f",
+              "\37CAD12\n C:\\f", "\37CAD-99999999999 p", "\37 CAD1 p", "\37CAD\t+5 p"},
+             {"CHECKIN", "CAD", " ", "\n", "\r\n", "12", "2147483648", "\37"}},
+            {"commit_record",
+             checkCommitRecord,
+             {raw(42) + "C:\\parts\\a.mcam", raw(-1) + "C:\\a b.mcam", raw(0), raw(-2) + "\"",
+              raw(1) + "\1\xD8\x3D\1\xDE\x00"},
+             {"\xFF\xFF\xFF\xFF", "\"", "C:\\", std::string(300, 'p'), "\1\xFF\xFF"}},
+            {"machine_settings_line",
+             checkMachineSettings,
+             {"17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n", "1|2", "|||",
+              "1| -5x|+2147483648|a|b|c\nd|e\n", "1\n|2\n|3\n|p"},
+             {"|", "\n", "\r\n", "-1", "2147483647", "-2147483649", "99999999999999999999"}},
+            {"nc_import_line",
+             checkNcImportLine,
+             {"MCXIMPORTNC=n\nMCXIMPORTNC=Y\n", "MCXIMPORTNC=Y MCXIMPORTNC=n\n",
+              "n\nxMCXIMPORTNC=N", "n MCXIMPORTNC=y\r\n", "MCXIMPORTNC = n\nMCXIMPORTNC=\n"},
+             {"MCXIMPORTNC", "=", "y", "Y", "n", "N", "\n", "MCXIMPORTNC=N", "MCXIMPORTNC=y"}},
+            {"queue_texts",
+             checkQueueTexts,
+             {raw(-1) + "PART.NC\37Mill\37C:\\NC\\", raw(3) + "A B\xC4.NC\37left|right\37",
+              raw(0) + "P.NC\37|\37", raw(-2147483647 - 1) + "\37\n\37"},
+             {"/", "\\", "|", ".NC", "\37"}},
+            {"settings_line",
+             checkSettingsLine,
+             {"UseFtpServer\37\37UseFtpServer=y\nXUseFtpServer=n\n",
+              "UseFtpServer\37y\37UseFtpServer=y", "MCXCATIA\37n\37MCXCATIA\r\nMCXCATIA=Y\r\n",
+              "A\37\37A==\n=A\nA=", "A\37old\37" + std::string(1020, ' ') + "A=y\n"},
+             {"UseFtpServer", "MCXCATIA", "=", "\n", "\r\n", "=y", "=Y", "\37", "\xEF\xBB\xBF"}}};
 }
 
 } // namespace fuzzing

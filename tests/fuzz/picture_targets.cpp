@@ -1,8 +1,7 @@
-// The tool picture: the geometry of the tool, its outline and its shading.
+// The tool picture: the geometry of the tool and its outline.
 #include "fuzz/target.h"
 #include "toolpicture/outline.h"
 #include "toolpicture/reference.h"
-#include "toolpicture/shading.h"
 
 #include <algorithm>
 #include <array>
@@ -111,54 +110,15 @@ std::vector<std::string> drawingSeeds()
     return seeds;
 }
 
-void checkToolShading(Input& input, Differences& differences)
-{
-    const int width = 1 + input.number<unsigned char>() % 24;
-    const int height = 1 + input.number<unsigned char>() % 24;
-    const int top = input.number<unsigned char>() % height;
-    // In ascending order.
-    const int cap = input.number<signed char>();
-    const int shank = cap + input.number<unsigned char>();
-    const int shoulder = shank + input.number<unsigned char>();
-    const torvapdm::SectionMarks marks = {cap, shank, shoulder};
-    const reference::Marks same = {cap, shank, shoulder};
-    const int t = input.number<unsigned char>();
-    const int span = t + input.number<unsigned char>();
-    const std::string_view pixels = input.rest(); // row by row, one byte per pixel
-    const auto isOutline = [&](int x, int y) {
-        const auto at = static_cast<size_t>(y * width + x);
-        return x >= 0 && x < width && y >= 0 && y < height && at < pixels.size() &&
-               pixels[at] == '#';
-    };
-
-    const auto run = torvapdm::findBodyRun(isOutline, top, {width, height}, marks);
-    differences.compare(
-        "run", run ? std::vector<int>{run->boundary, run->top, run->bottom} : std::vector<int>{},
-        reference::bodyRun(isOutline, top, width, height, same));
-    const std::uint32_t section = torvapdm::sectionColour(top, marks);
-    differences.compare("section", section, reference::sectionColour(top, same));
-    if (span > 0)
-        differences.compare("body", torvapdm::bodyColour(section, t, span),
-                            reference::bodyColour(section, t, span));
-}
-
 } // namespace
 
 std::vector<Target> pictureTargets()
 {
-    using namespace std::string_literals;
     return {{"tool_drawing",
              checkToolDrawing,
              drawingSeeds(),
              {raw(0.5), raw(1.0), raw(-1.0), raw(10.0), raw(20.2), raw(45.0), raw(90.0), raw(1e-9),
-              raw(1e9), raw(1e308), raw(std::uint16_t{100})}},
-            {"tool_shading",
-             checkToolShading,
-             {"\7\3\0\1\2\3\2\5"s + "..##.#....##......#.............",
-              "\xB\5\1\2\1\0\0\1"s + std::string(12, '#') + "..#..........#........#......",
-              "\x17\x17\0\xFF\0\0\x2D\x2D"s + std::string(576, '#'),
-              "\5\5\2\3\0\0\1\0"s + ".#....#....#....#....#....#..."},
-             {"#", ".", "..#..", "##"}}};
+              raw(1e9), raw(1e308), raw(std::uint16_t{100})}}};
 }
 
 } // namespace fuzzing
