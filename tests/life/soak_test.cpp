@@ -195,9 +195,11 @@ public:
         };
         for (const std::wstring& act : step.acts)
             EXPECT_TRUE(act == L"await" ? waitUntil(hasTrace) : carryOut(act)) << toUtf8(act);
-        waitUntil([&] { return hasTrace() && company_.openEvents(step.events) == 0; });
+        // Not asked again: the other host may expect the same events by then.
+        const bool isComplete =
+            waitUntil([&] { return hasTrace() && company_.openEvents(step.events) == 0; });
         EXPECT_EQ(arrived, step.trace);
-        EXPECT_EQ(company_.openEvents(step.events), 0);
+        EXPECT_TRUE(isComplete) << "too few lines, or the Companion's log lacks events";
         if (checksOut)
             company_.checkedOutAt = GetTickCount64();
         if (!step.version.empty()) {
