@@ -9,8 +9,9 @@
 #include <set>
 
 using namespace documents;
+using namespace testing_support;
 
-namespace documents {
+namespace testing_support {
 
 // Used by GoogleTest.
 static void PrintTo(const ExchangeRun& run, std::ostream* stream)
@@ -22,7 +23,7 @@ static void PrintTo(const GivenBytes& bytes, std::ostream* stream)
     *stream << bytes.dump;
 }
 
-} // namespace documents
+} // namespace testing_support
 
 namespace {
 
@@ -101,10 +102,12 @@ TEST(Pages, showTheSupportToolsDecoding)
         const auto kind = zemlink::kindOf(L"", bytes);
         ASSERT_TRUE(kind) << block.page << ": " << block.name;
         const std::string text = zemlink::asText(zemlink::decode(*kind, bytes).report);
-        EXPECT_TRUE(joined(block.lines) == text)
-            << block.page << ": the block as it should stand:\n"
-            << "```decoded " << block.name << '\n'
-            << text << "```";
+        std::string shown;
+        for (const std::string& line : block.lines)
+            shown += line + '\n';
+        EXPECT_TRUE(shown == text) << block.page << ": the block as it should stand:\n"
+                                   << "```decoded " << block.name << '\n'
+                                   << text << "```";
     }
 }
 

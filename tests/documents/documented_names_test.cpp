@@ -1,5 +1,4 @@
 // Compares the tables of names in the pages with the names used by the programs.
-#include "documents/exchange_runs.h"
 #include "documents/pages.h"
 #include "support/companion_program.h"
 #include "support/host_program.h"

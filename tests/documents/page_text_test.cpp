@@ -26,11 +26,6 @@ TEST(FencedBlocks, mayLackANameAndAnEnd)
     EXPECT_EQ(fencedBlocks("```dump\n00  0A", "dump"), (Blocks{{"dump", "", 1, {"00  0A"}}}));
 }
 
-TEST(FencedBlocks, areJoinedWithTheirLineFeeds)
-{
-    EXPECT_EQ(joined({"a", "", "b"}), "a\n\nb\n");
-}
-
 TEST(PageTable, isTheFirstOneBelowItsHeading)
 {
     const char page[] =

@@ -156,14 +156,6 @@ std::vector<FencedBlock> blocksOfPages(std::string_view word)
     return blocks;
 }
 
-std::string joined(const std::vector<std::string>& lines)
-{
-    std::string text;
-    for (const std::string& line : lines)
-        text += line + '\n';
-    return text;
-}
-
 Dump parseDump(const FencedBlock& block)
 {
     Dump dump;

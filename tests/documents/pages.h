@@ -10,6 +10,9 @@
 
 namespace documents {
 
+// The Companion's installation folder in the pages.
+inline constexpr wchar_t installationOfThePages[] = L"C:\\ZEM";
+
 // The text of a page such as "exchanges.md"; empty if there is no such page.
 std::string pageText(const std::string& name);
 
@@ -40,9 +43,6 @@ struct FencedBlock {
 std::vector<FencedBlock> fencedBlocks(const std::string& page, std::string_view word);
 // The blocks with this word in all pages.
 std::vector<FencedBlock> blocksOfPages(std::string_view word);
-
-// The lines, each followed by a line feed.
-std::string joined(const std::vector<std::string>& lines);
 
 // An annotated byte dump in a page.
 //

@@ -1,7 +1,7 @@
 // Checks the fault table of the documentation row by row: the effect on each entry point when a
 // system or host call fails. A row that differs prints the correct line.
 #include "documents/pages.h"
-#include "faults/scenario.h"
+#include "faults/scenarios.h"
 #include "framework/framework.h"
 
 #include <algorithm>

@@ -1,11 +1,7 @@
-// The tool picture: its arithmetic and colours, the geometry of the tool and its outline, and its
-// shading.
+// The tool picture: the geometry of the tool and its outline.
 #include "fuzz/target.h"
-#include "toolpicture/colours.h"
-#include "toolpicture/numbers.h"
 #include "toolpicture/outline.h"
 #include "toolpicture/reference.h"
-#include "toolpicture/shading.h"
 
 #include <algorithm>
 #include <array>
@@ -17,47 +13,6 @@ namespace {
 
 using torvapdm::OutlineMove;
 using torvapdm::ToolArguments;
-
-void checkNumbers(Input& input, Differences& differences)
-{
-    constexpr double farthest = 134217727; // 2^27 - 1
-    const auto real = input.number<double>();
-    const auto value = input.number<std::int32_t>();
-    const auto low = input.number<std::int32_t>();
-    const auto high = input.number<std::int32_t>();
-    differences.compare("truncated", torvapdm::truncated(real),
-                        std::isnan(real) ? 0
-                                         : static_cast<int>(std::clamp(real, -farthest, farthest)));
-    differences.compare("clampInt", torvapdm::clampInt(value, low, high),
-                        value < low ? low : (value > high ? high : value));
-    differences.compare("radians", torvapdm::radians(real), real * 3.14159265358979323846 / 180);
-}
-
-std::string numbers(double real, int value, int low, int high)
-{
-    return raw(real) + raw(value) + raw(low) + raw(high);
-}
-
-void checkToolColours(Input& input, Differences& differences)
-{
-    constexpr std::uint32_t threeBytes = 0xFFFFFF;
-    const std::uint32_t colour = input.number<std::uint32_t>() & threeBytes;
-    const int lightness = input.number<unsigned char>() - 100;
-    const int saturation = input.number<unsigned char>() - 100;
-    const reference::Hls hls = reference::hlsOf(colour);
-    const auto parts = reference::partsOf(colour);
-    differences.compare("HLS of the colour", torvapdm::rgbToHls(colour),
-                        reference::packedOf(hls.hue, hls.lightness, hls.saturation));
-    differences.compare("colour of the HLS", torvapdm::hlsToRgb(colour) & threeBytes,
-                        reference::rgbOf({parts[0], parts[1], parts[2]}) & threeBytes);
-    differences.compare("adjusted", torvapdm::adjustHls(colour, lightness, saturation),
-                        reference::adjusted(colour, lightness, saturation));
-}
-
-std::string adjusting(std::uint32_t colour, int lightness, int saturation)
-{
-    return raw(colour) + static_cast<char>(lightness + 100) + static_cast<char>(saturation + 100);
-}
 
 ToolArguments takeArguments(Input& input)
 {
@@ -155,66 +110,15 @@ std::vector<std::string> drawingSeeds()
     return seeds;
 }
 
-void checkToolShading(Input& input, Differences& differences)
-{
-    const int width = 1 + input.number<unsigned char>() % 24;
-    const int height = 1 + input.number<unsigned char>() % 24;
-    const int top = input.number<unsigned char>() % height;
-    // In ascending order.
-    const int cap = input.number<signed char>();
-    const int shank = cap + input.number<unsigned char>();
-    const int shoulder = shank + input.number<unsigned char>();
-    const torvapdm::SectionMarks marks = {cap, shank, shoulder};
-    const reference::Marks same = {cap, shank, shoulder};
-    const int t = input.number<unsigned char>();
-    const int span = t + input.number<unsigned char>();
-    const std::string_view pixels = input.rest(); // row by row, one byte per pixel
-    const auto isOutline = [&](int x, int y) {
-        const auto at = static_cast<size_t>(y * width + x);
-        return x >= 0 && x < width && y >= 0 && y < height && at < pixels.size() &&
-               pixels[at] == '#';
-    };
-
-    const auto run = torvapdm::findBodyRun(isOutline, top, {width, height}, marks);
-    differences.compare(
-        "run", run ? std::vector<int>{run->boundary, run->top, run->bottom} : std::vector<int>{},
-        reference::bodyRun(isOutline, top, width, height, same));
-    const std::uint32_t section = torvapdm::sectionColour(top, marks);
-    differences.compare("section", section, reference::sectionColour(top, same));
-    if (span > 0)
-        differences.compare("body", torvapdm::bodyColour(section, t, span),
-                            reference::bodyColour(section, t, span));
-}
-
 } // namespace
 
 std::vector<Target> pictureTargets()
 {
-    using namespace std::string_literals;
-    return {{"numbers",
-             checkNumbers,
-             {numbers(1.9, 5, 1, 9), numbers(-1.9, 5, 9, 1), numbers(1e300, -5, 0, 32767),
-              numbers(134217727.5, 7, 7, 7), numbers(-1e300 * 1e300, 2147483647, 0, 1),
-              numbers(1e300 * 1e300 - 1e300 * 1e300, 0, -1, 1)},
-             {raw(90.0), raw(1e9), raw(-0.0), raw(2147483647)}},
-            {"tool_colours",
-             checkToolColours,
-             {adjusting(0xD8930E, 80, -50), adjusting(0x801010, 60, -1), adjusting(0, 0, 0),
-              adjusting(0xFFFFFF, 100, 100), adjusting(0x808080, -100, -100),
-              adjusting(0x7FFF00, 1, 1), adjusting(0x108010, 30, 0)},
-             {"\xFF\xFF\xFF", std::string(3, '\0'), "\x80\x80\x80", "\x7F"}},
-            {"tool_drawing",
+    return {{"tool_drawing",
              checkToolDrawing,
              drawingSeeds(),
              {raw(0.5), raw(1.0), raw(-1.0), raw(10.0), raw(20.2), raw(45.0), raw(90.0), raw(1e-9),
-              raw(1e9), raw(1e308), raw(std::uint16_t{100})}},
-            {"tool_shading",
-             checkToolShading,
-             {"\7\3\0\1\2\3\2\5"s + "..##.#....##......#.............",
-              "\xB\5\1\2\1\0\0\1"s + std::string(12, '#') + "..#..........#........#......",
-              "\x17\x17\0\xFF\0\0\x2D\x2D"s + std::string(576, '#'),
-              "\5\5\2\3\0\0\1\0"s + ".#....#....#....#....#....#..."},
-             {"#", ".", "..#..", "##"}}};
+              raw(1e9), raw(1e308), raw(std::uint16_t{100})}}};
 }
 
 } // namespace fuzzing

@@ -114,7 +114,7 @@ inline Table questions()
     };
     const auto lastNode = [] { return text(TpMainOpMgr.GetMainOpList()[2]); };
     const auto plane = [] { return text(Planes.GetPlanePtrByID(1)); };
-    const auto question = HostOperation::Kind::question;
+    using enum HostOperation::Kind;
     return {
         {"BackplotActive", question, L"", isBackplotActive, L"true", L"false"},
         {"has_db_changed", question, L"", isChanged, L"true", L"false"},
@@ -160,8 +160,7 @@ inline Table documentOperations(const std::wstring& part, const std::wstring& ou
         CStringArray files;
         return text(RunSetupSheetOnSelectedOpsWithoutUI(files));
     };
-    const auto [result, action] =
-        std::pair(HostOperation::Kind::result, HostOperation::Kind::action);
+    using enum HostOperation::Kind;
     const std::wstring opening = L"(" + text(part) + L", false, true, 3, false, *, null)";
     const std::wstring saving = L"(" + text(output) + L", null, false";
     return {
@@ -188,8 +187,7 @@ inline Table machiningOperations()
         TpGroup group{};
         return text(NCSuffix(&group));
     };
-    const auto [result, action] =
-        std::pair(HostOperation::Kind::result, HostOperation::Kind::action);
+    using enum HostOperation::Kind;
     return {{"list_manager", action, LR"(list_manager(1, "", 0, *))", firstNode, L"*", L"null"},
             {"tool_manager", action, L"tool_manager(*, 5, *, *)", toolIsFilled, L"true", L"false"},
             {"CalcCycleTime", result, L"CalcCycleTime(*, false)", cycleTime, L"14.5", L"0"},
@@ -224,8 +222,7 @@ inline Table applicationOperations(CMastercamInterface& application)
     const auto viewOf = [&application] { return text(application.position2()); };
     const auto parent = [&application] { return text(application.position4()); };
     const auto processing = [&application] { return text(application.position5()); };
-    const auto [question, action] =
-        std::pair(HostOperation::Kind::question, HostOperation::Kind::action);
+    using enum HostOperation::Kind;
     return {
         {"CMastercamInterface.position0", question, L"", folder, text(programFolder()), LR"("")"},
         {"CMastercamInterface.position2", question, L"", viewOf, L"*", L"null"},

@@ -3,7 +3,7 @@
 // file's name and the lines that describe it, separated by bars. Exits with 1 if the library cannot
 // be loaded.
 //
-//   toolimage-2.bmp|2  bull nose end mill|dia. 20, shank 16|flutes 30, length 80|radius 4
+//   toolimage-2.bmp|2  bull nose end mill|dia. 20, shank 16|flutes 30, length 80|radius 4, angle 0
 #include "support/draw_tool_entry.h"
 
 #include <cstdint>
@@ -47,20 +47,6 @@ const Tool tools[] = {
     {15, "unknown", 40, 0, 0, 45, 45, 60, 22},
 };
 
-void describe(const Tool& tool, int imageId)
-{
-    std::printf("toolimage-%d.bmp|%u  %s|dia. %g, shank %g|", imageId, tool.kind, tool.name,
-                tool.diameter, tool.shankDiameter);
-    if (tool.fluteLength > 0)
-        std::printf("flutes %g, ", tool.fluteLength);
-    std::printf("length %g|", tool.overallLength);
-    if (tool.cornerRadius > 0)
-        std::printf("radius %g", tool.cornerRadius);
-    if (tool.tipAngle > 0)
-        std::printf("%sangle %g", tool.cornerRadius > 0 ? ", " : "", tool.tipAngle);
-    std::printf("\n");
-}
-
 } // namespace
 
 int main()
@@ -74,7 +60,10 @@ int main()
         drawTool(pictureWidth, pictureHeight, tool.kind, tool.diameter, tool.cornerRadius,
                  tool.tipAngle, tool.fluteLength, tool.shoulderLength, tool.overallLength,
                  tool.shankDiameter, imageId);
-        describe(tool, imageId++);
+        std::printf("toolimage-%d.bmp|%u  %s|dia. %g, shank %g|flutes %g, length %g|"
+                    "radius %g, angle %g\n",
+                    imageId++, tool.kind, tool.name, tool.diameter, tool.shankDiameter,
+                    tool.fluteLength, tool.overallLength, tool.cornerRadius, tool.tipAngle);
     }
     return 0;
 }
