@@ -32,9 +32,9 @@ void checkIn(const PreparedCommand& command)
 PreparedCommand prepareCommand(const std::string& text)
 {
     Command command = parseCommand(text);
-    const std::int32_t id = command.file.id;
-    return {command.kind, id, std::make_unique<CompanionFile>(std::move(command.file)),
-            L"Mastercam", L"OnFileNew"};
+    PreparedCommand prepared{command.kind, command.file.id, nullptr, L"Mastercam", L"OnFileNew"};
+    prepared.openRequest = std::make_unique<CompanionFile>(std::move(command.file));
+    return prepared;
 }
 
 void dispatchCommand(PreparedCommand command)
