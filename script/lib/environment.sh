@@ -68,7 +68,7 @@ count_steps() {
     local terminal=
     [ ! -t 1 ] || terminal=1
     awk -v terminal="$terminal" '
-        match($0, /^\[[0-9]+\/[0-9]+\]/) {
+        match($0, /^\[[1-9][0-9]*\/[0-9]+\]/) {
             split(substr($0, 2, RLENGTH - 2), step, "/")
             if (terminal) { printf "\rbuilding: %d of %d", step[1], step[2]; fflush(); counted = 1 }
             else if (step[1] >= next_at) {
