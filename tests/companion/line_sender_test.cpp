@@ -29,32 +29,32 @@ std::vector<std::string> socketCalls;
 const std::vector<std::string> oneAttempt = {"start 514", "socket 2 1 6", "connect 16",
                                              "send 0",    "close",        "cleanup"};
 
-int WSAAPI notedStart(WORD version, LPWSADATA data)
+int WINAPI notedStart(WORD version, LPWSADATA data)
 {
     socketCalls.push_back("start " + std::to_string(version));
     return systems(&WSAStartup, "WSAStartup", L"ws2_32.dll")(version, data);
 }
 
-SOCKET WSAAPI notedSocket(int family, int type, int protocol)
+SOCKET WINAPI notedSocket(int family, int type, int protocol)
 {
     socketCalls.push_back("socket " + std::to_string(family) + ' ' + std::to_string(type) + ' ' +
                           std::to_string(protocol));
     return systems(&socket, "socket", L"ws2_32.dll")(family, type, protocol);
 }
 
-int WSAAPI notedListen(SOCKET listening, int backlog)
+int WINAPI notedListen(SOCKET listening, int backlog)
 {
     socketCalls.push_back("listen " + std::to_string(backlog));
     return systems(&listen, "listen", L"ws2_32.dll")(listening, backlog);
 }
 
-int WSAAPI notedCloseSocket(SOCKET closed)
+int WINAPI notedCloseSocket(SOCKET closed)
 {
     socketCalls.push_back("close");
     return systems(&closesocket, "closesocket", L"ws2_32.dll")(closed);
 }
 
-int WSAAPI notedCleanup()
+int WINAPI notedCleanup()
 {
     socketCalls.push_back("cleanup");
     return systems(&WSACleanup, "WSACleanup", L"ws2_32.dll")();
