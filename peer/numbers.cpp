@@ -28,7 +28,7 @@ bool isWideSpace(unsigned unit)
     }
 }
 
-// The space, digit or ASCII character that the unit stands for in a number; '?' for any other.
+// The space, digit or ASCII character that the unit is read as in a number; '?' for any other.
 char toAscii(wchar_t character)
 {
     static constexpr unsigned zeros[] = {0x0660, 0x06F0, 0x0966, 0x09E6, 0x0A66, 0x0AE6,
