@@ -55,8 +55,6 @@ public:
         if (window)
             DestroyWindow(window);
     }
-    FaultWorld(const FaultWorld&) = delete;
-    FaultWorld& operator=(const FaultWorld&) = delete;
 
     std::wstring path(const std::wstring& below) const { return installation_.path(below); }
     std::wstring commandFile() const { return installation_.commandFile(GetCurrentProcessId()); }
