@@ -26,6 +26,9 @@ if(MINGW)
   add_link_options(-Wl,--gc-sections)
 endif()
 
+# Compile options for what does not ship. One section for each function would only cost time.
+set(built_quickly -O0 -fno-function-sections -fno-data-sections)
+
 function(add_own_options target)
   if(MSVC)
     target_compile_options(${target} PRIVATE /W4 /WX /utf-8 /permissive-)

@@ -4,7 +4,7 @@
 ; Setup changes no installed file before every new file is written under a temporary name and every old
 ; one is known to be replaceable. An earlier version is removed by its own uninstaller, which knows its files.
 ;
-; packaging/pack defines VERSION, PACKAGE (the folder with the files to install), FILES (their list) and
+; packaging/pack defines VERSION, HOST (the host that the DLL was built for), PACKAGE (the folder with the files to install), FILES (their list) and
 ; SETUP (the output file).
 Target amd64-unicode
 SetCompressor /SOLID lzma
@@ -19,8 +19,9 @@ ManifestDPIAware true
 !include Win\WinError.nsh
 !include "${FILES}"
 
-!define PRODUCT "TORVA ZEM add-in for Mastercam"
-!define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${PRODUCT}"
+!define PRODUCT "TORVA ZEM add-in for ${HOST}"
+; The same for every host, so that a package for one replaces a package for another.
+!define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\TORVA ZEM add-in for Mastercam"
 !define HOOKS "chooks" ; the folder of command hooks, in Mastercam's folder
 !define LIBRARY "${HOOKS}\torvapdm.dll"
 !define UNINSTALLER "uninstall.exe"
@@ -55,9 +56,16 @@ Var KeepsEntry
 !define MUI_ICON "${NSISDIR}/Contrib/Graphics/Icons/box-install.ico"
 !define MUI_UNICON "${NSISDIR}/Contrib/Graphics/Icons/box-uninstall.ico"
 
+!if "${HOST}" == "the stand-in host"
+    !define PURPOSE "This package is for the stand-in host, for tests and integration. Mastercam cannot load \
+        its add-in. "
+!else
+    !define PURPOSE ""
+!endif
+
 !define MUI_PAGE_HEADER_TEXT "Mastercam's folder"
 !define MUI_PAGE_HEADER_SUBTEXT "Where is Mastercam installed?"
-!define MUI_DIRECTORYPAGE_TEXT_TOP "Setup installs the add-in as a command hook, in the folder ${HOOKS} of \
+!define MUI_DIRECTORYPAGE_TEXT_TOP "${PURPOSE}Setup installs the add-in as a command hook, in the folder ${HOOKS} of \
     Mastercam. Choose the folder that contains Mastercam.exe, and close Mastercam."
 !define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Mastercam's folder"
 !define MUI_DIRECTORYPAGE_VARIABLE $HostFolder

@@ -114,7 +114,7 @@ TEST_F(Setup, putsEveryPackedFileInPlace)
 TEST_F(Setup, entersItselfAmongTheInstalledPrograms)
 {
     ASSERT_EQ(site.setUp(), done);
-    EXPECT_EQ(entryText(L"DisplayName"), L"TORVA ZEM add-in for Mastercam");
+    EXPECT_EQ(entryText(L"DisplayName"), L"TORVA ZEM add-in for the stand-in host");
     EXPECT_EQ(entryText(L"DisplayVersion"), L"" VERSION_TEXT);
     EXPECT_EQ(entryText(L"Publisher"), L"TORVA AS");
     EXPECT_EQ(entryText(L"InstallLocation"), site.addInFolder);

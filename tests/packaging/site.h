@@ -22,7 +22,7 @@ inline std::wstring packedPath(const std::wstring& below)
 // pages.
 inline std::wstring packedFolder()
 {
-    return packedPath(L"package\\torvapdm-" VERSION_TEXT);
+    return packedPath(L"package\\torvapdm-" VERSION_TEXT "-stand-in-host");
 }
 inline std::wstring setupProgram()
 {
@@ -30,7 +30,8 @@ inline std::wstring setupProgram()
 }
 inline std::wstring earlierSetupProgram()
 {
-    return packedPath(L"earlier-package\\torvapdm-" EARLIER_VERSION_TEXT "-setup.exe");
+    return packedPath(L"earlier-package\\torvapdm-" EARLIER_VERSION_TEXT
+                      "-stand-in-host-setup.exe");
 }
 
 // The key in the list of installed programs, and a string value in it; empty if there is none.
