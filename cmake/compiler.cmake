@@ -72,9 +72,11 @@ function(compile_by_folder target)
     set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
   endforeach()
   set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
-  if(CMAKE_UNITY_BUILD AND NOT MSVC)
-    # Between sources that are only compiled together these mean nothing.
+  # Between sources that are only compiled together these mean nothing.
+  if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-shadow)
+  elseif(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+    target_compile_options(${target} PRIVATE -Wno-shadow)
   endif()
 endfunction()
 

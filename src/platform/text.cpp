@@ -8,6 +8,10 @@ namespace torvapdm {
 
 std::string toNarrow(const std::wstring& text, UINT codePage, DWORD flags)
 {
+    // These have every character, and Windows refuses them with flags.
+    constexpr UINT gb18030 = 54936;
+    if (codePage == CP_UTF8 || codePage == gb18030)
+        flags = 0;
     const int length = static_cast<int>(text.size());
     const int size =
         WideCharToMultiByte(codePage, flags, text.data(), length, nullptr, 0, nullptr, nullptr);

@@ -24,6 +24,16 @@ int __cdecl notedCloseStream(FILE* stream)
     return systems(&fclose, "fclose", cLibrary)(stream);
 }
 
+// Refuses flags for the code pages that have every character; other systems ignore them.
+int WINAPI convertAsWindowsDoes(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes,
+                                int size, LPCCH unknown, LPBOOL hasUnknown)
+{
+    auto* const convert = systems(&WideCharToMultiByte, "WideCharToMultiByte");
+    if (flags != 0 && (codePage == CP_UTF8 || codePage == 54936))
+        return 0;
+    return convert(codePage, flags, text, length, bytes, size, unknown, hasUnknown);
+}
+
 } // namespace
 
 TEST(Paths, distinguishFilesFromFolders)
@@ -94,6 +104,14 @@ TEST(Text, becomesNarrowWithoutATerminator)
     EXPECT_EQ(toNarrow(L"\u0100", 1252, WC_NO_BEST_FIT_CHARS), "?");
     EXPECT_EQ(toNarrow(L"", 1252), "");
     EXPECT_EQ(toNarrow(std::wstring(L"a\0b", 3), 1252), std::string("a\0b", 3));
+}
+
+TEST(Text, becomesUtf8WithoutFlags)
+{
+    redirectCalls(&WideCharToMultiByte, "WideCharToMultiByte", &convertAsWindowsDoes);
+    EXPECT_EQ(toNarrow(L"a\u00C4", CP_UTF8, WC_NO_BEST_FIT_CHARS), "a\xC3\x84");
+    EXPECT_EQ(toNarrow(L"a", 54936, WC_NO_BEST_FIT_CHARS), "a");
+    EXPECT_EQ(toNarrow(L"\u0100", 1252, WC_NO_BEST_FIT_CHARS), "?");
 }
 
 TEST(Text, becomesWideUpToItsFirstNul)
