@@ -161,8 +161,8 @@ TEST_F(CompanionCommits, giveTheLastOneThePicture)
     const std::wstring one = makePart(L"one.mcam", "1");
     const std::wstring two = makePart(L"two.mcam", "2");
     makePicture("BM two");
-    appendCommit(requestFile(4242), formatCommitRecord(noId, one));
-    appendCommit(requestFile(4242), formatCommitRecord(noId, two));
+    appendCommit(commitFile(4242), formatCommitRecord(noId, one));
+    appendCommit(commitFile(4242), formatCommitRecord(noId, two));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, L"two", 1));
     EXPECT_EQ(libraryBytes(L"one\\v1.bmp"), std::nullopt);
@@ -324,12 +324,12 @@ TEST_F(CompanionCommits, waitForAWritableLibrary)
         EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
         EXPECT_EQ(companion.count(L"version name"), 0u);
     }
-    EXPECT_FALSE(requestFiles().empty());
+    EXPECT_FALSE(commitFiles().empty());
     setWriteProtection(index, false);
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
     EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), "1");
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
     EXPECT_EQ(companion.count(L"version name"), 1u);
 }
 

@@ -75,7 +75,7 @@ protected:
         return word + L" id=" + std::to_wstring(id) + L" host=" + self + rest;
     }
 
-    // The log events for this host, except `command`, each without `after=` and the rest.
+    // The log events for this host except `command`, each cut off before ` after=`.
     Lines deliveryEvents(const CompanionProgram& companion) const
     {
         Lines found;

@@ -59,14 +59,14 @@ private:
 // not known in advance or not predicted. Empty for an event that no step predicts.
 std::wstring shortEvent(const std::wstring& line)
 {
-    constexpr size_t dateTimeAndBlank = 24;
+    constexpr size_t dateTimeAndSpace = 24;
     static const std::set<std::wstring> unpredicted = {
         L"started", L"stopped", L"library",   L"host-found", L"host-gone", L"settings",
         L"sent",    L"about",   L"check-out", L"new-file",   L"check-in"};
     static const std::map<std::wstring, std::wstring> endings = {
         {L"line", L" "},        {L"command", L" "},     {L"nc-program", L" "},
         {L"taken", L" after="}, {L"commit", L" from="}, {L"setup-sheet", L" file="}};
-    const std::wstring event = line.substr(std::min(line.size(), dateTimeAndBlank));
+    const std::wstring event = line.substr(std::min(line.size(), dateTimeAndSpace));
     const std::wstring word = event.substr(0, event.find(L' '));
     if (unpredicted.contains(word))
         return {};

@@ -49,11 +49,11 @@ public:
     // The event log, each line without date and time.
     Lines log() const
     {
-        constexpr size_t dateTimeAndBlank = 24;
+        constexpr size_t dateTimeAndSpace = 24;
         Lines lines =
             linesOf(fromUtf8(readBytes(installation_.path(L"sys\\companion.log")).value_or("")));
         for (std::wstring& line : lines)
-            line.erase(0, dateTimeAndBlank);
+            line.erase(0, dateTimeAndSpace);
         return lines;
     }
 
