@@ -100,8 +100,8 @@ protected:
         const std::wstring commandFile = installation.commandFile(GetCurrentProcessId());
         writeBytes(commandFile, "");
         const size_t taken = companion.count(L"taken ");
-        EXPECT_EQ(companion.tell(L"--send " + quoted(name) + L" --host " +
-                                 std::to_wstring(GetCurrentProcessId()) + options),
+        EXPECT_EQ(companion.run(L"--send " + quoted(name) + L" --host " +
+                                std::to_wstring(GetCurrentProcessId()) + options),
                   carriedOut);
         EXPECT_TRUE(waitUntil([&] { return readBytes(commandFile).value_or("") != ""; }));
         writeBytes(commandFile, "");
@@ -141,7 +141,7 @@ protected:
                                     std::to_wstring(version) + L" ");
     }
     // The log lines after those of the start.
-    static Lines logBehindStart(const CompanionProgram& companion)
+    static Lines logAfterStart(const CompanionProgram& companion)
     {
         Lines log = companion.log();
         log.erase(log.begin(), log.begin() + std::min(std::ssize(log), std::ptrdiff_t{2}));

@@ -55,7 +55,7 @@ protected:
     {
         const size_t failed = companion.count(L"commit-failed");
         for (size_t i = 1; i <= 2; ++i) {
-            EXPECT_EQ(companion.tell(L"--commit C:\\no.mcam"), carriedOut);
+            EXPECT_EQ(companion.run(L"--commit C:\\no.mcam"), carriedOut);
             EXPECT_TRUE(companion.waitForLog(L"commit-failed", failed + i));
         }
     }
@@ -183,7 +183,7 @@ TEST_F(CommitQueue, skipsHalfARecordBeforeAnother)
     expectParts(1);
 }
 
-TEST_F(CommitQueue, isNotBlindedByGarbage)
+TEST_F(CommitQueue, skipsGarbageBeforeARecord)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -216,7 +216,7 @@ TEST_F(CommitQueue, findsRecordsAfterMuchGarbage)
     expectParts(1);
 }
 
-TEST_F(CommitQueue, takesWhatAnEndedProcessLeft)
+TEST_F(CommitQueue, processesTheFileOfAnEndedProcess)
 {
     appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(2)));
@@ -229,7 +229,7 @@ TEST_F(CommitQueue, takesWhatAnEndedProcessLeft)
     EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
 }
 
-TEST_F(CommitQueue, takesWhatTheSameProcessIdLeft)
+TEST_F(CommitQueue, processesTheFilesOfItsReusedProcessId)
 {
     const CompanionProgram companion(installation, L"", true);
     const DWORD process = companion.process().id();
@@ -241,7 +241,7 @@ TEST_F(CommitQueue, takesWhatTheSameProcessIdLeft)
     expectParts(3);
 }
 
-TEST_F(CommitQueue, logsWhatTheSameProcessIdLeft)
+TEST_F(CommitQueue, logsTheFileOfItsReusedProcessId)
 {
     const CompanionProgram companion(installation, L"", true);
     const std::wstring file = commitFile(companion.process().id());
@@ -262,7 +262,7 @@ TEST_F(CommitQueue, startsWithTheOldest)
     expectParts(3);
 }
 
-TEST_F(CommitQueue, takesLateRecordsOfAnEndedProcess)
+TEST_F(CommitQueue, processesLateRecordsOfAnEndedProcess)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -275,7 +275,7 @@ TEST_F(CommitQueue, takesLateRecordsOfAnEndedProcess)
 }
 
 // A host gets process id 0 if it queries a window that has just been destroyed.
-TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
+TEST_F(CommitQueue, processesTheFileOfProcess0)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
@@ -285,7 +285,7 @@ TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
     expectParts(1);
 }
 
-TEST_F(CommitQueue, keepsOffARunningProcesssFile)
+TEST_F(CommitQueue, ignoresTheFileOfARunningProcess)
 {
     std::filesystem::create_directories(installation.path(L"other"));
     std::filesystem::copy_file(programFolder() + L"desktop_keeper.exe",
@@ -315,7 +315,7 @@ TEST_F(CommitQueue, continuesAfterAnEndedBookmark)
 }
 
 // The process ended after it wrote the index and before it wrote the bookmark.
-TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
+TEST_F(CommitQueue, doesNotStoreAnIndexedVersionAgain)
 {
     appendCommit(commitFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
     appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
@@ -344,7 +344,7 @@ TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
 
 // The process ended after it copied the part file and before it wrote the index: the copy has the
 // content that was committed.
-TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
+TEST_F(CommitQueue, finishesAVersionMissingFromTheIndex)
 {
     const std::wstring changedSince = numberedPart(7);
     appendCommit(commitFile(endedProcess), formatCommitRecord(17, changedSince));
@@ -360,7 +360,7 @@ TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
 }
 
 // The process ended while it copied the part file.
-TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
+TEST_F(CommitQueue, repeatsAnInterruptedCopy)
 {
     appendCommit(commitFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
     writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
@@ -413,7 +413,7 @@ TEST_F(CommitQueue, isRemovedBeforeTheProgramEnds)
     const CompanionProgram companion(installation);
     for (int number = 1; number <= 20; ++number)
         commit(companion, noId, numberedPart(number));
-    EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+    EXPECT_EQ(companion.run(L"--quit"), carriedOut);
     expectParts(20);
     EXPECT_EQ(commitFiles(), Lines{});
     EXPECT_EQ(companion.log().back(), L"stopped");
@@ -426,7 +426,7 @@ TEST_F(CommitQueue, keepsARecordWrittenDuringTheEnd)
         const CompanionProgram companion(installation);
         ASSERT_NE(companion.waitForWindow(), nullptr);
         CommitAppend late(commitFile(companion.process().id()));
-        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        EXPECT_EQ(companion.run(L"--quit"), carriedOut);
         EXPECT_TRUE(late.lock(record.size()));
         EXPECT_TRUE(late.write(record));
         late.unlock();
@@ -439,7 +439,7 @@ TEST_F(CommitQueue, keepsARecordWrittenDuringTheEnd)
 }
 
 // Two hosts that append alternately: each seeks to the end only after the other has finished.
-TEST_F(CommitQueue, takesRecordsOfTwoWritersInTurn)
+TEST_F(CommitQueue, processesRecordsOfTwoWritersInTurn)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);

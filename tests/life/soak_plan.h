@@ -157,7 +157,7 @@ private:
 
     void send(SoakPart& part)
     {
-        tellCompanion(L"--send \"" + part.name + L'"', part.number);
+        sendCommand(L"--send \"" + part.name + L'"', part.number);
         expectOpening(part, part.number);
     }
 
@@ -242,23 +242,23 @@ private:
 
     void newFile()
     {
-        tellCompanion(L"--new-file", 0);
+        sendCommand(L"--new-file", 0);
         expectNewFile();
     }
 
     void checkIn()
     {
-        tellCompanion(L"--check-in", 0);
+        sendCommand(L"--check-in", 0);
         step_.trace.emplace_back(L"other m_fclose(null, 0, null)");
         expectNewFile();
         isKnown_ = true; // its id reads 0
     }
 
     // The Companion sends a request, which the host takes.
-    void tellCompanion(const std::wstring& words, std::int32_t id)
+    void sendCommand(const std::wstring& arguments, std::int32_t id)
     {
         const std::wstring host = std::to_wstring(facts_.processId);
-        step_.acts.push_back(L"companion " + words + L" --host " + host);
+        step_.acts.push_back(L"companion " + arguments + L" --host " + host);
         step_.events = {L"command", L"taken id=" + std::to_wstring(id) + L" host=" + host};
     }
 

@@ -222,7 +222,7 @@ TEST_F(Commit, locksBeyondFourGigabytes)
               (std::vector<std::string>{"lock 7 3 26 0", "write 26", "unlock 7 3 26 0"}));
 }
 
-TEST_F(Commit, isRecordedForTheWindowsProcess)
+TEST_F(Commit, isRecordedForTheProcessOfTheWindow)
 {
     runCompanion();
     redirectCalls(&GetWindowThreadProcessId, "GetWindowThreadProcessId", &anotherProcess,
