@@ -189,7 +189,7 @@ TEST_F(Checkout, startsARunningCompanionOnce)
 
 TEST_F(Checkout, clearsThePendingRequestFirst)
 {
-    postOpenRequest({5, L"C:\\a.mcam"});
+    AddInState::postRequest({5, L"C:\\a.mcam"});
     m_load(0); // the Companion is missing
     EXPECT_FALSE(isRequestPending());
 }

@@ -413,9 +413,10 @@ TEST_F(Listener, sharesItsFileFully)
 
 TEST_F(Listener, failsToProbeItsOwnFile)
 {
-    EXPECT_FALSE(opensDenyingNone(truncateToBytes(commandPath).c_str()));
+    EXPECT_FALSE(canOpenWithoutDeleteSharing(truncateToBytes(commandPath).c_str()));
     writeBytes(installation.path(L"free.txt"), "");
-    EXPECT_TRUE(opensDenyingNone(truncateToBytes(installation.path(L"free.txt")).c_str()));
+    EXPECT_TRUE(
+        canOpenWithoutDeleteSharing(truncateToBytes(installation.path(L"free.txt")).c_str()));
 }
 
 TEST_F(ListenerCycle, waitsOnePeriodForItsOwnFile)

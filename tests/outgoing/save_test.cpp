@@ -648,7 +648,7 @@ TEST_F(SaveUntitled, asksForTheInterfaceFirst)
 
 TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 {
-    postOpenRequest({12, name});
+    AddInState::postRequest({12, name});
     reportTheNextSave(); // the save at the end of the load, before the id is set
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
@@ -660,7 +660,7 @@ TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 
 TEST_F(SaveInterrupted, commitsAnOpenedDocumentTwice)
 {
-    postOpenRequest({12, name});
+    AddInState::postRequest({12, name});
     callFromLoop([] { return AddInState::zemId() != noZemId; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
