@@ -16,7 +16,7 @@ namespace bench {
 
 namespace {
 
-std::wstring requestFile()
+std::wstring commitFile()
 {
     return installation().path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) +
                                L".dat");
@@ -57,7 +57,7 @@ void readSettingsBare(const std::string& path, const char* key)
 
 void appendBare(const std::string& record)
 {
-    const HANDLE file = CreateFileW(requestFile().c_str(), GENERIC_READ | GENERIC_WRITE,
+    const HANDLE file = CreateFileW(commitFile().c_str(), GENERIC_READ | GENERIC_WRITE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_ALWAYS, 0, nullptr);
     const auto size = static_cast<DWORD>(record.size());
@@ -81,7 +81,7 @@ Rows commitRows()
     standin::setState("geo_filename", L"C:\\parts\\a.mcam");
     testing_support::AddInState::setZemId(42);
     require(torvapdm::commitDocument(), "a commit is delivered");
-    const std::string record = testing_support::readBytes(requestFile()).value_or("");
+    const std::string record = testing_support::readBytes(commitFile()).value_or("");
     const std::string settings = testing_support::toUtf8(torvapdm::settingsFilePath());
     const auto bare = [&] {
         isCompanionRunningBare();

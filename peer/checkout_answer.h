@@ -13,8 +13,8 @@ enum class AnswerKind { unusable, checkIn, file };
 
 struct CheckoutAnswer {
     AnswerKind kind = AnswerKind::unusable;
-    std::wstring fileType{};            // file: the first three letters
-    std::int32_t id = 0;                // file: the number after them, 0 for none
+    std::wstring fileType{};            // file: the first three characters of the first word
+    std::int32_t id = 0;                // file: the number after the type, 0 if there is none
     std::wstring path{};                // file: everything after the first space
     std::vector<std::string> remarks{}; // what is wrong with it, one sentence each
 };

@@ -23,7 +23,7 @@ enum class HostCommandKind { none, checkIn, newFile, open, malformed };
 struct HostCommand {
     HostCommandKind kind = HostCommandKind::none;
     std::int32_t id = 0;                // open, newFile
-    std::string path{};                 // open: bytes; checkIn: the name after the word
+    std::string path{};                 // open: the path's bytes; checkIn: the name after CHECKIN
     std::vector<std::string> remarks{}; // what is wrong with it, one sentence each
 };
 

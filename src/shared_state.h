@@ -19,6 +19,15 @@ namespace torvapdm {
 
 // ---- The open document -------------------------------------------------------------------------
 
+// Special values of the two ids below:
+//
+//   currentRequestId   0            no request yet, or a check-in
+//                      -1           a request with this id (`noRequestId`), which opens nothing
+//   currentZemId       0xFFFFFFFF   the document is not one of the Companion's (`noZemId`)
+//                      0            a check-in, or a save with request id 0; counts as known
+//
+// A save copies currentRequestId into currentZemId, so that -1 becomes 0xFFFFFFFF.
+
 // The id of the Companion's last request; 0 after a check-in.
 // Written: listener (every open and new-file request, check-in), UI (check-in in a check-out
 // answer). Read: UI (machine settings, setup sheet, tool export, save, NC queue).

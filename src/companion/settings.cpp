@@ -6,14 +6,6 @@
 
 namespace torvapdm {
 
-void drainStandardInputLine()
-{
-    int character;
-    do
-        character = std::getchar();
-    while (character != '\n' && character != EOF);
-}
-
 std::string getSetting(const std::string& identifier)
 {
     FILE* stream = nullptr;

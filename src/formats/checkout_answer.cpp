@@ -14,7 +14,7 @@ std::uint16_t numberAt(std::int64_t seconds)
 
 } // namespace
 
-CheckoutAnswer parseCheckoutAnswer(const std::wstring& text, std::wstring& typePrefix)
+CheckoutAnswer parseCheckoutAnswer(const std::wstring& text, std::wstring& fileType)
 {
     const std::wstring firstLine = text.substr(0, text.find(L'\n'));
     const size_t space = firstLine.find(L' ');
@@ -23,7 +23,7 @@ CheckoutAnswer parseCheckoutAnswer(const std::wstring& text, std::wstring& typeP
     const std::wstring word = firstLine.substr(0, space);
     if (word == L"CHECKIN")
         return {CheckoutAnswer::Kind::checkIn, {}};
-    typePrefix = word.substr(0, 3);
+    fileType = word.substr(0, 3);
     // Quirk Q18: substr throws for a word of fewer than three characters.
     const std::int32_t id = parseDecimalOrZero(word.substr(3));
     return {CheckoutAnswer::Kind::file, {id, text.substr(space + 1)}};

@@ -20,6 +20,7 @@ std::string_view idText(std::string_view text, size_t lineFeed)
 }
 
 // Quirk Q2: the path is a piece two bytes shorter than the line, less its first and its last byte.
+// The piece starts at the first space of the text, wherever that is, and can run into later lines.
 // A carriage return stays in the path ("xyz7 a\r\n" opens "a\r"); without a line feed the last byte
 // is lost ("xyz7 abc" opens "ab"). With a line feed at byte 0 or 1 the length wraps around and is
 // clipped at the end of the text; at byte 2 there is nothing to cut, and the command is malformed.
@@ -59,7 +60,7 @@ Command parseCommand(std::string_view text)
         return {Command::Kind::checkIn, {}};
     try {
         return parseOpenRequest(text);
-    } catch (const std::out_of_range&) {
+    } catch (const std::out_of_range&) { // substr: the text has no space or fewer than three bytes
         return {};
     }
 }

@@ -14,15 +14,14 @@ inline constexpr std::wstring_view debugLogFile = L"\\sys\\mcxlog.txt";
 inline constexpr std::wstring_view screenPictureFile = L"\\commit\\screendump.bmp";
 inline constexpr std::wstring_view companionProgram = L"\\TORVA-ZEM.exe";
 
-// A number and an extension follow: the host's process id, the Companion's process id, the request
-// id (three times), the image id, the tool number.
-inline constexpr std::wstring_view commandFilePrefix = L"\\temp\\mastercam-";
-inline constexpr std::wstring_view commitFilePrefix = L"\\temp\\torvapdm-";
-inline constexpr std::wstring_view machineSettingsPrefix = L"\\temp\\mcsettings-";
-inline constexpr std::wstring_view toolDataPrefix = L"\\temp\\tool-";
-inline constexpr std::wstring_view ncQueuePrefix = L"\\temp\\ncqueue-";
-inline constexpr std::wstring_view toolPicturePrefix = L"\\temp\\toolimage-";
-inline constexpr std::wstring_view toolAndHolderPrefix = L"\\tmp\\ToolAndHolder";
+// A number and an extension follow.
+inline constexpr std::wstring_view commandFilePrefix = L"\\temp\\mastercam-"; // host's pid
+inline constexpr std::wstring_view commitFilePrefix = L"\\temp\\torvapdm-";   // Companion's pid
+inline constexpr std::wstring_view machineSettingsPrefix = L"\\temp\\mcsettings-"; // request id
+inline constexpr std::wstring_view toolDataPrefix = L"\\temp\\tool-";              // request id
+inline constexpr std::wstring_view ncQueuePrefix = L"\\temp\\ncqueue-";            // request id
+inline constexpr std::wstring_view toolPicturePrefix = L"\\temp\\toolimage-";      // image id
+inline constexpr std::wstring_view toolAndHolderPrefix = L"\\tmp\\ToolAndHolder";  // tool number
 
 // A file name follows.
 inline constexpr std::wstring_view ftpFolder = L"\\tmp\\";

@@ -3,12 +3,10 @@
 #include "companion/process.h"
 #include "formats/checkout_answer.h"
 #include "formats/command_lines.h"
-#include "host/barriers.h"
-#include "host/host.h"
 #include "host/message_box.h"
+#include "incoming/command_dispatch.h"
 #include "incoming/incoming_state.h"
 #include "incoming/load.h"
-#include "incoming/message_window.h"
 #include "incoming/pending_request.h"
 #include "platform/files.h"
 
@@ -34,14 +32,10 @@ std::wstring temporaryFolder()
     return folder;
 }
 
-void closeCheckedInFile()
+void clearFileTypeAndCloseStreams()
 {
-    currentRequestId = 0;
-    currentZemId = 0; // Quirk Q4 as well.
     fileTypePrefix.clear();
     _fcloseall(); // Quirk Q19: every C stream of the process.
-    callHost([] { m_fclose(nullptr, 0, nullptr); });
-    postWakeUpMessage();
 }
 
 } // namespace
@@ -80,11 +74,11 @@ CheckoutCommand parseAnswer(const std::wstring& text)
 {
     const CheckoutAnswer answer = parseCheckoutAnswer(text, fileTypePrefix);
     if (answer.kind == CheckoutAnswer::Kind::checkIn)
-        closeCheckedInFile();
+        checkInDocument(clearFileTypeAndCloseStreams);
     return answer.file;
 }
 
-// Quirk Q20: two tests with the same message.
+// Quirk Q20: two tests with the same message box.
 void loadAnsweredFile(const CheckoutCommand& command)
 {
     if (command.id == 0 || command.path.empty()) {

@@ -5,11 +5,11 @@
 
 namespace torvapdm {
 
-// A parsed check-out answer; id 0 or an empty path means no file.
+// The file that an answer names; id 0 or an empty path means none.
 using CheckoutCommand = CompanionFile;
 
-// Runs the command; always 0. Shows a message when the Companion cannot be started or its answer
-// cannot be loaded.
+// Runs the command; always 0. Shows a message box when the Companion cannot be started or its
+// answer cannot be loaded.
 //
 // Throws std::out_of_range for an answer whose first word has fewer than three characters.
 int runCheckoutCommand();
@@ -22,14 +22,15 @@ std::wstring makeExchangeFileName();
 // is deleted when the host's process ends.
 std::wstring readAnswer(const std::wstring& path);
 
-// Parses an answer and sets `fileTypePrefix`. A check-in answer instead sets both ids to 0, clears
-// `fileTypePrefix`, closes the process's C streams and the document, and wakes the message window.
+// Carries out an answer up to its load: sets `fileTypePrefix` and returns the named file. A
+// check-in answer names none; it sets both ids to 0, clears `fileTypePrefix`, closes the process's
+// C streams and the document, and posts WM_MOVE to the message window.
 //
 // Throws std::out_of_range for a first word of fewer than three characters.
 CheckoutCommand parseAnswer(const std::wstring& text);
 
-// Loads the answered file and makes it the Companion's current file. Shows a message when there is
-// none or it cannot be loaded.
+// Loads the answered file and makes it the Companion's current file. Shows a message box when there
+// is none or it cannot be loaded.
 void loadAnsweredFile(const CheckoutCommand& command);
 
 } // namespace torvapdm

@@ -17,17 +17,16 @@ void startNewFile(const PreparedCommand& command)
     callHost([&] { post_FT_command(command.hostModule, command.newFileCommand); });
 }
 
-void checkIn(const PreparedCommand& command)
+} // namespace
+
+void checkInDocument(void (*clearRest)())
 {
     currentRequestId = 0;
     currentZemId = 0; // Quirk Q4: 0, which counts as known, and not `noZemId`.
-    currentFilePath.clear();
+    clearRest();
     callHost([] { m_fclose(nullptr, 0, nullptr); });
-    postWakeUpMessage();
-    startNewFile(command);
+    postMoveMessage();
 }
-
-} // namespace
 
 PreparedCommand prepareCommand(const std::string& text)
 {
@@ -41,7 +40,8 @@ void dispatchCommand(PreparedCommand command)
 {
     switch (command.kind) {
     case Command::Kind::checkIn:
-        checkIn(command);
+        checkInDocument([] { currentFilePath.clear(); });
+        startNewFile(command);
         break;
     case Command::Kind::newFile:
         currentRequestId = command.requestId;

@@ -39,6 +39,7 @@ inline HANDLE listenerThread = nullptr;
 inline std::atomic<unsigned char> listenerStopFlag{0};
 
 // The first three characters of a check-out answer's first word, "CAD" for a file of a CAD system.
+// Empty in this release, so that `isCadFile` is false: no answer is ever read (Quirk Q17).
 // Written: UI (check-out command). Read: UI (load, machine settings).
 inline std::wstring fileTypePrefix;
 

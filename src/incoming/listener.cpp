@@ -66,11 +66,11 @@ PreparedCommand takeCommand(LONGLONG size)
 
 // Polls, since the Companion signals nothing when it has written a command.
 //
-// Quirk Q5: a file that can be opened without sharing its deletion is polled half as often. While
-// the add-in has its file open that probe fails.
-void waitOnePeriod()
+// Quirk Q5: for a file that can be opened without sharing its deletion, the wait is two periods.
+// While the add-in has its file open that probe fails.
+void waitBeforePoll()
 {
-    if (opensDenyingNone(truncateToBytes(commandFilePath.text()).c_str()))
+    if (canOpenWithoutDeleteSharing(truncateToBytes(commandFilePath.text()).c_str()))
         Sleep(pollingPeriodMs);
     Sleep(pollingPeriodMs);
 }
@@ -79,8 +79,9 @@ void waitOnePeriod()
 bool serveCommandFile()
 {
     const LONGLONG size = commandFileSize(commandFile);
+    // Quirk Q7: for good, and the file stays as it is. Windows reports no negative size.
     if (size < 0 || size > longestCommand)
-        return false; // Quirk Q7: for good, and the file stays as it is.
+        return false;
     if (size > 0)
         dispatchCommand(takeCommand(size));
     else if (isRequestPending())
@@ -94,7 +95,7 @@ bool runCycle()
     if (listenerStopFlag)
         return false;
     ensureCommandFileExists();
-    waitOnePeriod();
+    waitBeforePoll();
     return !listenerStopFlag && serveCommandFile();
 }
 

@@ -8,7 +8,7 @@
 
 namespace torvapdm {
 
-// Steps of a cycle, for the tests as well.
+// Steps of a cycle. Exposed for the tests.
 
 // Creates the command file, empty. The caller owns the handle; INVALID_HANDLE_VALUE on failure.
 HANDLE createCommandFile(const std::wstring& path);

@@ -36,7 +36,7 @@ bool openInHost(const std::wstring& path)
         false, [&] { return DoFileOpen(path.c_str(), false, false, 1, true, &escaped, nullptr); });
 }
 
-void nameDocument(const std::wstring& path)
+void setDocumentName(const std::wstring& path)
 {
     std::wcsncpy(geo_filename, mcamNameOf(path).c_str(), std::size(geo_filename));
 }
@@ -82,22 +82,27 @@ void showNameInTitle()
     SetWindowTextW(window, titleForDocument(title, hostFileName()).c_str());
 }
 
-// Passes the document's path to the host's application and returns the window to save with, or
-// null.
-CWnd* announceDocument(const std::wstring& path)
+void setDocumentPathAndRefresh(CMastercamInterface& application, const std::wstring& path)
 {
-    CMastercamInterface* const application = findHostApplication();
-    if (!application)
-        return nullptr;
-    callHost([&] { host::setDocumentPath(*application, path.c_str()); });
-    callHost([&] { host::refreshDocumentView(*application); });
-    callHost([&] { host::refreshApplication(*application); });
-    return askHost<CWnd*>(nullptr, [&] { return host::parentWindow(*application); });
+    callHost([&] { host::setDocumentPath(application, path.c_str()); });
+    callHost([&] { host::refreshDocumentView(application); });
+    callHost([&] { host::refreshApplication(application); });
+}
+
+// The window to save with, or null.
+CWnd* findParentWindow(CMastercamInterface& application)
+{
+    return askHost<CWnd*>(
+        nullptr, [&] { return host::parentWindow(application); });
 }
 
 void saveUnder(const std::wstring& path)
 {
-    CWnd* const parent = announceDocument(path);
+    CWnd* parent = nullptr;
+    if (CMastercamInterface* const application = findHostApplication()) {
+        setDocumentPathAndRefresh(*application, path);
+        parent = findParentWindow(*application);
+    }
     callHost([&] { CFile_DoFileSave(path.c_str(), parent, false, false); });
     callHost([] { set_db_unchanged(); });
 }
@@ -134,9 +139,9 @@ bool loadFile(const std::wstring& path)
     clearDocumentState();
     if (!openInHost(path))
         return false;
-    nameDocument(path);
+    setDocumentName(path);
     debugLog("Loading File #2: %s\n", loggedPath.c_str());
-    transferMachineSettings();
+    transferMachineSettings(); // activates the machine, for a file of a CAD system twice
     debugLog("Loading File #3: %s\n", loggedPath.c_str());
     if (isCadFile())
         finishCadFile();

@@ -33,7 +33,7 @@ void activateMachine(const std::wstring& path)
 
 void transferMachineSettings()
 {
-    // Without similar characters, which can name another file; no file has the default one, '?'.
+    // No best-fit characters: they could name a different file. '?' occurs in no file name.
     const std::string path =
         toNarrow(machineSettingsPath(currentRequestId), GetACP(), WC_NO_BEST_FIT_CHARS);
     OwnFile file(std::fopen(path.c_str(), "r"));

@@ -71,17 +71,12 @@ void postOpenRequest(std::unique_ptr<CompanionFile> request)
     postOpenMessage();
 }
 
-void postOpenRequest(const CompanionFile& request)
-{
-    postOpenRequest(std::make_unique<CompanionFile>(request));
-}
-
 void postOpenMessage()
 {
     post(openMessage);
 }
 
-void postWakeUpMessage()
+void postMoveMessage()
 {
     post(WM_MOVE);
 }

@@ -26,15 +26,13 @@ void closeMessageWindow();
 // Makes the open request, not null, the pending one and posts the open message. Allocates nothing.
 // Any thread.
 void postOpenRequest(std::unique_ptr<CompanionFile> request);
-void postOpenRequest(const CompanionFile& request); // a copy of it
 
 // Posts the open message, which makes the window take the pending request. Does nothing without a
 // window. Any thread.
 void postOpenMessage();
 
-// Posts a message that the window leaves to Windows' default procedure. Does nothing without a
-// window. Any thread.
-void postWakeUpMessage();
+// Posts WM_MOVE, which the window does not handle. Does nothing without a window. Any thread.
+void postMoveMessage();
 
 // The window's procedure. Answers the open message with 1 when it took a request, with 0 when none
 // is pending or the host is not ready; every other message goes to DefWindowProcW.

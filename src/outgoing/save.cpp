@@ -38,7 +38,7 @@ bool waitForSave(CMastercamInterface& application)
     return true;
 }
 
-bool nameDocument()
+bool askForDocumentName()
 {
     CMastercamInterface* const application = findHostApplication();
     if (!application) {
@@ -74,30 +74,24 @@ bool sendSetupSheetIfWanted()
 
 // ---- Saving ------------------------------------------------------------------------------------
 
-// True for a document name of more than 3 characters, of which it makes the framework's string.
-bool hasLongName()
+// Quirk Q47: once the host has reported the save of a document whose name has more than 3
+// characters, this loops forever. Each round makes a framework string of the name and drops it.
+void hangIfSaveReported()
 {
-    const std::wstring name = hostFileName();
-    if (name.size() <= 3)
-        return false;
-    const CString frameworkName(name.c_str());
-    return true;
-}
-
-// Quirk Q47: once the host has reported the save of a document with a longer name, this loops
-// forever.
-bool loopIfSaveReported()
-{
-    while (!isSaveUnreported && hasLongName()) {
+    while (!isSaveUnreported) {
+        const std::wstring name = hostFileName();
+        if (name.size() <= 3)
+            return;
+        const CString unusedName(name.c_str());
     }
-    return false;
 }
 
 bool checkUnknownDocument()
 {
-    loopIfSaveReported(); // Quirk Q48: the result is not used.
-    if (!hasDocumentChanged() || loopIfSaveReported())
+    hangIfSaveReported(); // Quirk Q48: also before the host is asked for changes.
+    if (!hasDocumentChanged())
         return true;
+    hangIfSaveReported();
     showMessage(L"Failed to save file.");
     return false;
 }
@@ -117,13 +111,14 @@ bool saveDocument()
 
 void saveAndCommit()
 {
-    if (isDocumentUntitled() && !nameDocument())
+    if (isDocumentUntitled() && !askForDocumentName())
         return;
     askForNcNames();
     if (!sendSetupSheetIfWanted() || !ensureCompanionRunning() || !saveDocument())
         return;
     takeScreenCapture();
-    // The id under which the Companion sent the file, 0 after a check-in.
+    // Quirk Q67: the last request's id, even if that request is still pending; 0 before any and
+    // after a check-in.
     currentZemId = static_cast<std::uint32_t>(currentRequestId);
     commitDocument();
 }

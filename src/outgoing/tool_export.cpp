@@ -19,7 +19,7 @@ using Lines = std::vector<std::string>;
 
 // ---- The host's operations and tools -----------------------------------------------------------
 
-// The host's operation chain, handed back with its owner.
+// The host's operation chain, returned to the host on destruction.
 struct ChainReturner {
     void operator()(operation_node* chain) const
     {
@@ -42,8 +42,8 @@ bool takeOperationChain(OperationChain& chain)
     return isAnswered;
 }
 
-// The operation's tool as the tool manager completes it. Whether it knows the tool is not checked:
-// the operation's copy is then followed by zeros.
+// The operation's tool as the tool manager completes it. The result is not checked: a tool that the
+// manager does not know keeps the operation's values, and the rest is zero.
 tp_tool fullToolOf(const operation& op)
 {
     tp_tool tool = host::fullToolFor(op);
@@ -131,10 +131,10 @@ operation* firstMainOperation()
 std::optional<std::wstring> getPlaneName(const operation& op, int selector)
 {
     const int id = host::planeIdOf(op, selector);
-    std::optional<std::wstring> noName(std::in_place);
+    std::optional<std::wstring> emptyName(std::in_place);
     if (id == -1)
-        return noName;
-    return askHost(noName, [id]() -> std::optional<std::wstring> {
+        return emptyName;
+    return askHost(emptyName, [id]() -> std::optional<std::wstring> {
         PlaneBase* const plane = Planes.GetPlanePtrByID(id);
         if (!plane)
             return std::nullopt;

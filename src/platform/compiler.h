@@ -15,9 +15,9 @@
 
 namespace torvapdm {
 
-// True when an input stream can open the file in deny-none sharing, which still does not share
-// deletion. The stream is closed again.
-inline bool opensDenyingNone(const char* path)
+// True when an input stream can open the file in deny-none sharing, which shares reading and
+// writing but not deletion. The stream is closed again.
+inline bool canOpenWithoutDeleteSharing(const char* path)
 {
 #if defined(_MSC_VER)
     return std::ifstream(path, std::ios_base::in, _SH_DENYNO).is_open();

@@ -14,7 +14,7 @@ namespace {
 struct Values {
     std::uint32_t zemId = 5;
     const wchar_t* filePath = L"C:\\a.mcam";
-    bool notified = true;
+    bool isSaveUnreported = true;
     bool event37 = false;
     bool captureEnabled = false;
     bool capturePending = false;
@@ -26,7 +26,7 @@ protected:
     {
         AddInState::setZemId(values.zemId);
         AddInState::setFilePath(values.filePath);
-        AddInState::setSaveUnreported(values.notified);
+        AddInState::setSaveUnreported(values.isSaveUnreported);
         AddInState::setEvent37Seen(values.event37);
         AddInState::setCaptureOnCloseEnabled(values.captureEnabled);
         AddInState::setCaptureOnClosePending(values.capturePending);
@@ -35,7 +35,7 @@ protected:
     {
         EXPECT_EQ(AddInState::zemId(), values.zemId);
         EXPECT_EQ(AddInState::filePath(), values.filePath);
-        EXPECT_EQ(AddInState::isSaveUnreported(), values.notified);
+        EXPECT_EQ(AddInState::isSaveUnreported(), values.isSaveUnreported);
         EXPECT_EQ(AddInState::event37Seen(), values.event37);
         EXPECT_EQ(AddInState::captureOnCloseEnabled(), values.captureEnabled);
         EXPECT_EQ(AddInState::captureOnClosePending(), values.capturePending);
@@ -67,7 +67,7 @@ TEST_F(HostEvents, startWithTheDeclaredFlags)
 
 TEST_F(HostEvents, event3ClearsTheFile)
 {
-    set({.notified = false, .capturePending = true});
+    set({.isSaveUnreported = false, .capturePending = true});
     EXPECT_EQ(m_notify(3), 0);
     expect(none);
 }
@@ -100,7 +100,7 @@ TEST_F(HostEvents, event5ClearsTheFlagsWithoutAFile)
     set(none);
     EXPECT_EQ(m_notify(5), 0);
     Values cleared = none;
-    cleared.notified = false;
+    cleared.isSaveUnreported = false;
     expect(cleared);
     EXPECT_EQ(newTrace(), Lines{});
 }
@@ -166,10 +166,10 @@ TEST_F(HostEvents, event5SurvivesAFailingPicture)
 TEST_F(HostEvents, events6And52ClearTheFile)
 {
     for (const int code : {6, 52}) {
-        set({.notified = false, .event37 = true, .capturePending = true});
+        set({.isSaveUnreported = false, .event37 = true, .capturePending = true});
         EXPECT_EQ(m_notify(code), 0);
         Values expected = none;
-        expected.notified = false;
+        expected.isSaveUnreported = false;
         expected.event37 = true;
         expect(expected);
     }

@@ -208,6 +208,6 @@ TEST(LineSender, startsSocketsInVersionTwo)
 {
     noteCalls();
     EXPECT_EQ(startSockets(), 0);
-    EXPECT_EQ(socketCalls, std::vector<std::string>{"start 2"}); // 2.0
+    EXPECT_EQ(socketCalls, std::vector<std::string>{"start 2"}); // Winsock version 2.0
     WSACleanup();
 }

@@ -49,7 +49,7 @@ TEST(Dump, showsItsBytesAndNoOthers)
     EXPECT_FALSE(isShown(bytes + '\n', request));
 }
 
-TEST(Dump, takesAnyByteWhereItSaysSo)
+TEST(Dump, acceptsAnyByteWhereMarked)
 {
     const Dump dump = dumpOf({"00  41 ?? 43  a byte that differs"});
     EXPECT_TRUE(isShown("ABC", dump));
@@ -58,7 +58,7 @@ TEST(Dump, takesAnyByteWhereItSaysSo)
     EXPECT_FALSE(isShown("AB", dump));
 }
 
-TEST(Dump, leavesOutAsManyBytesAsItSays)
+TEST(Dump, omitsTheStatedNumberOfBytes)
 {
     const Dump dump = dumpOf({"00  41", "01  \xE2\x80\xA6 3 bytes  pixels", "04  42"});
     EXPECT_TRUE(isShown("A123B", dump));
@@ -67,7 +67,7 @@ TEST(Dump, leavesOutAsManyBytesAsItSays)
     EXPECT_FALSE(isShown("A123", dump));
 }
 
-TEST(Dump, leavesOutTheRestHoweverLong)
+TEST(Dump, omitsARestOfAnyLength)
 {
     const Dump dump = dumpOf({"00  41", "01  \xE2\x80\xA6 any"});
     EXPECT_TRUE(isShown("A", dump));
@@ -75,7 +75,7 @@ TEST(Dump, leavesOutTheRestHoweverLong)
     EXPECT_FALSE(isShown("", dump));
 }
 
-TEST(Dump, givesItsBytesUnlessSomeAreLeftOut)
+TEST(Dump, hasBytesUnlessSomeAreOmitted)
 {
     EXPECT_EQ(bytesOf(dumpOf({"00  41 ??", "02  \"b\""})), "A0b");
     EXPECT_EQ(bytesOf(dumpOf({"00  41", "01  \xE2\x80\xA6 3 bytes"})), std::nullopt);

@@ -71,8 +71,8 @@ inline Made requestsOfTheCompanion()
     const std::wstring commandFile = AnnouncedHost::makeCommandFile(installation);
     const CompanionProgram companion(installation);
     // Takes the request as a host does.
-    const auto requestAfter = [&](const std::wstring& words, const std::wstring& taken) {
-        EXPECT_EQ(companion.tell(words), carriedOut);
+    const auto requestAfter = [&](const std::wstring& arguments, const std::wstring& taken) {
+        EXPECT_EQ(companion.run(arguments), carriedOut);
         EXPECT_TRUE(waitUntil([&] { return bytesOrNone(commandFile) != ""; }));
         std::string request = bytesOrNone(commandFile);
         writeBytes(commandFile, "");
@@ -117,7 +117,7 @@ inline Made roundTripOfAPart()
     const auto bytesOf = [&](const std::wstring& file) {
         return bytesOrNone(installation.path(file));
     };
-    if (!host.waitForCommandFile() || companion.tell(L"--send bracket") != carriedOut ||
+    if (!host.waitForCommandFile() || companion.run(L"--send bracket") != carriedOut ||
         !host.waitForTrace(L"CFile_DoFileSave("))
         return {}; // the host would wait for the part forever
     Made made{{"commit-notice", nextLine()}, {"setup-sheet-notice", nextLine()}};
@@ -132,7 +132,7 @@ inline Made roundTripOfAPart()
     made["nc-queue"] = bytesOf(L"temp\\ncqueue-17.txt");
 
     // The second commit has no request id.
-    EXPECT_EQ(companion.tell(L"--new-file --id -1"), carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file --id -1"), carriedOut);
     EXPECT_NE(nextLine(), "");
     const std::wstring process = std::to_wstring(companion.process().id());
     made["commit-records"] = bytesOf(L"temp\\torvapdm-" + process + L".dat");

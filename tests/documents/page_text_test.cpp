@@ -7,7 +7,7 @@ using namespace documents;
 using Blocks = std::vector<FencedBlock>;
 using Rows = std::vector<TableRow>;
 
-TEST(FencedBlocks, areThoseWithTheWord)
+TEST(FencedBlocks, areThoseOfTheGivenKind)
 {
     const char page[] = "# a\n```dump one\n00  0A\n```\ntext\n```\nplain\n```\n"
                         "```decoded one\nkind: x\n\n```\n```dump two\n```\n";

@@ -14,7 +14,7 @@ namespace {
 const std::wstring menuLine =
     LR"(ui menu(!"TORVA ZEM", -, "Open TORVA ZEM", "Website", "About", "Tools", "Import NC-Files"))";
 const std::wstring sheetLine = L"ui RunSetupSheetOnSelectedOpsWithoutUI(*)";
-const std::string toldSheet = "set setup_sheet_files C:\\sheet one.xml;C:\\two.xml\n";
+const std::string scriptedSheet = "set setup_sheet_files C:\\sheet one.xml;C:\\two.xml\n";
 
 class CommandsInHost : public ::testing::Test {
 protected:
@@ -58,7 +58,7 @@ void press(WORD key)
 TEST_F(CommandsInHost, runTheLastMenuItemOnAClick)
 {
     const LineReceiver companion;
-    const HostProgram host(installation, toldSheet + "call m_main 0\nquit\n");
+    const HostProgram host(installation, scriptedSheet + "call m_main 0\nquit\n");
     const RECT menu = waitForMenu();
     clickAt((menu.left + menu.right) / 2, menu.bottom - 10);
     EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=0;C:\\sheet one.xml\n");
@@ -137,7 +137,7 @@ TEST_F(CommandsInHost, sendTheRequestsSetupSheet)
 {
     const LineReceiver companion;
     const HostProgram host(installation,
-                           toldSheet + "wait-for OnFileNew 30000\ncall m_tools 0\nquit\n");
+                           scriptedSheet + "wait-for OnFileNew 30000\ncall m_tools 0\nquit\n");
     ASSERT_TRUE(host.waitForCommandFile());
     ASSERT_TRUE(writeRequest(host.commandFile(), openRequest(42, "")));
     EXPECT_EQ(companion.nextConnection(), "MCAMXMLIMPORTDATAID=42;C:\\sheet one.xml\n");
@@ -166,7 +166,7 @@ TEST_F(CommandsInHost, swallowExceptionsOnlyInTools)
 
 TEST_F(CommandsInHost, returnWhenNobodyListens)
 {
-    const HostProgram host(installation, toldSheet + "call m_tools 0\nquit\n");
+    const HostProgram host(installation, scriptedSheet + "call m_tools 0\nquit\n");
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(count(host.trace(), L"ui m_tools(0) -> 0"), 1u);
     EXPECT_EQ(count(host.trace(), L"message-box"), 0u);

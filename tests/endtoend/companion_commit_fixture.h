@@ -25,8 +25,8 @@ inline std::string formatCommitRecord(std::uint32_t id, const std::wstring& file
 // creates it if it is missing, and seeks to the end.
 class CommitAppend {
 public:
-    explicit CommitAppend(const std::wstring& requestFile)
-        : file_(CreateFileW(requestFile.c_str(), GENERIC_READ | GENERIC_WRITE,
+    explicit CommitAppend(const std::wstring& commitFile)
+        : file_(CreateFileW(commitFile.c_str(), GENERIC_READ | GENERIC_WRITE,
                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                             OPEN_ALWAYS, 0, nullptr)),
           offset_(SetFilePointer(file_, 0, nullptr, FILE_END))
@@ -60,9 +60,9 @@ private:
 };
 
 // Appends one complete record.
-inline void appendCommit(const std::wstring& requestFile, const std::string& record)
+inline void appendCommit(const std::wstring& commitFile, const std::string& record)
 {
-    CommitAppend append(requestFile);
+    CommitAppend append(commitFile);
     append.lock(record.size());
     append.write(record);
     append.unlock();
@@ -73,7 +73,7 @@ protected:
     CommitFixture() { installCompanionWithLibrary(installation); }
 
     // The commit file of this Companion, or of one that had this process id.
-    std::wstring requestFile(DWORD processId) const
+    std::wstring commitFile(DWORD processId) const
     {
         return peer::commitPaths(installation.root(), processId).live;
     }
@@ -81,7 +81,7 @@ protected:
     void commit(const CompanionProgram& companion, std::uint32_t id, const std::wstring& file) const
     {
         ASSERT_NE(companion.waitForWindow(), nullptr);
-        appendCommit(requestFile(companion.process().id()), formatCommitRecord(id, file));
+        appendCommit(commitFile(companion.process().id()), formatCommitRecord(id, file));
     }
 
     // Writes a part file to the folder `parts` and returns its path.
@@ -100,8 +100,8 @@ protected:
         const std::wstring commandFile = installation.commandFile(GetCurrentProcessId());
         writeBytes(commandFile, "");
         const size_t taken = companion.count(L"taken ");
-        EXPECT_EQ(companion.tell(L"--send " + quoted(name) + L" --host " +
-                                 std::to_wstring(GetCurrentProcessId()) + options),
+        EXPECT_EQ(companion.run(L"--send " + quoted(name) + L" --host " +
+                                std::to_wstring(GetCurrentProcessId()) + options),
                   carriedOut);
         EXPECT_TRUE(waitUntil([&] { return readBytes(commandFile).value_or("") != ""; }));
         writeBytes(commandFile, "");
@@ -124,7 +124,7 @@ protected:
     }
     std::wstring indexText() const { return fromUtf8(libraryBytes(L"library.txt").value_or("")); }
     // The files in the folder `temp`, except command files and settings.
-    Lines requestFiles() const
+    Lines commitFiles() const
     {
         Lines names;
         for (const auto& entry : std::filesystem::directory_iterator(installation.path(L"temp")))
@@ -141,7 +141,7 @@ protected:
                                     std::to_wstring(version) + L" ");
     }
     // The log lines after those of the start.
-    static Lines logBehindStart(const CompanionProgram& companion)
+    static Lines logAfterStart(const CompanionProgram& companion)
     {
         Lines log = companion.log();
         log.erase(log.begin(), log.begin() + std::min(std::ssize(log), std::ptrdiff_t{2}));

@@ -55,7 +55,7 @@ protected:
     {
         const size_t failed = companion.count(L"commit-failed");
         for (size_t i = 1; i <= 2; ++i) {
-            EXPECT_EQ(companion.tell(L"--commit C:\\no.mcam"), carriedOut);
+            EXPECT_EQ(companion.run(L"--commit C:\\no.mcam"), carriedOut);
             EXPECT_TRUE(companion.waitForLog(L"commit-failed", failed + i));
         }
     }
@@ -112,7 +112,7 @@ TEST_F(CommitQueue, keepsTheFileWhileTheProgramRuns)
     const std::wstring one = numberedPart(1);
     commit(companion, noId, one);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
-    EXPECT_EQ(readBytes(requestFile(companion.process().id())), formatCommitRecord(noId, one));
+    EXPECT_EQ(readBytes(commitFile(companion.process().id())), formatCommitRecord(noId, one));
 }
 
 // A writer that pauses after seeking to the end is not affected when a reader consumes all records
@@ -121,7 +121,7 @@ TEST_F(CommitQueue, doesNotMoveTheEndUnderAWriter)
 {
     const CompanionProgram companion(installation);
     commit(companion, noId, numberedPart(1));
-    CommitAppend slow(requestFile(companion.process().id()));
+    CommitAppend slow(commitFile(companion.process().id()));
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     const std::string record = formatCommitRecord(noId, numberedPart(2));
     EXPECT_TRUE(slow.lock(record.size()));
@@ -136,7 +136,7 @@ TEST_F(CommitQueue, waitsForAWriterThatIsHalfThrough)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const std::string record = formatCommitRecord(noId, numberedPart(1));
-    CommitAppend slow(requestFile(companion.process().id()));
+    CommitAppend slow(commitFile(companion.process().id()));
     EXPECT_TRUE(slow.lock(record.size()));
     for (const char byte : record)
         EXPECT_TRUE(slow.write(std::string(1, byte)));
@@ -152,7 +152,7 @@ TEST_F(CommitQueue, waitsForTheRestOfHalfARecord)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const std::wstring file = requestFile(companion.process().id());
+    const std::wstring file = commitFile(companion.process().id());
     const std::string record = formatCommitRecord(noId, numberedPart(1));
     appendCommit(file, record.substr(0, 5));
     waitForALook(companion);
@@ -169,7 +169,7 @@ TEST_F(CommitQueue, skipsHalfARecordBeforeAnother)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const std::wstring file = requestFile(companion.process().id());
+    const std::wstring file = commitFile(companion.process().id());
     const std::string record = formatCommitRecord(noId, numberedPart(1));
     const std::string half = formatCommitRecord(17, L"C:\\never finished.mcam").substr(0, 31);
     appendCommit(file, half);
@@ -183,11 +183,11 @@ TEST_F(CommitQueue, skipsHalfARecordBeforeAnother)
     expectParts(1);
 }
 
-TEST_F(CommitQueue, isNotBlindedByGarbage)
+TEST_F(CommitQueue, skipsGarbageBeforeARecord)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const std::wstring file = requestFile(companion.process().id());
+    const std::wstring file = commitFile(companion.process().id());
     const std::string garbage[] = {"this is no record, it is far too long to be one",
                                    std::string(100, '\0'), std::string(60, '\xFF')};
     int number = 0;
@@ -205,8 +205,8 @@ TEST_F(CommitQueue, findsRecordsAfterMuchGarbage)
 {
     constexpr size_t oneLook = 4 * (8 + 2 * 32767); // bytes; one read ends inside the record
     const std::string garbage(oneLook - 5, '\xEE');
-    appendCommit(requestFile(endedProcess), garbage);
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(endedProcess), garbage);
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     std::string skipped;
@@ -216,87 +216,87 @@ TEST_F(CommitQueue, findsRecordsAfterMuchGarbage)
     expectParts(1);
 }
 
-TEST_F(CommitQueue, takesWhatAnEndedProcessLeft)
+TEST_F(CommitQueue, processesTheFileOfAnEndedProcess)
 {
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(2)));
-    const auto size = std::filesystem::file_size(requestFile(endedProcess));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(2)));
+    const auto size = std::filesystem::file_size(commitFile(endedProcess));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
     expectParts(2);
     EXPECT_EQ(
         companion.count(L"commits-left from=torvapdm-4242.dat bytes=" + std::to_wstring(size)), 1u);
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
 }
 
-TEST_F(CommitQueue, takesWhatTheSameProcessIdLeft)
+TEST_F(CommitQueue, processesTheFilesOfItsReusedProcessId)
 {
     const CompanionProgram companion(installation, L"", true);
     const DWORD process = companion.process().id();
     writeBytes(nextTo(process, L".closed"), formatCommitRecord(noId, numberedPart(1)));
-    appendCommit(requestFile(process), formatCommitRecord(noId, numberedPart(2)));
+    appendCommit(commitFile(process), formatCommitRecord(noId, numberedPart(2)));
     companion.process().resume();
     commit(companion, noId, numberedPart(3));
     ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
     expectParts(3);
 }
 
-TEST_F(CommitQueue, logsWhatTheSameProcessIdLeft)
+TEST_F(CommitQueue, logsTheFileOfItsReusedProcessId)
 {
     const CompanionProgram companion(installation, L"", true);
-    const std::wstring file = requestFile(companion.process().id());
+    const std::wstring file = commitFile(companion.process().id());
     appendCommit(file, formatCommitRecord(noId, numberedPart(1)));
     companion.process().resume();
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_EQ(companion.count(L"commits-left from=torvapdm-"), 1u);
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
     expectParts(1);
 }
 
 TEST_F(CommitQueue, startsWithTheOldest)
 {
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation, L"--commit " + quoted(numberedPart(2)));
     commit(companion, noId, numberedPart(3));
     ASSERT_TRUE(waitForVersion(companion, partName(3), 1));
     expectParts(3);
 }
 
-TEST_F(CommitQueue, takesLateRecordsOfAnEndedProcess)
+TEST_F(CommitQueue, processesLateRecordsOfAnEndedProcess)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(2)));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(2)));
     ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
     expectParts(2);
 }
 
 // A host gets process id 0 if it queries a window that has just been destroyed.
-TEST_F(CommitQueue, takesWhatIsWrittenToNoProcess)
+TEST_F(CommitQueue, processesTheFileOfProcess0)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    appendCommit(requestFile(0), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(0), formatCommitRecord(noId, numberedPart(1)));
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     EXPECT_EQ(companion.count(L" from=torvapdm-0.dat"), 2u); // commits-left and commit
     expectParts(1);
 }
 
-TEST_F(CommitQueue, keepsOffARunningProcesssFile)
+TEST_F(CommitQueue, ignoresTheFileOfARunningProcess)
 {
     std::filesystem::create_directories(installation.path(L"other"));
     std::filesystem::copy_file(programFolder() + L"desktop_keeper.exe",
                                installation.path(L"other\\TORVA-ZEM.exe"));
     Process other(quoted(installation.path(L"other\\TORVA-ZEM.exe")));
     const std::string record = formatCommitRecord(noId, numberedPart(1));
-    appendCommit(requestFile(other.id()), record);
+    appendCommit(commitFile(other.id()), record);
     const CompanionProgram companion(installation);
     commit(companion, noId, numberedPart(2));
     ASSERT_TRUE(waitForVersion(companion, partName(2), 1));
-    EXPECT_EQ(readBytes(requestFile(other.id())), record);
+    EXPECT_EQ(readBytes(commitFile(other.id())), record);
     EXPECT_EQ(newParts(), Lines{partName(2)});
     other.end();
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
@@ -305,20 +305,20 @@ TEST_F(CommitQueue, keepsOffARunningProcesssFile)
 TEST_F(CommitQueue, continuesAfterAnEndedBookmark)
 {
     const std::string first = formatCommitRecord(noId, numberedPart(7));
-    appendCommit(requestFile(endedProcess), first);
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(endedProcess), first);
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     writeBytes(nextTo(endedProcess, L".taken"), "taken " + std::to_string(first.size()) + "\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
     expectParts(1);
 }
 
 // The process ended after it wrote the index and before it wrote the bookmark.
-TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
+TEST_F(CommitQueue, doesNotStoreAnIndexedVersionAgain)
 {
-    appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 1 bracket\n");
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
@@ -331,7 +331,7 @@ TEST_F(CommitQueue, doesNotStoreAgainWhatIsInTheIndex)
 TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
 {
     const std::wstring part = numberedPart(1);
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, part));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, part));
     writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 43 1 part 1001\n");
     writeBytes(installation.path(L"library\\library.txt"),
                toUtf8(indexText()) + "43 | part 1001 | 1 | 0 |  | \n");
@@ -344,10 +344,10 @@ TEST_F(CommitQueue, recognisesAnIndexedPartByItsFile)
 
 // The process ended after it copied the part file and before it wrote the index: the copy has the
 // content that was committed.
-TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
+TEST_F(CommitQueue, finishesAVersionMissingFromTheIndex)
 {
     const std::wstring changedSince = numberedPart(7);
-    appendCommit(requestFile(endedProcess), formatCommitRecord(17, changedSince));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(17, changedSince));
     writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "as it was");
     writeBytes(installation.path(L"library\\bracket\\v2.bmp"), "BM as it was");
@@ -360,9 +360,9 @@ TEST_F(CommitQueue, finishesAVersionMissingInTheIndex)
 }
 
 // The process ended while it copied the part file.
-TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
+TEST_F(CommitQueue, repeatsAnInterruptedCopy)
 {
-    appendCommit(requestFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(17, numberedPart(7)));
     writeBytes(nextTo(endedProcess, L".taken"), "taken 0\nstoring 17 2 bracket\n");
     writeBytes(installation.path(L"library\\bracket\\v2.mcam.new"), "part f");
     const CompanionProgram companion(installation);
@@ -377,11 +377,11 @@ TEST_F(CommitQueue, copiesAgainWhatWasHalfCopied)
 TEST_F(CommitQueue, ignoresABookmarkOfAnEarlierFile)
 {
     writeBytes(nextTo(endedProcess, L".taken"), "finished\n");
-    appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
+    appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     expectParts(1);
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
 }
 
 TEST_F(CommitQueue, removesAFinishedFileUnread)
@@ -390,7 +390,7 @@ TEST_F(CommitQueue, removesAFinishedFileUnread)
     writeBytes(nextTo(endedProcess, L".closed"), formatCommitRecord(noId, numberedPart(1)));
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
     EXPECT_EQ(companion.count(L"commit"), 0u);
 }
 
@@ -398,13 +398,13 @@ TEST_F(CommitQueue, survivesRepeatedKills)
 {
     constexpr int all = 60;
     for (int number = 1; number <= all; ++number)
-        appendCommit(requestFile(endedProcess), formatCommitRecord(noId, numberedPart(number)));
+        appendCommit(commitFile(endedProcess), formatCommitRecord(noId, numberedPart(number)));
     for (size_t stored = 1; stored < all; stored += 6) {
         CompanionProgram companion(installation);
         EXPECT_TRUE(companion.waitForLog(L"version name", stored));
     } // the destructor terminates the process
     const CompanionProgram companion(installation);
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
     expectParts(all);
 }
 
@@ -413,9 +413,9 @@ TEST_F(CommitQueue, isRemovedBeforeTheProgramEnds)
     const CompanionProgram companion(installation);
     for (int number = 1; number <= 20; ++number)
         commit(companion, noId, numberedPart(number));
-    EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+    EXPECT_EQ(companion.run(L"--quit"), carriedOut);
     expectParts(20);
-    EXPECT_EQ(requestFiles(), Lines{});
+    EXPECT_EQ(commitFiles(), Lines{});
     EXPECT_EQ(companion.log().back(), L"stopped");
 }
 
@@ -425,8 +425,8 @@ TEST_F(CommitQueue, keepsARecordWrittenDuringTheEnd)
     {
         const CompanionProgram companion(installation);
         ASSERT_NE(companion.waitForWindow(), nullptr);
-        CommitAppend late(requestFile(companion.process().id()));
-        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        CommitAppend late(commitFile(companion.process().id()));
+        EXPECT_EQ(companion.run(L"--quit"), carriedOut);
         EXPECT_TRUE(late.lock(record.size()));
         EXPECT_TRUE(late.write(record));
         late.unlock();
@@ -435,15 +435,15 @@ TEST_F(CommitQueue, keepsARecordWrittenDuringTheEnd)
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, partName(1), 1));
     expectParts(1);
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
 }
 
 // Two hosts that append alternately: each seeks to the end only after the other has finished.
-TEST_F(CommitQueue, takesRecordsOfTwoWritersInTurn)
+TEST_F(CommitQueue, processesRecordsOfTwoWritersInTurn)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const std::wstring file = requestFile(companion.process().id());
+    const std::wstring file = commitFile(companion.process().id());
     constexpr int each = 50;
     std::vector<std::string> records(1);
     for (int number = 1; number <= 2 * each; ++number)
@@ -476,7 +476,7 @@ TEST_F(CommitQueue, survivesTwoWritersAtOneEnd)
 {
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const std::wstring file = requestFile(companion.process().id());
+    const std::wstring file = commitFile(companion.process().id());
     const std::string one = formatCommitRecord(noId, numberedPart(1));
     const std::string two = formatCommitRecord(noId, makePart(partName(2) + L", longer.mcam", "2"));
     {

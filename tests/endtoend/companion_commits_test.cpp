@@ -116,7 +116,7 @@ TEST_F(CompanionCommits, blockSendingWhileTheyWait)
     const HeldFile held(installation.path(L"library\\library.txt"));
     writeBytes(work, "changed");
     commit(companion, 17, work);
-    EXPECT_EQ(companion.tell(L"--send bracket --host " + std::to_wstring(GetCurrentProcessId())),
+    EXPECT_EQ(companion.run(L"--send bracket --host " + std::to_wstring(GetCurrentProcessId())),
               notCarriedOut);
     EXPECT_EQ(companion.log().back(), LR"(refused reason="a commit waits to be stored")");
     EXPECT_EQ(readBytes(work), "changed");
@@ -156,13 +156,13 @@ TEST_F(CompanionCommits, leaveALaterPictureToTheNext)
     EXPECT_EQ(libraryBytes(L"bracket\\v2.bmp"), std::nullopt);
 }
 
-TEST_F(CompanionCommits, giveTheLastOneThePicture)
+TEST_F(CompanionCommits, assignThePictureToTheLastOne)
 {
     const std::wstring one = makePart(L"one.mcam", "1");
     const std::wstring two = makePart(L"two.mcam", "2");
     makePicture("BM two");
-    appendCommit(requestFile(4242), formatCommitRecord(noId, one));
-    appendCommit(requestFile(4242), formatCommitRecord(noId, two));
+    appendCommit(commitFile(4242), formatCommitRecord(noId, one));
+    appendCommit(commitFile(4242), formatCommitRecord(noId, two));
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, L"two", 1));
     EXPECT_EQ(libraryBytes(L"one\\v1.bmp"), std::nullopt);
@@ -188,7 +188,7 @@ TEST_F(CompanionCommits, areFoundByIdWhenSavedElsewhere)
     {
         const CompanionProgram companion(installation);
         sendPart(companion, L"clamp jaw", L" --id 107");
-        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        EXPECT_EQ(companion.run(L"--quit"), carriedOut);
     }
     const CompanionProgram companion(installation); // finds it by its file
     commit(companion, 107, elsewhere);
@@ -202,7 +202,7 @@ TEST_F(CompanionCommits, makeANewPartOfAnUnknownFile)
     const std::wstring plate = makePart(L"plate \u4E2D.mcam", "first");
     commit(companion, noId, plate);
     ASSERT_TRUE(waitForVersion(companion, L"plate \u4E2D", 1));
-    EXPECT_EQ(logBehindStart(companion),
+    EXPECT_EQ(logAfterStart(companion),
               (Lines{commitLine(companion, noId, plate),
                      L"new-part number=43 name=\"plate \u4E2D\" file=\"" + plate + L"\"",
                      L"version name=\"plate \u4E2D\" version=1 number=43 picture=no"}));
@@ -222,7 +222,7 @@ TEST_F(CompanionCommits, recogniseANewPartLater)
         writeBytes(plate, "second");
         commit(companion, 5, plate);
         ASSERT_TRUE(waitForVersion(companion, L"plate", 2));
-        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        EXPECT_EQ(companion.run(L"--quit"), carriedOut);
     }
     const CompanionProgram companion(installation);
     writeBytes(plate, "third");
@@ -233,13 +233,12 @@ TEST_F(CompanionCommits, recogniseANewPartLater)
     EXPECT_EQ(companion.count(L"new-part"), 1u);
 }
 
-TEST_F(CompanionCommits, makeANewPartForANewFilesId)
+TEST_F(CompanionCommits, makeANewPartAfterANewFileRequest)
 {
     const CompanionProgram companion(installation);
     writeBytes(installation.commandFile(GetCurrentProcessId()), "");
-    EXPECT_EQ(
-        companion.tell(L"--new-file --id 17 --host " + std::to_wstring(GetCurrentProcessId())),
-        carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file --id 17 --host " + std::to_wstring(GetCurrentProcessId())),
+              carriedOut);
     commit(companion, 17, makePart(L"plate.mcam", "new"));
     EXPECT_TRUE(waitForVersion(companion, L"plate", 1));
     EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), std::nullopt);
@@ -266,7 +265,7 @@ TEST_F(CompanionCommits, failAloneWithoutTheirFile)
     makePicture("BM of the one that failed");
     commit(companion, 17, gone);
     ASSERT_TRUE(companion.waitForLog(L"picture-kept"));
-    EXPECT_EQ(logBehindStart(companion),
+    EXPECT_EQ(logAfterStart(companion),
               (Lines{commitLine(companion, 17, gone),
                      L"commit-failed file=\"" + gone + L"\" id=17 reason=\"there is no such file\"",
                      L"picture-kept file=\"" + installation.path(L"commit\\screendump.bmp.kept-1") +
@@ -321,15 +320,15 @@ TEST_F(CompanionCommits, waitForAWritableLibrary)
         setWriteProtection(index, true);
         commit(companion, 17, part);
         ASSERT_TRUE(companion.waitForLog(L"commit-waits"));
-        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        EXPECT_EQ(companion.run(L"--quit"), carriedOut);
         EXPECT_EQ(companion.count(L"version name"), 0u);
     }
-    EXPECT_FALSE(requestFiles().empty());
+    EXPECT_FALSE(commitFiles().empty());
     setWriteProtection(index, false);
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
     EXPECT_EQ(libraryBytes(L"bracket\\v2.mcam"), "1");
-    EXPECT_TRUE(waitUntil([this] { return requestFiles().empty(); }));
+    EXPECT_TRUE(waitUntil([this] { return commitFiles().empty(); }));
     EXPECT_EQ(companion.count(L"version name"), 1u);
 }
 
@@ -374,11 +373,11 @@ TEST_F(CompanionCommits, areStoredFromTheCommandLine)
     const std::wstring work = sendPart(companion, L"bracket");
     const size_t linesBefore = companion.log().size();
     makePicture("BM");
-    EXPECT_EQ(companion.tell(L"--commit " + quoted(work)), carriedOut);
+    EXPECT_EQ(companion.run(L"--commit " + quoted(work)), carriedOut);
     ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
     EXPECT_EQ(libraryBytes(L"bracket\\v2.bmp"), "BM");
     const std::wstring plate = makePart(L"plate.mcam", "plate");
-    EXPECT_EQ(companion.tell(L"--commit " + quoted(plate) + L" --id 4294967295"), carriedOut);
+    EXPECT_EQ(companion.run(L"--commit " + quoted(plate) + L" --id 4294967295"), carriedOut);
     ASSERT_TRUE(waitForVersion(companion, L"plate", 1));
     Lines log = companion.log();
     log.erase(log.begin(), log.begin() + static_cast<std::ptrdiff_t>(linesBefore));

@@ -197,8 +197,8 @@ TEST_F(CompanionLines, areMissedWhileThePortIsTaken)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     EXPECT_TRUE(companion.waitForLog(L"port-taken port=4559 error=10048"));
-    EXPECT_EQ(companion.tell(L"--checkout a"), carriedOut);
-    EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+    EXPECT_EQ(companion.run(L"--checkout a"), carriedOut);
+    EXPECT_EQ(companion.run(L"--quit"), carriedOut);
     EXPECT_EQ(companion.log().back(), L"stopped");
     EXPECT_EQ(companion.count(L"port-open"), 0u);
 }
@@ -223,7 +223,7 @@ TEST_F(CompanionLines, leaveThePortFreeAtTheEnd)
         ASSERT_NE(companion.waitForWindow(), nullptr);
         const Client open;
         ASSERT_TRUE(open.isConnected());
-        EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+        EXPECT_EQ(companion.run(L"--quit"), carriedOut);
         EXPECT_EQ(companion.process().waitForExit(), 0u);
         EXPECT_TRUE(open.waitForEnd());
         EXPECT_EQ(companion.count(L"port-taken"), 0u);
@@ -273,12 +273,12 @@ TEST_F(CompanionLines, reportAnUnreadableSetupSheet)
     EXPECT_EQ(FindWindowW(L"ZemSheetWindow", nullptr), nullptr);
 }
 
-TEST_F(CompanionLines, keepTheAddInsWordsUnchanged)
+TEST_F(CompanionLines, logTheAddInsArgumentsUnchanged)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(LR"(--checkout "C:\Temp\\TORVA ZEM-7.tmp")"), carriedOut);
+    EXPECT_EQ(companion.run(LR"(--checkout "C:\Temp\\TORVA ZEM-7.tmp")"), carriedOut);
     EXPECT_EQ(companion.log().back(), LR"(check-out file="C:\Temp\\TORVA ZEM-7.tmp")");
-    EXPECT_EQ(companion.tell(L"--about --parentwindow 0"), carriedOut);
+    EXPECT_EQ(companion.run(L"--about --parentwindow 0"), carriedOut);
     EXPECT_EQ(companion.log().back(), L"about parent=0");
     const HWND about = waitForWindowTitled(L"About TORVA ZEM");
     ASSERT_NE(about, nullptr);

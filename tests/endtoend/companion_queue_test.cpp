@@ -143,11 +143,11 @@ TEST_F(CompanionToolData, listsEachTool)
     EXPECT_TRUE(waitUntil([&] { return IsWindowVisible(window) != FALSE; }));
     EXPECT_EQ(rowsOfList(window, 0), 2);
     EXPECT_EQ(rowsOfList(window, 1), 18);
-    const std::wstring behindNumber = L" type=10 diameter=12.5 operation=101 comment=";
+    const std::wstring afterNumber = L" type=10 diameter=12.5 operation=101 comment=";
     EXPECT_EQ(
         logFrom(companion, L"tool-data"),
-        (Lines{L"tool-data id=17", L"tool id=17 number=4" + behindNumber + L"\"Mill |PLANEWOFF=1\"",
-               L"tool-record-bad line=2", L"tool id=17 number=-5" + behindNumber + L"\"\u00C4\""}));
+        (Lines{L"tool-data id=17", L"tool id=17 number=4" + afterNumber + L"\"Mill |PLANEWOFF=1\"",
+               L"tool-record-bad line=2", L"tool id=17 number=-5" + afterNumber + L"\"\u00C4\""}));
     EXPECT_TRUE(readBytes(file).has_value());
 }
 

@@ -75,7 +75,7 @@ protected:
         return word + L" id=" + std::to_wstring(id) + L" host=" + self + rest;
     }
 
-    // The log events for this host, except `command`, each without `after=` and the rest.
+    // The log events for this host except `command`, each cut off before ` after=`.
     Lines deliveryEvents(const CompanionProgram& companion) const
     {
         Lines found;
@@ -131,15 +131,15 @@ TEST_F(Companion, makesTheFoldersOfTheExchanges)
             << folder;
 }
 
-TEST_F(Companion, takesTheWordsOfASecondStart)
+TEST_F(Companion, executesTheArgumentsOfASecondStart)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(LR"(--checkout "C:\a b\")"), carriedOut);
-    EXPECT_EQ(companion.tell(LR"(--commit "C:\a b.mcam" --id 4294967295)"), carriedOut);
+    EXPECT_EQ(companion.run(LR"(--checkout "C:\a b\")"), carriedOut);
+    EXPECT_EQ(companion.run(LR"(--commit "C:\a b.mcam" --id 4294967295)"), carriedOut);
     ASSERT_TRUE(companion.waitForLog(L"commit-failed "));
-    EXPECT_EQ(companion.tell(LR"(--commit "C:\a.mcam")"), carriedOut);
+    EXPECT_EQ(companion.run(LR"(--commit "C:\a.mcam")"), carriedOut);
     ASSERT_TRUE(companion.waitForLog(L"commit-failed ", 2));
-    EXPECT_EQ(companion.tell(L""), carriedOut);
+    EXPECT_EQ(companion.run(L""), carriedOut);
     Lines log = companion.log();
     log.erase(log.begin(), log.begin() + 2);
     const std::wstring none = L" id=4294967295 reason=\"there is no such file\"";
@@ -151,7 +151,7 @@ TEST_F(Companion, takesTheWordsOfASecondStart)
                           LR"(commit-failed file="C:\a.mcam")" + none, LR"(command text="")"}));
 }
 
-TEST_F(Companion, reportsRefusedWordsToASecondStart)
+TEST_F(Companion, reportsRefusedArgumentsToASecondStart)
 {
     const CompanionProgram companion(installation);
     const std::pair<const wchar_t*, const wchar_t*> refused[] = {
@@ -160,14 +160,14 @@ TEST_F(Companion, reportsRefusedWordsToASecondStart)
         {L"--send bracket", LR"(refused reason="no host is running")"},
         {L"--new-file", LR"(refused reason="no host is running")"},
         {L"--check-in --host 4294967295", LR"(refused reason="host 4294967295 is not running")"}};
-    for (const auto& [words, line] : refused) {
-        EXPECT_EQ(companion.tell(words), notCarriedOut) << words;
+    for (const auto& [arguments, line] : refused) {
+        EXPECT_EQ(companion.run(arguments), notCarriedOut) << arguments;
         EXPECT_EQ(companion.log().back(), line);
     }
     EXPECT_EQ(companion.count(L"started"), 1u);
 }
 
-TEST_F(Companion, carriesOutTheWordsOfItsOwnStart)
+TEST_F(Companion, executesTheArgumentsOfItsOwnStart)
 {
     const CompanionProgram companion(installation, LR"(--checkout "C:\a.mcam")");
     EXPECT_TRUE(companion.waitForLog(LR"(check-out file="C:\a.mcam")"));
@@ -181,7 +181,7 @@ TEST_F(Companion, showsAboutOverTheAskingWindow)
                                         nullptr, nullptr, nullptr);
     const auto number = std::to_wstring(static_cast<DWORD>(reinterpret_cast<UINT_PTR>(asking)));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--about --parentwindow " + number), carriedOut);
+    EXPECT_EQ(companion.run(L"--about --parentwindow " + number), carriedOut);
     EXPECT_TRUE(companion.waitForLog(L"about parent=" + number));
     const HWND about = FindWindowW(nullptr, L"About TORVA ZEM");
     ASSERT_NE(about, nullptr);
@@ -195,7 +195,7 @@ TEST_F(Companion, showsAboutOverTheAskingWindow)
 TEST_F(Companion, endsWhenAskedToAndLogsItLast)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+    EXPECT_EQ(companion.run(L"--quit"), carriedOut);
     EXPECT_EQ(companion.process().waitForExit(), 0u);
     EXPECT_EQ(companion.log().back(), L"stopped");
     EXPECT_FALSE(semaphoreExists());
@@ -224,7 +224,7 @@ TEST_F(Companion, registersItsFolder)
     EXPECT_FALSE(semaphoreExists());
 }
 
-TEST_F(Companion, namesBadLinesOfAChangedLibrary)
+TEST_F(Companion, logsBadLinesOfAChangedLibrary)
 {
     const CompanionProgram companion(installation);
     ASSERT_TRUE(companion.waitForLog(L"library items=4"));
@@ -236,7 +236,7 @@ TEST_F(Companion, namesBadLinesOfAChangedLibrary)
 TEST_F(CompanionDelivery, writesAnOpenRequestAndSettings)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send bracket" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket" + toThisHost()), carriedOut);
     ASSERT_TRUE(companion.waitForLog(L"sent "));
     const std::wstring settings = installation.path(L"temp\\mcsettings-17.txt");
     EXPECT_EQ(readBytes(settings), "17|3|0|" + mill + "\r\n");
@@ -253,11 +253,11 @@ TEST_F(CompanionDelivery, writesAnOpenRequestAndSettings)
     EXPECT_EQ(taken.substr(taken.size() - 15), L"ms request=open");
 }
 
-TEST_F(CompanionDelivery, takesIdMachineAndNcPath)
+TEST_F(CompanionDelivery, usesTheGivenIdMachineAndNcPath)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(LR"(--send "CLAMP JAW" --id -7 --ncpath 9 --machine "C:\M \a.mmd")" +
-                             toThisHost()),
+    EXPECT_EQ(companion.run(LR"(--send "CLAMP JAW" --id -7 --ncpath 9 --machine "C:\M \a.mmd")" +
+                            toThisHost()),
               carriedOut);
     EXPECT_EQ(takeRequest(), openRequest(-7, L"clamp jaw"));
     EXPECT_EQ(readBytes(installation.path(L"temp\\mcsettings--7.txt")), "-7|9|0|C:\\M \\a.mmd\r\n");
@@ -268,16 +268,16 @@ TEST_F(CompanionDelivery, removesSettingsWithoutAMachine)
     const std::wstring settings = installation.path(L"temp\\mcsettings-23.txt");
     writeBytes(settings, "23|1|0|left over\r\n");
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send 23 --machine \"\"" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--send 23 --machine \"\"" + toThisHost()), carriedOut);
     EXPECT_EQ(takeRequest(), openRequest(23, L"flange"));
     EXPECT_FALSE(readBytes(settings).has_value());
     EXPECT_EQ(companion.count(L"settings "), 0u);
 }
 
-TEST_F(CompanionDelivery, refusesAnUnwritableMachine)
+TEST_F(CompanionDelivery, refusesABarInTheMachinePath)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send 23 --machine \"a|b\"" + toThisHost()), notCarriedOut);
+    EXPECT_EQ(companion.run(L"--send 23 --machine \"a|b\"" + toThisHost()), notCarriedOut);
     EXPECT_EQ(companion.lastLine(L"refused"),
               LR"(refused reason="the path of the machine definition cannot be passed on")");
     EXPECT_EQ(readBytes(commandFile), "");
@@ -286,13 +286,13 @@ TEST_F(CompanionDelivery, refusesAnUnwritableMachine)
 TEST_F(CompanionDelivery, writesNewFileAndCheckIn)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--new-file --id 5" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file --id 5" + toThisHost()), carriedOut);
     EXPECT_EQ(takeRequest(), MARK "5 \n");
-    EXPECT_EQ(companion.tell(L"--check-in" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--check-in" + toThisHost()), carriedOut);
     EXPECT_EQ(takeRequest(), "CHECKIN ");
-    EXPECT_EQ(companion.tell(L"--send 31" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--send 31" + toThisHost()), carriedOut);
     EXPECT_EQ(takeRequest(), openRequest(31, L"pump cover"));
-    EXPECT_EQ(companion.tell(L"--check-in" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--check-in" + toThisHost()), carriedOut);
     EXPECT_EQ(takeRequest(), "CHECKIN pump cover.mcam");
     ASSERT_TRUE(companion.waitForLog(L"taken ", 4));
     EXPECT_EQ(companion.lastLine(L"new-file id"), event(L"new-file", 5, L""));
@@ -309,10 +309,10 @@ TEST_F(CompanionDelivery, sendsTheCurrentVersion)
     writeBytes(installation.path(L"library\\bracket\\v2.mcam"), "second version");
     writeBytes(installation.path(L"library\\library.txt"), "17|bracket|2|3||changed\n"
                                                            "18|gone|1|3||no file\n");
-    EXPECT_EQ(companion.tell(L"--send 17" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--send 17" + toThisHost()), carriedOut);
     EXPECT_EQ(takeRequest(), openRequest(17, L"bracket"));
     EXPECT_EQ(readBytes(workFile(L"bracket")), "second version");
-    EXPECT_EQ(companion.tell(L"--send gone" + toThisHost()), notCarriedOut);
+    EXPECT_EQ(companion.run(L"--send gone" + toThisHost()), notCarriedOut);
     EXPECT_EQ(companion.lastLine(L"refused"), L"refused reason=\"there is no file " +
                                                   installation.path(L"library\\gone\\v1.mcam") +
                                                   L"\"");
@@ -323,7 +323,7 @@ TEST_F(CompanionDelivery, keepsRequestsInOrder)
     constexpr int requests = 5; // few: an unread request times out after ten seconds
     const CompanionProgram companion(installation);
     for (int id = 1; id <= requests; ++id)
-        ASSERT_EQ(companion.tell(L"--new-file --id " + std::to_wstring(id) + toThisHost()),
+        ASSERT_EQ(companion.run(L"--new-file --id " + std::to_wstring(id) + toThisHost()),
                   carriedOut);
     for (int id = 1; id <= requests; ++id)
         ASSERT_EQ(takeRequest(), MARK + std::to_string(id) + " \n");
@@ -342,9 +342,9 @@ TEST_F(CompanionDelivery, servesAHostWhileAnotherHangs)
     const std::wstring otherFile = installation.commandFile(4294967295);
     writeBytes(otherFile, "");
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--new-file --id 1" + toThisHost()), carriedOut);
-    EXPECT_EQ(companion.tell(L"--new-file --id 2" + toThisHost()), carriedOut);
-    EXPECT_EQ(companion.tell(L"--new-file --id 3 --host 4294967295"), carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file --id 1" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file --id 2" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file --id 3 --host 4294967295"), carriedOut);
     EXPECT_TRUE(waitUntil([&] { return readBytes(otherFile) == MARK "3 \n"; }));
     EXPECT_EQ(readBytes(commandFile), MARK "1 \n");
 }
@@ -352,10 +352,10 @@ TEST_F(CompanionDelivery, servesAHostWhileAnotherHangs)
 TEST_F(CompanionDelivery, givesUpDeliveriesAtItsEnd)
 {
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send bracket" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket" + toThisHost()), carriedOut);
     ASSERT_TRUE(companion.waitForLog(L"sent "));
-    EXPECT_EQ(companion.tell(L"--new-file --id 2" + toThisHost()), carriedOut);
-    EXPECT_EQ(companion.tell(L"--quit"), carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file --id 2" + toThisHost()), carriedOut);
+    EXPECT_EQ(companion.run(L"--quit"), carriedOut);
     Lines log = companion.log();
     ASSERT_GE(log.size(), 3u);
     EXPECT_EQ(log.back(), L"stopped");
@@ -372,14 +372,14 @@ TEST_F(CompanionDelivery, givesUpWithoutACommandFile)
     DeleteFileW(commandFile.c_str());
     const CompanionProgram companion(installation);
     EXPECT_TRUE(companion.waitForLog(L"host-found host=" + self + L" title=\"Host \u4E2D\""));
-    EXPECT_EQ(companion.tell(L"--new-file"), carriedOut); // to the first running host
+    EXPECT_EQ(companion.run(L"--new-file"), carriedOut); // to the first running host
     EXPECT_TRUE(companion.waitForLog(
         event(L"not-sent", 0, LR"( reason="the host has no command file" request=new-file)")));
     DestroyWindow(window);
     EXPECT_TRUE(companion.waitForLog(L"host-gone host=" + self));
 }
 
-TEST_F(CompanionDelivery, offersItsWordsAsButtons)
+TEST_F(CompanionDelivery, offersItsCommandsAsButtons)
 {
     const HWND window = CreateWindowExW(0, L"STATIC", L"Host", WS_POPUP, 0, 0, 9, 9, nullptr,
                                         nullptr, nullptr, nullptr);

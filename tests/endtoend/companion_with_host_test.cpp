@@ -70,7 +70,7 @@ TEST_F(CompanionWithHost, hasTheHostOpenAndSaveAPart)
     const HostProgram host(installation, "wait-for CFile_DoFileSave 30000\n");
     ASSERT_TRUE(isReady(host));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket"), carriedOut);
     ASSERT_TRUE(waitForSaves(host, 1));
     EXPECT_EQ(openingCalls(host), openingOf(L"bracket", mill3));
     EXPECT_EQ(readBytes(workFile(L"bracket")), libraryPart(L"bracket"));
@@ -89,23 +89,23 @@ TEST_F(CompanionWithHost, getsEveryPartBackUnchanged)
     const CompanionProgram companion(installation);
     size_t sends = 0;
     for (const wchar_t* name : {L"bracket", L"clamp jaw", L"flange", L"pump cover"}) {
-        EXPECT_EQ(companion.tell(L"--send \"" + std::wstring(name) + L"\""), carriedOut);
+        EXPECT_EQ(companion.run(L"--send \"" + std::wstring(name) + L"\""), carriedOut);
         ASSERT_TRUE(waitForSaves(host, ++sends)) << name;
         EXPECT_EQ(readBytes(workFile(name)), libraryPart(name)) << name;
         EXPECT_NE(readBytes(workFile(name)), "") << name;
     }
 }
 
-TEST_F(CompanionWithHost, keepsWorkThatNeverCameBack)
+TEST_F(CompanionWithHost, keepsUncommittedChangesOfAWorkingCopy)
 {
     const HostProgram host(installation, "");
     ASSERT_TRUE(isReady(host));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket"), carriedOut);
     ASSERT_TRUE(waitForSaves(host, 1));
     const std::string changed = *libraryPart(L"flange");
     writeBytes(workFile(L"bracket"), changed);
-    EXPECT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket"), carriedOut);
     ASSERT_TRUE(waitForSaves(host, 2));
     EXPECT_EQ(readBytes(workFile(L"bracket")), libraryPart(L"bracket"));
     EXPECT_EQ(readBytes(workFile(L"bracket") + L".kept-1"), changed);
@@ -122,7 +122,7 @@ TEST_F(CompanionWithHost, sendsTwentyPartsInARow)
     for (size_t i = 1; i <= 20; ++i) {
         const std::wstring name = i % 2 ? L"clamp jaw" : L"pump cover";
         const std::wstring id = std::to_wstring(100 + i);
-        ASSERT_EQ(companion.tell(L"--send \"" + name + L"\" --id " + id), carriedOut);
+        ASSERT_EQ(companion.run(L"--send \"" + name + L"\" --id " + id), carriedOut);
         ASSERT_TRUE(companion.waitForLog(L"taken ", i)) << i;
         ASSERT_TRUE(waitForSaves(host, i)) << i;
         const Lines calls = openingOf(name, i % 2 ? mill3 : mill4);
@@ -142,7 +142,7 @@ TEST_F(CompanionWithHost, startsANewFileInTheHost)
     const HostProgram host(installation, "wait-for OnFileNew 30000\nquit\n");
     ASSERT_TRUE(isReady(host));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--new-file"), carriedOut);
+    EXPECT_EQ(companion.run(L"--new-file"), carriedOut);
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(fromOtherThreads(host.trace()),
               (Lines{L"other set_db_unchanged()",
@@ -157,9 +157,9 @@ TEST_F(CompanionWithHost, checksAPartInAgain)
                                          "wait-for OnFileNew 30000\nquit\n");
     ASSERT_TRUE(isReady(host));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send flange"), carriedOut);
+    EXPECT_EQ(companion.run(L"--send flange"), carriedOut);
     ASSERT_TRUE(waitForSaves(host, 1));
-    EXPECT_EQ(companion.tell(L"--check-in"), carriedOut);
+    EXPECT_EQ(companion.run(L"--check-in"), carriedOut);
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(fromOtherThreads(host.trace()),
               (Lines{L"other m_fclose(null, 0, null)", L"other set_db_unchanged()",
@@ -175,7 +175,7 @@ TEST_F(CompanionWithHost, waitsForABusyHost)
     ASSERT_TRUE(isReady(host));
     ASSERT_TRUE(host.waitForTrace(LR"(main_window_enabled = "false")"));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket"), carriedOut);
     EXPECT_TRUE(companion.waitForLog(L"taken id=17"));
     EXPECT_FALSE(waitUntil([&] { return !openingCalls(host).empty(); }, 300));
     EnableWindow(host.window(), TRUE);
@@ -189,9 +189,9 @@ TEST_F(CompanionWithHost, sendsToTheHostThatIsNamed)
     const HostProgram two(installation, "", L"two");
     ASSERT_TRUE(isReady(one) && isReady(two));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send flange --host " + idOf(two)), carriedOut);
+    EXPECT_EQ(companion.run(L"--send flange --host " + idOf(two)), carriedOut);
     ASSERT_TRUE(waitForSaves(two, 1));
-    EXPECT_EQ(companion.tell(L"--send bracket --host " + idOf(one)), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket --host " + idOf(one)), carriedOut);
     ASSERT_TRUE(waitForSaves(one, 1));
     EXPECT_EQ(openingCalls(one), openingOf(L"bracket", mill3));
     EXPECT_EQ(openingCalls(two), openingOf(L"flange", mill3));
@@ -214,7 +214,7 @@ TEST_F(CompanionWithHost, reportsAnUnopenablePartToTheUser)
     const HostProgram host(installation, "wait-for message-box 30000\nquit\n");
     ASSERT_TRUE(isReady(host));
     const CompanionProgram companion(installation);
-    EXPECT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    EXPECT_EQ(companion.run(L"--send bracket"), carriedOut);
     EXPECT_EQ(host.process().waitForExit(), 0u);
     EXPECT_EQ(count(host.trace(), LR"(message-box("TORVA ZEM", "Failed to load file."))"), 1u);
     EXPECT_EQ(readBytes(workFile(L"bracket")), "no part");

@@ -228,7 +228,7 @@ TEST_F(HostScript, endsWithTwoAtAWrongCommand)
         expectWrong(command);
 }
 
-TEST_F(HostScript, namesTheWrongLine)
+TEST_F(HostScript, reportsTheNumberOfTheWrongLine)
 {
     expectWrong("# note\n\nnotify 37\njump", L"4");
     EXPECT_EQ(lines[0], L"ui m_notify(37) -> 0");

@@ -31,7 +31,7 @@ TEST_F(RoundTrip, returnsAPartAsTheNextVersion)
     const HostProgram host(installation, "wait-for m_notify(37) 60000\nquit\n");
     ASSERT_TRUE(host.waitForCommandFile());
     ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; }));
-    ASSERT_EQ(companion.tell(L"--send bracket"), carriedOut);
+    ASSERT_EQ(companion.run(L"--send bracket"), carriedOut);
     ASSERT_TRUE(host.waitForTrace(L"CFile_DoFileSave("));
     host.command(finishingPassCommand);
     host.command(saveExportCommand);

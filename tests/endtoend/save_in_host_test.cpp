@@ -43,7 +43,7 @@ protected:
 
     Installation installation{Registry::ofTheUser};
     CompanionDouble companion;
-    const std::wstring requestFile =
+    const std::wstring commitFile =
         installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
 };
 
@@ -90,7 +90,7 @@ TEST_F(SaveInHost, neverReturnsFromASaveAfterTheHosts)
     const HostProgram host(installation, "notify 5\nset geo_filename " + part +
                                              "\ncall m_save 0\nshow geo_filename\n");
     expectNoReturn(host);
-    EXPECT_FALSE(readBytes(requestFile).has_value());
+    EXPECT_FALSE(readBytes(commitFile).has_value());
 }
 
 TEST_F(SaveInHost, neverReturnsForAFourCharacterName)
@@ -145,5 +145,5 @@ TEST_F(SaveInHost, commits200TimesBetweenTwoHosts)
 
     Lines expected(210, fromUtf8(part));
     std::fill_n(expected.begin() + 100, 10, fromUtf8(otherPart));
-    EXPECT_EQ(namesOf(readBytes(requestFile).value_or("")), expected);
+    EXPECT_EQ(namesOf(readBytes(commitFile).value_or("")), expected);
 }

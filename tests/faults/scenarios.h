@@ -174,7 +174,7 @@ inline void withOpenRequest(FaultWorld& world)
     pumpMessages(); // messages from an earlier run
     world.reset();
     writeBytes(world.path(L"temp\\mcsettings-17.txt"), "17|3|0|C:\\Machines\\Mill.mcam-mmd\r\n");
-    torvapdm::postOpenRequest({5, world.part()});
+    AddInState::postRequest({5, world.part()});
 }
 
 inline void withReaderWanted(FaultWorld& world)

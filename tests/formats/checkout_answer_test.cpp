@@ -10,7 +10,7 @@ namespace {
 struct AnswerCase {
     const wchar_t* text;
     CheckoutAnswer::Kind kind;
-    const wchar_t* typePrefix;
+    const wchar_t* fileType;
     int id;
     const wchar_t* path;
 };
@@ -45,10 +45,10 @@ const AnswerCase answerCases[] = {
 TEST(CheckoutAnswer, isParsedByItsFirstWord)
 {
     for (const AnswerCase& expected : answerCases) {
-        std::wstring typePrefix;
-        const CheckoutAnswer answer = parseCheckoutAnswer(expected.text, typePrefix);
+        std::wstring fileType;
+        const CheckoutAnswer answer = parseCheckoutAnswer(expected.text, fileType);
         EXPECT_EQ(answer.kind, expected.kind) << expected.text;
-        EXPECT_EQ(typePrefix, expected.typePrefix) << expected.text;
+        EXPECT_EQ(fileType, expected.fileType) << expected.text;
         EXPECT_EQ(answer.file.id, expected.id) << expected.text;
         EXPECT_EQ(answer.file.path, expected.path) << expected.text;
     }
@@ -57,9 +57,8 @@ TEST(CheckoutAnswer, isParsedByItsFirstWord)
 TEST(CheckoutAnswer, throwsForAShortFirstWord)
 {
     for (const wchar_t* word : {L"AB", L"A", L"", L"12"}) {
-        std::wstring typePrefix = L"CAD";
-        EXPECT_THROW(parseCheckoutAnswer(word + std::wstring(L" x"), typePrefix),
-                     std::out_of_range);
-        EXPECT_EQ(typePrefix, word);
+        std::wstring fileType = L"CAD";
+        EXPECT_THROW(parseCheckoutAnswer(word + std::wstring(L" x"), fileType), std::out_of_range);
+        EXPECT_EQ(fileType, word);
     }
 }

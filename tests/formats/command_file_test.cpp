@@ -78,7 +78,7 @@ TEST(CommandText, isACheckInByItsFirstWord)
                 {"CHECKIN \0\xFF"sv, checkIn}});
 }
 
-TEST(CommandText, isNoCheckInOtherwise)
+TEST(CommandText, isNotACheckInOtherwise)
 {
     expectEach({{"CHECKIN\n", malformed},
                 {"checkin x", malformed},
@@ -103,7 +103,7 @@ TEST(CommandText, losesTheLastByteWithoutALineFeed)
     expectEach({{MARK "12 C:\\ab", open(12, L"C:\\a")}, {MARK "12 a", newFile(12)}});
 }
 
-TEST(CommandText, cutsALongTextAfterItsFirstLine)
+TEST(CommandText, readsPastTheFirstLine)
 {
     // The line feed is at index 10, so the piece is the 8 bytes from the space on; its first and
     // last bytes are removed.

@@ -1,5 +1,4 @@
 #include "formats/commit_record.h"
-#include "formats/notices.h"
 #include "formats/command_lines.h"
 
 #include <gtest/gtest.h>
@@ -26,12 +25,6 @@ TEST(CommitRecord, holdsNamesLongerThan255)
     const std::string record = formatCommitRecord(0, std::wstring(260, L'n'));
     EXPECT_EQ(record.size(), 528u);
     EXPECT_EQ(record.substr(4, 4), "\x04\x01\0\0"s);
-}
-
-TEST(CommitNotice, holdsTheIdAndTheName)
-{
-    EXPECT_EQ(formatCommitNotice(42, "C:\\parts\\a.mcam"), "ZEMID=42|C:\\parts\\a.mcam");
-    EXPECT_EQ(formatCommitNotice(0xFFFFFFFF, ""), "ZEMID=4294967295|");
 }
 
 TEST(CommitArguments, passTheIdOnlyWhenThereIsNone)

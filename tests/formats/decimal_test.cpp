@@ -53,7 +53,7 @@ TEST(DecimalOrZero, readsEveryUnitAsTheRuntimeDoes)
     }
 }
 
-TEST(DecimalOrZero, takesSpacesAndDigitsOutsideAscii)
+TEST(DecimalOrZero, acceptsSpacesAndDigitsOutsideAscii)
 {
     EXPECT_EQ(parseDecimalOrZero(L"\u00A0\u3000\u2003-\uFF11\u0662x"), -12);
     EXPECT_EQ(parseDecimal("\xA0"

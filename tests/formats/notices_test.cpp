@@ -4,6 +4,12 @@
 
 using namespace torvapdm;
 
+TEST(CommitNotice, holdsTheIdAndTheName)
+{
+    EXPECT_EQ(formatCommitNotice(42, "C:\\parts\\a.mcam"), "ZEMID=42|C:\\parts\\a.mcam");
+    EXPECT_EQ(formatCommitNotice(0xFFFFFFFF, ""), "ZEMID=4294967295|");
+}
+
 TEST(SetupSheetNotice, hasNoSeparator)
 {
     EXPECT_EQ(formatSetupSheetNotice(42, L"C:\\P.xml"), L"MCAMXMLIMPORTDATAID=42;C:\\P.xml");

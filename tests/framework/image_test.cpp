@@ -112,7 +112,7 @@ TEST_F(Image, isNotSavedIntoAFolderThatIsMissing)
     EXPECT_EQ(save(L"nowhere\\small.bmp"), HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
 }
 
-TEST_F(Image, isWrittenUnderAReaderThatSharesIt)
+TEST_F(Image, isWrittenWhileAReaderSharesIt)
 {
     const std::wstring path = installation.path(L"temp\\small.bmp");
     writeBytes(path, "earlier");

@@ -79,7 +79,7 @@ TEST_F(HostDocument, reportsAFailureBeforeTheRefresh)
                      L"ui CMastercamView.position0()", L"ui CMastercamInterface.position3()"}));
 }
 
-TEST_F(HostDocument, isSavedOnlyWhenTheHostAnswersOne)
+TEST_F(HostDocument, isSavedOnlyWhenTheHostReturns1)
 {
     standin::setState("geo_filename", L"C:\\a.mcam");
     standin::redirectImports(GetModuleHandleW(nullptr), &SaveFile, &twoFiles);

@@ -9,7 +9,7 @@
 using namespace torvapdm;
 using namespace testing_support;
 
-using Messages = HostFixture;
+using AddInMessageBoxes = HostFixture;
 
 namespace {
 
@@ -23,14 +23,14 @@ int WINAPI notedBox(HWND, LPCWSTR, LPCWSTR, UINT style)
 
 } // namespace
 
-TEST_F(Messages, haveAnOkButtonAndNoIcon)
+TEST_F(AddInMessageBoxes, haveAnOkButtonAndNoIcon)
 {
     standin::redirectImports(GetModuleHandleW(nullptr), &MessageBoxW, &notedBox);
     showMessage(L"text");
     EXPECT_EQ(boxStyle, UINT{MB_OK});
 }
 
-TEST_F(Messages, haveTheProductsNameAsTitle)
+TEST_F(AddInMessageBoxes, haveTheProductNameAsTitle)
 {
     showMessage(L"Failed to load file.");
     showMessage(L"", L"text");
@@ -40,7 +40,7 @@ TEST_F(Messages, haveTheProductsNameAsTitle)
                                  LR"(ui message-box("Caption", "text"))"}));
 }
 
-TEST_F(Messages, areOwnedByTheMainWindow)
+TEST_F(AddInMessageBoxes, areOwnedByTheMainWindow)
 {
     static HWND owner;
     owner = nullptr;
@@ -57,7 +57,7 @@ TEST_F(Messages, areOwnedByTheMainWindow)
     EXPECT_TRUE(IsWindow(getMainFrameWindow()));
 }
 
-TEST_F(Messages, askForTheMainWindowUntilThereIsOne)
+TEST_F(AddInMessageBoxes, askForTheMainWindowUntilThereIsOne)
 {
     standin::failNext("get_MainFrame");
     EXPECT_EQ(getMainFrameWindow(), nullptr);
@@ -66,14 +66,14 @@ TEST_F(Messages, askForTheMainWindowUntilThereIsOne)
     EXPECT_NE(getMainFrameWindow(), nullptr); // cached, not requested again
 }
 
-TEST_F(Messages, surviveAWindowException)
+TEST_F(AddInMessageBoxes, surviveAWindowException)
 {
     standin::raiseNext("get_MainFrame");
     EXPECT_EQ(getMainFrameWindow(), nullptr);
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(Messages, hideFrameworkExceptions)
+TEST_F(AddInMessageBoxes, hideFrameworkExceptions)
 {
     standin::raiseNext("set_db_unchanged");
     EXPECT_FALSE(callHost([] { set_db_unchanged(); }));
@@ -82,7 +82,7 @@ TEST_F(Messages, hideFrameworkExceptions)
     EXPECT_EQ(newTrace(), (Lines{L"ui set_db_unchanged() raised", L"ui set_db_unchanged()"}));
 }
 
-TEST_F(Messages, passOnOtherExceptions)
+TEST_F(AddInMessageBoxes, passOnOtherExceptions)
 {
     EXPECT_THROW(callHost([] { throw std::runtime_error("other"); }), std::runtime_error);
 }

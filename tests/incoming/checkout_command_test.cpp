@@ -189,7 +189,7 @@ TEST_F(Checkout, startsARunningCompanionOnce)
 
 TEST_F(Checkout, clearsThePendingRequestFirst)
 {
-    postOpenRequest({5, L"C:\\a.mcam"});
+    AddInState::postRequest({5, L"C:\\a.mcam"});
     m_load(0); // the Companion is missing
     EXPECT_FALSE(isRequestPending());
 }
@@ -210,7 +210,7 @@ TEST_F(Checkout, continuesWithAnUninstalledCompanion)
     EXPECT_FALSE(std::filesystem::is_empty(installation.path(L"user temp")));
 }
 
-TEST_F(Checkout, doublesABackslashInTheFilesName)
+TEST_F(Checkout, doublesABackslashInTheFileName)
 {
     const std::wstring name = makeExchangeFileName();
     EXPECT_EQ(name.rfind(folder + L"\\TORVA ZEM-", 0), 0u) << name;
@@ -287,7 +287,7 @@ TEST_F(Checkout, usesBytesAsTheAnswersLength)
     EXPECT_EQ(readAnswer(folder + L"empty.tmp"), L"");
 }
 
-TEST_F(Checkout, takesTheAnsweredFilesType)
+TEST_F(Checkout, storesTheTypeOfTheAnsweredFile)
 {
     const CheckoutCommand command = parseAnswer(L"CAD1234 C:\\Parts\\bracket.mcam");
     EXPECT_EQ(command.id, 1234);

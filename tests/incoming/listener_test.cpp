@@ -189,7 +189,7 @@ TEST_F(ListenerCycle, announcesAnOpenRequestInOrder)
     EXPECT_FALSE(isRequestPending()); // id -1 replaces the earlier request
 }
 
-TEST_F(ListenerCycle, endsBeforeItsFirstLook)
+TEST_F(ListenerCycle, endsBeforeItsFirstPoll)
 {
     redirectCalls(&Sleep, "Sleep", &endingSleep);
     AddInState::stopListener();
@@ -411,21 +411,22 @@ TEST_F(Listener, sharesItsFileFully)
     CloseHandle(file);
 }
 
-TEST_F(Listener, findsItsOwnFileClosedToItsProbe)
+TEST_F(Listener, failsToProbeItsOwnFile)
 {
-    EXPECT_FALSE(opensDenyingNone(truncateToBytes(commandPath).c_str()));
+    EXPECT_FALSE(canOpenWithoutDeleteSharing(truncateToBytes(commandPath).c_str()));
     writeBytes(installation.path(L"free.txt"), "");
-    EXPECT_TRUE(opensDenyingNone(truncateToBytes(installation.path(L"free.txt")).c_str()));
+    EXPECT_TRUE(
+        canOpenWithoutDeleteSharing(truncateToBytes(installation.path(L"free.txt")).c_str()));
 }
 
-TEST_F(ListenerCycle, pausesOnceOverItsOwnFile)
+TEST_F(ListenerCycle, waitsOnePeriodForItsOwnFile)
 {
     AddInState::setCommandFile(createCommandFile(commandPath));
     EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100}));
     CloseHandle(AddInState::commandFile());
 }
 
-TEST_F(ListenerCycle, pausesTwiceOverAForeignFile)
+TEST_F(ListenerCycle, waitsTwoPeriodsForAForeignFile)
 {
     writeBytes(commandPath, "");
     EXPECT_EQ(pausesOfOne(), (std::vector<DWORD>{100, 100}));

@@ -147,7 +147,7 @@ BOOL WINAPI notedAttributes(LPCWSTR, GET_FILEEX_INFO_LEVELS, LPVOID)
 } // namespace
 
 // At each step: the number of log lines, the ZEM id (-1 for none) and the document's name.
-TEST_F(Load, takesItsStepsInOrder)
+TEST_F(Load, performsItsStepsInOrder)
 {
     watchedLog = installation.path(L"sys\\mcxlog.txt");
     setSettings("MCXCATIA=y\n");
@@ -193,7 +193,7 @@ TEST_F(Load, looksForTheReaderUpToTwice)
     }
 }
 
-TEST_F(Load, continuesAfterALateException)
+TEST_F(Load, succeedsWhenTheHostRaisesLater)
 {
     const std::wstring path = makePart();
     standin::raiseNext("CMastercamInterface.position4");
@@ -210,7 +210,7 @@ TEST_F(Load, continuesAfterALateException)
 }
 
 // At each step, the number of recent files.
-TEST_F(Load, entersTheFileBeforeItsSearch)
+TEST_F(Load, addsTheRecentFileBeforeCheckingIt)
 {
     redirectCalls(&IsIconic, "IsIconic", &notedIsIconic, L"user32.dll");
     redirectCalls(&ShowWindow, "ShowWindow", &notedShow, L"user32.dll");

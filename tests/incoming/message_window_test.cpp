@@ -112,7 +112,7 @@ TEST_F(NewMessageWindow, waitsForAMainWindow)
 
 TEST_F(MessageWindow, leavesEveryOtherMessageToWindows)
 {
-    postOpenRequest({12, makePart()});
+    AddInState::postRequest({12, makePart()});
     redirectCalls(&DefWindowProcW, "DefWindowProcW", &notedDefault, L"user32.dll");
     const std::vector<UINT> others = {WM_NULL, WM_MOVE, WM_TIMER, WM_APP,
                                       AddInState::commitMessage()};
@@ -127,8 +127,8 @@ TEST_F(MessageWindow, leavesEveryOtherMessageToWindows)
 TEST_F(MessageWindow, isNotifiedOnceTheRequestIsStored)
 {
     redirectCalls(&PostMessageW, "PostMessageW", &notedOpenPost, L"user32.dll");
-    postOpenRequest({12, L"C:\\a.mcam"});
-    postOpenRequest({-1, L"C:\\a.mcam"}); // replaces it and is announced too
+    AddInState::postRequest({12, L"C:\\a.mcam"});
+    AddInState::postRequest({-1, L"C:\\a.mcam"}); // replaces it and is announced too
     EXPECT_EQ(pendingAtPost, (std::vector<bool>{true, false}));
 }
 
@@ -170,7 +170,7 @@ TEST_F(MessageWindow, returnsZeroWithoutARequest)
 TEST_F(MessageWindow, opensThePendingRequestOnce)
 {
     const std::wstring part = makePart();
-    postOpenRequest({12, part});
+    AddInState::postRequest({12, part});
     EXPECT_TRUE(isRequestPending());
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
@@ -181,13 +181,13 @@ TEST_F(MessageWindow, opensThePendingRequestOnce)
 
 TEST_F(MessageWindow, isNotifiedByAPostedMessage)
 {
-    postOpenRequest({12, makePart()});
+    AddInState::postRequest({12, makePart()});
     EXPECT_TRUE(waitUntil([] { return AddInState::zemId() == 12; }));
 }
 
 TEST_F(MessageWindow, waitsWhileTheHostIsDisabled)
 {
-    postOpenRequest({12, makePart()});
+    AddInState::postRequest({12, makePart()});
     standin::setState("main_window_enabled", L"false");
     EXPECT_FALSE(isHostReady());
     EXPECT_EQ(sendOpenMessage(), 0);
@@ -201,7 +201,7 @@ TEST_F(MessageWindow, waitsWhileTheHostIsDisabled)
 
 TEST_F(MessageWindow, waitsDuringABackplot)
 {
-    postOpenRequest({12, makePart()});
+    AddInState::postRequest({12, makePart()});
     standin::setState("backplot", L"true");
     EXPECT_FALSE(isHostReady());
     EXPECT_EQ(sendOpenMessage(), 0);
@@ -212,7 +212,7 @@ TEST_F(MessageWindow, waitsDuringABackplot)
 
 TEST_F(MessageWindow, waitsWhenTheBackplotIsUnknown)
 {
-    postOpenRequest({12, makePart()});
+    AddInState::postRequest({12, makePart()});
     standin::raiseNext("BackplotActive");
     EXPECT_EQ(sendOpenMessage(), 0);
     EXPECT_TRUE(isRequestPending());
@@ -222,7 +222,7 @@ TEST_F(MessageWindow, waitsWhenTheBackplotIsUnknown)
 
 TEST_F(MessageWindow, takesARequestItCannotOpen)
 {
-    postOpenRequest({12, installation.path(L"missing.mcam")});
+    AddInState::postRequest({12, installation.path(L"missing.mcam")});
     EXPECT_EQ(sendOpenMessage(), 1);
     EXPECT_FALSE(isRequestPending());
     EXPECT_EQ(newTrace(), Lines{LR"(ui message-box("TORVA ZEM", "The file does not exist."))"});
@@ -234,11 +234,11 @@ TEST_F(MessageWindow, keepsARequestThatArrivesMeanwhile)
     const auto parkNext = [](int code, WPARAM window, LPARAM l) -> LRESULT {
         if (code == HCBT_ACTIVATE && AddInState::requestId() != 2) {
             AddInState::setRequestId(2);
-            postOpenRequest({2, L"C:\\next.mcam"});
+            AddInState::postRequest({2, L"C:\\next.mcam"});
         }
         return CallNextHookEx(nullptr, code, window, l);
     };
-    postOpenRequest({1, installation.path(L"missing.mcam")});
+    AddInState::postRequest({1, installation.path(L"missing.mcam")});
     const HHOOK hook = SetWindowsHookExW(WH_CBT, parkNext, nullptr, GetCurrentThreadId());
     EXPECT_EQ(sendOpenMessage(), 1);
     UnhookWindowsHookEx(hook);
@@ -249,7 +249,7 @@ TEST_F(MessageWindow, keepsARequestThatArrivesMeanwhile)
 
 TEST_F(MessageWindow, leavesOtherMessagesToTheDefault)
 {
-    postOpenRequest({12, makePart()});
+    AddInState::postRequest({12, makePart()});
     SendMessageW(AddInState::messageWindow(), WM_MOVE, 0, 0);
     SendMessageW(AddInState::messageWindow(), AddInState::commitMessage(), 0, 0);
     SendMessageW(AddInState::messageWindow(), AddInState::getCheckedOutMessage(), 0, 0);
@@ -264,7 +264,7 @@ TEST_F(MessageWindow, isForgottenWhenClosed)
 {
     SendMessageW(AddInState::messageWindow(), WM_CLOSE, 0, 0);
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
-    postOpenRequest({12, makePart()}); // no message is posted
+    AddInState::postRequest({12, makePart()}); // no message is posted
     pumpMessages();
     EXPECT_TRUE(isRequestPending());
 }
@@ -273,7 +273,7 @@ TEST_F(MessageWindow, ignoresAnotherWindowsMessage)
 {
     const HWND other = CreateWindowExW(0, hostInstanceName.c_str(), L"", WS_OVERLAPPEDWINDOW, 0, 0,
                                        10, 10, nullptr, nullptr, nullptr, nullptr);
-    postOpenRequest({12, makePart()});
+    AddInState::postRequest({12, makePart()});
     EXPECT_EQ(SendMessageW(other, AddInState::openMessage(), 0, 0), 0);
     EXPECT_TRUE(isRequestPending());
     DestroyWindow(other);
@@ -282,8 +282,8 @@ TEST_F(MessageWindow, ignoresAnotherWindowsMessage)
 TEST_F(MessageWindow, holdsOnlyTheLatestRequest)
 {
     const std::wstring second = makePart(L"second.mcam");
-    postOpenRequest({1, makePart(L"first.mcam")});
-    postOpenRequest({2, second});
+    AddInState::postRequest({1, makePart(L"first.mcam")});
+    AddInState::postRequest({2, second});
     const auto request = takePendingRequest();
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->id, 2);
@@ -293,11 +293,11 @@ TEST_F(MessageWindow, holdsOnlyTheLatestRequest)
 
 TEST_F(MessageWindow, ignoresIdMinusOneAndEmptyPaths)
 {
-    postOpenRequest({-1, L"C:\\a.mcam"});
+    AddInState::postRequest({-1, L"C:\\a.mcam"});
     EXPECT_FALSE(isRequestPending());
-    postOpenRequest({5, L""});
+    AddInState::postRequest({5, L""});
     EXPECT_FALSE(isRequestPending());
-    postOpenRequest({5, L"C:\\a.mcam"});
+    AddInState::postRequest({5, L"C:\\a.mcam"});
     EXPECT_TRUE(isRequestPending());
     clearPendingRequest();
     EXPECT_FALSE(isRequestPending());

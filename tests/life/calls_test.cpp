@@ -207,7 +207,8 @@ TEST(LifeOfCalls, leavesNothingElseAfter1000Calls)
     size_t onPurpose = 0;
     for (int i = 0; i < 1000; ++i) {
         const Row* row = &rows[random() % std::size(rows)];
-        // A check-out waits for the next second.
+        // Check-outs are picked less often: each waits until a second has passed since the
+        // previous one.
         while (row->call.name == "m_load" && random() % 10 != 0)
             row = &rows[random() % std::size(rows)];
         library.make(row->call);

@@ -86,14 +86,14 @@ public:
     const std::set<std::int32_t>& requestsNeverOpened() const { return neverOpened_; }
 
 private:
-    // A step: what `add` does, then a command of the host's menu that calls the add-in.
+    // A kind of step: `add` plans its actions, then a menu command of the host calls the add-in.
     struct Kind {
         const char* name;
         unsigned weight; // relative frequency
         void (SoakPlan::*add)();
         unsigned command = 0;
         const wchar_t* line = nullptr; // the host's last line
-        const char* row = nullptr;     // of the table of what stays open
+        const char* row = nullptr;     // its row in life_table.h
     };
 
     // Each kind runs once in this order before the random steps.
@@ -139,10 +139,10 @@ private:
         // For a document without a name, saving waits for the user. For a document that is not the
         // Companion's, it does not return once the host has reported a save.
         if (kind.add == &SoakPlan::commit)
-            return isKnown_ || (part_ && isNotified_);
+            return isKnown_ || (part_ && isSaveUnreported_);
         // Only event 3 reports the end of a save; without it, an unknown document is not saved.
         if (kind.add == &SoakPlan::forgetFile)
-            return isNotified_ || kind.command == 43003;
+            return isSaveUnreported_ || kind.command == 43003;
         if (kind.add == &SoakPlan::postPrograms)
             return part_ != nullptr;
         return kind.add != &SoakPlan::saveInHost || (isKnown_ && part_);
@@ -157,7 +157,7 @@ private:
 
     void send(SoakPart& part)
     {
-        tellCompanion(L"--send \"" + part.name + L'"', part.number);
+        sendCommand(L"--send \"" + part.name + L'"', part.number);
         expectOpening(part, part.number);
     }
 
@@ -214,13 +214,13 @@ private:
     {
         expectHostSave();
         commit();
-        isNotified_ = false;
+        isSaveUnreported_ = false;
     }
 
     // Only the last of the requests takes effect.
     void sendWhileBusy()
     {
-        SoakPart& part = parkRequests(3);
+        SoakPart& part = addPendingRequests(3);
         step_.acts.emplace_back(L"ready");
         neverOpened_.erase(requestId_);
         expectOpening(part, requestId_);
@@ -228,7 +228,7 @@ private:
 
     void withdrawRequests()
     {
-        parkRequests(2);
+        addPendingRequests(2);
         startCompanion();
         call(42001, L"ui m_load(0) -> 0", "m_load");
         step_.acts.insert(step_.acts.end(), {L"await", L"ready"});
@@ -237,28 +237,28 @@ private:
     void forgetFile()
     {
         isKnown_ = false;
-        isNotified_ = true;
+        isSaveUnreported_ = true;
     }
 
     void newFile()
     {
-        tellCompanion(L"--new-file", 0);
+        sendCommand(L"--new-file", 0);
         expectNewFile();
     }
 
     void checkIn()
     {
-        tellCompanion(L"--check-in", 0);
+        sendCommand(L"--check-in", 0);
         step_.trace.emplace_back(L"other m_fclose(null, 0, null)");
         expectNewFile();
         isKnown_ = true; // its id reads 0
     }
 
     // The Companion sends a request, which the host takes.
-    void tellCompanion(const std::wstring& words, std::int32_t id)
+    void sendCommand(const std::wstring& arguments, std::int32_t id)
     {
         const std::wstring host = std::to_wstring(facts_.processId);
-        step_.acts.push_back(L"companion " + words + L" --host " + host);
+        step_.acts.push_back(L"companion " + arguments + L" --host " + host);
         step_.events = {L"command", L"taken id=" + std::to_wstring(id) + L" host=" + host};
     }
 
@@ -288,7 +288,7 @@ private:
 
     // Sends requests while the host is busy, so that they stay pending; returns the last one's
     // part.
-    SoakPart& parkRequests(unsigned most)
+    SoakPart& addPendingRequests(unsigned most)
     {
         step_.acts.emplace_back(L"busy");
         SoakPart* part = nullptr;
@@ -318,9 +318,9 @@ private:
 
     // Expected state of the add-in and the host's document.
     std::int32_t requestId_ = 0;
-    bool isKnown_ = false;     // the file is one of the Companion's
-    bool isNotified_ = true;   // the save-notified flag
-    SoakPart* part_ = nullptr; // the open part; null for an empty document without a name
+    bool isKnown_ = false;         // the file is one of the Companion's
+    bool isSaveUnreported_ = true; // the add-in's flag of this name
+    SoakPart* part_ = nullptr;     // the open part; null for an empty document without a name
     std::int32_t nextRequestId_;
     std::set<std::int32_t> neverOpened_;
 };

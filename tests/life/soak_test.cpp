@@ -59,14 +59,14 @@ private:
 // not known in advance or not predicted. Empty for an event that no step predicts.
 std::wstring shortEvent(const std::wstring& line)
 {
-    constexpr size_t dateTimeAndBlank = 24;
+    constexpr size_t dateTimeAndSpace = 24;
     static const std::set<std::wstring> unpredicted = {
         L"started", L"stopped", L"library",   L"host-found", L"host-gone", L"settings",
         L"sent",    L"about",   L"check-out", L"new-file",   L"check-in"};
     static const std::map<std::wstring, std::wstring> endings = {
         {L"line", L" "},        {L"command", L" "},     {L"nc-program", L" "},
         {L"taken", L" after="}, {L"commit", L" from="}, {L"setup-sheet", L" file="}};
-    const std::wstring event = line.substr(std::min(line.size(), dateTimeAndBlank));
+    const std::wstring event = line.substr(std::min(line.size(), dateTimeAndSpace));
     const std::wstring word = event.substr(0, event.find(L' '));
     if (unpredicted.contains(word))
         return {};
@@ -264,20 +264,20 @@ private:
     bool carryOut(const std::wstring& act) const
     {
         const std::wstring verb = act.substr(0, act.find(L' '));
-        const std::wstring words = act.substr(std::min(verb.size() + 1, act.size()));
+        const std::wstring operands = act.substr(std::min(verb.size() + 1, act.size()));
         if (verb == L"command")
-            host_.command(static_cast<unsigned>(std::stoi(words)));
+            host_.command(static_cast<unsigned>(std::stoi(operands)));
         else if (verb == L"companion")
-            return startCompanion(company_.installation, words) == 0u;
+            return startCompanion(company_.installation, operands) == 0u;
         else if (verb == L"busy" || verb == L"ready")
             EnableWindow(host_.window(), verb == L"ready");
         else if (verb == L"push") // bytes that are not a request
             return sendRequest("x");
         else {
-            const int id = std::stoi(words);
+            const int id = std::stoi(operands);
             writeBytes(peer::machineSettingsPath(company_.installation.root(), id),
                        "a|4|0|C:\\Machines\\Mill.mcam-mmd\r\n");
-            return sendRequest(openRequest(id, toUtf8(words.substr(words.find(L' ') + 1))));
+            return sendRequest(openRequest(id, toUtf8(operands.substr(operands.find(L' ') + 1))));
         }
         return true;
     }
@@ -386,5 +386,5 @@ TEST_F(Soak, losesAndLeaksNothing)
         host->close();
     }
     EXPECT_EQ(settingsThatStay(), neverOpened);
-    EXPECT_EQ(companion.tell(L"--quit"), 0u);
+    EXPECT_EQ(companion.run(L"--quit"), 0u);
 }

@@ -30,11 +30,11 @@ protected:
         companion.holdSemaphore();
         companion.showWindow();
     }
-    std::string records() const { return readBytes(requestFile).value_or("none"); }
+    std::string records() const { return readBytes(commitFile).value_or("none"); }
 
     CompanionDouble companion;
     // The test process acts as the Companion.
-    const std::wstring requestFile =
+    const std::wstring commitFile =
         installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
 };
 
@@ -196,7 +196,7 @@ TEST_F(Commit, announcesANameItCannotConvertAsEmpty)
 TEST_F(Commit, isAppendedAfterEarlierOnes)
 {
     runCompanion();
-    writeBytes(requestFile, "earlier");
+    writeBytes(commitFile, "earlier");
     EXPECT_TRUE(commitDocument());
     AddInState::setZemId(0x1234);
     EXPECT_TRUE(commitDocument());
@@ -206,7 +206,7 @@ TEST_F(Commit, isAppendedAfterEarlierOnes)
 TEST_F(Commit, locksItsRecordDuringOneWrite)
 {
     runCompanion();
-    writeBytes(requestFile, "earlier");
+    writeBytes(commitFile, "earlier");
     noteAppendCalls();
     EXPECT_TRUE(commitDocument());
     EXPECT_EQ(appendCalls, appendOf26BytesAt7);
@@ -222,7 +222,7 @@ TEST_F(Commit, locksBeyondFourGigabytes)
               (std::vector<std::string>{"lock 7 3 26 0", "write 26", "unlock 7 3 26 0"}));
 }
 
-TEST_F(Commit, isRecordedForTheWindowsProcess)
+TEST_F(Commit, isRecordedForTheProcessOfTheWindow)
 {
     runCompanion();
     redirectCalls(&GetWindowThreadProcessId, "GetWindowThreadProcessId", &anotherProcess,
@@ -254,7 +254,7 @@ TEST_F(Commit, looksForTheFtpServerUpToTwice)
 TEST_F(Commit, isAppendedBeforeTheNotice)
 {
     runCompanion();
-    writeBytes(requestFile, "earlier");
+    writeBytes(commitFile, "earlier");
     const LineReceiver listener;
     noteDeliveryCalls();
     EXPECT_TRUE(commitDocument());
@@ -270,14 +270,14 @@ TEST_F(Commit, yieldsToAnExclusiveReader)
 {
     runCompanion();
     EXPECT_TRUE(commitDocument());
-    const OtherHandle owner(requestFile, 0);
+    const OtherHandle owner(commitFile, 0);
     EXPECT_NE(owner.file, INVALID_HANDLE_VALUE);
 }
 
 TEST_F(Commit, succeedsDuringASharedRead)
 {
     runCompanion();
-    const OtherHandle reader(requestFile, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    const OtherHandle reader(commitFile, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
     EXPECT_TRUE(commitDocument());
     EXPECT_EQ(records(), recordOfA);
 }
@@ -285,7 +285,7 @@ TEST_F(Commit, succeedsDuringASharedRead)
 TEST_F(Commit, countsAsDeliveredWhenWritingFails)
 {
     runCompanion();
-    writeBytes(requestFile, "earlier");
+    writeBytes(commitFile, "earlier");
     noteAppendCalls();
     doAppendCallsFail = true;
     const LineReceiver listener;
@@ -301,12 +301,12 @@ TEST_F(Commit, reportsAFileItCannotOpen)
     runCompanion();
     const LineReceiver listener;
     {
-        const OtherHandle owner(requestFile, 0);
+        const OtherHandle owner(commitFile, 0);
         EXPECT_FALSE(commitDocument());
         EXPECT_EQ(newTrace(), Lines{notCommitted});
     }
-    DeleteFileW(requestFile.c_str());
-    CreateDirectoryW(requestFile.c_str(), nullptr);
+    DeleteFileW(commitFile.c_str());
+    CreateDirectoryW(commitFile.c_str(), nullptr);
     EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});
     removeFolder(installation.path(L"temp"));
@@ -318,7 +318,7 @@ TEST_F(Commit, reportsAFileItCannotOpen)
 TEST_F(Commit, reportsAFileItMayNotWrite)
 {
     runCompanion();
-    writeBytes(requestFile, "earlier");
+    writeBytes(commitFile, "earlier");
     redirectCalls(&CreateFileW, "CreateFileW", &denyingCreateFile);
     EXPECT_FALSE(commitDocument());
     EXPECT_EQ(newTrace(), Lines{notCommitted});

@@ -273,7 +273,7 @@ TEST_F(NcQueue, namesTheGroupBeforeAnUnknownParent)
     EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "Orphan") + "\r\n");
 }
 
-TEST_F(NcQueue, endsAtParentsThatLeadBack)
+TEST_F(NcQueue, endsAtACycleOfParents)
 {
     putPart("[group]\nid = 1\nparent = 1\nname = Own\n\n"
             "[group]\nid = 2\nparent = 3\nname = Two\n\n"

@@ -64,7 +64,7 @@ protected:
     // Every commit is a record of the document for request 17.
     size_t commits() const
     {
-        const std::string records = readBytes(requestFile).value_or("");
+        const std::string records = readBytes(commitFile).value_or("");
         std::string record("\x11\0\0\0", 4);
         record += {static_cast<char>(name.size()), '\0', '\0', '\0'};
         for (const wchar_t unit : name)
@@ -83,7 +83,7 @@ protected:
 
     CompanionDouble companion;
     const std::wstring name = installation.path(L"a.mcam");
-    const std::wstring requestFile =
+    const std::wstring commitFile =
         installation.path(L"temp\\torvapdm-" + std::to_wstring(GetCurrentProcessId()) + L".dat");
 };
 
@@ -99,7 +99,7 @@ protected:
         runCompanion();
     }
     ~SaveUntitled() override { SetCurrentDirectoryW(programFolder().c_str()); }
-    bool hasRequestFile() const { return readBytes(requestFile).has_value(); }
+    bool hasCommitFile() const { return readBytes(commitFile).has_value(); }
 };
 
 // An untitled document, and an open request that arrives while the host's save command runs.
@@ -521,7 +521,7 @@ TEST_F(Save, keepsTheRequestsIdWhenTheCommitFails)
 {
     runCompanion();
     knowDocument();
-    CreateDirectoryW(requestFile.c_str(), nullptr);
+    CreateDirectoryW(commitFile.c_str(), nullptr);
     EXPECT_EQ(m_save(0), 0);
     Lines expected = knownSave();
     expected.push_back(notCommitted);
@@ -563,7 +563,7 @@ TEST_F(SaveUntitled, isNamedByTheHostsSaveCommand)
     standin::saveDialogNext(L"abc");
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{L"ui m_notify(5) -> 0", asked, captured()}));
-    EXPECT_TRUE(hasRequestFile());
+    EXPECT_TRUE(hasCommitFile());
     EXPECT_EQ(hostFileName(), L"abc");
 }
 
@@ -578,7 +578,7 @@ TEST_F(SaveUntitled, keepsTheHostResponsive)
     });
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{L"ui timer", asked, captured()}));
-    EXPECT_TRUE(hasRequestFile());
+    EXPECT_TRUE(hasCommitFile());
 }
 
 TEST_F(SaveUntitled, endsWhenTheHostQuits)
@@ -609,7 +609,7 @@ TEST_F(SaveUntitled, waitsOnAfterAMessageLoopException)
     callFromLoop([] { return true; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
-    EXPECT_TRUE(hasRequestFile());
+    EXPECT_TRUE(hasCommitFile());
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
@@ -648,7 +648,7 @@ TEST_F(SaveUntitled, asksForTheInterfaceFirst)
 
 TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 {
-    postOpenRequest({12, name});
+    AddInState::postRequest({12, name});
     reportTheNextSave(); // the save at the end of the load, before the id is set
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
@@ -660,7 +660,7 @@ TEST_F(SaveInterrupted, savesADocumentOpenedMeanwhile)
 
 TEST_F(SaveInterrupted, commitsAnOpenedDocumentTwice)
 {
-    postOpenRequest({12, name});
+    AddInState::postRequest({12, name});
     callFromLoop([] { return AddInState::zemId() != noZemId; }, [] { m_notify(5); });
     EXPECT_EQ(m_save(0), 0);
     Lines expected = loaded();
@@ -686,6 +686,6 @@ TEST_F(SaveUntitled, savesAfterANestedCommit)
     append(expected, savedAndRefreshed(L"abc"));
     expected.push_back(captured());
     EXPECT_EQ(newTrace(), expected);
-    EXPECT_EQ(readBytes(requestFile).value_or("").size(), 2u * (8 + 2 * 3));
+    EXPECT_EQ(readBytes(commitFile).value_or("").size(), 2u * (8 + 2 * 3));
     EXPECT_EQ(AddInState::zemId(), 17u);
 }

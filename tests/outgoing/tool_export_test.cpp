@@ -302,7 +302,7 @@ TEST_F(ToolExport, writesTheFilledToolsGeometryFile)
     EXPECT_EQ(valuesOf(records()[0])["GEOFILE'"], hexadecimal(filledGeometryFile));
 }
 
-TEST_F(ToolExport, keepsTheOperationsToolWithoutAHosts)
+TEST_F(ToolExport, keepsTheOperationsCopyOfAnUnknownTool)
 {
     putPart(planes + operationWith(1, 8, "tool.feed-rate = 0.11\ntool.length-offset = 3\n"));
     exportToolData();
@@ -346,7 +346,7 @@ TEST_F(ToolExport, announcesAnEmptyFile)
     EXPECT_EQ(newTrace(), Lines{LR"(ui list_manager(1, "", 0, *))"}); // no list to release
 }
 
-TEST_F(ToolExport, namesItsFileAndLineAfterTheRequest)
+TEST_F(ToolExport, namesFileAndNoticeAfterTheRequest)
 {
     putPart(planes + operationWith(1, 3));
     AddInState::setRequestId(0);
@@ -422,7 +422,7 @@ int WINAPI notedToolConnect(SOCKET, const sockaddr*, int)
 
 } // namespace
 
-TEST_F(ToolExport, handsTheSameChainBack)
+TEST_F(ToolExport, releasesTheChainItWasGiven)
 {
     putPart(planes + operationWith(1, 3));
     watchedToolFile = toolFile;
@@ -457,7 +457,7 @@ TEST_F(ToolExport, keepsTheFileOnAListException)
     EXPECT_EQ(standin::undeletedExceptions(), 0);
 }
 
-TEST_F(ToolExport, skipsWhatTheHostRaisesFor)
+TEST_F(ToolExport, continuesAfterAnExceptionOfTheHost)
 {
     putPart(planes + operationWith(1, 3, "tool.feed-rate = 0.11\ncycle-time = 5\n"));
     for (const char* operation : {"tool_manager", "CalcCycleTime", "GetPlanePtrByID", "GetName"}) {

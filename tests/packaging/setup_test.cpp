@@ -111,7 +111,7 @@ TEST_F(Setup, putsEveryPackedFileInPlace)
     EXPECT_EQ(pathsBelow(site.hostFolder + L"\\chooks"), std::set<std::wstring>{L"torvapdm.dll"});
 }
 
-TEST_F(Setup, entersItselfAmongTheInstalledPrograms)
+TEST_F(Setup, registersAsAnInstalledProgram)
 {
     ASSERT_EQ(site.setUp(), done);
     EXPECT_EQ(entryText(L"DisplayName"), L"TORVA ZEM add-in for the stand-in host");
@@ -173,12 +173,12 @@ TEST_F(Setup, rollsBackWhenItCannotWrite)
 
 TEST_F(Setup, refusesAnImpossibleFolder)
 {
-    const std::wstring words = L" /S /HOST=" + quoted(site.hostFolder) + L" /D=";
-    EXPECT_EQ(Process(quoted(setupProgram()) + words + L"Q:\\ZEM add-in").waitForExit(),
+    const std::wstring arguments = L" /S /HOST=" + quoted(site.hostFolder) + L" /D=";
+    EXPECT_EQ(Process(quoted(setupProgram()) + arguments + L"Q:\\ZEM add-in").waitForExit(),
               cannotWrite);
     writeBytes(installation.path(L"file"), "");
     const std::wstring belowFile = installation.path(L"file\\ZEM add-in");
-    EXPECT_EQ(Process(quoted(setupProgram()) + words + belowFile).waitForExit(), cannotWrite);
+    EXPECT_EQ(Process(quoted(setupProgram()) + arguments + belowFile).waitForExit(), cannotWrite);
     expectNothingInstalled();
 }
 
@@ -223,10 +223,10 @@ TEST_F(Setup, staysWithARunningEarlierHost)
     EXPECT_EQ(entryText(L"HostFolder"), site.hostFolder);
 }
 
-TEST_F(Setup, changesNothingWhileAPageIsOpen)
+TEST_F(Setup, changesNothingWhileADocumentIsOpen)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
-    // A page that the new version does not have: only the earlier uninstaller knows it.
+    // A document that the new version does not have: only the earlier uninstaller knows it.
     const HANDLE reader =
         CreateFileW((site.addInFolder + L"\\docs\\part-file.md").c_str(), GENERIC_READ,
                     FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -257,7 +257,7 @@ TEST_F(Setup, replacesAnEarlierVersion)
     expectNothingInstalled();
 }
 
-TEST_F(Setup, followsTheHostToAnotherFolder)
+TEST_F(Setup, movesToAnotherHostFolder)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
     const std::wstring otherHost = installation.path(L"Mastercam 2");
@@ -378,8 +378,8 @@ TEST_F(Setup, leavesAnotherInstallationAlone)
     ASSERT_EQ(site.setUp(), done);
     ASSERT_EQ(site.uninstallInPlace(), done);
     const std::wstring otherFolder = installation.path(L"tools");
-    const std::wstring words = L" /S /HOST=" + quoted(site.hostFolder) + L" /D=";
-    ASSERT_EQ(Process(quoted(setupProgram()) + words + otherFolder).waitForExit(), done);
+    const std::wstring arguments = L" /S /HOST=" + quoted(site.hostFolder) + L" /D=";
+    ASSERT_EQ(Process(quoted(setupProgram()) + arguments + otherFolder).waitForExit(), done);
     const State entryBefore = entry();
     const State before = filesBelow(otherFolder);
     EXPECT_EQ(site.uninstallInPlace(), done);
@@ -388,13 +388,14 @@ TEST_F(Setup, leavesAnotherInstallationAlone)
     EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
 }
 
-TEST_F(Setup, keepsADrivesRootApart)
+TEST_F(Setup, readsADriveLetterAsItsRoot)
 {
     SetCurrentDirectoryW(site.hostFolder.c_str());
     for (const wchar_t* separator : {L"\\", L""}) {
         const std::wstring root = site.hostFolder.substr(0, 2) + separator;
-        const std::wstring words = L" /S /HOST=" + root + L" /D=" + site.addInFolder;
-        EXPECT_EQ(Process(quoted(setupProgram()) + words).waitForExit(), noHost) << toUtf8(root);
+        const std::wstring arguments = L" /S /HOST=" + root + L" /D=" + site.addInFolder;
+        EXPECT_EQ(Process(quoted(setupProgram()) + arguments).waitForExit(), noHost)
+            << toUtf8(root);
     }
     SetCurrentDirectoryW(programFolder().c_str());
     expectNothingInstalled();

@@ -51,7 +51,7 @@ TEST(PeerNewFileRequest, isAnOpenRequestWithoutPath)
     EXPECT_EQ(formatNewFileRequest(-1), MARK "-1 \n");
 }
 
-TEST(PeerCheckInRequest, isTheWordAndTheName)
+TEST(PeerCheckInRequest, isTheKeywordAndTheName)
 {
     EXPECT_EQ(formatCheckIn(L"bracket.mcam"), "CHECKIN bracket.mcam");
     EXPECT_EQ(formatCheckIn(L""), "CHECKIN ");

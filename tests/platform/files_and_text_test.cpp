@@ -50,7 +50,7 @@ TEST(Paths, distinguishFilesFromFolders)
     EXPECT_FALSE(fileExists(L""));
 }
 
-TEST(Paths, haveAFilesSize)
+TEST(GetFileSize, returnsTheSize)
 {
     const Installation installation;
     writeBytes(installation.path(L"file.txt"), std::string(70000, 'x'));

@@ -55,10 +55,10 @@ protected:
     }
     Lines logged() const
     {
-        constexpr size_t dateTimeAndBlank = 24;
+        constexpr size_t dateTimeAndSpace = 24;
         Lines lines = linesOf(fromUtf8(readBytes(log.path).value_or("")));
         for (std::wstring& line : lines)
-            line.erase(0, dateTimeAndBlank);
+            line.erase(0, dateTimeAndSpace);
         return lines;
     }
 

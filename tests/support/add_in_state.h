@@ -4,8 +4,8 @@
 
 #include "shared_state.h"
 #include "incoming/incoming_state.h"
+#include "incoming/message_window.h"
 #include "addin/host_events.h"
-#include "formats/wire_constants.h"
 #include "support/waiting.h"
 
 #include <cstdint>
@@ -23,7 +23,8 @@ struct AddInState {
     static void setFilePath(const std::wstring& p) { torvapdm::currentFilePath.assign(p); }
     static std::wstring fileTypePrefix() { return torvapdm::fileTypePrefix; }
     static void setFileTypePrefix(const std::wstring& p) { torvapdm::fileTypePrefix = p; }
-    using Files = std::vector<torvapdm::CompanionFile>;
+    using File = torvapdm::CompanionFile;
+    using Files = std::vector<File>;
     static const Files& recentFiles() { return torvapdm::recentFiles; }
     static void setRecentFiles(const Files& files) { torvapdm::recentFiles = files; }
 
@@ -43,6 +44,7 @@ struct AddInState {
 
     static HWND messageWindow() { return torvapdm::messageWindow; }
     static void setMessageWindow(HWND window) { torvapdm::messageWindow = window; }
+    static void postRequest(const File& f) { postOpenRequest(std::make_unique<File>(f)); }
     // The registered messages; 0 until they are registered.
     static UINT openMessage() { return torvapdm::openMessage; }
     static UINT commitMessage() { return torvapdm::commitMessage; }

@@ -23,24 +23,24 @@ inline void installCompanionWithLibrary(const Installation& installation)
                           installation.path(L"library"), std::filesystem::copy_options::recursive);
 }
 
-inline std::wstring companionCommand(const Installation& installation, const std::wstring& words)
+inline std::wstring companionCommand(const Installation& installation, const std::wstring& args)
 {
-    return quoted(installation.path(L"TORVA-ZEM.exe")) + (words.empty() ? L"" : L" ") + words;
+    return quoted(installation.path(L"TORVA-ZEM.exe")) + (args.empty() ? L"" : L" ") + args;
 }
 
 // Starts the installed program with these arguments and returns its exit code.
-inline DWORD startCompanion(const Installation& installation, const std::wstring& words)
+inline DWORD startCompanion(const Installation& installation, const std::wstring& args)
 {
-    return Process(companionCommand(installation, words)).waitForExit().value_or(STILL_ACTIVE);
+    return Process(companionCommand(installation, args)).waitForExit().value_or(STILL_ACTIVE);
 }
 
 // The running instance; the destructor ends it.
 class CompanionProgram {
 public:
     // Starts it with these arguments, or creates it suspended. It must already be installed.
-    explicit CompanionProgram(const Installation& installation, const std::wstring& words = L"",
+    explicit CompanionProgram(const Installation& installation, const std::wstring& args = L"",
                               bool isSuspended = false)
-        : installation_(installation), process_(companionCommand(installation, words), isSuspended)
+        : installation_(installation), process_(companionCommand(installation, args), isSuspended)
     {
     }
 
@@ -49,11 +49,11 @@ public:
     // The event log, each line without date and time.
     Lines log() const
     {
-        constexpr size_t dateTimeAndBlank = 24;
+        constexpr size_t dateTimeAndSpace = 24;
         Lines lines =
             linesOf(fromUtf8(readBytes(installation_.path(L"sys\\companion.log")).value_or("")));
         for (std::wstring& line : lines)
-            line.erase(0, dateTimeAndBlank);
+            line.erase(0, dateTimeAndSpace);
         return lines;
     }
 
@@ -90,10 +90,10 @@ public:
 
     // Waits until the running instance has its window, starts the program a second time with these
     // arguments and returns that process's exit code.
-    DWORD tell(const std::wstring& words) const
+    DWORD run(const std::wstring& args) const
     {
         waitForWindow();
-        return startCompanion(installation_, words);
+        return startCompanion(installation_, args);
     }
 
 private:

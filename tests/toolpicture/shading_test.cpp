@@ -100,7 +100,7 @@ TEST(Marks, cutOneRowBelowTheFirst)
     EXPECT_EQ(cutAtMark(0, 40, {5, 5, 5}), 6);
 }
 
-TEST(Section, takesTheColourOfItsFirstRow)
+TEST(Section, hasTheColourOfItsFirstRow)
 {
     EXPECT_EQ(sectionColour(0, marks), 0x080808u);
     EXPECT_EQ(sectionColour(5, marks), 0x080808u);

@@ -31,7 +31,7 @@ TEST_F(ZemlinkDecode, showsARequestAndItsMachineSettings)
     const AnnouncedHost host;
     const std::wstring commandFile = AnnouncedHost::makeCommandFile(installation);
     const CompanionProgram companion(installation);
-    ASSERT_EQ(companion.tell(L"--send \"pump cover\" --host " + ownId), 0u);
+    ASSERT_EQ(companion.run(L"--send \"pump cover\" --host " + ownId), 0u);
     ASSERT_TRUE(companion.waitForLog(L"sent id=31"));
     ASSERT_TRUE(waitUntil([&] { return readBytes(commandFile).value_or("") != ""; }));
     const std::string path = toUtf8(installation.path(L"work\\pump cover.mcam"));

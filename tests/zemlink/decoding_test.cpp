@@ -81,7 +81,7 @@ TEST(ExchangeKind, isRecognisedByContent)
     }
 }
 
-TEST(ExchangeKind, hasADistinctWord)
+TEST(ExchangeKind, hasADistinctName)
 {
     EXPECT_EQ(kindWords().size(), 10u);
     for (const std::string& word : kindWords())

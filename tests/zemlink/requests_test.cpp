@@ -12,7 +12,7 @@ namespace {
 
 class ZemlinkRequests : public ::testing::Test {
 protected:
-    ToolResult run(const std::wstring& words) const { return runTool(installation, words); }
+    ToolResult run(const std::wstring& arguments) const { return runTool(installation, arguments); }
 
     std::wstring makePart() const
     {
@@ -100,8 +100,8 @@ TEST_F(ZemlinkRequests, goToTheNamedHost)
 
 TEST_F(ZemlinkRequests, needAHost)
 {
-    for (const wchar_t* words : {L"checkin", L"new 3"}) {
-        const ToolResult result = run(words);
+    for (const wchar_t* arguments : {L"checkin", L"new 3"}) {
+        const ToolResult result = run(arguments);
         EXPECT_EQ(result.exitCode, 1u);
         EXPECT_EQ(result.output, "");
         EXPECT_EQ(result.errors, "zemlink: no host with the add-in is running\n");

@@ -16,12 +16,12 @@ class ToolRun {
 public:
     // Starts it with these arguments. Its output is stored in the installation folder under the
     // name. The default program is next to the test program.
-    ToolRun(const Installation& installation, const std::wstring& words,
+    ToolRun(const Installation& installation, const std::wstring& arguments,
             const std::wstring& name = L"zemlink",
             const std::wstring& program = programFolder() + L"zemlink.exe")
         : outputPath_(installation.path(name + L".out")),
           errorPath_(installation.path(name + L".err")),
-          process_(quoted(program) + L' ' + words, false, openForChild(outputPath_).get(),
+          process_(quoted(program) + L' ' + arguments, false, openForChild(outputPath_).get(),
                    openForChild(errorPath_).get())
     {
     }
@@ -57,9 +57,9 @@ struct ToolResult {
 };
 
 // Waits for zemlink to exit. If it does not exit in time, the exit code is STILL_ACTIVE.
-inline ToolResult runTool(const Installation& installation, const std::wstring& words)
+inline ToolResult runTool(const Installation& installation, const std::wstring& arguments)
 {
-    const ToolRun run(installation, words);
+    const ToolRun run(installation, arguments);
     return {run.waitForExit().value_or(STILL_ACTIVE), run.output(), run.errors()};
 }
 

@@ -30,9 +30,9 @@ bool isLowSurrogate(wchar_t c)
 bool isHalfAPair(std::wstring_view text, size_t place)
 {
     const wchar_t c = text[place];
-    const bool isBehindHigh = place > 0 && isHighSurrogate(text[place - 1]);
+    const bool isAfterHigh = place > 0 && isHighSurrogate(text[place - 1]);
     const bool isBeforeLow = place + 1 < text.size() && isLowSurrogate(text[place + 1]);
-    return (isHighSurrogate(c) && !isBeforeLow) || (isLowSurrogate(c) && !isBehindHigh);
+    return (isHighSurrogate(c) && !isBeforeLow) || (isLowSurrogate(c) && !isAfterHigh);
 }
 
 std::wstring cleaned(std::wstring_view text)

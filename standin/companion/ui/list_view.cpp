@@ -137,7 +137,7 @@ LRESULT drawListRow(NMLVCUSTOMDRAW& drawing)
         return CDRF_NOTIFYITEMDRAW;
     if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT)
         return CDRF_DODEFAULT;
-    // The highlight of the control, which this replaces, depends on the keyboard focus.
+    // Replaces the control's own highlight, which depends on the keyboard focus.
     const LRESULT state = SendMessageW(drawing.nmcd.hdr.hwndFrom, LVM_GETITEMSTATE,
                                        drawing.nmcd.dwItemSpec, LVIS_SELECTED);
     if ((state & LVIS_SELECTED) != 0) {

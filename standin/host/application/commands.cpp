@@ -68,7 +68,7 @@ std::optional<std::wstring> askForSavePath(HWND parent, const std::wstring& name
 
 void reportFailure(const wchar_t* text)
 {
-    // Nobody could close this box while a script runs.
+    // A scripted run has nobody to close this box.
     if (!areMessageBoxesAnswered())
         MessageBoxW(mainWindow(), text, L"Mastercam", MB_OK | MB_ICONWARNING);
 }

@@ -38,16 +38,16 @@ using SeenKeys = std::uint64_t;
 
 enum class FieldOutcome { read, unknownKey, refused };
 
-// Reads the value into the key's field. Refuses a repeated key. `firstMark` separates the bits of
+// Reads the value into the key's field. Refuses a repeated key. `firstBit` separates the bits of
 // several tables in one section.
 template <class Record>
 FieldOutcome readField(Fields<Record> fields, Record& record, std::string_view key,
-                       std::string_view notation, SeenKeys& seen, unsigned firstMark = 0)
+                       std::string_view notation, SeenKeys& seen, unsigned firstBit = 0)
 {
     for (size_t place = 0; place < fields.size(); ++place) {
         if (fields[place].key != key)
             continue;
-        const SeenKeys mark = SeenKeys{1} << (firstMark + place);
+        const SeenKeys mark = SeenKeys{1} << (firstBit + place);
         const bool again = (seen & mark) != 0;
         seen |= mark;
         const bool isRead = std::visit(

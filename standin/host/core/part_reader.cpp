@@ -14,8 +14,10 @@ namespace {
 enum class Section { none, part, geometry, plane, group, tool, operation, noOperation };
 
 constexpr std::string_view operationToolPrefix = "tool.";
-constexpr unsigned markOfToolKeys = 20; // after the bits of the operation's own keys
-constexpr unsigned markOfRestKeys = 40; // after those of its tool
+// Bits of `SeenKeys` in an operation's section: 0 to 19 are the operation's own keys, 20 to 39 its
+// tool's.
+constexpr unsigned firstToolKeyBit = 20;
+constexpr unsigned firstRestKeyBit = 40;
 
 struct Reading {
     std::shared_ptr<Part> part = std::make_shared<Part>();
@@ -101,7 +103,7 @@ bool readToolKey(Reading& reading, std::string_view key, std::string_view notati
     tp_tool& tool = reading.part->tools.back();
     FieldOutcome outcome = readField(toolLeadFields(), tool.lead, key, notation, reading.seen);
     if (outcome == FieldOutcome::unknownKey)
-        outcome = readField(toolRestFields(), tool, key, notation, reading.seen, markOfToolKeys);
+        outcome = readField(toolRestFields(), tool, key, notation, reading.seen, firstToolKeyBit);
     return outcome == FieldOutcome::read;
 }
 
@@ -114,12 +116,12 @@ bool readOperationKey(Reading& reading, std::string_view key, std::string_view n
     if (key.starts_with(operationToolPrefix))
         outcome =
             readField(toolLeadFields(), held.node.op.tool, key.substr(operationToolPrefix.size()),
-                      notation, reading.seen, markOfToolKeys);
+                      notation, reading.seen, firstToolKeyBit);
     else
         outcome = readField(operationFields(), held.node.op, key, notation, reading.seen);
     if (outcome == FieldOutcome::unknownKey)
         outcome =
-            readField(operationRestFields(), held, key, notation, reading.seen, markOfRestKeys);
+            readField(operationRestFields(), held, key, notation, reading.seen, firstRestKeyBit);
     return outcome == FieldOutcome::read;
 }
 

@@ -43,7 +43,7 @@ std::string decimalText(double value)
                 .ptr;
         text.assign(buffer, end);
         double back = 0;
-        // Rounding a number near the largest one up can give a text that is out of range.
+        // Rounding up a number close to DBL_MAX can give text that is out of range.
         if (readDecimal(text, back) && back == value)
             break;
     }
