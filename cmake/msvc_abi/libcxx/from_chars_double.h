@@ -17,10 +17,22 @@ inline from_chars_result from_chars(const char* first, const char* last, double&
     const char* digits = first + (first != last && *first == '-');
     if (digits == last)
         return refuse();
-    const bool isWord = *digits == 'i' || *digits == 'I' || *digits == 'n' || *digits == 'N';
+    if (last - digits >= 3 && _strnicmp(digits, "nan", 3) == 0) { // with "(…)", which Wine's strtod does not read
+        const char* end = digits + 3;
+        const char* close = end;
+        if (close != last && *close == '(')
+            do
+                ++close;
+            while (close != last && (isalnum(static_cast<unsigned char>(*close)) || *close == '_'));
+        if (close != last && *close == ')')
+            end = close + 1;
+        value = copysign(nan(""), digits == first ? 1.0 : -1.0);
+        return {end, errc{}};
+    }
+    const bool isWord = *digits == 'i' || *digits == 'I';
     const char* end = digits;
     if (isWord)
-        while (end != last && (isalnum(static_cast<unsigned char>(*end)) || *end == '('))
+        while (end != last && isalnum(static_cast<unsigned char>(*end)))
             ++end;
     else
         while (end != last &&
