@@ -24,14 +24,16 @@ int __cdecl notedCloseStream(FILE* stream)
     return systems(&fclose, "fclose", cLibrary)(stream);
 }
 
-// Refuses flags for the code pages that have every character; other systems ignore them.
+// Refuses flags for the code pages that have every character, as Windows does. Wine lacks one of
+// them.
 int WINAPI convertAsWindowsDoes(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes,
                                 int size, LPCCH unknown, LPBOOL hasUnknown)
 {
     auto* const convert = systems(&WideCharToMultiByte, "WideCharToMultiByte");
     if (flags != 0 && (codePage == CP_UTF8 || codePage == 54936))
         return 0;
-    return convert(codePage, flags, text, length, bytes, size, unknown, hasUnknown);
+    return convert(codePage == 54936 ? 1252 : codePage, flags, text, length, bytes, size, unknown,
+                   hasUnknown);
 }
 
 } // namespace

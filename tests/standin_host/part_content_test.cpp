@@ -7,7 +7,7 @@ using namespace testing_support;
 
 namespace {
 
-const std::string part = R"(mastercam part 1
+const std::string part = std::string(R"(mastercam part 1
 [plane]
 id = 1
 name = Top
@@ -29,7 +29,7 @@ name = First side
 [group]
 id = 9
 parent = 4711
-)" + toolWithEveryKey + R"([tool]
+)") + toolWithEveryKey + R"([tool]
 number = 3
 comment = second of its number
 [tool]

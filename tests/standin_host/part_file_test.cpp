@@ -37,7 +37,7 @@ private:
 };
 
 // Every key of every section with a different value, in canonical form.
-const std::string everyKey = R"(mastercam part 1
+const std::string everyKey = std::string(R"(mastercam part 1
 
 [part]
 title = Plate 40
@@ -64,7 +64,7 @@ id = 2
 parent = 1
 name = First side
 
-)" + toolWithEveryKey + "\n" +
+)") + toolWithEveryKey + "\n" +
                              operationWithEveryKey + R"(path = -10 20 20 20
 path = 0 0 1 1 2.5 -3
 

@@ -1,11 +1,9 @@
 // Sections with every key, in canonical form, for several tests.
 #pragma once
 
-#include <string>
-
 namespace testing_support {
 
-inline const std::string toolWithEveryKey = R"([tool]
+inline constexpr char toolWithEveryKey[] = R"([tool]
 number = 3
 type = 4
 flutes = 2
@@ -41,7 +39,7 @@ spindle-rotation = -1
 )";
 
 // Without paths, which come last.
-inline const std::string operationWithEveryKey = R"([operation]
+inline constexpr char operationWithEveryKey[] = R"([operation]
 id = 11
 group = 8
 holder = 12
