@@ -1,7 +1,7 @@
 #include "companion/installation.h"
 
 #include "formats/wire_constants.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 
 #include <cwchar>
 

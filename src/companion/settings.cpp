@@ -2,7 +2,7 @@
 
 #include "companion/installation.h"
 #include "formats/settings_file.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 
 namespace torvapdm {
 

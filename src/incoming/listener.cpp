@@ -7,7 +7,7 @@
 #include "incoming/message_window.h"
 #include "incoming/pending_request.h"
 #include "platform/compiler.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 
 #include <io.h>
 

@@ -7,11 +7,11 @@
 #include "host/document.h"
 #include "incoming/document_name.h"
 #include "incoming/incoming_state.h"
-#include "incoming/machine_settings.h"
+#include "incoming/machine_activation.h"
 #include "outgoing/nc_queue.h"
 #include "outgoing/save.h"
 #include "outgoing/save_through_host.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 
 #include <cwchar>
 #include <iterator>

@@ -10,7 +10,7 @@
 #include "host/document.h"
 #include "host/message_box.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 #include "shared_state.h"
 
 namespace torvapdm {

@@ -7,7 +7,7 @@
 #include "formats/sorted_lines.h"
 #include "host/record_adapter.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 #include "shared_state.h"
 
 #include <unordered_set>

@@ -3,7 +3,7 @@
 #include "companion/line_sender.h"
 #include "formats/notices.h"
 #include "host/host.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 #include "shared_state.h"
 
 namespace torvapdm {

@@ -8,7 +8,7 @@
 #include "host/barriers.h"
 #include "host/record_adapter.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 #include "shared_state.h"
 
 namespace torvapdm {

@@ -6,7 +6,7 @@
 #include "companion/network_thread.h"
 #include "incoming/pending_request.h"
 #include "support/add_in_state.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 #include "support/companion_double.h"
 #include "support/counts.h"
 #include "support/host_fixture.h"

@@ -3,7 +3,7 @@
 #include "addin/exports.h"
 #include "framework/framework.h"
 #include "support/add_in_state.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 #include "support/host_fixture.h"
 #include "support/sockets.h"
 #include "support/system_calls.h"

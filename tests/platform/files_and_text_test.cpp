@@ -1,7 +1,7 @@
 #include "dormant/dormant.h"
 #include "companion/debug_log.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "support/system_calls.h"

@@ -1,4 +1,4 @@
-#include "incoming/machine_settings.h"
+#include "incoming/machine_activation.h"
 
 #include "companion/installation.h"
 #include "formats/machine_settings_file.h"
@@ -7,7 +7,7 @@
 #include "incoming/incoming_state.h"
 #include "outgoing/nc_queue.h"
 #include "platform/files.h"
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 
 namespace torvapdm {
 

@@ -1,4 +1,4 @@
-#include "incoming/machine_settings.h"
+#include "incoming/machine_activation.h"
 
 #include "support/add_in_state.h"
 #include "support/host_fixture.h"

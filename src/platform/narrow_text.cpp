@@ -1,4 +1,4 @@
-#include "platform/text.h"
+#include "platform/narrow_text.h"
 
 #include <algorithm>
 #include <cstdlib>
