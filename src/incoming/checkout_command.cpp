@@ -4,7 +4,7 @@
 #include "formats/checkout_answer.h"
 #include "formats/command_lines.h"
 #include "host/message_box.h"
-#include "incoming/command_dispatch.h"
+#include "incoming/check_in.h"
 #include "incoming/incoming_state.h"
 #include "incoming/load.h"
 #include "incoming/pending_request.h"

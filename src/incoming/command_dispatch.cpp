@@ -2,6 +2,7 @@
 
 #include "host/barriers.h"
 #include "host/host.h"
+#include "incoming/check_in.h"
 #include "incoming/message_window.h"
 #include "shared_state.h"
 
@@ -18,15 +19,6 @@ void startNewFile(const PreparedCommand& command)
 }
 
 } // namespace
-
-void checkInDocument(void (*clearRest)())
-{
-    currentRequestId = 0;
-    currentZemId = 0; // Quirk Q4: 0, which counts as known, and not `noZemId`.
-    clearRest();
-    callHost([] { m_fclose(nullptr, 0, nullptr); });
-    postMoveMessage();
-}
 
 PreparedCommand prepareCommand(const std::string& text)
 {

@@ -1,4 +1,4 @@
-// Carries out the Companion's commands, on the listener's thread, and any check-in.
+// Carries out the Companion's commands. Listener thread.
 #pragma once
 
 #include "formats/command_file.h"
@@ -21,10 +21,6 @@ struct PreparedCommand {
 
 // Prepares the content of a command file.
 PreparedCommand prepareCommand(const std::string& text);
-
-// The part of a check-in that is the same for a command file and a check-out answer: sets both ids
-// to 0, calls `clearRest`, closes the document and posts WM_MOVE. Listener or UI thread.
-void checkInDocument(void (*clearRest)());
 
 // Carries out the command. A check-in closes the document, clears its identity and starts a new
 // file; a new-file request starts a new file; an open request is stored and announced to the
