@@ -17,7 +17,8 @@ inline from_chars_result from_chars(const char* first, const char* last, double&
     const char* digits = first + (first != last && *first == '-');
     if (digits == last)
         return refuse();
-    if (last - digits >= 3 && _strnicmp(digits, "nan", 3) == 0) { // with "(…)", which Wine's strtod does not read
+    // Wine's strtod does not read "nan(ind)".
+    if (last - digits >= 3 && _strnicmp(digits, "nan", 3) == 0) {
         const char* end = digits + 3;
         const char* close = end;
         if (close != last && *close == '(')
