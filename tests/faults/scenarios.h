@@ -232,7 +232,7 @@ inline void sendRequest(const FaultWorld& world, const std::string& request)
 {
     const WatchedMessageWindow window;
     writeRequest(world.commandFile(), request);
-    waitForCycles(2);
+    waitForCycles(3); // the one that is running, the one that takes the request, and the next
     const auto& arrived = window.arrived();
     if (std::ranges::find(arrived, AddInState::openMessage()) != arrived.end())
         standin::trace(L"open message posted");
