@@ -1,9 +1,11 @@
 # Builds the add-in for a real host with Visual C++ and the host's development kit, and compares the names
 # that it exports and imports with the table in docs/real-host.md. Run it in any PowerShell on Windows:
 #
-#   script\real-host.ps1 -HostName 'Mastercam 26' -Kit '<kit.h>' -Include C:\Kit\include -Libraries C:\Kit\Mastercam.lib,C:\Kit\MCCore.lib,...
+#   script\real-host.ps1 -HostName 'Mastercam 26' -Kit '<kit.h>' -Include C:\Kit\include `
+#       -Libraries C:\Kit\Mastercam.lib,C:\Kit\MCCore.lib,...
 #
-# -HostName is the host with its release, for the package's name. -Kit is the kit's umbrella header with its brackets or quotes. The library is build\msvc\bin\torvapdm.dll.
+# -HostName is the host with its release, for the package's name. -Kit is the kit's umbrella header with its
+# brackets or quotes. The library is build\msvc\bin\torvapdm.dll.
 param(
     [Parameter(Mandatory)] [string] $HostName,
     [Parameter(Mandatory)] [string] $Kit,
