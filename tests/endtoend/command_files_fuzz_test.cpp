@@ -119,7 +119,6 @@ void CommandFileRun::expectPlanned() const
 constexpr unsigned hosts = 16;
 constexpr size_t filesEach = 125;
 constexpr std::uint64_t seed = 20'260;
-constexpr unsigned longestRunMs = 4 * generousMs;
 
 std::vector<PlannedFile> planFiles(const Installation& installation, unsigned host)
 {
@@ -172,7 +171,7 @@ TEST(FuzzedCommandFiles, haveTheExpectedEffect)
             }
             return areAllAtEnd;
         },
-        longestRunMs);
+        4 * generousMs);
     for (unsigned i = 0; i < hosts; ++i) {
         SCOPED_TRACE("host " + std::to_string(i) + ", seed " + std::to_string(seed + i));
         runs[i]->expectPlanned();
