@@ -82,9 +82,18 @@ endfunction()
 
 # Links the programs of this folder, none of which ships, with LLVM's linker where it is installed.
 macro(link_quickly)
-  find_program(LLVM_LINKER ld.lld)
+  find_program(LLVM_LINKER ld.lld-19)
   if(MINGW AND LLVM_LINKER)
     add_link_options(-wrapper ${CMAKE_SOURCE_DIR}/cmake/link_with_lld)
+  endif()
+endmacro()
+
+# Compiles this folder, of which nothing ships, with Clang where it is installed. Without optimisation it takes
+# half of GCC's time.
+macro(compile_quickly)
+  find_program(CLANG clang++-19)
+  if(MINGW AND CLANG)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_SOURCE_DIR}/cmake/compile_with_clang)
   endif()
 endmacro()
 
