@@ -33,6 +33,7 @@ TEST(Application, overridesOnlyTheStart)
 
 TEST(Application, registersItselfWithTheFramework)
 {
+    EXPECT_NE(dynamic_cast<CtorvapdmApp*>(AfxGetApp()), nullptr); // the add-in's own
     const CtorvapdmApp application;
     EXPECT_EQ(AfxGetApp(), &application);
 }

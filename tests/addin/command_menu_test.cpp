@@ -14,6 +14,7 @@
 #include "host/host.h"
 
 #include <shellapi.h>
+#include <stdexcept>
 
 using namespace torvapdm;
 using namespace testing_support;
@@ -91,8 +92,13 @@ CFrameWnd farWindow;
 
 CFrameWnd* farMainFrame()
 {
-    farWindow.m_hWnd = reinterpret_cast<HWND>(UINT_PTR{0x7000000F0});
+    farWindow.m_hWnd = reinterpret_cast<HWND>(UINT_PTR{0x7F00000F0});
     return &farWindow;
+}
+
+bool throwingSheet(CStringArray&)
+{
+    throw std::runtime_error("other");
 }
 
 // Registers the program as this process's handler for https addresses.
@@ -229,7 +235,7 @@ TEST_F(CommandMenu, passesTheLowHalfOfTheWindow)
     redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &notedOpen, L"shell32.dll");
     showAbout();
     EXPECT_EQ(steps, (Lines{L"open " + installation.path(L"TORVA-ZEM.exe") +
-                            L" --about --parentwindow 240"}));
+                            L" --about --parentwindow 4026532080"})); // 0xF00000F0
 }
 
 TEST_F(CommandMenu, opensTheCompanion)
@@ -297,4 +303,12 @@ TEST_F(CommandMenu, passesOnASetupSheetsException)
     }
     ASSERT_NE(raised, nullptr);
     raised->Delete();
+}
+
+TEST_F(CommandMenu, passesOnNoOtherException)
+{
+    standin::redirectImports(GetModuleHandleW(nullptr), &RunSetupSheetOnSelectedOpsWithoutUI,
+                             &throwingSheet);
+    choose(L"Tools");
+    EXPECT_EQ(newTrace(), Lines{menu(rows)});
 }

@@ -5,6 +5,8 @@
 #include "host/host.h"
 #include "support/system_calls.h"
 
+#include <algorithm>
+
 using namespace torvapdm;
 using namespace testing_support;
 
@@ -115,6 +117,7 @@ TEST_F(HostEvents, event5SavesAKnownFile)
     EXPECT_EQ(lines[0], LR"(ui CFile_DoFileSave("C:\nowhere\a.mcam", main, false, true) -> false)");
     EXPECT_EQ(lines[1], L"ui CMastercamView.position0()");
     EXPECT_EQ(lines[2], L"ui CMastercamInterface.position3()");
+    EXPECT_EQ(std::ranges::count(lines, captured()), 0); // only without a known file
     EXPECT_FALSE(AddInState::isSaveUnreported());
     EXPECT_FALSE(AddInState::event37Seen());
     EXPECT_FALSE(AddInState::captureOnClosePending());

@@ -279,7 +279,7 @@ TEST_F(Lifecycle, worksWithoutAMainWindow)
 {
     const HWND mainWindow = get_MainFrame()->GetSafeHwnd();
     standin::failNext("get_MainFrame", 2); // once for the window's parent, once for the property
-    EXPECT_EQ(m_open(0), 0);
+    EXPECT_EQ(callsOfOpening().back(), "resume"); // and no property
     EXPECT_TRUE(IsWindow(AddInState::messageWindow()));
     EXPECT_EQ(GetWindow(AddInState::messageWindow(), GW_OWNER), nullptr);
     EXPECT_EQ(GetPropW(mainWindow, hostInstanceName.c_str()), nullptr);

@@ -123,8 +123,10 @@ LSTATUS WINAPI notedCreateKey(HKEY root, LPCWSTR name, DWORD reserved, LPWSTR ty
                               REGSAM access, const LPSECURITY_ATTRIBUTES security, PHKEY key,
                               LPDWORD disposition)
 {
-    keyOptions = {options, access};
-    folderMeanwhile = getInstallationFolder();
+    if (keyOptions.empty()) {
+        keyOptions = {options, access};
+        folderMeanwhile = getInstallationFolder();
+    }
     return systems(&notedCreateKey, "RegCreateKeyExW", L"advapi32.dll")(
         root, name, reserved, type, options, access, security, key, disposition);
 }
@@ -167,6 +169,12 @@ TEST_P(StoredFolder, isUsed)
 
 INSTANTIATE_TEST_SUITE_P(Registry, StoredFolder, ::testing::ValuesIn(storedValues),
                          [](const auto& value) { return std::string(value.param.name); });
+
+TEST_F(InstallationFolder, roundsAnOddSizeUp)
+{
+    store(REG_SZ, L"D:\\a", 7); // the last character's low byte only
+    EXPECT_EQ(getInstallationFolder(), L"D:\\");
+}
 
 TEST_F(InstallationFolder, isDefaultWithoutTheRegistry)
 {

@@ -62,19 +62,27 @@ BOOL WINAPI countedShellExecute(SHELLEXECUTEINFOW* start)
 }
 
 DWORD semaphoreAccess = 0;
+BOOL isSemaphoreInherited = TRUE;
 
 HANDLE WINAPI notedOpenSemaphore(DWORD access, BOOL inherits, LPCWSTR name)
 {
     semaphoreAccess = access;
+    isSemaphoreInherited = inherits;
     return systems(&OpenSemaphoreW, "OpenSemaphoreW")(access, inherits, name);
 }
 
-std::vector<int> showCommands;
+std::vector<std::string> raisingSteps;
 
 BOOL WINAPI notedShow(HWND window, int command)
 {
-    showCommands.push_back(command);
+    raisingSteps.push_back("show " + std::to_string(command));
     return systems(&ShowWindow, "ShowWindow", L"user32.dll")(window, command);
+}
+
+HWND WINAPI notedActivate(HWND window)
+{
+    raisingSteps.push_back("activate");
+    return systems(&SetActiveWindow, "SetActiveWindow", L"user32.dll")(window);
 }
 
 // The recorded steps of the wait for the Companion's window, and the window that gets the instance
@@ -119,8 +127,11 @@ TEST_F(CompanionProcess, runsWhileItsSemaphoreExists)
     EXPECT_FALSE(isCompanionRunning());
     companion.holdSemaphore();
     redirectCalls(&OpenSemaphoreW, "OpenSemaphoreW", &notedOpenSemaphore);
+    const size_t handles = countHandles();
     EXPECT_TRUE(isCompanionRunning());
+    EXPECT_EQ(countHandles(), handles);
     EXPECT_EQ(semaphoreAccess, DWORD{SEMAPHORE_MODIFY_STATE});
+    EXPECT_FALSE(isSemaphoreInherited);
 }
 
 TEST_F(CompanionProcess, runsEvenIfTheSemaphoreIsDenied)
@@ -163,11 +174,13 @@ TEST_F(CompanionProcess, isOpenedWithoutFolderOrWindow)
     recordCompanionStarts(installation);
     redirectCalls(&ShellExecuteExW, "ShellExecuteExW", &countedShellExecute, L"shell32.dll");
     EXPECT_TRUE(launchCompanion(L"--about", true));
+    EXPECT_EQ(lastStart.cbSize, 112u);
     EXPECT_EQ(lastStart.fMask, ULONG{SEE_MASK_NOCLOSEPROCESS});
     EXPECT_EQ(lastVerb, L"open");
     EXPECT_EQ(lastStart.lpDirectory, nullptr);
     EXPECT_EQ(lastStart.hwnd, nullptr);
     EXPECT_TRUE(shellOpen(L"https://example.org"));
+    EXPECT_EQ(lastStart.cbSize, 112u);
     EXPECT_EQ(lastStart.fMask, 0u);
     EXPECT_EQ(lastVerb, L"open");
     EXPECT_EQ(lastStart.nShow, SW_SHOWDEFAULT);
@@ -271,8 +284,9 @@ TEST_F(CompanionProcess, windowIsRestored)
     ShowWindow(window, SW_MINIMIZE);
     ASSERT_TRUE(IsIconic(window));
     redirectCalls(&ShowWindow, "ShowWindow", &notedShow, L"user32.dll");
+    redirectCalls(&SetActiveWindow, "SetActiveWindow", &notedActivate, L"user32.dll");
     openCompanion();
-    EXPECT_EQ(showCommands, std::vector<int>{SW_SHOWNORMAL});
+    EXPECT_EQ(raisingSteps, (std::vector<std::string>{"show 1", "activate"}));
     EXPECT_FALSE(IsIconic(window));
     EXPECT_EQ(GetActiveWindow(), window);
 }

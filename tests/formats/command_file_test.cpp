@@ -90,7 +90,9 @@ TEST(CommandText, isNotACheckInOtherwise)
 
 TEST(CommandText, skipsItsFirstThreeBytes)
 {
-    expectEach({{"xyz12 C:\\a\n", open(12, L"C:\\a")}, {"12345 C:\\a\n", open(45, L"C:\\a")}});
+    expectEach({{"xyz12 C:\\a\n", open(12, L"C:\\a")},
+                {"12345 C:\\a\n", open(45, L"C:\\a")},
+                {"x y5 C:\\a\n", open(5, L"y5 C:")}}); // the path starts at the first space
 }
 
 TEST(CommandText, keepsACarriageReturnInThePath)

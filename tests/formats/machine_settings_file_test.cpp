@@ -15,7 +15,7 @@ struct SettingsCase {
 
 const SettingsCase settingsCases[] = {
     {L"17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd", 3, 0, L"C:\\Machines\\Mill 3-axis.mcam-mmd"},
-    {L"17|3|4|C:\\M.mcam-mmd\nmore", 3, 4, L"C:\\M.mcam-mmd"},
+    {L"17|3|4|C:\\M.mcam-mmd\nmore\n", 3, 4, L"C:\\M.mcam-mmd"},
     {L"17|3|4|C:\\M.mcam-mmd\r\n", 3, 4, L"C:\\M.mcam-mmd\r"},
     {L"17|3|4|a|b|C:\\M", 3, 4, L"C:\\M"},
     {L"17|3|4|\n", 3, 4, L""},

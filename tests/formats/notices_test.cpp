@@ -10,6 +10,17 @@ TEST(CommitNotice, holdsTheIdAndTheName)
     EXPECT_EQ(formatCommitNotice(0xFFFFFFFF, ""), "ZEMID=4294967295|");
 }
 
+TEST(ToolDataNotice, writesEveryIdInDecimal)
+{
+    EXPECT_EQ(formatToolDataNotice(7), "TOOL-7");
+    EXPECT_EQ(formatToolDataNotice(-1), "TOOL--1");
+}
+
+TEST(NcQueueNotice, holdsTheName)
+{
+    EXPECT_EQ(formatNcQueueNotice("C:\\q|.txt"), "IMPORTNCQUEUE|C:\\q|.txt");
+}
+
 TEST(SetupSheetNotice, hasNoSeparator)
 {
     EXPECT_EQ(formatSetupSheetNotice(42, L"C:\\P.xml"), L"MCAMXMLIMPORTDATAID=42;C:\\P.xml");

@@ -264,8 +264,9 @@ TEST_F(MessageWindow, isForgottenWhenClosed)
 {
     SendMessageW(AddInState::messageWindow(), WM_CLOSE, 0, 0);
     EXPECT_EQ(AddInState::messageWindow(), nullptr);
-    AddInState::postRequest({12, makePart()}); // no message is posted
-    pumpMessages();
+    redirectCalls(&PostMessageW, "PostMessageW", &notedOpenPost, L"user32.dll");
+    AddInState::postRequest({12, makePart()});
+    EXPECT_EQ(pendingAtPost, std::vector<bool>{}); // no message is posted
     EXPECT_TRUE(isRequestPending());
 }
 
