@@ -113,6 +113,14 @@ HANDLE WINAPI notedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECUR
                                                 model);
 }
 
+HANDLE WINAPI tracedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES own,
+                               DWORD disposition, DWORD flags, HANDLE model)
+{
+    if (flags & FILE_FLAG_DELETE_ON_CLOSE)
+        standin::trace(L"answer opened");
+    return notedCreateFile(path, access, sharing, own, disposition, flags, model);
+}
+
 // The Companion is running, so it is asked, but not installed, so the check-out reports an error.
 class AnsweredCheckout : public Checkout {
 protected:
@@ -375,6 +383,13 @@ TEST_F(Checkout, reportsAnUnloadableFile)
     EXPECT_EQ(lines[1], loadFailed);
     EXPECT_EQ(AddInState::zemId(), noZemId);
     EXPECT_EQ(AddInState::filePath(), L"");
+}
+
+TEST_F(AnsweredCheckout, startsTheCompanionFirst)
+{
+    redirectCalls(&CreateFileW, "CreateFileW", &tracedCreateFile);
+    EXPECT_EQ(m_load(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{notInstalled, L"ui answer opened"}));
 }
 
 TEST_F(AnsweredCheckout, loadsTheNamedPart)
