@@ -263,6 +263,7 @@ TEST_F(Checkout, emptiesTheAnswerByOpeningIt)
     const std::wstring file = folder + L"answer.tmp";
     writeBytes(file, "C\0A\0D\0001\0 \0x\0");
     EXPECT_EQ(readAnswer(file), L"");
+    EXPECT_NE(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_FALSE(readBytes(file).has_value()); // still open without sharing
     EXPECT_EQ(readAnswer(L""), L"");
 }
