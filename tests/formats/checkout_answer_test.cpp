@@ -28,6 +28,7 @@ const AnswerCase answerCases[] = {
     {L"CAD5  a ", CheckoutAnswer::Kind::file, L"CAD", 5, L" a "},
     {L"CAD5 ", CheckoutAnswer::Kind::file, L"CAD", 5, L""},
     {L"CAD5 \r\n", CheckoutAnswer::Kind::file, L"CAD", 5, L"\r\n"},
+    {L"CAD5\r x\n", CheckoutAnswer::Kind::file, L"CAD", 5, L"x\n"},
     {L"checkin x", CheckoutAnswer::Kind::file, L"che", 0, L"x"},
     {L"CHECKINS x", CheckoutAnswer::Kind::file, L"CHE", 0, L"x"},
     {L"CHECKIN ", CheckoutAnswer::Kind::checkIn, L"", 0, L""},

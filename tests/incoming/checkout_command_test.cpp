@@ -113,6 +113,14 @@ HANDLE WINAPI notedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECUR
                                                 model);
 }
 
+HANDLE WINAPI tracedCreateFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES own,
+                               DWORD disposition, DWORD flags, HANDLE model)
+{
+    if (flags & FILE_FLAG_DELETE_ON_CLOSE)
+        standin::trace(L"answer opened");
+    return notedCreateFile(path, access, sharing, own, disposition, flags, model);
+}
+
 // The Companion is running, so it is asked, but not installed, so the check-out reports an error.
 class AnsweredCheckout : public Checkout {
 protected:
@@ -255,6 +263,7 @@ TEST_F(Checkout, emptiesTheAnswerByOpeningIt)
     const std::wstring file = folder + L"answer.tmp";
     writeBytes(file, "C\0A\0D\0001\0 \0x\0");
     EXPECT_EQ(readAnswer(file), L"");
+    EXPECT_NE(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_FALSE(readBytes(file).has_value()); // still open without sharing
     EXPECT_EQ(readAnswer(L""), L"");
 }
@@ -375,6 +384,13 @@ TEST_F(Checkout, reportsAnUnloadableFile)
     EXPECT_EQ(lines[1], loadFailed);
     EXPECT_EQ(AddInState::zemId(), noZemId);
     EXPECT_EQ(AddInState::filePath(), L"");
+}
+
+TEST_F(AnsweredCheckout, startsTheCompanionFirst)
+{
+    redirectCalls(&CreateFileW, "CreateFileW", &tracedCreateFile);
+    EXPECT_EQ(m_load(0), 0);
+    EXPECT_EQ(newTrace(), (Lines{notInstalled, L"ui answer opened"}));
 }
 
 TEST_F(AnsweredCheckout, loadsTheNamedPart)

@@ -91,6 +91,37 @@ void notedUnchangedInLoad()
     noteLoadStep(L"unchanged");
 }
 
+bool notedSave(const wchar_t*, CWnd*, bool, bool)
+{
+    noteLoadStep(L"save");
+    return true;
+}
+
+// Traces the calls of its members, and has no view and no window.
+class TracedInterface final : public CMastercamInterface {
+public:
+    CString position0(const int*) override { return L""; }
+    void position1(const CString&) override { standin::trace(L"path"); }
+    CMastercamView* position2() override
+    {
+        standin::trace(L"view");
+        return nullptr;
+    }
+    void position3() override { standin::trace(L"application"); }
+    CWnd* position4() override
+    {
+        standin::trace(L"parent");
+        return nullptr;
+    }
+    bool position5() override { return false; }
+};
+
+CMastercamInterface* tracedInterface()
+{
+    static TracedInterface application;
+    return &application;
+}
+
 HMODULE WINAPI notedLoadLibrary(LPCWSTR path)
 {
     noteLoadStep(path == programFolder() + L"chooks\\catread5x.dll" ? L"reader"
@@ -170,6 +201,26 @@ TEST_F(Load, performsItsStepsInOrder)
                L"ui unchanged 3 -1 " + byHost, L"ui reader 7 -1 " + byHost,
                L"ui title Host  C:\\BY THE HOST.MCAM 7 -1 " + byHost, introduced(path),
                viewRefreshed, hostRefreshed, saved(path), L"ui unchanged 7 -1 " + byHost}));
+}
+
+// Before the save, the log has four lines.
+TEST_F(Load, logsACadFilesTypeBeforeItsSave)
+{
+    watchedLog = installation.path(L"sys\\mcxlog.txt");
+    AddInState::setFileTypePrefix(L"CAD");
+    standin::redirectImports(GetModuleHandleW(nullptr), &CFile_DoFileSave, &notedSave);
+    const std::wstring path = makePart();
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace().at(1), L"ui save 4 -1 " + path);
+}
+
+TEST_F(Load, asksForTheParentAfterTheRefresh)
+{
+    standin::redirectImports(GetModuleHandleW(nullptr), &GetMastercamApp, &tracedInterface);
+    const std::wstring path = makePart();
+    EXPECT_TRUE(loadFile(path));
+    EXPECT_EQ(newTrace(), (Lines{opened(path), unchanged, L"ui path", L"ui view", L"ui application",
+                                 L"ui parent", saved(path, L"null"), unchanged}));
 }
 
 TEST_F(Load, survivesAReaderThatRaises)
@@ -385,11 +436,13 @@ TEST_F(Load, neverReturnsForACadFileAfterASave)
     companion.holdSemaphore();
     AddInState::setFileTypePrefix(L"CAD");
     AddInState::setSaveUnreported(false);
+    const int questions = standin::callsOf("has_db_changed");
     const HANDLE load = CreateThread(
         nullptr, 0, [](LPVOID) -> DWORD { return loadFile(path); }, nullptr, 0, nullptr);
     ASSERT_TRUE(standin::waitForTrace(L"NCPrefix(null)"));
     EXPECT_EQ(WaitForSingleObject(load, 1000), static_cast<DWORD>(WAIT_TIMEOUT));
     EXPECT_EQ(newTrace().back(), LR"(other NCPrefix(null) -> "C:\NC\")");
+    EXPECT_EQ(standin::callsOf("has_db_changed"), questions);
     // Nothing else ends the thread, which can hold the heap's lock.
     removeFolder(installation.root());
     TerminateProcess(GetCurrentProcess(), HasFailure() ? 1 : 0);
@@ -539,6 +592,7 @@ TEST_F(Load, activatesTheHostsWindow)
 TEST_F(Load, isRefusedWhileTheHostIsBusy)
 {
     standin::setState("backplot", L"true");
+    redirectCalls(&SetActiveWindow, "SetActiveWindow", &notedActivateWindow, L"user32.dll");
     EXPECT_FALSE(openFile({1, makePart()}));
     EXPECT_EQ(newTrace(), Lines{});
     EXPECT_TRUE(AddInState::recentFiles().empty());

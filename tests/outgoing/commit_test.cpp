@@ -143,6 +143,11 @@ DWORD WINAPI anotherProcess(HWND, LPDWORD process)
     return 1;
 }
 
+DWORD WINAPI noProcess(HWND, LPDWORD)
+{
+    return 0;
+}
+
 HANDLE WINAPI notedOpenSemaphore(DWORD access, BOOL inherits, LPCWSTR name)
 {
     note("running?", {});
@@ -229,6 +234,14 @@ TEST_F(Commit, isRecordedForTheProcessOfTheWindow)
                   L"user32.dll");
     EXPECT_TRUE(commitDocument());
     EXPECT_EQ(readBytes(installation.path(L"temp\\torvapdm-4321.dat")), recordOfA);
+}
+
+TEST_F(Commit, isRecordedForProcess0WithoutAProcess)
+{
+    runCompanion();
+    redirectCalls(&GetWindowThreadProcessId, "GetWindowThreadProcessId", &noProcess, L"user32.dll");
+    EXPECT_TRUE(commitDocument());
+    EXPECT_EQ(readBytes(installation.path(L"temp\\torvapdm-0.dat")), recordOfA);
 }
 
 TEST_F(Commit, ensuresTheCompanionBeforeItsWindow)

@@ -476,6 +476,15 @@ TEST_F(Save, sendsTheSheetWithoutACompanion)
     EXPECT_EQ(seen[2], notStarted);
 }
 
+TEST_F(Save, sendsTheSheetForANegativeId)
+{
+    knowDocument();
+    AddInState::setRequestId(-3);
+    setSettings("AlwaysSaveTools=y\n");
+    EXPECT_EQ(m_save(0), 0);
+    EXPECT_EQ(newTrace().at(1).rfind(sheet, 0), 0u);
+}
+
 TEST_F(Save, asksTheHostForItsGroupList)
 {
     runCompanion();
@@ -533,6 +542,7 @@ TEST_F(Save, doesNotNameAThreeCharacterDocument)
 {
     runCompanion();
     standin::setState("geo_filename", L"a:b");
+    standin::saveDialogNext(L""); // would make the host quit
     EXPECT_EQ(m_save(0), 0);
     EXPECT_EQ(newTrace(), (Lines{asked, captured()}));
 }
@@ -542,8 +552,9 @@ TEST_F(Save, treatsAKnownDocumentAsNamed)
     runCompanion();
     knowDocument();
     standin::setState("geo_filename", L"");
+    standin::saveDialogNext(L""); // would make the host quit
     EXPECT_EQ(m_save(0), 0);
-    EXPECT_EQ(newTrace()[0], asked);
+    EXPECT_EQ(newTrace().at(0), asked);
 }
 
 TEST_F(Save, commitsAfterTheHostsOwnSave)
