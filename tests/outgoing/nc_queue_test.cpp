@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstring>
 #include "host/host.h"
 
 #include <io.h>
@@ -116,6 +117,20 @@ CString meanwhileRequest18(TpGroup*)
     return L".NC";
 }
 
+// A member function receives its object as the first argument.
+using GroupLookUp = TpGroup*(TpGrpList*, int);
+GroupLookUp* hostsGroupLookUp = nullptr;
+
+// Simulates a host that changes the operation's record while it looks up a group.
+TpGroup* renamingGroupLookUp(TpGrpList* groups, int id)
+{
+    operation_node* first = nullptr;
+    list_manager(1, L"", 0, &first);
+    constexpr wchar_t other[] = L"OTHER.nci";
+    std::copy(std::begin(other), std::end(other), first->op.nciName);
+    return hostsGroupLookUp(groups, id);
+}
+
 int WINAPI notedQueueConnect(SOCKET, const sockaddr*, int)
 {
     queueSteps.push_back(DeleteFileW(watchedQueue.c_str()) ? "connect, file closed" : "connect");
@@ -141,6 +156,18 @@ TEST_F(NcQueue, isMadeInOrder)
     importNcQueue();
     EXPECT_EQ(queueSteps, (std::vector<std::string>{"list after 1", "suffix after the group",
                                                     "connect, file closed"}));
+}
+
+TEST_F(NcQueue, keepsACopyOfEachOperation)
+{
+    putPart(twoGroups + operationIn(1, "PART.nci"));
+    post(L"PART.NC");
+    post(L"OTHER.NC");
+    TpGroup* (TpGrpList::*const lookUp)(int) = &TpGrpList::GroupByID;
+    std::memcpy(&hostsGroupLookUp, &lookUp, sizeof hostsGroupLookUp);
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsGroupLookUp, &renamingGroupLookUp);
+    importNcQueue();
+    EXPECT_EQ(queue(), "NCPATH|-1|" + entry("PART.NC", "Mill") + "\r\n");
 }
 
 TEST_F(NcQueue, listsAndAnnouncesPostedPrograms)

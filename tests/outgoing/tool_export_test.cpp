@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <malloc.h>
 #include <map>
 #include <winsock2.h>
 
@@ -206,6 +207,34 @@ PlaneBase* notedPlaneLookUp(MastercamPlanes* allPlanes, int id)
 {
     askedPlanes.push_back(id);
     return hostsPlaneLookUp(allPlanes, id);
+}
+
+void notedFilling(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeeded)
+{
+    askedPlanes.push_back(0);
+    hostsToolManager(tool, code, entity, succeeded);
+}
+
+constexpr wchar_t toolPlaneName[] = L"Tool plane's name";
+constexpr wchar_t constructionPlaneName[] = L"Construction plane's name";
+
+// The last blocks with these names that were freed. The names of a record do not outlive it.
+const void* freedToolPlaneName = nullptr;
+const void* freedConstructionPlaneName = nullptr;
+
+template <size_t size>
+bool isText(void* block, const wchar_t (&text)[size])
+{
+    return block && _msize(block) >= sizeof text && std::memcmp(block, text, sizeof text) == 0;
+}
+
+void notedFree(void* block)
+{
+    if (isText(block, toolPlaneName))
+        freedToolPlaneName = block;
+    if (isText(block, constructionPlaneName))
+        freedConstructionPlaneName = block;
+    systems(&notedFree, "free", cLibrary)(block);
 }
 
 class ToolExport : public HostFixture {
@@ -522,9 +551,24 @@ TEST_F(ToolExport, asksForTheToolPlaneFirst)
     PlaneBase* (MastercamPlanes::*const lookUp)(int) = &MastercamPlanes::GetPlanePtrByID;
     std::memcpy(&hostsPlaneLookUp, &lookUp, sizeof hostsPlaneLookUp);
     standin::redirectImports(GetModuleHandleW(nullptr), hostsPlaneLookUp, &notedPlaneLookUp);
+    hostsToolManager = &tool_manager;
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsToolManager, &notedFilling);
     exportToolData();
     EXPECT_EQ(records().size(), 2u);
-    EXPECT_EQ(askedPlanes, (std::vector<int>{1, 2, 1, 2}));
+    EXPECT_EQ(askedPlanes, (std::vector<int>{1, 2, 0, 1, 2, 0})); // 0: the tool is filled
+}
+
+TEST_F(ToolExport, writesEachPlanesNameUnderItsKey)
+{
+    putPart("[plane]\nid = 1\nname = Tool plane's name\n\n"
+            "[plane]\nid = 2\nname = Construction plane's name\n\n" +
+            operationWith(1, 3));
+    redirectCalls(&notedFree, "free", &notedFree, cLibrary);
+    exportToolData();
+    ASSERT_EQ(records().size(), 1u);
+    auto values = valuesOf(records()[0]);
+    EXPECT_EQ(values["TPNAME"], hexadecimal(freedToolPlaneName));
+    EXPECT_EQ(values["CPNAME"], hexadecimal(freedConstructionPlaneName));
 }
 
 TEST_F(ToolExport, namesPlanesBySelector)
@@ -539,6 +583,10 @@ TEST_F(ToolExport, namesPlanesBySelector)
     putPart(planes + "[operation]\nid = 1\nthird-plane = 9\n\n");
     EXPECT_EQ(getPlaneName(firstInHost(), 0), L""); // no plane
     EXPECT_EQ(getPlaneName(firstInHost(), 3), std::nullopt);
+    putPart("[plane]\nid = 0\nname = Zero\n\n[plane]\nid = -2\nname = Below\n\n"
+            "[operation]\nid = 1\ntool-plane = 0\nconstruction-plane = -2\n\n");
+    EXPECT_EQ(getPlaneName(firstInHost(), 1), L"Zero"); // only -1 is no plane
+    EXPECT_EQ(getPlaneName(firstInHost(), 0), L"Below");
 }
 
 TEST_F(ToolExport, readsFullFieldsWithoutATerminator)

@@ -57,6 +57,7 @@ TEST(GetFileSize, returnsTheSize)
     const Installation installation;
     writeBytes(installation.path(L"file.txt"), std::string(70000, 'x'));
     EXPECT_EQ(getFileSize(installation.path(L"file.txt")), 70000);
+    EXPECT_EQ(getFileSize(installation.path(L"none.txt")), 0);
 }
 
 TEST(DebugLog, appendsOnlyTheFormattedText)

@@ -143,6 +143,14 @@ TEST(ToolKind, decidesShapeCornerAndLengths)
     }
 }
 
+TEST(ToolKind, raisesTheOverallLengthAgain)
+{
+    // A shoulder length of NaN does not raise the overall length; kind 3 then replaces it by 15.
+    ToolArguments tool = with(&ToolArguments::shoulderLength, notANumber, plainTool(3));
+    tool.overallLength = 5;
+    EXPECT_EQ(dimensionsOf(tool).overallLength, 15);
+}
+
 TEST(ToolKind, boundsTheCornerToHalfTheDiameter)
 {
     const auto radiusOf = [](std::uint32_t toolType, double radius, double angle = 0) {

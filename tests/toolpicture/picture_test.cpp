@@ -49,7 +49,10 @@ ToolArguments toolOf(std::uint32_t toolType, const Lengths& l, PictureSize size 
 }
 
 std::vector<PictureSize> surfaces;
-int flushes = 0;
+int lines = 0;
+std::vector<int> linesBeforeFlush;
+std::vector<COLORREF> fillColours;
+std::vector<RECT> fills;
 
 HBITMAP WINAPI notedSurface(HDC screen, int width, int height)
 {
@@ -58,10 +61,30 @@ HBITMAP WINAPI notedSurface(HDC screen, int width, int height)
                                                                                     height);
 }
 
+BOOL WINAPI notedLine(HDC context, int x, int y)
+{
+    ++lines;
+    return systems(&LineTo, "LineTo", L"gdi32.dll")(context, x, y);
+}
+
 BOOL WINAPI notedFlush()
 {
-    ++flushes;
+    linesBeforeFlush.push_back(lines);
     return systems(&GdiFlush, "GdiFlush", L"gdi32.dll")();
+}
+
+COLORREF WINAPI notedFillColour(HDC context, COLORREF colour)
+{
+    fillColours.push_back(colour);
+    return systems(&SetBkColor, "SetBkColor", L"gdi32.dll")(context, colour);
+}
+
+BOOL WINAPI notedFill(HDC context, int x, int y, UINT options, const RECT* area, LPCWSTR text,
+                      UINT length, const INT* distances)
+{
+    fills.push_back(*area);
+    return systems(&ExtTextOutW, "ExtTextOutW", L"gdi32.dll")(context, x, y, options, area, text,
+                                                              length, distances);
 }
 
 class ToolPicture : public ::testing::Test {
@@ -305,14 +328,34 @@ int lightnessOf(std::uint32_t pixel)
 TEST_F(ToolPicture, isCutFromASurfaceTwiceItsSize)
 {
     redirectCalls(&CreateCompatibleBitmap, "CreateCompatibleBitmap", &notedSurface, L"gdi32.dll");
-    redirectCalls(&GdiFlush, "GdiFlush", &notedFlush, L"gdi32.dll");
     drawTool(toolOf(10, lengths[0], {24, 40}), 1);
     ASSERT_EQ(surfaces.size(), 2u);
     EXPECT_EQ(surfaces[0].width, 48);
     EXPECT_EQ(surfaces[0].height, 80);
     EXPECT_EQ(surfaces[1].width, 24);
     EXPECT_EQ(surfaces[1].height, 40);
-    EXPECT_EQ(flushes, 1);
+}
+
+TEST_F(ToolPicture, isFlushedOnceAfterItsOutline)
+{
+    redirectCalls(&LineTo, "LineTo", &notedLine, L"gdi32.dll");
+    redirectCalls(&GdiFlush, "GdiFlush", &notedFlush, L"gdi32.dll");
+    drawTool(toolOf(10, lengths[0], {24, 40}), 1);
+    EXPECT_GT(lines, 0);
+    EXPECT_EQ(linesBeforeFlush, std::vector<int>{lines});
+}
+
+TEST_F(ToolPicture, isFilledFirstAndMirrorsARowBelow)
+{
+    redirectCalls(&SetBkColor, "SetBkColor", &notedFillColour, L"gdi32.dll");
+    redirectCalls(&ExtTextOutW, "ExtTextOutW", &notedFill, L"gdi32.dll");
+    drawTool(toolOf(10, lengths[0], {24, 40}), 1);
+    ASSERT_FALSE(fills.empty());
+    EXPECT_EQ(fillColours[0], 0xFFFFFFFFu);
+    const RECT whole = {0, 0, 24, 40};
+    EXPECT_TRUE(EqualRect(&fills[0], &whole));
+    // A pixel in the row below the picture for each of 12 columns.
+    EXPECT_EQ(std::ranges::count(fills, 41, &RECT::bottom), 12);
 }
 
 // Each kind in each size and with each tool, but only every third tool in one size: Windows takes
