@@ -8,7 +8,7 @@
 #include "host/host.h"
 #include "platform/files.h"
 
-#include <iterator>
+#include <cwchar>
 #include <sys/stat.h>
 #include <vector>
 #include <winsock2.h>
@@ -34,10 +34,13 @@ std::wstring readWholeText(const std::wstring& path)
         return text;
     }
     std::fputs("File Open Success\n", stdout);
-    wchar_t piece[1024];
-    while (std::fgetws(piece, static_cast<int>(std::size(piece)), file.get()))
-        text += piece;
-    return text;
+    for (;;) {
+        const std::wint_t unit = std::fgetwc(file.get());
+        // U+FFFF is WEOF as well.
+        if (unit == WEOF && (std::feof(file.get()) || std::ferror(file.get())))
+            return text;
+        text += static_cast<wchar_t>(unit);
+    }
 }
 
 std::wstring saveUnderCurrentName()

@@ -163,6 +163,13 @@ TEST(WholeText, isReadAsUtf8)
     EXPECT_EQ(readWholeText(installation.path(L"t.txt")), L"no mark \u00C4");
 }
 
+TEST(WholeText, goesOnAfterU0000AndUffff)
+{
+    const Installation installation;
+    writeBytes(installation.path(L"t.txt"), std::string("a\0b\n", 4) + "\xEF\xBF\xBF" + "c");
+    EXPECT_EQ(readWholeText(installation.path(L"t.txt")), std::wstring(L"a\0b\n\xFFFF", 5) + L"c");
+}
+
 TEST(WholeText, reportsOnStandardOutput)
 {
     const Installation installation;
