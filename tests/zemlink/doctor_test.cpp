@@ -1,11 +1,14 @@
 // `zemlink status` and `zemlink doctor` on valid and broken installations.
 #include "support/companion_program.h"
+#include "support/companion_double.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
 #include "zemlink/tool_run.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <tlhelp32.h>
 
 using namespace testing_support;
 using Json = nlohmann::json;
@@ -24,6 +27,11 @@ protected:
             names.push_back(problem.value("name", ""));
         return names;
     }
+    // Waits until these are all; false on timeout.
+    bool waitForProblems(const std::vector<std::string>& expected) const
+    {
+        return waitUntil([&] { return problems() == expected; });
+    }
     Json status() const
     {
         return Json::parse(runTool(installation, L"status --json").output, nullptr, false);
@@ -31,6 +39,28 @@ protected:
 
     Installation installation{Registry::ofTheUser};
 };
+
+std::vector<peer::OwnHandle> threadsOf(DWORD process)
+{
+    std::vector<peer::OwnHandle> threads;
+    const peer::OwnHandle snapshot = peer::ownFile(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    THREADENTRY32 thread{};
+    thread.dwSize = sizeof thread;
+    for (BOOL isFound = Thread32First(snapshot.get(), &thread); isFound;
+         isFound = Thread32Next(snapshot.get(), &thread))
+        if (thread.th32OwnerProcessID == process)
+            threads.emplace_back(OpenThread(SYNCHRONIZE, FALSE, thread.th32ThreadID));
+    return threads;
+}
+
+bool hasOneEnded(const std::vector<peer::OwnHandle>& threads)
+{
+    return std::ranges::any_of(
+        threads,
+        [](const peer::OwnHandle& thread) {
+            return WaitForSingleObject(thread.get(), 0) == WAIT_OBJECT_0;
+        });
+}
 
 using ZemlinkStatus = ZemlinkDoctor;
 using Names = std::vector<std::string>;
@@ -51,11 +81,17 @@ TEST_F(ZemlinkDoctor, findsNoProblemInARealSetup)
                                             {"from", report["installation"]["from"]},
                                             {"exists", true}}));
     EXPECT_EQ(report["installation"]["from"].get<std::string>().find("registry value"), 0u);
-    EXPECT_EQ(
-        report["companion"],
-        (Json{{"running", true}, {"window", "TORVA ZEM"}, {"process", companion.process().id()}}));
+    EXPECT_EQ(report["companion"],
+              (Json{{"running", true},
+                    {"window", "TORVA ZEM"},
+                    {"process", companion.process().id()},
+                    {"program", toUtf8(installation.path(L"TORVA-ZEM.exe"))}}));
     ASSERT_EQ(report["hosts"].size(), 1u);
     EXPECT_EQ(report["hosts"][0]["process"], host.process().id());
+    EXPECT_EQ(report["hosts"][0]["answers"], true);
+    EXPECT_EQ(report["hosts"][0]["addIn"],
+              (Json{{"path", toUtf8(programFolder() + L"torvapdm.dll")},
+                    {"version", report["zemlink"]}}));
     EXPECT_EQ(report["hosts"][0]["commandFile"],
               (Json{{"path", toUtf8(host.commandFile())}, {"bytes", 0}}));
     EXPECT_EQ(report["port"]["number"], 4559);
@@ -87,6 +123,83 @@ TEST_F(ZemlinkDoctor, findsEachProblem)
                std::string("\1\0\0\0\1\0\0\0a\0", 10));
     EXPECT_EQ(problems(), (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
                                  "stale-command-file", "commits-left", "port-held"}));
+}
+
+TEST_F(ZemlinkDoctor, findsTheDialogOfAHost)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(host.waitForCommandFile());
+    ASSERT_EQ(runTool(installation, L"open 17 C:\\none.mcam").exitCode, 0u);
+    ASSERT_NE(waitForWindowTitled(L"TORVA ZEM"), nullptr);
+    ASSERT_TRUE(waitForProblems({"1", "host-in-dialog"}));
+    EXPECT_NE(runTool(installation, L"doctor").output.find("shows \"TORVA ZEM\""),
+              std::string::npos);
+}
+
+TEST_F(ZemlinkDoctor, findsAHostThatDoesNotAnswer)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile());
+    const HANDLE thread =
+        OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(host.window(), nullptr));
+    SuspendThread(thread);
+    EXPECT_TRUE(waitForProblems({"1", "host-not-answering"}));
+    EXPECT_EQ(status()["hosts"][0]["answers"], false);
+    ResumeThread(thread);
+    CloseHandle(thread);
+    EXPECT_TRUE(waitForProblems({"0"}));
+}
+
+TEST_F(ZemlinkDoctor, findsAHostWithoutAMessageWindow)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile());
+    const HWND messages =
+        FindWindowW(L"https://torva.example/namespace/torvapdm/mastercam-instance", nullptr);
+    ASSERT_NE(messages, nullptr);
+    PostMessageW(messages, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(waitForProblems({"1", "host-without-message-window"}));
+}
+
+TEST_F(ZemlinkDoctor, findsAListenerThatHasEnded)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(host.waitForCommandFile());
+    const std::vector<peer::OwnHandle> threads = threadsOf(host.process().id());
+    ASSERT_TRUE(writeRequest(host.commandFile(), std::string(65537, 'x')));
+    EXPECT_TRUE(waitForProblems({"1", "command-file-too-long"}));
+    ASSERT_TRUE(waitUntil([&] { return hasOneEnded(threads); }));
+    writeBytes(host.commandFile(), "-1 x");
+    EXPECT_TRUE(waitForProblems({"1", "request-not-taken"}));
+}
+
+TEST_F(ZemlinkDoctor, findsAnAddInOfAnotherVersion)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    std::string library = readBytes(programFolder() + L"torvapdm.dll").value();
+    const size_t version = library.find("\xBD\x04\xEF\xFE"); // of the version's fixed part
+    ASSERT_NE(version, std::string::npos);
+    library[version + 8] = 9; // the minor number
+    const std::wstring copy = installation.path(L"torvapdm.dll");
+    writeBytes(copy, library);
+    const HostProgram host(installation, "", L"host", programFolder() + L"Mastercam.exe", copy);
+    ASSERT_TRUE(host.waitForCommandFile());
+    ASSERT_TRUE(waitForProblems({"1", "add-in-version"}));
+    EXPECT_EQ(status()["hosts"][0]["addIn"], (Json{{"path", toUtf8(copy)}, {"version", "1.9.0"}}));
+}
+
+TEST_F(ZemlinkDoctor, findsACompanionOfAnotherFolder)
+{
+    installCompanionWithLibrary(installation);
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const Installation hosts{Registry::ofTheUser};
+    hosts.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    EXPECT_TRUE(waitForProblems({"1", "companion-elsewhere"}));
 }
 
 TEST_F(ZemlinkDoctor, findsThatTempIsNotWritable)

@@ -12,7 +12,10 @@ inline zemlink::Facts soundFacts()
     facts.folder = {L"C:\\TORVA\\ZEM", peer::FolderSource::registry, L""};
     facts.settings = "UseFtpServer=y\r\n";
     facts.companion = {true, 12, L"TORVA ZEM"};
+    facts.toolVersion = "1.0.0";
     facts.hosts = {{4711, L"bracket.mcam"}};
+    facts.hosts[0].addIn = L"C:\\Mastercam\\chooks\\torvapdm.dll";
+    facts.hosts[0].addInVersion = "1.0.0";
     facts.commandFiles = {{L"C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat", 4711, 0, true}};
     facts.port.holder = 12;
     facts.port.program = L"C:\\TORVA\\ZEM\\TORVA-ZEM.exe";

@@ -57,6 +57,55 @@ TEST(Problems, includeAHostWithoutCommandFile)
                "The host with process 4713 has no command file in C:\\TORVA\\ZEM\\temp.");
 }
 
+TEST(Problems, includeAHostThatCannotServe)
+{
+    struct Row {
+        void (*change)(Facts&);
+        const char* name;
+        const char* what;
+    };
+    const Row rows[] = {
+        {[](Facts& facts) {
+             facts.hosts[0].isAnswering = false;
+             facts.hosts[0].isBlocked = true;
+         },
+         "host-not-answering", "The host with process 4711 does not answer messages."},
+        {[](Facts& facts) {
+             facts.hosts[0].isBlocked = true;
+             facts.hosts[0].dialog = L"Options";
+         },
+         "host-in-dialog",
+         "The host with process 4711 shows \"Options\": requests to open a file wait."},
+        {[](Facts& facts) { facts.hosts[0].isBlocked = true; }, "host-in-dialog",
+         "The host with process 4711 takes no input: requests to open a file wait."},
+        {[](Facts& facts) { facts.hosts[0].hasMessageWindow = false; },
+         "host-without-message-window",
+         "The host with process 4711 has no message window: it takes requests to open a file, but "
+         "does not carry them out."},
+        {[](Facts& facts) { facts.hosts[0].addInVersion = "0.9.0"; }, "add-in-version",
+         "The host with process 4711 has loaded version 0.9.0 of the add-in, "
+         "C:\\Mastercam\\chooks\\torvapdm.dll; this is version 1.0.0."},
+        {[](Facts& facts) {
+             facts.commandFiles[0].bytes = 12;
+             facts.commandFiles[0].isLeft = true;
+         },
+         "request-not-taken",
+         "C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat has held a request of 12 bytes for two "
+         "seconds: the add-in has stopped reading it."},
+        {[](Facts& facts) {
+             facts.companion.program = L"D:\\ZEM\\TORVA-ZEM.exe";
+             facts.companion.isElsewhere = true;
+         },
+         "companion-elsewhere",
+         "The Companion is running from D:\\ZEM\\TORVA-ZEM.exe, but hosts use C:\\TORVA\\ZEM."},
+    };
+    for (const Row& row : rows) {
+        Facts facts = soundFacts();
+        row.change(facts);
+        expectOnly(facts, row.name, row.what);
+    }
+}
+
 TEST(Problems, includeUntakenCommandLineCommits)
 {
     Facts facts = soundFacts();

@@ -95,7 +95,7 @@ Outcome outcomeOf(const Arguments& arguments)
 {
     switch (arguments.command) {
     case Command::status:
-        return {statusReport(gatherFacts(Temp::notTested))};
+        return {statusReport(gatherFacts(Tests::skipped))};
     case Command::open:
         return sendOpen(arguments);
     case Command::newFile:
@@ -107,7 +107,7 @@ Outcome outcomeOf(const Arguments& arguments)
     case Command::decode:
         return decodeFile(arguments);
     case Command::doctor:
-        return problemsOutcome(findProblems(gatherFacts(Temp::tested)));
+        return problemsOutcome(findProblems(gatherFacts(Tests::made)));
     case Command::none:
         break;
     }

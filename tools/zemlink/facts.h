@@ -1,7 +1,6 @@
 // The facts of an installation, without an assessment.
 #pragma once
 
-#include "peer/running_programs.h"
 #include "peer/installation_folder.h"
 
 #include <cstdint>
@@ -19,11 +18,24 @@ struct Result {
     bool isFine() const { return code == 0; }
 };
 
+// A host whose add-in is open.
+struct Host {
+    std::uint32_t process = 0;
+    std::wstring title{};    // of its main window
+    bool isAnswering = true; // its UI thread answers messages
+    bool isBlocked = false;  // its main window takes no input
+    std::wstring dialog{};   // the dialog that blocks it; empty when none is found
+    bool hasMessageWindow = true;
+    std::wstring addIn{};       // the path of the library; empty when unknown
+    std::string addInVersion{}; // of that library; empty when unknown
+};
+
 struct CommandFile {
     std::wstring path{};
     std::uint32_t process = 0; // process id in its name
     std::uint64_t bytes = 0;
     bool isProcessRunning = false;
+    bool isLeft = false; // its request was not taken within two seconds; not always tested
 };
 
 // The commit file of one process of the Companion.
@@ -45,15 +57,18 @@ struct Companion {
     bool isRunning = false;                 // its semaphore exists
     std::optional<std::uint32_t> process{}; // of its window; empty without a window
     std::wstring title{};
+    std::wstring program{};   // its path; empty when unknown
+    bool isElsewhere = false; // that is not the program in the installation folder
 };
 
 struct Facts {
+    std::string toolVersion{}; // zemlink's own
     peer::Folder folder{};
     Result folderFound{}, commitFolderFound{}, programFound{};
     Result tempWritable{};                 // a file can be created; not always tested
     std::optional<std::string> settings{}; // the bytes of the file; empty without a file
     Companion companion{};
-    std::vector<peer::Host> hosts{};
+    std::vector<Host> hosts{};
     std::vector<CommandFile> commandFiles{};
     std::vector<CommitFile> commitFiles{};
     Port port{};

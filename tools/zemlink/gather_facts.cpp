@@ -6,10 +6,12 @@
 #include "peer/running_programs.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "tools/zemlink/host_facts.h"
 #include "tools/zemlink/port_facts.h"
 #include "tools/zemlink/system.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zemlink {
 namespace {
@@ -54,6 +56,36 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
     std::sort(files.begin(), files.end(),
               [](const CommandFile& a, const CommandFile& b) { return a.process < b.process; });
     return files;
+}
+
+// Marks the files whose request a listener that polls every 100 ms does not take.
+void waitForListeners(std::vector<CommandFile>& files)
+{
+    constexpr ULONGLONG boundMs = 2000;
+    const ULONGLONG end = GetTickCount64() + boundMs;
+    for (CommandFile& file : files) {
+        if (!file.isProcessRunning)
+            continue;
+        while (peer::fileSize(file.path) != 0 && GetTickCount64() < end)
+            Sleep(20);
+        file.bytes = peer::fileSize(file.path);
+        file.isLeft = file.bytes != 0;
+    }
+}
+
+bool isSameFile(const std::wstring& first, const std::wstring& second)
+{
+    const auto identity = [](const std::wstring& path) {
+        BY_HANDLE_FILE_INFORMATION found{};
+        const peer::OwnHandle file = peer::ownFile(
+            CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                        nullptr, OPEN_EXISTING, 0, nullptr));
+        if (!file || !GetFileInformationByHandle(file.get(), &found))
+            return std::optional<std::array<DWORD, 3>>();
+        return std::optional(
+            std::array{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow});
+    };
+    return identity(first) == identity(second);
 }
 
 // The bookmark holds how far the file has been taken. `finished` applies only to a closed file.
@@ -112,24 +144,31 @@ Companion findCompanion()
     if (HWND window = peer::findInstanceWindow()) {
         found.process = peer::processOf(window);
         found.title = peer::windowTitle(window);
+        found.program = programOf(*found.process);
     }
     return found;
 }
 
-Facts gatherFacts(Temp temp)
+Facts gatherFacts(Tests tests)
 {
     Facts facts;
+    facts.toolVersion = programVersion(programOf(GetCurrentProcessId()));
     facts.folder = peer::readInstallationFolder();
     const std::wstring& folder = facts.folder.path;
     facts.folderFound = checkPath(folder, true);
     facts.commitFolderFound = checkPath(folder + peer::commitFolder, true);
     facts.programFound = checkPath(folder + L'\\' + peer::companionProgram, false);
-    if (temp == Temp::tested)
+    if (tests == Tests::made)
         facts.tempWritable = tryToMakeFile(folder + peer::tempFolder);
     facts.settings = peer::readFile(folder + peer::settingsFile);
     facts.companion = findCompanion();
-    facts.hosts = peer::findHosts();
+    facts.companion.isElsewhere =
+        !facts.companion.program.empty() &&
+        !isSameFile(facts.companion.program, folder + L'\\' + peer::companionProgram);
+    facts.hosts = findHostFacts();
     facts.commandFiles = findCommandFiles(folder);
+    if (tests == Tests::made)
+        waitForListeners(facts.commandFiles);
     facts.commitFiles = findCommitFiles(folder);
     facts.port = probePort();
     return facts;

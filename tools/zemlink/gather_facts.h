@@ -5,9 +5,11 @@
 
 namespace zemlink {
 
-enum class Temp { notTested, tested }; // whether to create a file in temp and delete it again
+// Whether to create a file in temp and delete it again, and to wait up to two seconds for requests
+// to be taken.
+enum class Tests { skipped, made };
 
-Facts gatherFacts(Temp temp);
+Facts gatherFacts(Tests tests);
 
 Companion findCompanion();
 

@@ -83,13 +83,50 @@ void checkCommandFiles(Problems& problems, const Facts& facts)
                                 toUtf8(file.path) + " holds " + std::to_string(file.bytes) +
                                     " bytes: the add-in has stopped reading it.",
                                 "Restart the host, process " + process + "."});
+        } else if (file.isLeft) {
+            problems.push_back({"request-not-taken",
+                                toUtf8(file.path) + " has held a request of " +
+                                    std::to_string(file.bytes) +
+                                    " bytes for two seconds: the add-in has stopped reading it.",
+                                "Restart the host, process " + process + "."});
         }
+    }
+}
+
+void checkHost(Problems& problems, const Host& host, const std::string& toolVersion)
+{
+    const std::string name = "The host with process " + std::to_string(host.process);
+    if (!host.isAnswering) {
+        problems.push_back(
+            {"host-not-answering", name + " does not answer messages.",
+             "Wait until it has finished its work. A save that does not return is explained in "
+             "docs/messages.md; only ending the host helps then."});
+    } else if (host.isBlocked) {
+        problems.push_back({"host-in-dialog",
+                            name +
+                                (host.dialog.empty() ? " takes no input"
+                                                     : " shows \"" + toUtf8(host.dialog) + '"') +
+                                ": requests to open a file wait.",
+                            "Close the dialog."});
+    }
+    if (!host.hasMessageWindow) {
+        problems.push_back({"host-without-message-window",
+                            name + " has no message window: it takes requests to open a file, "
+                                   "but does not carry them out.",
+                            "Restart the host."});
+    }
+    if (!host.addInVersion.empty() && host.addInVersion != toolVersion) {
+        problems.push_back({"add-in-version",
+                            name + " has loaded version " + host.addInVersion + " of the add-in, " +
+                                toUtf8(host.addIn) + "; this is version " + toolVersion + ".",
+                            "Install the same version of both, then restart the host."});
     }
 }
 
 void checkHosts(Problems& problems, const Facts& facts)
 {
-    for (const peer::Host& host : facts.hosts) {
+    for (const Host& host : facts.hosts) {
+        checkHost(problems, host, facts.toolVersion);
         const bool hasFile =
             std::any_of(facts.commandFiles.begin(), facts.commandFiles.end(),
                         [&](const CommandFile& file) { return file.process == host.process; });
@@ -157,6 +194,13 @@ void checkPort(Problems& problems, const Facts& facts)
 
 void checkCompanion(Problems& problems, const Facts& facts)
 {
+    if (facts.companion.isElsewhere) {
+        problems.push_back({"companion-elsewhere",
+                            "The Companion is running from " + toUtf8(facts.companion.program) +
+                                ", but hosts use " + toUtf8(facts.folder.path) + ".",
+                            "End it and start the one in the hosts' folder, or set the registry "
+                            "value to its folder, and restart the hosts."});
+    }
     if (facts.companion.isRunning && !facts.companion.process) {
         problems.push_back({"companion-without-window",
                             "The Companion is running, but has no window that hosts can find.",

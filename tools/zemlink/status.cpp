@@ -44,6 +44,7 @@ Report companionReport(const Companion& companion)
     if (companion.process) {
         report["window"] = toUtf8(companion.title);
         report["process"] = *companion.process;
+        report["program"] = toUtf8(companion.program);
     }
     return report;
 }
@@ -58,12 +59,21 @@ Report commandFileReport(const Facts& facts, std::uint32_t process)
     return {{"path", toUtf8(file->path)}, {"bytes", file->bytes}};
 }
 
+Report addInReport(const Host& host)
+{
+    if (host.addIn.empty())
+        return nullptr;
+    return {{"path", toUtf8(host.addIn)}, {"version", host.addInVersion}};
+}
+
 Report hostsReport(const Facts& facts)
 {
     Report hosts = Report::array();
-    for (const peer::Host& host : facts.hosts) {
+    for (const Host& host : facts.hosts) {
         hosts.push_back(Report{{"process", host.process},
                                {"title", toUtf8(host.title)},
+                               {"answers", host.isAnswering},
+                               {"addIn", addInReport(host)},
                                {"commandFile", commandFileReport(facts, host.process)}});
     }
     return hosts;
@@ -100,9 +110,10 @@ Report portReport(const Port& port)
 Report statusReport(const Facts& facts)
 {
     return {
-        {"installation", installationReport(facts)},     {"settings", settingsFileReport(facts)},
-        {"companion", companionReport(facts.companion)}, {"hosts", hostsReport(facts)},
-        {"commitsWaiting", commitsWaiting(facts)},       {"port", portReport(facts.port)}};
+        {"zemlink", facts.toolVersion},          {"installation", installationReport(facts)},
+        {"settings", settingsFileReport(facts)}, {"companion", companionReport(facts.companion)},
+        {"hosts", hostsReport(facts)},           {"commitsWaiting", commitsWaiting(facts)},
+        {"port", portReport(facts.port)}};
 }
 
 } // namespace zemlink
