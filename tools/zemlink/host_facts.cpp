@@ -1,6 +1,7 @@
 #include "tools/zemlink/host_facts.h"
 
 #include "peer/handle.h"
+#include "peer/lines.h"
 #include "peer/running_programs.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
