@@ -130,7 +130,7 @@ TEST_F(ZemlinkDoctor, findsTheDialogOfAHost)
     installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
     const HostProgram host(installation, "");
     ASSERT_TRUE(host.waitForCommandFile());
-    ASSERT_EQ(runTool(installation, L"open 17 C:\\none.mcam").exitCode, 0u);
+    ASSERT_TRUE(writeRequest(host.commandFile(), openRequest(17, "C:\\none.mcam")));
     ASSERT_NE(waitForWindowTitled(L"TORVA ZEM"), nullptr);
     ASSERT_TRUE(waitForProblems({"1", "host-in-dialog"}));
     EXPECT_NE(runTool(installation, L"doctor").output.find("shows \"TORVA ZEM\""),
@@ -197,8 +197,11 @@ TEST_F(ZemlinkDoctor, findsACompanionOfAnotherFolder)
     installCompanionWithLibrary(installation);
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
-    const Installation hosts{Registry::ofTheUser};
-    hosts.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    const std::wstring other = installation.path(L"other");
+    for (const wchar_t* below : {L"", L"\\temp", L"\\commit"})
+        CreateDirectoryW((other + below).c_str(), nullptr);
+    writeBytes(other + L"\\TORVA-ZEM.exe", "");
+    registerInstallation(other);
     EXPECT_TRUE(waitForProblems({"1", "companion-elsewhere"}));
 }
 

@@ -11,7 +11,7 @@ inline zemlink::Facts soundFacts()
     zemlink::Facts facts;
     facts.folder = {L"C:\\TORVA\\ZEM", peer::FolderSource::registry, L""};
     facts.settings = "UseFtpServer=y\r\n";
-    facts.companion = {true, 12, L"TORVA ZEM"};
+    facts.companion = {true, 12, L"TORVA ZEM", L"C:\\TORVA\\ZEM\\TORVA-ZEM.exe"};
     facts.toolVersion = "1.0.0";
     facts.hosts = {{4711, L"bracket.mcam"}};
     facts.hosts[0].addIn = L"C:\\Mastercam\\chooks\\torvapdm.dll";

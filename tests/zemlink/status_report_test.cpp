@@ -15,7 +15,8 @@ TEST(StatusReport, showsEverythingThatRuns)
     facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-12.dat", 12, true, 84,
                           std::string("\x2A\0\0\0\3\0\0\0a\0b\0c\0\1\0", 16)},
                          {L"C:\\TORVA\\ZEM\\temp\\torvapdm-13.dat", 13, false, 0, {}}};
-    EXPECT_EQ(asText(statusReport(facts)), R"(installation:
+    EXPECT_EQ(asText(statusReport(facts)), R"(zemlink: 1.0.0
+installation:
   folder: C:\TORVA\ZEM
   from: registry value
   exists: yes
@@ -29,14 +30,21 @@ companion:
   running: yes
   window: TORVA ZEM
   process: 12
+  program: C:\TORVA\ZEM\TORVA-ZEM.exe
 hosts:
   - process: 4711
     title: bracket.mcam
+    answers: yes
+    add in:
+      path: C:\Mastercam\chooks\torvapdm.dll
+      version: 1.0.0
     command file:
       path: C:\TORVA\ZEM\temp\mastercam-4711.dat
       bytes: 0
   - process: 4712
     title: Mastercam
+    answers: yes
+    add in: none
     command file: none
 commits waiting:
   - file: C:\TORVA\ZEM\temp\torvapdm-12.dat
