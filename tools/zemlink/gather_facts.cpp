@@ -58,18 +58,20 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
     return files;
 }
 
-// Marks the files whose request a listener that polls every 100 ms does not take.
+// Marks the files that keep a request for two seconds; a listener takes it within two tenths of
+// one.
 void waitForListeners(std::vector<CommandFile>& files)
 {
     constexpr ULONGLONG boundMs = 2000;
+    for (CommandFile& file : files)
+        file.isLeft = file.isProcessRunning && file.bytes != 0;
     const ULONGLONG end = GetTickCount64() + boundMs;
-    for (CommandFile& file : files) {
-        if (!file.isProcessRunning)
-            continue;
-        while (peer::fileSize(file.path) != 0 && GetTickCount64() < end)
-            Sleep(20);
-        file.bytes = peer::fileSize(file.path);
-        file.isLeft = file.bytes != 0;
+    while (std::ranges::any_of(files, &CommandFile::isLeft) && GetTickCount64() < end) {
+        Sleep(20);
+        for (CommandFile& file : files) {
+            file.bytes = peer::fileSize(file.path);
+            file.isLeft = file.isLeft && file.bytes != 0;
+        }
     }
 }
 
