@@ -69,3 +69,11 @@ TEST(StatusReport, showsWhyNothingAnswers)
               R"("exists":false})");
     EXPECT_EQ(statusReport(facts)["settings"]["file"], false);
 }
+
+TEST(StatusReport, omitsCommitFilesWithoutCommits)
+{
+    Facts facts = soundFacts();
+    facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-12.dat", 12, true, 0, ""},
+                         {L"C:\\TORVA\\ZEM\\temp\\torvapdm-13.dat", 13, false, 84, ""}};
+    EXPECT_EQ(statusReport(facts)["commitsWaiting"].dump(), "[]");
+}

@@ -73,6 +73,8 @@ Report commitsWaiting(const Facts& facts)
 {
     Report files = Report::array();
     for (const CommitFile& file : facts.commitFiles) {
+        if (file.waiting && file.waiting->empty())
+            continue;
         Report report{{"file", toUtf8(file.path)}, {"processRunning", file.isProcessRunning}};
         if (file.waiting)
             report.update(commitsReport(*file.waiting, static_cast<size_t>(file.taken)));
