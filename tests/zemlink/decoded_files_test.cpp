@@ -65,7 +65,8 @@ TEST_F(ZemlinkDecode, showsTheCommitsOfTheAddIn)
                                  "\n    id: 0\n    file: " + toUtf8(part) + "\n");
     const ToolResult status = runTool(installation, L"status");
     EXPECT_NE(status.output.find("commits waiting:\n  - file: " + toUtf8(file) +
-                                 "\n    process running: yes\n    records:\n      - at: 0\n"
+                                 "\n    process running: yes\n    no bookmark: It is unknown which "
+                                 "of these commits have been taken.\n    records:\n      - at: 0\n"
                                  "        id: 0\n        file: " +
                                  toUtf8(part) + "\n"),
               std::string::npos)

@@ -83,10 +83,13 @@ TEST_F(ZemlinkDoctor, findsEachProblem)
     RemoveDirectoryW(installation.path(L"commit").c_str());
     writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y");
     writeBytes(installation.path(L"temp\\mastercam-4294967292.dat"), "");
-    writeBytes(installation.path(L"temp\\torvapdm-4294967292.dat"),
-               std::string("\1\0\0\0\1\0\0\0a\0", 10));
-    EXPECT_EQ(problems(), (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
-                                 "stale-command-file", "commits-left", "port-held"}));
+    const std::string commit("\1\0\0\0\1\0\0\0a\0", 10);
+    writeBytes(installation.path(L"temp\\torvapdm-4294967288.dat"), commit);
+    writeBytes(installation.path(L"temp\\torvapdm-4294967292.dat"), commit + commit);
+    writeBytes(installation.path(L"temp\\torvapdm-4294967292.taken"), "taken 10\n");
+    EXPECT_EQ(problems(),
+              (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
+                     "stale-command-file", "commits-unknown", "commits-left", "port-held"}));
 }
 
 TEST_F(ZemlinkDoctor, findsThatTempIsNotWritable)

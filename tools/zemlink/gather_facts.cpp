@@ -56,14 +56,17 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
     return files;
 }
 
-// The bookmark holds how far the file has been taken. `finished` applies only to a closed file.
-std::uint64_t takenOf(const peer::CommitPaths& paths, bool isClosed)
+std::optional<peer::Bookmark> readBookmark(const peer::CommitPaths& paths)
 {
-    const auto bytes = peer::readFile(paths.bookmark);
-    const auto bookmark = peer::parseBookmark(peer::fromUtf8(bytes.value_or("")));
-    if (bookmark && bookmark->isFinished)
+    return peer::parseBookmark(peer::fromUtf8(peer::readFile(paths.bookmark).value_or("")));
+}
+
+// The bookmark holds how far the file has been taken. `finished` applies only to a closed file.
+std::uint64_t takenOf(const peer::Bookmark& bookmark, const peer::CommitPaths& paths, bool isClosed)
+{
+    if (bookmark.isFinished)
         return isClosed ? peer::fileSize(paths.closed) : 0;
-    return bookmark ? bookmark->taken : 0;
+    return bookmark.taken;
 }
 
 CommitFile commitFile(const std::wstring& folder, const std::wstring& name, std::uint32_t process)
@@ -73,7 +76,10 @@ CommitFile commitFile(const std::wstring& folder, const std::wstring& name, std:
     const bool hasClosed = peer::isFile(paths.closed);
     // While a closed file exists, the bookmark belongs to it.
     const bool isClosed = file.path == paths.closed;
-    file.taken = hasClosed == isClosed ? takenOf(paths, isClosed) : 0;
+    const auto bookmark = readBookmark(paths);
+    file.hasBookmark = bookmark.has_value();
+    if (bookmark && hasClosed == isClosed)
+        file.taken = takenOf(*bookmark, paths, isClosed);
     file.waiting = peer::readFile(file.path);
     if (file.waiting) {
         file.taken = file.taken <= file.waiting->size() ? file.taken : 0;

@@ -76,6 +76,8 @@ Report commitsWaiting(const Facts& facts)
         if (file.waiting && file.waiting->empty())
             continue;
         Report report{{"file", toUtf8(file.path)}, {"processRunning", file.isProcessRunning}};
+        if (!file.hasBookmark)
+            report["noBookmark"] = "It is unknown which of these commits have been taken.";
         if (file.waiting)
             report.update(commitsReport(*file.waiting, static_cast<size_t>(file.taken)));
         else
