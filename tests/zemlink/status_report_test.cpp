@@ -67,7 +67,10 @@ TEST(StatusReport, showsWhyNothingAnswers)
     EXPECT_EQ(statusReport(facts)["installation"].dump(),
               R"({"folder":"C:\\TORVA\\ZEM","from":"default, no registry value",)"
               R"("exists":false})");
-    EXPECT_EQ(statusReport(facts)["settings"]["file"], false);
+    EXPECT_EQ(statusReport(facts)["settings"].dump(),
+              R"({"file":false,"noFile":"There is no settings file; the defaults apply.",)"
+              R"("defaults":{"UseFtpServer":false,"AlwaysSaveTools":false,"MCXCATIA":false,)"
+              R"("MCXIMPORTNC":true}})");
 }
 
 TEST(StatusReport, omitsCommitFilesWithoutCommits)

@@ -33,8 +33,13 @@ Report installationReport(const Facts& facts)
 
 Report settingsFileReport(const Facts& facts)
 {
-    Report report{{"file", facts.settings.has_value()}};
-    report.update(settingsReport(facts.settings.value_or("")));
+    if (!facts.settings) {
+        return {{"file", false},
+                {"noFile", "There is no settings file; the defaults apply."},
+                {"defaults", settingsReport("")}};
+    }
+    Report report{{"file", true}};
+    report.update(settingsReport(*facts.settings));
     return report;
 }
 
