@@ -44,7 +44,8 @@ TEST(ExchangeKind, isRecognisedByNameFirst)
         {L"tool-17.txt", "", "tools"},          {L"ncqueue--5.txt", "", "queue"},
         {L"TORVA ZEM-61501.tmp", "", "answer"}, {L"screendump.bmp", "", "picture"},
         {L"toolimage-4.bmp", "", "picture"},    {L"mcxlog.txt", "", "log"},
-        {L"settings.ini", "", "settings"},
+        {L"settings.ini", "", "settings"},      {L"companion.log", "", "events"},
+        {L"torvapdm-12.taken", "", "bookmark"}, {L"working-copies.txt", "", "copies"},
     };
     for (const KindRow& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.name) + " " + row.bytes);
@@ -71,7 +72,13 @@ TEST(ExchangeKind, isRecognisedByContent)
         {L"a", "TOOL-17\n", "notices"},
         {L"a", "MCAMXMLIMPORTDATAID=17;C:\\a\n", "notices"},
         {L"a", "IMPORTNCQUEUE|C:\\a\n", "notices"},
-        {L"a", "UseFtpServer=y\n", "settings"},
+        {L"a", "taken 84\nstoring 17 2 bracket\n", "bookmark"},
+        {L"a", "2026-11-21 10:11:12.345 sent id=17\n", "events"},
+        {L"a", "17 | 17 | C:\\a\n", "copies"},
+        {L"a", "UseFtpServer=y\n", "none"},
+        {L"companion.txt", "a = b\n", "none"},
+        {L"a.taken", "finished\n", "none"},
+        {L"a", "1 | 2 | three\n", "none"},
         {L"a", "hello", "none"},
         {L"a", "", "none"},
     };
@@ -83,7 +90,7 @@ TEST(ExchangeKind, isRecognisedByContent)
 
 TEST(ExchangeKind, hasADistinctName)
 {
-    EXPECT_EQ(kindWords().size(), 10u);
+    EXPECT_EQ(kindWords().size(), 13u);
     for (const std::string& word : kindWords())
         EXPECT_EQ(kindWord(kindOfWord(word).value()), word);
     EXPECT_FALSE(kindOfWord("dat").has_value());
@@ -235,6 +242,47 @@ TEST(Decoding, showsTheFormatOfAPicture)
     const Outcome cut = decode(ExchangeKind::picture, whole.substr(0, 77));
     EXPECT_EQ(cut.exitCode, problem);
     EXPECT_FALSE(cut.report.contains("width"));
+}
+
+TEST(Decoding, showsEventsOfTheCompanion)
+{
+    const Outcome outcome =
+        decode(ExchangeKind::companionLog,
+               "2026-11-21 10:11:12.345 taken id=-7 after=83.1ms request=open file=\"C:\\a b\"\n"
+               "2026-11-21 10:11:12.346 line bytes=1 hex=31 text=\"1\"\nhello\n");
+    EXPECT_EQ(outcome.exitCode, problem);
+    EXPECT_EQ(outcome.report.dump(),
+              R"({"kind":"events","bytes":135,"events":[{"time":"2026-11-21 10:11:12.345",)"
+              R"("event":"taken","id":-7,"after":"83.1ms","request":"open","file":"C:\\a b"},)"
+              R"({"time":"2026-11-21 10:11:12.346","event":"line","bytes":1,"hex":"31",)"
+              R"("text":"1"}],"badLines":[3]})");
+}
+
+TEST(Decoding, showsABookmark)
+{
+    const auto bookmark = [](std::string_view bytes) {
+        return decode(ExchangeKind::bookmark, bytes).report.dump();
+    };
+    EXPECT_EQ(bookmark("taken 84\n"),
+              R"({"kind":"bookmark","bytes":9,"finished":false,"taken":84})");
+    EXPECT_EQ(bookmark("taken 84\nstoring 17 2 pump cover\n"),
+              R"({"kind":"bookmark","bytes":33,"finished":false,"taken":84,)"
+              R"("storing":{"part":17,"version":2,"name":"pump cover"}})");
+    EXPECT_EQ(bookmark("finished\n"), R"({"kind":"bookmark","bytes":9,"finished":true})");
+    EXPECT_EQ(decode(ExchangeKind::bookmark, "taken 84\n").exitCode, done);
+    EXPECT_EQ(decode(ExchangeKind::bookmark, "taken\n").exitCode, problem);
+}
+
+TEST(Decoding, showsWorkingCopies)
+{
+    const Outcome outcome =
+        decode(ExchangeKind::workingCopies, "17 | 42 | C:\\\xC3\xA4\n- | 43 | C:\\b\n5 | 0 | \n");
+    EXPECT_EQ(outcome.exitCode, done);
+    EXPECT_EQ(outcome.report["copies"].dump(), R"([{"id":17,"part":42,"file":"C:\\)"
+                                               "\xC3\xA4"
+                                               R"("},{"id":null,"part":43,"file":"C:\\b"},)"
+                                               R"({"id":5,"part":null,"file":null}])");
+    EXPECT_EQ(decode(ExchangeKind::workingCopies, "17 | 42\n").report["badLines"].dump(), "[1]");
 }
 
 TEST(Decoding, showsTheProgressOfLoads)

@@ -86,7 +86,8 @@ Outcome decodeFile(const Arguments& arguments)
     const auto kind = arguments.kind ? arguments.kind : kindOf(peer::fileNameOf(path), *bytes);
     if (!kind) {
         return failure(arguments.path +
-                       ": neither its name nor its content shows its kind; name it with --as");
+                       ": neither its name nor its content is that of a file that zemlink knows; "
+                       "if it is one, give its kind with --as");
     }
     return decode(*kind, *bytes);
 }

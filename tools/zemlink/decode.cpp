@@ -6,6 +6,7 @@
 #include "peer/settings_file.h"
 #include "peer/text.h"
 #include "peer/tool_record.h"
+#include "tools/zemlink/companion_reports.h"
 #include "tools/zemlink/file_reports.h"
 #include "tools/zemlink/request_reports.h"
 #include "tools/zemlink/tool_report.h"
@@ -124,6 +125,13 @@ Outcome decodeContent(ExchangeKind kind, std::string_view bytes)
         return decodePicture(bytes);
     case ExchangeKind::debugLog:
         return decodeDebugLog(bytes);
+    case ExchangeKind::companionLog:
+        return decodeLines("events", peer::parseCompanionLog(bytes), eventReport);
+    case ExchangeKind::bookmark:
+        return decodeBookmark(bytes);
+    case ExchangeKind::workingCopies:
+        return decodeLines("copies", peer::parseWorkingCopies(peer::fromUtf8(bytes)),
+                           workingCopyReport);
     case ExchangeKind::settings:
         break;
     }
