@@ -62,6 +62,19 @@ TEST_F(ZemlinkDoctor, findsNoProblemInARealSetup)
     EXPECT_EQ(report["port"]["answers"], true);
 }
 
+TEST_F(ZemlinkDoctor, leavesNoEventInTheCompanion)
+{
+    const Sockets sockets;
+    installCompanionWithLibrary(installation);
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    EXPECT_EQ(status()["port"]["answers"], true);
+    EXPECT_EQ(problems(), Names{"0"});
+    ASSERT_TRUE(sendToCompanion("hello\n")); // logged after all earlier connections
+    ASSERT_TRUE(companion.waitForLog(L"line bytes=6"));
+    EXPECT_EQ(companion.count(L"line bytes="), 1u);
+}
+
 TEST_F(ZemlinkStatus, showsThatNothingRuns)
 {
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");

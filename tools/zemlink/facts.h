@@ -37,7 +37,7 @@ struct CommitFile {
 };
 
 struct Port {
-    Result answer{};                       // of a connection as the add-in makes it
+    Result answer{}; // whether a connection as the add-in makes it is accepted
     std::optional<std::uint32_t> holder{}; // the listening process, if known
     std::wstring program{};                // its path; empty when unknown
 };
