@@ -287,16 +287,41 @@ TEST(Decoding, showsWorkingCopies)
 
 TEST(Decoding, showsTheProgressOfLoads)
 {
+    const std::string steps =
+        "steps:\n"
+        "  1: asked for\n"
+        "  2: opened by the host, and named\n"
+        "  3: machine settings taken\n"
+        "  4: marked unchanged\n"
+        "  5: nothing has happened since step 4\n"
+        "  6: nothing has happened since step 4\n"
+        "  7: ready to be named in the title and saved\n"
+        "  3 again: a file of a CAD system, ready to be saved and committed\n";
     EXPECT_EQ(loadsIn("Loading File #1: C:\\a\r\nLoading File #2: C:\\a\r\n"
                       "Loading File #1: C:\\b.CATPart\r\nLoading File #2: C:\\b.CATPart\r\n"
                       "Loading File #3: C:\\b.CATPart\r\nLoading File #3: CAD\r\n"),
               "kind: log\nbytes: 161\nloads:\n  - file: C:\\a\n    finished: no\n    last step: 2\n"
-              "  - file: C:\\b.CATPart\n    finished: yes\n    cad system: CAD\n");
+              "    reached: opened by the host, and named\n"
+              "  - file: C:\\b.CATPart\n    finished: yes\n    cad system: CAD\n"
+              "    reached: a file of a CAD system, ready to be saved and committed\n" +
+                  steps);
     std::string whole;
     for (const char step : {'1', '2', '3', '4', '5', '6', '7'})
         whole += std::string("Loading File #") + step + ": C:\\a\n";
     EXPECT_EQ(loadsIn(whole), "kind: log\nbytes: 154\nloads:\n  - file: C:\\a\n    finished: yes\n"
-                              "    last step: 7\n");
+                              "    last step: 7\n"
+                              "    reached: ready to be named in the title and saved\n" +
+                                  steps);
+}
+
+TEST(Decoding, explainsEachStepOfALoad)
+{
+    std::string log;
+    for (const char step : {'1', '2', '3', '4', '5', '6', '7'}) {
+        log += std::string("Loading File #") + step + ": C:\\a\n";
+        const Report report = decode(ExchangeKind::debugLog, log).report;
+        EXPECT_EQ(report["loads"][0]["reached"], report["steps"][std::string{step}]) << step;
+    }
 }
 
 TEST(Decoding, separatesInterleavedLoads)
@@ -306,8 +331,10 @@ TEST(Decoding, separatesInterleavedLoads)
                                        "Loading File #2: a\nLoading File #2: b\n"
                                        "Loading File #3: a\n");
     EXPECT_EQ(outcome.exitCode, done);
-    EXPECT_EQ(outcome.report["loads"].dump(), R"([{"file":"a","finished":false,"lastStep":3},)"
-                                              R"({"file":"b","finished":false,"lastStep":2}])");
+    EXPECT_EQ(outcome.report["loads"].dump(), R"([{"file":"a","finished":false,"lastStep":3,)"
+                                              R"("reached":"machine settings taken"},)"
+                                              R"({"file":"b","finished":false,"lastStep":2,)"
+                                              R"("reached":"opened by the host, and named"}])");
 }
 
 TEST(Decoding, showsBadLinesOfALog)

@@ -54,13 +54,36 @@ Outcome decodeSettings(std::string_view bytes)
     return {report, report.contains("remarks") ? problem : done};
 }
 
+constexpr const char* stepMeanings[] = {
+    "asked for",
+    "opened by the host, and named",
+    "machine settings taken",
+    "marked unchanged",
+    "nothing has happened since step 4",
+    "nothing has happened since step 4",
+    "ready to be named in the title and saved",
+};
+constexpr const char* cadMeaning = "a file of a CAD system, ready to be saved and committed";
+
+Report stepsReport()
+{
+    Report steps;
+    for (const char* meaning : stepMeanings)
+        steps[std::to_string(steps.size() + 1)] = meaning;
+    steps["3 again"] = cadMeaning;
+    return steps;
+}
+
 Report loadReport(const peer::LoggedLoad& load)
 {
     Report report{{"file", peer::ansiToUtf8(load.file)}, {"finished", load.isFinished()}};
-    if (load.system.empty())
+    if (load.system.empty()) {
         report["lastStep"] = load.lastStep;
-    else
+        report["reached"] = stepMeanings[load.lastStep - 1];
+    } else {
         report["cadSystem"] = peer::ansiToUtf8(load.system);
+        report["reached"] = cadMeaning;
+    }
     return report;
 }
 
@@ -70,6 +93,7 @@ Outcome decodeDebugLog(std::string_view bytes)
     Report report{{"loads", Report::array()}};
     for (const peer::LoggedLoad& load : log.loads)
         report["loads"].push_back(loadReport(load));
+    report["steps"] = stepsReport();
     if (!log.badLines.empty())
         report["badLines"] = log.badLines;
     return {report, log.badLines.empty() ? done : problem};
