@@ -24,6 +24,8 @@ ManifestDPIAware true
 !define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\TORVA ZEM add-in for Mastercam"
 !define HOOKS "chooks" ; the folder of command hooks, in Mastercam's folder
 !define LIBRARY "${HOOKS}\torvapdm.dll"
+!define QUOTED_HOST ' "/HOST='
+!define QUOTED_HOST_LENGTH 8
 !define UNINSTALLER "uninstall.exe"
 
 Name "${PRODUCT}"
@@ -92,11 +94,42 @@ Function .onInit
     Call EnsureSingleInstance
     ReadRegStr $EarlierFolder HKLM "${ENTRY}" "InstallLocation"
     ReadRegStr $EarlierHostFolder HKLM "${ENTRY}" "HostFolder"
+    Call ReadHostOption
+FunctionEnd
+
+; Without the option, the folder of the installed version.
+Function ReadHostOption
     ${GetParameters} $0
     ${GetOptions} $0 "/HOST=" $HostFolder
-    ${If} ${Errors}
-        StrCpy $HostFolder $EarlierHostFolder
+    ${IfNot} ${Errors}
+        Return
     ${EndIf}
+    StrCpy $HostFolder $EarlierHostFolder
+    StrCpy $0 " $0"
+    StrCpy $1 0
+    ${Do} ; GetOptions finds no option that starts inside quotes: "/HOST=C:\some folder"
+        StrCpy $2 $0 ${QUOTED_HOST_LENGTH} $1
+        ${If} $2 == '${QUOTED_HOST}'
+            IntOp $1 $1 + ${QUOTED_HOST_LENGTH}
+            StrCpy $0 $0 "" $1
+            Call ReadUpToQuote
+            Return
+        ${EndIf}
+        IntOp $1 $1 + 1
+    ${LoopUntil} $2 == ""
+FunctionEnd
+
+Function ReadUpToQuote ; of $0, into $HostFolder
+    StrCpy $1 -1
+    ${Do}
+        IntOp $1 $1 + 1
+        StrCpy $2 $0 1 $1
+        ${If} $2 == '"'
+        ${OrIf} $2 == ""
+            ${Break}
+        ${EndIf}
+    ${Loop}
+    StrCpy $HostFolder $0 $1
 FunctionEnd
 
 Function LeaveHostPage

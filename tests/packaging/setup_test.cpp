@@ -388,6 +388,26 @@ TEST_F(Setup, leavesAnotherInstallationAlone)
     EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
 }
 
+// `"/HOST=C:\some folder"`, as programs that quote whole arguments write it.
+TEST_F(Setup, readsAQuotedHostOption)
+{
+    const std::wstring folder = L" /D=" + site.addInFolder;
+    const std::wstring option = quoted(L"/HOST=" + site.hostFolder);
+    ASSERT_EQ(Process(quoted(setupProgram()) + L" /S " + option + folder).waitForExit(), done);
+    EXPECT_EQ(entryText(L"HostFolder"), site.hostFolder);
+    EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
+    const std::wstring otherHost = installation.path(L"Mastercam 2");
+    layOutHost(otherHost);
+    const std::wstring otherOption = quoted(L"/host=" + otherHost + L'\\');
+    ASSERT_EQ(Process(quoted(setupProgram()) + L' ' + otherOption + L" /S" + folder).waitForExit(),
+              done);
+    EXPECT_EQ(entryText(L"HostFolder"), otherHost);
+    EXPECT_EQ(Process(quoted(setupProgram()) + L" /S " + quoted(L"/HOST=C:\\no host") + folder)
+                  .waitForExit(),
+              noHost);
+    EXPECT_EQ(entryText(L"HostFolder"), otherHost);
+}
+
 TEST_F(Setup, readsADriveLetterAsItsRoot)
 {
     SetCurrentDirectoryW(site.hostFolder.c_str());

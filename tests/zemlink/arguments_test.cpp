@@ -70,7 +70,8 @@ TEST(Arguments, areRejectedWithTheCause)
         {{"checkin", "--host", "0"}, "--host: Value 0 not in range 1 to 4294967295"},
         {{"decode", "x", "--as", "y"},
          "--as: y not in "
-         "{command,machine,answer,commits,tools,queue,notices,picture,log,settings}"},
+         "{command,machine,answer,commits,tools,queue,notices,picture,log,events,bookmark,copies,"
+         "settings}"},
     };
     for (const auto& [words, error] : rows)
         EXPECT_EQ(usageError(words), error);

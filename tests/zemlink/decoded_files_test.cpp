@@ -1,4 +1,6 @@
 // `zemlink decode` on files written by the stand-in Companion and the add-in.
+#include "peer/commit_record.h"
+#include "peer/exchange_paths.h"
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "support/companion_double.h"
@@ -65,7 +67,8 @@ TEST_F(ZemlinkDecode, showsTheCommitsOfTheAddIn)
                                  "\n    id: 0\n    file: " + toUtf8(part) + "\n");
     const ToolResult status = runTool(installation, L"status");
     EXPECT_NE(status.output.find("commits waiting:\n  - file: " + toUtf8(file) +
-                                 "\n    process running: yes\n    records:\n      - at: 0\n"
+                                 "\n    process running: yes\n    no bookmark: It is unknown which "
+                                 "of these commits have been taken.\n    records:\n      - at: 0\n"
                                  "        id: 0\n        file: " +
                                  toUtf8(part) + "\n"),
               std::string::npos)
@@ -119,6 +122,35 @@ TEST_F(ZemlinkDecode, usesTheContentOrTheGivenKind)
               "kind: queue\nbytes: 14\nprograms: none\nbad lines:\n  - 1\n");
 }
 
+TEST_F(ZemlinkDecode, showsTheCompanionsOwnFiles)
+{
+    installCompanionWithLibrary(installation);
+    const std::wstring part = installation.path(L"plate.mcam");
+    writeBytes(part, "mastercam part 1\n");
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const peer::CommitPaths paths =
+        peer::commitPaths(installation.root(), companion.process().id());
+    writeBytes(paths.live, peer::formatCommitRecord({0, part}));
+    const std::string bookmark = "taken " + std::to_string(8 + 2 * part.size()) + '\n';
+    ASSERT_TRUE(waitUntil([&] { return readBytes(paths.bookmark) == bookmark; }));
+    const ToolResult log = decode(installation.path(L"sys\\companion.log"));
+    EXPECT_EQ(log.exitCode, 0u) << log.output;
+    EXPECT_NE(log.output.find("\n    event: commit\n    file: " + toUtf8(part) + "\n"),
+              std::string::npos)
+        << log.output;
+    const ToolResult copies = decode(installation.path(L"sys\\working-copies.txt"));
+    EXPECT_EQ(copies.exitCode, 0u) << copies.output;
+    EXPECT_NE(copies.output.find("\n    file: " + toUtf8(part) + "\n"), std::string::npos)
+        << copies.output;
+    const ToolResult taken = decode(paths.bookmark);
+    EXPECT_EQ(taken.exitCode, 0u);
+    EXPECT_EQ(taken.output, "kind: bookmark\nbytes: " + std::to_string(bookmark.size()) +
+                                "\nfinished: no\n" + "taken: " + bookmark.substr(6));
+    EXPECT_NE(runTool(installation, L"status").output.find("\ncommits waiting: none\n"),
+              std::string::npos);
+}
+
 TEST_F(ZemlinkDecode, rejectsMissingAndUnknownFiles)
 {
     const ToolResult missing = decode(installation.path(L"temp\\tool-17.txt"));
@@ -130,6 +162,11 @@ TEST_F(ZemlinkDecode, rejectsMissingAndUnknownFiles)
     EXPECT_EQ(unknown.exitCode, 1u);
     EXPECT_EQ(unknown.errors,
               "zemlink: " + toUtf8(file) +
-                  ": neither its name nor its content shows its kind; name it with --as\n");
+                  ": neither its name nor its content is that of a file that zemlink knows; "
+                  "if it is one, give its kind with --as\n");
+    writeBytes(file, "UseFtpServer=y\n");
+    EXPECT_EQ(decode(file).exitCode, 1u);
+    EXPECT_EQ(decode(file).errors, unknown.errors);
+    EXPECT_EQ(decode(file, L"--as settings").exitCode, 0u);
     EXPECT_EQ(decode(file, L"--as nonsense").exitCode, 2u);
 }

@@ -44,7 +44,8 @@ TEST(ExchangeKind, isRecognisedByNameFirst)
         {L"tool-17.txt", "", "tools"},          {L"ncqueue--5.txt", "", "queue"},
         {L"TORVA ZEM-61501.tmp", "", "answer"}, {L"screendump.bmp", "", "picture"},
         {L"toolimage-4.bmp", "", "picture"},    {L"mcxlog.txt", "", "log"},
-        {L"settings.ini", "", "settings"},
+        {L"settings.ini", "", "settings"},      {L"companion.log", "", "events"},
+        {L"torvapdm-12.taken", "", "bookmark"}, {L"working-copies.txt", "", "copies"},
     };
     for (const KindRow& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.name) + " " + row.bytes);
@@ -71,7 +72,13 @@ TEST(ExchangeKind, isRecognisedByContent)
         {L"a", "TOOL-17\n", "notices"},
         {L"a", "MCAMXMLIMPORTDATAID=17;C:\\a\n", "notices"},
         {L"a", "IMPORTNCQUEUE|C:\\a\n", "notices"},
-        {L"a", "UseFtpServer=y\n", "settings"},
+        {L"a", "taken 84\nstoring 17 2 bracket\n", "bookmark"},
+        {L"a", "2026-11-21 10:11:12.345 sent id=17\n", "events"},
+        {L"a", "17 | 17 | C:\\a\n", "copies"},
+        {L"a", "UseFtpServer=y\n", "none"},
+        {L"companion.txt", "a = b\n", "none"},
+        {L"a.taken", "finished\n", "none"},
+        {L"a", "1 | 2 | three\n", "none"},
         {L"a", "hello", "none"},
         {L"a", "", "none"},
     };
@@ -83,7 +90,7 @@ TEST(ExchangeKind, isRecognisedByContent)
 
 TEST(ExchangeKind, hasADistinctName)
 {
-    EXPECT_EQ(kindWords().size(), 10u);
+    EXPECT_EQ(kindWords().size(), 13u);
     for (const std::string& word : kindWords())
         EXPECT_EQ(kindWord(kindOfWord(word).value()), word);
     EXPECT_FALSE(kindOfWord("dat").has_value());
@@ -237,18 +244,84 @@ TEST(Decoding, showsTheFormatOfAPicture)
     EXPECT_FALSE(cut.report.contains("width"));
 }
 
+TEST(Decoding, showsEventsOfTheCompanion)
+{
+    const Outcome outcome =
+        decode(ExchangeKind::companionLog,
+               "2026-11-21 10:11:12.345 taken id=-7 after=83.1ms request=open file=\"C:\\a b\"\n"
+               "2026-11-21 10:11:12.346 line bytes=1 hex=31 text=\"1\"\nhello\n");
+    EXPECT_EQ(outcome.exitCode, problem);
+    EXPECT_EQ(outcome.report.dump(),
+              R"({"kind":"events","bytes":135,"events":[{"time":"2026-11-21 10:11:12.345",)"
+              R"("event":"taken","id":-7,"after":"83.1ms","request":"open","file":"C:\\a b"},)"
+              R"({"time":"2026-11-21 10:11:12.346","event":"line","bytes":1,"hex":"31",)"
+              R"("text":"1"}],"badLines":[3]})");
+}
+
+TEST(Decoding, showsABookmark)
+{
+    const auto bookmark = [](std::string_view bytes) {
+        return decode(ExchangeKind::bookmark, bytes).report.dump();
+    };
+    EXPECT_EQ(bookmark("taken 84\n"),
+              R"({"kind":"bookmark","bytes":9,"finished":false,"taken":84})");
+    EXPECT_EQ(bookmark("taken 84\nstoring 17 2 pump cover\n"),
+              R"({"kind":"bookmark","bytes":33,"finished":false,"taken":84,)"
+              R"("storing":{"part":17,"version":2,"name":"pump cover"}})");
+    EXPECT_EQ(bookmark("finished\n"), R"({"kind":"bookmark","bytes":9,"finished":true})");
+    EXPECT_EQ(decode(ExchangeKind::bookmark, "taken 84\n").exitCode, done);
+    EXPECT_EQ(decode(ExchangeKind::bookmark, "taken\n").exitCode, problem);
+}
+
+TEST(Decoding, showsWorkingCopies)
+{
+    const Outcome outcome =
+        decode(ExchangeKind::workingCopies, "17 | 42 | C:\\\xC3\xA4\n- | 43 | C:\\b\n5 | 0 | \n");
+    EXPECT_EQ(outcome.exitCode, done);
+    EXPECT_EQ(outcome.report["copies"].dump(), R"([{"id":17,"part":42,"file":"C:\\)"
+                                               "\xC3\xA4"
+                                               R"("},{"id":null,"part":43,"file":"C:\\b"},)"
+                                               R"({"id":5,"part":null,"file":null}])");
+    EXPECT_EQ(decode(ExchangeKind::workingCopies, "17 | 42\n").report["badLines"].dump(), "[1]");
+}
+
 TEST(Decoding, showsTheProgressOfLoads)
 {
+    const std::string steps =
+        "steps:\n"
+        "  1: asked for\n"
+        "  2: opened by the host, and named\n"
+        "  3: machine settings taken\n"
+        "  4: marked unchanged\n"
+        "  5: nothing has happened since step 4\n"
+        "  6: nothing has happened since step 4\n"
+        "  7: ready to be named in the title and saved\n"
+        "  3 again: a file of a CAD system, ready to be saved and committed\n";
     EXPECT_EQ(loadsIn("Loading File #1: C:\\a\r\nLoading File #2: C:\\a\r\n"
                       "Loading File #1: C:\\b.CATPart\r\nLoading File #2: C:\\b.CATPart\r\n"
                       "Loading File #3: C:\\b.CATPart\r\nLoading File #3: CAD\r\n"),
               "kind: log\nbytes: 161\nloads:\n  - file: C:\\a\n    finished: no\n    last step: 2\n"
-              "  - file: C:\\b.CATPart\n    finished: yes\n    cad system: CAD\n");
+              "    reached: opened by the host, and named\n"
+              "  - file: C:\\b.CATPart\n    finished: yes\n    cad system: CAD\n"
+              "    reached: a file of a CAD system, ready to be saved and committed\n" +
+                  steps);
     std::string whole;
     for (const char step : {'1', '2', '3', '4', '5', '6', '7'})
         whole += std::string("Loading File #") + step + ": C:\\a\n";
     EXPECT_EQ(loadsIn(whole), "kind: log\nbytes: 154\nloads:\n  - file: C:\\a\n    finished: yes\n"
-                              "    last step: 7\n");
+                              "    last step: 7\n"
+                              "    reached: ready to be named in the title and saved\n" +
+                                  steps);
+}
+
+TEST(Decoding, explainsEachStepOfALoad)
+{
+    std::string log;
+    for (const char step : {'1', '2', '3', '4', '5', '6', '7'}) {
+        log += std::string("Loading File #") + step + ": C:\\a\n";
+        const Report report = decode(ExchangeKind::debugLog, log).report;
+        EXPECT_EQ(report["loads"][0]["reached"], report["steps"][std::string{step}]) << step;
+    }
 }
 
 TEST(Decoding, separatesInterleavedLoads)
@@ -258,8 +331,10 @@ TEST(Decoding, separatesInterleavedLoads)
                                        "Loading File #2: a\nLoading File #2: b\n"
                                        "Loading File #3: a\n");
     EXPECT_EQ(outcome.exitCode, done);
-    EXPECT_EQ(outcome.report["loads"].dump(), R"([{"file":"a","finished":false,"lastStep":3},)"
-                                              R"({"file":"b","finished":false,"lastStep":2}])");
+    EXPECT_EQ(outcome.report["loads"].dump(), R"([{"file":"a","finished":false,"lastStep":3,)"
+                                              R"("reached":"machine settings taken"},)"
+                                              R"({"file":"b","finished":false,"lastStep":2,)"
+                                              R"("reached":"opened by the host, and named"}])");
 }
 
 TEST(Decoding, showsBadLinesOfALog)

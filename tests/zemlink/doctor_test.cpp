@@ -98,6 +98,19 @@ TEST_F(ZemlinkDoctor, findsNoProblemInARealSetup)
     EXPECT_EQ(report["port"]["answers"], true);
 }
 
+TEST_F(ZemlinkDoctor, leavesNoEventInTheCompanion)
+{
+    const Sockets sockets;
+    installCompanionWithLibrary(installation);
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    EXPECT_EQ(status()["port"]["answers"], true);
+    EXPECT_EQ(problems(), Names{"0"});
+    ASSERT_TRUE(sendToCompanion("hello\n")); // logged after all earlier connections
+    ASSERT_TRUE(companion.waitForLog(L"line bytes=6"));
+    EXPECT_EQ(companion.count(L"line bytes="), 1u);
+}
+
 TEST_F(ZemlinkStatus, showsThatNothingRuns)
 {
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
@@ -119,10 +132,13 @@ TEST_F(ZemlinkDoctor, findsEachProblem)
     RemoveDirectoryW(installation.path(L"commit").c_str());
     writeBytes(installation.path(L"cfg\\settings.ini"), "UseFtpServer=y");
     writeBytes(installation.path(L"temp\\mastercam-4294967292.dat"), "");
-    writeBytes(installation.path(L"temp\\torvapdm-4294967292.dat"),
-               std::string("\1\0\0\0\1\0\0\0a\0", 10));
-    EXPECT_EQ(problems(), (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
-                                 "stale-command-file", "commits-left", "port-held"}));
+    const std::string commit("\1\0\0\0\1\0\0\0a\0", 10);
+    writeBytes(installation.path(L"temp\\torvapdm-4294967288.dat"), commit);
+    writeBytes(installation.path(L"temp\\torvapdm-4294967292.dat"), commit + commit);
+    writeBytes(installation.path(L"temp\\torvapdm-4294967292.taken"), "taken 10\n");
+    EXPECT_EQ(problems(),
+              (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
+                     "stale-command-file", "commits-unknown", "commits-left", "port-held"}));
 }
 
 TEST_F(ZemlinkDoctor, findsTheDialogOfAHost)

@@ -109,7 +109,7 @@ TEST(Problems, includeAHostThatCannotServe)
 TEST(Problems, includeUntakenCommandLineCommits)
 {
     Facts facts = soundFacts();
-    facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat", 1, false, 0, "commit"}};
+    facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-1.dat", 1, false, 0, "commit", true}};
     EXPECT_TRUE(findProblems(facts).empty());
     facts.companion = {};
     facts.port = {refused};
@@ -150,15 +150,32 @@ TEST(Problems, includeCommitsOfAnEndedCompanion)
 {
     Facts facts = soundFacts();
     const std::wstring path = L"C:\\TORVA\\ZEM\\temp\\torvapdm-9.dat";
-    for (const CommitFile& sound :
-         {CommitFile{path, 9, true, 0, "x"}, {path, 9, false, 10, ""}, {path, 9, false, 0, {}}}) {
+    for (const CommitFile& sound : {CommitFile{path, 9, true, 0, "x", true},
+                                    {path, 9, true, 0, "x"},
+                                    {path, 9, false, 10, "", true},
+                                    {path, 9, false, 0, {}, true}}) {
         facts.commitFiles = {sound};
         EXPECT_TRUE(findProblems(facts).empty());
     }
-    facts.commitFiles = {{path, 9, false, 0, "x"}};
+    facts.commitFiles = {{path, 9, false, 0, "x", true}};
     expectOnly(facts, "commits-left",
                "C:\\TORVA\\ZEM\\temp\\torvapdm-9.dat: the Companion's process 9 ended before it "
                "took these commits.");
+}
+
+TEST(Problems, includeCommitsWithoutABookmark)
+{
+    Facts facts = soundFacts();
+    facts.commitFiles = {{L"C:\\a.dat", 9, false, 0, "x"}};
+    expectOnly(facts, "commits-unknown",
+               "C:\\a.dat: no bookmark: it is unknown which of these commits the Companion's "
+               "process 9 took before it ended.");
+    facts.companion = {};
+    facts.port = {refused};
+    facts.commitFiles[0].process = 1;
+    expectOnly(facts, "commits-unknown",
+               "C:\\a.dat: no bookmark: it is unknown which of these commits from a command line "
+               "have been taken.");
 }
 
 TEST(Problems, includeAPortInUse)

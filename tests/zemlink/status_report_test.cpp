@@ -13,8 +13,8 @@ TEST(StatusReport, showsEverythingThatRuns)
     Facts facts = soundFacts();
     facts.hosts.push_back({4712, L"Mastercam"});
     facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-12.dat", 12, true, 84,
-                          std::string("\x2A\0\0\0\3\0\0\0a\0b\0c\0\1\0", 16)},
-                         {L"C:\\TORVA\\ZEM\\temp\\torvapdm-13.dat", 13, false, 0, {}}};
+                          std::string("\x2A\0\0\0\3\0\0\0a\0b\0c\0\1\0", 16), true},
+                         {L"C:\\TORVA\\ZEM\\temp\\torvapdm-13.dat", 13, false, 0, {}, true}};
     EXPECT_EQ(asText(statusReport(facts)), R"(zemlink: 1.0.0
 installation:
   folder: C:\TORVA\ZEM
@@ -75,5 +75,28 @@ TEST(StatusReport, showsWhyNothingAnswers)
     EXPECT_EQ(statusReport(facts)["installation"].dump(),
               R"({"folder":"C:\\TORVA\\ZEM","from":"default, no registry value",)"
               R"("exists":false})");
-    EXPECT_EQ(statusReport(facts)["settings"]["file"], false);
+    EXPECT_EQ(statusReport(facts)["settings"].dump(),
+              R"({"file":false,"noFile":"There is no settings file; the defaults apply.",)"
+              R"("defaults":{"UseFtpServer":false,"AlwaysSaveTools":false,"MCXCATIA":false,)"
+              R"("MCXIMPORTNC":true}})");
+}
+
+TEST(StatusReport, omitsCommitFilesWithoutCommits)
+{
+    Facts facts = soundFacts();
+    facts.commitFiles = {{L"C:\\TORVA\\ZEM\\temp\\torvapdm-12.dat", 12, true, 0, ""},
+                         {L"C:\\TORVA\\ZEM\\temp\\torvapdm-13.dat", 13, false, 84, ""}};
+    EXPECT_EQ(statusReport(facts)["commitsWaiting"].dump(), "[]");
+}
+
+TEST(StatusReport, showsWhatIsUnknownWithoutABookmark)
+{
+    Facts facts = soundFacts();
+    facts.commitFiles = {{L"C:\\a.dat", 12, true, 0, std::string("\1\0\0\0\1\0\0\0a\0", 10)}};
+    EXPECT_EQ(statusReport(facts)["commitsWaiting"].dump(),
+              R"([{"file":"C:\\a.dat","processRunning":true,)"
+              R"("noBookmark":"It is unknown which of these commits have been taken.",)"
+              R"("records":[{"at":0,"id":1,"file":"a"}]}])");
+    facts.commitFiles[0].hasBookmark = true;
+    EXPECT_FALSE(statusReport(facts)["commitsWaiting"][0].contains("noBookmark"));
 }

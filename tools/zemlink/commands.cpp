@@ -27,8 +27,8 @@ using Clock = std::chrono::steady_clock;
 
 // Opens the port and passes each notice to `show` as it arrives, after `showReady`, until `count`
 // notices have arrived or `timeoutMs` have passed; without either, forever. Empty connections,
-// which `zemlink status` makes, are skipped. Exit code `problem` when the port is in use or fewer
-// than `count` arrived.
+// with which programs test the port, are skipped. Exit code `problem` when the port is in use or
+// fewer than `count` arrived.
 Outcome listenForNotices(std::optional<std::int64_t> count, std::optional<std::int64_t> timeoutMs,
                          const std::function<void()>& showReady,
                          const std::function<void(const Report&)>& show)
@@ -86,7 +86,8 @@ Outcome decodeFile(const Arguments& arguments)
     const auto kind = arguments.kind ? arguments.kind : kindOf(peer::fileNameOf(path), *bytes);
     if (!kind) {
         return failure(arguments.path +
-                       ": neither its name nor its content shows its kind; name it with --as");
+                       ": neither its name nor its content is that of a file that zemlink knows; "
+                       "if it is one, give its kind with --as");
     }
     return decode(*kind, *bytes);
 }

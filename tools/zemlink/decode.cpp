@@ -6,6 +6,7 @@
 #include "peer/settings_file.h"
 #include "peer/text.h"
 #include "peer/tool_record.h"
+#include "tools/zemlink/companion_reports.h"
 #include "tools/zemlink/file_reports.h"
 #include "tools/zemlink/request_reports.h"
 #include "tools/zemlink/tool_report.h"
@@ -53,13 +54,36 @@ Outcome decodeSettings(std::string_view bytes)
     return {report, report.contains("remarks") ? problem : done};
 }
 
+constexpr const char* stepMeanings[] = {
+    "asked for",
+    "opened by the host, and named",
+    "machine settings taken",
+    "marked unchanged",
+    "nothing has happened since step 4",
+    "nothing has happened since step 4",
+    "ready to be named in the title and saved",
+};
+constexpr const char* cadMeaning = "a file of a CAD system, ready to be saved and committed";
+
+Report stepsReport()
+{
+    Report steps;
+    for (const char* meaning : stepMeanings)
+        steps[std::to_string(steps.size() + 1)] = meaning;
+    steps["3 again"] = cadMeaning;
+    return steps;
+}
+
 Report loadReport(const peer::LoggedLoad& load)
 {
     Report report{{"file", peer::ansiToUtf8(load.file)}, {"finished", load.isFinished()}};
-    if (load.system.empty())
+    if (load.system.empty()) {
         report["lastStep"] = load.lastStep;
-    else
+        report["reached"] = stepMeanings[load.lastStep - 1];
+    } else {
         report["cadSystem"] = peer::ansiToUtf8(load.system);
+        report["reached"] = cadMeaning;
+    }
     return report;
 }
 
@@ -69,6 +93,7 @@ Outcome decodeDebugLog(std::string_view bytes)
     Report report{{"loads", Report::array()}};
     for (const peer::LoggedLoad& load : log.loads)
         report["loads"].push_back(loadReport(load));
+    report["steps"] = stepsReport();
     if (!log.badLines.empty())
         report["badLines"] = log.badLines;
     return {report, log.badLines.empty() ? done : problem};
@@ -124,6 +149,13 @@ Outcome decodeContent(ExchangeKind kind, std::string_view bytes)
         return decodePicture(bytes);
     case ExchangeKind::debugLog:
         return decodeDebugLog(bytes);
+    case ExchangeKind::companionLog:
+        return decodeLines("events", peer::parseCompanionLog(bytes), eventReport);
+    case ExchangeKind::bookmark:
+        return decodeBookmark(bytes);
+    case ExchangeKind::workingCopies:
+        return decodeLines("copies", peer::parseWorkingCopies(peer::fromUtf8(bytes)),
+                           workingCopyReport);
     case ExchangeKind::settings:
         break;
     }

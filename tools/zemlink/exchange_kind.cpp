@@ -1,8 +1,12 @@
 #include "tools/zemlink/exchange_kind.h"
 
+#include "peer/bookmark.h"
 #include "peer/commit_record.h"
+#include "peer/companion_log.h"
 #include "peer/lines.h"
+#include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "peer/working_copies_file.h"
 
 #include <algorithm>
 #include <iterator>
@@ -20,7 +24,9 @@ constexpr KindWord words[] = {
     {ExchangeKind::checkoutAnswer, "answer"}, {ExchangeKind::commitRecords, "commits"},
     {ExchangeKind::toolData, "tools"},        {ExchangeKind::ncQueue, "queue"},
     {ExchangeKind::notices, "notices"},       {ExchangeKind::picture, "picture"},
-    {ExchangeKind::debugLog, "log"},          {ExchangeKind::settings, "settings"},
+    {ExchangeKind::debugLog, "log"},          {ExchangeKind::companionLog, "events"},
+    {ExchangeKind::bookmark, "bookmark"},     {ExchangeKind::workingCopies, "copies"},
+    {ExchangeKind::settings, "settings"},
 };
 
 struct NameForm {
@@ -33,12 +39,15 @@ constexpr NameForm forms[] = {
     {peer::machineSettingsStart, peer::textEnd, ExchangeKind::machineSettings},
     {peer::commitFileStart, peer::dataEnd, ExchangeKind::commitRecords},
     {peer::commitFileStart, peer::closedCommitsEnd, ExchangeKind::commitRecords},
+    {peer::commitFileStart, peer::bookmarkEnd, ExchangeKind::bookmark},
     {peer::toolDataStart, peer::textEnd, ExchangeKind::toolData},
     {peer::ncQueueStart, peer::textEnd, ExchangeKind::ncQueue},
     {peer::checkoutAnswerStart, L".tmp", ExchangeKind::checkoutAnswer},
     {peer::screenPictureName, peer::pictureEnd, ExchangeKind::picture},
     {peer::toolPictureStart, peer::pictureEnd, ExchangeKind::picture},
     {peer::debugLogName, peer::textEnd, ExchangeKind::debugLog},
+    {peer::companionLogName, L".log", ExchangeKind::companionLog},
+    {peer::workingCopiesName, peer::textEnd, ExchangeKind::workingCopies},
     {peer::settingsName, L".ini", ExchangeKind::settings},
 };
 
@@ -70,6 +79,25 @@ bool isAnswer(std::string_view bytes)
     return bytes.size() > 2 && bytes[0] > ' ' && bytes[0] <= '~' && bytes[1] == '\0';
 }
 
+// `finished`, the other content of a bookmark, is a line of many files.
+bool isBookmark(std::string_view bytes)
+{
+    const auto bookmark = peer::parseBookmark(peer::fromUtf8(bytes));
+    return bookmark && !bookmark->isFinished;
+}
+
+bool isEvent(std::string_view line)
+{
+    const auto events = peer::parseCompanionLog(line);
+    return !events.empty() && events[0];
+}
+
+bool isWorkingCopy(std::string_view line)
+{
+    const auto copies = peer::parseWorkingCopies(peer::fromUtf8(line));
+    return !copies.empty() && copies[0] && peer::isFullPath(copies[0]->path);
+}
+
 struct TextStart {
     std::string_view start;
     ExchangeKind kind;
@@ -97,9 +125,11 @@ std::optional<ExchangeKind> kindOfContent(std::string_view bytes)
     return bytes == "CHECKIN"                                        ? ExchangeKind::commandFile
            : peer::parsePiece(bytes).kind == peer::PieceKind::record ? ExchangeKind::commitRecords
            : isAnswer(bytes)                                         ? ExchangeKind::checkoutAnswer
-           : isMachine(line)                                         ? ExchangeKind::machineSettings
-           : line.find('=') != line.npos ? std::optional(ExchangeKind::settings)
-                                         : std::nullopt;
+           : isBookmark(bytes)                                       ? ExchangeKind::bookmark
+           : isEvent(line)                                           ? ExchangeKind::companionLog
+           : isWorkingCopy(line)                                     ? ExchangeKind::workingCopies
+           : isMachine(line) ? std::optional(ExchangeKind::machineSettings)
+                             : std::nullopt;
 }
 
 } // namespace

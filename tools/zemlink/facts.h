@@ -43,12 +43,13 @@ struct CommitFile {
     std::wstring path{};
     std::uint32_t process = 0;
     bool isProcessRunning = false;
-    std::uint64_t taken = 0;              // bytes at the start that have been handled
+    std::uint64_t taken = 0;              // bytes at the start that are known to have been handled
     std::optional<std::string> waiting{}; // the bytes after them; empty while a host writes
+    bool hasBookmark = false;             // else it is unknown how far the file has been taken
 };
 
 struct Port {
-    Result answer{};                       // of a connection as the add-in makes it
+    Result answer{}; // whether a connection as the add-in makes it is accepted
     std::optional<std::uint32_t> holder{}; // the listening process, if known
     std::wstring program{};                // its path; empty when unknown
 };

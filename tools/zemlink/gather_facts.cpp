@@ -75,7 +75,8 @@ void waitForListeners(std::vector<CommandFile>& files)
     }
 }
 
-bool isSameFile(const std::wstring& first, const std::wstring& second)
+// False also where one of them cannot be opened.
+bool areDifferentFiles(const std::wstring& first, const std::wstring& second)
 {
     const auto identity = [](const std::wstring& path) {
         BY_HANDLE_FILE_INFORMATION found{};
@@ -87,17 +88,21 @@ bool isSameFile(const std::wstring& first, const std::wstring& second)
         return std::optional(
             std::array{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow});
     };
-    return identity(first) == identity(second);
+    const auto one = identity(first), other = identity(second);
+    return one && other && *one != *other;
+}
+
+std::optional<peer::Bookmark> readBookmark(const peer::CommitPaths& paths)
+{
+    return peer::parseBookmark(peer::fromUtf8(peer::readFile(paths.bookmark).value_or("")));
 }
 
 // The bookmark holds how far the file has been taken. `finished` applies only to a closed file.
-std::uint64_t takenOf(const peer::CommitPaths& paths, bool isClosed)
+std::uint64_t takenOf(const peer::Bookmark& bookmark, const peer::CommitPaths& paths, bool isClosed)
 {
-    const auto bytes = peer::readFile(paths.bookmark);
-    const auto bookmark = peer::parseBookmark(peer::fromUtf8(bytes.value_or("")));
-    if (bookmark && bookmark->isFinished)
+    if (bookmark.isFinished)
         return isClosed ? peer::fileSize(paths.closed) : 0;
-    return bookmark ? bookmark->taken : 0;
+    return bookmark.taken;
 }
 
 CommitFile commitFile(const std::wstring& folder, const std::wstring& name, std::uint32_t process)
@@ -107,7 +112,10 @@ CommitFile commitFile(const std::wstring& folder, const std::wstring& name, std:
     const bool hasClosed = peer::isFile(paths.closed);
     // While a closed file exists, the bookmark belongs to it.
     const bool isClosed = file.path == paths.closed;
-    file.taken = hasClosed == isClosed ? takenOf(paths, isClosed) : 0;
+    const auto bookmark = readBookmark(paths);
+    file.hasBookmark = bookmark.has_value();
+    if (bookmark && hasClosed == isClosed)
+        file.taken = takenOf(*bookmark, paths, isClosed);
     file.waiting = peer::readFile(file.path);
     if (file.waiting) {
         file.taken = file.taken <= file.waiting->size() ? file.taken : 0;
@@ -165,8 +173,7 @@ Facts gatherFacts(Tests tests)
     facts.settings = peer::readFile(folder + peer::settingsFile);
     facts.companion = findCompanion();
     facts.companion.isElsewhere =
-        !facts.companion.program.empty() &&
-        !isSameFile(facts.companion.program, folder + L'\\' + peer::companionProgram);
+        areDifferentFiles(facts.companion.program, folder + L'\\' + peer::companionProgram);
     facts.hosts = findHostFacts();
     facts.commandFiles = findCommandFiles(folder);
     if (tests == Tests::made)

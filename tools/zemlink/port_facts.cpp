@@ -4,6 +4,7 @@
 #include "peer/wire_constants.h"
 #include "tools/zemlink/system.h"
 
+#include <algorithm>
 #include <cstring>
 #include <iphlpapi.h>
 
@@ -68,26 +69,33 @@ int waitForConnection(const OwnSocket& socket)
     return error;
 }
 
-int connectionError()
+int connectionError(const sockaddr_in& target)
 {
     const OwnSocket caller(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
     if (!caller.isOpen() || !peer::makeNonblocking(caller))
         return WSAGetLastError();
-    const sockaddr_in target = hostsTarget();
     if (connect(caller.get(), reinterpret_cast<const sockaddr*>(&target), sizeof target) == 0)
         return 0;
     const int error = WSAGetLastError();
     return error == WSAEWOULDBLOCK ? waitForConnection(caller) : error;
 }
 
-} // namespace
+bool isNoticePort(const MIB_TCPROW_OWNER_PID& row)
+{
+    return ntohs(static_cast<u_short>(row.dwLocalPort)) == peer::noticePort;
+}
 
-Port portHolder()
+bool acceptsAt(const MIB_TCPROW_OWNER_PID& row, const sockaddr_in& target)
+{
+    return isNoticePort(row) &&
+           (row.dwLocalAddr == INADDR_ANY || row.dwLocalAddr == target.sin_addr.s_addr);
+}
+
+Port holderIn(const std::vector<MIB_TCPROW_OWNER_PID>& sockets)
 {
     Port port;
-    for (const MIB_TCPROW_OWNER_PID& row : listeningSockets()) {
-        if (ntohs(static_cast<u_short>(row.dwLocalPort)) == peer::noticePort &&
-            row.dwOwningPid != 0) {
+    for (const MIB_TCPROW_OWNER_PID& row : sockets) {
+        if (isNoticePort(row) && row.dwOwningPid != 0) {
             port.holder = row.dwOwningPid;
             port.program = programOf(row.dwOwningPid);
         }
@@ -95,11 +103,24 @@ Port portHolder()
     return port;
 }
 
+} // namespace
+
+Port portHolder()
+{
+    return holderIn(listeningSockets());
+}
+
 Port probePort()
 {
     const peer::SocketsLibrary library;
-    Port port = portHolder();
-    const int error = connectionError();
+    const auto sockets = listeningSockets();
+    Port port = holderIn(sockets);
+    const sockaddr_in target = hostsTarget();
+    const bool isListening =
+        std::any_of(sockets.begin(), sockets.end(),
+                    [&](const MIB_TCPROW_OWNER_PID& row) { return acceptsAt(row, target); });
+    // The Companion logs a connection without bytes as an empty notice.
+    const int error = isListening ? 0 : connectionError(target);
     port.answer = resultOf(error == 0, static_cast<std::uint32_t>(error));
     return port;
 }

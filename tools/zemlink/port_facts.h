@@ -9,8 +9,9 @@ namespace zemlink {
 // listens or it is unknown.
 Port portHolder();
 
-// The same, and whether a connection to the address to which hosts send is accepted; no byte is
-// sent. Takes at most five seconds.
+// The same, and whether a program listens at the address to which hosts send. If the system's table
+// of sockets shows none or cannot be read, a connection without bytes shows it, which takes at most
+// five seconds.
 Port probePort();
 
 } // namespace zemlink

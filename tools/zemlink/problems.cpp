@@ -140,24 +140,46 @@ void checkHosts(Problems& problems, const Facts& facts)
     }
 }
 
+bool isOfCommandLines(const CommitFile& file)
+{
+    return file.process == peer::commandLineProcess;
+}
+
+Problem untakenCommits(const CommitFile& file)
+{
+    return {"commits-left",
+            toUtf8(file.path) +
+                (isOfCommandLines(file)
+                     ? ": these commits came from a command line and were not taken."
+                     : ": the Companion's process " + std::to_string(file.process) +
+                           " ended before it took these commits."),
+            "Start the Companion. If the commits remain, commit the files that `zemlink decode` "
+            "shows again."};
+}
+
+// Not every Companion keeps bookmarks, and one that does writes the first with the first commit.
+Problem unknownCommits(const CommitFile& file)
+{
+    return {"commits-unknown",
+            toUtf8(file.path) +
+                (isOfCommandLines(file)
+                     ? ": no bookmark: it is unknown which of these commits from a command line "
+                       "have been taken."
+                     : ": no bookmark: it is unknown which of these commits the Companion's "
+                       "process " +
+                           std::to_string(file.process) + " took before it ended."),
+            "Start the Companion. If the file remains, look in the Companion for the files that "
+            "`zemlink decode` shows, commit those that are missing again, and delete the commit "
+            "file."};
+}
+
 void checkCommits(Problems& problems, const Facts& facts)
 {
     for (const CommitFile& file : facts.commitFiles) {
-        const bool isCommandLines = file.process == peer::commandLineProcess;
         const bool isLeft =
-            !file.isProcessRunning && !(isCommandLines && facts.companion.isRunning);
-        if (isLeft && !file.waiting.value_or("").empty()) {
-            const std::string process = std::to_string(file.process);
-            problems.push_back(
-                {"commits-left",
-                 toUtf8(file.path) +
-                     (isCommandLines
-                          ? ": these commits came from a command line and were not taken."
-                          : ": the Companion's process " + process +
-                                " ended before it took these commits."),
-                 "Start the Companion. If the commits remain, commit the files that "
-                 "`zemlink decode` shows again."});
-        }
+            !file.isProcessRunning && !(isOfCommandLines(file) && facts.companion.isRunning);
+        if (isLeft && !file.waiting.value_or("").empty())
+            problems.push_back(file.hasBookmark ? untakenCommits(file) : unknownCommits(file));
     }
 }
 

@@ -33,8 +33,13 @@ Report installationReport(const Facts& facts)
 
 Report settingsFileReport(const Facts& facts)
 {
-    Report report{{"file", facts.settings.has_value()}};
-    report.update(settingsReport(facts.settings.value_or("")));
+    if (!facts.settings) {
+        return {{"file", false},
+                {"noFile", "There is no settings file; the defaults apply."},
+                {"defaults", settingsReport("")}};
+    }
+    Report report{{"file", true}};
+    report.update(settingsReport(*facts.settings));
     return report;
 }
 
@@ -83,7 +88,11 @@ Report commitsWaiting(const Facts& facts)
 {
     Report files = Report::array();
     for (const CommitFile& file : facts.commitFiles) {
+        if (file.waiting && file.waiting->empty())
+            continue;
         Report report{{"file", toUtf8(file.path)}, {"processRunning", file.isProcessRunning}};
+        if (!file.hasBookmark)
+            report["noBookmark"] = "It is unknown which of these commits have been taken.";
         if (file.waiting)
             report.update(commitsReport(*file.waiting, static_cast<size_t>(file.taken)));
         else

@@ -1,39 +1,15 @@
 #include "standin/companion/library/working_copies.h"
 
 #include "peer/files.h"
-#include "peer/numbers.h"
 #include "peer/lines.h"
 #include "peer/text.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace companion {
 namespace {
 
-using Limits = std::numeric_limits<std::int32_t>;
-
-constexpr std::wstring_view bar = L" | ";
 constexpr size_t mostCopies = 1000; // the oldest are removed
-
-std::optional<WorkingCopy> readLine(std::wstring_view line)
-{
-    const size_t first = line.find(bar);
-    const size_t second = first == line.npos ? line.npos : line.find(bar, first + bar.size());
-    if (second == line.npos)
-        return std::nullopt;
-    const std::wstring_view id = line.substr(0, first);
-    const auto idNumber = peer::parseNumber(id, Limits::min(), Limits::max());
-    const auto number = peer::parseNumber(
-        line.substr(first + bar.size(), second - first - bar.size()), 0, Limits::max());
-    if (!number || (!idNumber && id != L"-"))
-        return std::nullopt;
-    WorkingCopy copy{.number = static_cast<std::int32_t>(*number),
-                     .path = std::wstring(line.substr(second + bar.size()))};
-    if (idNumber)
-        copy.id = static_cast<std::int32_t>(*idNumber);
-    return copy;
-}
 
 const WorkingCopy* copyAt(const WorkingCopies& copies, std::wstring_view path)
 {
@@ -57,25 +33,17 @@ const WorkingCopy* copySentWith(const WorkingCopies& copies, std::uint32_t id)
 WorkingCopies readWorkingCopies(std::wstring_view text)
 {
     WorkingCopies copies;
-    while (!text.empty()) {
-        const size_t end = std::min(text.find(L'\n'), text.size());
-        if (const auto copy = readLine(text.substr(0, end)))
+    for (const auto& copy : peer::parseWorkingCopies(text))
+        if (copy)
             noteWorkingCopy(copies, *copy);
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
     return copies;
 }
 
 std::wstring workingCopiesText(const WorkingCopies& copies)
 {
     std::wstring text;
-    for (const WorkingCopy& copy : copies) {
-        text += copy.id ? std::to_wstring(*copy.id) : L"-";
-        text += bar;
-        text += std::to_wstring(copy.number);
-        text += bar;
-        text += copy.path + L'\n';
-    }
+    for (const WorkingCopy& copy : copies)
+        text += peer::formatWorkingCopy(copy);
     return text;
 }
 

@@ -1,13 +1,9 @@
 // Which library part a working file of a host belongs to. The list is stored in
-// `sys\working-copies.txt`: UTF-8, one copy a line, later lines take precedence, `-` for no id and
-// 0 for no part.
-//
-//   17 | 17 | C:\TORVA\ZEM\work\bracket.mcam     sent with request id 17
-//   - | 43 | C:\parts\plate.mcam                 committed without having been sent
-//   5 | 0 |                                      request id 5 asked for a new file
+// `sys\working-copies.txt`; later lines take precedence.
 #pragma once
 
 #include "peer/commit_record.h"
+#include "peer/working_copies_file.h"
 #include "standin/companion/library/library_index.h"
 
 #include <cstdint>
@@ -18,12 +14,7 @@
 
 namespace companion {
 
-struct WorkingCopy {
-    std::optional<std::int32_t> id{}; // of the request that sent it
-    std::int32_t number = 0;          // of the part; 0: none yet
-    std::wstring path{};              // empty: none yet
-};
-
+using peer::WorkingCopy;
 using WorkingCopies = std::vector<WorkingCopy>;
 
 // Other lines are ignored.
