@@ -1,6 +1,6 @@
 // Declarations of the framework's classes that the add-in uses, in the form of the framework's
-// public documentation, so that script/msvc-abi compiles the code for a compiler with the framework.
-// Nothing is implemented.
+// public documentation, so that script/msvc-abi compiles the code for a compiler with the
+// framework. Nothing is implemented.
 #pragma once
 #pragma clang system_header // its warnings are not ours, as with the real one
 

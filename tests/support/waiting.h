@@ -7,8 +7,8 @@
 
 namespace testing_support {
 
-// Long enough for a slow computer; a test that reaches this timeout has failed. Where failure is expected, the
-// environment variable TEST_WAIT_MS makes it shorter.
+// Long enough for a slow computer; a test that reaches this timeout has failed. Where failure is
+// expected, the environment variable TEST_WAIT_MS makes it shorter.
 inline const unsigned generousMs = [] {
     const char* const wait = std::getenv("TEST_WAIT_MS");
     return wait ? static_cast<unsigned>(std::strtoul(wait, nullptr, 10)) : 60000;
