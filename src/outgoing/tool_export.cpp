@@ -72,8 +72,8 @@ std::optional<std::string> recordOf(operation& op, std::int32_t number,
     const std::optional<std::wstring> constructionPlane = getPlaneName(firstOperation, 0);
     if (!toolPlane || !constructionPlane)
         return std::nullopt;
+    const OwnToolValues ownTool = host::ownToolOf(op); // before the host is asked for the full tool
     const tp_tool fullTool = fullToolOf(op);
-    const OwnToolValues ownTool = host::ownToolOf(op);
     toolAndHolderPicturePath(ownTool.number); // Quirk Q63: the result is not used.
     return formatToolRecord({.requestId = requestId,
                              .toolPlaneName = toolPlane->c_str(),
