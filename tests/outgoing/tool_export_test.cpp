@@ -215,6 +215,26 @@ void notedFilling(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeed
     hostsToolManager(tool, code, entity, succeeded);
 }
 
+decltype(&list_manager) chainsList = nullptr;
+operation_node* listedChain = nullptr;
+
+void keptChainList(long code, const wchar_t* name, short mode, operation_node** list)
+{
+    chainsList(code, name, mode, list);
+    if (mode == 0)
+        listedChain = *list;
+}
+
+bool isRecordChanged = false;
+
+// Simulates a host that changes its record while it fills the full tool.
+void changingToolManager(tp_tool* tool, short code, DB_LIST_ENT** entity, bool* succeeded)
+{
+    host::operationOf(*listedChain).tool.numberOfFlutes = 77;
+    isRecordChanged = true;
+    hostsToolManager(tool, code, entity, succeeded);
+}
+
 constexpr wchar_t toolPlaneName[] = L"Tool plane's name";
 constexpr wchar_t constructionPlaneName[] = L"Construction plane's name";
 
@@ -556,6 +576,19 @@ TEST_F(ToolExport, asksForTheToolPlaneFirst)
     exportToolData();
     EXPECT_EQ(records().size(), 2u);
     EXPECT_EQ(askedPlanes, (std::vector<int>{1, 2, 0, 1, 2, 0})); // 0: the tool is filled
+}
+
+TEST_F(ToolExport, readsTheOwnToolBeforeTheFull)
+{
+    putPart(planes + operationWith(1, 3));
+    chainsList = &list_manager;
+    standin::redirectImports(GetModuleHandleW(nullptr), chainsList, &keptChainList);
+    hostsToolManager = &tool_manager;
+    standin::redirectImports(GetModuleHandleW(nullptr), hostsToolManager, &changingToolManager);
+    exportToolData();
+    ASSERT_EQ(records().size(), 1u);
+    EXPECT_TRUE(isRecordChanged);
+    EXPECT_NE(valuesOf(records()[0])["FLUTES"], "77");
 }
 
 TEST_F(ToolExport, writesEachPlanesNameUnderItsKey)
