@@ -1,9 +1,9 @@
 // Compares the dumps in the pages with the bytes written by the programs.
 #include "documents/exchange_runs.h"
 #include "documents/pages.h"
-#include "tools/zemlink/decode.h"
-#include "tools/zemlink/file_reports.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/decode.h"
+#include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <gtest/gtest.h>
 #include <set>

@@ -4,7 +4,7 @@
 #include "support/host_program.h"
 #include "support/companion_double.h"
 #include "support/windows.h"
-#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/reports/file_reports.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // zemlink's command line, and its messages about requests and the port.
-#include "tools/zemlink/answers.h"
+#include "tools/zemlink/reports/answers.h"
 #include "tools/zemlink/arguments.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // How zemlink recognises exchange files, and how it shows each kind.
-#include "tools/zemlink/decode.h"
-#include "tools/zemlink/file_reports.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/decode.h"
+#include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <gtest/gtest.h>
 

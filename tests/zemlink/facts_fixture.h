@@ -1,7 +1,7 @@
 // Facts of a valid installation, which tests modify.
 #pragma once
 
-#include "tools/zemlink/facts.h"
+#include "tools/zemlink/reports/facts.h"
 
 namespace testing_support {
 

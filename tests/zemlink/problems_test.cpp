@@ -1,5 +1,5 @@
 // Which facts are problems, and the texts for them.
-#include "tools/zemlink/problems.h"
+#include "tools/zemlink/reports/problems.h"
 #include "tests/zemlink/facts_fixture.h"
 
 #include <gtest/gtest.h>

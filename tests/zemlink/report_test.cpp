@@ -1,5 +1,5 @@
-#include "tools/zemlink/file_reports.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The text of `zemlink status`.
-#include "tools/zemlink/report.h"
-#include "tools/zemlink/status.h"
+#include "tools/zemlink/reports/report.h"
+#include "tools/zemlink/reports/status.h"
 #include "zemlink/facts_fixture.h"
 
 #include <gtest/gtest.h>

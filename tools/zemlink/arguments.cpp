@@ -1,6 +1,6 @@
 #include "tools/zemlink/arguments.h"
 
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <CLI/CLI.hpp>
 #include <limits>

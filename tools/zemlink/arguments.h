@@ -1,7 +1,7 @@
 // The command line.
 #pragma once
 
-#include "tools/zemlink/exchange_kind.h"
+#include "tools/zemlink/reports/exchange_kind.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // zemlink: shows and tests the exchanges between the Companion and the hosts' add-in.
 #include "peer/text.h"
 #include "tools/zemlink/commands.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 #include "tools/zemlink/output.h"
 
 #include <exception>

@@ -1,7 +1,7 @@
 // Standard output and standard error.
 #pragma once
 
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <string_view>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tools/zemlink/arguments.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 namespace zemlink {
 

@@ -1,7 +1,7 @@
 // System errors as text, and other processes.
 #pragma once
 
-#include "tools/zemlink/facts.h"
+#include "tools/zemlink/reports/facts.h"
 
 #include <cstdint>
 #include <string>

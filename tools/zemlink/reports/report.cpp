@@ -1,4 +1,4 @@
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 #include "peer/text.h"
 

@@ -1,8 +1,8 @@
 // The report of `zemlink doctor`.
 #pragma once
 
-#include "tools/zemlink/facts.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/facts.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "tools/zemlink/decode.h"
+#include "tools/zemlink/reports/decode.h"
 
 #include "peer/bitmap_file.h"
 #include "peer/debug_log.h"
@@ -6,10 +6,10 @@
 #include "peer/settings_file.h"
 #include "peer/text.h"
 #include "peer/tool_record.h"
-#include "tools/zemlink/companion_reports.h"
-#include "tools/zemlink/file_reports.h"
-#include "tools/zemlink/request_reports.h"
-#include "tools/zemlink/tool_report.h"
+#include "tools/zemlink/reports/companion_reports.h"
+#include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/request_reports.h"
+#include "tools/zemlink/reports/tool_report.h"
 
 namespace zemlink {
 namespace {

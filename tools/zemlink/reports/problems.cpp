@@ -1,4 +1,4 @@
-#include "tools/zemlink/problems.h"
+#include "tools/zemlink/reports/problems.h"
 
 #include "peer/lines.h"
 #include "peer/text.h"

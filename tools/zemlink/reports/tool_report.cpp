@@ -1,4 +1,4 @@
-#include "tools/zemlink/tool_report.h"
+#include "tools/zemlink/reports/tool_report.h"
 
 #include "peer/numbers.h"
 #include "peer/text.h"

@@ -1,7 +1,7 @@
 // The running hosts: their windows and the add-in that each has loaded.
 #pragma once
 
-#include "tools/zemlink/facts.h"
+#include "tools/zemlink/reports/facts.h"
 
 #include <vector>
 

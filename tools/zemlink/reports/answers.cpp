@@ -1,4 +1,4 @@
-#include "tools/zemlink/answers.h"
+#include "tools/zemlink/reports/answers.h"
 
 #include "peer/text.h"
 

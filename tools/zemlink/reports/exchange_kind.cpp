@@ -1,4 +1,4 @@
-#include "tools/zemlink/exchange_kind.h"
+#include "tools/zemlink/reports/exchange_kind.h"
 
 #include "peer/bookmark.h"
 #include "peer/commit_record.h"

@@ -3,7 +3,7 @@
 
 #include "peer/companion_log.h"
 #include "peer/working_copies_file.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 // The Companion's files for hosts as reports: requests, machine settings, check-out answers.
 #pragma once
 
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/reports/file_reports.h"
 
 #include "peer/commit_record.h"
 #include "peer/notice.h"

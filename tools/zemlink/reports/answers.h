@@ -3,8 +3,8 @@
 
 #include "peer/delivery.h"
 #include "peer/running_programs.h"
-#include "tools/zemlink/facts.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/facts.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "tools/zemlink/system.h"
+#include "tools/zemlink/facts/system.h"
 
 #include "peer/handle.h"
 #include "peer/text.h"

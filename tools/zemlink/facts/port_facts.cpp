@@ -1,8 +1,8 @@
-#include "tools/zemlink/port_facts.h"
+#include "tools/zemlink/facts/port_facts.h"
 
 #include "peer/notice_port.h"
 #include "peer/wire_constants.h"
-#include "tools/zemlink/system.h"
+#include "tools/zemlink/facts/system.h"
 
 #include <algorithm>
 #include <cstring>

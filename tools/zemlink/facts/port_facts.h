@@ -1,7 +1,7 @@
 // Who is listening on port 4559.
 #pragma once
 
-#include "tools/zemlink/facts.h"
+#include "tools/zemlink/reports/facts.h"
 
 namespace zemlink {
 

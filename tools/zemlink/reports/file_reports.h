@@ -1,7 +1,7 @@
 // Notices, commit records and settings as reports.
 #pragma once
 
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <string_view>
 

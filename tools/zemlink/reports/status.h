@@ -1,8 +1,8 @@
 // The report of `zemlink status`.
 #pragma once
 
-#include "tools/zemlink/facts.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/facts.h"
+#include "tools/zemlink/reports/report.h"
 
 namespace zemlink {
 

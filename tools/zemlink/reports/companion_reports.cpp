@@ -1,4 +1,4 @@
-#include "tools/zemlink/companion_reports.h"
+#include "tools/zemlink/reports/companion_reports.h"
 
 #include "peer/bookmark.h"
 #include "peer/numbers.h"

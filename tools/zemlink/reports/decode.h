@@ -1,8 +1,8 @@
 // The report of `zemlink decode`.
 #pragma once
 
-#include "tools/zemlink/exchange_kind.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/exchange_kind.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <string_view>
 

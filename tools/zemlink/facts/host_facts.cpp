@@ -1,4 +1,4 @@
-#include "tools/zemlink/host_facts.h"
+#include "tools/zemlink/facts/host_facts.h"
 
 #include "peer/handle.h"
 #include "peer/lines.h"

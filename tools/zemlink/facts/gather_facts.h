@@ -1,7 +1,7 @@
 // Collects the facts of the installation.
 #pragma once
 
-#include "tools/zemlink/facts.h"
+#include "tools/zemlink/reports/facts.h"
 
 namespace zemlink {
 

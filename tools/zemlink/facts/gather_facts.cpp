@@ -1,4 +1,4 @@
-#include "tools/zemlink/gather_facts.h"
+#include "tools/zemlink/facts/gather_facts.h"
 
 #include "peer/bookmark.h"
 #include "peer/exchange_paths.h"
@@ -6,9 +6,9 @@
 #include "peer/running_programs.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
-#include "tools/zemlink/host_facts.h"
-#include "tools/zemlink/port_facts.h"
-#include "tools/zemlink/system.h"
+#include "tools/zemlink/facts/host_facts.h"
+#include "tools/zemlink/facts/port_facts.h"
+#include "tools/zemlink/facts/system.h"
 
 #include <algorithm>
 #include <array>

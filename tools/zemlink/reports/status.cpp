@@ -1,8 +1,8 @@
-#include "tools/zemlink/status.h"
+#include "tools/zemlink/reports/status.h"
 
 #include "peer/text.h"
 #include "peer/wire_constants.h"
-#include "tools/zemlink/file_reports.h"
+#include "tools/zemlink/reports/file_reports.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "tools/zemlink/request_reports.h"
+#include "tools/zemlink/reports/request_reports.h"
 
 #include "peer/checkout_answer.h"
 #include "peer/command_file.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "peer/tool_record.h"
-#include "tools/zemlink/report.h"
+#include "tools/zemlink/reports/report.h"
 
 namespace zemlink {
 
