@@ -1,0 +1,149 @@
+#include "tools/zemlink/session/command_files.h"
+
+#include "peer/command_file.h"
+#include "peer/delivery.h"
+#include "peer/exchange_paths.h"
+#include "peer/wire_constants.h"
+
+#include <algorithm>
+
+namespace zemlink {
+namespace {
+
+// Null with `isRunning` true for a process that the user may not open.
+peer::OwnHandle openProcess(std::uint32_t process, bool& isRunning)
+{
+    peer::OwnHandle handle(
+        OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    if (!handle) {
+        isRunning = GetLastError() == ERROR_ACCESS_DENIED;
+        return handle;
+    }
+    // Windows rounds an id down to a multiple of four.
+    isRunning = GetProcessId(handle.get()) == process &&
+                WaitForSingleObject(handle.get(), 0) == WAIT_TIMEOUT;
+    if (!isRunning)
+        handle.reset();
+    return handle;
+}
+
+} // namespace
+
+std::vector<ExchangeEvent> CommandFiles::look(std::int64_t now)
+{
+    std::vector<ExchangeEvent> events;
+    for (const std::wstring& name : listFiles(peer::commandFilePattern(folder_)))
+        if (const auto process = peer::processOfCommandFile(name))
+            hosts_[*process];
+    for (auto& [process, host] : hosts_)
+        lookAtHost(process, host, now, events);
+    std::erase_if(hosts_, [&](const auto& entry) {
+        const auto& [process, host] = entry;
+        if (!hasGone(process, host, now))
+            return false;
+        if (host.isRunning)
+            events.push_back({now, EventKind::hostEnded, process});
+        return true;
+    });
+    return events;
+}
+
+void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t now,
+                              std::vector<ExchangeEvent>& events)
+{
+    const FileLook look = lookAt(peer::commandFilePath(folder_, process));
+    if (!look.exists) {
+        host.missingSince = host.missingSince == 0 ? now : host.missingSince;
+        return;
+    }
+    host.missingSince = 0;
+    if (!host.isRunning && !host.look.exists) {
+        host.process = openProcess(process, host.isRunning);
+        if (host.isRunning)
+            events.push_back({look.writtenAt, EventKind::hostStarted, process});
+    }
+    if (look != host.look)
+        lookAtRequest(process, host, look, events);
+}
+
+void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLook& look,
+                                 std::vector<ExchangeEvent>& events)
+{
+    const std::wstring path = peer::commandFilePath(folder_, process);
+    const auto add = [&](EventKind kind, const std::string& bytes) {
+        events.push_back({look.writtenAt, kind, process, path, bytes});
+    };
+    std::string bytes;
+    if (look.size != 0) {
+        bytes = readFrom(path, 0, UINT32_MAX).value_or("");
+        if (bytes.empty())
+            return; // just taken: the next look finds another file
+    }
+    if (host.waiting) {
+        add(EventKind::requestTaken, *host.waiting);
+        host.waiting.reset();
+    } else if (bytes.empty() && host.look.exists) {
+        // The file is another one, so a request has come and gone.
+        add(EventKind::requestWritten, "");
+        add(EventKind::requestTaken, "");
+    }
+    host.look = look;
+    if (bytes.empty())
+        return;
+    add(EventKind::requestWritten, bytes);
+    const peer::HostCommand request = peer::parseHostCommand(bytes);
+    host.waiting = bytes;
+    host.lastId = request.id;
+    host.lastPart = request.path;
+}
+
+bool CommandFiles::hasGone(std::uint32_t process, const Host& host, std::int64_t now) const
+{
+    const bool hasEnded =
+        host.process && WaitForSingleObject(host.process.get(), 0) == WAIT_OBJECT_0;
+    if (host.missingSince == 0 && !hasEnded)
+        return false;
+    if (hasEnded && lookAt(peer::commandFilePath(folder_, process)).exists)
+        return false; // another handle keeps the file for a moment
+    return hasEnded || now - host.missingSince >= peer::DeliveryBounds().missingMs;
+}
+
+std::vector<HANDLE> CommandFiles::processes() const
+{
+    std::vector<HANDLE> handles;
+    for (const auto& [process, host] : hosts_)
+        if (host.process)
+            handles.push_back(host.process.get());
+    return handles;
+}
+
+bool CommandFiles::isWaiting() const
+{
+    return std::ranges::any_of(
+        hosts_, [](const auto& entry) { return entry.second.missingSince != 0; });
+}
+
+template <class Matches>
+std::uint32_t CommandFiles::hostWhere(const Matches& matches) const
+{
+    const auto found =
+        std::ranges::find_if(hosts_, [&](const auto& entry) { return matches(entry.second); });
+    return found != hosts_.end() ? found->first : onlyHost();
+}
+
+std::uint32_t CommandFiles::onlyHost() const
+{
+    return hosts_.size() == 1 ? hosts_.begin()->first : 0;
+}
+
+std::uint32_t CommandFiles::hostOfRequest(std::int64_t id) const
+{
+    return hostWhere([&](const Host& host) { return host.lastId == id; });
+}
+
+std::uint32_t CommandFiles::hostOfPart(std::string_view path) const
+{
+    return hostWhere([&](const Host& host) { return host.lastPart == path; });
+}
+
+} // namespace zemlink

@@ -1,0 +1,191 @@
+#include "tools/zemlink/session/exchange_look.h"
+
+#include "peer/companion_log.h"
+#include "peer/exchange_paths.h"
+#include "peer/numbers.h"
+#include "peer/wire_constants.h"
+#include "tools/zemlink/session/event_order.h"
+#include "tools/zemlink/session/local_time.h"
+#include "tools/zemlink/session/log_events.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zemlink {
+namespace {
+
+constexpr wchar_t logFolder[] = L"\\sys";
+constexpr wchar_t answerEnd[] = L".tmp";
+
+// Check-out answers are written to the user's temporary folder.
+std::wstring userTempFolder()
+{
+    wchar_t path[MAX_PATH + 1];
+    std::wstring folder(path, GetTempPathW(MAX_PATH + 1, path));
+    while (folder.ends_with(L'\\'))
+        folder.pop_back();
+    return folder;
+}
+
+std::wstring patternOf(const wchar_t* start, const wchar_t* end)
+{
+    return std::wstring(start) + L'*' + end;
+}
+
+void append(std::vector<ExchangeEvent>& to, std::vector<ExchangeEvent>&& from)
+{
+    std::ranges::move(from, std::back_inserter(to));
+}
+
+bool contains(const std::vector<ExchangeEvent>& events, EventKind kind)
+{
+    return std::ranges::find(events, kind, &ExchangeEvent::kind) != events.end();
+}
+
+// The number between the last hyphen and the end of the name.
+std::int64_t idInName(const std::wstring& file)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    const std::wstring name = peer::fileNameOf(file);
+    const size_t start = name.find(L'-') + 1;
+    const std::wstring id = name.substr(start, name.find(L'.') - start);
+    return peer::parseNumber(id, Limits::min(), Limits::max()).value_or(0);
+}
+
+std::string partOfStep(std::string_view line)
+{
+    line = line.substr(0, line.find_first_of("\r\n"));
+    const size_t at = peer::debugLogLineStart.size() + 3;
+    return std::string(line.size() > at ? line.substr(at) : std::string_view());
+}
+
+} // namespace
+
+ExchangeLook::ExchangeLook(const std::wstring& folder)
+    : commandFiles_(folder),
+      commitFiles_(folder),
+      machineSettings_(EventKind::machineSettingsWritten, folder + peer::tempFolder,
+                       patternOf(peer::machineSettingsStart, peer::textEnd)),
+      screenPictures_(EventKind::pictureWritten, folder + peer::commitFolder,
+                      std::wstring(peer::screenPictureName) + peer::pictureEnd),
+      toolPictures_(EventKind::pictureWritten, folder + peer::tempFolder,
+                    patternOf(peer::toolPictureStart, peer::pictureEnd)),
+      ncQueues_(EventKind::ncQueueWritten, folder + peer::tempFolder,
+                patternOf(peer::ncQueueStart, peer::textEnd)),
+      toolData_(EventKind::toolDataWritten, folder + peer::tempFolder,
+                patternOf(peer::toolDataStart, peer::textEnd)),
+      answers_(EventKind::answerWritten, userTempFolder(),
+               patternOf(peer::checkoutAnswerStart, answerEnd)),
+      loadLog_(folder + logFolder + L'\\' + peer::debugLogName + peer::textEnd),
+      companionLog_(peer::logPath(folder))
+{
+    for (const std::wstring& each : {folder + peer::tempFolder, folder + logFolder,
+                                     folder + peer::commitFolder, userTempFolder()})
+        folders_.emplace_back(each);
+    loadLog_.skip();
+    companionLog_.skip();
+}
+
+// The later something happens, the earlier it is looked at, so that whatever led to it is found by
+// the same look. Only command files come first as well: a request is there for a tenth of a second.
+std::vector<ExchangeEvent> ExchangeLook::look()
+{
+    const std::int64_t now = currentTime();
+    std::vector<ExchangeEvent> events = commandFiles_.look(now);
+    append(events, companion_.look(now));
+    append(events, newNotices());
+    append(events, commitFiles_.look(now));
+    const bool isFollowed =
+        contains(events, EventKind::commitWritten) || contains(events, EventKind::notice);
+    for (WholeFiles* files : {&screenPictures_, &toolPictures_, &ncQueues_, &toolData_, &answers_})
+        append(events, files->look(now, isFollowed));
+    append(events, newSteps());
+    append(events, machineSettings_.look(now, true));
+    if (contains(events, EventKind::machineSettingsTaken))
+        append(events, newSteps()); // those before they were taken
+    append(events, commandFiles_.look(now));
+    findProcesses(events);
+    putInOrder(events, lastAt_, currentTime());
+    lastAt_ = events.empty() ? lastAt_ : events.back().at;
+    return events;
+}
+
+std::vector<HANDLE> ExchangeLook::handles() const
+{
+    std::vector<HANDLE> handles = commandFiles_.processes();
+    handles.push_back(companion_.process());
+    for (const FolderChanges& folder : folders_)
+        handles.push_back(folder.handle());
+    std::erase(handles, nullptr);
+    return handles;
+}
+
+DWORD ExchangeLook::nextLookMs() const
+{
+    constexpr DWORD soonMs = 50;
+    // Nothing announces that a window opens, a semaphore comes and goes or a missing folder is
+    // created.
+    constexpr DWORD slowlyMs = 1000;
+    return areFilesWaiting() ? soonMs : slowlyMs;
+}
+
+void ExchangeLook::rearm(bool isSlow)
+{
+    for (FolderChanges& folder : folders_) {
+        if (folder.handle() && WaitForSingleObject(folder.handle(), 0) == WAIT_OBJECT_0)
+            folder.rearm();
+        if (isSlow)
+            folder.renew();
+    }
+}
+
+bool ExchangeLook::areFilesWaiting() const
+{
+    return screenPictures_.isWaiting() || toolPictures_.isWaiting() || ncQueues_.isWaiting() ||
+           toolData_.isWaiting() || answers_.isWaiting() || commandFiles_.isWaiting();
+}
+
+std::vector<ExchangeEvent> ExchangeLook::newNotices()
+{
+    std::vector<ExchangeEvent> events;
+    for (const std::string& line : companionLog_.newLines())
+        for (const auto& logged : peer::parseCompanionLog(line))
+            if (auto notice = logged ? findNotice(*logged) : std::nullopt)
+                events.push_back(std::move(*notice));
+    return events;
+}
+
+std::vector<ExchangeEvent> ExchangeLook::newSteps()
+{
+    std::vector<ExchangeEvent> events;
+    for (std::string& line : loadLog_.newLines())
+        events.push_back(
+            {loadLog_.writtenAt(), EventKind::loadStep, 0, loadLog_.path(), std::move(line)});
+    return events;
+}
+
+// The exchanges that do not name their host.
+void ExchangeLook::findProcesses(std::vector<ExchangeEvent>& events) const
+{
+    for (ExchangeEvent& event : events) {
+        switch (event.kind) {
+        case EventKind::machineSettingsWritten:
+        case EventKind::machineSettingsTaken:
+        case EventKind::ncQueueWritten:
+        case EventKind::toolDataWritten:
+            event.process = commandFiles_.hostOfRequest(idInName(event.file));
+            break;
+        case EventKind::loadStep:
+            event.process = commandFiles_.hostOfPart(partOfStep(event.bytes));
+            break;
+        case EventKind::pictureWritten:
+        case EventKind::notice:
+            event.process = commandFiles_.onlyHost();
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+} // namespace zemlink

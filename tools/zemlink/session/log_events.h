@@ -1,0 +1,22 @@
+// The events that the Companion's log tells of.
+#pragma once
+
+#include "peer/companion_log.h"
+#include "tools/zemlink/session/exchange_event.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zemlink {
+
+// A notice, with its bytes. Empty for any other event of the log.
+std::optional<ExchangeEvent> findNotice(const peer::CompanionEvent& event);
+
+// The past, in the order of the log: the Companion's and the hosts' start and end, requests with
+// the bytes that they had, commits that were taken, notices; of machine settings only that they
+// were written. Load steps, pictures, NC queues, tool data and answers are not in the log.
+std::vector<ExchangeEvent> eventsOfLog(std::string_view bytes, const std::wstring& folder);
+
+} // namespace zemlink
