@@ -2,10 +2,14 @@
 #include "peer/commit_record.h"
 #include "peer/text.h"
 #include "support/bytes.h"
+#include "support/installation.h"
 #include "tools/zemlink/session/comparison.h"
 #include "tools/zemlink/session/recorded_text.h"
 #include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/redacted_logs.h"
 #include "tools/zemlink/session/redaction.h"
+#include "tools/zemlink/session/running_recording.h"
+#include "tools/zemlink/session/file_listing.h"
 #include "tools/zemlink/session/local_time.h"
 #include "tools/zemlink/session/zip_file.h"
 
@@ -234,6 +238,51 @@ TEST(Redaction, isConsistentAndKeepsTheForm)
     EXPECT_EQ(hidden.events[11].bytes, std::string(18, '?'));
     EXPECT_TRUE(hidden.events[9].bytes.starts_with("TOOLDATA|DATAID=17|"));
     EXPECT_NE(hidden.events[8].bytes.find("NCPATH|-1|C:\\"), std::string::npos);
+}
+
+TEST(Redaction, hidesNamesInLogs)
+{
+    const std::string log =
+        "2026-11-21 10:11:12.345 sent id=17 host=4711 file=\"C:\\Parts\\Rocket.mcam\"\n"
+        "2026-11-21 10:11:13.000 line bytes=3 hex=526F63 text=\"Rocket\"\n"
+        "something of wilma\n";
+    const std::string loads = "Loading File #1: C:\\Parts\\Rocket.mcam\r\nwilma was here\r\n";
+    Pseudonyms names;
+    addNamesOfCompanionLog(names, log);
+    addNamesOfLoadLog(names, loads);
+    EXPECT_EQ(redactedCompanionLog(names, log),
+              "2026-11-21 10:11:12.345 sent id=17 host=4711 file=\"C:\\folder-1\\name-2.mcam\"\n"
+              "2026-11-21 10:11:13.000 line bytes=3 hex=(left out) text=\"name-2\"\n"
+              "(line left out)\n");
+    EXPECT_EQ(redactedLoadLog(names, loads),
+              "Loading File #1: C:\\folder-1\\name-2.mcam\n(line left out)\n");
+}
+
+TEST(FileListing, hasEachFileWithItsHash)
+{
+    const testing_support::Installation installation;
+    testing_support::writeBytes(installation.path(L"sys\\abc.txt"), "abc");
+    testing_support::writeBytes(installation.path(L"temp\\empty.dat"), "");
+    const Report files = listingReport(describeFiles(installation.root()))["files"];
+    ASSERT_EQ(files.size(), 2u);
+    EXPECT_EQ(files[0]["path"], "sys\\abc.txt");
+    EXPECT_EQ(files[0]["bytes"], 3);
+    EXPECT_EQ(files[0]["sha256"],
+              "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+    EXPECT_EQ(files[1]["path"], "temp\\empty.dat");
+    EXPECT_TRUE(files[1]["sha256"].is_null());
+}
+
+TEST(RunningRecording, isFoundWhileItExists)
+{
+    EXPECT_EQ(findRunningRecording(), L"");
+    {
+        const RunningRecording running(L"C:\\support\\monday.zip");
+        EXPECT_EQ(findRunningRecording(), L"C:\\support\\monday.zip");
+        EXPECT_THROW(RunningRecording(L"C:\\other.zip"), std::runtime_error);
+        EXPECT_EQ(findRunningRecording(), L"C:\\support\\monday.zip");
+    }
+    EXPECT_EQ(findRunningRecording(), L"");
 }
 
 TEST(Relocation, movesEachPathBelowTheFolder)

@@ -52,11 +52,6 @@ bool isNumber(std::wstring_view name)
 
 constexpr char hiddenByte = '?';
 
-bool isHidden(std::wstring_view name)
-{
-    return name.find_first_not_of(wchar_t{hiddenByte}) == name.npos;
-}
-
 // The name of an exchange file without its extension, in lower case.
 bool isExchangeFile(std::wstring_view name)
 {
@@ -132,8 +127,7 @@ void hideContent(ExchangeEvent& event)
 void Pseudonyms::addName(std::wstring_view name, const wchar_t* what)
 {
     const std::wstring key = lowered(name);
-    if (key.empty() || isOwnName(key) || isNumber(key) || isDrive(key) || isHidden(key) ||
-        isExchangeFile(key))
+    if (key.empty() || isOwnName(key) || isNumber(key) || isDrive(key) || isExchangeFile(key))
         return;
     names_.try_emplace(key, what + std::to_wstring(names_.size() + 1));
 }
@@ -201,21 +195,32 @@ Report Pseudonyms::replaceInReport(const Report& report) const
     return replaced;
 }
 
-Recording redacted(Recording recording)
+void addNamesOf(Pseudonyms& names, const Recording& recording)
 {
-    Pseudonyms names;
     names.addPath(recording.folder + L'\\');
     names.addReport(recording.status);
+    for (const ExchangeEvent& event : recording.events)
+        names.addReport(exchangeEventReport(event));
+}
+
+Recording redacted(Recording recording, const Pseudonyms& names)
+{
+    const auto replace = [&](std::wstring_view text) { return names.replaceIn(text); };
     for (ExchangeEvent& event : recording.events) {
         hideContent(event);
-        names.addReport(exchangeEventReport(event));
+        changeTexts(event, replace);
     }
-    for (ExchangeEvent& event : recording.events)
-        changeTexts(event, [&](std::wstring_view text) { return names.replaceIn(text); });
     recording.folder = names.replaceIn(recording.folder);
     recording.status = names.replaceInReport(recording.status);
     recording.isRedacted = true;
     return recording;
+}
+
+Recording redacted(Recording recording)
+{
+    Pseudonyms names;
+    addNamesOf(names, recording);
+    return redacted(std::move(recording), names);
 }
 
 } // namespace zemlink

@@ -38,9 +38,13 @@ private:
         names_{}; // in lower case, with what stands for it
 };
 
+void addNamesOf(Pseudonyms& names, const Recording& recording);
+
 // The recording with pseudonyms for users, folders, parts and all other texts that people wrote.
 // Pictures become plain grey. Bytes that are not what such an exchange should be become question
-// marks, as many as there were, since nothing is known about what is in them.
+// marks, as many as there were, since nothing is known about what is in them. `names`: at least the
+// recording's own.
+Recording redacted(Recording recording, const Pseudonyms& names);
 Recording redacted(Recording recording);
 
 } // namespace zemlink
