@@ -1,6 +1,7 @@
 #include "tools/zemlink/arguments.h"
 
 #include "tools/zemlink/reports/report.h"
+#include "tools/zemlink/session/local_time.h"
 
 #include <CLI/CLI.hpp>
 #include <limits>
@@ -15,7 +16,8 @@ constexpr std::int64_t largestProcess = std::numeric_limits<std::uint32_t>::max(
 // Targets of all options, before the command is known.
 struct Given {
     std::int64_t id = 0, host = 0, timeoutSeconds = 0, count = 0;
-    std::string path{}, kind{};
+    std::string path{}, kind{}, since{};
+    std::vector<std::string> only{};
 };
 
 CLI::Validator idRange()
@@ -79,6 +81,14 @@ void addRequests(CLI::App& app, Given& given)
         addDeliveryOptions(*command, given);
 }
 
+void addTimeout(CLI::App& command, Given& given)
+{
+    command.add_option("--timeout", given.timeoutSeconds, "end after this number of seconds")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
+        ->type_name("SECONDS");
+}
+
 void addListen(CLI::App& app, Given& given)
 {
     CLI::App* listen = app.add_subcommand("listen", "show the notices that hosts send to "
@@ -87,10 +97,7 @@ void addListen(CLI::App& app, Given& given)
         ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}))
         ->type_name("N");
-    listen->add_option("--timeout", given.timeoutSeconds, "end after this number of seconds")
-        ->check(decimal())
-        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
-        ->type_name("SECONDS");
+    addTimeout(*listen, given);
 }
 
 void addDecode(CLI::App& app, Given& given)
@@ -100,6 +107,46 @@ void addDecode(CLI::App& app, Given& given)
     decode->add_option("--as", given.kind, "its kind; default: from its name or content")
         ->check(CLI::IsMember(kindWords()))
         ->type_name("KIND");
+}
+
+std::string notATime(const std::string& time)
+{
+    return parseTimeOrDate(time, timeNow())
+               ? ""
+               : time + " is neither a time such as 10:11 or 10:11:12 nor a date and time such as "
+                        "\"2026-11-21 10:11:12\"";
+}
+
+std::vector<std::string> eventWords()
+{
+    std::vector<std::string> all;
+    for (int i = 0; i <= static_cast<int>(EventKind::notice); ++i)
+        all.emplace_back(eventWord(static_cast<EventKind>(i)));
+    return all;
+}
+
+void addWatch(CLI::App& app, Given& given)
+{
+    CLI::App* watch = app.add_subcommand("watch", "show what the Companion and the hosts do, a "
+                                                  "line for each event, until Ctrl-C");
+    watch->add_option("--only", given.only, "show only these events, separated by commas")
+        ->delimiter(',')
+        ->check(CLI::IsMember(eventWords()))
+        ->type_name("EVENT");
+    watch
+        ->add_option("--since", given.since,
+                     "first show the past since this local time, HH:MM[:SS] of today or "
+                     "\"YYYY-MM-DD HH:MM:SS\", from the Companion's log: programs that started "
+                     "and ended, requests, commits taken and notices. Load steps, pictures, NC "
+                     "queues, tool data and check-out answers are not in it, and nothing is "
+                     "without the log")
+        ->check(CLI::Validator(notATime, ""))
+        ->type_name("TIME");
+    watch->add_option("--count", given.count, "end after this number of events")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}))
+        ->type_name("N");
+    addTimeout(*watch, given);
 }
 
 // Adds all commands and options.
@@ -114,6 +161,7 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     addRequests(app, given);
     addListen(app, given);
     addDecode(app, given);
+    addWatch(app, given);
     app.add_subcommand("doctor", "find common problems and show how to fix each");
 }
 
@@ -122,7 +170,7 @@ Command commandOf(const std::string& word)
     constexpr std::pair<std::string_view, Command> words[] = {
         {"status", Command::status},   {"open", Command::open},     {"new", Command::newFile},
         {"checkin", Command::checkIn}, {"listen", Command::listen}, {"decode", Command::decode},
-        {"doctor", Command::doctor}};
+        {"doctor", Command::doctor},   {"watch", Command::watch}};
     for (const auto& [each, command] : words)
         if (each == word)
             return command;
@@ -143,6 +191,9 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
         arguments.timeoutMs = given.timeoutSeconds * 1000;
     if (given.count != 0)
         arguments.count = given.count;
+    for (const std::string& word : given.only)
+        arguments.only.push_back(eventOfWord(word).value());
+    arguments.since = parseTimeOrDate(given.since, timeNow());
     return arguments;
 }
 

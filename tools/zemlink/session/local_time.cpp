@@ -79,7 +79,7 @@ std::int64_t timeOf(const FILETIME& time)
     return static_cast<std::int64_t>(ticks.QuadPart) / ticksPerMs - msFrom1601To1970;
 }
 
-std::int64_t currentTime()
+std::int64_t timeNow()
 {
     FILETIME now{};
     GetSystemTimeAsFileTime(&now);
@@ -89,6 +89,11 @@ std::int64_t currentTime()
 std::string localTimeOfDay(std::int64_t time)
 {
     return clockText(localPartsOf(time));
+}
+
+std::string localDate(std::int64_t time)
+{
+    return dateText(localPartsOf(time));
 }
 
 std::string universalTime(std::int64_t time)
