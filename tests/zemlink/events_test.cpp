@@ -27,7 +27,7 @@ std::string textOf(EventKind kind, std::uint32_t process, const std::string& byt
 
 const std::string openRequest = "\xEF\xBB\xBF"
                                 "17 C:\\ZEM\\a b.mcam\n";
-const std::string record = peer::formatCommitRecord({17, L"C:\\a.mcam"});
+const std::string oneCommit = peer::formatCommitRecord({17, L"C:\\a.mcam"});
 
 ExchangeEvent step(char number, std::int64_t at)
 {
@@ -75,9 +75,9 @@ TEST(EventText, saysWhoDidWhat)
     EXPECT_EQ(textOf(EventKind::machineSettingsWritten, 4711, "17|3|0|C:\\Mill.mcam-mmd\r\n"),
               "host 4711 <- Companion    machine settings: id 17 nc path 3 second number 0 machine "
               "C:\\Mill.mcam-mmd");
-    EXPECT_EQ(textOf(EventKind::commitWritten, 328, record),
+    EXPECT_EQ(textOf(EventKind::commitWritten, 328, oneCommit),
               "host -> Companion 328     commit: id 17 C:\\a.mcam");
-    EXPECT_EQ(textOf(EventKind::commitTaken, 328, record),
+    EXPECT_EQ(textOf(EventKind::commitTaken, 328, oneCommit),
               "Companion 328             commit taken: id 17 C:\\a.mcam");
     EXPECT_EQ(textOf(EventKind::notice, 0, "ZEMID=4294967295|C:\\a.mcam\n"),
               "host -> Companion         notice: commit no id C:\\a.mcam");
@@ -115,7 +115,7 @@ TEST(EventReport, hasTheMeaningThatDecodeShows)
               R"("meaning":{"request":"open","id":17,"path":"C:\\ZEM\\a b.mcam"}})");
     EXPECT_EQ(exchangeEventReport(event(EventKind::hostStarted, 0)).dump(),
               R"({"event":"host-started","by":"host","process":null})");
-    EXPECT_EQ(exchangeEventReport(event(EventKind::commitTaken, 328, record))["meaning"].dump(),
+    EXPECT_EQ(exchangeEventReport(event(EventKind::commitTaken, 328, oneCommit))["meaning"].dump(),
               R"({"id":17,"file":"C:\\a.mcam"})");
     EXPECT_EQ(exchangeEventReport(event(EventKind::notice, 0, "TOOL-17\n"))["meaning"].dump(),
               R"({"notice":"tool data","id":17})");

@@ -111,7 +111,7 @@ void addDecode(CLI::App& app, Given& given)
 
 std::string notATime(const std::string& time)
 {
-    return parseTimeOrDate(time, timeNow())
+    return parseTimeOrDate(time, currentTime())
                ? ""
                : time + " is neither a time such as 10:11 or 10:11:12 nor a date and time such as "
                         "\"2026-11-21 10:11:12\"";
@@ -193,7 +193,7 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
         arguments.count = given.count;
     for (const std::string& word : given.only)
         arguments.only.push_back(eventOfWord(word).value());
-    arguments.since = parseTimeOrDate(given.since, timeNow());
+    arguments.since = parseTimeOrDate(given.since, currentTime());
     return arguments;
 }
 

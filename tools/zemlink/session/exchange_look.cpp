@@ -90,7 +90,7 @@ ExchangeLook::ExchangeLook(const std::wstring& folder)
 // the same look. Only command files come first as well: a request is there for a tenth of a second.
 std::vector<ExchangeEvent> ExchangeLook::look()
 {
-    const std::int64_t now = timeNow();
+    const std::int64_t now = currentTime();
     std::vector<ExchangeEvent> events = commandFiles_.look(now);
     append(events, companion_.look(now));
     append(events, newNotices());
@@ -105,7 +105,7 @@ std::vector<ExchangeEvent> ExchangeLook::look()
         append(events, newSteps()); // those before they were taken
     append(events, commandFiles_.look(now));
     findProcesses(events);
-    putInOrder(events, lastAt_, timeNow());
+    putInOrder(events, lastAt_, currentTime());
     lastAt_ = events.empty() ? lastAt_ : events.back().at;
     return events;
 }

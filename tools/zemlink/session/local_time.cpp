@@ -79,7 +79,7 @@ std::int64_t timeOf(const FILETIME& time)
     return static_cast<std::int64_t>(ticks.QuadPart) / ticksPerMs - msFrom1601To1970;
 }
 
-std::int64_t timeNow()
+std::int64_t currentTime()
 {
     FILETIME now{};
     GetSystemTimeAsFileTime(&now);

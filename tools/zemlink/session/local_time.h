@@ -9,7 +9,7 @@
 
 namespace zemlink {
 
-std::int64_t timeNow();
+std::int64_t currentTime();
 std::int64_t timeOf(const FILETIME& time);
 
 // `12:01:03.120`, local time.

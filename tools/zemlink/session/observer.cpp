@@ -72,7 +72,7 @@ void Observer::watch()
     SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_HIGHEST);
     ExchangeLook look(folder_);
     present_ = look.look();
-    startedAt_ = timeNow();
+    startedAt_ = currentTime();
     for (ExchangeEvent& event : present_)
         event.at = startedAt_;
     SetEvent(isReady_.get());
