@@ -44,6 +44,22 @@ TEST(Arguments, allowOptionsInAnyOrder)
     EXPECT_TRUE(decode.isJson);
 }
 
+TEST(Arguments, selectWhatToReplayAndReport)
+{
+    const Arguments replay = parseArguments({"replay", "--at-once", "a.zip", "--host", "8"});
+    EXPECT_EQ(replay.command, Command::replay);
+    EXPECT_EQ(replay.path, "a.zip");
+    EXPECT_TRUE(replay.isAtOnce);
+    EXPECT_EQ(replay.host, 8u);
+    const Arguments report =
+        parseArguments({"report", "b.zip", "--redact", "--recording", "a.zip"});
+    EXPECT_EQ(report.command, Command::report);
+    EXPECT_EQ(report.path, "b.zip");
+    EXPECT_TRUE(report.isRedacted);
+    EXPECT_EQ(report.recording, "a.zip");
+    EXPECT_FALSE(parseArguments({"report", "b.zip"}).isRedacted);
+}
+
 TEST(Arguments, areEmptyByDefault)
 {
     const Arguments listen = parseArguments({"listen"});

@@ -1,6 +1,7 @@
 #include "tools/zemlink/arguments.h"
 
 #include "tools/zemlink/reports/report.h"
+#include "tools/zemlink/session/local_time.h"
 
 #include <CLI/CLI.hpp>
 #include <limits>
@@ -15,7 +16,9 @@ constexpr std::int64_t largestProcess = std::numeric_limits<std::uint32_t>::max(
 // Targets of all options, before the command is known.
 struct Given {
     std::int64_t id = 0, host = 0, timeoutSeconds = 0, count = 0;
-    std::string path{}, kind{};
+    std::string path{}, kind{}, since{}, recording{};
+    std::vector<std::string> only{};
+    bool isAtOnce = false, isRedacted = false;
 };
 
 CLI::Validator idRange()
@@ -43,12 +46,17 @@ std::string notMinusOne(const std::string& id)
     return id == "-1" ? "-1 means no request; the host would open nothing" : "";
 }
 
-void addDeliveryOptions(CLI::App& command, Given& given)
+void addHost(CLI::App& command, Given& given)
 {
     command.add_option("--host", given.host, "process id of the host; default: the only one")
         ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, largestProcess))
         ->type_name("PID");
+}
+
+void addDeliveryOptions(CLI::App& command, Given& given)
+{
+    addHost(command, given);
     command
         .add_option("--timeout", given.timeoutSeconds,
                     "seconds to wait until the command file is empty, and again until the request "
@@ -79,6 +87,14 @@ void addRequests(CLI::App& app, Given& given)
         addDeliveryOptions(*command, given);
 }
 
+void addTimeout(CLI::App& command, Given& given)
+{
+    command.add_option("--timeout", given.timeoutSeconds, "end after this number of seconds")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
+        ->type_name("SECONDS");
+}
+
 void addListen(CLI::App& app, Given& given)
 {
     CLI::App* listen = app.add_subcommand("listen", "show the notices that hosts send to "
@@ -87,10 +103,7 @@ void addListen(CLI::App& app, Given& given)
         ->check(decimal())
         ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}))
         ->type_name("N");
-    listen->add_option("--timeout", given.timeoutSeconds, "end after this number of seconds")
-        ->check(decimal())
-        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
-        ->type_name("SECONDS");
+    addTimeout(*listen, given);
 }
 
 void addDecode(CLI::App& app, Given& given)
@@ -100,6 +113,76 @@ void addDecode(CLI::App& app, Given& given)
     decode->add_option("--as", given.kind, "its kind; default: from its name or content")
         ->check(CLI::IsMember(kindWords()))
         ->type_name("KIND");
+}
+
+std::string notATime(const std::string& time)
+{
+    return parseTimeOrDate(time, currentTime())
+               ? ""
+               : time + " is neither a time such as 10:11 or 10:11:12 nor a date and time such as "
+                        "\"2026-11-21 10:11:12\"";
+}
+
+std::vector<std::string> eventWords()
+{
+    std::vector<std::string> all;
+    for (int i = 0; i <= static_cast<int>(EventKind::notice); ++i)
+        all.emplace_back(eventWord(static_cast<EventKind>(i)));
+    return all;
+}
+
+void addWatch(CLI::App& app, Given& given)
+{
+    CLI::App* watch = app.add_subcommand("watch", "show what the Companion and the hosts do, a "
+                                                  "line for each event, until Ctrl-C");
+    watch->add_option("--only", given.only, "show only these events, separated by commas")
+        ->delimiter(',')
+        ->check(CLI::IsMember(eventWords()))
+        ->type_name("EVENT");
+    watch
+        ->add_option("--since", given.since,
+                     "first show the past since this local time, HH:MM[:SS] of today or "
+                     "\"YYYY-MM-DD HH:MM:SS\", from the Companion's log: programs that started "
+                     "and ended, requests, commits taken and notices. Load steps, pictures, NC "
+                     "queues, tool data and check-out answers are not in it, and nothing is "
+                     "without the log")
+        ->check(CLI::Validator(notATime, ""))
+        ->type_name("TIME");
+    watch->add_option("--count", given.count, "end after this number of events")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, std::int64_t{1'000'000'000}))
+        ->type_name("N");
+    addTimeout(*watch, given);
+}
+
+void addReplay(CLI::App& app, Given& given)
+{
+    CLI::App* replay = app.add_subcommand(
+        "replay", "play the Companion's side of a recording against a host, and show what "
+                  "differs; the Companion must not be running");
+    replay->add_option("FILE", given.path, "the recording")->required();
+    addHost(*replay, given);
+    replay->add_flag("--at-once", given.isAtOnce, "without the recorded pauses");
+    replay
+        ->add_option("--timeout", given.timeoutSeconds,
+                     "seconds to wait for each thing that a host was recorded doing (30)")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
+        ->type_name("SECONDS");
+}
+
+void addReport(CLI::App& app, Given& given)
+{
+    CLI::App* report = app.add_subcommand(
+        "report", "write a support archive: status, doctor, logs and a list of the files; never "
+                  "the content of a part");
+    report->add_option("FILE", given.path, "the new zip file")->required();
+    report
+        ->add_option("--recording", given.recording,
+                     "a recording to include; default: the one under way, if any")
+        ->type_name("FILE");
+    report->add_flag("--redact", given.isRedacted,
+                     "replace the names of users, folders and parts, the same everywhere");
 }
 
 // Adds all commands and options.
@@ -114,7 +197,10 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     addRequests(app, given);
     addListen(app, given);
     addDecode(app, given);
+    addWatch(app, given);
+    addReplay(app, given);
     app.add_subcommand("doctor", "find common problems and show how to fix each");
+    addReport(app, given);
 }
 
 Command commandOf(const std::string& word)
@@ -122,7 +208,8 @@ Command commandOf(const std::string& word)
     constexpr std::pair<std::string_view, Command> words[] = {
         {"status", Command::status},   {"open", Command::open},     {"new", Command::newFile},
         {"checkin", Command::checkIn}, {"listen", Command::listen}, {"decode", Command::decode},
-        {"doctor", Command::doctor}};
+        {"doctor", Command::doctor},   {"watch", Command::watch},   {"replay", Command::replay},
+        {"report", Command::report}};
     for (const auto& [each, command] : words)
         if (each == word)
             return command;
@@ -137,12 +224,18 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
     arguments.id = static_cast<std::int32_t>(given.id);
     arguments.path = given.path;
     arguments.kind = kindOfWord(given.kind);
+    arguments.isAtOnce = given.isAtOnce;
+    arguments.isRedacted = given.isRedacted;
+    arguments.recording = given.recording;
     if (given.host != 0)
         arguments.host = static_cast<std::uint32_t>(given.host);
     if (given.timeoutSeconds != 0)
         arguments.timeoutMs = given.timeoutSeconds * 1000;
     if (given.count != 0)
         arguments.count = given.count;
+    for (const std::string& word : given.only)
+        arguments.only.push_back(eventOfWord(word).value());
+    arguments.since = parseTimeOrDate(given.since, currentTime());
     return arguments;
 }
 

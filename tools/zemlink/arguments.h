@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tools/zemlink/reports/exchange_kind.h"
+#include "tools/zemlink/session/exchange_event.h"
 
 #include <cstdint>
 #include <optional>
@@ -10,17 +11,37 @@
 
 namespace zemlink {
 
-enum class Command { none, status, open, newFile, checkIn, listen, decode, doctor };
+enum class Command {
+    none,
+    status,
+    open,
+    newFile,
+    checkIn,
+    listen,
+    decode,
+    doctor,
+    watch,
+    replay,
+    report
+};
 
 struct Arguments {
     Command command = Command::none; // none: only print `text`
     bool isJson = false;
-    std::int32_t id = 0;                     // open, newFile
-    std::string path{};                      // open, decode; checkIn: the name; UTF-8
-    std::optional<std::uint32_t> host{};     // open, newFile, checkIn: process id
-    std::optional<std::int64_t> timeoutMs{}; // open, newFile, checkIn, listen
-    std::optional<std::int64_t> count{};     // listen
-    std::optional<ExchangeKind> kind{};      // decode
+    std::int32_t id = 0; // open, newFile
+    // open, decode, record, replay, report; checkIn: the name; UTF-8
+    std::string path{};
+    std::optional<std::uint32_t> host{}; // open, newFile, checkIn, replay: process id
+    std::optional<std::int64_t>
+        timeoutMs{};                     // open, newFile, checkIn, listen, watch, record, replay
+    std::optional<std::int64_t> count{}; // listen, watch
+    std::optional<ExchangeKind> kind{};  // decode
+    std::vector<EventKind> only{};       // watch; empty: all
+    std::optional<std::int64_t> since{}; // watch; milliseconds since 1970, UTC
+
+    bool isAtOnce = false;   // replay
+    bool isRedacted = false; // record, report
+    std::string recording{}; // report: a recording's path, UTF-8; empty: none
 
     // Output of --help and --version, with exit code 0, or the error, with exit code 2.
     std::string text{};

@@ -13,9 +13,12 @@
 #include "tools/zemlink/output.h"
 #include "tools/zemlink/facts/port_facts.h"
 #include "tools/zemlink/reports/problems.h"
+#include "tools/zemlink/replay_command.h"
 #include "tools/zemlink/send.h"
+#include "tools/zemlink/support_archive.h"
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/facts/system.h"
+#include "tools/zemlink/watch.h"
 
 #include <functional>
 
@@ -109,6 +112,12 @@ Outcome outcomeOf(const Arguments& arguments)
         return decodeFile(arguments);
     case Command::doctor:
         return problemsOutcome(findProblems(gatherFacts(Tests::made)));
+    case Command::watch:
+        return watch(arguments);
+    case Command::replay:
+        return replayRecording(arguments);
+    case Command::report:
+        return writeSupportArchive(arguments);
     case Command::none:
         break;
     }

@@ -39,12 +39,16 @@ Outcome replayRecording(const Arguments& arguments)
 {
     const std::wstring folder = peer::readInstallationFolder().path;
     const Recording recording = relocated(readRecording(peer::fromUtf8(arguments.path)), folder);
-    const auto show = [&](const ExchangeEvent& event) {
+    const auto printLine = [&](const std::string& line) {
         if (!arguments.isJson)
-            print(Stream::output,
-                  localTimeOfDay(event.at) + "  " + exchangeEventText(event) + '\n');
+            print(Stream::output, line + '\n');
     };
-    return outcomeOf(arguments, replay(recording, folder, optionsOf(arguments), show));
+    const ReplayOutput output{[&] { printLine("replaying " + visible(arguments.path) + '\n'); },
+                              [&](const ExchangeEvent& event) {
+                                  printLine(localTimeOfDay(event.at) + "  " +
+                                            exchangeEventText(event));
+                              }};
+    return outcomeOf(arguments, replay(recording, folder, optionsOf(arguments), output));
 }
 
 } // namespace zemlink

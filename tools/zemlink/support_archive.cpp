@@ -9,6 +9,7 @@
 #include "tools/zemlink/session/file_listing.h"
 #include "tools/zemlink/session/recording.h"
 #include "tools/zemlink/session/redacted_logs.h"
+#include "tools/zemlink/session/running_recording.h"
 #include "tools/zemlink/session/zip_file.h"
 
 #include <stdexcept>
@@ -40,9 +41,13 @@ Collected collect(const Arguments& arguments)
 {
     const Facts facts = gatherFacts(Tests::made);
     Collected collected{statusReport(facts), problemsOutcome(findProblems(facts)).report,
-                        listingReport(describeFiles(facts.folder.path)), readLogs(facts.folder.path)};
-    if (!arguments.recording.empty())
-        collected.recording = readRecording(peer::fromUtf8(arguments.recording));
+                        listingReport(describeFiles(facts.folder.path)),
+                        readLogs(facts.folder.path)};
+    const std::wstring recording =
+        arguments.recording.empty() ? findRunningRecording() : peer::fromUtf8(arguments.recording);
+    // A recording under way has no file until its first pause.
+    if (!arguments.recording.empty() || peer::isFile(recording))
+        collected.recording = readRecording(recording);
     return collected;
 }
 

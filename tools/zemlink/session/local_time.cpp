@@ -92,6 +92,11 @@ std::string localTimeOfDay(std::int64_t time)
     return clockText(localPartsOf(time));
 }
 
+std::string localDate(std::int64_t time)
+{
+    return dateText(localPartsOf(time));
+}
+
 std::string universalTime(std::int64_t time)
 {
     const SYSTEMTIME parts = systemTimeOf(time);

@@ -14,6 +14,8 @@ std::int64_t timeOf(const FILETIME& time);
 
 // `12:01:03.120`, local time.
 std::string localTimeOfDay(std::int64_t time);
+// `2026-11-21`, local time.
+std::string localDate(std::int64_t time);
 // `2026-11-21T11:01:03.120Z`
 std::string universalTime(std::int64_t time);
 // The reverse; empty when the text is not exactly of that form.

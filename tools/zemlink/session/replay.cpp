@@ -73,6 +73,7 @@ public:
 
     ReplayResult run()
     {
+        output_.showReady();
         for (const ExchangeEvent& event : recording_.events) {
             if (isCompared(event.kind))
                 ++result_.compared;
@@ -153,7 +154,7 @@ private:
         for (ExchangeEvent& notice : role_.receive())
             events.push_back(std::move(notice));
         for (ExchangeEvent& event : events) {
-            show_(event);
+            output_.show(event);
             if (isCompared(event.kind))
                 seen_.push_back(std::move(event));
         }
@@ -162,7 +163,7 @@ private:
     const Recording& recording_;
     const std::wstring folder_;
     const ReplayOptions& options_;
-    const std::function<void(const ExchangeEvent&)>& show_;
+    const ReplayOutput& output_;
     const Clock::time_point start_ = Clock::now();
     HostPairs hosts_;
     CompanionRole role_;
@@ -176,10 +177,9 @@ private:
 } // namespace
 
 ReplayResult replay(const Recording& recording, const std::wstring& folder,
-                    const ReplayOptions& options,
-                    const std::function<void(const ExchangeEvent&)>& show)
+                    const ReplayOptions& options, const ReplayOutput& output)
 {
-    return Replay(recording, folder, options, show).run();
+    return Replay(recording, folder, options, output).run();
 }
 
 } // namespace zemlink

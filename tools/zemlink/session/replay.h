@@ -27,11 +27,15 @@ struct ReplayResult {
     std::vector<Difference> differences{};
 };
 
+struct ReplayOutput {
+    std::function<void()> showReady{};                // hosts can find us now
+    std::function<void(const ExchangeEvent&)> show{}; // each event as it happens
+};
+
 // Writes the recorded machine settings and requests, each once the hosts have done what they did
 // before it in the recording, or the patience is over. Passes each event to `show` as it happens.
 // Throws std::runtime_error, with the cause, when the Companion's place cannot be taken.
 ReplayResult replay(const Recording& recording, const std::wstring& folder,
-                    const ReplayOptions& options,
-                    const std::function<void(const ExchangeEvent&)>& show);
+                    const ReplayOptions& options, const ReplayOutput& output);
 
 } // namespace zemlink
