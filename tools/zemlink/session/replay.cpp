@@ -61,11 +61,11 @@ private:
 class Replay {
 public:
     Replay(const Recording& recording, const std::wstring& folder, const ReplayOptions& options,
-           const std::function<void(const ExchangeEvent&)>& show)
+           const ReplayOutput& output)
         : recording_(recording),
           folder_(folder),
           options_(options),
-          show_(show),
+          output_(output),
           hosts_(recording, options.hosts),
           observer_(folder)
     {
