@@ -66,6 +66,7 @@ std::optional<std::array<WORD, 7>> numbersIn(std::string_view text, std::string_
 }
 
 constexpr std::string_view dateForm = "0000-00-00 00:00:00.000";
+constexpr std::string_view universalForm = "0000-00-00T00:00:00.000Z";
 constexpr size_t shortestDate = 16; // with hours and minutes
 constexpr size_t shortestTime = 5;
 
@@ -100,6 +101,19 @@ std::string universalTime(std::int64_t time)
 {
     const SYSTEMTIME parts = systemTimeOf(time);
     return dateText(parts) + 'T' + clockText(parts) + 'Z';
+}
+
+std::optional<std::int64_t> parseUniversalTime(std::string_view text)
+{
+    const auto numbers = numbersIn(text, universalForm);
+    if (!numbers || text.size() != universalForm.size())
+        return std::nullopt;
+    const auto& [year, month, day, hour, minute, second, millisecond] = *numbers;
+    const SYSTEMTIME parts{year, month, 0, day, hour, minute, second, millisecond};
+    FILETIME time{};
+    if (!SystemTimeToFileTime(&parts, &time)) // checks the ranges of all numbers
+        return std::nullopt;
+    return timeOf(time);
 }
 
 std::optional<std::int64_t> parseLocalTime(std::string_view text)

@@ -18,6 +18,8 @@ std::string localTimeOfDay(std::int64_t time);
 std::string localDate(std::int64_t time);
 // `2026-11-21T11:01:03.120Z`
 std::string universalTime(std::int64_t time);
+// The reverse; empty when the text is not exactly of that form.
+std::optional<std::int64_t> parseUniversalTime(std::string_view text);
 
 // `2026-11-21 10:11:12`, with or without milliseconds and seconds, local time. Empty when it is
 // anything else.

@@ -1,0 +1,55 @@
+#include "tools/zemlink/session/companion_role.h"
+
+#include "peer/running_programs.h"
+#include "peer/wire_constants.h"
+#include "tools/zemlink/session/local_time.h"
+
+#include <stdexcept>
+
+namespace zemlink {
+namespace {
+
+void handleMessages()
+{
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+        DispatchMessageW(&message);
+}
+
+} // namespace
+
+CompanionRole::CompanionRole() : semaphore_(peer::claimInstance())
+{
+    if (!semaphore_)
+        throw std::runtime_error("the Companion is running; end it first, zemlink takes its place");
+    if (const int error = peer::openNoticePort(listener_))
+        throw std::runtime_error("port 4559 cannot be opened (error " + std::to_string(error) +
+                                 ")");
+    // Hosts look for a top-level window with the property; it is never shown.
+    window_ = CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", peer::productName, WS_POPUP, 0, 0, 0, 0,
+                              nullptr, nullptr, nullptr, nullptr);
+    if (!window_ ||
+        !SetPropW(window_, peer::instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1})))
+        throw std::runtime_error("the window that hosts look for cannot be made");
+}
+
+CompanionRole::~CompanionRole()
+{
+    RemovePropW(window_, peer::instanceProperty);
+    DestroyWindow(window_);
+}
+
+std::vector<ExchangeEvent> CompanionRole::receive()
+{
+    handleMessages();
+    std::vector<ExchangeEvent> notices;
+    for (std::string& bytes : peer::receiveNotices(listener_)) {
+        if (bytes.empty())
+            continue; // a program tested the port
+        ExchangeEvent notice{currentTime(), EventKind::notice};
+        notice.bytes = std::move(bytes);
+        notices.push_back(std::move(notice));
+    }
+    return notices;
+}
+
+} // namespace zemlink

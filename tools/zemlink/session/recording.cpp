@@ -1,0 +1,140 @@
+#include "tools/zemlink/session/recording.h"
+
+#include "peer/exchange_paths.h"
+#include "peer/files.h"
+#include "peer/text.h"
+#include "tools/zemlink/session/event_report.h"
+#include "tools/zemlink/session/local_time.h"
+#include "tools/zemlink/session/zip_file.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+
+namespace zemlink {
+namespace {
+
+constexpr int format = 1;
+constexpr const char* indexName = "index.json";
+
+// ---- Writing ------------------------------------------------------------------------------------
+
+// `exchanges/0001-mastercam-4711.dat`; a step or a notice has the name of its event.
+std::string entryName(size_t number, const ExchangeEvent& event)
+{
+    char digits[24];
+    std::snprintf(digits, sizeof digits, "%04zu-", number);
+    const bool isWholeFile = !event.file.empty();
+    return std::string("exchanges/") + digits +
+           (isWholeFile ? peer::toUtf8(peer::fileNameOf(event.file))
+                        : std::string(eventWord(event.kind)));
+}
+
+Report indexedEvent(const ExchangeEvent& event, std::int64_t startedAt, const std::string& entry)
+{
+    Report report{{"at", event.at - startedAt}};
+    report.update(exchangeEventReport(event));
+    if (!entry.empty())
+        report["entry"] = entry;
+    return report;
+}
+
+std::string indexText(const Report& index)
+{
+    return index.dump(2, ' ', false, Report::error_handler_t::replace) + '\n';
+}
+
+// ---- Reading ------------------------------------------------------------------------------------
+
+const std::string& bytesOf(const std::vector<ZipEntry>& entries, const std::string& name)
+{
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const ZipEntry& entry) { return entry.name == name; });
+    if (found == entries.end())
+        throw std::runtime_error(name + " is missing");
+    return found->bytes;
+}
+
+ExchangeEvent eventOf(const Report& report, std::int64_t startedAt,
+                      const std::vector<ZipEntry>& entries)
+{
+    const auto kind = eventOfWord(report.at("event").get<std::string>());
+    if (!kind)
+        throw std::runtime_error("it has an event that this version does not know: " +
+                                 report.at("event").get<std::string>());
+    ExchangeEvent event{startedAt + report.at("at").get<std::int64_t>(), *kind};
+    if (!report.at("process").is_null())
+        event.process = report["process"].get<std::uint32_t>();
+    event.file = peer::fromUtf8(report.value("file", std::string()));
+    if (report.contains("entry"))
+        event.bytes = bytesOf(entries, report.at("entry").get<std::string>());
+    return event;
+}
+
+Recording recordingOf(const Report& index, const std::vector<ZipEntry>& entries)
+{
+    if (index.at("format") != format)
+        throw std::runtime_error("it has a format that this version does not know");
+    const auto startedAt = parseUniversalTime(index.at("started").get<std::string>());
+    if (!startedAt)
+        throw std::runtime_error("its start is not a time");
+    Recording recording{*startedAt, index.at("redacted").get<bool>(),
+                        index.at("finished").get<bool>(),
+                        peer::fromUtf8(index.at("folder").get<std::string>()), index.at("status")};
+    for (const Report& each : index.at("events"))
+        recording.events.push_back(eventOf(each, *startedAt, entries));
+    return recording;
+}
+
+} // namespace
+
+std::string formatRecording(const Recording& recording)
+{
+    Report index{{"format", format},
+                 {"zemlink", ZEMLINK_VERSION},
+                 {"started", universalTime(recording.startedAt)},
+                 {"redacted", recording.isRedacted},
+                 {"finished", recording.isFinished},
+                 {"folder", peer::toUtf8(recording.folder)},
+                 {"status", recording.status},
+                 {"events", Report::array()}};
+    std::vector<ZipEntry> entries(1);
+    for (const ExchangeEvent& event : recording.events) {
+        const std::string name = event.bytes.empty() ? "" : entryName(entries.size(), event);
+        index["events"].push_back(indexedEvent(event, recording.startedAt, name));
+        if (!name.empty())
+            entries.push_back({name, event.bytes});
+    }
+    entries.front() = {indexName, indexText(index)};
+    return formatZip(entries);
+}
+
+Recording parseRecording(std::string_view bytes)
+{
+    try {
+        const std::vector<ZipEntry> entries = parseZip(bytes);
+        return recordingOf(Report::parse(bytesOf(entries, indexName)), entries);
+    } catch (const Report::exception&) {
+        throw std::runtime_error("its index is damaged");
+    }
+}
+
+void writeRecording(const std::wstring& path, const Recording& recording)
+{
+    if (!peer::replaceFile(path, formatRecording(recording)))
+        throw std::runtime_error(peer::toUtf8(path) + " cannot be written");
+}
+
+Recording readRecording(const std::wstring& path)
+{
+    const auto bytes = peer::readFile(path);
+    if (!bytes)
+        throw std::runtime_error(peer::toUtf8(path) + " cannot be read");
+    try {
+        return parseRecording(*bytes);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(peer::toUtf8(path) + " is not a recording: " + error.what());
+    }
+}
+
+} // namespace zemlink

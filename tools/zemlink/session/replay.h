@@ -1,0 +1,37 @@
+// Plays the Companion's side of a recording against running hosts and compares what they do.
+#pragma once
+
+#include "tools/zemlink/session/comparison.h"
+#include "tools/zemlink/session/recording.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zemlink {
+
+struct ReplayOptions {
+    bool isAtOnce = false; // else at the recorded pace
+    // The hosts that stand for the recorded ones, in the recorded order; empty: those that are
+    // running and those that start.
+    std::vector<std::uint32_t> hosts{};
+    std::int64_t patienceMs = 30000; // for each thing that a host was recorded doing
+};
+
+struct ReplayResult {
+    size_t carriedOut = 0;               // of the Companion's exchanges
+    std::vector<std::string> failures{}; // of those that were not, why
+    size_t compared = 0;                 // of the hosts' recorded exchanges
+    std::vector<Difference> differences{};
+};
+
+// Writes the recorded machine settings and requests, each once the hosts have done what they did
+// before it in the recording, or the patience is over. Passes each event to `show` as it happens.
+// Throws std::runtime_error, with the cause, when the Companion's place cannot be taken.
+ReplayResult replay(const Recording& recording, const std::wstring& folder,
+                    const ReplayOptions& options,
+                    const std::function<void(const ExchangeEvent&)>& show);
+
+} // namespace zemlink

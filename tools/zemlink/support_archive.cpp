@@ -1,0 +1,109 @@
+#include "tools/zemlink/support_archive.h"
+
+#include "peer/exchange_paths.h"
+#include "peer/files.h"
+#include "peer/text.h"
+#include "tools/zemlink/facts/gather_facts.h"
+#include "tools/zemlink/reports/problems.h"
+#include "tools/zemlink/reports/status.h"
+#include "tools/zemlink/session/file_listing.h"
+#include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/redacted_logs.h"
+#include "tools/zemlink/session/zip_file.h"
+
+#include <stdexcept>
+
+namespace zemlink {
+namespace {
+
+constexpr std::uint32_t largestLog = 64 * 1024 * 1024;
+
+struct Logs {
+    std::string companion{}, loads{}, settings{};
+};
+
+Logs readLogs(const std::wstring& folder)
+{
+    const auto read = [&](const wchar_t* below) {
+        return peer::readFile(folder + below, largestLog).value_or("");
+    };
+    return {read(peer::companionLog), read(L"\\sys\\mcxlog.txt"), read(peer::settingsFile)};
+}
+
+struct Collected {
+    Report status{}, problems{}, listing{};
+    Logs logs{};
+    std::optional<Recording> recording{};
+};
+
+Collected collect(const Arguments& arguments)
+{
+    const Facts facts = gatherFacts(Tests::made);
+    Collected collected{statusReport(facts), problemsOutcome(findProblems(facts)).report,
+                        listingReport(describeFiles(facts.folder.path)), readLogs(facts.folder.path)};
+    if (!arguments.recording.empty())
+        collected.recording = readRecording(peer::fromUtf8(arguments.recording));
+    return collected;
+}
+
+// The status shows the settings in force, so that the file, whose lines may hold anything, is left
+// out.
+void redact(Collected& collected)
+{
+    Pseudonyms names;
+    names.addReport(collected.status);
+    names.addReport(collected.listing);
+    addNamesOfCompanionLog(names, collected.logs.companion);
+    addNamesOfLoadLog(names, collected.logs.loads);
+    if (collected.recording)
+        addNamesOf(names, *collected.recording);
+    for (Report* report : {&collected.status, &collected.problems, &collected.listing})
+        *report = names.replaceInReport(*report);
+    collected.logs = {redactedCompanionLog(names, collected.logs.companion),
+                      redactedLoadLog(names, collected.logs.loads)};
+    if (collected.recording)
+        collected.recording = redacted(std::move(*collected.recording), names);
+}
+
+std::string jsonText(const Report& report)
+{
+    return report.dump(2, ' ', false, Report::error_handler_t::replace) + '\n';
+}
+
+std::vector<ZipEntry> entriesOf(const Collected& collected)
+{
+    std::vector<ZipEntry> entries = {{"status.json", jsonText(collected.status)},
+                                     {"doctor.json", jsonText(collected.problems)},
+                                     {"listing.json", jsonText(collected.listing)}};
+    const auto addLog = [&](const char* name, const std::string& text) {
+        if (!text.empty())
+            entries.push_back({name, text});
+    };
+    addLog("logs/companion.log", collected.logs.companion);
+    addLog("logs/mcxlog.txt", collected.logs.loads);
+    addLog("logs/settings.ini", collected.logs.settings);
+    if (collected.recording)
+        entries.push_back({"recording.zip", formatRecording(*collected.recording)});
+    return entries;
+}
+
+} // namespace
+
+Outcome writeSupportArchive(const Arguments& arguments)
+{
+    const std::wstring path = peer::fromUtf8(arguments.path);
+    if (peer::isFile(path))
+        return failure(arguments.path + ": this file exists already");
+    Collected collected = collect(arguments);
+    if (arguments.isRedacted)
+        redact(collected);
+    const std::vector<ZipEntry> entries = entriesOf(collected);
+    if (!peer::replaceFile(path, formatZip(entries)))
+        return failure(arguments.path + " cannot be written");
+    Report report{{"report", arguments.path}, {"redacted", arguments.isRedacted}};
+    for (const ZipEntry& entry : entries)
+        report["entries"].push_back(Report{{"name", entry.name}, {"bytes", entry.bytes.size()}});
+    return {report};
+}
+
+} // namespace zemlink
