@@ -149,6 +149,14 @@ void addWatch(CLI::App& app, Given& given)
     addTimeout(*watch, given);
 }
 
+void addRecord(CLI::App& app, Given& given)
+{
+    CLI::App* record = app.add_subcommand("record", "record what the Companion and the hosts do, "
+                                                    "with all bytes, until Ctrl-C");
+    record->add_option("FILE", given.path, "the recording to write; it must not exist")->required();
+    addTimeout(*record, given);
+}
+
 // Adds all commands and options.
 void describe(CLI::App& app, Given& given, bool& isJson)
 {
@@ -162,6 +170,7 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     addListen(app, given);
     addDecode(app, given);
     addWatch(app, given);
+    addRecord(app, given);
     app.add_subcommand("doctor", "find common problems and show how to fix each");
 }
 
@@ -170,7 +179,7 @@ Command commandOf(const std::string& word)
     constexpr std::pair<std::string_view, Command> words[] = {
         {"status", Command::status},   {"open", Command::open},     {"new", Command::newFile},
         {"checkin", Command::checkIn}, {"listen", Command::listen}, {"decode", Command::decode},
-        {"doctor", Command::doctor},   {"watch", Command::watch}};
+        {"doctor", Command::doctor},   {"watch", Command::watch},   {"record", Command::record}};
     for (const auto& [each, command] : words)
         if (each == word)
             return command;

@@ -11,7 +11,7 @@
 
 namespace zemlink {
 
-enum class Command { none, status, open, newFile, checkIn, listen, decode, doctor, watch };
+enum class Command { none, status, open, newFile, checkIn, listen, decode, doctor, watch, record };
 
 struct Arguments {
     Command command = Command::none; // none: only print `text`

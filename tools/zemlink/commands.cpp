@@ -16,6 +16,7 @@
 #include "tools/zemlink/send.h"
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/facts/system.h"
+#include "tools/zemlink/record.h"
 #include "tools/zemlink/watch.h"
 
 #include <functional>
@@ -112,6 +113,8 @@ Outcome outcomeOf(const Arguments& arguments)
         return problemsOutcome(findProblems(gatherFacts(Tests::made)));
     case Command::watch:
         return watch(arguments);
+    case Command::record:
+        return record(arguments);
     case Command::none:
         break;
     }

@@ -40,7 +40,8 @@ Collected collect(const Arguments& arguments)
 {
     const Facts facts = gatherFacts(Tests::made);
     Collected collected{statusReport(facts), problemsOutcome(findProblems(facts)).report,
-                        listingReport(describeFiles(facts.folder.path)), readLogs(facts.folder.path)};
+                        listingReport(describeFiles(facts.folder.path)),
+                        readLogs(facts.folder.path)};
     if (!arguments.recording.empty())
         collected.recording = readRecording(peer::fromUtf8(arguments.recording));
     return collected;
