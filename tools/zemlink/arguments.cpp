@@ -155,6 +155,16 @@ void addWatch(CLI::App& app, Given& given)
     addTimeout(*watch, given);
 }
 
+void addRecord(CLI::App& app, Given& given)
+{
+    CLI::App* record = app.add_subcommand("record", "record what the Companion and the hosts do, "
+                                                    "with all bytes, until Ctrl-C");
+    record->add_option("FILE", given.path, "the recording to write; it must not exist")->required();
+    record->add_flag("--redact", given.isRedacted,
+                     "replace the names of users, folders and parts, the same everywhere");
+    addTimeout(*record, given);
+}
+
 void addReplay(CLI::App& app, Given& given)
 {
     CLI::App* replay = app.add_subcommand(
@@ -198,6 +208,7 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     addListen(app, given);
     addDecode(app, given);
     addWatch(app, given);
+    addRecord(app, given);
     addReplay(app, given);
     app.add_subcommand("doctor", "find common problems and show how to fix each");
     addReport(app, given);
@@ -209,7 +220,7 @@ Command commandOf(const std::string& word)
         {"status", Command::status},   {"open", Command::open},     {"new", Command::newFile},
         {"checkin", Command::checkIn}, {"listen", Command::listen}, {"decode", Command::decode},
         {"doctor", Command::doctor},   {"watch", Command::watch},   {"replay", Command::replay},
-        {"report", Command::report}};
+        {"report", Command::report},   {"record", Command::record}};
     for (const auto& [each, command] : words)
         if (each == word)
             return command;

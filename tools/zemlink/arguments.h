@@ -21,6 +21,7 @@ enum class Command {
     decode,
     doctor,
     watch,
+    record,
     replay,
     report
 };

@@ -18,6 +18,7 @@
 #include "tools/zemlink/support_archive.h"
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/facts/system.h"
+#include "tools/zemlink/record.h"
 #include "tools/zemlink/watch.h"
 
 #include <functional>
@@ -118,6 +119,8 @@ Outcome outcomeOf(const Arguments& arguments)
         return replayRecording(arguments);
     case Command::report:
         return writeSupportArchive(arguments);
+    case Command::record:
+        return record(arguments);
     case Command::none:
         break;
     }

@@ -74,20 +74,28 @@ public:
     ReplayResult run()
     {
         output_.showReady();
-        for (const ExchangeEvent& event : recording_.events) {
-            if (isCompared(event.kind))
-                ++result_.compared;
-            else if (canCarryOut(event))
+        for (const ExchangeEvent& event : events_) {
+            if (canCarryOut(event))
                 carryOutInTurn(event);
             passed_ += isCompared(event.kind);
         }
         waitUntil([&] { return isCaughtUp(); }, options_.patienceMs);
         waitUntil([] { return false; }, lastLookMs);
-        result_.differences = compareExchanges(recording_.events, seen_);
+        result_.compared = passed_;
+        result_.differences = compareExchanges(events_, seen_);
         return result_;
     }
 
 private:
+    // What was there when the recording started is not repeated.
+    static std::vector<ExchangeEvent> laterEvents(const Recording& recording)
+    {
+        std::vector<ExchangeEvent> events = recording.events;
+        std::erase_if(events,
+                      [&](const ExchangeEvent& event) { return event.at <= recording.startedAt; });
+        return events;
+    }
+
     static bool canCarryOut(const ExchangeEvent& event)
     {
         return event.kind == EventKind::machineSettingsWritten ||
@@ -161,6 +169,7 @@ private:
     }
 
     const Recording& recording_;
+    const std::vector<ExchangeEvent> events_ = laterEvents(recording_);
     const std::wstring folder_;
     const ReplayOptions& options_;
     const ReplayOutput& output_;

@@ -1,0 +1,141 @@
+#include "tools/zemlink/record.h"
+
+#include "peer/installation_folder.h"
+#include "peer/text.h"
+#include "tools/zemlink/facts/gather_facts.h"
+#include "tools/zemlink/interruption.h"
+#include "tools/zemlink/output.h"
+#include "tools/zemlink/reports/status.h"
+#include "tools/zemlink/session/observer.h"
+#include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/redaction.h"
+#include "tools/zemlink/session/running_recording.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zemlink {
+namespace {
+
+constexpr std::int64_t writeEveryMs = 10000;
+constexpr std::uint64_t mostRecordedBytes = std::uint64_t{512} << 20;
+
+std::int64_t ticks()
+{
+    return static_cast<std::int64_t>(GetTickCount64());
+}
+
+// Other programs that look for the recording have other current directories.
+std::wstring fullPathOf(const std::wstring& path)
+{
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(
+        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
+class Recorder {
+public:
+    Recorder(std::wstring path, bool isRedacted, const Observer& observer,
+             const std::wstring& folder)
+        : path_(std::move(path)), isRedacted_(isRedacted)
+    {
+        recording_.startedAt = observer.startedAt();
+        recording_.isFinished = false;
+        recording_.folder = folder;
+        recording_.status = statusReport(gatherFacts(Tests::skipped));
+        add(observer.presentAtStart());
+        write();
+    }
+
+    void add(std::vector<ExchangeEvent> events)
+    {
+        for (ExchangeEvent& event : events) {
+            if (bytes_ + event.bytes.size() > mostRecordedBytes) {
+                isFull_ = true;
+                return;
+            }
+            bytes_ += event.bytes.size();
+            recording_.events.push_back(std::move(event));
+            hasNews_ = true;
+        }
+    }
+    void writeNews()
+    {
+        if (hasNews_ && ticks() - writtenAt_ >= writeEveryMs)
+            write();
+    }
+    void finish()
+    {
+        recording_.isFinished = true;
+        write();
+    }
+    // The time until writeNews has something to do.
+    std::int64_t idleMs() const
+    {
+        return hasNews_ ? std::max<std::int64_t>(0, writtenAt_ + writeEveryMs - ticks())
+                        : std::numeric_limits<std::int64_t>::max();
+    }
+
+    bool isFull() const { return isFull_; }
+    size_t count() const { return recording_.events.size(); }
+
+private:
+    void write()
+    {
+        writeRecording(path_, isRedacted_ ? redacted(recording_) : recording_);
+        hasNews_ = false;
+        writtenAt_ = ticks();
+    }
+
+    std::wstring path_;
+    bool isRedacted_; // the file, not what is kept here: names that come later have to fit
+    Recording recording_{};
+    std::uint64_t bytes_ = 0;
+    std::int64_t writtenAt_ = 0;
+    bool hasNews_ = false;
+    bool isFull_ = false;
+};
+
+// Until the user ends it, the time is over or there are too many bytes.
+void recordEvents(Observer& observer, Recorder& recorder, const Interruption& interruption,
+                  std::optional<std::int64_t> timeoutMs)
+{
+    const std::int64_t start = ticks();
+    while (!interruption.isRequested() && !recorder.isFull()) {
+        std::int64_t left = recorder.idleMs();
+        if (timeoutMs)
+            left = std::min(left, *timeoutMs - (ticks() - start));
+        if (timeoutMs && ticks() - start >= *timeoutMs)
+            return;
+        recorder.add(observer.wait(left, interruption.handle()));
+        recorder.writeNews();
+    }
+    recorder.add(observer.wait(0));
+}
+
+} // namespace
+
+Outcome record(const Arguments& arguments)
+{
+    const std::wstring path = fullPathOf(peer::fromUtf8(arguments.path));
+    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
+        return failure(arguments.path + " exists already; nothing is overwritten");
+    const Interruption interruption;
+    const RunningRecording running(path);
+    const std::wstring folder = peer::readInstallationFolder().path;
+    Observer observer(folder);
+    Recorder recorder(path, arguments.isRedacted, observer, folder);
+    if (!arguments.isJson) {
+        print(Stream::output, "recording " + visible(peer::toUtf8(folder)) + " to " +
+                                  visible(arguments.path) + "\n");
+    }
+    recordEvents(observer, recorder, interruption, arguments.timeoutMs);
+    recorder.finish();
+    Report report{{"file", arguments.path}, {"events", recorder.count()}};
+    if (recorder.isFull())
+        report["stopped"] = "The exchanges had more than 512 MB; what came before is recorded.";
+    return {report, recorder.isFull() ? problem : done};
+}
+
+} // namespace zemlink
