@@ -1,0 +1,187 @@
+// `zemlink replay` against the stand-in host with the add-in, and `zemlink report`.
+#include "endtoend/companion_commit_fixture.h"
+#include "peer/command_file.h"
+#include "peer/running_programs.h"
+#include "support/host_program.h"
+#include "support/session_script.h"
+#include "tools/zemlink/session/recorded_text.h"
+#include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/zip_file.h"
+#include "zemlink/tool_run.h"
+
+#include <algorithm>
+
+using namespace testing_support;
+using zemlink::EventKind;
+using zemlink::ExchangeEvent;
+using zemlink::Recording;
+using zemlink::Report;
+
+namespace {
+
+namespace files = std::filesystem;
+
+const std::wstring recordings = programFolder() + L"shipped\\recordings\\";
+
+std::vector<std::wstring> recordingNames()
+{
+    std::vector<std::wstring> names;
+    for (const auto& each : files::directory_iterator(recordings))
+        if (each.path().extension() == L".zip")
+            names.push_back(each.path().stem().native());
+    std::ranges::sort(names);
+    return names;
+}
+
+std::string scriptOf(const std::wstring& name)
+{
+    return readBytes(recordings + name + L".script").value_or("");
+}
+
+class Replay : public ::testing::TestWithParam<std::wstring> {
+protected:
+    Replay() { installCompanionWithLibrary(installation); }
+
+    // Puts the parts that the recording opens into their places: the library's, or an empty one.
+    void putParts(const Recording& recording) const
+    {
+        for (const ExchangeEvent& event :
+             zemlink::relocated(recording, installation.root()).events) {
+            if (event.kind != EventKind::requestWritten)
+                continue;
+            const files::path part = peer::fromUtf8(peer::parseHostCommand(event.bytes).path);
+            if (part.empty())
+                continue;
+            files::create_directories(part.parent_path());
+            writeBytes(
+                part.native(),
+                readBytes(installation.path(L"library\\" + part.stem().native() + L"\\v1.mcam"))
+                    .value_or(""));
+        }
+    }
+
+    // The report of the replay of this file against a host that runs the script.
+    Report replay(const std::wstring& file, const std::string& script, DWORD expectedExit) const
+    {
+        const SessionFiles sessionFiles(script);
+        const ToolRun tool(installation, L"replay " + quoted(file) + L" --at-once --json");
+        EXPECT_TRUE(waitUntil([&] { return findInstance() != nullptr; })) << tool.errors();
+        const HostProgram host(installation, script);
+        EXPECT_EQ(tool.waitForExit(), expectedExit) << tool.output() << tool.errors();
+        return Report::parse(tool.output());
+    }
+
+    // The window that stands for the Companion's.
+    static HWND findInstance() { return peer::findInstanceWindow(); }
+
+    Installation installation{Registry::ofTheUser};
+};
+
+} // namespace
+
+TEST_P(Replay, findsNoDifference)
+{
+    const std::wstring file = recordings + GetParam() + L".zip";
+    const Recording recording = zemlink::readRecording(file);
+    EXPECT_FALSE(recording.isRedacted);
+    putParts(recording);
+    const Report report = replay(file, scriptOf(GetParam()), 0);
+    EXPECT_EQ(report["differences"], Report::array());
+    EXPECT_EQ(report["failures"], Report::array());
+    EXPECT_GT(report["compared"], 1);
+    EXPECT_GT(report["carriedOut"], 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Recordings, Replay, ::testing::ValuesIn(recordingNames()),
+                         [](const auto& info) {
+                             std::string name = peer::toUtf8(info.param);
+                             std::ranges::replace(name, '-', '_');
+                             return name;
+                         });
+
+using ReplayedHost = Replay;
+
+TEST_F(ReplayedHost, differsWhenItDoesSomethingElse)
+{
+    const std::wstring file = recordings + L"save-and-commit.zip";
+    putParts(zemlink::readRecording(file));
+    // The host saves nothing and imports NC programs instead.
+    const Report report = replay(file, scriptOf(L"nc-programs"), 1);
+    std::vector<std::string> found;
+    for (const Report& each : report["differences"]) {
+        const Report& event = each.contains("recorded") ? each["recorded"] : each["seen"];
+        found.push_back(each["difference"].get<std::string>() + ' ' +
+                        event["event"].get<std::string>());
+    }
+    EXPECT_TRUE(std::ranges::count(found, "missing commit-written") == 1) << report.dump(1);
+    EXPECT_TRUE(std::ranges::count(found, "missing picture-written") == 1) << report.dump(1);
+    EXPECT_TRUE(std::ranges::count(found, "extra nc-queue-written") == 1) << report.dump(1);
+}
+
+TEST_F(ReplayedHost, isNotReplayedWhileTheCompanionRuns)
+{
+    const CompanionProgram companion(installation);
+    companion.waitForWindow();
+    const ToolResult result =
+        runTool(installation, L"replay " + quoted(recordings + L"new-file.zip"));
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.errors.find("the Companion is running"), std::string::npos) << result.errors;
+}
+
+TEST(Recordings, areThereForEachScript)
+{
+    size_t scripts = 0;
+    for (const auto& each : files::directory_iterator(recordings)) {
+        if (each.path().extension() != L".script")
+            continue;
+        ++scripts;
+        EXPECT_TRUE(files::exists(files::path(each.path()).replace_extension(L".zip"))) << each;
+    }
+    EXPECT_GE(scripts, 8u);
+}
+
+TEST(SupportArchive, holdsWhatASupporterAsksFor)
+{
+    const Installation installation{Registry::ofTheUser};
+    writeBytes(installation.path(L"sys\\companion.log"),
+               "2026-11-21 10:11:12.345 check-out file=\"C:\\Parts\\Rocket.mcam\"\n");
+    writeBytes(installation.path(L"sys\\Rocket.mcam"), "the content of a part");
+    const auto archive = [&](const std::wstring& name, const std::wstring& options) {
+        const std::wstring path =
+            installation.path(L"..\\") +
+            installation.root().substr(installation.root().find_last_of(L'\\') + 1) + name;
+        const ToolResult result = runTool(installation, L"report " + quoted(path) + options);
+        EXPECT_EQ(result.exitCode, 0u) << result.errors;
+        const std::string bytes = readBytes(path).value_or("");
+        DeleteFileW(path.c_str());
+        return zemlink::parseZip(bytes);
+    };
+    std::vector<std::string> names;
+    std::string everything;
+    for (const zemlink::ZipEntry& entry : archive(L"-report.zip", L"")) {
+        names.push_back(entry.name);
+        everything += entry.bytes;
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"status.json", "doctor.json", "listing.json",
+                                               "logs/companion.log"}));
+    EXPECT_NE(everything.find("Rocket.mcam"), std::string::npos);
+    EXPECT_EQ(everything.find("the content of a part"), std::string::npos);
+    EXPECT_NE(everything.find("\"sha256\""), std::string::npos);
+    for (const zemlink::ZipEntry& entry : archive(L"-redacted.zip", L" --redact")) {
+        EXPECT_EQ(entry.bytes.find("Rocket"), std::string::npos) << entry.name;
+        EXPECT_EQ(
+            entry.bytes.find(peer::toUtf8(files::path(installation.root()).filename().native())),
+            std::string::npos)
+            << entry.name;
+    }
+}
+
+TEST(SupportArchive, isNotWrittenOverAFile)
+{
+    const Installation installation{Registry::ofTheUser};
+    writeBytes(installation.path(L"a.zip"), "mine");
+    const ToolResult result =
+        runTool(installation, L"report " + quoted(installation.path(L"a.zip")));
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(readBytes(installation.path(L"a.zip")), "mine");
+}
