@@ -4,6 +4,7 @@
 #include "tools/zemlink/session/event_report.h"
 #include "tools/zemlink/session/local_time.h"
 #include "tools/zemlink/session/log_events.h"
+#include "tools/zemlink/session/logged_requests.h"
 
 #include <gtest/gtest.h>
 
@@ -207,4 +208,36 @@ TEST(LogEvents, arePastEventsWithTheirBytes)
                      "10:11:12.010 Companion 328             ended"}));
     EXPECT_EQ(events[4].bytes, "TOOL-17\n");
     EXPECT_EQ(events[2].file, L"C:\\ZEM\\temp\\mastercam-4.dat");
+}
+
+TEST(LoggedRequests, areThoseThatWereMissed)
+{
+    LoggedRequests requests;
+    for (const char* bytes : {"CHECKIN a", "CHECKIN b", "CHECKIN c"})
+        requests.add(event(EventKind::requestWritten, 4, bytes));
+    requests.add(event(EventKind::requestWritten, 8, "CHECKIN d"));
+    std::vector<ExchangeEvent> events = {event(EventKind::requestWritten, 4),
+                                         event(EventKind::requestTaken, 4),
+                                         event(EventKind::requestWritten, 4, "CHECKIN a"),
+                                         event(EventKind::requestTaken, 4, "CHECKIN a"),
+                                         event(EventKind::requestWritten, 4),
+                                         event(EventKind::requestTaken, 4),
+                                         event(EventKind::requestWritten, 4)};
+    requests.complete(events);
+    Words bytes;
+    for (const ExchangeEvent& each : events)
+        bytes.push_back(each.bytes);
+    EXPECT_EQ(bytes, (Words{"CHECKIN b", "CHECKIN b", "CHECKIN a", "CHECKIN a", "CHECKIN c",
+                            "CHECKIN c", ""}));
+}
+
+TEST(LoggedRequests, mayBeLoggedAfterTheyWereSeen)
+{
+    LoggedRequests requests;
+    std::vector<ExchangeEvent> seen = {event(EventKind::requestWritten, 4, "CHECKIN a")};
+    requests.complete(seen);
+    requests.add(event(EventKind::requestWritten, 4, "CHECKIN a"));
+    std::vector<ExchangeEvent> missed = {event(EventKind::requestWritten, 4)};
+    requests.complete(missed);
+    EXPECT_EQ(missed[0].bytes, "");
 }

@@ -3,6 +3,7 @@
 #include "support/host_program.h"
 #include "support/sockets.h"
 #include "zemlink/announced_host.h"
+#include "zemlink/own_console.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
@@ -86,6 +87,8 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
     for (const Json& event : eventsIn(run)) {
         const std::string word = event["event"];
         EXPECT_FALSE(event.contains("presentAtStart")) << event;
+        if (word == "companion-started")
+            EXPECT_EQ(event["process"], companion.process().id());
         if (word == "request-written" || word == "request-taken") {
             EXPECT_EQ(event["process"], host.process().id());
             EXPECT_EQ(event["meaning"], (Json{{"request", "open"}, {"id", 17}, {"path", file}}));
@@ -218,6 +221,17 @@ TEST_F(ZemlinkWatch, startsWithThePastFromTheLog)
     EXPECT_EQ(result.output, "watching " + toUtf8(installation.root()) +
                                  "\n2026-01-02 03:04:06.006  from the log: host -> Companion       "
                                  "  notice: tool data id 2\n");
+}
+
+TEST_F(ZemlinkWatch, endsWithAWholeLineAtCtrlC)
+{
+    const OwnConsole console;
+    const ToolRun run(installation, L"watch --json");
+    ASSERT_TRUE(isWatching(run)) << run.errors();
+    console.pressCtrlC();
+    EXPECT_EQ(run.waitForExit(), 0u);
+    EXPECT_TRUE(run.output().ends_with("}\n"));
+    EXPECT_EQ(run.errors(), "");
 }
 
 TEST_F(ZemlinkWatch, saysThatNoticesNeedTheLog)
