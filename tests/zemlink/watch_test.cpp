@@ -105,6 +105,27 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
     }
 }
 
+TEST_F(ZemlinkWatch, showsTheQueueOfTheAddIn)
+{
+    const std::wstring part = installation.path(L"queue.mcam");
+    writeBytes(part, "mastercam part 1\n\n[group]\nid = 1\nname = Mill\n\n"
+                     "[operation]\nid = 1\ngroup = 1\nnci-name = PLATE\n\n");
+    writeBytes(installation.path(L"tmp\\PLATE.NC"), "%\nO1\nM30\n%\n");
+    const ToolRun run(installation, L"watch --json --only nc-queue-written,notice --count 2");
+    ASSERT_TRUE(isWatching(run));
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const HostProgram host(installation, "set nc_prefix " + toUtf8(installation.path(L"tmp\\")) +
+                                             "\nset nc_suffix .NC\npart " + toUtf8(part) +
+                                             "\ncall importNCqueue\n");
+    EXPECT_EQ(run.waitForExit(), 0u);
+    const std::string queue = toUtf8(installation.path(L"temp\\ncqueue-0.txt"));
+    ASSERT_EQ(wordsIn(run), (Words{"nc-queue-written", "notice"}));
+    EXPECT_EQ(eventsIn(run)[0]["file"], queue);
+    EXPECT_EQ(eventsIn(run)[0]["meaning"]["programs"][0]["group"], "Mill");
+    EXPECT_EQ(eventsIn(run)[1]["meaning"], (Json{{"notice", "NC queue"}, {"file", queue}}));
+}
+
 TEST_F(ZemlinkWatch, showsNcQueuesToolDataAndAnswers)
 {
     const ToolRun run(installation, L"watch --json --count 3 --only "
@@ -167,6 +188,14 @@ TEST_F(ZemlinkWatch, disturbsNoRequest)
     EXPECT_TRUE(waitUntil([&] { return count(host.trace(), L"OnFileNew") == requests; }));
     EXPECT_TRUE(waitForEvents(run, "request-taken", requests));
     EXPECT_EQ(countIn(run, "request-written"), requests);
+    size_t lastId = 0;
+    for (const Json& event : eventsIn(run)) {
+        if (event["event"] == "request-written" && event.contains("meaning")) {
+            EXPECT_GT(event["meaning"]["id"].get<size_t>(), lastId);
+            lastId = event["meaning"]["id"];
+        }
+    }
+    EXPECT_NE(lastId, 0u);
 }
 
 TEST_F(ZemlinkWatch, survivesATruncatedLogAndAnIncompleteRecord)
