@@ -1,6 +1,7 @@
 // zemlink's command line, and its messages about requests and the port.
 #include "tools/zemlink/reports/answers.h"
 #include "tools/zemlink/arguments.h"
+#include "tools/zemlink/session/local_time.h"
 
 #include <gtest/gtest.h>
 
@@ -60,8 +61,27 @@ TEST(Arguments, selectWhatToReplayAndReport)
     EXPECT_FALSE(parseArguments({"report", "b.zip"}).isRedacted);
 }
 
+TEST(Arguments, selectEventsAndTimes)
+{
+    const Arguments watch = parseArguments({"watch", "--only", "notice,request-taken", "--since",
+                                            "2026-11-21 10:11", "--count", "3", "--timeout", "2"});
+    EXPECT_EQ(watch.command, Command::watch);
+    EXPECT_EQ(watch.only, (std::vector{EventKind::notice, EventKind::requestTaken}));
+    EXPECT_EQ(watch.since, parseLocalTime("2026-11-21 10:11"));
+    EXPECT_EQ(watch.count, 3);
+    EXPECT_EQ(watch.timeoutMs, 2000);
+    const Arguments record = parseArguments({"record", "C:\\a.zip", "--timeout", "3"});
+    EXPECT_EQ(record.command, Command::record);
+    EXPECT_EQ(record.path, "C:\\a.zip");
+    EXPECT_EQ(record.timeoutMs, 3000);
+    EXPECT_FALSE(record.isRedacted);
+    EXPECT_TRUE(parseArguments({"record", "a", "--redact"}).isRedacted);
+}
+
 TEST(Arguments, areEmptyByDefault)
 {
+    const Arguments watch = parseArguments({"watch"});
+    EXPECT_FALSE(watch.since || watch.count || watch.timeoutMs || !watch.only.empty());
     const Arguments listen = parseArguments({"listen"});
     EXPECT_EQ(listen.command, Command::listen);
     EXPECT_FALSE(listen.isJson || listen.count || listen.timeoutMs || listen.host || listen.kind);
@@ -84,6 +104,10 @@ TEST(Arguments, areRejectedWithTheCause)
         {{"open", "--", "-01", "x"}, "ID: -01 is not a decimal number"},
         {{"new", "5", "--host", "0x10"}, "--host: 0x10 is not a decimal number"},
         {{"checkin", "--host", "0"}, "--host: Value 0 not in range 1 to 4294967295"},
+        {{"record"}, "FILE is required"},
+        {{"watch", "--since", "25:00"},
+         "--since: 25:00 is neither a time such as 10:11 or 10:11:12 nor a date and time such as "
+         "\"2026-11-21 10:11:12\""},
         {{"decode", "x", "--as", "y"},
          "--as: y not in "
          "{command,machine,answer,commits,tools,queue,notices,picture,log,events,bookmark,copies,"
@@ -91,6 +115,7 @@ TEST(Arguments, areRejectedWithTheCause)
     };
     for (const auto& [words, error] : rows)
         EXPECT_EQ(usageError(words), error);
+    EXPECT_EQ(usageError({"watch", "--only", "notice,hello"}).find("--only: hello not in {"), 0u);
     EXPECT_NE(usageError({"status", "--count", "1"}), "");
     EXPECT_NE(usageError({"listen", "--timeout", "0"}), "");
 }

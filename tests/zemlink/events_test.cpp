@@ -1,9 +1,11 @@
 // Events as reports and texts, their order, and the events in the Companion's log.
+#include "documents/pages.h"
 #include "peer/commit_record.h"
 #include "tools/zemlink/session/event_order.h"
 #include "tools/zemlink/session/event_report.h"
 #include "tools/zemlink/session/local_time.h"
 #include "tools/zemlink/session/log_events.h"
+#include "tools/zemlink/session/logged_requests.h"
 
 #include <gtest/gtest.h>
 
@@ -207,4 +209,66 @@ TEST(LogEvents, arePastEventsWithTheirBytes)
                      "10:11:12.010 Companion 328             ended"}));
     EXPECT_EQ(events[4].bytes, "TOOL-17\n");
     EXPECT_EQ(events[2].file, L"C:\\ZEM\\temp\\mastercam-4.dat");
+}
+
+TEST(LoggedRequests, areThoseThatWereMissed)
+{
+    LoggedRequests requests;
+    for (const char* bytes : {"CHECKIN a", "CHECKIN b", "CHECKIN c"})
+        requests.add(event(EventKind::requestWritten, 4, bytes));
+    requests.add(event(EventKind::requestWritten, 8, "CHECKIN d"));
+    std::vector<ExchangeEvent> events = {event(EventKind::requestWritten, 4),
+                                         event(EventKind::requestTaken, 4),
+                                         event(EventKind::requestWritten, 4, "CHECKIN a"),
+                                         event(EventKind::requestTaken, 4, "CHECKIN a"),
+                                         event(EventKind::requestWritten, 4),
+                                         event(EventKind::requestTaken, 4),
+                                         event(EventKind::requestWritten, 4)};
+    requests.complete(events);
+    Words bytes;
+    for (const ExchangeEvent& each : events)
+        bytes.push_back(each.bytes);
+    EXPECT_EQ(bytes, (Words{"CHECKIN b", "CHECKIN b", "CHECKIN a", "CHECKIN a", "CHECKIN c",
+                            "CHECKIN c", ""}));
+}
+
+TEST(LoggedRequests, mayBeLoggedAfterTheyWereSeen)
+{
+    LoggedRequests requests;
+    std::vector<ExchangeEvent> seen = {event(EventKind::requestWritten, 4, "CHECKIN a")};
+    requests.complete(seen);
+    requests.add(event(EventKind::requestWritten, 4, "CHECKIN a"));
+    std::vector<ExchangeEvent> missed = {event(EventKind::requestWritten, 4)};
+    requests.complete(missed);
+    EXPECT_EQ(missed[0].bytes, "");
+}
+
+TEST(Pages, showAWatchedSessionAsPrinted)
+{
+    const std::string part = "C:\\TORVA\\ZEM\\work\\bracket.mcam";
+    const std::string open = "\xEF\xBB\xBF"
+                             "17 " +
+                             part + '\n';
+    const std::string commit =
+        peer::formatCommitRecord({17, L"C:\\TORVA\\ZEM\\work\\bracket.mcam"});
+    const Words printed = {
+        "present at the start: " + textOf(EventKind::companionStarted, 328),
+        textOf(EventKind::hostStarted, 336),
+        textOf(EventKind::machineSettingsWritten, 336,
+               "17|3|0|C:\\Machines\\Mill 3-axis.mcam-mmd\r\n"),
+        textOf(EventKind::requestWritten, 336, open),
+        textOf(EventKind::requestTaken, 336, open),
+        textOf(EventKind::loadStep, 336, "Loading File #1: " + part + "\r\n"),
+        textOf(EventKind::commitWritten, 328, commit),
+        textOf(EventKind::notice, 336, "ZEMID=17|" + part + '\n'),
+        textOf(EventKind::commitTaken, 328, commit),
+    };
+    const auto blocks = documents::fencedBlocks(documents::pageText("zemlink.md"), "watched");
+    ASSERT_EQ(blocks.size(), 1u);
+    Words shown = blocks[0].lines;
+    ASSERT_GT(shown.size(), 2u);
+    shown.erase(shown.begin(), shown.begin() + 2); // the command and the folder
+    for (std::string& line : shown)
+        line.erase(0, std::string_view("12:01:03.120  ").size());
+    EXPECT_EQ(shown, printed);
 }

@@ -3,6 +3,7 @@
 #include "support/host_program.h"
 #include "tools/zemlink/session/recording.h"
 #include "zemlink/announced_host.h"
+#include "zemlink/own_console.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
@@ -80,6 +81,20 @@ TEST_F(ZemlinkRecord, startsWithWhatIsPresent)
     ASSERT_EQ(events(EventKind::requestWritten).size(), 1u);
     EXPECT_EQ(events(EventKind::requestWritten)[0].at, recording().startedAt);
     EXPECT_EQ(events(EventKind::requestWritten)[0].bytes, "CHECKIN a.mcam");
+}
+
+TEST_F(ZemlinkRecord, writesItsEndAtCtrlC)
+{
+    const OwnConsole console;
+    const ToolRun run(installation, L"record " + quoted(file));
+    ASSERT_TRUE(isRecording()) << run.errors();
+    EXPECT_FALSE(recording().isFinished);
+    writeBytes(installation.path(L"temp\\mcsettings-17.txt"), "17|3|0|C:\\Mill\r\n");
+    ASSERT_TRUE(waitUntil([&] { return !events(EventKind::machineSettingsWritten).empty(); }));
+    console.pressCtrlC();
+    EXPECT_EQ(run.waitForExit(), 0u);
+    EXPECT_TRUE(recording().isFinished);
+    EXPECT_EQ(events(EventKind::machineSettingsWritten).size(), 1u);
 }
 
 TEST_F(ZemlinkRecord, overwritesNothing)

@@ -3,6 +3,7 @@
 #include "support/host_program.h"
 #include "support/sockets.h"
 #include "zemlink/announced_host.h"
+#include "zemlink/own_console.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
@@ -86,6 +87,8 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
     for (const Json& event : eventsIn(run)) {
         const std::string word = event["event"];
         EXPECT_FALSE(event.contains("presentAtStart")) << event;
+        if (word == "companion-started")
+            EXPECT_EQ(event["process"], companion.process().id());
         if (word == "request-written" || word == "request-taken") {
             EXPECT_EQ(event["process"], host.process().id());
             EXPECT_EQ(event["meaning"], (Json{{"request", "open"}, {"id", 17}, {"path", file}}));
@@ -100,6 +103,27 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
             EXPECT_EQ(event["process"], host.process().id());
         }
     }
+}
+
+TEST_F(ZemlinkWatch, showsTheQueueOfTheAddIn)
+{
+    const std::wstring part = installation.path(L"queue.mcam");
+    writeBytes(part, "mastercam part 1\n\n[group]\nid = 1\nname = Mill\n\n"
+                     "[operation]\nid = 1\ngroup = 1\nnci-name = PLATE\n\n");
+    writeBytes(installation.path(L"tmp\\PLATE.NC"), "%\nO1\nM30\n%\n");
+    const ToolRun run(installation, L"watch --json --only nc-queue-written,notice --count 2");
+    ASSERT_TRUE(isWatching(run));
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const HostProgram host(installation, "set nc_prefix " + toUtf8(installation.path(L"tmp\\")) +
+                                             "\nset nc_suffix .NC\npart " + toUtf8(part) +
+                                             "\ncall importNCqueue\n");
+    EXPECT_EQ(run.waitForExit(), 0u);
+    const std::string queue = toUtf8(installation.path(L"temp\\ncqueue-0.txt"));
+    ASSERT_EQ(wordsIn(run), (Words{"nc-queue-written", "notice"}));
+    EXPECT_EQ(eventsIn(run)[0]["file"], queue);
+    EXPECT_EQ(eventsIn(run)[0]["meaning"]["programs"][0]["group"], "Mill");
+    EXPECT_EQ(eventsIn(run)[1]["meaning"], (Json{{"notice", "NC queue"}, {"file", queue}}));
 }
 
 TEST_F(ZemlinkWatch, showsNcQueuesToolDataAndAnswers)
@@ -164,6 +188,14 @@ TEST_F(ZemlinkWatch, disturbsNoRequest)
     EXPECT_TRUE(waitUntil([&] { return count(host.trace(), L"OnFileNew") == requests; }));
     EXPECT_TRUE(waitForEvents(run, "request-taken", requests));
     EXPECT_EQ(countIn(run, "request-written"), requests);
+    size_t lastId = 0;
+    for (const Json& event : eventsIn(run)) {
+        if (event["event"] == "request-written" && event.contains("meaning")) {
+            EXPECT_GT(event["meaning"]["id"].get<size_t>(), lastId);
+            lastId = event["meaning"]["id"];
+        }
+    }
+    EXPECT_NE(lastId, 0u);
 }
 
 TEST_F(ZemlinkWatch, survivesATruncatedLogAndAnIncompleteRecord)
@@ -218,6 +250,17 @@ TEST_F(ZemlinkWatch, startsWithThePastFromTheLog)
     EXPECT_EQ(result.output, "watching " + toUtf8(installation.root()) +
                                  "\n2026-01-02 03:04:06.006  from the log: host -> Companion       "
                                  "  notice: tool data id 2\n");
+}
+
+TEST_F(ZemlinkWatch, endsWithAWholeLineAtCtrlC)
+{
+    const OwnConsole console;
+    const ToolRun run(installation, L"watch --json");
+    ASSERT_TRUE(isWatching(run)) << run.errors();
+    console.pressCtrlC();
+    EXPECT_EQ(run.waitForExit(), 0u);
+    EXPECT_TRUE(run.output().ends_with("}\n"));
+    EXPECT_EQ(run.errors(), "");
 }
 
 TEST_F(ZemlinkWatch, saysThatNoticesNeedTheLog)

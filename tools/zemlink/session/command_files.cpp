@@ -63,11 +63,11 @@ void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t no
             events.push_back({look.writtenAt, EventKind::hostStarted, process});
     }
     if (look != host.look)
-        lookAtRequest(process, host, look, events);
+        lookAtRequest(process, host, look, now, events);
 }
 
 void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLook& look,
-                                 std::vector<ExchangeEvent>& events)
+                                 std::int64_t now, std::vector<ExchangeEvent>& events)
 {
     const std::wstring path = peer::commandFilePath(folder_, process);
     const auto add = [&](EventKind kind, const std::string& bytes) {
@@ -83,11 +83,14 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
         add(EventKind::requestTaken, *host.waiting);
         host.waiting.reset();
     } else if (bytes.empty() && host.look.exists) {
-        // The file is another one, so a request has come and gone.
+        // The host made a new file, so a request has come and gone.
+        if (!isReplaced(host, look, now))
+            return;
         add(EventKind::requestWritten, "");
         add(EventKind::requestTaken, "");
     }
     host.look = look;
+    host.replaced = {};
     if (bytes.empty())
         return;
     add(EventKind::requestWritten, bytes);
@@ -95,6 +98,18 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
     host.waiting = bytes;
     host.lastId = request.id;
     host.lastPart = request.path;
+}
+
+// Where a file's time changes before its size does, as on Linux, a request that is just being
+// written looks like another empty file for an instant.
+bool CommandFiles::isReplaced(Host& host, const FileLook& look, std::int64_t now)
+{
+    constexpr std::int64_t instantMs = 30;
+    if (look != host.replaced) {
+        host.replaced = look;
+        host.replacedSince = now;
+    }
+    return now - host.replacedSince >= instantMs;
 }
 
 bool CommandFiles::hasGone(std::uint32_t process, const Host& host, std::int64_t now) const
@@ -120,7 +135,11 @@ std::vector<HANDLE> CommandFiles::processes() const
 bool CommandFiles::isWaiting() const
 {
     return std::ranges::any_of(
-        hosts_, [](const auto& entry) { return entry.second.missingSince != 0; });
+        hosts_,
+        [](const auto& entry) {
+            const Host& host = entry.second;
+            return host.missingSince != 0 || (host.replaced.exists && host.replaced != host.look);
+        });
 }
 
 template <class Matches>

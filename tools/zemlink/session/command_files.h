@@ -26,7 +26,7 @@ public:
     std::vector<ExchangeEvent> look(std::int64_t now);
     // The hosts' processes; each handle is signalled when its process ends.
     std::vector<HANDLE> processes() const;
-    // A host has removed its command file and not ended: look again soon.
+    // Something is about to be decided: look again soon.
     bool isWaiting() const;
 
     // The host that was last sent this request, else the only one, else 0.
@@ -39,6 +39,8 @@ private:
         FileLook look{};
         peer::OwnHandle process{}; // null where the process may not be opened or has ended
         bool isRunning = false;
+        FileLook replaced{}; // empty and not the known file, as far as one look can tell
+        std::int64_t replacedSince = 0;
         std::int64_t missingSince = 0;        // 0: the file exists
         std::optional<std::string> waiting{}; // the request in the file
         std::optional<std::int64_t> lastId{}; // of the requests so far
@@ -46,8 +48,9 @@ private:
     };
     void lookAtHost(std::uint32_t process, Host& host, std::int64_t now,
                     std::vector<ExchangeEvent>& events);
-    void lookAtRequest(std::uint32_t process, Host& host, const FileLook& look,
+    void lookAtRequest(std::uint32_t process, Host& host, const FileLook& look, std::int64_t now,
                        std::vector<ExchangeEvent>& events);
+    static bool isReplaced(Host& host, const FileLook& look, std::int64_t now);
     bool hasGone(std::uint32_t process, const Host& host, std::int64_t now) const;
     template <class Matches>
     std::uint32_t hostWhere(const Matches& matches) const;

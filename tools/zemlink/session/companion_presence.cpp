@@ -3,6 +3,11 @@
 #include "peer/running_programs.h"
 
 namespace zemlink {
+namespace {
+
+constexpr std::int64_t windowBoundMs = 5000;
+
+} // namespace
 
 std::vector<ExchangeEvent> CompanionPresence::look(std::int64_t now)
 {
@@ -10,21 +15,20 @@ std::vector<ExchangeEvent> CompanionPresence::look(std::int64_t now)
     if (isRunning_ && hasEnded()) {
         events.push_back({now, EventKind::companionEnded, process_});
         isRunning_ = false;
-        wasClaimed_ = false;
         handle_.reset();
     }
     if (isRunning_)
         return events;
     const HWND window = peer::findInstanceWindow();
     const bool isClaimed = !window && peer::isInstanceRunning();
-    // It claims the semaphore before it opens its window, so one look without a window is usual.
-    if (window || (isClaimed && wasClaimed_)) {
+    claimedSince_ = !isClaimed ? 0 : claimedSince_ == 0 ? now : claimedSince_;
+    // It claims the semaphore before it opens its window.
+    if (window || (isClaimed && now - claimedSince_ >= windowBoundMs)) {
         isRunning_ = true;
         process_ = window ? peer::processOf(window) : 0;
         handle_.reset(window ? OpenProcess(SYNCHRONIZE, FALSE, process_) : nullptr);
         events.push_back({now, EventKind::companionStarted, process_});
     }
-    wasClaimed_ = isClaimed;
     return events;
 }
 

@@ -20,7 +20,7 @@ private:
     bool hasEnded() const;
 
     bool isRunning_ = false;
-    bool wasClaimed_ = false; // its semaphore existed, but no window
+    std::int64_t claimedSince_ = 0; // its semaphore exists, but no window; 0: not so
     std::uint32_t process_ = 0;
     peer::OwnHandle handle_{};
 };

@@ -62,7 +62,8 @@ std::string partOfStep(std::string_view line)
 } // namespace
 
 ExchangeLook::ExchangeLook(const std::wstring& folder)
-    : commandFiles_(folder),
+    : folder_(folder),
+      commandFiles_(folder),
       commitFiles_(folder),
       machineSettings_(EventKind::machineSettingsWritten, folder + peer::tempFolder,
                        patternOf(peer::machineSettingsStart, peer::textEnd)),
@@ -93,7 +94,7 @@ std::vector<ExchangeEvent> ExchangeLook::look()
     const std::int64_t now = currentTime();
     std::vector<ExchangeEvent> events = commandFiles_.look(now);
     append(events, companion_.look(now));
-    append(events, newNotices());
+    append(events, readCompanionLog());
     append(events, commitFiles_.look(now));
     const bool isFollowed =
         contains(events, EventKind::commitWritten) || contains(events, EventKind::notice);
@@ -104,6 +105,7 @@ std::vector<ExchangeEvent> ExchangeLook::look()
     if (contains(events, EventKind::machineSettingsTaken))
         append(events, newSteps()); // those before they were taken
     append(events, commandFiles_.look(now));
+    loggedRequests_.complete(events);
     findProcesses(events);
     putInOrder(events, lastAt_, currentTime());
     lastAt_ = events.empty() ? lastAt_ : events.back().at;
@@ -145,14 +147,17 @@ bool ExchangeLook::areFilesWaiting() const
            toolData_.isWaiting() || answers_.isWaiting() || commandFiles_.isWaiting();
 }
 
-std::vector<ExchangeEvent> ExchangeLook::newNotices()
+std::vector<ExchangeEvent> ExchangeLook::readCompanionLog()
 {
-    std::vector<ExchangeEvent> events;
-    for (const std::string& line : companionLog_.newLines())
+    std::vector<ExchangeEvent> notices;
+    for (const std::string& line : companionLog_.newLines()) {
         for (const auto& logged : peer::parseCompanionLog(line))
-            if (auto notice = logged ? findNotice(*logged) : std::nullopt)
-                events.push_back(std::move(*notice));
-    return events;
+            if (const auto request = logged ? findRequest(*logged, folder_) : std::nullopt)
+                loggedRequests_.add(*request);
+            else if (auto notice = logged ? findNotice(*logged) : std::nullopt)
+                notices.push_back(std::move(*notice));
+    }
+    return notices;
 }
 
 std::vector<ExchangeEvent> ExchangeLook::newSteps()

@@ -7,6 +7,7 @@
 #include "tools/zemlink/session/exchange_event.h"
 #include "tools/zemlink/session/folder_changes.h"
 #include "tools/zemlink/session/log_tail.h"
+#include "tools/zemlink/session/logged_requests.h"
 #include "tools/zemlink/session/whole_files.h"
 
 #include <string>
@@ -28,20 +29,21 @@ public:
     // Prepares for the next signals. Before the look, so that no change in between is missed.
     void rearm(bool isSlow);
 
-    const LogTail& companionLog() const { return companionLog_; }
-
 private:
     bool areFilesWaiting() const;
-    std::vector<ExchangeEvent> newNotices();
+    // Its notices; its requests are kept for those that are missed.
+    std::vector<ExchangeEvent> readCompanionLog();
     std::vector<ExchangeEvent> newSteps();
     void findProcesses(std::vector<ExchangeEvent>& events) const;
 
+    std::wstring folder_;
     std::vector<FolderChanges> folders_;
     CompanionPresence companion_;
     CommandFiles commandFiles_;
     CommitFiles commitFiles_;
     WholeFiles machineSettings_, screenPictures_, toolPictures_, ncQueues_, toolData_, answers_;
     LogTail loadLog_, companionLog_;
+    LoggedRequests loggedRequests_;
     std::int64_t lastAt_ = 0; // of the last event
 };
 

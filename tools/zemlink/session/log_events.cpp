@@ -83,9 +83,9 @@ public:
             return made(EventKind::hostEnded, host);
         if (event.name == "settings")
             return made(EventKind::machineSettingsWritten, host, textIn(event, "file"));
-        if (event.name == "sent" || event.name == "new-file" || event.name == "check-in") {
-            requests_[host] = requestOf(event);
-            return made(EventKind::requestWritten, host, commandFile, requests_[host]);
+        if (auto request = findRequest(event, folder_)) {
+            requests_[host] = request->bytes;
+            return request;
         }
         if (event.name == "taken")
             return made(EventKind::requestTaken, host, commandFile, requests_[host]);
@@ -126,6 +126,16 @@ std::optional<ExchangeEvent> findNotice(const peer::CompanionEvent& event)
     if (event.name != "line" || bytes.empty() || !at)
         return std::nullopt;
     return ExchangeEvent{*at, EventKind::notice, 0, L"", bytes};
+}
+
+std::optional<ExchangeEvent> findRequest(const peer::CompanionEvent& event,
+                                         const std::wstring& folder)
+{
+    if (event.name != "sent" && event.name != "new-file" && event.name != "check-in")
+        return std::nullopt;
+    const auto host = numberIn<std::uint32_t>(event, "host");
+    return ExchangeEvent{parseLocalTime(event.time).value_or(0), EventKind::requestWritten, host,
+                         peer::commandFilePath(folder, host), requestOf(event)};
 }
 
 std::vector<ExchangeEvent> eventsOfLog(std::string_view bytes, const std::wstring& folder)

@@ -14,6 +14,10 @@ namespace zemlink {
 // A notice, with its bytes. Empty for any other event of the log.
 std::optional<ExchangeEvent> findNotice(const peer::CompanionEvent& event);
 
+// A request that the Companion has written, with its bytes. Empty for any other event of the log.
+std::optional<ExchangeEvent> findRequest(const peer::CompanionEvent& event,
+                                         const std::wstring& folder);
+
 // The past, in the order of the log: the Companion's and the hosts' start and end, requests with
 // the bytes that they had, commits that were taken, notices; of machine settings only that they
 // were written. Load steps, pictures, NC queues, tool data and answers are not in the log.
