@@ -4,8 +4,10 @@
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "support/session_script.h"
+#include "tools/zemlink/session/recording.h"
 #include "zemlink/tool_run.h"
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace testing_support;
@@ -26,6 +28,22 @@ void waitForQuiet(const HostProgram& host, const CompanionProgram& companion)
         before = now;
         Sleep(quietMs);
     }
+}
+
+// What exists only for a moment is not seen on a busy machine; the Companion's log tells what there
+// was.
+bool isComplete(const zemlink::Recording& recording, const CompanionProgram& companion)
+{
+    const auto recorded = [&](zemlink::EventKind kind) {
+        return static_cast<size_t>(
+            std::ranges::count(recording.events, kind, &zemlink::ExchangeEvent::kind));
+    };
+    const size_t requests = companion.count(L"sent id=") + companion.count(L"new-file id=") +
+                            companion.count(L"check-in id=");
+    return recorded(zemlink::EventKind::machineSettingsWritten) ==
+               companion.count(L"settings id=") &&
+           recorded(zemlink::EventKind::requestWritten) == requests &&
+           recorded(zemlink::EventKind::notice) == companion.count(L"line bytes=");
 }
 
 bool record(const std::filesystem::path& scriptFile)
@@ -49,7 +67,8 @@ bool record(const std::filesystem::path& scriptFile)
             return false;
         waitForQuiet(host, companion);
     }
-    return recorder.waitForExit() == 0u;
+    return recorder.waitForExit() == 0u &&
+           isComplete(zemlink::readRecording(file.native()), companion);
 }
 
 } // namespace

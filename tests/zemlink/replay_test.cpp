@@ -49,9 +49,10 @@ protected:
              zemlink::relocated(recording, installation.root()).events) {
             if (event.kind != EventKind::requestWritten)
                 continue;
-            const files::path part = peer::fromUtf8(peer::parseHostCommand(event.bytes).path);
-            if (part.empty())
+            const peer::HostCommand request = peer::parseHostCommand(event.bytes);
+            if (request.kind != peer::HostCommandKind::open)
                 continue;
+            const files::path part = peer::ansiToUtf8(request.path);
             files::create_directories(part.parent_path());
             writeBytes(
                 part.native(),
@@ -88,7 +89,7 @@ TEST_P(Replay, findsNoDifference)
     const Report report = replay(file, scriptOf(GetParam()), 0);
     EXPECT_EQ(report["differences"], Report::array());
     EXPECT_EQ(report["failures"], Report::array());
-    EXPECT_GT(report["compared"], 1);
+    EXPECT_GT(report["compared"], 0);
     EXPECT_GT(report["carriedOut"], 0);
 }
 
