@@ -60,6 +60,7 @@ commits waiting:
 port:
   number: 4559
   answers: yes
+  owner: the Companion
   process: 12
   program: C:\TORVA\ZEM\TORVA-ZEM.exe
 )");
@@ -79,6 +80,26 @@ TEST(StatusReport, showsWhyNothingAnswers)
               R"({"file":false,"noFile":"There is no settings file; the defaults apply.",)"
               R"("defaults":{"UseFtpServer":false,"AlwaysSaveTools":false,"MCXCATIA":false,)"
               R"("MCXIMPORTNC":true}})");
+}
+
+TEST(StatusReport, namesTheOwnerOfThePort)
+{
+    Facts facts = soundFacts();
+    const auto owner = [&] { return statusReport(facts)["port"].value("owner", ""); };
+    facts.port.holder = 99;
+    EXPECT_EQ(owner(), "the Companion"); // by its program
+    facts.port.program = L"C:\\Other\\server.exe";
+    EXPECT_EQ(owner(), "another program");
+    facts.port.holder.reset();
+    EXPECT_EQ(owner(), "unknown, since the system does not report it");
+    facts.companion.hasPort = true;
+    EXPECT_EQ(owner(), "the Companion, by its log");
+    facts.companion.hasPort = false;
+    EXPECT_EQ(owner(), "another program, by the Companion's log");
+    facts.companion = {};
+    EXPECT_EQ(owner(), "another program");
+    facts.port.answer.code = 10061;
+    EXPECT_EQ(owner(), "");
 }
 
 TEST(StatusReport, omitsCommitFilesWithoutCommits)

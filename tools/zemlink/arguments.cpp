@@ -16,6 +16,7 @@ constexpr std::int64_t largestProcess = std::numeric_limits<std::uint32_t>::max(
 struct Given {
     std::int64_t id = 0, host = 0, timeoutSeconds = 0, count = 0;
     std::string path{}, kind{};
+    bool isEverythingShown = false;
 };
 
 CLI::Validator idRange()
@@ -114,7 +115,8 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     addRequests(app, given);
     addListen(app, given);
     addDecode(app, given);
-    app.add_subcommand("doctor", "find common problems and show how to fix each");
+    app.add_subcommand("doctor", "find common problems and show how to fix each")
+        ->add_flag("--all", given.isEverythingShown, "also show what is fine");
 }
 
 Command commandOf(const std::string& word)
@@ -137,6 +139,7 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
     arguments.id = static_cast<std::int32_t>(given.id);
     arguments.path = given.path;
     arguments.kind = kindOfWord(given.kind);
+    arguments.isEverythingShown = given.isEverythingShown;
     if (given.host != 0)
         arguments.host = static_cast<std::uint32_t>(given.host);
     if (given.timeoutSeconds != 0)

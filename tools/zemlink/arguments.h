@@ -21,6 +21,7 @@ struct Arguments {
     std::optional<std::int64_t> timeoutMs{}; // open, newFile, checkIn, listen
     std::optional<std::int64_t> count{};     // listen
     std::optional<ExchangeKind> kind{};      // decode
+    bool isEverythingShown = false;          // doctor
 
     // Output of --help and --version, with exit code 0, or the error, with exit code 2.
     std::string text{};

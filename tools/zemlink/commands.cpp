@@ -108,7 +108,7 @@ Outcome outcomeOf(const Arguments& arguments)
     case Command::decode:
         return decodeFile(arguments);
     case Command::doctor:
-        return problemsOutcome(findProblems(gatherFacts(Tests::made)));
+        return doctorOutcome(gatherFacts(Tests::made), arguments.isEverythingShown);
     case Command::none:
         break;
     }

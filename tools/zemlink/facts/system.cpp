@@ -33,6 +33,20 @@ bool isRunning(std::uint32_t process)
            WaitForSingleObject(handle.get(), 0) == WAIT_TIMEOUT;
 }
 
+std::uint64_t ageMs(std::uint32_t process)
+{
+    const peer::OwnHandle handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    FILETIME created{}, ended{}, inKernel{}, inUser{}, now{};
+    if (!handle || !GetProcessTimes(handle.get(), &created, &ended, &inKernel, &inUser))
+        return 0;
+    GetSystemTimeAsFileTime(&now);
+    const auto number = [](const FILETIME& time) {
+        return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+    };
+    constexpr std::uint64_t perMs = 10000;
+    return number(now) > number(created) ? (number(now) - number(created)) / perMs : 0;
+}
+
 std::wstring programOf(std::uint32_t process)
 {
     const peer::OwnHandle handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));

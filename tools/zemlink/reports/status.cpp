@@ -3,6 +3,7 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/port_owner.h"
 
 #include <algorithm>
 
@@ -13,15 +14,7 @@ using peer::toUtf8;
 
 std::string sourceText(peer::FolderSource source)
 {
-    switch (source) {
-    case peer::FolderSource::registry:
-        return "registry value";
-    case peer::FolderSource::view32Only:
-        return "registry value, only in the 32-bit view";
-    case peer::FolderSource::standard:
-        break;
-    }
-    return "default, no registry value";
+    return source == peer::FolderSource::registry ? "registry value" : "default, no registry value";
 }
 
 Report installationReport(const Facts& facts)
@@ -102,11 +95,14 @@ Report commitsWaiting(const Facts& facts)
     return files;
 }
 
-Report portReport(const Port& port)
+Report portReport(const Facts& facts)
 {
+    const Port& port = facts.port;
     Report report{{"number", peer::noticePort}, {"answers", port.answer.isFine()}};
     if (!port.answer.isFine())
         report["cause"] = port.answer.text;
+    if (port.answer.isFine() || port.holder)
+        report["owner"] = portOwnerText(facts);
     if (port.holder) {
         report["process"] = *port.holder;
         report["program"] = toUtf8(port.program);
@@ -118,11 +114,13 @@ Report portReport(const Port& port)
 
 Report statusReport(const Facts& facts)
 {
-    return {
-        {"zemlink", facts.toolVersion},          {"installation", installationReport(facts)},
-        {"settings", settingsFileReport(facts)}, {"companion", companionReport(facts.companion)},
-        {"hosts", hostsReport(facts)},           {"commitsWaiting", commitsWaiting(facts)},
-        {"port", portReport(facts.port)}};
+    return {{"zemlink", facts.toolVersion},
+            {"installation", installationReport(facts)},
+            {"settings", settingsFileReport(facts)},
+            {"companion", companionReport(facts.companion)},
+            {"hosts", hostsReport(facts)},
+            {"commitsWaiting", commitsWaiting(facts)},
+            {"port", portReport(facts)}};
 }
 
 } // namespace zemlink
