@@ -138,7 +138,7 @@ TEST_F(ZemlinkDoctor, findsEachProblem)
     writeBytes(installation.path(L"temp\\torvapdm-4294967292.taken"), "taken 10\n");
     EXPECT_EQ(problems(),
               (Names{"1", "companion-missing", "commit-folder-missing", "setting-cut",
-                     "stale-command-file", "commits-unknown", "commits-left", "port-held"}));
+                     "stale-command-file", "commits-left", "commits-unknown", "port-held"}));
 }
 
 TEST_F(ZemlinkDoctor, findsTheDialogOfAHost)

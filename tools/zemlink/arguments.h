@@ -22,11 +22,22 @@ struct Arguments {
     std::optional<std::int64_t> count{};     // listen
     std::optional<ExchangeKind> kind{};      // decode
     bool isEverythingShown = false;          // doctor
+    bool isUntilOpened = false;              // open
 
     // Output of --help and --version, with exit code 0, or the error, with exit code 2.
     std::string text{};
     int exitCode = 0;
 };
+
+// A command as the pages and completions show it.
+struct CommandSyntax {
+    std::string name{};
+    std::vector<std::string> options{}; // `--host`, without --help and --json
+    std::string help{};                 // what --help shows
+};
+
+// All commands, in the order of --help.
+std::vector<CommandSyntax> commandTable();
 
 // The arguments are UTF-8, without the program's name.
 Arguments parseArguments(std::vector<std::string> words);

@@ -27,16 +27,18 @@ using Clock = std::chrono::steady_clock;
 
 // Opens the port and passes each notice to `show` as it arrives, after `showReady`, until `count`
 // notices have arrived or `timeoutMs` have passed; without either, forever. Empty connections,
-// with which programs test the port, are skipped. Exit code `problem` when the port is in use or
-// fewer than `count` arrived.
+// with which programs test the port, are skipped. Exit code `problem` when fewer than `count`
+// arrived.
 Outcome listenForNotices(std::optional<std::int64_t> count, std::optional<std::int64_t> timeoutMs,
                          const std::function<void()>& showReady,
                          const std::function<void(const Report&)>& show)
 {
     peer::NoticeListener listener;
     if (const int error = peer::openNoticePort(listener)) {
-        return failure(portTakenText(systemErrorText(static_cast<std::uint32_t>(error)),
-                                     portHolder(), findCompanion().isRunning));
+        return failure("port-in-use",
+                       portTakenText(systemErrorText(static_cast<std::uint32_t>(error)),
+                                     portHolder(), findCompanion().isRunning),
+                       "", portInUse);
     }
     showReady();
     const Clock::time_point start = Clock::now();
@@ -82,12 +84,12 @@ Outcome decodeFile(const Arguments& arguments)
     const std::wstring path = fromUtf8(arguments.path);
     const auto bytes = peer::readFile(path);
     if (!bytes)
-        return failure(arguments.path + ": " + readingError(path));
+        return failure("file-not-readable", arguments.path + ": " + readingError(path));
     const auto kind = arguments.kind ? arguments.kind : kindOf(peer::fileNameOf(path), *bytes);
     if (!kind) {
-        return failure(arguments.path +
-                       ": neither its name nor its content is that of a file that zemlink knows; "
-                       "if it is one, give its kind with --as");
+        return failure("kind-unknown",
+                       arguments.path + ": neither its name nor its content is that of a file that "
+                                        "zemlink knows; if it is one, give its kind with --as");
     }
     return decode(*kind, *bytes);
 }
@@ -115,6 +117,14 @@ Outcome outcomeOf(const Arguments& arguments)
     return {};
 }
 
+// The first line names the mistake, the rest refers to --help.
+Report usageFailure(const std::string& text)
+{
+    return failure("wrong-usage", text.substr(0, text.find('\n')),
+                   "Run it with --help for the commands and options.", wrongUsage)
+        .report;
+}
+
 } // namespace
 
 int carryOut(const Arguments& arguments)
@@ -123,6 +133,8 @@ int carryOut(const Arguments& arguments)
         const bool isRequested = arguments.exitCode == done;
         if (isRequested)
             print(Stream::output, arguments.text);
+        else if (arguments.isJson)
+            printReport(usageFailure(arguments.text), true);
         else
             printUsageError(arguments.text);
         return arguments.exitCode;

@@ -5,6 +5,38 @@
 
 namespace zemlink {
 
+namespace {
+
+// Not every system has words for these.
+std::string socketErrorText(std::uint32_t code)
+{
+    switch (code) {
+    case WSAEACCES:
+        return "Access to the port is denied.";
+    case WSAEADDRINUSE:
+        return "Another program uses the port.";
+    case WSAEADDRNOTAVAIL:
+        return "The address is not one of this computer.";
+    case WSAENETDOWN:
+        return "The network is down.";
+    case WSAENETUNREACH:
+    case WSAEHOSTUNREACH:
+        return "The address cannot be reached.";
+    case WSAECONNRESET:
+        return "The connection was reset.";
+    case WSAENOBUFS:
+        return "The system has no memory for another socket.";
+    case WSAETIMEDOUT:
+        return "The connection attempt was not answered.";
+    case WSAECONNREFUSED:
+        return "The connection was refused.";
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
 std::string systemErrorText(std::uint32_t code)
 {
     wchar_t words[512];
@@ -14,6 +46,8 @@ std::string systemErrorText(std::uint32_t code)
     std::string text = peer::toUtf8(std::wstring_view(words, length));
     while (text.ends_with(' '))
         text.pop_back();
+    if (text.empty() || text.starts_with("Unknown error"))
+        text = socketErrorText(code);
     return (text.empty() ? "Unknown error." : text) + " (error " + std::to_string(code) + ")";
 }
 

@@ -4,6 +4,8 @@
 #include "peer/wire_constants.h"
 #include "tools/zemlink/reports/file_reports.h"
 #include "tools/zemlink/reports/port_owner.h"
+#include "tools/zemlink/reports/request_reports.h"
+#include "tools/zemlink/reports/taken_requests.h"
 
 #include <algorithm>
 
@@ -54,7 +56,42 @@ Report commandFileReport(const Facts& facts, std::uint32_t process)
                      [&](const CommandFile& each) { return each.process == process; });
     if (file == facts.commandFiles.end())
         return nullptr;
-    return {{"path", toUtf8(file->path)}, {"bytes", file->bytes}};
+    Report report{{"path", toUtf8(file->path)}, {"bytes", file->bytes}};
+    if (!file->content.empty())
+        report["content"] = decodeCommand(file->content).report;
+    return report;
+}
+
+std::string stateText(RequestState state)
+{
+    switch (state) {
+    case RequestState::notTaken:
+        return "not taken yet";
+    case RequestState::loading:
+        return "being opened";
+    case RequestState::pending:
+        return "taken, waits until the host is ready";
+    case RequestState::superseded:
+        return "replaced by a later one";
+    default:
+        return "not opened";
+    }
+}
+
+// The open requests whose machine settings are still in temp.
+Report waitingRequests(const std::vector<TakenRequest>& requests, std::uint32_t process)
+{
+    Report waiting = Report::array();
+    for (const TakenRequest& request : requests) {
+        if (request.host != process)
+            continue;
+        Report report{{"id", request.id}, {"state", stateText(request.state)}};
+        if (!request.file.empty())
+            report["file"] = request.file;
+        report["machineSettings"] = toUtf8(request.settings);
+        waiting.push_back(report);
+    }
+    return waiting;
 }
 
 Report addInReport(const Host& host)
@@ -67,12 +104,14 @@ Report addInReport(const Host& host)
 Report hostsReport(const Facts& facts)
 {
     Report hosts = Report::array();
+    const std::vector<TakenRequest> requests = takenRequests(facts);
     for (const Host& host : facts.hosts) {
         hosts.push_back(Report{{"process", host.process},
                                {"title", toUtf8(host.title)},
                                {"answers", host.isAnswering},
                                {"addIn", addInReport(host)},
-                               {"commandFile", commandFileReport(facts, host.process)}});
+                               {"commandFile", commandFileReport(facts, host.process)},
+                               {"requestsWaiting", waitingRequests(requests, host.process)}});
     }
     return hosts;
 }

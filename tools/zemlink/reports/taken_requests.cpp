@@ -8,14 +8,15 @@
 namespace zemlink {
 namespace {
 
-bool isInCommandFile(const Facts& facts, std::int32_t id)
+// The host whose command file has the request; 0 when none has.
+std::uint32_t hostOfUntaken(const Facts& facts, std::int32_t id)
 {
-    return std::ranges::any_of(
-        facts.commandFiles,
-        [&](const CommandFile& file) {
-            const peer::HostCommand command = peer::parseHostCommand(file.content);
-            return command.kind == peer::HostCommandKind::open && command.id == id;
-        });
+    for (const CommandFile& file : facts.commandFiles) {
+        const peer::HostCommand command = peer::parseHostCommand(file.content);
+        if (command.kind == peer::HostCommandKind::open && command.id == id)
+            return file.process;
+    }
+    return 0;
 }
 
 const Host* findHost(const Facts& facts, std::uint32_t process)
@@ -87,7 +88,8 @@ RequestState stateInHost(const Facts& facts, const MachineSettingsFile& settings
 TakenRequest takenRequest(const Facts& facts, const MachineSettingsFile& settings)
 {
     TakenRequest taken{settings.path, settings.id};
-    if (isInCommandFile(facts, settings.id)) {
+    taken.host = hostOfUntaken(facts, settings.id);
+    if (taken.host != 0) {
         taken.state = RequestState::notTaken;
         return taken;
     }
