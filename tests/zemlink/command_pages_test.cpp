@@ -4,6 +4,7 @@
 #include "support/installation.h"
 #include "tools/zemlink/arguments.h"
 #include "tools/zemlink/reports/exchange_kind.h"
+#include "tools/zemlink/reports/problems.h"
 
 #include <gtest/gtest.h>
 
@@ -100,4 +101,13 @@ TEST(ManPage, hasEveryExitCode)
         expectContains(text, "\n.TP\n.B " + std::to_string(code) + '\n');
         expectContains(page, "\n| " + std::to_string(code) + " | ");
     }
+}
+
+TEST(DoctorPage, listsEveryProblemInOrder)
+{
+    const std::string page = documents::pageText("zemlink.md");
+    std::vector<std::string> listed;
+    for (const documents::TableRow& row : documents::tableBelow(page, "## doctor"))
+        listed.push_back(documents::codeIn(row.at(0)));
+    EXPECT_EQ(listed, problemNames());
 }

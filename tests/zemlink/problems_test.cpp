@@ -17,6 +17,7 @@ void expectOnly(const Facts& facts, const std::string& name, const std::string& 
     const std::vector<Problem> problems = findProblems(facts);
     ASSERT_EQ(problems.size(), 1u) << name;
     EXPECT_EQ(problems[0].name, name);
+    EXPECT_EQ(std::ranges::count(problemNames(), name), 1);
     EXPECT_EQ(problems[0].what, what);
     EXPECT_NE(problems[0].advice, "");
 }

@@ -17,6 +17,7 @@ struct Problem {
 using Problems = std::vector<Problem>;
 
 struct Check {
+    const char* name; // of its problems
     const char* fine; // what is true when it finds nothing
     void (*find)(Problems& problems, const Facts& facts);
     bool (*isMade)(const Facts& facts); // false where there is nothing to look at

@@ -138,13 +138,18 @@ void findSilentPort(Problems& problems, const Facts& facts)
 std::vector<Check> companionChecks()
 {
     return {
-        {"The Companion runs from the installation folder.", findOtherFolder, isRunning},
-        {"Hosts can find the Companion's window.", findMissingWindow, isRunning},
-        {"No commit was refused.", findRefusedCommits, always},
-        {"No commit of an ended Companion is left.", findLeftCommits, hasCommitFiles},
-        {"For every commit it is known whether it was taken.", findUnknownCommits, hasCommitFiles},
-        {"No other program is known to use port 4559.", findStrangerOnPort, always},
-        {"A program listens on port 4559 where hosts send.", findSilentPort, isRunning},
+        {"companion-elsewhere", "The Companion runs from the installation folder.", findOtherFolder,
+         isRunning},
+        {"companion-without-window", "Hosts can find the Companion's window.", findMissingWindow,
+         isRunning},
+        {"commit-refused", "No commit was refused.", findRefusedCommits, always},
+        {"commits-left", "No commit of an ended Companion is left.", findLeftCommits,
+         hasCommitFiles},
+        {"commits-unknown", "For every commit it is known whether it was taken.",
+         findUnknownCommits, hasCommitFiles},
+        {"port-held", "No other program is known to use port 4559.", findStrangerOnPort, always},
+        {"port-silent", "A program listens on port 4559 where hosts send.", findSilentPort,
+         isRunning},
     };
 }
 

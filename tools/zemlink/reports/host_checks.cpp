@@ -159,13 +159,18 @@ void findHostsWithoutCommandFile(Problems& problems, const Facts& facts)
 std::vector<Check> hostChecks()
 {
     return {
-        {"Every running host has opened the add-in.", findHostsWithoutAddIn, hasHostPrograms},
-        {"Every host has loaded the add-in from its place.", findOtherAddIns, hasExpectations},
-        {"Every host has the add-in of zemlink's version.", findOtherVersions, hasHosts},
-        {"Every host answers messages.", findSilentHosts, hasHosts},
-        {"No host shows a dialog.", findDialogs, hasHosts},
-        {"Every host has a message window.", findHostsWithoutMessageWindow, hasHosts},
-        {"Every host has a command file.", findHostsWithoutCommandFile, hasHosts},
+        {"add-in-missing", "Every running host has opened the add-in.", findHostsWithoutAddIn,
+         hasHostPrograms},
+        {"add-in-elsewhere", "Every host has loaded the add-in from its place.", findOtherAddIns,
+         hasExpectations},
+        {"add-in-version", "Every host has the add-in of zemlink's version.", findOtherVersions,
+         hasHosts},
+        {"host-not-answering", "Every host answers messages.", findSilentHosts, hasHosts},
+        {"host-in-dialog", "No host shows a dialog.", findDialogs, hasHosts},
+        {"host-without-message-window", "Every host has a message window.",
+         findHostsWithoutMessageWindow, hasHosts},
+        {"host-without-command-file", "Every host has a command file.", findHostsWithoutCommandFile,
+         hasHosts},
     };
 }
 

@@ -148,16 +148,22 @@ void findCutSetting(Problems& problems, const Facts& facts)
 std::vector<Check> installationChecks()
 {
     return {
-        {"The installation folder exists.", findMissingFolder, always},
-        {"The installation folder's name is plain ASCII.", findNonAsciiFolder, always},
-        {"Every working copy's path is plain ASCII.", findNonAsciiCopies, hasWorkingCopies},
-        {"No other account may write to the installation.", findOpenPaths, always},
-        {"The Companion is installed in the folder.", findMissingCompanion, always},
-        {"Files can be created in temp.", findUnwritableTemp, always},
-        {"The folder commit exists.", findMissingCommitFolder, always},
-        {"Every line of the settings has an end.", findCutSetting, hasSettings},
-        {"The host's folder of the installed add-in exists.", findMissingHostFolder, hasSetup},
-        {"The installed add-in is in the host's folder.", findMissingAddIn, hasSetup},
+        {"folder-missing", "The installation folder exists.", findMissingFolder, always},
+        {"folder-not-ascii", "The installation folder's name is plain ASCII.", findNonAsciiFolder,
+         always},
+        {"copy-not-ascii", "Every working copy's path is plain ASCII.", findNonAsciiCopies,
+         hasWorkingCopies},
+        {"writable-by-others", "No other account may write to the installation.", findOpenPaths,
+         always},
+        {"companion-missing", "The Companion is installed in the folder.", findMissingCompanion,
+         always},
+        {"temp-not-writable", "Files can be created in temp.", findUnwritableTemp, always},
+        {"commit-folder-missing", "The folder commit exists.", findMissingCommitFolder, always},
+        {"setting-cut", "Every line of the settings has an end.", findCutSetting, hasSettings},
+        {"host-folder-missing", "The host's folder of the installed add-in exists.",
+         findMissingHostFolder, hasSetup},
+        {"add-in-not-installed", "The installed add-in is in the host's folder.", findMissingAddIn,
+         hasSetup},
     };
 }
 

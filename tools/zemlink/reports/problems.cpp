@@ -27,6 +27,14 @@ Problems problemsOf(const Check& check, const Facts& facts)
 
 } // namespace
 
+std::vector<std::string> problemNames()
+{
+    std::vector<std::string> names;
+    for (const Check& check : allChecks())
+        names.emplace_back(check.name);
+    return names;
+}
+
 Problems findProblems(const Facts& facts)
 {
     Problems problems;

@@ -9,7 +9,10 @@
 
 namespace zemlink {
 
-// In the order in which to fix them. docs/zemlink.md lists them all.
+// The names of all problems, in the order in which to fix them.
+std::vector<std::string> problemNames();
+
+// In that order.
 Problems findProblems(const Facts& facts);
 
 // One sentence for each check that was made and found nothing.

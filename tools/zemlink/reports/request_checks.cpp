@@ -144,12 +144,16 @@ void findLeftSettings(Problems& problems, const Facts& facts)
 std::vector<Check> requestChecks()
 {
     return {
-        {"Every command file belongs to a running process.", findStaleFiles, hasCommandFiles},
-        {"No command file is too long.", findTooLongFiles, hasCommandFiles},
-        {"No request stays in a command file.", findUntakenRequests, hasCommandFiles},
-        {"No request waits in a host.", findPendingRequests, always},
-        {"No request was replaced before its load.", findSupersededRequests, always},
-        {"No machine settings are left.", findLeftSettings, always},
+        {"stale-command-file", "Every command file belongs to a running process.", findStaleFiles,
+         hasCommandFiles},
+        {"command-file-too-long", "No command file is too long.", findTooLongFiles,
+         hasCommandFiles},
+        {"request-not-taken", "No request stays in a command file.", findUntakenRequests,
+         hasCommandFiles},
+        {"request-pending", "No request waits in a host.", findPendingRequests, always},
+        {"request-superseded", "No request was replaced before its load.", findSupersededRequests,
+         always},
+        {"machine-settings-left", "No machine settings are left.", findLeftSettings, always},
     };
 }
 
