@@ -3,6 +3,7 @@
 #include "peer/numbers.h"
 #include "peer/wire_constants.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace peer {
@@ -52,6 +53,24 @@ std::wstring machineSettingsPath(const std::wstring& folder, std::int32_t reques
     return tempFile(folder, machineSettingsStart, std::to_wstring(requestId), textEnd);
 }
 
+std::wstring machineSettingsPattern(const std::wstring& folder)
+{
+    return tempFile(folder, machineSettingsStart, L"*", textEnd);
+}
+
+std::optional<std::int32_t> requestOfMachineSettings(std::wstring_view fileName)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    const std::wstring_view start = machineSettingsStart, end = textEnd;
+    if (!fileName.starts_with(start) || !fileName.ends_with(end))
+        return std::nullopt;
+    fileName.remove_prefix(start.size());
+    fileName.remove_suffix(std::min(end.size(), fileName.size()));
+    const auto id = parseNumber(fileName, Limits::min(), Limits::max());
+    const bool isExact = id && std::to_wstring(*id) == fileName;
+    return isExact ? std::optional(static_cast<std::int32_t>(*id)) : std::nullopt;
+}
+
 std::wstring toolDataPath(const std::wstring& folder, std::int64_t requestId)
 {
     return tempFile(folder, toolDataStart, std::to_wstring(requestId), textEnd);
@@ -65,6 +84,11 @@ std::wstring toolPicturePath(const std::wstring& folder, std::int32_t toolNumber
 std::wstring logPath(const std::wstring& folder)
 {
     return folder + companionLog;
+}
+
+std::wstring debugLogPath(const std::wstring& folder)
+{
+    return folder + debugLog;
 }
 
 std::wstring workingCopiesPath(const std::wstring& folder)

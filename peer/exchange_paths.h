@@ -14,9 +14,15 @@ std::wstring commandFilePattern(const std::wstring& folder);
 // The process in the name of a command file; empty for any other name.
 std::optional<std::uint32_t> processOfCommandFile(std::wstring_view fileName);
 std::wstring machineSettingsPath(const std::wstring& folder, std::int32_t requestId);
+// Matches all machine settings.
+std::wstring machineSettingsPattern(const std::wstring& folder);
+// The request id in the name of machine settings; empty for any other name.
+std::optional<std::int32_t> requestOfMachineSettings(std::wstring_view fileName);
 std::wstring toolDataPath(const std::wstring& folder, std::int64_t requestId);
 std::wstring toolPicturePath(const std::wstring& folder, std::int32_t toolNumber);
 std::wstring logPath(const std::wstring& folder);
+// The log of the hosts' loads.
+std::wstring debugLogPath(const std::wstring& folder);
 std::wstring workingCopiesPath(const std::wstring& folder);
 // The screen picture that belongs to the commit record written next.
 std::wstring screenPicturePath(const std::wstring& folder);

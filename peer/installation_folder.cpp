@@ -25,10 +25,11 @@ std::optional<RegistryValue> readValue(HKEY key)
     return status == ERROR_SUCCESS ? std::optional(value) : std::nullopt;
 }
 
-std::optional<RegistryValue> readView(REGSAM view)
+// In the 32-bit view, as hosts do. Windows has one key for both views.
+std::optional<RegistryValue> readValue()
 {
     HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, registryKey, 0, KEY_QUERY_VALUE | view, &key) !=
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, registryKey, 0, KEY_QUERY_VALUE | KEY_WOW64_32KEY, &key) !=
         ERROR_SUCCESS)
         return std::nullopt;
     std::optional<RegistryValue> value = readValue(key);
@@ -38,24 +39,15 @@ std::optional<RegistryValue> readView(REGSAM view)
 
 } // namespace
 
-Folder chooseFolder(const std::optional<RegistryValue>& view32,
-                    const std::optional<RegistryValue>& view64)
+Folder chooseFolder(const std::optional<RegistryValue>& value)
 {
-    const std::wstring used = folderIn(view32);
-    const std::wstring other = folderIn(view64);
-    Folder folder;
-    if (!used.empty()) {
-        folder.path = used;
-        folder.source = other == used ? FolderSource::registry : FolderSource::view32Only;
-    }
-    if (!other.empty() && other != folder.path)
-        folder.otherView = other;
-    return folder;
+    const std::wstring folder = folderIn(value);
+    return folder.empty() ? Folder{} : Folder{folder, FolderSource::registry};
 }
 
 Folder readInstallationFolder()
 {
-    return chooseFolder(readView(KEY_WOW64_32KEY), readView(KEY_WOW64_64KEY));
+    return chooseFolder(readValue());
 }
 
 } // namespace peer

@@ -9,6 +9,7 @@ namespace peer {
 
 inline constexpr wchar_t productName[] = L"TORVA ZEM";
 inline constexpr wchar_t companionProgram[] = L"TORVA-ZEM.exe";
+inline constexpr wchar_t hostProgram[] = L"Mastercam.exe";
 
 // Registry, below HKEY_CURRENT_USER.
 inline constexpr wchar_t registryKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
@@ -31,6 +32,7 @@ inline constexpr wchar_t tempFolder[] = L"\\temp";
 inline constexpr wchar_t commitFolder[] = L"\\commit";
 inline constexpr wchar_t librarySubfolder[] = L"\\library";
 inline constexpr wchar_t settingsFile[] = L"\\cfg\\settings.ini";
+inline constexpr wchar_t debugLog[] = L"\\sys\\mcxlog.txt";
 inline constexpr wchar_t companionLog[] = L"\\sys\\companion.log";
 inline constexpr wchar_t workingCopies[] = L"\\sys\\working-copies.txt";
 

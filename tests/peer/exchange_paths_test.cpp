@@ -53,3 +53,12 @@ TEST(PeerFileName, isAfterTheLastSeparator)
     EXPECT_EQ(fileNameOf(L"b.mcam"), L"b.mcam");
     EXPECT_EQ(fileNameOf(L"C:\\a\\"), L"");
 }
+
+TEST(PeerMachineSettings, areNamedAfterTheirRequest)
+{
+    EXPECT_EQ(requestOfMachineSettings(L"mcsettings-17.txt"), 17);
+    EXPECT_EQ(requestOfMachineSettings(L"mcsettings--1.txt"), -1);
+    for (const wchar_t* name : {L"mcsettings-.txt", L"mcsettings-017.txt", L"mcsettings-17.dat",
+                                L"mcsettings-2147483648.txt", L"tool-17.txt"})
+        EXPECT_EQ(requestOfMachineSettings(name), std::nullopt) << name;
+}

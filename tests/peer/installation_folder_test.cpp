@@ -6,15 +6,14 @@ using namespace peer;
 
 namespace {
 
-std::wstring folderText(const std::optional<RegistryValue>& view32,
-                        const std::optional<RegistryValue>& view64 = {})
+std::wstring folderText(const std::optional<RegistryValue>& value)
 {
-    return chooseFolder(view32, view64).path;
+    return chooseFolder(value).path;
 }
 
 } // namespace
 
-TEST(PeerInstallationFolder, isTheStringInThe32BitView)
+TEST(PeerInstallationFolder, isTheStringInTheRegistry)
 {
     const RegistryValue text{1, std::wstring(L"D:\\ZEM\0", 7)};
     const RegistryValue expandable{2, std::wstring(L"%X%\\ZEM\0", 8)};
@@ -30,12 +29,7 @@ TEST(PeerInstallationFolder, isTheStringInThe32BitView)
 
 TEST(PeerInstallationFolder, hasASource)
 {
-    const RegistryValue one{1, std::wstring(L"D:\\1\0", 5)};
-    const RegistryValue two{1, std::wstring(L"D:\\2\0", 5)};
-    EXPECT_EQ(chooseFolder(one, one).source, FolderSource::registry);
-    EXPECT_EQ(chooseFolder(one, one).otherView, L"");
-    EXPECT_EQ(chooseFolder(one, {}).source, FolderSource::view32Only);
-    EXPECT_EQ(chooseFolder(one, two).otherView, L"D:\\2");
-    EXPECT_EQ(chooseFolder({}, two).source, FolderSource::standard);
-    EXPECT_EQ(chooseFolder({}, two).otherView, L"D:\\2");
+    EXPECT_EQ(chooseFolder(RegistryValue{1, std::wstring(L"D:\\1\0", 5)}).source,
+              FolderSource::registry);
+    EXPECT_EQ(chooseFolder({}).source, FolderSource::standard);
 }

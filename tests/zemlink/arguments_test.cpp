@@ -128,10 +128,21 @@ TEST(Arguments, showVersionAndHelp)
     EXPECT_EQ(version.text, "zemlink " VERSION_TEXT "\n");
     const Arguments help = parseArguments({"decode", "--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_NE(help.text.find("Exit codes: 0 done, 1 problem found or request not taken, 2 wrong "
-                             "usage."),
-              std::string::npos)
+    EXPECT_NE(help.text.find("Exit codes: 0 done; 1 problem found"), std::string::npos)
         << help.text;
+}
+
+TEST(Arguments, areJsonAlsoWhenTheyAreWrong)
+{
+    EXPECT_TRUE(parseArguments({"open", "--json"}).isJson);
+    EXPECT_FALSE(parseArguments({"open"}).isJson);
+}
+
+TEST(CommandTable, hasAnExampleForEachCommand)
+{
+    for (const CommandSyntax& command : commandTable())
+        EXPECT_NE(command.help.find("Examples:\n  zemlink " + command.name), std::string::npos)
+            << command.help;
 }
 
 TEST(HostChoice, isTheOnlyOrTheNamedHost)
@@ -139,6 +150,9 @@ TEST(HostChoice, isTheOnlyOrTheNamedHost)
     const std::vector<peer::Host> two = {{4, L"a"}, {8, L"b"}};
     EXPECT_EQ(chooseHost({two[0]}, {}).process, 4u);
     EXPECT_EQ(chooseHost(two, 8).process, 8u);
+    EXPECT_EQ(chooseHost({}, {}).name, "no-host");
+    EXPECT_EQ(chooseHost(two, {}).name, "several-hosts");
+    EXPECT_EQ(chooseHost(two, 9).name, "not-a-host");
     EXPECT_EQ(chooseHost({}, {}).reason, "no host with the add-in is running");
     EXPECT_FALSE(chooseHost(two, {}).process.has_value());
     EXPECT_EQ(chooseHost(two, {}).reason,
@@ -155,7 +169,7 @@ TEST(Answer, succeedsOnlyWhenTaken)
     EXPECT_EQ(answerOutcome(request, 4, Verdict::taken, "").exitCode, done);
     for (const Verdict verdict :
          {Verdict::full, Verdict::missing, Verdict::notTaken, Verdict::lost})
-        EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, problem);
+        EXPECT_EQ(answerOutcome(request, 4, verdict, "").exitCode, notTaken);
     EXPECT_EQ(answerText(Verdict::full, "Access denied. (error 5)"),
               "Nothing was written, the command file cannot be written: Access denied. (error 5)");
     EXPECT_EQ(answerText(Verdict::lost, ""),

@@ -9,7 +9,7 @@ namespace testing_support {
 inline zemlink::Facts soundFacts()
 {
     zemlink::Facts facts;
-    facts.folder = {L"C:\\TORVA\\ZEM", peer::FolderSource::registry, L""};
+    facts.folder = {L"C:\\TORVA\\ZEM", peer::FolderSource::registry};
     facts.settings = "UseFtpServer=y\r\n";
     facts.companion = {true, 12, L"TORVA ZEM", L"C:\\TORVA\\ZEM\\TORVA-ZEM.exe"};
     facts.toolVersion = "1.0.0";

@@ -77,8 +77,9 @@ TEST_F(ZemlinkListen, failsWhenThePortIsInUse)
 {
     const LineReceiver other;
     const ToolResult result = runTool(installation, L"listen --count 1");
-    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.exitCode, 6u);
     EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors.find("Unknown error"), std::string::npos) << result.errors;
     EXPECT_EQ(result.errors.find("zemlink: port 4559 cannot be opened: "), 0u) << result.errors;
     EXPECT_NE(result.errors.find("(error 100"), std::string::npos) << result.errors;
     EXPECT_NE(result.errors.find(" use"), std::string::npos) << result.errors;
@@ -90,8 +91,10 @@ TEST_F(ZemlinkListen, failsWhileTheCompanionRuns)
     const CompanionProgram companion(installation);
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const ToolResult result = runTool(installation, L"listen --count 1 --json");
-    EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_EQ(result.output.find("{\n  \"error\": \"port 4559 cannot be opened: "), 0u)
+    EXPECT_EQ(result.exitCode, 6u);
+    EXPECT_EQ(result.output.find("{\n  \"error\": {\n    \"name\": \"port-in-use\",\n    "
+                                 "\"what\": \"port 4559 cannot be opened: "),
+              0u)
         << result.output;
 }
 

@@ -17,6 +17,7 @@ void expectOnly(const Facts& facts, const std::string& name, const std::string& 
     const std::vector<Problem> problems = findProblems(facts);
     ASSERT_EQ(problems.size(), 1u) << name;
     EXPECT_EQ(problems[0].name, name);
+    EXPECT_EQ(std::ranges::count(problemNames(), name), 1);
     EXPECT_EQ(problems[0].what, what);
     EXPECT_NE(problems[0].advice, "");
 }
@@ -118,18 +119,13 @@ TEST(Problems, includeUntakenCommandLineCommits)
                "and were not taken.");
 }
 
-TEST(Problems, includeNonAsciiAndOtherViewFolders)
+TEST(Problems, includeANonAsciiFolder)
 {
     Facts facts = soundFacts();
     facts.folder.path = L"C:\\W\u00E4rme";
     expectOnly(facts, "folder-not-ascii",
                "The installation folder C:\\W\xC3\xA4rme is not plain ASCII: requests to open a "
                "file in it fail, and settings and log may not be found.");
-    facts = soundFacts();
-    facts.folder.otherView = L"D:\\ZEM";
-    expectOnly(facts, "registry-view",
-               "The 64-bit view of the registry names D:\\ZEM, but hosts use "
-               "C:\\TORVA\\ZEM.");
 }
 
 TEST(Problems, includeUnreadCommandFiles)
@@ -193,6 +189,11 @@ TEST(Problems, includeAPortInUse)
     facts.companion = {};
     facts.port = Port();
     expectOnly(facts, "port-held", "Another program uses port 4559.");
+    facts = soundFacts();
+    facts.port = Port();
+    facts.companion.hasPort = false;
+    expectOnly(facts, "port-held",
+               "Another program uses port 4559; the Companion's log has that it did not get it.");
 }
 
 TEST(Problems, excludeTheCompanionsPort)
@@ -202,6 +203,8 @@ TEST(Problems, excludeTheCompanionsPort)
     facts.port.program = L"D:\\ZEM\\torva-zem.EXE";
     EXPECT_TRUE(findProblems(facts).empty());
     facts.port = Port(); // the process is unknown
+    EXPECT_TRUE(findProblems(facts).empty());
+    facts.companion.hasPort = true;
     EXPECT_TRUE(findProblems(facts).empty());
     facts.companion = {};
     facts.port.answer = refused; // no program runs
@@ -215,12 +218,13 @@ TEST(Problems, includeAnUnreachableCompanion)
     facts.port.answer = refused;
     expectOnly(
         facts, "port-silent",
-        "The Companion is running, but port 4559 does not answer: Connection refused. (error "
-        "10061)");
+        "The Companion is running, but no program listens on port 4559 at the address to which "
+        "hosts send: Connection refused. (error 10061)");
     facts = soundFacts();
     facts.companion.process.reset();
     expectOnly(facts, "companion-without-window",
-               "The Companion is running, but has no window that hosts can find.");
+               "The Companion is running, but has no window that hosts can find: a host passes a "
+               "commit to a second start of the Companion, which refuses it.");
 }
 
 TEST(Problems, includeACutSetting)
@@ -234,11 +238,201 @@ TEST(Problems, includeACutSetting)
     EXPECT_TRUE(findProblems(facts).empty());
 }
 
-TEST(Problems, setTheExitCode)
+namespace {
+
+// The Companion has sent request 17 to the only host, which has taken it.
+Facts factsWithARequest()
 {
-    EXPECT_EQ(problemsOutcome({}).exitCode, 0);
-    EXPECT_EQ(problemsOutcome({}).report.dump(), R"({"problems":[]})");
-    const Outcome outcome = problemsOutcome({{"a", "b", "c"}});
+    Facts facts = soundFacts();
+    facts.sentRequests = {{17, 4711, "C:\\a.mcam"}};
+    facts.machineSettings = {{L"C:\\TORVA\\ZEM\\temp\\mcsettings-17.txt", 17, 1000}};
+    return facts;
+}
+
+const std::string taken =
+    "Request 17 (C:\\a.mcam) has been taken by the host with process 4711, but "
+    "its load has not begun: ";
+const std::string leftSettings = "C:\\TORVA\\ZEM\\temp\\mcsettings-17.txt: no host has loaded the "
+                                 "file of this request; ";
+
+} // namespace
+
+TEST(Problems, includeAPendingRequest)
+{
+    Facts facts = factsWithARequest();
+    expectOnly(facts, "request-pending",
+               taken + "the host's window takes input, so that a backplot runs in it.");
+    facts.hosts[0].isAnswering = false;
+    EXPECT_EQ(findProblems(facts)[0].what, taken + "the host does not answer messages.");
+    facts.hosts[0].isAnswering = true;
+    facts.hosts[0].isBlocked = true;
+    EXPECT_EQ(findProblems(facts)[0].what, taken + "a dialog is open in the host.");
+    facts.hosts[0].isBlocked = false;
+    facts.hosts[0].hasMessageWindow = false;
+    EXPECT_EQ(findProblems(facts)[0].what, taken + "the host has no message window.");
+    facts = factsWithARequest();
+    facts.sentRequests.clear(); // a Companion that keeps no log
+    expectOnly(facts, "request-pending",
+               "Request 17 has been taken by the host with process 4711, but its load has not "
+               "begun: the host's window takes input, so that a backplot runs in it.");
+}
+
+TEST(Problems, includeASupersededRequest)
+{
+    const std::string what = " was replaced by a later one before the host with process 4711 was "
+                             "ready: C:\\TORVA\\ZEM\\temp\\mcsettings-17.txt is left.";
+    Facts facts = factsWithARequest();
+    facts.sentRequests.push_back({18, 4711, "C:\\b.mcam"});
+    expectOnly(facts, "request-superseded", "Request 17 (C:\\a.mcam)" + what);
+    facts.sentRequests.back().host = 4712;
+    EXPECT_EQ(findProblems(facts)[0].name, "request-pending");
+    facts.sentRequests.clear(); // a Companion that keeps no log
+    facts.loads = {{"C:\\b.mcam", 7, ""}};
+    facts.lastLoadWritten = 999;
+    EXPECT_EQ(findProblems(facts)[0].name, "request-pending");
+    facts.lastLoadWritten = 1001;
+    expectOnly(facts, "request-superseded", "Request 17" + what);
+    facts.lastLoadWritten = 0;
+    facts.machineSettings.push_back({L"C:\\x.txt", 18, 1001});
+    EXPECT_EQ(findProblems(facts)[1].name, "request-superseded");
+}
+
+TEST(Problems, includeMachineSettingsThatAreLeft)
+{
+    Facts facts = factsWithARequest();
+    facts.missingFiles = {"C:\\a.mcam"};
+    expectOnly(facts, "machine-settings-left", leftSettings + "the host found no such file.");
+    facts = factsWithARequest();
+    facts.sentRequests[0].host = 4715;
+    expectOnly(facts, "machine-settings-left", leftSettings + "its host has ended.");
+    facts = factsWithARequest();
+    facts.loads = {{"C:\\a.mcam", 1, ""}};
+    facts.lastLoadWritten = 1000;
+    expectOnly(facts, "machine-settings-left", leftSettings + "the host could not open the file.");
+    facts.lastLoadWritten = 999; // of an earlier request
+    EXPECT_EQ(findProblems(facts)[0].name, "request-pending");
+    facts = factsWithARequest();
+    facts.sentRequests.clear();
+    facts.hosts.push_back(facts.hosts[0]);
+    expectOnly(facts, "machine-settings-left", leftSettings + "its host is not known.");
+}
+
+TEST(Problems, excludeALoadInProgress)
+{
+    Facts facts = factsWithARequest();
+    facts.loads = {{"C:\\a.mcam", 1, ""}};
+    facts.lastLoadWritten = 1001;
+    facts.hosts[0].isAnswering = false;
+    EXPECT_EQ(findProblems(facts).size(), 1u);
+    EXPECT_EQ(findProblems(facts)[0].name, "host-not-answering");
+    facts = factsWithARequest();
+    facts.commandFiles[0].content = "\xEF\xBB\xBF"
+                                    "17 C:\\a.mcam\n";
+    EXPECT_TRUE(findProblems(facts).empty());
+}
+
+TEST(Problems, includeAHostWithoutAddIn)
+{
+    Facts facts = soundFacts();
+    facts.hostsWithoutAddIn = {{4715, L"C:\\Mastercam\\Mastercam.exe"}};
+    const std::string host = "The host with process 4715 (C:\\Mastercam\\Mastercam.exe)";
+    expectOnly(facts, "add-in-missing", host + " has not loaded the add-in.");
+    facts.hostsWithoutAddIn[0].addIn = L"C:\\torvapdm.dll";
+    expectOnly(facts, "add-in-missing",
+               host + " has loaded the add-in C:\\torvapdm.dll, but has not opened it.");
+    facts.hostsWithoutAddIn[0].areModulesKnown = false;
+    expectOnly(facts, "add-in-missing",
+               host + " shows no add-in; zemlink may not look into the process.");
+}
+
+TEST(Problems, includeAnAddInFromElsewhere)
+{
+    Facts facts = soundFacts();
+    facts.hosts[0].program = L"C:\\Mastercam\\Mastercam.exe";
+    facts.hosts.push_back(facts.hosts[0]);
+    facts.hosts[1].process = 4715;
+    facts.commandFiles.push_back(facts.commandFiles[0]);
+    facts.commandFiles[1].process = 4715;
+    EXPECT_TRUE(findProblems(facts).empty());
+    facts.hosts[1].addIn = L"D:\\torvapdm.dll";
+    const std::string what = "The host with process 4715 has loaded D:\\torvapdm.dll, not "
+                             "C:\\Mastercam\\chooks\\torvapdm.dll.";
+    expectOnly(facts, "add-in-elsewhere", what);
+    facts.setup = SetupEntry{L"C:\\Mastercam"};
+    expectOnly(facts, "add-in-elsewhere", what);
+    facts.hosts[1].program = L"D:\\Mastercam\\Mastercam.exe"; // with its own copy
+    EXPECT_TRUE(findProblems(facts).empty());
+}
+
+TEST(Problems, includeASetupWhoseFilesAreGone)
+{
+    Facts facts = soundFacts();
+    facts.setup = SetupEntry{L"C:\\Mastercam"};
+    EXPECT_TRUE(findProblems(facts).empty());
+    facts.setup->addInFound = denied;
+    expectOnly(facts, "add-in-not-installed",
+               "The add-in that setup installed, C:\\Mastercam\\chooks\\torvapdm.dll: " +
+                   denied.text);
+    facts.setup->hostFolderFound = denied;
+    expectOnly(facts, "host-folder-missing",
+               "Setup installed the add-in in the host's folder C:\\Mastercam: " + denied.text);
+}
+
+TEST(Problems, includePathsThatOthersMayWrite)
+{
+    Facts facts = soundFacts();
+    facts.openPaths = {{L"C:\\TORVA\\ZEM", {L"Everyone", L"Users"}}, {L"C:\\x", {L"Guests"}}};
+    expectOnly(facts, "writable-by-others",
+               "Other accounts may write to C:\\TORVA\\ZEM (Everyone, Users), C:\\x (Guests): they "
+               "can open files in the host and overwrite them, or replace the Companion.");
+}
+
+TEST(Problems, includeWorkingCopiesOutsideAscii)
+{
+    Facts facts = soundFacts();
+    facts.workingCopies = {L"C:\\a.mcam", L"C:\\\u00C4.mcam"};
+    expectOnly(facts, "copy-not-ascii",
+               "The path of the working copy C:\\\xC3\x84.mcam is not plain ASCII: no request can "
+               "open it.");
+}
+
+TEST(Problems, includeARefusedCommit)
+{
+    Facts facts = soundFacts();
+    facts.refusedCommits = {{"2026-11-21 10:11:12.345", "C:\\a.mcam"}};
+    expectOnly(facts, "commit-refused",
+               "The commit of C:\\a.mcam was refused on 2026-11-21 10:11:12.345: the running "
+               "Companion did not answer.");
+}
+
+TEST(Doctor, listsWhatIsFine)
+{
+    Facts facts = soundFacts();
+    EXPECT_EQ(doctorOutcome(facts, false).report.dump(), R"({"problems":[]})");
+    const Report all = doctorOutcome(facts, true).report;
+    EXPECT_EQ(all["fine"].size(), findFine(facts).size());
+    EXPECT_EQ(all["fine"][0], "The installation folder exists.");
+    const std::vector<std::string> before = findFine(facts);
+    facts.folderFound = denied;
+    facts.hosts.clear();
+    facts.settings.reset();
+    const std::vector<std::string> after = findFine(facts);
+    for (const char* check : {"The installation folder exists.", "Every host answers messages.",
+                              "Every line of the settings has an end."}) {
+        EXPECT_EQ(std::count(before.begin(), before.end(), check), 1) << check;
+        EXPECT_EQ(std::count(after.begin(), after.end(), check), 0) << check;
+    }
+}
+
+TEST(Doctor, setsTheExitCode)
+{
+    Facts facts = soundFacts();
+    EXPECT_EQ(doctorOutcome(facts, true).exitCode, 0);
+    facts.refusedCommits = {{"then", "C:\\a.mcam"}};
+    const Outcome outcome = doctorOutcome(facts, false);
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.report.dump(), R"({"problems":[{"name":"a","what":"b","do":"c"}]})");
+    EXPECT_EQ(outcome.report.dump(),
+              R"({"problems":[{"name":"commit-refused","what":"The commit of C:\\a.mcam was )"
+              R"(refused on then: the running Companion did not answer.",)"
+              R"("do":"Save the file to the Companion again in the host."}]})");
 }

@@ -29,6 +29,15 @@ TEST(ReportText, escapesControlCharacters)
               "<9B>1m <202E>x \xC3\xA4");
 }
 
+TEST(ReportText, hasColoursForATerminal)
+{
+    EXPECT_EQ(coloured("problems: none\nfine:\n  - a\n"),
+              "problems: \x1B[32mnone\x1B[0m\nfine:\n  - a\n");
+    EXPECT_EQ(coloured("problems:\n  - name: port-held\n    what: x\n"),
+              "problems:\n  - name: \x1B[1;31mport-held\x1B[0m\n    what: x\n");
+    EXPECT_EQ(coloured("hosts:\n  - name: x\n"), "hosts:\n  - name: x\n");
+}
+
 TEST(SettingsReport, listsTheFourSettings)
 {
     const auto inForce = [](std::string_view bytes) { return settingsReport(bytes).dump(); };

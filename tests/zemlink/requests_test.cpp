@@ -56,6 +56,49 @@ TEST_F(ZemlinkOpen, opensAFileInTheHost)
     EXPECT_TRUE(host.waitForTrace(L"ui DoFileOpen(\"" + part + L"\""));
 }
 
+TEST_F(ZemlinkOpen, waitsUntilTheFileIsOpen)
+{
+    const std::wstring part = makePart();
+    const HostProgram host(installation, "");
+    ASSERT_TRUE(isReady(host));
+    // Of an earlier load of the same file.
+    writeBytes(installation.path(L"sys\\mcxlog.txt"), "Loading File #1: " + toUtf8(part) + "\r\n");
+    const ToolResult result = run(L"open 17 " + quoted(part) + L" --until-opened --timeout 60");
+    EXPECT_EQ(result.exitCode, 0u) << result.errors;
+    EXPECT_EQ(result.output,
+              "request: open\nid: 17\npath: " + toUtf8(part) + "\nhost: " + idOf(host) +
+                  "\ntaken: yes\nanswer: The host has opened the file.\nopened: yes\n"
+                  "last step: 7\nreached: ready to be named in the title and saved\n");
+    EXPECT_EQ(count(host.trace(), L"ui DoFileOpen(\"" + part + L"\""), 1u);
+}
+
+TEST_F(ZemlinkOpen, reportsAFileThatWaitsInTheHost)
+{
+    const std::wstring part = makePart();
+    const HostProgram host(installation, "set backplot true\n");
+    ASSERT_TRUE(isReady(host));
+    const ToolResult result =
+        run(L"--json open 17 " + quoted(part) + L" --until-opened --timeout 1");
+    EXPECT_EQ(result.exitCode, 5u) << result.errors;
+    EXPECT_NE(result.output.find("\"taken\": true,"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("\"opened\": false,\n  \"lastStep\": 0,\n  \"reached\": \"the "
+                                 "load has not begun\"\n}"),
+              std::string::npos)
+        << result.output;
+}
+
+TEST_F(ZemlinkOpen, reportsTheStepThatAFailedLoadReached)
+{
+    const std::wstring part = makePart();
+    const HostProgram host(installation, "fail DoFileOpen\n");
+    ASSERT_TRUE(isReady(host));
+    const ToolResult result = run(L"open 17 " + quoted(part) + L" --until-opened --timeout 2");
+    EXPECT_EQ(result.exitCode, 5u) << result.errors;
+    EXPECT_NE(result.output.find("opened: no\nlast step: 1\nreached: asked for\n"),
+              std::string::npos)
+        << result.output;
+}
+
 TEST_F(ZemlinkNew, startsANewFileInTheHost)
 {
     const HostProgram host(installation, "");
@@ -88,7 +131,7 @@ TEST_F(ZemlinkRequests, goToTheNamedHost)
     const HostProgram two(installation, "", L"two");
     ASSERT_TRUE(isReady(one) && isReady(two));
     const ToolResult refused = run(L"checkin");
-    EXPECT_EQ(refused.exitCode, 1u);
+    EXPECT_EQ(refused.exitCode, 3u);
     EXPECT_EQ(refused.errors.find("zemlink: several hosts are running, choose one with --host: "),
               0u);
     EXPECT_NE(refused.errors.find(idOf(one) + " ("), std::string::npos) << refused.errors;
@@ -102,7 +145,7 @@ TEST_F(ZemlinkRequests, needAHost)
 {
     for (const wchar_t* arguments : {L"checkin", L"new 3"}) {
         const ToolResult result = run(arguments);
-        EXPECT_EQ(result.exitCode, 1u);
+        EXPECT_EQ(result.exitCode, 3u);
         EXPECT_EQ(result.output, "");
         EXPECT_EQ(result.errors, "zemlink: no host with the add-in is running\n");
     }
@@ -115,7 +158,7 @@ TEST_F(ZemlinkRequests, stayInTheFileUntilTaken)
     const AnnouncedHost host;
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
     const ToolResult first = run(L"new 12 --timeout 1");
-    EXPECT_EQ(first.exitCode, 1u);
+    EXPECT_EQ(first.exitCode, 4u);
     EXPECT_EQ(first.output, "request: new file\nid: 12\nhost: " + ownHostId +
                                 "\ntaken: no\n"
                                 "answer: The host has not taken the request. It is still in the "
@@ -130,7 +173,7 @@ TEST_F(ZemlinkRequests, neverOverwriteAnEarlierOne)
     const std::wstring file = AnnouncedHost::makeCommandFile(installation);
     writeBytes(file, "CHECKIN a");
     const ToolResult result = run(L"new 12 --timeout 1");
-    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.exitCode, 4u);
     EXPECT_EQ(result.output, "request: new file\nid: 12\nhost: " + ownHostId +
                                  "\ntaken: no\nanswer: Nothing was written: an earlier request "
                                  "is still in the command file, the host does not read it.\n");
@@ -151,7 +194,7 @@ TEST_F(ZemlinkRequests, respectTheLockOfAnotherWriter)
         LockFileEx(other, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place));
     const ToolResult result = run(L"new 5 --timeout 1");
     CloseHandle(other);
-    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.exitCode, 4u);
     EXPECT_NE(result.output.find("taken: no"), std::string::npos) << result.output;
     EXPECT_EQ(readBytes(file), "");
 }
@@ -160,7 +203,7 @@ TEST_F(ZemlinkRequests, neverCreateACommandFile)
 {
     const AnnouncedHost host;
     const ToolResult result = run(L"checkin --timeout 1");
-    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.exitCode, 4u);
     EXPECT_NE(
         result.output.find("answer: Nothing was written: the command file does not exist. The "
                            "add-in is not open, uses another folder, or has stopped "
@@ -177,7 +220,7 @@ TEST_F(ZemlinkRequests, reportWhyTheFileCannotBeWritten)
     const HANDLE held = CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     const ToolResult result = run(L"checkin --timeout 1");
-    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.exitCode, 4u);
     EXPECT_NE(
         result.output.find("answer: Nothing was written, the command file cannot be written: "),
         std::string::npos)
@@ -217,4 +260,24 @@ TEST_F(ZemlinkUsage, reportsWrongArgumentsWithExitCode2)
     EXPECT_EQ(result.exitCode, 2u);
     EXPECT_EQ(result.output, "");
     EXPECT_NE(result.errors.find("seventeen"), std::string::npos) << result.errors;
+}
+
+TEST_F(ZemlinkUsage, reportsErrorsInJson)
+{
+    const ToolResult wrong = run(L"open seventeen C:\\a.mcam --json");
+    EXPECT_EQ(wrong.exitCode, 2u);
+    EXPECT_EQ(wrong.errors, "");
+    EXPECT_EQ(wrong.output.find("{\n  \"error\": {\n    \"name\": \"wrong-usage\",\n"), 0u)
+        << wrong.output;
+    const ToolResult noHost = run(L"--json new 3");
+    EXPECT_EQ(noHost.exitCode, 3u);
+    EXPECT_EQ(noHost.output, "{\n  \"error\": {\n    \"name\": \"no-host\",\n"
+                             "    \"what\": \"no host with the add-in is running\"\n  }\n}\n");
+}
+
+TEST_F(ZemlinkUsage, coloursNoRedirectedOutput)
+{
+    const ToolResult result = run(L"doctor");
+    EXPECT_NE(result.output.find("companion-missing"), std::string::npos);
+    EXPECT_EQ(result.output.find('\x1B'), std::string::npos);
 }

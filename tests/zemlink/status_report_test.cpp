@@ -41,11 +41,13 @@ hosts:
     command file:
       path: C:\TORVA\ZEM\temp\mastercam-4711.dat
       bytes: 0
+    requests waiting: none
   - process: 4712
     title: Mastercam
     answers: yes
     add in: none
     command file: none
+    requests waiting: none
 commits waiting:
   - file: C:\TORVA\ZEM\temp\torvapdm-12.dat
     process running: yes
@@ -60,6 +62,7 @@ commits waiting:
 port:
   number: 4559
   answers: yes
+  owner: the Companion
   process: 12
   program: C:\TORVA\ZEM\TORVA-ZEM.exe
 )");
@@ -79,6 +82,45 @@ TEST(StatusReport, showsWhyNothingAnswers)
               R"({"file":false,"noFile":"There is no settings file; the defaults apply.",)"
               R"("defaults":{"UseFtpServer":false,"AlwaysSaveTools":false,"MCXCATIA":false,)"
               R"("MCXIMPORTNC":true}})");
+}
+
+TEST(StatusReport, namesTheOwnerOfThePort)
+{
+    Facts facts = soundFacts();
+    const auto owner = [&] { return statusReport(facts)["port"].value("owner", ""); };
+    facts.port.holder = 99;
+    EXPECT_EQ(owner(), "the Companion"); // by its program
+    facts.port.program = L"C:\\Other\\server.exe";
+    EXPECT_EQ(owner(), "another program");
+    facts.port.holder.reset();
+    EXPECT_EQ(owner(), "unknown, since the system does not report it");
+    facts.companion.hasPort = true;
+    EXPECT_EQ(owner(), "the Companion, by its log");
+    facts.companion.hasPort = false;
+    EXPECT_EQ(owner(), "another program, by the Companion's log");
+    facts.companion = {};
+    EXPECT_EQ(owner(), "another program");
+    facts.port.answer.code = 10061;
+    EXPECT_EQ(owner(), "");
+}
+
+TEST(StatusReport, showsWhatWaitsInEachHost)
+{
+    Facts facts = soundFacts();
+    facts.hosts.push_back({4712, L"Mastercam"});
+    facts.commandFiles[0].content = "\xEF\xBB\xBF"
+                                    "18 C:\\b.mcam\n";
+    facts.commandFiles[0].bytes = facts.commandFiles[0].content.size();
+    facts.sentRequests = {{17, 4712, "C:\\a.mcam"}};
+    facts.machineSettings = {{L"C:\\17.txt", 17, 1000}, {L"C:\\18.txt", 18, 1001}};
+    const Report hosts = statusReport(facts)["hosts"];
+    EXPECT_EQ(hosts[0]["commandFile"]["content"].dump(),
+              R"({"request":"open","id":18,"path":"C:\\b.mcam"})");
+    EXPECT_EQ(hosts[0]["requestsWaiting"].dump(),
+              R"([{"id":18,"state":"not taken yet","machineSettings":"C:\\18.txt"}])");
+    EXPECT_EQ(hosts[1]["requestsWaiting"].dump(),
+              R"([{"id":17,"state":"taken, waits until the host is ready",)"
+              R"("file":"C:\\a.mcam","machineSettings":"C:\\17.txt"}])");
 }
 
 TEST(StatusReport, omitsCommitFilesWithoutCommits)

@@ -18,7 +18,7 @@ struct Given {
     std::int64_t id = 0, host = 0, timeoutSeconds = 0, count = 0;
     std::string path{}, kind{}, since{}, recording{};
     std::vector<std::string> only{};
-    bool isAtOnce = false, isRedacted = false;
+    bool isEverythingShown = false, isUntilOpened = false, isAtOnce = false, isRedacted = false;
 };
 
 CLI::Validator idRange()
@@ -75,6 +75,8 @@ void addRequests(CLI::App& app, Given& given)
         ->check(idRange())
         ->check(CLI::Validator(notMinusOne, ""));
     open->add_option("PATH", given.path, "the file")->required();
+    open->add_flag("--until-opened", given.isUntilOpened,
+                   "wait until the host has opened the file; --timeout limits this, too");
     CLI::App* newFile = app.add_subcommand("new", "start a new file in a host");
     newFile->add_option("ID", given.id, "request id")
         ->required()
@@ -195,6 +197,41 @@ void addReport(CLI::App& app, Given& given)
                      "replace the names of users, folders and parts, the same everywhere");
 }
 
+constexpr const char* exitCodes =
+    "Exit codes: 0 done; 1 problem found or another error; 2 wrong usage; 3 no host, or several;\n"
+    "4 request not taken; 5 taken, but the file not opened in time; 6 port 4559 in use.";
+
+struct Example {
+    const char* command;
+    const char* lines;
+};
+
+constexpr Example examples[] = {
+    {"status", "  zemlink status\n  zemlink --json status\n"},
+    {"open", "  zemlink open 17 C:\\TORVA\\ZEM\\work\\bracket.mcam\n"
+             "  zemlink open 17 bracket.mcam --host 4711 --until-opened --timeout 60\n"},
+    {"new", "  zemlink new 5\n"},
+    {"checkin", "  zemlink checkin bracket.mcam --host 4711\n"},
+    {"listen", "  zemlink listen --count 1 --timeout 20\n"},
+    {"decode", "  zemlink decode C:\\TORVA\\ZEM\\temp\\ncqueue-17.txt\n"
+               "  zemlink decode copy-of-settings.txt --as settings\n"},
+    {"watch", "  zemlink watch\n"
+              "  zemlink watch --only request-written,request-taken --since 10:11\n"},
+    {"record", "  zemlink record monday.zip\n"
+               "  zemlink record monday.zip --redact --timeout 3600\n"},
+    {"replay", "  zemlink replay monday.zip\n  zemlink replay monday.zip --at-once --host 4711\n"},
+    {"report", "  zemlink report support.zip\n"
+               "  zemlink report support.zip --redact --recording monday.zip\n"},
+    {"doctor", "  zemlink doctor\n  zemlink doctor --all --json\n"},
+};
+
+void addExamples(CLI::App& app)
+{
+    for (const Example& example : examples)
+        app.get_subcommand(example.command)
+            ->footer(std::string("Examples:\n") + example.lines + '\n' + exitCodes);
+}
+
 // Adds all commands and options.
 void describe(CLI::App& app, Given& given, bool& isJson)
 {
@@ -202,7 +239,7 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     app.add_flag("--json", isJson, "output JSON");
     app.require_subcommand(0, 1); // so that an unknown word is reported as such
     app.fallthrough();
-    app.footer("Exit codes: 0 done, 1 problem found or request not taken, 2 wrong usage.");
+    app.footer(exitCodes);
     app.add_subcommand("status", "show the installation and the programs that use it");
     addRequests(app, given);
     addListen(app, given);
@@ -210,8 +247,10 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     addWatch(app, given);
     addRecord(app, given);
     addReplay(app, given);
-    app.add_subcommand("doctor", "find common problems and show how to fix each");
     addReport(app, given);
+    app.add_subcommand("doctor", "find common problems and show how to fix each")
+        ->add_flag("--all", given.isEverythingShown, "also show what is fine");
+    addExamples(app);
 }
 
 Command commandOf(const std::string& word)
@@ -238,6 +277,8 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
     arguments.isAtOnce = given.isAtOnce;
     arguments.isRedacted = given.isRedacted;
     arguments.recording = given.recording;
+    arguments.isEverythingShown = given.isEverythingShown;
+    arguments.isUntilOpened = given.isUntilOpened;
     if (given.host != 0)
         arguments.host = static_cast<std::uint32_t>(given.host);
     if (given.timeoutSeconds != 0)
@@ -261,22 +302,49 @@ Arguments onlyText(const CLI::App& app, const CLI::ParseError& error)
     return arguments;
 }
 
+constexpr const char* description =
+    "Shows and tests the exchanges between the Companion and the hosts' add-in.";
+
+std::vector<std::string> optionsOf(const CLI::App& command)
+{
+    std::vector<std::string> options;
+    for (const CLI::Option* option : command.get_options())
+        for (const std::string& name : option->get_lnames())
+            if (name != "help")
+                options.push_back("--" + name);
+    return options;
+}
+
 } // namespace
 
-Arguments parseArguments(std::vector<std::string> words)
+std::vector<CommandSyntax> commandTable()
 {
-    CLI::App app("Shows and tests the exchanges between the Companion and the hosts' add-in.",
-                 "zemlink");
+    CLI::App app(description, "zemlink");
     Given given;
     bool isJson = false;
     describe(app, given, isJson);
+    std::vector<CommandSyntax> commands;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        commands.push_back({command->get_name(), optionsOf(*command), command->help()});
+    return commands;
+}
+
+Arguments parseArguments(std::vector<std::string> words)
+{
+    CLI::App app(description, "zemlink");
+    Given given;
+    bool isJson = false;
+    describe(app, given, isJson);
+    const bool isJsonAsked = std::ranges::find(words, "--json") != words.end();
     std::reverse(words.begin(), words.end()); // the parser expects them in reverse
     try {
         app.parse(std::move(words));
         if (app.get_subcommands().empty())
             throw CLI::RequiredError("A command");
     } catch (const CLI::ParseError& error) {
-        return onlyText(app, error);
+        Arguments arguments = onlyText(app, error);
+        arguments.isJson = isJsonAsked; // not parsed after an error
+        return arguments;
     }
     return argumentsOf(app, given, isJson);
 }

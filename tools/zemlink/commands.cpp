@@ -31,16 +31,18 @@ using Clock = std::chrono::steady_clock;
 
 // Opens the port and passes each notice to `show` as it arrives, after `showReady`, until `count`
 // notices have arrived or `timeoutMs` have passed; without either, forever. Empty connections,
-// with which programs test the port, are skipped. Exit code `problem` when the port is in use or
-// fewer than `count` arrived.
+// with which programs test the port, are skipped. Exit code `problem` when fewer than `count`
+// arrived.
 Outcome listenForNotices(std::optional<std::int64_t> count, std::optional<std::int64_t> timeoutMs,
                          const std::function<void()>& showReady,
                          const std::function<void(const Report&)>& show)
 {
     peer::NoticeListener listener;
     if (const int error = peer::openNoticePort(listener)) {
-        return failure(portTakenText(systemErrorText(static_cast<std::uint32_t>(error)),
-                                     portHolder(), findCompanion().isRunning));
+        return failure("port-in-use",
+                       portTakenText(systemErrorText(static_cast<std::uint32_t>(error)),
+                                     portHolder(), findCompanion().isRunning),
+                       "", portInUse);
     }
     showReady();
     const Clock::time_point start = Clock::now();
@@ -86,12 +88,12 @@ Outcome decodeFile(const Arguments& arguments)
     const std::wstring path = fromUtf8(arguments.path);
     const auto bytes = peer::readFile(path);
     if (!bytes)
-        return failure(arguments.path + ": " + readingError(path));
+        return failure("file-not-readable", arguments.path + ": " + readingError(path));
     const auto kind = arguments.kind ? arguments.kind : kindOf(peer::fileNameOf(path), *bytes);
     if (!kind) {
-        return failure(arguments.path +
-                       ": neither its name nor its content is that of a file that zemlink knows; "
-                       "if it is one, give its kind with --as");
+        return failure("kind-unknown",
+                       arguments.path + ": neither its name nor its content is that of a file that "
+                                        "zemlink knows; if it is one, give its kind with --as");
     }
     return decode(*kind, *bytes);
 }
@@ -112,19 +114,27 @@ Outcome outcomeOf(const Arguments& arguments)
     case Command::decode:
         return decodeFile(arguments);
     case Command::doctor:
-        return problemsOutcome(findProblems(gatherFacts(Tests::made)));
+        return doctorOutcome(gatherFacts(Tests::made), arguments.isEverythingShown);
     case Command::watch:
         return watch(arguments);
+    case Command::record:
+        return record(arguments);
     case Command::replay:
         return replayRecording(arguments);
     case Command::report:
         return writeSupportArchive(arguments);
-    case Command::record:
-        return record(arguments);
     case Command::none:
         break;
     }
     return {};
+}
+
+// The first line names the mistake, the rest refers to --help.
+Report usageFailure(const std::string& text)
+{
+    return failure("wrong-usage", text.substr(0, text.find('\n')),
+                   "Run it with --help for the commands and options.", wrongUsage)
+        .report;
 }
 
 } // namespace
@@ -135,6 +145,8 @@ int carryOut(const Arguments& arguments)
         const bool isRequested = arguments.exitCode == done;
         if (isRequested)
             print(Stream::output, arguments.text);
+        else if (arguments.isJson)
+            printReport(usageFailure(arguments.text), true);
         else
             printUsageError(arguments.text);
         return arguments.exitCode;

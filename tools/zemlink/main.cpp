@@ -8,16 +8,32 @@
 #include <string>
 #include <vector>
 
+namespace {
+
+// As text where even that output fails.
+void printFailure(const char* cause, bool isJson)
+{
+    try {
+        zemlink::printReport(zemlink::failure(cause).report, isJson);
+    } catch (const std::exception&) {
+        zemlink::printReport(zemlink::failure(cause).report, false);
+    }
+}
+
+} // namespace
+
 int wmain(int count, wchar_t** words)
 {
     std::vector<std::string> arguments;
     for (int i = 1; i < count; ++i)
         arguments.push_back(peer::toUtf8(words[i]));
+    bool isJson = false;
     try {
-        return zemlink::carryOut(zemlink::parseArguments(std::move(arguments)));
+        const zemlink::Arguments parsed = zemlink::parseArguments(std::move(arguments));
+        isJson = parsed.isJson;
+        return zemlink::carryOut(parsed);
     } catch (const std::exception& error) {
-        zemlink::print(zemlink::Stream::error,
-                       std::string("zemlink: ") + zemlink::visible(error.what()) + '\n');
+        printFailure(error.what(), isJson);
         return zemlink::problem;
     }
 }

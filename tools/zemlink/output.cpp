@@ -23,6 +23,15 @@ bool printToConsole(HANDLE stream, std::string_view text)
     return WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
 }
 
+// Only on a terminal that understands colours, and not if the user does not want any.
+bool isOutputColoured()
+{
+    HANDLE stream = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0;
+    return GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) <= 1 && GetConsoleMode(stream, &mode) &&
+           SetConsoleMode(stream, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
 // Reports contain only UTF-8; if one does not, it is shown with replacement characters instead of
 // ending the program.
 std::string json(const Report& report, int depth)
@@ -57,9 +66,10 @@ void printReport(const Report& report, bool isJson)
     if (isJson)
         print(Stream::output, json(report, indent));
     else if (report.contains("error"))
-        print(Stream::error, "zemlink: " + visible(report["error"].get<std::string>()) + '\n');
+        print(Stream::error,
+              "zemlink: " + visible(report["error"]["what"].get<std::string>()) + '\n');
     else
-        print(Stream::output, asText(report));
+        print(Stream::output, isOutputColoured() ? coloured(asText(report)) : asText(report));
 }
 
 } // namespace zemlink

@@ -8,6 +8,7 @@
 #include "peer/text.h"
 #include "tools/zemlink/reports/answers.h"
 #include "tools/zemlink/facts/system.h"
+#include "tools/zemlink/until_opened.h"
 
 #include <algorithm>
 #include <chrono>
@@ -83,11 +84,19 @@ Outcome send(const Arguments& arguments, const Report& request, const std::strin
 {
     const HostChoice choice = chooseHost(peer::findHosts(), arguments.host);
     if (!choice.process)
-        return failure(choice.reason);
-    const std::wstring file =
-        peer::commandFilePath(peer::readInstallationFolder().path, *choice.process);
-    const Delivered delivered = deliver(file, bytes, arguments.timeoutMs.value_or(usualTimeoutMs));
-    return answerOutcome(request, *choice.process, delivered.verdict, delivered.cause);
+        return failure(choice.name, choice.reason, "", noHost);
+    const std::wstring folder = peer::readInstallationFolder().path;
+    const std::wstring file = peer::commandFilePath(folder, *choice.process);
+    const std::int64_t boundMs = arguments.timeoutMs.value_or(usualTimeoutMs);
+    const std::uint64_t logStart = loadLogSize(folder);
+    const Delivered delivered = deliver(file, bytes, boundMs);
+    const Outcome taken =
+        answerOutcome(request, *choice.process, delivered.verdict, delivered.cause);
+    if (!arguments.isUntilOpened || taken.exitCode != done)
+        return taken;
+    const std::wstring part = fromUtf8(request["path"].get<std::string>());
+    return openedOutcome(taken.report,
+                         waitForLoad(folder, part, logStart, *choice.process, boundMs));
 }
 
 // The current directory of the host is a different one.
@@ -107,14 +116,15 @@ Outcome sendOpen(const Arguments& arguments)
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         const DWORD error = GetLastError();
-        return failure(toUtf8(path) + ": " + systemErrorText(error));
+        return failure("file-not-found", toUtf8(path) + ": " + systemErrorText(error));
     }
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-        return failure(toUtf8(path) + ": this is a directory");
+        return failure("not-a-file", toUtf8(path) + ": this is a directory");
     const auto bytes = peer::formatOpenRequest(arguments.id, path);
     if (!bytes) {
-        return failure(toUtf8(path) +
-                       ": hosts accept only plain ASCII paths of less than 65536 bytes");
+        return failure("path-not-ascii",
+                       toUtf8(path) +
+                           ": hosts accept only plain ASCII paths of less than 65536 bytes");
     }
     const Report request{{"request", "open"}, {"id", arguments.id}, {"path", toUtf8(path)}};
     return send(arguments, request, *bytes);

@@ -40,7 +40,7 @@ struct Collected {
 Collected collect(const Arguments& arguments)
 {
     const Facts facts = gatherFacts(Tests::made);
-    Collected collected{statusReport(facts), problemsOutcome(findProblems(facts)).report,
+    Collected collected{statusReport(facts), doctorOutcome(facts, true).report,
                         listingReport(describeFiles(facts.folder.path)),
                         readLogs(facts.folder.path)};
     const std::wstring recording =

@@ -7,7 +7,9 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/facts/host_facts.h"
+#include "tools/zemlink/facts/installation_facts.h"
 #include "tools/zemlink/facts/port_facts.h"
+#include "tools/zemlink/facts/request_facts.h"
 #include "tools/zemlink/facts/system.h"
 
 #include <algorithm>
@@ -15,16 +17,6 @@
 
 namespace zemlink {
 namespace {
-
-Result checkPath(const std::wstring& path, bool isFolderExpected)
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        return resultOf(false, GetLastError());
-    const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    return resultOf(isFolder == isFolderExpected,
-                    isFolderExpected ? ERROR_DIRECTORY : ERROR_FILE_NOT_FOUND);
-}
 
 Result tryToMakeFile(const std::wstring& folder)
 {
@@ -58,11 +50,12 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
     return files;
 }
 
+constexpr ULONGLONG boundMs = 2000;
+
 // Marks the files that keep a request for two seconds; a listener takes it within two tenths of
 // one.
 void waitForListeners(std::vector<CommandFile>& files)
 {
-    constexpr ULONGLONG boundMs = 2000;
     for (CommandFile& file : files)
         file.isLeft = file.isProcessRunning && file.bytes != 0;
     const ULONGLONG end = GetTickCount64() + boundMs;
@@ -73,6 +66,22 @@ void waitForListeners(std::vector<CommandFile>& files)
             file.isLeft = file.isLeft && file.bytes != 0;
         }
     }
+}
+
+// Only of files with a request: while we hold a handle, the host cannot create its file again.
+void readRequests(std::vector<CommandFile>& files)
+{
+    for (CommandFile& file : files)
+        if (file.bytes != 0)
+            file.content = peer::readFile(file.path, peer::longestRequestBytes).value_or("");
+}
+
+// A host that is ready takes the machine settings within these two seconds.
+void waitForLoads(const std::wstring& folder)
+{
+    const ULONGLONG end = GetTickCount64() + boundMs;
+    while (!findMachineSettings(folder).empty() && GetTickCount64() < end)
+        Sleep(20);
 }
 
 // False also where one of them cannot be opened.
@@ -171,15 +180,23 @@ Facts gatherFacts(Tests tests)
     if (tests == Tests::made)
         facts.tempWritable = tryToMakeFile(folder + peer::tempFolder);
     facts.settings = peer::readFile(folder + peer::settingsFile);
+    facts.setup = findSetup();
+    facts.openPaths = findOpenPaths(folder);
+    facts.workingCopies = readWorkingCopies(folder);
     facts.companion = findCompanion();
     facts.companion.isElsewhere =
         areDifferentFiles(facts.companion.program, folder + L'\\' + peer::companionProgram);
+    if (tests == Tests::made)
+        waitForLoads(folder);
     facts.hosts = findHostFacts();
+    facts.hostsWithoutAddIn = findHostsWithoutAddIn(facts.hosts);
     facts.commandFiles = findCommandFiles(folder);
     if (tests == Tests::made)
         waitForListeners(facts.commandFiles);
+    readRequests(facts.commandFiles);
     facts.commitFiles = findCommitFiles(folder);
     facts.port = probePort();
+    addRequestFacts(facts);
     return facts;
 }
 

@@ -5,7 +5,9 @@
 #include "peer/running_programs.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "tools/zemlink/facts/system.h"
 
+#include <algorithm>
 #include <tlhelp32.h>
 
 namespace zemlink {
@@ -58,18 +60,43 @@ bool answers(HWND window)
            0;
 }
 
-// The path of the add-in that the process has loaded; empty when it is unknown.
-std::wstring addInOf(DWORD process)
+// The path of the add-in that the process has loaded, empty when it has not. No value when the
+// user may not look into the process.
+std::optional<std::wstring> findAddIn(DWORD process)
 {
     const peer::OwnHandle modules =
         peer::ownFile(CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, process));
+    if (!modules)
+        return std::nullopt;
     MODULEENTRY32W module{};
     module.dwSize = sizeof module;
-    for (BOOL isFound = modules && Module32FirstW(modules.get(), &module); isFound;
+    for (BOOL isFound = Module32FirstW(modules.get(), &module); isFound;
          isFound = Module32NextW(modules.get(), &module))
         if (peer::isSameIgnoringCase(module.szModule, addInName))
             return module.szExePath;
-    return {};
+    return std::wstring();
+}
+
+bool isInThisSession(DWORD process)
+{
+    DWORD own = 0, other = 0;
+    return ProcessIdToSessionId(GetCurrentProcessId(), &own) &&
+           ProcessIdToSessionId(process, &other) && own == other;
+}
+
+std::vector<DWORD> processesOfHosts()
+{
+    std::vector<DWORD> found;
+    const peer::OwnHandle all = peer::ownFile(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL isFound = all && Process32FirstW(all.get(), &entry); isFound;
+         isFound = Process32NextW(all.get(), &entry))
+        if (peer::isSameIgnoringCase(entry.szExeFile, peer::hostProgram) &&
+            isInThisSession(entry.th32ProcessID))
+            found.push_back(entry.th32ProcessID);
+    std::ranges::sort(found);
+    return found;
 }
 
 } // namespace
@@ -87,11 +114,24 @@ std::vector<Host> findHostFacts()
         if (host.isBlocked && windows.dialog)
             host.dialog = peer::windowTitle(windows.dialog);
         host.hasMessageWindow = windows.messages != nullptr;
-        host.addIn = addInOf(found.process);
+        host.program = programOf(found.process);
+        host.addIn = findAddIn(found.process).value_or(std::wstring());
         host.addInVersion = programVersion(host.addIn);
         hosts.push_back(host);
     }
     return hosts;
+}
+
+std::vector<HostWithoutAddIn> findHostsWithoutAddIn(const std::vector<Host>& hosts)
+{
+    std::vector<HostWithoutAddIn> others;
+    for (const DWORD process : processesOfHosts()) {
+        const auto addIn = findAddIn(process);
+        if (std::ranges::find(hosts, process, &Host::process) == hosts.end() && isRunning(process))
+            others.push_back(
+                {process, programOf(process), addIn.has_value(), addIn.value_or(std::wstring())});
+    }
+    return others;
 }
 
 std::string programVersion(const std::wstring& path)

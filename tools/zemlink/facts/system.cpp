@@ -5,6 +5,38 @@
 
 namespace zemlink {
 
+namespace {
+
+// Not every system has words for these.
+std::string socketErrorText(std::uint32_t code)
+{
+    switch (code) {
+    case WSAEACCES:
+        return "Access to the port is denied.";
+    case WSAEADDRINUSE:
+        return "Another program uses the port.";
+    case WSAEADDRNOTAVAIL:
+        return "The address is not one of this computer.";
+    case WSAENETDOWN:
+        return "The network is down.";
+    case WSAENETUNREACH:
+    case WSAEHOSTUNREACH:
+        return "The address cannot be reached.";
+    case WSAECONNRESET:
+        return "The connection was reset.";
+    case WSAENOBUFS:
+        return "The system has no memory for another socket.";
+    case WSAETIMEDOUT:
+        return "The connection attempt was not answered.";
+    case WSAECONNREFUSED:
+        return "The connection was refused.";
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
 std::string systemErrorText(std::uint32_t code)
 {
     wchar_t words[512];
@@ -14,6 +46,8 @@ std::string systemErrorText(std::uint32_t code)
     std::string text = peer::toUtf8(std::wstring_view(words, length));
     while (text.ends_with(' '))
         text.pop_back();
+    if (text.empty() || text.starts_with("Unknown error"))
+        text = socketErrorText(code);
     return (text.empty() ? "Unknown error." : text) + " (error " + std::to_string(code) + ")";
 }
 
@@ -31,6 +65,20 @@ bool isRunning(std::uint32_t process)
     // Windows rounds an id down to a multiple of four.
     return GetProcessId(handle.get()) == process &&
            WaitForSingleObject(handle.get(), 0) == WAIT_TIMEOUT;
+}
+
+std::uint64_t ageMs(std::uint32_t process)
+{
+    const peer::OwnHandle handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    FILETIME created{}, ended{}, inKernel{}, inUser{}, now{};
+    if (!handle || !GetProcessTimes(handle.get(), &created, &ended, &inKernel, &inUser))
+        return 0;
+    GetSystemTimeAsFileTime(&now);
+    const auto number = [](const FILETIME& time) {
+        return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+    };
+    constexpr std::uint64_t perMs = 10000;
+    return number(now) > number(created) ? (number(now) - number(created)) / perMs : 0;
 }
 
 std::wstring programOf(std::uint32_t process)

@@ -17,6 +17,9 @@ Result resultOf(bool isFine, std::uint32_t code);
 // True also for a process that the user may not open.
 bool isRunning(std::uint32_t process);
 
+// How long the process has been running; 0 when it is unknown.
+std::uint64_t ageMs(std::uint32_t process);
+
 // The path of the process's program; empty when it is unknown.
 std::wstring programOf(std::uint32_t process);
 

@@ -1,6 +1,7 @@
 #include "tools/zemlink/reports/answers.h"
 
 #include "peer/text.h"
+#include "tools/zemlink/reports/load_reports.h"
 
 #include <algorithm>
 
@@ -13,7 +14,8 @@ HostChoice chooseNamed(const std::vector<peer::Host>& hosts, std::uint32_t named
                                      [&](const peer::Host& host) { return host.process == named; });
     if (!isFound) {
         return {std::nullopt,
-                "process " + std::to_string(named) + " is not a running host with the add-in"};
+                "process " + std::to_string(named) + " is not a running host with the add-in",
+                "not-a-host"};
     }
     return {named};
 }
@@ -25,7 +27,7 @@ HostChoice chooseHost(const std::vector<peer::Host>& hosts, std::optional<std::u
     if (named)
         return chooseNamed(hosts, *named);
     if (hosts.empty())
-        return {std::nullopt, "no host with the add-in is running"};
+        return {std::nullopt, "no host with the add-in is running", "no-host"};
     if (hosts.size() == 1)
         return {hosts.front().process};
     std::string reason = "several hosts are running, choose one with --host:";
@@ -33,7 +35,7 @@ HostChoice chooseHost(const std::vector<peer::Host>& hosts, std::optional<std::u
         reason += (host == hosts.front() ? " " : ", ") + std::to_string(host.process) + " (" +
                   peer::toUtf8(host.title) + ")";
     }
-    return {std::nullopt, reason};
+    return {std::nullopt, reason, "several-hosts"};
 }
 
 std::string answerText(peer::Verdict verdict, const std::string& cause)
@@ -67,7 +69,20 @@ Outcome answerOutcome(Report request, std::uint32_t host, peer::Verdict verdict,
     request["host"] = host;
     request["taken"] = isTaken;
     request["answer"] = answerText(verdict, cause);
-    return {request, isTaken ? done : problem};
+    return {request, isTaken ? done : notTaken};
+}
+
+Outcome openedOutcome(Report taken, const peer::LoggedLoad& load)
+{
+    const bool isOpened = load.isFinished();
+    taken["answer"] = isOpened ? "The host has opened the file."
+                               : "The host has taken the request, but has not opened the file in "
+                                 "this time. A request that waits is carried out when no dialog is "
+                                 "open and no backplot runs.";
+    taken["opened"] = isOpened;
+    taken["lastStep"] = load.lastStep;
+    taken["reached"] = reachedText(load);
+    return {taken, isOpened ? done : notOpened};
 }
 
 std::string portTakenText(const std::string& error, const Port& port, bool isCompanionRunning)

@@ -8,6 +8,7 @@
 #include "peer/tool_record.h"
 #include "tools/zemlink/reports/companion_reports.h"
 #include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/load_reports.h"
 #include "tools/zemlink/reports/request_reports.h"
 #include "tools/zemlink/reports/tool_report.h"
 
@@ -52,39 +53,6 @@ Outcome decodeSettings(std::string_view bytes)
                                     "character.");
     }
     return {report, report.contains("remarks") ? problem : done};
-}
-
-constexpr const char* stepMeanings[] = {
-    "asked for",
-    "opened by the host, and named",
-    "machine settings taken",
-    "marked unchanged",
-    "nothing has happened since step 4",
-    "nothing has happened since step 4",
-    "ready to be named in the title and saved",
-};
-constexpr const char* cadMeaning = "a file of a CAD system, ready to be saved and committed";
-
-Report stepsReport()
-{
-    Report steps;
-    for (const char* meaning : stepMeanings)
-        steps[std::to_string(steps.size() + 1)] = meaning;
-    steps["3 again"] = cadMeaning;
-    return steps;
-}
-
-Report loadReport(const peer::LoggedLoad& load)
-{
-    Report report{{"file", peer::ansiToUtf8(load.file)}, {"finished", load.isFinished()}};
-    if (load.system.empty()) {
-        report["lastStep"] = load.lastStep;
-        report["reached"] = stepMeanings[load.lastStep - 1];
-    } else {
-        report["cadSystem"] = peer::ansiToUtf8(load.system);
-        report["reached"] = cadMeaning;
-    }
-    return report;
 }
 
 Outcome decodeDebugLog(std::string_view bytes)

@@ -1,7 +1,7 @@
 // The report of `zemlink doctor`.
 #pragma once
 
-#include "tools/zemlink/reports/facts.h"
+#include "tools/zemlink/reports/check.h"
 #include "tools/zemlink/reports/report.h"
 
 #include <string>
@@ -9,16 +9,16 @@
 
 namespace zemlink {
 
-struct Problem {
-    std::string name;   // `stale-command-file`
-    std::string what;   // description, with the cause
-    std::string advice; // how to fix it
-};
+// The names of all problems, in the order in which to fix them.
+std::vector<std::string> problemNames();
 
-// In the order in which to fix them. docs/zemlink.md lists them all.
-std::vector<Problem> findProblems(const Facts& facts);
+// In that order.
+Problems findProblems(const Facts& facts);
 
-// Exit code `problem` unless the list is empty.
-Outcome problemsOutcome(const std::vector<Problem>& problems);
+// One sentence for each check that was made and found nothing.
+std::vector<std::string> findFine(const Facts& facts);
+
+// With `fine` if everything is shown. Exit code `problem` unless there is no problem.
+Outcome doctorOutcome(const Facts& facts, bool isEverythingShown);
 
 } // namespace zemlink

@@ -89,6 +89,38 @@ std::string visible(const std::string& text)
     return peer::toUtf8(shown);
 }
 
+Outcome failure(const std::string& name, const std::string& what, const std::string& advice,
+                int exitCode)
+{
+    Report error{{"name", name}, {"what", what}};
+    if (!advice.empty())
+        error["do"] = advice;
+    return {Report{{"error", error}}, exitCode};
+}
+
+std::string coloured(const std::string& text)
+{
+    constexpr std::string_view problemStart = "  - name: ", nothing = "problems: none\n";
+    constexpr std::string_view red = "\x1B[1;31m", green = "\x1B[32m", plain = "\x1B[0m";
+    if (text.starts_with(nothing))
+        return std::string("problems: ").append(green).append("none").append(plain) +
+               text.substr(nothing.size() - 1);
+    if (!text.starts_with("problems:\n"))
+        return text;
+    std::string result;
+    for (size_t at = 0; at < text.size();) {
+        const size_t end = std::min(text.find('\n', at), text.size());
+        const std::string line = text.substr(at, end - at);
+        if (line.starts_with(problemStart))
+            result.append(problemStart).append(red).append(line, problemStart.size()).append(plain);
+        else
+            result += line;
+        result += '\n';
+        at = end + 1;
+    }
+    return result;
+}
+
 std::string asText(const Report& report)
 {
     return branchText(report, "");

@@ -3,6 +3,9 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/port_owner.h"
+#include "tools/zemlink/reports/request_reports.h"
+#include "tools/zemlink/reports/taken_requests.h"
 
 #include <algorithm>
 
@@ -13,15 +16,7 @@ using peer::toUtf8;
 
 std::string sourceText(peer::FolderSource source)
 {
-    switch (source) {
-    case peer::FolderSource::registry:
-        return "registry value";
-    case peer::FolderSource::view32Only:
-        return "registry value, only in the 32-bit view";
-    case peer::FolderSource::standard:
-        break;
-    }
-    return "default, no registry value";
+    return source == peer::FolderSource::registry ? "registry value" : "default, no registry value";
 }
 
 Report installationReport(const Facts& facts)
@@ -61,7 +56,42 @@ Report commandFileReport(const Facts& facts, std::uint32_t process)
                      [&](const CommandFile& each) { return each.process == process; });
     if (file == facts.commandFiles.end())
         return nullptr;
-    return {{"path", toUtf8(file->path)}, {"bytes", file->bytes}};
+    Report report{{"path", toUtf8(file->path)}, {"bytes", file->bytes}};
+    if (!file->content.empty())
+        report["content"] = decodeCommand(file->content).report;
+    return report;
+}
+
+std::string stateText(RequestState state)
+{
+    switch (state) {
+    case RequestState::notTaken:
+        return "not taken yet";
+    case RequestState::loading:
+        return "being opened";
+    case RequestState::pending:
+        return "taken, waits until the host is ready";
+    case RequestState::superseded:
+        return "replaced by a later one";
+    default:
+        return "not opened";
+    }
+}
+
+// The open requests whose machine settings are still in temp.
+Report waitingRequests(const std::vector<TakenRequest>& requests, std::uint32_t process)
+{
+    Report waiting = Report::array();
+    for (const TakenRequest& request : requests) {
+        if (request.host != process)
+            continue;
+        Report report{{"id", request.id}, {"state", stateText(request.state)}};
+        if (!request.file.empty())
+            report["file"] = request.file;
+        report["machineSettings"] = toUtf8(request.settings);
+        waiting.push_back(report);
+    }
+    return waiting;
 }
 
 Report addInReport(const Host& host)
@@ -74,12 +104,14 @@ Report addInReport(const Host& host)
 Report hostsReport(const Facts& facts)
 {
     Report hosts = Report::array();
+    const std::vector<TakenRequest> requests = takenRequests(facts);
     for (const Host& host : facts.hosts) {
         hosts.push_back(Report{{"process", host.process},
                                {"title", toUtf8(host.title)},
                                {"answers", host.isAnswering},
                                {"addIn", addInReport(host)},
-                               {"commandFile", commandFileReport(facts, host.process)}});
+                               {"commandFile", commandFileReport(facts, host.process)},
+                               {"requestsWaiting", waitingRequests(requests, host.process)}});
     }
     return hosts;
 }
@@ -102,11 +134,14 @@ Report commitsWaiting(const Facts& facts)
     return files;
 }
 
-Report portReport(const Port& port)
+Report portReport(const Facts& facts)
 {
+    const Port& port = facts.port;
     Report report{{"number", peer::noticePort}, {"answers", port.answer.isFine()}};
     if (!port.answer.isFine())
         report["cause"] = port.answer.text;
+    if (port.answer.isFine() || port.holder)
+        report["owner"] = portOwnerText(facts);
     if (port.holder) {
         report["process"] = *port.holder;
         report["program"] = toUtf8(port.program);
@@ -118,11 +153,13 @@ Report portReport(const Port& port)
 
 Report statusReport(const Facts& facts)
 {
-    return {
-        {"zemlink", facts.toolVersion},          {"installation", installationReport(facts)},
-        {"settings", settingsFileReport(facts)}, {"companion", companionReport(facts.companion)},
-        {"hosts", hostsReport(facts)},           {"commitsWaiting", commitsWaiting(facts)},
-        {"port", portReport(facts.port)}};
+    return {{"zemlink", facts.toolVersion},
+            {"installation", installationReport(facts)},
+            {"settings", settingsFileReport(facts)},
+            {"companion", companionReport(facts.companion)},
+            {"hosts", hostsReport(facts)},
+            {"commitsWaiting", commitsWaiting(facts)},
+            {"port", portReport(facts)}};
 }
 
 } // namespace zemlink

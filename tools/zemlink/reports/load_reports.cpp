@@ -1,0 +1,48 @@
+#include "tools/zemlink/reports/load_reports.h"
+
+#include "peer/text.h"
+
+namespace zemlink {
+namespace {
+
+constexpr const char* stepMeanings[] = {
+    "asked for",
+    "opened by the host, and named",
+    "machine settings taken",
+    "marked unchanged",
+    "nothing has happened since step 4",
+    "nothing has happened since step 4",
+    "ready to be named in the title and saved",
+};
+constexpr const char* cadMeaning = "a file of a CAD system, ready to be saved and committed";
+
+} // namespace
+
+Report loadReport(const peer::LoggedLoad& load)
+{
+    Report report{{"file", peer::ansiToUtf8(load.file)}, {"finished", load.isFinished()}};
+    if (load.system.empty())
+        report["lastStep"] = load.lastStep;
+    else
+        report["cadSystem"] = peer::ansiToUtf8(load.system);
+    report["reached"] = reachedText(load);
+    return report;
+}
+
+Report stepsReport()
+{
+    Report steps;
+    for (const char* meaning : stepMeanings)
+        steps[std::to_string(steps.size() + 1)] = meaning;
+    steps["3 again"] = cadMeaning;
+    return steps;
+}
+
+std::string reachedText(const peer::LoggedLoad& load)
+{
+    if (!load.system.empty())
+        return cadMeaning;
+    return load.lastStep == 0 ? "the load has not begun" : stepMeanings[load.lastStep - 1];
+}
+
+} // namespace zemlink
