@@ -23,10 +23,9 @@ constexpr int versionsWidth = 272;
 constexpr int mostVersionsHeight = 236;
 constexpr int leastEventsHeight = 110;
 
-constexpr int roomForHost = 1000;
-constexpr int usualWidth = 760;
+constexpr int leastWindowWidth = 520;
+constexpr int mostWindowWidth = 760;
 constexpr int usualHeight = 760;
-constexpr int leastNarrowWidth = 520;
 constexpr int narrowHeight = 840;
 
 Area bounded(int left, int top, int width, int height)
@@ -135,12 +134,10 @@ Area fitInto(const Area& area, int pictureWidth, int pictureHeight)
 
 Area placeWindow(const Area& workArea)
 {
-    const int free = workArea.width - roomForHost;
-    const bool isNarrow = free >= leastNarrowWidth && free < usualWidth;
-    const int width = std::min(isNarrow ? free : usualWidth, workArea.width);
-    const int height = std::min(isNarrow ? narrowHeight : usualHeight, workArea.height);
-    return {workArea.left + workArea.width - width, workArea.top + workArea.height - height, width,
-            height};
+    const int width = std::clamp(workArea.width * 2 / 5,
+                                 std::min(leastWindowWidth, workArea.width / 2), mostWindowWidth);
+    const int height = width < leastWideWidth ? narrowHeight : usualHeight;
+    return {workArea.left, workArea.top, width, std::min(height, workArea.height)};
 }
 
 } // namespace companion

@@ -30,9 +30,8 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight);
 // and height are 0 when the picture or the area is empty.
 Area fitInto(const Area& area, int pictureWidth, int pictureHeight);
 
-// The window at the lower right of the work area. Where the screen is wide enough, it leaves 1000
-// pixels on the left free for a host window, if necessary by being narrow and higher. It is never
-// larger than the work area.
+// The window at the left of the work area: two fifths of its width, but 520 to 760 pixels and at
+// most half of it. The host's window opens next to it. It is never larger than the work area.
 Area placeWindow(const Area& workArea);
 
 } // namespace companion
