@@ -1,4 +1,4 @@
-#include "console/console.h"
+#include "standin/console/console.h"
 
 #include <string>
 #include <windows.h>
@@ -55,6 +55,7 @@ bool printText(Output output, std::wstring_view text)
         return false;
     const bool isWritten = writeTo(console, line);
     CloseHandle(console);
+    FreeConsole(); // Ctrl+C there must not end this program
     return isWritten;
 }
 

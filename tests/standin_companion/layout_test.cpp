@@ -12,7 +12,7 @@ std::vector<Area> piecesOf(const WindowLayout& layout)
     return {layout.header,  layout.libraryTitle,  layout.library,  layout.hostsTitle,
             layout.hosts,   layout.send,          layout.newFile,  layout.checkIn,
             layout.hint,    layout.versionsTitle, layout.versions, layout.pictureTitle,
-            layout.picture, layout.eventsTitle,   layout.events};
+            layout.picture, layout.eventsTitle,   layout.events,   layout.status};
 }
 
 bool overlap(const Area& a, const Area& b)

@@ -22,6 +22,7 @@ constexpr int narrowHostsHeight = 66;
 constexpr int versionsWidth = 272;
 constexpr int mostVersionsHeight = 236;
 constexpr int leastEventsHeight = 110;
+constexpr int statusHeight = 28;
 
 constexpr int leastWindowWidth = 520;
 constexpr int mostWindowWidth = 760;
@@ -81,10 +82,11 @@ void placeHint(WindowLayout& layout, int clientWidth, bool isWide)
                                 titleHeight);
 }
 
-void placeVersions(WindowLayout& layout, int clientWidth, int clientHeight)
+// `bottom`: where the event list ends.
+void placeVersions(WindowLayout& layout, int clientWidth, int bottom)
 {
     const int top = bottomOf(layout.hint) + gap;
-    const int left = clientHeight - margin - top - 2 * titleHeight - gap; // for the two lists
+    const int left = bottom - top - 2 * titleHeight - gap; // for the two lists
     const int height = std::clamp(left - leastEventsHeight, 0, mostVersionsHeight);
     const int pictureLeft = margin + versionsWidth + gap;
     layout.versionsTitle = bounded(margin, top, versionsWidth, titleHeight);
@@ -94,11 +96,11 @@ void placeVersions(WindowLayout& layout, int clientWidth, int clientHeight)
     layout.picture = listUnder(layout.pictureTitle, height);
 }
 
-void placeEvents(WindowLayout& layout, int clientWidth, int clientHeight)
+void placeEvents(WindowLayout& layout, int clientWidth, int bottom)
 {
     layout.eventsTitle =
         bounded(margin, bottomOf(layout.versions) + gap, clientWidth - 2 * margin, titleHeight);
-    const int height = clientHeight - margin - bottomOf(layout.eventsTitle);
+    const int height = bottom - bottomOf(layout.eventsTitle);
     layout.events = listUnder(layout.eventsTitle, std::max(height, 0));
 }
 
@@ -115,8 +117,11 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight)
         placeNarrowLists(layout, clientWidth);
     placeButtons(layout, bottomOf(layout.hosts) + gap);
     placeHint(layout, clientWidth, isWide);
-    placeVersions(layout, clientWidth, clientHeight);
-    placeEvents(layout, clientWidth, clientHeight);
+    const int statusTop = std::max(clientHeight - statusHeight, 0);
+    layout.status =
+        bounded(margin, statusTop, clientWidth - 2 * margin, std::min(statusHeight, clientHeight));
+    placeVersions(layout, clientWidth, statusTop);
+    placeEvents(layout, clientWidth, statusTop);
     return layout;
 }
 

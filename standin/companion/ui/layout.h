@@ -18,12 +18,14 @@ struct WindowLayout {
     Area hint;                   // what the buttons will do
     Area versionsTitle, versions, pictureTitle, picture;
     Area eventsTitle, events;
+    Area status; // the line at the bottom
 };
 
 // The parts of a client area of that size. In a wide one, library and hosts are side by side; in a
 // narrow one, below each other. Below them are the versions and a picture, side by side. The event
-// list gets the remaining height; in a low area versions and picture become smaller for it. If the
-// client area is too small, parts get width or height 0, never negative values.
+// list gets the remaining height, down to the status line; in a low area versions and picture
+// become smaller for it. If the client area is too small, parts get width or height 0, never
+// negative values.
 WindowLayout layOutWindow(int clientWidth, int clientHeight);
 
 // The largest centred rectangle in the area with the proportions of a picture of that size. Width

@@ -48,8 +48,8 @@ void SheetWindow::createChildren()
 {
     operations = createList(window, operationsId);
     setColumns(operations, {{L"No.", 48, true},
-                            {L"Type", 48, true},
-                            {L"Group", 150},
+                            {L"Type", 76},
+                            {L"Group", 140},
                             {L"Tool", 48, true},
                             {L"Depth", 76, true},
                             {L"NC file", 150},

@@ -1,6 +1,6 @@
 // The stand-in host's program: opens the window, loads the add-in, runs the script or waits for the
 // user, and closes the add-in again.
-#include "console/console.h"
+#include "standin/console/console.h"
 #include "control.h"
 #include "program/options.h"
 #include "program/script.h"

@@ -1,6 +1,6 @@
 #include "program/script.h"
 
-#include "console/console.h"
+#include "standin/console/console.h"
 #include "control.h"
 #include "core/file_bytes.h"
 #include "core/text.h"
