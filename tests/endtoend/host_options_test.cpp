@@ -34,7 +34,41 @@ protected:
     Installation installation{Registry::ofTheUser};
 };
 
-// The words of the lines between the two lines of the text that are given.
+// Starts the host without a console and without standard handles.
+class DetachedHost {
+public:
+    explicit DetachedHost(const std::wstring& arguments)
+    {
+        std::wstring command = quoted(hostProgram) + L' ' + arguments;
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        start.dwFlags = STARTF_USESTDHANDLES;
+        CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr,
+                       nullptr, &start, &information_);
+    }
+    ~DetachedHost()
+    {
+        TerminateProcess(information_.hProcess, 98);
+        CloseHandle(information_.hThread);
+        CloseHandle(information_.hProcess);
+    }
+    DetachedHost(const DetachedHost&) = delete;
+    DetachedHost& operator=(const DetachedHost&) = delete;
+
+    std::optional<DWORD> waitForExit() const
+    {
+        DWORD code = 0;
+        const bool hasEnded = waitUntil(
+            [&] { return WaitForSingleObject(information_.hProcess, 0) == WAIT_OBJECT_0; });
+        return hasEnded && GetExitCodeProcess(information_.hProcess, &code) ? std::optional(code)
+                                                                            : std::nullopt;
+    }
+
+private:
+    PROCESS_INFORMATION information_{};
+};
+
+// The first words of the indented lines.
 Lines firstWords(const std::string& text)
 {
     Lines words;
@@ -93,4 +127,19 @@ TEST_F(HostOptions, scriptErrorsGiveTheirLine)
     const ToolResult result = run(L"--script " + quoted(script));
     EXPECT_EQ(result.exitCode, 3u);
     EXPECT_EQ(result.errors, "Script, line 1: nothing in the trace contained never 1\n");
+}
+
+TEST_F(HostOptions, errorsAreShownWhereThereIsNoConsole)
+{
+    const DetachedHost host(L"--bogus");
+    const HWND box = waitForWindowTitled(L"Mastercam");
+    ASSERT_NE(box, nullptr);
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    EXPECT_EQ(host.waitForExit(), 2u);
+}
+
+TEST_F(HostOptions, scriptsNeverWaitForABox)
+{
+    const DetachedHost host(L"--bogus --script C:\\nowhere");
+    EXPECT_EQ(host.waitForExit(), 2u);
 }
