@@ -11,19 +11,36 @@ namespace {
 struct WordRow {
     std::wstring_view text;
     Word word;
-    bool takesValue;
+    std::wstring_view value;   // its name; empty: takes none
     std::wstring_view options; // the option names that may follow, each followed by a space
+    std::wstring_view effect;
 };
 
 constexpr WordRow wordRows[] = {
-    {L"--checkout", Word::checkOut, true, L""},
-    {L"--commit", Word::commit, true, L"--id "},
-    {L"--about", Word::about, false, L"--parentwindow "},
-    {L"--send", Word::send, true, L"--host --machine --ncpath --id "},
-    {L"--new-file", Word::newFile, false, L"--host --id "},
-    {L"--check-in", Word::checkIn, false, L"--host "},
-    {L"--quit", Word::quit, false, L""},
-    {L"--register", Word::registerFolder, false, L""},
+    {L"--checkout", Word::checkOut, L"FILE", L"", L"log that the add-in asks for a file"},
+    {L"--commit", Word::commit, L"FILE", L"--id ", L"store the file as a new version"},
+    {L"--about", Word::about, L"", L"--parentwindow ", L"show the about window"},
+    {L"--send", Word::send, L"NAME", L"--host --machine --ncpath --id ",
+     L"send a part of the library to a host; NAME is its name or number"},
+    {L"--new-file", Word::newFile, L"", L"--host --id ", L"have a host start a new file"},
+    {L"--check-in", Word::checkIn, L"", L"--host ", L"have a host check in the file sent last"},
+    {L"--quit", Word::quit, L"", L"", L"end the running program"},
+    {L"--register", Word::registerFolder, L"", L"", L"register this installation folder"},
+    {L"--help", Word::help, L"", L"", L"show this text"},
+};
+
+struct OptionRow {
+    std::wstring_view name;
+    std::wstring_view value;
+    std::wstring_view meaning;
+};
+
+constexpr OptionRow optionRows[] = {
+    {L"--host", L"PID", L"the host's process id; without it, the first running host"},
+    {L"--id", L"N", L"the request id; without it, the library number"},
+    {L"--machine", L"PATH", L"the machine definition, instead of the part's own"},
+    {L"--ncpath", L"N", L"the NC path, instead of the part's own"},
+    {L"--parentwindow", L"N", L"the window to show it over"},
 };
 
 std::vector<std::wstring> splitArguments(std::wstring_view text)
@@ -119,15 +136,44 @@ Command parseCommandLine(std::wstring_view text)
     if (arguments.empty())
         return {};
     const WordRow* row = findWord(arguments[0]);
-    if (row == nullptr || (row->takesValue && arguments.size() < 2))
+    if (row == nullptr || (!row->value.empty() && arguments.size() < 2))
         return notUnderstood;
     Command command{.word = row->word};
     size_t firstOption = 1;
-    if (row->takesValue) {
+    if (!row->value.empty()) {
         command.value = arguments[1];
         firstOption = 2;
     }
     return parseOptions(*row, arguments, firstOption, command) ? command : notUnderstood;
+}
+
+std::wstring commandLineHelp()
+{
+    std::wstring help;
+    for (const WordRow& row : wordRows) {
+        help.append(L"  ").append(row.text);
+        if (!row.value.empty())
+            help.append(L" ").append(row.value);
+        for (const OptionRow& option : optionRows)
+            if (belongsTo(row, std::wstring(option.name)))
+                help.append(L" [")
+                    .append(option.name)
+                    .append(L" ")
+                    .append(option.value)
+                    .append(L"]");
+        help.append(L"\n      ").append(row.effect).append(L"\n");
+    }
+    help += L"\n";
+    for (const OptionRow& option : optionRows)
+        help.append(L"  ")
+            .append(option.name)
+            .append(L" ")
+            .append(option.value)
+            .append(L": ")
+            .append(option.meaning)
+            .append(L"\n");
+    help.pop_back();
+    return help;
 }
 
 std::wstring_view skipProgramName(std::wstring_view commandLine)

@@ -19,6 +19,7 @@ enum class Word {
     checkIn,        // --check-in [--host PID]
     quit,           // --quit
     registerFolder, // --register
+    help,           // --help
     notUnderstood   // anything else
 };
 
@@ -40,6 +41,10 @@ struct Command {
 // A word that lacks its value, a number out of range, an option given twice or an option that does
 // not belong to the word gives Word::notUnderstood.
 Command parseCommandLine(std::wstring_view arguments);
+
+// All words with their values, options and effects, one indented line and one more for the effect
+// each; from the table that `parseCommandLine` uses.
+std::wstring commandLineHelp();
 
 // The part of a process's command line after the program's name and the spaces that follow it.
 std::wstring_view skipProgramName(std::wstring_view commandLine);

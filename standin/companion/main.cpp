@@ -2,10 +2,12 @@
 // one.
 #include "peer/exchange_paths.h"
 #include "peer/running_programs.h"
+#include "peer/wire_constants.h"
 #include "standin/companion/app/commands.h"
 #include "standin/companion/app/installation.h"
 #include "standin/companion/log/event_text.h"
 #include "standin/companion/ui/window.h"
+#include "standin/console/console.h"
 
 #include <chrono>
 
@@ -60,14 +62,42 @@ int logNoAnswer(const std::wstring& arguments)
     log.path = peer::logPath(installationFolder());
     logEvent(log, L"refused",
              textField(L"reason", L"the running program does not answer: " + arguments));
+    standin::printText(standin::Output::error, L"The running TORVA ZEM does not answer.");
     return 1;
+}
+
+int registerThisFolder()
+{
+    const std::wstring folder = installationFolder();
+    if (registerFolder(folder))
+        return 0;
+    standin::printText(standin::Output::error, L"The folder cannot be registered: " + folder);
+    return 1;
+}
+
+int reportHandedOver(bool isCarriedOut, peer::Word word)
+{
+    if (!isCarriedOut && word != peer::Word::notUnderstood)
+        standin::printText(standin::Output::error,
+                           L"Not carried out; the window and sys\\companion.log show why.");
+    return isCarriedOut ? 0 : 1;
 }
 
 int start(const std::wstring& arguments)
 {
     const peer::Word word = peer::parseCommandLine(arguments).word;
+    if (word == peer::Word::help) {
+        standin::printOrShow(standin::Output::result,
+                             L"TORVA-ZEM.exe [COMMAND]\n\n" + peer::commandLineHelp(),
+                             peer::productName);
+        return 0;
+    }
     if (word == peer::Word::registerFolder)
-        return registerFolder(installationFolder()) ? 0 : 1;
+        return registerThisFolder();
+    if (word == peer::Word::notUnderstood)
+        standin::printText(standin::Output::error,
+                           L"Not understood: " + arguments +
+                               L". TORVA-ZEM.exe --help lists the commands.");
     const Clock::time_point end = Clock::now() + lookForInstance;
     while (Clock::now() < end) {
         const peer::OwnHandle instance = peer::claimInstance();
@@ -78,7 +108,7 @@ int start(const std::wstring& arguments)
                                   : word == peer::Word::quit ? peer::handOverQuit(window, arguments)
                                                              : peer::handOver(window, arguments);
         if (isCarriedOut)
-            return *isCarriedOut ? 0 : 1;
+            return reportHandedOver(*isCarriedOut, word);
         Sleep(lookAgainMs);
     }
     return logNoAnswer(arguments);

@@ -38,6 +38,9 @@ MASTERCAM_API std::wstring state(const std::string& name);
 // The same, but nothing for an unknown name.
 MASTERCAM_API std::optional<std::wstring> knownState(const std::string& name);
 
+// The names of all of them, in the order of their table.
+MASTERCAM_API std::vector<std::string> stateNames();
+
 // Opens this part file without calling the add-in. False, without any change, if it cannot be read.
 MASTERCAM_API bool putPart(const std::wstring& path);
 
@@ -85,8 +88,16 @@ MASTERCAM_API void runMessageLoop();
 // path.
 MASTERCAM_API bool isQuitting();
 
-// Shows a note at the lower edge of the main window.
+// Shows a note in the status bar at the lower edge of the main window, in place of the document's
+// name. An empty one removes it. Any thread.
 MASTERCAM_API void showNote(const std::wstring& text);
+MASTERCAM_API std::wstring shownNote();
+
+// Where the main window opens: next to the Companion's, which keeps the left of the work area.
+MASTERCAM_API RECT placeMainWindow(const RECT& workArea);
+
+// The text of the window that Help > Script Commands opens.
+MASTERCAM_API void setScriptHelp(const std::wstring& text);
 
 // The number of exceptions that the host raised and that are not yet deleted.
 MCCORE_API int undeletedExceptions();

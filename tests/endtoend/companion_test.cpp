@@ -1,6 +1,7 @@
 // The stand-in Companion's program on its own: single instance, arguments, log and delivery of
 // requests. The test acts as the host with the add-in.
 #include "support/companion_program.h"
+#include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
 
@@ -398,4 +399,42 @@ TEST_F(CompanionDelivery, offersItsCommandsAsButtons)
         EXPECT_EQ(takeRequest(), request) << text;
     }
     DestroyWindow(window);
+}
+
+TEST_F(Companion, statusLineShowsTheOutcome)
+{
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    const auto statusLine = [&] {
+        constexpr int statusId = 107;
+        wchar_t text[200] = L"";
+        SendMessageW(GetDlgItem(companion.waitForWindow(), statusId), WM_GETTEXT, 200,
+                     reinterpret_cast<LPARAM>(text));
+        return std::wstring(text);
+    };
+    EXPECT_EQ(companion.run(L"--send nothing"), notCarriedOut);
+    EXPECT_TRUE(
+        waitUntil([&] { return statusLine() == L"Refused: the library has no item nothing."; }));
+}
+
+TEST_F(Companion, printsItsCommandsAndItsErrors)
+{
+    const auto run = [&](const std::wstring& arguments) {
+        const ToolRun started(installation, arguments, L"second",
+                              installation.path(L"TORVA-ZEM.exe"));
+        const DWORD code = started.waitForExit().value_or(STILL_ACTIVE);
+        return ToolResult{code, started.output(), started.errors()};
+    };
+    const ToolResult help = run(L"--help");
+    EXPECT_EQ(help.exitCode, 0u);
+    EXPECT_NE(help.output.find("\n  --send NAME [--host PID]"), help.output.npos) << help.output;
+    EXPECT_EQ(help.errors, "");
+    EXPECT_FALSE(readBytes(installation.path(L"sys\\companion.log")).has_value());
+
+    const CompanionProgram companion(installation);
+    ASSERT_NE(companion.waitForWindow(), nullptr);
+    EXPECT_EQ(run(L"--jump").errors,
+              "Not understood: --jump. TORVA-ZEM.exe --help lists the commands.\n");
+    EXPECT_EQ(run(L"--send nothing").errors,
+              "Not carried out; the window and sys\\companion.log show why.\n");
 }

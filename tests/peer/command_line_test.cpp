@@ -73,6 +73,7 @@ TEST(PeerCommandLine, parsesTheArgumentsOfScripts)
         {L"--check-in --host 4294967295", {.word = Word::checkIn, .host = 4294967295}},
         {L"--quit", {.word = Word::quit}},
         {L"--register", {.word = Word::registerFolder}},
+        {L"--help", {.word = Word::help}},
     });
 }
 
@@ -134,4 +135,15 @@ TEST(PeerProgramName, mayBeTheWholeLine)
     for (const wchar_t* line : {L"", L"zem.exe", L"zem.exe  ", L"\"C:\\T V\\zem.exe\"",
                                 L"\"C:\\T V\\zem.exe\" \t", L"\"unfinished"})
         EXPECT_EQ(skipProgramName(line), L"") << line;
+}
+
+TEST(PeerCommandLine, helpListsEveryWordWithItsOptions)
+{
+    const std::wstring help = commandLineHelp();
+    for (const wchar_t* line :
+         {L"  --checkout FILE\n", L"  --commit FILE [--id N]\n", L"  --about [--parentwindow N]\n",
+          L"  --send NAME [--host PID] [--id N] [--machine PATH] [--ncpath N]\n",
+          L"  --new-file [--host PID] [--id N]\n", L"  --check-in [--host PID]\n", L"  --quit\n",
+          L"  --register\n", L"  --help\n", L"\n  --host PID: "})
+        EXPECT_NE(help.find(line), help.npos) << line;
 }

@@ -245,6 +245,22 @@ TEST_F(HostState, setupSheetWritesFileByDefault)
     DeleteFileW(files[0]);
 }
 
+TEST_F(HostState, setupSheetNamesOperationTypes)
+{
+    const std::wstring path = makePart();
+    writeBytes(path, "mastercam part 1\n\n[operation]\nid = 1\ntype = 2\n\n"
+                     "[operation]\nid = 2\ntype = 7\n\n[operation]\nid = 3\ntype = 8\n");
+    ASSERT_TRUE(standin::putPart(path));
+    CStringArray files;
+    EXPECT_TRUE(RunSetupSheetOnSelectedOpsWithoutUI(files));
+    ASSERT_EQ(files.GetSize(), 1);
+    const std::string sheet = readBytes(files[0].GetString()).value_or("");
+    EXPECT_NE(sheet.find(R"(<operation id="1" type="Contour")"), sheet.npos) << sheet;
+    EXPECT_NE(sheet.find(R"(<operation id="2" type="Chamfer")"), sheet.npos) << sheet;
+    EXPECT_NE(sheet.find(R"(<operation id="3" type="Type 8")"), sheet.npos) << sheet;
+    DeleteFileW(files[0]);
+}
+
 TEST_F(HostState, screenPictureShowsPart)
 {
     const std::wstring path = installation.path(L"view.bmp");

@@ -76,6 +76,7 @@ TEST_F(Posting, writesOneProgramPerNciName)
                                     "M30\r\n%\r\n");
     EXPECT_EQ(program(L"OTHER.NC").substr(0, 17), "%\r\nO1\r\n(OTHER)\r\n(");
     EXPECT_EQ(program(L".NC"), "none");
+    EXPECT_EQ(standin::shownNote(), L"Posted 2 NC programs: " + folder + L"OTHER.NC, \u2026");
 }
 
 TEST_F(Posting, usesHostSuffix)
@@ -84,6 +85,12 @@ TEST_F(Posting, usesHostSuffix)
     post(plate);
     EXPECT_NE(program(L"PLATE.nc1"), "none");
     EXPECT_EQ(program(L"PLATE.NC"), "none");
+}
+
+TEST_F(Posting, countsOneProgram)
+{
+    post("mastercam part 1\n\n[operation]\nid = 1\nnci-name = A.nci\n");
+    EXPECT_EQ(standin::shownNote(), L"Posted 1 NC program: " + folder + L"A.NC");
 }
 
 TEST_F(Posting, writesNothingForEmptyPart)

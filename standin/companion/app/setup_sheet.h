@@ -2,7 +2,7 @@
 //
 //   <setupSheet file="C:\work\bracket.mcam" title="…" machine="C:\Machines\Mill.mcam-mmd">
 //     <operations count="1" seconds="83.5">
-//       <operation id="3" type="2" group="Setup 1" depth="-12.5" ncFile="BRACKET" seconds="83.5">
+//       <operation id="3" type="Contour" group="Top" depth="-12.5" ncFile="BRACKET" seconds="83.5">
 //         <tool number="4" diameter="10" cornerRadius="0.5" feed="900" comment="End mill"/>
 //       </operation>
 //     </operations>

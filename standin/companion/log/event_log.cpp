@@ -1,8 +1,10 @@
 #include "standin/companion/log/event_log.h"
 
+#include "peer/companion_log.h"
 #include "peer/files.h"
 #include "peer/text.h"
 #include "standin/companion/log/event_text.h"
+#include "standin/companion/log/status_text.h"
 
 #include <utility>
 
@@ -17,9 +19,17 @@ Moment now()
             time.wMinute, time.wSecond, time.wMilliseconds};
 }
 
-EventRow makeRow(const Moment& moment, std::wstring_view event, const std::wstring& fields)
+std::wstring statusOf(const std::string& line)
 {
-    return {timeOfDay(moment), eventTitle(event), fields.empty() ? fields : fields.substr(1)};
+    const auto events = peer::parseCompanionLog(line);
+    return events.empty() || !events.front() ? std::wstring() : statusText(*events.front());
+}
+
+EventRow makeRow(const Moment& moment, std::wstring_view event, const std::wstring& fields,
+                 const std::string& line)
+{
+    return {timeOfDay(moment), eventTitle(event), fields.empty() ? fields : fields.substr(1),
+            statusOf(line)};
 }
 
 } // namespace
@@ -37,8 +47,9 @@ void logEvents(EventLog& log, const std::vector<LoggedEvent>& events)
     const Moment moment = now();
     std::string lines;
     for (const auto& [event, fields] : events) {
-        lines += peer::toUtf8(eventLine(moment, event, fields));
-        log.newRows.push_back(makeRow(moment, event, fields));
+        const std::string line = peer::toUtf8(eventLine(moment, event, fields));
+        log.newRows.push_back(makeRow(moment, event, fields, line));
+        lines += line;
     }
     peer::appendToFile(log.path, lines);
     if (log.window != nullptr)

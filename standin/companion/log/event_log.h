@@ -14,6 +14,7 @@ struct EventRow {
     std::wstring time;
     std::wstring title;
     std::wstring details;
+    std::wstring status; // for the status line; empty: no change
 };
 
 struct EventLog {

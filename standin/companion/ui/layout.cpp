@@ -22,11 +22,11 @@ constexpr int narrowHostsHeight = 66;
 constexpr int versionsWidth = 272;
 constexpr int mostVersionsHeight = 236;
 constexpr int leastEventsHeight = 110;
+constexpr int statusHeight = 28;
 
-constexpr int roomForHost = 1000;
-constexpr int usualWidth = 760;
+constexpr int leastWindowWidth = 520;
+constexpr int mostWindowWidth = 760;
 constexpr int usualHeight = 760;
-constexpr int leastNarrowWidth = 520;
 constexpr int narrowHeight = 840;
 
 Area bounded(int left, int top, int width, int height)
@@ -82,10 +82,11 @@ void placeHint(WindowLayout& layout, int clientWidth, bool isWide)
                                 titleHeight);
 }
 
-void placeVersions(WindowLayout& layout, int clientWidth, int clientHeight)
+// `bottom`: where the event list ends.
+void placeVersions(WindowLayout& layout, int clientWidth, int bottom)
 {
     const int top = bottomOf(layout.hint) + gap;
-    const int left = clientHeight - margin - top - 2 * titleHeight - gap; // for the two lists
+    const int left = bottom - top - 2 * titleHeight - gap; // for the two lists
     const int height = std::clamp(left - leastEventsHeight, 0, mostVersionsHeight);
     const int pictureLeft = margin + versionsWidth + gap;
     layout.versionsTitle = bounded(margin, top, versionsWidth, titleHeight);
@@ -95,11 +96,11 @@ void placeVersions(WindowLayout& layout, int clientWidth, int clientHeight)
     layout.picture = listUnder(layout.pictureTitle, height);
 }
 
-void placeEvents(WindowLayout& layout, int clientWidth, int clientHeight)
+void placeEvents(WindowLayout& layout, int clientWidth, int bottom)
 {
     layout.eventsTitle =
         bounded(margin, bottomOf(layout.versions) + gap, clientWidth - 2 * margin, titleHeight);
-    const int height = clientHeight - margin - bottomOf(layout.eventsTitle);
+    const int height = bottom - bottomOf(layout.eventsTitle);
     layout.events = listUnder(layout.eventsTitle, std::max(height, 0));
 }
 
@@ -116,8 +117,11 @@ WindowLayout layOutWindow(int clientWidth, int clientHeight)
         placeNarrowLists(layout, clientWidth);
     placeButtons(layout, bottomOf(layout.hosts) + gap);
     placeHint(layout, clientWidth, isWide);
-    placeVersions(layout, clientWidth, clientHeight);
-    placeEvents(layout, clientWidth, clientHeight);
+    const int statusTop = std::max(clientHeight - statusHeight, 0);
+    layout.status =
+        bounded(margin, statusTop, clientWidth - 2 * margin, std::min(statusHeight, clientHeight));
+    placeVersions(layout, clientWidth, statusTop);
+    placeEvents(layout, clientWidth, statusTop);
     return layout;
 }
 
@@ -135,12 +139,10 @@ Area fitInto(const Area& area, int pictureWidth, int pictureHeight)
 
 Area placeWindow(const Area& workArea)
 {
-    const int free = workArea.width - roomForHost;
-    const bool isNarrow = free >= leastNarrowWidth && free < usualWidth;
-    const int width = std::min(isNarrow ? free : usualWidth, workArea.width);
-    const int height = std::min(isNarrow ? narrowHeight : usualHeight, workArea.height);
-    return {workArea.left + workArea.width - width, workArea.top + workArea.height - height, width,
-            height};
+    const int width = std::clamp(workArea.width * 2 / 5,
+                                 std::min(leastWindowWidth, workArea.width / 2), mostWindowWidth);
+    const int height = width < leastWideWidth ? narrowHeight : usualHeight;
+    return {workArea.left, workArea.top, width, std::min(height, workArea.height)};
 }
 
 } // namespace companion

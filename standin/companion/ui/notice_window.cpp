@@ -133,17 +133,19 @@ void registerNoticeClass(const wchar_t* windowClass)
     RegisterClassW(&record);
 }
 
-// Centred on its owner, but within the work area.
-POINT firstPlace(HWND owner)
+// Centred on its owner and not wider, so that it hides no host; but within the work area.
+Area firstPlace(HWND owner)
 {
     RECT work{};
     RECT area{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     GetWindowRect(owner, &area);
-    const LONG left = (area.left + area.right - firstWidth) / 2;
+    const LONG width = std::min<LONG>(firstWidth, area.right - area.left);
+    const LONG left = (area.left + area.right - width) / 2;
     const LONG top = (area.top + area.bottom - firstHeight) / 2;
-    return {std::max(std::min(left, work.right - firstWidth), work.left),
-            std::max(std::min(top, work.bottom - firstHeight), work.top)};
+    return {static_cast<int>(std::max(std::min(left, work.right - width), work.left)),
+            static_cast<int>(std::max(std::min(top, work.bottom - firstHeight), work.top)),
+            static_cast<int>(width), firstHeight};
 }
 
 BOOL CALLBACK stopAtClass(HWND window, LPARAM lParam)
@@ -166,11 +168,11 @@ HWND findWindow(const wchar_t* windowClass)
 HWND createWindow(HWND owner, const wchar_t* windowClass, MakeNoticeWindow make)
 {
     registerNoticeClass(windowClass);
-    const POINT first = firstPlace(owner);
+    const Area first = firstPlace(owner);
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
     return CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, L"",
-                           WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, first.x, first.y, firstWidth,
-                           firstHeight, owner, nullptr, GetModuleHandleW(nullptr),
+                           WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, first.left, first.top,
+                           first.width, first.height, owner, nullptr, GetModuleHandleW(nullptr),
                            make().release());
 }
 

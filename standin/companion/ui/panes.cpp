@@ -49,7 +49,8 @@ void setFonts(const Panes& panes, const Look& look)
         for (HWND window : windows)
             SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     };
-    setFont({panes.library, panes.hosts, panes.events, panes.newFile, panes.checkIn, panes.hint},
+    setFont({panes.library, panes.hosts, panes.events, panes.newFile, panes.checkIn, panes.hint,
+             panes.status},
             look.text.get());
     setFont({panes.libraryTitle, panes.hostsTitle, panes.eventsTitle, panes.send},
             look.title.get());
@@ -93,8 +94,9 @@ Panes createPanes(HWND parent, const Look& look)
     panes.libraryTitle = createTitle(parent, L"Part library");
     panes.hostsTitle = createTitle(parent, L"");
     panes.eventsTitle = createTitle(parent, L"Events");
-    panes.hint = createChild(parent, L"STATIC", L"",
-                             SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS, -1);
+    constexpr DWORD line = SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS;
+    panes.hint = createChild(parent, L"STATIC", L"", line, -1);
+    panes.status = createChild(parent, L"STATIC", L"", line, statusId);
     createLists(parent, look, panes);
     panes.send = createButton(parent, L"Send to host", BS_DEFPUSHBUTTON, sendId);
     panes.newFile = createButton(parent, L"New file", BS_PUSHBUTTON, newFileId);
@@ -117,6 +119,7 @@ void placePanes(const Panes& panes, int clientWidth, int clientHeight)
     placeVersionPane(panes.versions, layout);
     moveTo(panes.eventsTitle, layout.eventsTitle);
     moveTo(panes.events, layout.events);
+    moveTo(panes.status, layout.status);
     for (HWND list : {panes.library, panes.hosts, panes.events})
         fitLastColumn(list);
 }
@@ -146,6 +149,9 @@ void showNewEvents(const Panes& panes, EventLog& log)
 {
     const std::vector<EventRow> events = takeNewRows(log);
     const size_t shown = std::min(events.size(), size_t{mostEventRows});
+    for (const EventRow& event : events)
+        if (!event.status.empty())
+            setText(panes.status, event.status);
     std::vector<ListRow> rows;
     for (auto row = events.end() - static_cast<std::ptrdiff_t>(shown); row != events.end(); ++row)
         rows.push_back({{row->time, row->title, row->details}});

@@ -11,12 +11,24 @@
 
 namespace companion {
 
-enum ControlId { libraryId = 100, hostsId, eventsId, sendId, newFileId, checkInId, versionsId };
+enum ControlId {
+    libraryId = 100,
+    hostsId,
+    eventsId,
+    sendId,
+    newFileId,
+    checkInId,
+    versionsId,
+    statusId,
+    helpId,
+    aboutId
+};
 
 struct Panes {
     HWND library = nullptr, hosts = nullptr, events = nullptr;
     HWND send = nullptr, newFile = nullptr, checkIn = nullptr;
     HWND libraryTitle = nullptr, hostsTitle = nullptr, eventsTitle = nullptr, hint = nullptr;
+    HWND status = nullptr;
     VersionPane versions;
 };
 
@@ -30,7 +42,8 @@ void placePanes(const Panes& panes, int clientWidth, int clientHeight);
 void showLibrary(const Panes& panes, const State& state);
 void showHosts(const Panes& panes, const State& state);
 
-// Adds the events since the last call to the list.
+// Adds the events since the last call to the list and shows the outcome of the last one that has
+// one in the status line.
 void showNewEvents(const Panes& panes, EventLog& log);
 
 // Updates the hint, enables the buttons that can do something, and shows the versions of the

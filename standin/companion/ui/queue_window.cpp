@@ -25,9 +25,9 @@ public:
 void QueueWindow::createChildren()
 {
     programs = createList(window, programsId);
-    setColumns(programs, {{L"Program", 170},
-                          {L"Bytes", 86, true},
-                          {L"Group", 140},
+    setColumns(programs, {{L"Program", 128},
+                          {L"Bytes", 66, true},
+                          {L"Group", 112},
                           {L"NC path", 64, true},
                           {L"Folder", 0}});
 }

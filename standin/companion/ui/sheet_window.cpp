@@ -47,12 +47,12 @@ SheetLayout layOutSheet(int clientWidth, int clientHeight)
 void SheetWindow::createChildren()
 {
     operations = createList(window, operationsId);
-    setColumns(operations, {{L"No.", 48, true},
-                            {L"Type", 48, true},
-                            {L"Group", 150},
-                            {L"Tool", 48, true},
-                            {L"Depth", 76, true},
-                            {L"NC file", 150},
+    setColumns(operations, {{L"No.", 40, true},
+                            {L"Type", 70},
+                            {L"Group", 112},
+                            {L"Tool", 44, true},
+                            {L"Depth", 60, true},
+                            {L"NC file", 132},
                             {L"Time", 0, true}});
     tools = createList(window, sheetToolsId);
     setColumns(tools, {{L"Tool", 48, true},

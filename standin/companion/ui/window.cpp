@@ -1,5 +1,6 @@
 #include "standin/companion/ui/window.h"
 
+#include "peer/command_line.h"
 #include "peer/running_programs.h"
 #include "peer/wire_constants.h"
 #include "standin/companion/app/commands.h"
@@ -31,7 +32,7 @@ constexpr UINT_PTR commitTimer = 2;
 constexpr UINT commitsEveryMs = 500;
 constexpr UINT commitsAtOnceMs = USER_TIMER_MINIMUM;
 constexpr int leastWidth = 480;
-constexpr int leastHeight = 560;
+constexpr int leastHeight = 610;
 
 struct MainWindow {
     HWND window = nullptr;
@@ -164,6 +165,22 @@ void pressButton(MainWindow& main, int id)
     showEverything(main);
 }
 
+void showHelp(HWND window)
+{
+    MessageBoxW(window, (L"TORVA-ZEM.exe with one of:\n\n" + peer::commandLineHelp()).c_str(),
+                L"Command line of TORVA ZEM", MB_OK);
+}
+
+HMENU createMenuBar()
+{
+    const HMENU help = CreatePopupMenu();
+    AppendMenuW(help, MF_STRING, helpId, L"&Command Line...");
+    AppendMenuW(help, MF_STRING, aboutId, L"&About TORVA ZEM...");
+    const HMENU bar = CreateMenu();
+    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(help), L"&Help");
+    return bar;
+}
+
 // Pressing Return in a list arrives as IDOK.
 void receiveClick(MainWindow& main, int id, int code)
 {
@@ -171,6 +188,10 @@ void receiveClick(MainWindow& main, int id, int code)
         pressButton(main, sendId);
     if (code == BN_CLICKED && (id == sendId || id == newFileId || id == checkInId))
         pressButton(main, id);
+    if (id == helpId)
+        showHelp(main.window);
+    if (id == aboutId)
+        showAbout(main.window, 0);
 }
 
 LRESULT receiveNotice(MainWindow& main, LPARAM lParam)
@@ -335,10 +356,10 @@ HWND createMainWindow(State& state)
     main->state = &state;
     const Area place = firstPlace();
     // The window owns the record from WM_NCCREATE to WM_NCDESTROY.
-    HWND window =
-        CreateWindowExW(WS_EX_CONTROLPARENT, mainClass, peer::productName,
-                        WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.width,
-                        place.height, nullptr, nullptr, GetModuleHandleW(nullptr), main.release());
+    HWND window = CreateWindowExW(WS_EX_CONTROLPARENT, mainClass, peer::productName,
+                                  WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
+                                  place.width, place.height, nullptr, createMenuBar(),
+                                  GetModuleHandleW(nullptr), main.release());
     if (window != nullptr) {
         // A start with arguments requests a hidden window, and the first ShowWindow call uses that
         // instead of its argument. The window of the running instance must be visible.

@@ -10,10 +10,20 @@
 namespace standin {
 
 const AddInExport addInExports[] = {
-    {"m_main", true},    {"m_load", true},         {"m_save", true},    {"m_about", true},
-    {"m_tools", true},   {"importNCqueue", false}, {"importNC", false}, {"renameNC", false},
-    {"DrawTool", false}, {"TestFunction", false},  {"m_version", true}, {"m_open", true},
-    {"m_notify", true},  {"m_close", true},
+    {"m_main", true, L"Add-in menu"},
+    {"m_load", true, L"Check out from TORVA ZEM"},
+    {"m_save", true, L"Save to TORVA ZEM"},
+    {"m_about", true, L"About TORVA ZEM"},
+    {"m_tools", true, L"Send the setup sheet to TORVA ZEM"},
+    {"importNCqueue", false, L"Queue the NC programs for TORVA ZEM"},
+    {"importNC", false, L"No effect"},
+    {"renameNC", false, L"No effect"},
+    {"DrawTool", false, L"Draw the picture of a drill"},
+    {"TestFunction", false, L"Make the machine group active"},
+    {"m_version", true, L"Pass the host's version"},
+    {"m_open", true, L"Start the add-in"},
+    {"m_notify", true, L"Event 0: no effect"},
+    {"m_close", true, L"Stop the add-in"},
 };
 const size_t addInExportCount = std::size(addInExports);
 
@@ -37,10 +47,10 @@ Entry entryOf(const std::string& name)
     return addIn ? std::bit_cast<Entry>(GetProcAddress(addIn, name.c_str())) : nullptr;
 }
 
-// Calls the add-in and traces the call with its result. Exceptions end here. `call` returns the
-// text to trace after the call.
+// Calls the add-in and traces the call with its result, which it returns. Exceptions end here.
+// `call` returns the text to trace after the call.
 template <class Call>
-void callAndTrace(const std::wstring& line, Call call)
+std::wstring callAndTrace(const std::wstring& line, Call call)
 {
     std::wstring result = L" raised";
     try {
@@ -51,23 +61,64 @@ void callAndTrace(const std::wstring& line, Call call)
         result = L" raised";
     }
     trace(line + result);
+    return result;
 }
 
-void callNumberEntry(const std::wstring& line, NumberEntry entry, int argument)
+std::wstring callNumberEntry(const std::wstring& line, NumberEntry entry, int argument)
 {
-    callAndTrace(
+    return callAndTrace(
         line, [&] { return L" -> " + callText(entry(argument)); });
 }
 
-void drawExampleTool(DrawToolEntry entry)
+std::wstring drawExampleTool(DrawToolEntry entry)
 {
     constexpr unsigned drill = 4;
     const std::wstring line =
         callLine(drawToolName, 300, 400, drill, 10.0, 0.0, 59.0, 47.0, 50.0, 89.0, 12.0, 1);
-    callAndTrace(line, [&] {
+    return callAndTrace(line, [&] {
         entry(300, 400, drill, 10, 0, 59, 47, 50, 89, 12, 1);
         return std::wstring();
     });
+}
+
+// " -> 0" after "m_save" is "m_save returned 0".
+std::wstring outcomeText(const std::wstring& name, const std::optional<std::wstring>& result)
+{
+    constexpr std::wstring_view arrow = L" -> ";
+    if (!result)
+        return addIn ? L"The add-in has no export " + name + L"." : L"No add-in is loaded.";
+    if (result->starts_with(arrow))
+        return name + L" returned " + result->substr(arrow.size());
+    return name + (result->empty() ? L" returned" : L" ended with an exception");
+}
+
+// Nothing if there is no such export.
+std::optional<std::wstring> callAndReturnResult(const std::string& name,
+                                                std::optional<int> argument)
+{
+    const auto entry = entryOf<NumberEntry>(name);
+    if (!entry)
+        return std::nullopt;
+    const int number = argument.value_or(0);
+    const std::wstring line = argument ? callLine(name, number) : callLine(name);
+    if (name != drawToolName)
+        return callNumberEntry(line, entry, number);
+    return callAndTrace(line, [&] {
+        entryOf<DrawToolEntry>(name)(static_cast<unsigned>(number), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+        return std::wstring();
+    });
+}
+
+std::optional<std::wstring> callWithExample(const AddInExport& called)
+{
+    if (called.name == drawToolName) {
+        const auto entry = entryOf<DrawToolEntry>(called.name);
+        return entry ? std::optional(drawExampleTool(entry)) : std::nullopt;
+    }
+    const bool isVersion = called.name == std::string_view("m_version");
+    return callAndReturnResult(called.name, called.takesNumber
+                                                ? std::optional(isVersion ? hostVersion : 0)
+                                                : std::nullopt);
 }
 
 } // namespace
@@ -89,38 +140,22 @@ bool loadAddIn(const std::wstring& path)
 
 bool callExport(const std::string& name, std::optional<int> argument)
 {
-    const auto entry = entryOf<NumberEntry>(name);
-    if (!entry)
-        return false;
-    const int number = argument.value_or(0);
-    const std::wstring line = argument ? callLine(name, number) : callLine(name);
-    if (name != drawToolName) {
-        callNumberEntry(line, entry, number);
-        return true;
-    }
-    callAndTrace(line, [&] {
-        entryOf<DrawToolEntry>(name)(static_cast<unsigned>(number), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-        return std::wstring();
-    });
-    return true;
+    return callAndReturnResult(name, argument).has_value();
 }
 
-void callExportWithExample(const AddInExport& called)
+std::wstring callExportWithExample(const AddInExport& called)
 {
-    if (called.name == drawToolName) {
-        if (const auto entry = entryOf<DrawToolEntry>(called.name))
-            drawExampleTool(entry);
-        return;
-    }
-    const bool isVersion = called.name == std::string_view("m_version");
-    callExport(called.name,
-               called.takesNumber ? std::optional(isVersion ? hostVersion : 0) : std::nullopt);
+    const std::string_view name = called.name;
+    return outcomeText({name.begin(), name.end()}, callWithExample(called));
 }
 
-void sendEvent(int code)
+std::wstring sendEvent(int code)
 {
-    if (eventSink)
-        callNumberEntry(callLine("m_notify", code), eventSink, code);
+    const std::wstring event = L"Event " + std::to_wstring(code);
+    if (!eventSink)
+        return event + L" was not sent: no add-in is loaded.";
+    const std::wstring result = callNumberEntry(callLine("m_notify", code), eventSink, code);
+    return event + L" was sent: " + outcomeText(L"m_notify", result);
 }
 
 } // namespace standin

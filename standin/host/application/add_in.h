@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace standin {
@@ -10,14 +11,16 @@ namespace standin {
 struct AddInExport {
     const char* name;
     bool takesNumber;
+    const wchar_t* effect; // what the user gets from it
 };
 extern const AddInExport addInExports[];
 extern const size_t addInExportCount;
 
-// Calls the export with the menu's default argument.
-void callExportWithExample(const AddInExport& called);
+// Calls the export with the menu's default argument. Returns the outcome for the status bar:
+// "m_save returned 0".
+std::wstring callExportWithExample(const AddInExport& called);
 
-// Sends a host event to the add-in, if one is loaded.
-void sendEvent(int code);
+// Sends a host event to the add-in, if one is loaded. Returns the outcome for the status bar.
+std::wstring sendEvent(int code);
 
 } // namespace standin

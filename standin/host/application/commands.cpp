@@ -1,6 +1,8 @@
 #include "application/commands.h"
 
 #include "application/add_in.h"
+#include "application/file_dialog.h"
+#include "application/help_window.h"
 #include "application/main_window.h"
 #include "application/message_loop.h"
 #include "application/observed_calls.h"
@@ -9,10 +11,10 @@
 #include "core/editing.h"
 #include "core/posting.h"
 #include "core/session.h"
+#include "core/text.h"
 
+#include <optional>
 #include <utility>
-
-#include <commdlg.h>
 
 namespace standin {
 
@@ -23,132 +25,147 @@ constexpr int savedEvent = 5;
 // The path for the next save command, set by a script; empty: quit instead.
 std::optional<std::wstring> nextSavePath;
 
-constexpr DWORD longestPath = 4096;
-
-OPENFILENAMEW dialogFor(HWND parent, std::wstring& path)
+// A failure is also shown as a message box, except in a scripted run, which has nobody to close it.
+std::wstring failure(const std::wstring& text)
 {
-    path.resize(longestPath);
-    OPENFILENAMEW dialog{};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = parent;
-    dialog.lpstrFilter = L"Part files (*.mcam, *.emcam)\0*.mcam;*.emcam\0All files\0*.*\0";
-    dialog.lpstrFile = path.data();
-    dialog.nMaxFile = longestPath;
-    dialog.lpstrDefExt = L"mcam";
-    // The current folder belongs to the process, so to the add-in too.
-    dialog.Flags = OFN_NOCHANGEDIR;
-    return dialog;
-}
-
-std::wstring upToNul(const std::wstring& text)
-{
-    return text.substr(0, text.find(L'\0'));
-}
-
-// Nothing if the user cancelled.
-std::optional<std::wstring> askForOpenPath(HWND parent)
-{
-    std::wstring path;
-    OPENFILENAMEW dialog = dialogFor(parent, path);
-    dialog.Flags |= OFN_FILEMUSTEXIST;
-    if (!GetOpenFileNameW(&dialog))
-        return std::nullopt;
-    return upToNul(path);
-}
-
-std::optional<std::wstring> askForSavePath(HWND parent, const std::wstring& name)
-{
-    std::wstring path = name;
-    OPENFILENAMEW dialog = dialogFor(parent, path);
-    dialog.Flags |= OFN_OVERWRITEPROMPT;
-    if (!GetSaveFileNameW(&dialog))
-        return std::nullopt;
-    return upToNul(path);
-}
-
-void reportFailure(const wchar_t* text)
-{
-    // A scripted run has nobody to close this box.
     if (!areMessageBoxesAnswered())
-        MessageBoxW(mainWindow(), text, L"Mastercam", MB_OK | MB_ICONWARNING);
+        MessageBoxW(mainWindow(), text.c_str(), L"Mastercam", MB_OK | MB_ICONWARNING);
+    return text;
 }
 
-void save(const std::wstring& path)
+// Each of the following functions executes a command and returns its outcome for the status bar.
+
+std::wstring save(const std::wstring& path)
 {
-    if (!saveDocument(path)) {
-        reportFailure(L"The part could not be saved.");
-        return;
-    }
+    if (!saveDocument(path))
+        return failure(L"Save failed: " + path + L" cannot be written.");
     setDocumentName(path);
     showNameInTitle(path);
-    sendEvent(savedEvent);
+    return L"Saved: " + path + L".  " + sendEvent(savedEvent);
 }
 
-void runSaveAsCommand()
+std::wstring runSaveAsCommand()
 {
     const std::optional<std::wstring> scripted = std::exchange(nextSavePath, std::nullopt);
     if (scripted && scripted->empty()) {
         requestQuit();
-        return;
+        return L"The host ends.";
     }
     if (scripted)
-        save(*scripted);
-    else if (!areMessageBoxesAnswered())
+        return save(*scripted);
+    if (!areMessageBoxesAnswered())
         if (const std::optional<std::wstring> path = askForSavePath(mainWindow(), documentName()))
-            save(*path);
+            return save(*path);
+    return L"Nothing was saved.";
 }
 
-void runSaveCommand()
+std::wstring runSaveCommand()
 {
     const std::wstring name = documentName();
-    if (name.empty())
-        runSaveAsCommand();
-    else
-        save(name);
+    return name.empty() ? runSaveAsCommand() : save(name);
 }
 
-void runOpenCommand()
+std::wstring runOpenCommand()
 {
     const std::optional<std::wstring> path = askForOpenPath(mainWindow());
     if (!path)
-        return;
-    if (openDocument(*path))
-        showNameInTitle(*path);
-    else
-        reportFailure(L"The file is not a part file.");
+        return L"Nothing was opened.";
+    if (!openDocument(*path))
+        return failure(L"Load failed: " + *path + L" is not a part file.");
+    showNameInTitle(*path);
+    return L"Opened: " + *path;
 }
 
-void runPostCommand()
+std::wstring runPostCommand()
 {
     const std::vector<std::wstring> programs = postNcPrograms();
-    showNote(programs.empty() ? L"No NC program was posted."
-                              : L"Posted " + std::to_wstring(programs.size()) +
-                                    L" NC programs, the first as " + programs.front());
+    if (programs.empty())
+        return L"No NC program was posted.";
+    return L"Posted " + countText(programs.size(), L"NC program") + L": " + programs.front() +
+           (programs.size() > 1 ? L", \u2026" : L"");
 }
 
-void runFinishingPassCommand()
+std::wstring runFinishingPassCommand()
 {
-    if (!addFinishingPass())
-        showNote(L"There is no operation to add a pass to.");
+    const std::optional<int> id = addFinishingPass();
+    if (!id)
+        return L"The part has no contour to finish.";
+    return L"Added operation " + std::to_wstring(*id) + L", a finishing contour.";
 }
 
-void runModalDialogCommand()
+std::wstring runModalDialogCommand()
 {
     MessageBoxW(mainWindow(), L"Mastercam is busy until this dialog is closed.", L"Mastercam",
                 MB_OK | MB_ICONINFORMATION);
+    return L"The dialog is closed.";
 }
 
-void runExportCommand(size_t place)
+std::wstring runBackplotCommand()
 {
-    if (place < addInExportCount)
-        callExportWithExample(addInExports[place]);
+    const bool isActive = !hostSettings().backplotActive;
+    setHostSetting(&HostSettings::backplotActive, isActive);
+    return isActive ? L"The backplot is running." : L"The backplot has ended.";
 }
 
-void runEventCommand(int code)
+std::wstring runEmptyPartCommand()
 {
-    for (const int known : eventCodes)
-        if (known == code)
-            sendEvent(code);
+    runNewCommand();
+    return L"Started an empty part.";
+}
+
+std::wstring runQuitCommand()
+{
+    requestQuit();
+    return L"The host ends.";
+}
+
+std::wstring runHelpCommand()
+{
+    showHelpWindow(mainWindow());
+    return {};
+}
+
+std::wstring runAboutCommand()
+{
+    MessageBoxW(mainWindow(),
+                L"A stand-in for Mastercam, for trying out and testing the TORVA ZEM add-in.\n\n"
+                L"It offers the operations that the add-in uses. Every call is one line of the "
+                L"trace (--trace FILE).",
+                L"About Mastercam", MB_OK | MB_ICONINFORMATION);
+    return {};
+}
+
+struct CommandEntry {
+    UINT command;
+    std::wstring (*run)();
+};
+
+constexpr CommandEntry commandEntries[] = {
+    {newCommand, runEmptyPartCommand},
+    {openCommand, runOpenCommand},
+    {saveCommand, runSaveCommand},
+    {saveAsCommand, runSaveAsCommand},
+    {modalDialogCommand, runModalDialogCommand},
+    {exitCommand, runQuitCommand},
+    {backplotCommand, runBackplotCommand},
+    {postCommand, runPostCommand},
+    {finishingPassCommand, runFinishingPassCommand},
+    {helpCommand, runHelpCommand},
+    {aboutCommand, runAboutCommand},
+};
+
+// Empty for a command without an outcome and for an unknown one.
+std::wstring runAndReport(UINT command)
+{
+    for (const CommandEntry& entry : commandEntries)
+        if (entry.command == command)
+            return entry.run();
+    for (const HostEvent& event : hostEvents)
+        if (firstEventCommand + static_cast<UINT>(event.code) == command)
+            return sendEvent(event.code);
+    if (command >= firstExportCommand && command - firstExportCommand < addInExportCount)
+        return callExportWithExample(addInExports[command - firstExportCommand]);
+    return {};
 }
 
 } // namespace
@@ -166,32 +183,9 @@ void runNewCommand()
 
 void runCommand(UINT command)
 {
-    switch (command) {
-    case newCommand:
-        return runNewCommand();
-    case openCommand:
-        return runOpenCommand();
-    case saveCommand:
-        return runSaveCommand();
-    case saveAsCommand:
-        return runSaveAsCommand();
-    case modalDialogCommand:
-        return runModalDialogCommand();
-    case postCommand:
-        return runPostCommand();
-    case finishingPassCommand:
-        return runFinishingPassCommand();
-    case exitCommand:
-        return requestQuit();
-    case backplotCommand:
-        return setHostSetting(&HostSettings::backplotActive, !hostSettings().backplotActive);
-    default:
-        break;
-    }
-    if (command >= firstEventCommand)
-        runEventCommand(static_cast<int>(command - firstEventCommand));
-    else if (command >= firstExportCommand)
-        runExportCommand(command - firstExportCommand);
+    const std::wstring outcome = runAndReport(command);
+    if (!outcome.empty())
+        showNote(outcome);
 }
 
 } // namespace standin

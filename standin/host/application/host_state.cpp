@@ -149,6 +149,14 @@ std::wstring state(const std::string& name)
     return knownState(name).value_or(std::wstring());
 }
 
+std::vector<std::string> stateNames()
+{
+    std::vector<std::string> names;
+    for (const StateEntry& entry : entries)
+        names.emplace_back(entry.name);
+    return names;
+}
+
 bool putPart(const std::wstring& path)
 {
     return isRunning() && openDocument(path);

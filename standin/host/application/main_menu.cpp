@@ -29,7 +29,9 @@ HMENU createAddInMenu()
     for (size_t place = 0; place < addInExportCount; ++place) {
         const std::string_view name = addInExports[place].name;
         AppendMenuW(menu, MF_STRING, firstExportCommand + place,
-                    std::wstring(name.begin(), name.end()).c_str());
+                    (std::wstring(addInExports[place].effect) + L" (" +
+                     std::wstring(name.begin(), name.end()) + L")")
+                        .c_str());
     }
     return menu;
 }
@@ -37,9 +39,9 @@ HMENU createAddInMenu()
 HMENU createEventsMenu()
 {
     const HMENU menu = CreatePopupMenu();
-    for (const int code : eventCodes)
-        AppendMenuW(menu, MF_STRING, firstEventCommand + static_cast<UINT>(code),
-                    (L"Event " + std::to_wstring(code)).c_str());
+    for (const HostEvent& event : hostEvents)
+        AppendMenuW(menu, MF_STRING, firstEventCommand + static_cast<UINT>(event.code),
+                    (L"Event " + std::to_wstring(event.code) + L": " + event.effect).c_str());
     return menu;
 }
 
@@ -54,6 +56,14 @@ HMENU createEditMenu()
 {
     const HMENU menu = CreatePopupMenu();
     AppendMenuW(menu, MF_STRING, finishingPassCommand, L"Add a &Finishing Pass");
+    return menu;
+}
+
+HMENU createHelpMenu()
+{
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING, helpCommand, L"&Script Commands...");
+    AppendMenuW(menu, MF_STRING, aboutCommand, L"&About Mastercam...");
     return menu;
 }
 
@@ -72,6 +82,7 @@ HMENU createMainMenu()
     append(bar, createEventsMenu(), L"&Events");
     append(bar, createViewMenu(), L"&View");
     append(bar, createEditMenu(), L"E&dit");
+    append(bar, createHelpMenu(), L"&Help");
     return bar;
 }
 

@@ -9,6 +9,7 @@
 #include "core/trace.h"
 #include "view/view.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace standin {
@@ -17,8 +18,12 @@ namespace {
 
 constexpr wchar_t className[] = L"Mastercam main window";
 constexpr wchar_t firstTitle[] = L"Mastercam - Mill";
-constexpr int firstWidth = 1180;
-constexpr int firstHeight = 740;
+// The Companion's window has at least this and at most that width at the left, two fifths of the
+// work area in between.
+constexpr long leastCompanionWidth = 520;
+constexpr long mostCompanionWidth = 760;
+constexpr long usualWidth = 1180;
+constexpr long usualHeight = 760;
 
 void scroll(HWND window, WPARAM wheel)
 {
@@ -74,9 +79,13 @@ void registerClass()
 HWND createMainWindow(bool visible)
 {
     registerClass();
+    RECT workArea{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &workArea, 0);
+    const RECT place = placeMainWindow(workArea);
     const HWND window =
-        CreateWindowExW(0, className, firstTitle, WS_OVERLAPPEDWINDOW, 40, 40, firstWidth,
-                        firstHeight, nullptr, createMainMenu(), ownModule(), nullptr);
+        CreateWindowExW(0, className, firstTitle, WS_OVERLAPPEDWINDOW, place.left, place.top,
+                        place.right - place.left, place.bottom - place.top, nullptr,
+                        createMainMenu(), ownModule(), nullptr);
     if (window && visible) {
         ShowWindow(window, SW_SHOWNORMAL);
         UpdateWindow(window);
@@ -102,6 +111,16 @@ HMODULE ownModule()
     return module;
 }
 
+RECT placeMainWindow(const RECT& workArea)
+{
+    const long whole = workArea.right - workArea.left;
+    const long companion =
+        std::clamp(whole * 2 / 5, std::min(leastCompanionWidth, whole / 2), mostCompanionWidth);
+    const long left = workArea.left + companion;
+    return {left, workArea.top, std::min(left + usualWidth, workArea.right),
+            std::min(workArea.top + usualHeight, workArea.bottom)};
+}
+
 bool startHost(const HostOptions& options)
 {
     if (isRunning() || !openTrace(options.tracePath))
@@ -113,6 +132,7 @@ bool startHost(const HostOptions& options)
     }
     resetQuit();
     resetDocument();
+    showNote({});
     answerMessageBoxes(options.answersMessageBoxes);
     theFrame().m_hWnd = window;
     beginSession(&theFrame());

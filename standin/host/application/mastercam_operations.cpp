@@ -88,6 +88,14 @@ CMastercamInterface* theInterface()
     return &application;
 }
 
+// Shows the outcome of what the add-in asked for in the status bar, and returns it.
+bool noteOutcome(bool isDone, const std::wstring& done, const std::wstring& failed,
+                 const wchar_t* path)
+{
+    showNote((isDone ? done : failed) + (path ? path : L"no path"));
+    return isDone;
+}
+
 } // namespace
 
 CMastercamInterface* GetMastercamApp()
@@ -114,15 +122,21 @@ bool DoFileOpen(const wchar_t* path, bool merge, bool browse, short mode, bool p
         [&] {
             if (escaped)
                 *escaped = false;
-            return path && openDocument(path);
-        });
+            return noteOutcome(path && openDocument(path), L"Opened for the add-in: ",
+                               L"Load failed: ", path);
+        },
+        [&] { return noteOutcome(false, {}, L"Load failed: ", path); });
 }
 
 bool CFile_DoFileSave(const wchar_t* path, CWnd* parent, bool browse, bool prompt)
 {
     return act(
         "CFile_DoFileSave", callLine("CFile_DoFileSave", path, parent, browse, prompt), false,
-        [&] { return path && saveDocument(path); });
+        [&] {
+            return noteOutcome(path && saveDocument(path), L"Saved for the add-in: ",
+                               L"Save failed: ", path);
+        },
+        [&] { return noteOutcome(false, {}, L"Save failed: ", path); });
 }
 
 void post_FT_command(const CString& module, const CString& command)

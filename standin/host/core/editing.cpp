@@ -1,6 +1,7 @@
 #include "core/editing.h"
 
 #include "core/document.h"
+#include "core/operation_types.h"
 
 #include <algorithm>
 
@@ -37,9 +38,37 @@ void scaleToMiddle(std::vector<ViewPoint>& path)
     }
 }
 
-PartOperation finishingPass(const Part& part)
+// How well a finishing contour can follow this operation: 2 for a contour with an end mill, 1 for
+// any other path, 0 for holes.
+int rankForFinishing(const operation& op)
 {
-    PartOperation pass = part.operations.back();
+    const int type = op.operationType;
+    if (type == drilling || type == tapping || type == boring)
+        return 0;
+    constexpr int ballMill = 1, flatMill = 3; // of the types of end mills
+    const bool isEndMill = op.tool.toolType >= ballMill && op.tool.toolType <= flatMill;
+    return type == contour && isEndMill ? 2 : 1;
+}
+
+// The last of the operations with the highest rank; null if there are only holes.
+const PartOperation* operationToFinish(const Part& part)
+{
+    const PartOperation* found = nullptr;
+    int best = 1;
+    for (const PartOperation& held : part.operations) {
+        const int rank = rankForFinishing(held.node.op);
+        if (rank >= best) {
+            best = rank;
+            found = &held;
+        }
+    }
+    return found;
+}
+
+PartOperation finishingPass(const Part& part, const PartOperation& finished)
+{
+    PartOperation pass = finished;
+    pass.node.op.operationType = contour;
     pass.node.next = nullptr;
     pass.node.op.operationId = nextId(part);
     pass.node.op.depth -= deeper;
@@ -61,14 +90,15 @@ void append(Part& part, PartOperation pass)
 
 } // namespace
 
-bool addFinishingPass()
+std::optional<int> addFinishingPass()
 {
     const std::shared_ptr<Part> part = openPart();
-    if (part->operations.empty())
-        return false;
-    append(*part, finishingPass(*part));
+    const PartOperation* const finished = operationToFinish(*part);
+    if (!finished)
+        return std::nullopt;
+    append(*part, finishingPass(*part, *finished));
     setHostSetting(&HostSettings::databaseChanged, true);
-    return true;
+    return part->operations.back().node.op.operationId;
 }
 
 } // namespace standin

@@ -2,6 +2,7 @@
 
 #include "core/document.h"
 #include "core/file_bytes.h"
+#include "core/operation_types.h"
 #include "core/text.h"
 
 #include <cmath>
@@ -15,9 +16,8 @@ namespace {
 
 // ---- One program -------------------------------------------------------------------------------
 
-constexpr double clearance = 10;         // above the part, for rapid moves
-constexpr double approach = 2;           // above the part, where the feed begins
-constexpr int drilling = 4, tapping = 5; // operation types
+constexpr double clearance = 10; // above the part, for rapid moves
+constexpr double approach = 2;   // above the part, where the feed begins
 
 // Rounded to micrometres.
 std::string number(double value)

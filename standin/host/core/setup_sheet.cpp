@@ -2,6 +2,7 @@
 
 #include "core/document.h"
 #include "core/file_bytes.h"
+#include "core/operation_types.h"
 #include "core/text.h"
 
 #include <cmath>
@@ -63,7 +64,7 @@ std::string operationLines(const Part& part, const PartOperation& held)
 {
     const operation& op = held.node.op;
     return "    <operation" + attribute("id", std::to_string(op.operationId)) +
-           attribute("type", std::to_string(op.operationType)) +
+           attribute("type", toUtf8(operationTypeName(op.operationType))) +
            attribute("group", groupName(part, op.groupId)) +
            attribute("depth", decimalText(op.depth)) +
            attribute("ncFile", escaped(fieldText(op.ncName))) +

@@ -50,6 +50,11 @@ std::string decimalText(double value)
     return text;
 }
 
+std::wstring countText(size_t count, std::wstring_view noun)
+{
+    return std::to_wstring(count).append(L" ").append(noun).append(count == 1 ? L"" : L"s");
+}
+
 bool readDecimal(std::string_view text, double& value)
 {
     double read = 0;

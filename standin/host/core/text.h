@@ -37,6 +37,9 @@ void setFieldText(wchar_t (&field)[capacity], std::wstring_view text)
 // 100000, 1e+06, 0.1.
 MCCORE_API std::string decimalText(double value);
 
+// "1 tool", "2 tools".
+MCCORE_API std::wstring countText(size_t count, std::wstring_view noun);
+
 // Parses the whole text as a finite number. False, with `value` unchanged, if it is not one.
 MCCORE_API bool readDecimal(std::string_view text, double& value);
 

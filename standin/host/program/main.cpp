@@ -1,15 +1,16 @@
 // The stand-in host's program: opens the window, loads the add-in, runs the script or waits for the
 // user, and closes the add-in again.
+#include "standin/console/console.h"
 #include "control.h"
+#include "program/options.h"
 #include "program/script.h"
+#include "program/script_commands.h"
 
-#include <cstdio>
+#include <algorithm>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 #include <windows.h>
-
-#include <shellapi.h>
 
 namespace {
 
@@ -19,64 +20,46 @@ constexpr int hostVersion = 2100;
 constexpr int exitDone = 0;
 constexpr int exitCannotStart = 2;
 
-// An option that is not given is empty.
-struct Options {
-    std::wstring addIn;
-    std::wstring part;
-    std::wstring script;
-    std::wstring trace;
-};
-
-std::wstring* optionOf(Options& options, std::wstring_view word)
+// An error before there is a window. A scripted run has nobody to close a message box.
+void reportBadStart(bool byScript, const std::wstring& text)
 {
-    if (word == L"--addin")
-        return &options.addIn;
-    if (word == L"--part")
-        return &options.part;
-    if (word == L"--script")
-        return &options.script;
-    return word == L"--trace" ? &options.trace : nullptr;
+    if (byScript)
+        printText(Output::error, text);
+    else
+        printOrShow(Output::error, text, L"Mastercam");
 }
 
-std::optional<Options> readWords(wchar_t** words, int count)
-{
-    Options options;
-    for (int place = 1; place < count; place += 2) {
-        std::wstring* const option = optionOf(options, words[place]);
-        if (!option || place + 1 == count)
-            return std::nullopt;
-        *option = words[place + 1];
-    }
-    return options;
-}
-
-// Nothing if the command line is invalid.
-std::optional<Options> readOptions(const wchar_t* commandLine)
-{
-    int count = 0;
-    wchar_t** const words = CommandLineToArgvW(commandLine, &count);
-    if (!words)
-        return std::nullopt;
-    std::optional<Options> options = readWords(words, count);
-    LocalFree(words);
-    return options;
-}
-
-// An error ends a scripted run; otherwise it is shown to the user.
-std::optional<int> reportError(bool byScript, const std::wstring& text)
+// An error ends a scripted run; otherwise the status bar shows it and the program continues.
+// `traced` is its text in the trace.
+std::optional<int> reportError(bool byScript, const std::wstring& text, const std::wstring& traced)
 {
     showNote(text);
+    printText(Output::error, text);
     if (byScript)
-        return reportScriptError(text);
-    trace(text);
+        return reportScriptError(traced);
+    trace(traced);
     return std::nullopt;
+}
+
+bool isFile(const std::wstring& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+// Why the file could not be used.
+std::wstring fault(const std::wstring& path, const std::wstring& otherwise)
+{
+    return isFile(path) ? path + otherwise : L"There is no file " + path + L'.';
 }
 
 std::optional<int> openFirstPart(const Options& options)
 {
     if (options.part.empty() || putPart(options.part))
         return std::nullopt;
-    return reportError(!options.script.empty(), L"not a part file: \"" + options.part + L'"');
+    return reportError(!options.script.empty(),
+                       L"Load failed: " + fault(options.part, L" is not a part file."),
+                       L"not a part file: \"" + options.part + L'"');
 }
 
 std::optional<int> openAddIn(const Options& options)
@@ -85,6 +68,7 @@ std::optional<int> openAddIn(const Options& options)
         return std::nullopt;
     if (!loadAddIn(options.addIn))
         return reportError(!options.script.empty(),
+                           L"The add-in " + options.addIn + L" cannot be loaded.",
                            L"the add-in cannot be loaded: \"" + options.addIn + L'"');
     callExport("m_version", hostVersion);
     callExport("m_open", 0);
@@ -97,7 +81,9 @@ std::optional<int> runGivenScript(const Options& options,
     if (options.script.empty())
         return std::nullopt;
     if (!script)
-        return reportScriptError(L"unreadable script: \"" + options.script + L'"');
+        return reportError(true,
+                           L"The script cannot be run: " + fault(options.script, L" is not UTF-8."),
+                           L"unreadable script: \"" + options.script + L'"');
     const std::optional<int> exitCode = runScript(*script);
     // From here on the user closes the message boxes.
     if (!exitCode)
@@ -124,18 +110,31 @@ int run(const Options& options)
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
-    const std::optional<Options> options = readOptions(GetCommandLineW());
-    if (!options) {
-        std::fputs("Mastercam.exe [--addin DLL] [--part FILE] [--script FILE] [--trace FILE]\n",
-                   stderr);
+    const std::vector<std::wstring> words = commandLineWords();
+    if (words.size() == 1 && words.front() == L"--help") {
+        printOrShow(Output::result, optionHelp(), L"Mastercam");
+        return exitDone;
+    }
+    const bool byScript = std::ranges::count(words, L"--script") > 0;
+    std::wstring error;
+    const Options options = readOptions(words, error);
+    if (!error.empty()) {
+        reportBadStart(byScript, error);
         return exitCannotStart;
     }
     HostOptions hostOptions;
-    hostOptions.tracePath = options->trace;
-    hostOptions.answersMessageBoxes = !options->script.empty();
-    if (!startHost(hostOptions))
+    hostOptions.tracePath = options.trace;
+    hostOptions.answersMessageBoxes = !options.script.empty();
+    if (!startHost(hostOptions)) {
+        reportBadStart(byScript,
+                       options.trace.empty()
+                           ? L"The main window cannot be opened: is there a display?"
+                           : L"The trace file cannot be written, or there is no display: " +
+                                 options.trace);
         return exitCannotStart;
-    const int exitCode = run(*options);
+    }
+    setScriptHelp(scriptCommandHelp());
+    const int exitCode = run(options);
     stopHost();
     return exitCode;
 }

@@ -1,5 +1,6 @@
 #include "program/script.h"
 
+#include "standin/console/console.h"
 #include "control.h"
 #include "core/file_bytes.h"
 #include "core/text.h"
@@ -77,13 +78,19 @@ std::optional<int> runScript(const std::vector<ScriptLine>& script)
     for (const ScriptLine& line : script) {
         std::wstring error;
         const Step step = runScriptCommand(line, error);
-        if (step == Step::wrong)
-            return reportScriptError(L"line " + std::to_wstring(line.number) + L": " + error);
+        if (step == Step::wrong) {
+            const std::wstring text = L"line " + std::to_wstring(line.number) + L": " + error;
+            printText(Output::error, L"Error in the script, " + text);
+            return reportScriptError(text);
+        }
         // Waiting messages are processed before the next command and may end the program.
         if (step == Step::quit || !pumpFor(0))
             return exitDone;
-        if (step == Step::timedOut)
+        if (step == Step::timedOut) {
+            printText(Output::error, L"Script, line " + std::to_wstring(line.number) +
+                                         L": nothing in the trace contained " + line.value);
             return exitTimedOut;
+        }
     }
     return std::nullopt;
 }

@@ -142,25 +142,50 @@ Step quitCommand(const Call&)
 
 struct CommandEntry {
     std::wstring_view word;
+    std::wstring_view values;
+    std::wstring_view effect;
     Step (*run)(const Call& call);
 };
 
 constexpr CommandEntry commands[] = {
-    {L"call", callCommand},
-    {L"notify", notifyCommand},
-    {L"set", setCommand},
-    {L"part", partCommand},
-    {L"fail", faultCommand<failNext>},
-    {L"raise", faultCommand<raiseNext>},
-    {L"choose", chooseCommand},
-    {L"save-dialog", saveDialogCommand},
-    {L"wait", waitCommand},
-    {L"wait-for", waitForCommand},
-    {L"show", showCommand},
-    {L"quit", quitCommand},
+    {L"call", L"EXPORT [INT]", L"call an export of the add-in", callCommand},
+    {L"notify", L"CODE", L"send the add-in this event (call m_notify)", notifyCommand},
+    {L"set", L"NAME VALUE", L"set a host state", setCommand},
+    {L"part", L"FILE", L"open a part without calling the add-in", partCommand},
+    {L"fail", L"OPERATION [N]", L"the next N calls of the add-in's operation fail",
+     faultCommand<failNext>},
+    {L"raise", L"OPERATION [N]", L"the next N calls raise the framework's exception",
+     faultCommand<raiseNext>},
+    {L"choose", L"TEXT", L"choose this item of the next popup menu (no text: none)", chooseCommand},
+    {L"save-dialog", L"PATH", L"the next Save As saves under PATH (no path: the host ends)",
+     saveDialogCommand},
+    {L"wait", L"MS", L"wait for that many milliseconds", waitCommand},
+    {L"wait-for", L"TEXT [MS]", L"wait until a new trace line contains TEXT, at most 10000 ms",
+     waitForCommand},
+    {L"show", L"NAME", L"write a host state into the trace", showCommand},
+    {L"quit", L"", L"close the add-in and end with exit code 0", quitCommand},
 };
 
 } // namespace
+
+std::wstring scriptCommandHelp()
+{
+    constexpr size_t valuesColumn = 12;
+    constexpr size_t effectColumn = valuesColumn + 16;
+    std::wstring help;
+    for (const CommandEntry& command : commands) {
+        std::wstring line(command.word);
+        line.resize(valuesColumn, L' ');
+        line.append(command.values).resize(effectColumn, L' ');
+        help.append(L"  ").append(line).append(command.effect).append(L"\n");
+    }
+    std::wstring names;
+    for (const std::string& name : stateNames())
+        names.append(names.empty() ? L"" : L", ").append(name.begin(), name.end());
+    return help + L"\nHost states: " + names +
+           L"\nA value is the rest of the line, without quotes; on and off are true and false.\n"
+           L"A line that starts with # is a comment.";
+}
 
 Step runScriptCommand(const ScriptLine& line, std::wstring& error)
 {

@@ -3,6 +3,7 @@
 #include "control.h"
 #include "core/document.h"
 #include "core/file_bytes.h"
+#include "core/lock.h"
 #include "core/session.h"
 #include "view/gdi_objects.h"
 #include "view/memory_picture.h"
@@ -11,6 +12,7 @@
 #include "view/view_style.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace standin {
 
@@ -23,10 +25,14 @@ constexpr long widestList = 480;
 // UI thread only.
 int firstRow = 0;
 
-// The text at the lower edge of the main window. UI thread only.
-std::wstring& shownNote()
+struct Note {
+    Lock lock;
+    std::wstring text;
+};
+
+Note& theNote()
 {
-    static std::wstring note;
+    static Note note;
     return note;
 }
 
@@ -39,7 +45,7 @@ struct Layout {
 
 Layout layoutOf(const RECT& area)
 {
-    const long list = area.right - std::min(widestList, (area.right - area.left) / 2);
+    const long list = area.right - std::min(widestList, (area.right - area.left) * 11 / 20);
     const long top = area.top + headHeight;
     const long bottom = std::max(area.bottom - statusHeight, top);
     return {{area.left, area.top, area.right, top},
@@ -94,11 +100,10 @@ void drawStatus(HDC context, const RECT& area, const HostSettings& settings)
     fillArea(context, area, colours::panel);
     fillArea(context, {area.left, area.top, area.right, area.top + 1}, colours::rule);
     const std::wstring name = documentName();
-    const std::wstring& note = shownNote();
-    const long middle = area.right - 240;
-    drawLine(context, joined(name.empty() ? L"Untitled" : name, note),
-             {area.left + 16, area.top, middle, area.bottom}, TextFont::plain,
-             note.empty() ? colours::text : colours::warning);
+    const std::wstring note = shownNote();
+    const long middle = area.right - (settings.backplotActive ? 200 : 90);
+    drawLine(context, note.empty() ? (name.empty() ? L"Untitled" : name) : note,
+             {area.left + 16, area.top, middle, area.bottom}, TextFont::plain, colours::text);
     drawLine(context, stateText(settings), {middle, area.top, area.right - 16, area.bottom},
              TextFont::plain, settings.backplotActive ? colours::warning : colours::quietText,
              DT_RIGHT);
@@ -140,8 +145,17 @@ void scrollOperations(int rows)
 
 void showNote(const std::wstring& text)
 {
-    shownNote() = text;
+    {
+        const std::scoped_lock guard(theNote().lock);
+        theNote().text = text;
+    }
     repaintView();
+}
+
+std::wstring shownNote()
+{
+    const std::scoped_lock guard(theNote().lock);
+    return theNote().text;
 }
 
 bool writeViewPicture(HWND window, const std::wstring& path)

@@ -1,12 +1,12 @@
 #include "view/view_operations.h"
 
+#include "core/operation_types.h"
 #include "core/text.h"
 #include "view/gdi_objects.h"
 #include "view/view_style.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <set>
 
 namespace standin {
@@ -46,14 +46,6 @@ std::vector<ListRow> rowsOf(const Part& part)
 std::wstring wide(const std::string& digits)
 {
     return {digits.begin(), digits.end()};
-}
-
-std::wstring typeName(int type)
-{
-    static constexpr const wchar_t* names[] = {L"Facing",  L"Contour", L"Pocket", L"Drilling",
-                                               L"Tapping", L"Boring",  L"Chamfer"};
-    const auto place = static_cast<size_t>(type - 1);
-    return type >= 1 && place < std::size(names) ? names[place] : L"Type " + std::to_wstring(type);
 }
 
 std::wstring timeText(double seconds)
@@ -133,7 +125,7 @@ void drawOperation(HDC context, const RECT& row, const PartOperation& held)
     };
     drawMark(context, row, toolColour(op.tool.toolNumber));
     cell(std::to_wstring(op.operationId), numberColumn, typeColumn - 4, DT_LEFT);
-    cell(typeName(op.operationType), typeColumn, toolColumn - 4, DT_LEFT);
+    cell(operationTypeName(op.operationType), typeColumn, toolColumn - 4, DT_LEFT);
     cell(toolText(op.tool), toolColumn, time - depthWidth - 4, DT_LEFT);
     cell(wide(decimalText(op.depth)), time - depthWidth, time, DT_RIGHT);
     cell(timeText(held.cycleSeconds), time, width - 14, DT_RIGHT);
@@ -145,8 +137,8 @@ void drawTotal(HDC context, const RECT& row, const Part& part)
     double seconds = 0;
     for (const PartOperation& held : part.operations)
         seconds += held.cycleSeconds;
-    const std::wstring count = std::to_wstring(part.operations.size()) + L" operations, " +
-                               std::to_wstring(part.tools.size()) + L" tools";
+    const std::wstring count = countText(part.operations.size(), L"operation") + L", " +
+                               countText(part.tools.size(), L"tool");
     fillArea(context, {row.left, row.top, row.right, row.top + 1}, colours::rule);
     drawLine(context, count, columnOf(row, markColumn, row.right - row.left - 120), TextFont::bold,
              colours::text);
