@@ -2,7 +2,7 @@
 
 _zemlink() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands="status open new checkin listen decode doctor"
+    local commands="status open new checkin listen decode watch record replay report doctor"
     local kinds="command machine answer commits tools queue notices picture log events bookmark copies settings"
     local command= each words=
     COMPREPLY=()
@@ -20,12 +20,16 @@ _zemlink() {
     checkin) words="--host --timeout" ;;
     listen) words="--count --timeout" ;;
     decode) words="--as" ;;
+    watch) words="--only --since --count --timeout" ;;
+    record) words="--redact --timeout" ;;
+    replay) words="--host --at-once --timeout" ;;
+    report) words="--recording --redact" ;;
     doctor) words="--all" ;;
     *) words="$commands --version" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words --json --help" -- "$word")
     case $command in
-    open | decode) mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$word") ;;
+    open | decode | record | replay | report) mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$word") ;;
     esac
 }
 

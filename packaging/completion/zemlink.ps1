@@ -9,6 +9,10 @@ Register-ArgumentCompleter -Native -CommandName zemlink, zemlink.exe -ScriptBloc
         'checkin' = @('--host', '--timeout')
         'listen' = @('--count', '--timeout')
         'decode' = @('--as')
+        'watch' = @('--only', '--since', '--count', '--timeout')
+        'record' = @('--redact', '--timeout')
+        'replay' = @('--host', '--at-once', '--timeout')
+        'report' = @('--recording', '--redact')
         'doctor' = @('--all')
     }
     $kinds = 'command', 'machine', 'answer', 'commits', 'tools', 'queue', 'notices', 'picture', 'log', 'events', 'bookmark', 'copies', 'settings'

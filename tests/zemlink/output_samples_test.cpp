@@ -27,6 +27,16 @@ protected:
         write(name, runTool(installation, L"--json " + arguments).output);
     }
 
+    // Each line is an output of its own.
+    void runLines(const std::string& name, const std::wstring& arguments)
+    {
+        int number = 0;
+        for (const std::wstring& line :
+             linesOf(fromUtf8(runTool(installation, L"--json " + arguments).output)))
+            write(name + '-' + std::to_string(++number), toUtf8(line));
+        EXPECT_GT(number, 2) << name;
+    }
+
     Installation installation{Registry::ofTheUser};
 };
 
@@ -71,6 +81,10 @@ TEST_F(ZemlinkJson, isWrittenForEachStateOfTheSystem)
     run("doctor-waiting", L"doctor --all");
     run("events", L"decode " + quoted(installation.path(L"sys\\companion.log")));
     run("copies", L"decode " + quoted(installation.path(L"sys\\working-copies.txt")));
+    runLines("watch", L"watch --since \"2026-11-01 00:00\" --timeout 1");
+    run("recorded", L"record " + quoted(installation.path(L"session.zip")) + L" --timeout 1");
+    run("archive", L"report " + quoted(installation.path(L"support.zip")) + L" --recording " +
+                       quoted(installation.path(L"session.zip")));
     run("log", L"decode " + quoted(installation.path(L"sys\\mcxlog.txt")));
 }
 
@@ -94,6 +108,12 @@ TEST_F(ZemlinkJson, isWrittenForEachKindOfFile)
         run("odd-" + toUtf8(kind),
             L"decode " + quoted(installation.path(L"x.bin")) + L" --as " + kind);
     }
+}
+
+TEST_F(ZemlinkJson, isWrittenForAReplay)
+{
+    const std::wstring recording = programFolder() + L"shipped\\recordings\\new-file.zip";
+    run("replayed", L"replay " + quoted(recording) + L" --at-once --timeout 1"); // without a host
 }
 
 TEST_F(ZemlinkJson, isWrittenForEachNotice)

@@ -120,7 +120,8 @@ Outcome record(const Arguments& arguments)
 {
     const std::wstring path = fullPathOf(peer::fromUtf8(arguments.path));
     if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
-        return failure(arguments.path + " exists already; nothing is overwritten");
+        return failure("file-exists", arguments.path + ": this file exists already",
+                       "Give another name; nothing is overwritten.");
     const Interruption interruption;
     const RunningRecording running(path);
     const std::wstring folder = peer::readInstallationFolder().path;

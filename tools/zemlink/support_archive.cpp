@@ -98,13 +98,14 @@ Outcome writeSupportArchive(const Arguments& arguments)
 {
     const std::wstring path = peer::fromUtf8(arguments.path);
     if (peer::isFile(path))
-        return failure(arguments.path + ": this file exists already");
+        return failure("file-exists", arguments.path + ": this file exists already",
+                       "Give another name; nothing is overwritten.");
     Collected collected = collect(arguments);
     if (arguments.isRedacted)
         redact(collected);
     const std::vector<ZipEntry> entries = entriesOf(collected);
     if (!peer::replaceFile(path, formatZip(entries)))
-        return failure(arguments.path + " cannot be written");
+        return failure("file-not-written", arguments.path + " cannot be written");
     Report report{{"report", arguments.path}, {"redacted", arguments.isRedacted}};
     for (const ZipEntry& entry : entries)
         report["entries"].push_back(Report{{"name", entry.name}, {"bytes", entry.bytes.size()}});
