@@ -151,7 +151,7 @@ TEST(EventOrder, followsTheExchangeAtTheSameTime)
 
 TEST(EventOrder, takesSettingsBetweenSteps2And3)
 {
-    const ExchangeEvent taken = {900, EventKind::machineSettingsTaken};
+    const ExchangeEvent taken = {3, EventKind::machineSettingsTaken};
     EXPECT_EQ(inOrder({taken, step('1', 5), step('2', 5), step('3', 5)}),
               (Words{"load-step1", "load-step2", "machine-settings-taken", "load-step3"}));
     EXPECT_EQ(inOrder({taken, step('3', 5)}), (Words{"machine-settings-taken", "load-step3"}));

@@ -1,5 +1,6 @@
 // `zemlink watch` next to the stand-in Companion, the stand-in host and the shipped add-in.
 #include "endtoend/companion_commit_fixture.h"
+#include "support/companion_double.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
 #include "zemlink/announced_host.h"
@@ -53,9 +54,11 @@ protected:
     static bool isWatching(const ToolRun& run) { return run.waitForOutput("watching"); }
 };
 
-Words withoutNotices(Words words)
+// Notices come at any time after their commit, and the Companion moves the picture away at once.
+Words withoutNoticesAndPictures(Words words)
 {
     std::erase(words, "notice");
+    std::erase(words, "picture-written");
     return words;
 }
 
@@ -67,9 +70,14 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
     ASSERT_TRUE(isWatching(run)) << run.errors();
     const CompanionProgram companion(installation);
     ASSERT_TRUE(waitForEvents(run, "companion-started"));
-    const HostProgram host(installation, "wait-for CFile_DoFileSave( 60000\ncall m_save 0\n");
+    const HostProgram host(installation, "set main_window_enabled false\n"
+                                         "show main_window_enabled\n"
+                                         "wait-for CFile_DoFileSave( 60000\ncall m_save 0\n");
     ASSERT_TRUE(isReady(host) && waitForEvents(run, "host-started"));
+    ASSERT_TRUE(host.waitForTrace(LR"(main_window_enabled = "false")"));
     ASSERT_EQ(companion.run(L"--send bracket"), carriedOut);
+    ASSERT_TRUE(waitForEvents(run, "request-taken"));
+    EnableWindow(host.window(), TRUE); // the load waits for it
     ASSERT_TRUE(waitForVersion(companion, L"bracket", 2));
     ASSERT_TRUE(waitForEvents(run, "commit-taken") && waitForEvents(run, "notice"));
     PostMessageW(host.window(), WM_CLOSE, 0, 0);
@@ -78,11 +86,11 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
     ASSERT_TRUE(waitForEvents(run, "companion-ended"));
 
     EXPECT_EQ(
-        withoutNotices(wordsIn(run)),
+        withoutNoticesAndPictures(wordsIn(run)),
         (Words{"companion-started", "host-started", "machine-settings-written", "request-written",
                "request-taken", "load-step", "load-step", "machine-settings-taken", "load-step",
-               "load-step", "load-step", "load-step", "load-step", "picture-written",
-               "commit-written", "commit-taken", "host-ended", "companion-ended"}));
+               "load-step", "load-step", "load-step", "load-step", "commit-written", "commit-taken",
+               "host-ended", "companion-ended"}));
     const std::string file = toUtf8(installation.path(L"work\\bracket.mcam"));
     for (const Json& event : eventsIn(run)) {
         const std::string word = event["event"];
@@ -97,33 +105,46 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
             EXPECT_EQ(event["meaning"], (Json{{"id", 17}, {"file", file}}));
         } else if (word == "notice") {
             EXPECT_EQ(event["meaning"], (Json{{"notice", "commit"}, {"id", 17}, {"file", file}}));
-        } else if (word == "picture-written") {
-            EXPECT_EQ(event["meaning"]["bitsPerPixel"], 24);
         } else if (word == "load-step") {
             EXPECT_EQ(event["process"], host.process().id());
         }
     }
 }
 
+TEST_F(ZemlinkWatch, showsAPictureBeforeItsCommit)
+{
+    CompanionDouble companion;
+    companion.holdSemaphore();
+    companion.showWindow();
+    const std::wstring part = makePart(L"a.mcam", "");
+    const ToolRun run(installation,
+                      L"watch --json --only picture-written,commit-written --count 2");
+    ASSERT_TRUE(isWatching(run));
+    const HostProgram host(installation, "set geo_filename " + toUtf8(part) + "\ncall m_save 0\n");
+    EXPECT_EQ(run.waitForExit(), 0u);
+    ASSERT_EQ(wordsIn(run), (Words{"picture-written", "commit-written"}));
+    EXPECT_EQ(eventsIn(run)[0]["meaning"]["bitsPerPixel"], 24);
+    EXPECT_EQ(eventsIn(run)[1]["meaning"], (Json{{"id", 0}, {"file", toUtf8(part)}}));
+}
+
 TEST_F(ZemlinkWatch, showsTheQueueOfTheAddIn)
 {
+    CompanionDouble companion; // the Companion removes a queue as soon as it has read it
+    companion.holdSemaphore();
     const std::wstring part = installation.path(L"queue.mcam");
     writeBytes(part, "mastercam part 1\n\n[group]\nid = 1\nname = Mill\n\n"
                      "[operation]\nid = 1\ngroup = 1\nnci-name = PLATE\n\n");
     writeBytes(installation.path(L"tmp\\PLATE.NC"), "%\nO1\nM30\n%\n");
-    const ToolRun run(installation, L"watch --json --only nc-queue-written,notice --count 2");
+    const ToolRun run(installation, L"watch --json --only nc-queue-written --count 1");
     ASSERT_TRUE(isWatching(run));
-    const CompanionProgram companion(installation);
-    ASSERT_NE(companion.waitForWindow(), nullptr);
     const HostProgram host(installation, "set nc_prefix " + toUtf8(installation.path(L"tmp\\")) +
                                              "\nset nc_suffix .NC\npart " + toUtf8(part) +
                                              "\ncall importNCqueue\n");
     EXPECT_EQ(run.waitForExit(), 0u);
-    const std::string queue = toUtf8(installation.path(L"temp\\ncqueue-0.txt"));
-    ASSERT_EQ(wordsIn(run), (Words{"nc-queue-written", "notice"}));
-    EXPECT_EQ(eventsIn(run)[0]["file"], queue);
-    EXPECT_EQ(eventsIn(run)[0]["meaning"]["programs"][0]["group"], "Mill");
-    EXPECT_EQ(eventsIn(run)[1]["meaning"], (Json{{"notice", "NC queue"}, {"file", queue}}));
+    ASSERT_EQ(wordsIn(run), (Words{"nc-queue-written"}));
+    const Json event = eventsIn(run)[0];
+    EXPECT_EQ(event["file"], toUtf8(installation.path(L"temp\\ncqueue-0.txt")));
+    EXPECT_EQ(event["meaning"]["programs"][0]["group"], "Mill");
 }
 
 TEST_F(ZemlinkWatch, showsNcQueuesToolDataAndAnswers)

@@ -29,14 +29,14 @@ peer::OwnHandle openProcess(std::uint32_t process, bool& isRunning)
 
 } // namespace
 
-std::vector<ExchangeEvent> CommandFiles::look(std::int64_t now)
+std::vector<ExchangeEvent> CommandFiles::look(std::int64_t now, bool isFollowed)
 {
     std::vector<ExchangeEvent> events;
     for (const std::wstring& name : listFiles(peer::commandFilePattern(folder_)))
         if (const auto process = peer::processOfCommandFile(name))
             hosts_[*process];
     for (auto& [process, host] : hosts_)
-        lookAtHost(process, host, now, events);
+        lookAtHost(process, host, now, isFollowed, events);
     std::erase_if(hosts_, [&](const auto& entry) {
         const auto& [process, host] = entry;
         if (!hasGone(process, host, now))
@@ -48,7 +48,7 @@ std::vector<ExchangeEvent> CommandFiles::look(std::int64_t now)
     return events;
 }
 
-void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t now,
+void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t now, bool isFollowed,
                               std::vector<ExchangeEvent>& events)
 {
     const FileLook look = lookAt(peer::commandFilePath(folder_, process));
@@ -63,11 +63,12 @@ void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t no
             events.push_back({look.writtenAt, EventKind::hostStarted, process});
     }
     if (look != host.look)
-        lookAtRequest(process, host, look, now, events);
+        lookAtRequest(process, host, look, now, isFollowed, events);
 }
 
 void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLook& look,
-                                 std::int64_t now, std::vector<ExchangeEvent>& events)
+                                 std::int64_t now, bool isFollowed,
+                                 std::vector<ExchangeEvent>& events)
 {
     const std::wstring path = peer::commandFilePath(folder_, process);
     const auto add = [&](EventKind kind, const std::string& bytes) {
@@ -84,7 +85,7 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
         host.waiting.reset();
     } else if (bytes.empty() && host.look.exists) {
         // The host made a new file, so a request has come and gone.
-        if (!isReplaced(host, look, now))
+        if (!isReplaced(path, host, look, now, isFollowed))
             return;
         add(EventKind::requestWritten, "");
         add(EventKind::requestTaken, "");
@@ -102,12 +103,18 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
 
 // Where a file's time changes before its size does, as on Linux, a request that is just being
 // written looks like another empty file for an instant.
-bool CommandFiles::isReplaced(Host& host, const FileLook& look, std::int64_t now)
+bool CommandFiles::isReplaced(const std::wstring& path, Host& host, const FileLook& look,
+                              std::int64_t now, bool isFollowed)
 {
     constexpr std::int64_t instantMs = 30;
+    constexpr DWORD shortInstantMs = 5;
     if (look != host.replaced) {
         host.replaced = look;
         host.replacedSince = now;
+    }
+    if (isFollowed) {
+        Sleep(shortInstantMs);
+        return lookAt(path) == look;
     }
     return now - host.replacedSince >= instantMs;
 }

@@ -23,7 +23,8 @@ public:
 
     // Hosts that have started or ended, requests written and taken. A request that was written and
     // taken between two looks has no bytes.
-    std::vector<ExchangeEvent> look(std::int64_t now);
+    // `isFollowed`: what hosts do after taking a request has been seen.
+    std::vector<ExchangeEvent> look(std::int64_t now, bool isFollowed);
     // The hosts' processes; each handle is signalled when its process ends.
     std::vector<HANDLE> processes() const;
     // Something is about to be decided: look again soon.
@@ -46,11 +47,12 @@ private:
         std::optional<std::int64_t> lastId{}; // of the requests so far
         std::string lastPart{};
     };
-    void lookAtHost(std::uint32_t process, Host& host, std::int64_t now,
+    void lookAtHost(std::uint32_t process, Host& host, std::int64_t now, bool isFollowed,
                     std::vector<ExchangeEvent>& events);
     void lookAtRequest(std::uint32_t process, Host& host, const FileLook& look, std::int64_t now,
-                       std::vector<ExchangeEvent>& events);
-    static bool isReplaced(Host& host, const FileLook& look, std::int64_t now);
+                       bool isFollowed, std::vector<ExchangeEvent>& events);
+    static bool isReplaced(const std::wstring& path, Host& host, const FileLook& look,
+                           std::int64_t now, bool isFollowed);
     bool hasGone(std::uint32_t process, const Host& host, std::int64_t now) const;
     template <class Matches>
     std::uint32_t hostWhere(const Matches& matches) const;

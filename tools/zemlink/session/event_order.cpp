@@ -31,7 +31,7 @@ void putSettingsBeforeSteps(std::vector<ExchangeEvent>& events)
     const auto step = std::ranges::find(events, EventKind::loadStep, &ExchangeEvent::kind);
     for (ExchangeEvent& event : events)
         if (event.kind == EventKind::machineSettingsTaken && step != events.end())
-            event.at = std::min(event.at, step->at);
+            event.at = step->at;
 }
 
 void moveSettingsPastStep2(std::vector<ExchangeEvent>& events)

@@ -85,6 +85,8 @@ ExchangeLook::ExchangeLook(const std::wstring& folder)
         folders_.emplace_back(each);
     loadLog_.skip();
     companionLog_.skip();
+    // What the first look finds has happened at any time before.
+    lastAt_ = currentTime();
 }
 
 // The later something happens, the earlier it is looked at, so that whatever led to it is found by
@@ -92,8 +94,7 @@ ExchangeLook::ExchangeLook(const std::wstring& folder)
 std::vector<ExchangeEvent> ExchangeLook::look()
 {
     const std::int64_t now = currentTime();
-    std::vector<ExchangeEvent> events = commandFiles_.look(now);
-    append(events, companion_.look(now));
+    std::vector<ExchangeEvent> events = commandFiles_.look(now, false);
     append(events, readCompanionLog());
     append(events, commitFiles_.look(now));
     const bool isFollowed =
@@ -101,15 +102,33 @@ std::vector<ExchangeEvent> ExchangeLook::look()
     for (WholeFiles* files : {&screenPictures_, &toolPictures_, &ncQueues_, &toolData_, &answers_})
         append(events, files->look(now, isFollowed));
     append(events, newSteps());
-    append(events, machineSettings_.look(now, true));
-    if (contains(events, EventKind::machineSettingsTaken))
-        append(events, newSteps()); // those before they were taken
-    append(events, commandFiles_.look(now));
+    lookAtRequests(events);
     loggedRequests_.complete(events);
+    append(events, companion_.look(now)); // last, because finding its window takes longest
     findProcesses(events);
     putInOrder(events, lastAt_, currentTime());
     lastAt_ = events.empty() ? lastAt_ : events.back().at;
     return events;
+}
+
+// Each step follows from a request, a request from its machine settings, and taken settings from
+// the first steps: whatever is found, what it follows from is looked at once more.
+void ExchangeLook::lookAtRequests(std::vector<ExchangeEvent>& events)
+{
+    size_t known = 0;
+    do {
+        known = events.size();
+        const std::int64_t now = currentTime(); // when the settings are found to be gone
+        append(events, machineSettings_.look(now, true));
+        if (contains(events, EventKind::machineSettingsTaken))
+            append(events, newSteps());
+        append(events, commandFiles_.look(now, contains(events, EventKind::loadStep)));
+    } while (events.size() != known);
+    const bool hasMissedOne = std::ranges::any_of(events, [](const ExchangeEvent& event) {
+        return event.kind == EventKind::requestWritten && event.bytes.empty();
+    });
+    if (hasMissedOne)
+        append(events, readCompanionLog()); // it may have been logged meanwhile
 }
 
 std::vector<HANDLE> ExchangeLook::handles() const

@@ -30,6 +30,7 @@ public:
     void rearm(bool isSlow);
 
 private:
+    void lookAtRequests(std::vector<ExchangeEvent>& events);
     bool areFilesWaiting() const;
     // Its notices; its requests are kept for those that are missed.
     std::vector<ExchangeEvent> readCompanionLog();
