@@ -65,9 +65,14 @@ bool writeFile(const std::wstring& path, std::string_view bytes)
 bool replaceFile(const std::wstring& path, std::string_view bytes)
 {
     const std::wstring newFile = path + L".new";
-    return !isWriteProtected(path) &&
-           writeWhole(newFile, GENERIC_WRITE, CREATE_ALWAYS, bytes, FILE_FLAG_WRITE_THROUGH) &&
-           moveOver(newFile, path);
+    if (isWriteProtected(path))
+        return false;
+    const bool isReplaced =
+        writeWhole(newFile, GENERIC_WRITE, CREATE_ALWAYS, bytes, FILE_FLAG_WRITE_THROUGH) &&
+        moveOver(newFile, path);
+    if (!isReplaced)
+        DeleteFileW(newFile.c_str());
+    return isReplaced;
 }
 
 bool appendToFile(const std::wstring& path, std::string_view bytes)

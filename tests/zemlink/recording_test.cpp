@@ -48,6 +48,11 @@ ExchangeEvent event(std::int64_t at, EventKind kind, const std::wstring& file = 
     return {start + at, kind, process, file, bytes};
 }
 
+std::string utf16(const std::wstring& text)
+{
+    return std::string(reinterpret_cast<const char*>(text.data()), text.size() * 2);
+}
+
 // One exchange of each kind, of a user and parts with names that are found nowhere else.
 Recording sampleRecording()
 {
@@ -62,11 +67,15 @@ Recording sampleRecording()
         event(0, EventKind::companionStarted, {}, {}, 328),
         event(1, EventKind::hostStarted, temp + L"mastercam-4711.dat"),
         event(2, EventKind::machineSettingsWritten, temp + L"mcsettings-17.txt",
-              "17;-1;0;C:\\Machines\\Dino lathe.mcam-lmd"),
+              "17|-1|0|C:\\Machines\\Dino lathe.mcam-lmd"),
         event(3, EventKind::requestWritten, temp + L"mastercam-4711.dat",
               "\xEF\xBB\xBF"
               "17 C:\\Users\\wilma\\Quarry\\work\\Rocket.mcam\n"),
-        event(4, EventKind::requestTaken, temp + L"mastercam-4711.dat"),
+        event(4, EventKind::requestTaken, temp + L"mastercam-4711.dat",
+              "\xEF\xBB\xBF"
+              "17 C:\\Users\\wilma\\Quarry\\work\\Rocket.mcam\n"),
+        event(5, EventKind::machineSettingsTaken, temp + L"mcsettings-17.txt",
+              "17|-1|0|C:\\Machines\\Dino lathe.mcam-lmd"),
         event(400, EventKind::loadStep, {},
               "Loading File #1: C:\\Users\\wilma\\Quarry\\work\\Rocket.mcam\r\n"),
         event(900, EventKind::pictureWritten, L"C:\\Users\\wilma\\Quarry\\commit\\screendump.bmp",
@@ -76,10 +85,21 @@ Recording sampleRecording()
               "NCPATH|-1|C:\\NC\\ROCKET.NC|Slate group\r\n"),
         event(903, EventKind::toolDataWritten, temp + L"tool-17.txt", toolRecord),
         event(904, EventKind::notice, {}, "ZEMID=17|C:\\Users\\wilma\\Quarry\\work\\Rocket.mcam\n"),
+        event(905, EventKind::commitTaken, temp + L"torvapdm-328.dat", record),
+        event(905, EventKind::answerWritten, L"C:\\Users\\wilma\\Temp\\TORVA ZEM-5.tmp",
+              utf16(L"CAD12 C:\\Parts\\Hammer v2.Granite")),
+        event(905, EventKind::notice, {}, "ZEMID=18|C:\\Parts\\M\xDCHLE.mcam\n"),
         event(905, EventKind::notice, {}, "scribble of wilma\n"),
         event(906, EventKind::hostEnded, temp + L"mastercam-4711.dat"),
     };
     return recording;
+}
+
+ExchangeEvent eventOf(const Recording& recording, EventKind kind)
+{
+    const auto found = std::ranges::find(recording.events, kind, &ExchangeEvent::kind);
+    EXPECT_NE(found, recording.events.end()) << eventWord(kind);
+    return found == recording.events.end() ? ExchangeEvent() : *found;
 }
 
 std::string causeOf(const std::string& bytes)
@@ -169,7 +189,7 @@ TEST(RecordingFile, hasAnIndexForPeople)
     EXPECT_EQ(request["meaning"]["path"], "C:\\Users\\wilma\\Quarry\\work\\Rocket.mcam");
 }
 
-TEST(RecordingFile, refusesWhatIsNoRecording)
+TEST(RecordingFile, refusesAnythingElse)
 {
     EXPECT_EQ(causeOf("BM"), "it is not a zip file");
     EXPECT_EQ(causeOf(formatZip({{"a", "b"}})), "index.json is missing");
@@ -189,6 +209,27 @@ TEST(RecordingFile, refusesWhatIsNoRecording)
               "x is missing");
     EXPECT_EQ(causeOf(withEvent(R"({"at":"1","event":"notice","process":null})")),
               "its index is damaged");
+    for (const char* time : {"-1", "2592000001", "9000000000000000000"})
+        EXPECT_EQ(causeOf(withEvent(R"({"event":"notice","process":null,"at":)" +
+                                    std::string(time) + '}')),
+                  "its index is damaged")
+            << time;
+    EXPECT_EQ(causeOf(formatZip({{"index.json", std::string(100, '[') + std::string(100, ']')}})),
+              "its index is damaged");
+    const std::string noFolder =
+        R"({"format":1,"started":"2026-11-18T11:06:40.123Z","redacted":false,)"
+        R"("finished":true,"folder":"","status":{},"events":[]})";
+    EXPECT_EQ(causeOf(formatZip({{"index.json", noFolder}})), "its index is damaged");
+}
+
+TEST(RecordingFile, givesEachEntryToOneEvent)
+{
+    const std::string two = R"({"format":1,"started":"2026-11-18T11:06:40.123Z","redacted":false,)"
+                            R"("finished":true,"folder":"C:","status":{},"events":[)"
+                            R"({"at":1,"event":"notice","process":null,"entry":"exchanges/x"},)"
+                            R"({"at":2,"event":"notice","process":null,"entry":"exchanges/x"}]})";
+    EXPECT_EQ(causeOf(formatZip({{"index.json", two}, {"exchanges/x", "TOOL-5"}})),
+              "exchanges/x is missing");
 }
 
 TEST(UniversalTime, isReadExactly)
@@ -208,8 +249,10 @@ TEST(Redaction, leavesNoNameInAnyEncoding)
         everything += entry.name + '\n' + entry.bytes + '\n';
     std::ranges::transform(everything, everything.begin(),
                            [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
-    for (const std::string name : {"wilma", "quarry", "rocket", "pebbles", "projects", "barney",
-                                   "dino", "lathe", "slate", "cutter", "scribble", "secret"}) {
+    for (const std::string name :
+         {"wilma", "quarry", "rocket", "pebbles", "projects", "barney", "dino", "lathe", "slate",
+          "cutter", "scribble", "secret", "hammer", "granite", "m\xFChle", "m\xDChle",
+          "m\xC3\xBChle", "m\xC3\x9Chle"}) {
         std::string wide;
         for (const char c : name)
             wide += {c, '\0'};
@@ -222,22 +265,31 @@ TEST(Redaction, isConsistentAndKeepsTheForm)
 {
     const Recording hidden = redacted(parseRecording(formatRecording(sampleRecording())));
     EXPECT_TRUE(hidden.isRedacted);
-    const std::string request = hidden.events[3].bytes;
+    const std::string request = eventOf(hidden, EventKind::requestWritten).bytes;
     const std::string path = request.substr(6, request.size() - 7);
     EXPECT_TRUE(request.starts_with("\xEF\xBB\xBF"
                                     "17 C:\\Users\\user-"));
     EXPECT_TRUE(path.ends_with(".mcam"));
-    EXPECT_EQ(hidden.events[10].bytes, "ZEMID=17|" + path + '\n');
-    EXPECT_EQ(hidden.events[5].bytes, "Loading File #1: " + path + "\r\n");
-    const peer::Piece commit = peer::parsePiece(hidden.events[7].bytes);
+    EXPECT_EQ(eventOf(hidden, EventKind::notice).bytes, "ZEMID=17|" + path + '\n');
+    EXPECT_EQ(eventOf(hidden, EventKind::loadStep).bytes, "Loading File #1: " + path + "\r\n");
+    const peer::Piece commit = peer::parsePiece(eventOf(hidden, EventKind::commitWritten).bytes);
     EXPECT_EQ(commit.kind, peer::PieceKind::record);
-    EXPECT_EQ(commit.size, hidden.events[7].bytes.size());
+    EXPECT_EQ(commit.size, eventOf(hidden, EventKind::commitWritten).bytes.size());
     EXPECT_TRUE(commit.record.file.starts_with(L"\\\\folder-"));
-    EXPECT_EQ(hidden.events[3].file.substr(hidden.folder.size()), L"\\temp\\mastercam-4711.dat");
-    EXPECT_EQ(hidden.events[6].bytes, bitmap.substr(0, 54) + std::string(8, '\x80'));
-    EXPECT_EQ(hidden.events[11].bytes, std::string(18, '?'));
-    EXPECT_TRUE(hidden.events[9].bytes.starts_with("TOOLDATA|DATAID=17|"));
-    EXPECT_NE(hidden.events[8].bytes.find("NCPATH|-1|C:\\"), std::string::npos);
+    EXPECT_EQ(eventOf(hidden, EventKind::requestWritten).file.substr(hidden.folder.size()),
+              L"\\temp\\mastercam-4711.dat");
+    EXPECT_EQ(eventOf(hidden, EventKind::pictureWritten).bytes,
+              bitmap.substr(0, 54) + std::string(8, '\x80'));
+    EXPECT_EQ(hidden.events[hidden.events.size() - 2].bytes, std::string(18, '?'));
+    EXPECT_EQ(eventOf(hidden, EventKind::commitTaken).bytes,
+              eventOf(hidden, EventKind::commitWritten).bytes);
+    EXPECT_TRUE(eventOf(hidden, EventKind::machineSettingsWritten)
+                    .bytes.starts_with("17|-1|0|C:\\folder-"));
+    EXPECT_TRUE(eventOf(hidden, EventKind::machineSettingsWritten).bytes.ends_with(".mcam-lmd"));
+    EXPECT_TRUE(
+        eventOf(hidden, EventKind::toolDataWritten).bytes.starts_with("TOOLDATA|DATAID=17|"));
+    EXPECT_NE(eventOf(hidden, EventKind::ncQueueWritten).bytes.find("NCPATH|-1|C:\\"),
+              std::string::npos);
 }
 
 TEST(Redaction, hidesNamesInLogs)
@@ -289,11 +341,20 @@ TEST(Relocation, movesEachPathBelowTheFolder)
 {
     const Recording moved = relocated(sampleRecording(), L"D:\\ZEM");
     EXPECT_EQ(moved.folder, L"D:\\ZEM");
-    EXPECT_EQ(moved.events[3].file, L"D:\\ZEM\\temp\\mastercam-4711.dat");
-    EXPECT_EQ(moved.events[3].bytes, "\xEF\xBB\xBF"
-                                     "17 D:\\ZEM\\work\\Rocket.mcam\n");
-    EXPECT_EQ(moved.events[7].bytes, sampleRecording().events[7].bytes);
-    EXPECT_EQ(moved.events[6].bytes, bitmap);
+    EXPECT_EQ(eventOf(moved, EventKind::requestWritten).file, L"D:\\ZEM\\temp\\mastercam-4711.dat");
+    EXPECT_EQ(eventOf(moved, EventKind::requestWritten).bytes, "\xEF\xBB\xBF"
+                                                               "17 D:\\ZEM\\work\\Rocket.mcam\n");
+    EXPECT_EQ(eventOf(moved, EventKind::commitWritten).bytes,
+              eventOf(sampleRecording(), EventKind::commitWritten).bytes);
+    EXPECT_EQ(eventOf(moved, EventKind::pictureWritten).bytes, bitmap);
+}
+
+TEST(Relocation, leavesOtherFolders)
+{
+    Recording recording = sampleRecording();
+    recording.folder = L"C:\\Users\\wilma\\Qua";
+    EXPECT_EQ(eventOf(relocated(recording, L"D:\\ZEM"), EventKind::requestWritten).bytes,
+              eventOf(recording, EventKind::requestWritten).bytes);
 }
 
 TEST(Comparison, findsNoneInTheSameSession)

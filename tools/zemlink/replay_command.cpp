@@ -1,8 +1,14 @@
 #include "tools/zemlink/replay_command.h"
 
+#include "peer/exchange_paths.h"
+#include "peer/files.h"
 #include "peer/installation_folder.h"
+#include "peer/running_programs.h"
 #include "peer/text.h"
+#include "tools/zemlink/interruption.h"
 #include "tools/zemlink/output.h"
+#include "tools/zemlink/reports/answers.h"
+#include "tools/zemlink/session/companion_role.h"
 #include "tools/zemlink/session/event_report.h"
 #include "tools/zemlink/session/local_time.h"
 #include "tools/zemlink/session/recorded_text.h"
@@ -21,7 +27,15 @@ ReplayOptions optionsOf(const Arguments& arguments)
     return options;
 }
 
-Outcome outcomeOf(const Arguments& arguments, const ReplayResult& result)
+// The commits that hosts made meanwhile; empty when they made none.
+std::string commitsLeft(const std::wstring& folder)
+{
+    const std::wstring file = peer::commitPaths(folder, GetCurrentProcessId()).live;
+    return peer::isFile(file) ? peer::toUtf8(file) : "";
+}
+
+Outcome outcomeOf(const Arguments& arguments, const std::wstring& folder,
+                  const ReplayResult& result)
 {
     Report report{{"recording", arguments.path},
                   {"carriedOut", result.carriedOut},
@@ -30,25 +44,47 @@ Outcome outcomeOf(const Arguments& arguments, const ReplayResult& result)
                   {"differences", Report::array()}};
     for (const Difference& difference : result.differences)
         report["differences"].push_back(differenceReport(difference));
+    if (const std::string commits = commitsLeft(folder); !commits.empty())
+        report["commitsLeft"] = commits;
     return {report, result.failures.empty() && result.differences.empty() ? done : problem};
+}
+
+ReplayOutput outputOf(const Arguments& arguments)
+{
+    const auto printLine = [&arguments](const std::string& line) {
+        if (!arguments.isJson)
+            print(Stream::output, line + '\n');
+    };
+    return {[=, &arguments] { printLine("replaying " + visible(arguments.path) + '\n'); },
+            [=](const ExchangeEvent& event) {
+                printLine(localTimeOfDay(event.at) + "  " + exchangeEventText(event));
+            }};
 }
 
 } // namespace
 
 Outcome replayRecording(const Arguments& arguments)
 {
+    if (arguments.host) {
+        const HostChoice choice = chooseHost(peer::findHosts(), arguments.host);
+        if (!choice.process)
+            return failure(choice.name, choice.reason, "", noHost);
+    }
+    const Interruption interruption;
     const std::wstring folder = peer::readInstallationFolder().path;
-    const Recording recording = relocated(readRecording(peer::fromUtf8(arguments.path)), folder);
-    const auto printLine = [&](const std::string& line) {
-        if (!arguments.isJson)
-            print(Stream::output, line + '\n');
-    };
-    const ReplayOutput output{[&] { printLine("replaying " + visible(arguments.path) + '\n'); },
-                              [&](const ExchangeEvent& event) {
-                                  printLine(localTimeOfDay(event.at) + "  " +
-                                            exchangeEventText(event));
-                              }};
-    return outcomeOf(arguments, replay(recording, folder, optionsOf(arguments), output));
+    const Recording recording = readRecording(peer::fromUtf8(arguments.path));
+    checkReplayable(recording);
+    ReplayOptions options = optionsOf(arguments);
+    options.stop = interruption.handle();
+    try {
+        return outcomeOf(
+            arguments, folder,
+            replay(relocated(recording, folder), folder, options, outputOf(arguments)));
+    } catch (const CompanionIsRunning& error) {
+        return failure("companion-running", error.what(), "End the Companion.");
+    } catch (const PortIsInUse& error) {
+        return failure("port-in-use", error.what(), "", portInUse);
+    }
 }
 
 } // namespace zemlink

@@ -7,6 +7,7 @@
 #include "tools/zemlink/reports/problems.h"
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/session/file_listing.h"
+#include "tools/zemlink/session/file_look.h"
 #include "tools/zemlink/session/recording.h"
 #include "tools/zemlink/session/redacted_logs.h"
 #include "tools/zemlink/session/running_recording.h"
@@ -17,21 +18,30 @@
 namespace zemlink {
 namespace {
 
-constexpr std::uint32_t largestLog = 64 * 1024 * 1024;
+constexpr std::uint64_t largestLog = 64 * 1024 * 1024;
+constexpr std::uint64_t growth = 1024 * 1024; // between looking at a log's size and reading it
+constexpr const wchar_t* debugLog = L"\\sys\\mcxlog.txt";
 
 struct Logs {
     std::string companion{}, loads{}, settings{};
 };
 
+// The end of a file that is longer.
+std::string readLog(const std::wstring& path)
+{
+    const std::uint64_t size = peer::fileSize(path);
+    const std::uint64_t start = size > largestLog ? size - largestLog : 0;
+    return readFrom(path, start, largestLog + growth).value_or("");
+}
+
 Logs readLogs(const std::wstring& folder)
 {
-    const auto read = [&](const wchar_t* below) {
-        return peer::readFile(folder + below, largestLog).value_or("");
-    };
-    return {read(peer::companionLog), read(L"\\sys\\mcxlog.txt"), read(peer::settingsFile)};
+    return {readLog(folder + peer::companionLog), readLog(folder + debugLog),
+            readLog(folder + peer::settingsFile)};
 }
 
 struct Collected {
+    Facts facts{};
     Report status{}, problems{}, listing{};
     Logs logs{};
     std::optional<Recording> recording{};
@@ -40,7 +50,7 @@ struct Collected {
 Collected collect(const Arguments& arguments)
 {
     const Facts facts = gatherFacts(Tests::made);
-    Collected collected{statusReport(facts), doctorOutcome(facts, true).report,
+    Collected collected{facts, statusReport(facts), doctorOutcome(facts, true).report,
                         listingReport(describeFiles(facts.folder.path)),
                         readLogs(facts.folder.path)};
     const std::wstring recording =
@@ -51,12 +61,38 @@ Collected collect(const Arguments& arguments)
     return collected;
 }
 
+// The names in what doctor says, which are not in the status.
+void addNamesOf(Pseudonyms& names, const Facts& facts)
+{
+    for (const Host& host : facts.hosts) {
+        names.addText(host.dialog);
+        names.addPath(host.program);
+    }
+    for (const HostWithoutAddIn& host : facts.hostsWithoutAddIn) {
+        names.addPath(host.program);
+        names.addPath(host.addIn);
+    }
+    for (const OpenPath& open : facts.openPaths) {
+        names.addPath(open.path);
+        for (const std::wstring& account : open.accounts)
+            names.addText(account);
+    }
+    for (const std::wstring& copy : facts.workingCopies)
+        names.addPath(copy);
+    if (facts.setup)
+        names.addPath(facts.setup->hostFolder);
+    names.addPath(facts.port.program);
+    for (const peer::LoggedLoad& load : facts.loads)
+        names.addPath(peer::fromAnsi(load.file));
+}
+
 // The status shows the settings in force, so that the file, whose lines may hold anything, is left
 // out.
 void redact(Collected& collected)
 {
     Pseudonyms names;
     names.addReport(collected.status);
+    addNamesOf(names, collected.facts);
     names.addReport(collected.listing);
     addNamesOfCompanionLog(names, collected.logs.companion);
     addNamesOfLoadLog(names, collected.logs.loads);
@@ -97,8 +133,8 @@ std::vector<ZipEntry> entriesOf(const Collected& collected)
 Outcome writeSupportArchive(const Arguments& arguments)
 {
     const std::wstring path = peer::fromUtf8(arguments.path);
-    if (peer::isFile(path))
-        return failure("file-exists", arguments.path + ": this file exists already",
+    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
+        return failure("file-exists", arguments.path + ": it exists already",
                        "Give another name; nothing is overwritten.");
     Collected collected = collect(arguments);
     if (arguments.isRedacted)

@@ -4,7 +4,7 @@
 #include "peer/wire_constants.h"
 #include "tools/zemlink/session/local_time.h"
 
-#include <stdexcept>
+#include <string>
 
 namespace zemlink {
 namespace {
@@ -20,10 +20,9 @@ void handleMessages()
 CompanionRole::CompanionRole() : semaphore_(peer::claimInstance())
 {
     if (!semaphore_)
-        throw std::runtime_error("the Companion is running; end it first, zemlink takes its place");
+        throw CompanionIsRunning("the Companion is running; end it first, zemlink takes its place");
     if (const int error = peer::openNoticePort(listener_))
-        throw std::runtime_error("port 4559 cannot be opened (error " + std::to_string(error) +
-                                 ")");
+        throw PortIsInUse("port 4559 cannot be opened (error " + std::to_string(error) + ")");
     // Hosts look for a top-level window with the property; it is never shown.
     window_ = CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", peer::productName, WS_POPUP, 0, 0, 0, 0,
                               nullptr, nullptr, nullptr, nullptr);

@@ -6,16 +6,22 @@
 #include "peer/notice_port.h"
 #include "tools/zemlink/session/exchange_event.h"
 
-#include <string>
+#include <stdexcept>
 #include <vector>
 
 namespace zemlink {
 
+struct CompanionIsRunning : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+struct PortIsInUse : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
 // For one thread.
 class CompanionRole {
 public:
-    // Throws std::runtime_error, with the cause, when the Companion is running or the port is
-    // taken.
+    // Throws CompanionIsRunning or PortIsInUse; std::runtime_error when the window cannot be made.
     CompanionRole();
     ~CompanionRole();
     CompanionRole(const CompanionRole&) = delete;

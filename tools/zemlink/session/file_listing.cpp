@@ -12,6 +12,9 @@ namespace zemlink {
 namespace {
 
 constexpr ULONG hashBytes = 32;
+// While a file is read, a program that replaces it by renaming has to wait; a larger one takes too
+// long.
+constexpr std::uint64_t mostHashedBytes = 64 * 1024 * 1024;
 
 struct AlgorithmCloser {
     void operator()(void* algorithm) const { BCryptCloseAlgorithmProvider(algorithm, 0); }
@@ -65,7 +68,7 @@ ListedFile describe(const std::filesystem::path& path, const std::wstring& folde
         listed.bytes = std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
         listed.writtenAt = timeOf(data.ftLastWriteTime);
     }
-    if (listed.bytes == 0)
+    if (listed.bytes == 0 || listed.bytes > mostHashedBytes)
         return listed; // an empty command file must not be opened: its host could not create it
                        // again
     const peer::OwnHandle file = peer::ownFile(CreateFileW(

@@ -5,6 +5,8 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 
+#include <cstring>
+
 namespace zemlink {
 namespace {
 
@@ -46,17 +48,42 @@ std::string changeAnsi(std::string_view bytes, const TextChange& change)
            peer::toAnsi(changed).value_or(toAnsiOrMarks(changed));
 }
 
+// Latin-1, in which tool data are written whatever the ANSI code page is.
+std::string changeLatin1(std::string_view bytes, const TextChange& change)
+{
+    std::wstring text;
+    for (const char byte : bytes)
+        text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    std::string changed;
+    for (const wchar_t unit : change(text))
+        changed += unit < 0x100 ? static_cast<char>(unit) : '?';
+    return changed;
+}
+
+// UTF-16, little-endian; an odd last byte stays.
+std::string changeUtf16(std::string_view bytes, const TextChange& change)
+{
+    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+    const std::wstring changed = change(text);
+    std::string result(changed.size() * sizeof(wchar_t), '\0');
+    std::memcpy(result.data(), changed.data(), result.size());
+    return result + std::string(bytes.substr(text.size() * sizeof(wchar_t)));
+}
+
+bool isFolderAt(std::wstring_view text, const std::wstring& folder)
+{
+    return peer::isSameIgnoringCase(text.substr(0, folder.size()), folder) &&
+           (text.size() == folder.size() || text[folder.size()] == L'\\');
+}
+
 std::wstring withFolder(std::wstring_view text, const std::wstring& from, const std::wstring& to)
 {
     std::wstring changed;
     while (!text.empty()) {
-        if (peer::isSameIgnoringCase(text.substr(0, from.size()), from)) {
-            changed += to;
-            text.remove_prefix(from.size());
-        } else {
-            changed += text.front();
-            text.remove_prefix(1);
-        }
+        const bool isFolder = isFolderAt(text, from);
+        changed += isFolder ? to : std::wstring(1, text.front());
+        text.remove_prefix(isFolder ? from.size() : 1);
     }
     return changed;
 }
@@ -70,9 +97,26 @@ void changeTexts(ExchangeEvent& event, const TextChange& change)
     case EventKind::pictureWritten:
         break;
     case EventKind::commitWritten:
+    case EventKind::commitTaken:
         event.bytes = changeRecords(event.bytes, change);
         break;
-    default:
+    case EventKind::answerWritten:
+        event.bytes = changeUtf16(event.bytes, change);
+        break;
+    case EventKind::toolDataWritten:
+        event.bytes = changeLatin1(event.bytes, change);
+        break;
+    case EventKind::companionStarted:
+    case EventKind::companionEnded:
+    case EventKind::hostStarted:
+    case EventKind::hostEnded:
+    case EventKind::machineSettingsWritten:
+    case EventKind::requestWritten:
+    case EventKind::requestTaken:
+    case EventKind::machineSettingsTaken:
+    case EventKind::loadStep:
+    case EventKind::ncQueueWritten:
+    case EventKind::notice:
         event.bytes = changeAnsi(event.bytes, change);
         break;
     }

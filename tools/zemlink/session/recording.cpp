@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <stdexcept>
 
 namespace zemlink {
@@ -19,7 +20,7 @@ constexpr const char* indexName = "index.json";
 
 // ---- Writing ------------------------------------------------------------------------------------
 
-// `exchanges/0001-mastercam-4711.dat`; a step or a notice has the name of its event.
+// `exchanges/0001-mastercam-4711.dat`; a notice, which has no file, has the name of its event.
 std::string entryName(size_t number, const ExchangeEvent& event)
 {
     char digits[24];
@@ -32,7 +33,7 @@ std::string entryName(size_t number, const ExchangeEvent& event)
 
 Report indexedEvent(const ExchangeEvent& event, std::int64_t startedAt, const std::string& entry)
 {
-    Report report{{"at", event.at - startedAt}};
+    Report report{{"at", std::max<std::int64_t>(0, event.at - startedAt)}};
     report.update(exchangeEventReport(event));
     if (!entry.empty())
         report["entry"] = entry;
@@ -46,41 +47,78 @@ std::string indexText(const Report& index)
 
 // ---- Reading ------------------------------------------------------------------------------------
 
-const std::string& bytesOf(const std::vector<ZipEntry>& entries, const std::string& name)
+constexpr int deepestIndex = 32; // nested values; a report has fewer
+constexpr std::int64_t longestRecordingMs = std::int64_t{30} * 24 * 60 * 60 * 1000;
+constexpr const char* isDamaged = "its index is damaged";
+
+using Entries = std::map<std::string, std::string>;
+
+Entries entriesOf(std::string_view bytes)
 {
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const ZipEntry& entry) { return entry.name == name; });
-    if (found == entries.end())
-        throw std::runtime_error(name + " is missing");
-    return found->bytes;
+    Entries entries;
+    for (ZipEntry& entry : parseZip(bytes))
+        entries.try_emplace(std::move(entry.name), std::move(entry.bytes));
+    return entries;
 }
 
-ExchangeEvent eventOf(const Report& report, std::int64_t startedAt,
-                      const std::vector<ZipEntry>& entries)
+// Each entry belongs to one event, so a small file cannot fill the memory.
+std::string takeBytes(Entries& entries, const std::string& name)
+{
+    const auto found = entries.find(name);
+    if (found == entries.end())
+        throw std::runtime_error(name + " is missing");
+    std::string bytes = std::move(found->second);
+    entries.erase(found);
+    return bytes;
+}
+
+Report parseIndex(const std::string& text)
+{
+    return Report::parse(
+        text,
+        [](int depth, Report::parse_event_t, Report&) {
+            if (depth > deepestIndex)
+                throw std::runtime_error(isDamaged);
+            return true;
+        });
+}
+
+std::int64_t timeOfEvent(const Report& report)
+{
+    const auto time = report.at("at").get<std::int64_t>();
+    if (time < 0 || time > longestRecordingMs)
+        throw std::runtime_error(isDamaged);
+    return time;
+}
+
+ExchangeEvent eventOf(const Report& report, std::int64_t startedAt, Entries& entries)
 {
     const auto kind = eventOfWord(report.at("event").get<std::string>());
     if (!kind)
         throw std::runtime_error("it has an event that this version does not know: " +
                                  report.at("event").get<std::string>());
-    ExchangeEvent event{startedAt + report.at("at").get<std::int64_t>(), *kind};
+    ExchangeEvent event{startedAt + timeOfEvent(report), *kind};
     if (!report.at("process").is_null())
         event.process = report["process"].get<std::uint32_t>();
     event.file = peer::fromUtf8(report.value("file", std::string()));
     if (report.contains("entry"))
-        event.bytes = bytesOf(entries, report.at("entry").get<std::string>());
+        event.bytes = takeBytes(entries, report.at("entry").get<std::string>());
     return event;
 }
 
-Recording recordingOf(const Report& index, const std::vector<ZipEntry>& entries)
+Recording recordingOf(const Report& index, Entries& entries)
 {
     if (index.at("format") != format)
         throw std::runtime_error("it has a format that this version does not know");
     const auto startedAt = parseUniversalTime(index.at("started").get<std::string>());
-    if (!startedAt)
-        throw std::runtime_error("its start is not a time");
-    Recording recording{*startedAt, index.at("redacted").get<bool>(),
-                        index.at("finished").get<bool>(),
-                        peer::fromUtf8(index.at("folder").get<std::string>()), index.at("status")};
+    Recording recording;
+    recording.folder = peer::fromUtf8(index.at("folder").get<std::string>());
+    if (!startedAt || recording.folder.empty())
+        throw std::runtime_error(isDamaged);
+    recording.startedAt = *startedAt;
+    recording.isRedacted = index.at("redacted").get<bool>();
+    recording.isFinished = index.at("finished").get<bool>();
+    recording.status = index.at("status");
     for (const Report& each : index.at("events"))
         recording.events.push_back(eventOf(each, *startedAt, entries));
     return recording;
@@ -111,11 +149,11 @@ std::string formatRecording(const Recording& recording)
 
 Recording parseRecording(std::string_view bytes)
 {
+    Entries entries = entriesOf(bytes);
     try {
-        const std::vector<ZipEntry> entries = parseZip(bytes);
-        return recordingOf(Report::parse(bytesOf(entries, indexName)), entries);
+        return recordingOf(parseIndex(takeBytes(entries, indexName)), entries);
     } catch (const Report::exception&) {
-        throw std::runtime_error("its index is damaged");
+        throw std::runtime_error(isDamaged);
     }
 }
 

@@ -1,7 +1,7 @@
 // Logs without the names in them.
 #pragma once
 
-#include "tools/zemlink/session/redaction.h"
+#include "tools/zemlink/session/pseudonyms.h"
 
 #include <string>
 #include <string_view>

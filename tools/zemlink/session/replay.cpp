@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <stdexcept>
 
 namespace zemlink {
 namespace {
@@ -75,6 +76,8 @@ public:
     {
         output_.showReady();
         for (const ExchangeEvent& event : events_) {
+            if (isStopped())
+                break;
             if (canCarryOut(event))
                 carryOutInTurn(event);
             passed_ += isCompared(event.kind);
@@ -105,6 +108,11 @@ private:
     // True when the hosts have done, in number, all that they did up to here in the recording.
     bool isCaughtUp() const { return seen_.size() >= passed_; }
 
+    bool isStopped() const
+    {
+        return options_.stop && WaitForSingleObject(options_.stop, 0) == WAIT_OBJECT_0;
+    }
+
     bool isTimeFor(const ExchangeEvent& event) const
     {
         return options_.isAtOnce || millisecondsSince(start_) >= event.at - recording_.startedAt;
@@ -123,15 +131,25 @@ private:
     // False when it is not possible now, with the cause.
     bool carryOut(const ExchangeEvent& event)
     {
-        if (event.kind == EventKind::requestWritten)
-            return sendRequest(event);
-        const std::wstring path = folder_ + peer::tempFolder + L'\\' + peer::fileNameOf(event.file);
-        cause_ = peer::toUtf8(path) + " cannot be written";
-        return peer::replaceFile(path, event.bytes);
+        return event.kind == EventKind::requestWritten ? sendRequest(event)
+                                                       : writeMachineSettings(event);
+    }
+
+    // Nothing but machine settings is written, whatever name the recording has.
+    bool writeMachineSettings(const ExchangeEvent& event)
+    {
+        const auto id = peer::requestOfMachineSettings(peer::fileNameOf(event.file));
+        cause_ =
+            id ? "the file cannot be written" : "the recorded file is not one of machine settings";
+        return id && peer::replaceFile(peer::machineSettingsPath(folder_, *id), event.bytes);
     }
 
     bool sendRequest(const ExchangeEvent& event)
     {
+        if (event.bytes.empty() || event.bytes.size() > peer::longestRequestBytes) {
+            cause_ = event.bytes.empty() ? "its content was not recorded" : "it is too long";
+            return false;
+        }
         const auto host = hosts_.standInFor(event.process);
         if (!host) {
             cause_ = "no host is running for the recorded process " + std::to_string(event.process);
@@ -148,7 +166,7 @@ private:
     {
         const Clock::time_point start = Clock::now();
         while (!condition()) {
-            if (millisecondsSince(start) >= boundMs)
+            if (millisecondsSince(start) >= boundMs || isStopped())
                 return false;
             look();
         }
@@ -184,6 +202,12 @@ private:
 };
 
 } // namespace
+
+void checkReplayable(const Recording& recording)
+{
+    if (recording.isRedacted)
+        throw std::runtime_error("a redacted recording cannot be replayed: its names are no files");
+}
 
 ReplayResult replay(const Recording& recording, const std::wstring& folder,
                     const ReplayOptions& options, const ReplayOutput& output)

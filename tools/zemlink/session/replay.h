@@ -18,6 +18,7 @@ struct ReplayOptions {
     // running and those that start.
     std::vector<std::uint32_t> hosts{};
     std::int64_t patienceMs = 30000; // for each thing that a host was recorded doing
+    HANDLE stop = nullptr;           // ends the replay when it is signalled
 };
 
 struct ReplayResult {
@@ -32,9 +33,12 @@ struct ReplayOutput {
     std::function<void(const ExchangeEvent&)> show{}; // each event as it happens
 };
 
+// Throws std::runtime_error for a redacted recording, whose names are no files.
+void checkReplayable(const Recording& recording);
+
 // Writes the recorded machine settings and requests, each once the hosts have done what they did
 // before it in the recording, or the patience is over. Passes each event to `show` as it happens.
-// Throws std::runtime_error, with the cause, when the Companion's place cannot be taken.
+// Throws CompanionRole's errors.
 ReplayResult replay(const Recording& recording, const std::wstring& folder,
                     const ReplayOptions& options, const ReplayOutput& output);
 
