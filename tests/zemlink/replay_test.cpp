@@ -129,7 +129,50 @@ TEST_F(ReplayedHost, isNotReplayedWhileTheCompanionRuns)
     EXPECT_NE(result.errors.find("the Companion is running"), std::string::npos) << result.errors;
 }
 
-TEST(Recordings, areThereForEachScript)
+TEST_F(ReplayedHost, isTheNamedOne)
+{
+    const ToolResult result = runTool(
+        installation, L"replay " + quoted(recordings + L"new-file.zip") + L" --host 4294967292");
+    EXPECT_EQ(result.exitCode, 3u);
+    EXPECT_NE(result.errors.find("is not a running host"), std::string::npos) << result.errors;
+}
+
+TEST_F(ReplayedHost, isNotPlayedARedactedRecording)
+{
+    Recording recording = zemlink::readRecording(recordings + L"new-file.zip");
+    recording.isRedacted = true;
+    zemlink::writeRecording(installation.path(L"a.zip"), recording);
+    const ToolResult result =
+        runTool(installation, L"replay " + quoted(installation.path(L"a.zip")));
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.errors.find("a redacted recording cannot be replayed"), std::string::npos);
+}
+
+TEST_F(ReplayedHost, getsOnlyMachineSettingsAndRequests)
+{
+    Recording recording = zemlink::readRecording(recordings + L"open-a-part.zip");
+    const std::wstring live = installation.path(L"temp\\torvapdm-4294967292.dat");
+    writeBytes(live, "commits");
+    ExchangeEvent forged{recording.startedAt + 1, EventKind::machineSettingsWritten, 0, live,
+                         "forged"};
+    ExchangeEvent unknown{recording.startedAt + 2, EventKind::requestWritten, 0, live, ""};
+    ExchangeEvent tooLong{recording.startedAt + 3, EventKind::requestWritten, 0, live,
+                          std::string(0x10001, 'x')};
+    recording.events = {forged, unknown, tooLong};
+    zemlink::writeRecording(installation.path(L"a.zip"), recording);
+    const ToolResult result =
+        runTool(installation, L"replay " + quoted(installation.path(L"a.zip")) +
+                                  L" --at-once --json --timeout 1");
+    EXPECT_EQ(result.exitCode, 1u);
+    const Report report = Report::parse(result.output);
+    EXPECT_EQ(report["failures"],
+              Report({"machine-settings-written: the recorded file is not one of machine settings",
+                      "request-written: its content was not recorded",
+                      "request-written: it is too long"}));
+    EXPECT_EQ(readBytes(live), "commits");
+}
+
+TEST(Recordings, haveAScriptEach)
 {
     size_t scripts = 0;
     for (const auto& each : files::directory_iterator(recordings)) {
@@ -146,6 +189,8 @@ TEST(SupportArchive, holdsWhatASupporterAsksFor)
     const Installation installation{Registry::ofTheUser};
     writeBytes(installation.path(L"sys\\companion.log"),
                "2026-11-21 10:11:12.345 check-out file=\"C:\\Parts\\Rocket.mcam\"\n");
+    writeBytes(installation.path(L"sys\\working-copies.txt"),
+               "17 | 17 | C:\\Parts\\Sk\xC3\xA4rm.mcam\n");
     writeBytes(installation.path(L"sys\\Rocket.mcam"), "the content of a part");
     const auto archive = [&](const std::wstring& name, const std::wstring& options) {
         const std::wstring path =
@@ -167,9 +212,13 @@ TEST(SupportArchive, holdsWhatASupporterAsksFor)
                                                "logs/companion.log"}));
     EXPECT_NE(everything.find("Rocket.mcam"), std::string::npos);
     EXPECT_EQ(everything.find("the content of a part"), std::string::npos);
-    EXPECT_NE(everything.find("\"sha256\""), std::string::npos);
+    EXPECT_NE(everything.find("Sk\xC3\xA4rm"), std::string::npos) << "doctor names it";
     for (const zemlink::ZipEntry& entry : archive(L"-redacted.zip", L" --redact")) {
         EXPECT_EQ(entry.bytes.find("Rocket"), std::string::npos) << entry.name;
+        EXPECT_EQ(entry.bytes.find("Sk\xC3\xA4rm"), std::string::npos) << entry.name;
+        if (entry.name == "listing.json")
+            EXPECT_EQ(Report::parse(entry.bytes)["files"][0]["sha256"].get<std::string>().size(),
+                      64u);
         EXPECT_EQ(
             entry.bytes.find(peer::toUtf8(files::path(installation.root()).filename().native())),
             std::string::npos)
