@@ -6,6 +6,8 @@
 #include "support/processes.h"
 #include "support/windows.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 
 namespace testing_support {
@@ -51,8 +53,14 @@ public:
     // Sends this command id of the host's menu, once the add-in is open.
     void command(unsigned number) const
     {
-        waitUntil([this] { return window() != nullptr; });
-        PostMessageW(window(), WM_COMMAND, number, 0);
+        const bool isPosted = waitUntil([&] {
+            const HWND main = window();
+            return main && PostMessageW(main, WM_COMMAND, number, 0);
+        });
+        if (!isPosted) {
+            std::fprintf(stderr, "command %u cannot be posted to the host\n", number);
+            std::exit(99);
+        }
     }
     // Sends the add-in an event with a command of the host's menu and waits for its trace line. All
     // messages posted to the host's UI thread before have been processed by then. False on timeout.

@@ -10,16 +10,30 @@
 
 namespace testing_support {
 
-// The process's first top-level window with the property, or null.
+struct WindowSearch {
+    DWORD process;
+    const wchar_t* property;
+    HWND found = nullptr;
+};
+
+inline BOOL CALLBACK stopAtWindow(HWND window, LPARAM parameter)
+{
+    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner != search.process || !GetPropW(window, search.property))
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+// The process's first top-level window with the property, or null. A walk from one window to the
+// next would miss some while other programs' windows open and close.
 inline HWND windowWithProperty(DWORD processId, const wchar_t* property)
 {
-    for (HWND window = GetTopWindow(nullptr); window; window = GetWindow(window, GW_HWNDNEXT)) {
-        DWORD owner = 0;
-        GetWindowThreadProcessId(window, &owner);
-        if (owner == processId && GetPropW(window, property))
-            return window;
-    }
-    return nullptr;
+    WindowSearch search{processId, property};
+    EnumWindows(stopAtWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 // Waits for the window with this title; null on timeout.
