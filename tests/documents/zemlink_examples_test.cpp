@@ -73,13 +73,13 @@ struct Site {
 
 // The site with a host in which the add-in is open.
 struct SiteWithHost : Site {
-    SiteWithHost()
+    explicit SiteWithHost(const std::string& script = "") : host(installation, script)
     {
         waitUntil([this] { return host.window() != nullptr; });
         host.waitForCommandFile();
         ids[host.process().id()] = hostOfThePage;
     }
-    const HostProgram host{installation, ""};
+    const HostProgram host;
 };
 
 // The bytes of a dump of the pages.
@@ -128,6 +128,19 @@ std::string withDialog(const std::wstring& arguments)
     writeRequest(site.host.commandFile(), openRequest(17, "C:\\none.mcam"));
     waitForWindowTitled(L"TORVA ZEM");
     return site.runUntil(arguments, "host-in-dialog");
+}
+
+// A request of the Companion, with its machine settings.
+std::string withBackplot(const std::wstring& arguments)
+{
+    const SiteWithHost site("set backplot true\n");
+    const std::string part = toUtf8(site.installation.path(L"work\\bracket.mcam"));
+    site.write(L"temp\\mcsettings-17.txt", dumped("machine-settings"));
+    site.write(L"sys\\companion.log", "2026-11-21 10:11:12.345 sent id=17 host=" +
+                                          std::to_string(site.host.process().id()) + " file=\"" +
+                                          part + "\"\n");
+    writeRequest(site.host.commandFile(), openRequest(17, part));
+    return site.runUntil(arguments, "request-pending");
 }
 
 std::string withoutMessageWindow(const std::wstring& arguments)
@@ -253,6 +266,7 @@ const Example examples[] = {
     {"open-without-host", withoutHost},
     {"doctor-other-folder", afterMove},
     {"doctor-dialog", withDialog},
+    {"doctor-backplot", withBackplot},
     {"open-not-taken", withHostThatDoesNotRead},
     {"doctor-message-window", withoutMessageWindow},
     {"open-taken", withHost},

@@ -92,10 +92,11 @@ TEST_F(ZemlinkListen, failsWhileTheCompanionRuns)
     ASSERT_NE(companion.waitForWindow(), nullptr);
     const ToolResult result = runTool(installation, L"listen --count 1 --json");
     EXPECT_EQ(result.exitCode, 6u);
-    EXPECT_EQ(result.output.find("{\n  \"error\": {\n    \"name\": \"port-in-use\",\n    "
-                                 "\"what\": \"port 4559 cannot be opened: "),
+    EXPECT_EQ(result.output.find("{\"error\":{\"name\":\"port-in-use\","
+                                 "\"what\":\"port 4559 cannot be opened: "),
               0u)
         << result.output;
+    EXPECT_EQ(result.output.find('\n'), result.output.size() - 1) << result.output;
 }
 
 TEST_F(ZemlinkListen, endsAfterItsTimeout)

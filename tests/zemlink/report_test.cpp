@@ -29,6 +29,14 @@ TEST(ReportText, escapesControlCharacters)
               "<9B>1m <202E>x \xC3\xA4");
 }
 
+TEST(ReportJson, isIndentedOrOneLine)
+{
+    const Report report{{"number", 1}, {"text", "a\xFF"}}; // not UTF-8
+    EXPECT_EQ(jsonText(report, JsonLayout::oneLine), "{\"number\":1,\"text\":\"a\xEF\xBF\xBD\"}\n");
+    EXPECT_EQ(jsonText(report, JsonLayout::indented),
+              "{\n  \"number\": 1,\n  \"text\": \"a\xEF\xBF\xBD\"\n}\n");
+}
+
 TEST(ReportText, hasColoursForATerminal)
 {
     EXPECT_EQ(coloured("problems: none\nfine:\n  - a\n"),

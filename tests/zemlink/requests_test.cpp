@@ -262,22 +262,24 @@ TEST_F(ZemlinkUsage, reportsWrongArgumentsWithExitCode2)
     EXPECT_NE(result.errors.find("seventeen"), std::string::npos) << result.errors;
 }
 
-TEST_F(ZemlinkUsage, reportsErrorsInJson)
+TEST_F(ZemlinkUsage, reportsErrorsInOneLineOfJson)
 {
     const ToolResult wrong = run(L"open seventeen C:\\a.mcam --json");
     EXPECT_EQ(wrong.exitCode, 2u);
     EXPECT_EQ(wrong.errors, "");
-    EXPECT_EQ(wrong.output.find("{\n  \"error\": {\n    \"name\": \"wrong-usage\",\n"), 0u)
-        << wrong.output;
+    EXPECT_EQ(wrong.output.find("{\"error\":{\"name\":\"wrong-usage\","), 0u) << wrong.output;
     const ToolResult noHost = run(L"--json new 3");
     EXPECT_EQ(noHost.exitCode, 3u);
-    EXPECT_EQ(noHost.output, "{\n  \"error\": {\n    \"name\": \"no-host\",\n"
-                             "    \"what\": \"no host with the add-in is running\"\n  }\n}\n");
+    EXPECT_EQ(noHost.output, "{\"error\":{\"name\":\"no-host\","
+                             "\"what\":\"no host with the add-in is running\"}}\n");
 }
 
-TEST_F(ZemlinkUsage, coloursNoRedirectedOutput)
+TEST_F(ZemlinkUsage, showsWhatToDoAboutAnError)
 {
-    const ToolResult result = run(L"doctor");
-    EXPECT_NE(result.output.find("companion-missing"), std::string::npos);
-    EXPECT_EQ(result.output.find('\x1B'), std::string::npos);
+    const std::wstring archive = installation.path(L"support.zip");
+    writeBytes(archive, "");
+    EXPECT_EQ(run(L"report " + quoted(archive)).errors,
+              "zemlink: " + toUtf8(archive) +
+                  ": this file exists already\n"
+                  "Give another name; nothing is overwritten.\n");
 }

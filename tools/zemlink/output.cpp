@@ -11,8 +11,6 @@
 namespace zemlink {
 namespace {
 
-constexpr int indent = 2;
-
 bool printToConsole(HANDLE stream, std::string_view text)
 {
     DWORD mode = 0;
@@ -32,11 +30,12 @@ bool isOutputColoured()
            SetConsoleMode(stream, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
 
-// Reports contain only UTF-8; if one does not, it is shown with replacement characters instead of
-// ending the program.
-std::string json(const Report& report, int depth)
+std::string errorText(const Report& error)
 {
-    return report.dump(depth, ' ', false, Report::error_handler_t::replace) + '\n';
+    std::string text = "zemlink: " + visible(error["what"].get<std::string>()) + '\n';
+    if (error.contains("do"))
+        text += visible(error["do"].get<std::string>()) + '\n';
+    return text;
 }
 
 } // namespace
@@ -63,11 +62,12 @@ void printUsageError(std::string_view lines)
 
 void printReport(const Report& report, bool isJson)
 {
+    const bool isError = report.contains("error");
     if (isJson)
-        print(Stream::output, json(report, indent));
-    else if (report.contains("error"))
-        print(Stream::error,
-              "zemlink: " + visible(report["error"]["what"].get<std::string>()) + '\n');
+        print(Stream::output,
+              jsonText(report, isError ? JsonLayout::oneLine : JsonLayout::indented));
+    else if (isError)
+        print(Stream::error, errorText(report["error"]));
     else
         print(Stream::output, isOutputColoured() ? coloured(asText(report)) : asText(report));
 }

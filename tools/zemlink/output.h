@@ -16,7 +16,8 @@ void print(Stream stream, std::string_view text);
 // An error message about the command line, which it may quote.
 void printUsageError(std::string_view lines);
 
-// Prints a report as JSON or as text; as text, the cause of a failure goes to standard error.
+// Prints a report as JSON or as text. An error is one line of JSON, so that it fits between the
+// lines of `listen` and `watch`; as text, its cause and what to do go to standard error.
 void printReport(const Report& report, bool isJson);
 
 } // namespace zemlink

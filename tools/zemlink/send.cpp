@@ -99,15 +99,6 @@ Outcome send(const Arguments& arguments, const Report& request, const std::strin
                          waitForLoad(folder, part, logStart, *choice.process, boundMs));
 }
 
-// The current directory of the host is a different one.
-std::wstring fullPath(const std::wstring& path)
-{
-    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(
-        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return full;
-}
-
 } // namespace
 
 Outcome sendOpen(const Arguments& arguments)

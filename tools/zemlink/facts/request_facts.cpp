@@ -15,17 +15,12 @@ namespace {
 // The Companion logs within a second or so that it did not get the port.
 constexpr std::uint64_t portLoggedWithinMs = 3000;
 
-std::uint64_t number(const FILETIME& time)
-{
-    return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
-}
-
 // 0 when there is no such file.
 std::uint64_t writeTime(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)
-               ? number(data.ftLastWriteTime)
+               ? ticksOf(data.ftLastWriteTime)
                : 0;
 }
 
@@ -62,7 +57,7 @@ std::vector<MachineSettingsFile> findMachineSettings(const std::wstring& folder)
     do {
         if (const auto id = peer::requestOfMachineSettings(found.cFileName)) {
             files.push_back({folder + peer::tempFolder + L'\\' + found.cFileName, *id,
-                             number(found.ftLastWriteTime)});
+                             ticksOf(found.ftLastWriteTime)});
         }
     } while (FindNextFileW(search, &found));
     FindClose(search);

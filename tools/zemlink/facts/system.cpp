@@ -1,6 +1,5 @@
 #include "tools/zemlink/facts/system.h"
 
-#include "peer/handle.h"
 #include "peer/text.h"
 
 namespace zemlink {
@@ -74,11 +73,8 @@ std::uint64_t ageMs(std::uint32_t process)
     if (!handle || !GetProcessTimes(handle.get(), &created, &ended, &inKernel, &inUser))
         return 0;
     GetSystemTimeAsFileTime(&now);
-    const auto number = [](const FILETIME& time) {
-        return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
-    };
     constexpr std::uint64_t perMs = 10000;
-    return number(now) > number(created) ? (number(now) - number(created)) / perMs : 0;
+    return ticksOf(now) > ticksOf(created) ? (ticksOf(now) - ticksOf(created)) / perMs : 0;
 }
 
 std::wstring programOf(std::uint32_t process)
@@ -90,6 +86,19 @@ std::wstring programOf(std::uint32_t process)
         handle && QueryFullProcessImageNameW(handle.get(), 0, path.data(), &length);
     path.resize(isKnown ? length : 0);
     return path;
+}
+
+std::wstring fullPath(const std::wstring& path)
+{
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(
+        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
+std::uint64_t ticksOf(const FILETIME& time)
+{
+    return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
 }
 
 } // namespace zemlink

@@ -1,6 +1,7 @@
-// System errors as text, and other processes.
+// System errors as text, other processes, paths and file times.
 #pragma once
 
+#include "peer/handle.h"
 #include "tools/zemlink/reports/facts.h"
 
 #include <cstdint>
@@ -22,5 +23,11 @@ std::uint64_t ageMs(std::uint32_t process);
 
 // The path of the process's program; empty when it is unknown.
 std::wstring programOf(std::uint32_t process);
+
+// The absolute path. Other programs, which have other current directories, need it.
+std::wstring fullPath(const std::wstring& path);
+
+// In units of 100 ns since 1601.
+std::uint64_t ticksOf(const FILETIME& time);
 
 } // namespace zemlink

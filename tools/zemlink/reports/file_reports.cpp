@@ -9,17 +9,6 @@
 namespace zemlink {
 namespace {
 
-std::string hexadecimal(std::string_view bytes)
-{
-    constexpr char digits[] = "0123456789ABCDEF";
-    std::string text;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        text += {digits[byte >> 4], digits[byte & 15]};
-    }
-    return text;
-}
-
 // A control character would break the text's line.
 std::string oneLine(std::string_view bytes)
 {

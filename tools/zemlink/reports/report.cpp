@@ -28,13 +28,11 @@ bool isHidden(wchar_t c)
     return isControl || turnsTheLine;
 }
 
-std::wstring hexadecimal(wchar_t c)
+// `<0D>` or `<202E>`
+std::string codeText(wchar_t c)
 {
-    constexpr wchar_t digits[] = L"0123456789ABCDEF";
-    std::wstring text;
-    for (int shift = c > 0xFF ? 12 : 4; shift >= 0; shift -= 4)
-        text += digits[c >> shift & 15];
-    return text;
+    const char bytes[] = {static_cast<char>(c >> 8), static_cast<char>(c)};
+    return '<' + hexadecimal({c > 0xFF ? bytes : bytes + 1, std::end(bytes)}) + '>';
 }
 
 std::string scalarText(const Report& value)
@@ -81,11 +79,22 @@ std::string branchText(const Report& branch, const std::string& indent)
 
 } // namespace
 
+std::string hexadecimal(std::string_view bytes)
+{
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string text;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += {digits[byte >> 4], digits[byte & 15]};
+    }
+    return text;
+}
+
 std::string visible(const std::string& text)
 {
     std::wstring shown;
     for (const wchar_t c : peer::fromUtf8(text))
-        shown += isHidden(c) ? L'<' + hexadecimal(c) + L'>' : std::wstring{c};
+        shown += isHidden(c) ? peer::fromUtf8(codeText(c)) : std::wstring{c};
     return peer::toUtf8(shown);
 }
 
@@ -119,6 +128,12 @@ std::string coloured(const std::string& text)
         at = end + 1;
     }
     return result;
+}
+
+std::string jsonText(const Report& report, JsonLayout layout)
+{
+    const int indent = layout == JsonLayout::oneLine ? -1 : 2;
+    return report.dump(indent, ' ', false, Report::error_handler_t::replace) + '\n';
 }
 
 std::string asText(const Report& report)

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include <string>
+#include <string_view>
 
 namespace zemlink {
 
@@ -49,11 +50,19 @@ inline Outcome failure(const std::string& cause)
 // Texts are passed through `visible`.
 std::string asText(const Report& report);
 
+enum class JsonLayout { indented, oneLine };
+
+// The report as JSON, ended by a line feed. Texts that are not UTF-8 get replacement characters.
+std::string jsonText(const Report& report, JsonLayout layout);
+
 // The text of a report with colours for a terminal: the names of problems, and that there are none.
 std::string coloured(const std::string& text);
 
 // Replaces each character that would break the line, control the terminal or change the reading
 // direction by its hexadecimal digits, `<0D>`.
 std::string visible(const std::string& text);
+
+// Two upper-case digits for each byte.
+std::string hexadecimal(std::string_view bytes);
 
 } // namespace zemlink
