@@ -104,7 +104,8 @@ TEST_F(ZemlinkRecord, overwritesNothing)
     const ToolResult result = runTool(installation, L"record --timeout 1 " + quoted(file));
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.errors,
-              "zemlink: " + toUtf8(file) + " exists already; nothing is overwritten\n");
+              "zemlink: " + toUtf8(file) +
+                  ": this file exists already\nGive another name; nothing is overwritten.\n");
     EXPECT_EQ(readBytes(file), "mine");
 }
 

@@ -320,7 +320,7 @@ TEST(FileListing, hasEachFileWithItsHash)
     EXPECT_EQ(files[0]["path"], "sys\\abc.txt");
     EXPECT_EQ(files[0]["bytes"], 3);
     EXPECT_EQ(files[0]["sha256"],
-              "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+              "BA7816BF8F01CFEA414140DE5DAE2223B00361A396177A9CB410FF61F20015AD");
     EXPECT_EQ(files[1]["path"], "temp\\empty.dat");
     EXPECT_TRUE(files[1]["sha256"].is_null());
 }

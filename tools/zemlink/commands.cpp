@@ -64,7 +64,8 @@ Outcome listen(const Arguments& arguments)
 {
     // One line for each notice, so that a reader can process them one at a time.
     const auto show = [&](const Report& notice) {
-        print(Stream::output, arguments.isJson ? notice.dump() + '\n' : asText(notice) + '\n');
+        print(Stream::output,
+              arguments.isJson ? jsonText(notice, JsonLayout::oneLine) : asText(notice) + '\n');
     };
     const auto showReady = [&] {
         arguments.isJson ? show(Report{{"listening", peer::noticePort}})

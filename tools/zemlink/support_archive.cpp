@@ -106,16 +106,12 @@ void redact(Collected& collected)
         collected.recording = redacted(std::move(*collected.recording), names);
 }
 
-std::string jsonText(const Report& report)
-{
-    return report.dump(2, ' ', false, Report::error_handler_t::replace) + '\n';
-}
-
 std::vector<ZipEntry> entriesOf(const Collected& collected)
 {
-    std::vector<ZipEntry> entries = {{"status.json", jsonText(collected.status)},
-                                     {"doctor.json", jsonText(collected.problems)},
-                                     {"listing.json", jsonText(collected.listing)}};
+    std::vector<ZipEntry> entries = {
+        {"status.json", jsonText(collected.status, JsonLayout::indented)},
+        {"doctor.json", jsonText(collected.problems, JsonLayout::indented)},
+        {"listing.json", jsonText(collected.listing, JsonLayout::indented)}};
     const auto addLog = [&](const char* name, const std::string& text) {
         if (!text.empty())
             entries.push_back({name, text});
@@ -134,7 +130,7 @@ Outcome writeSupportArchive(const Arguments& arguments)
 {
     const std::wstring path = peer::fromUtf8(arguments.path);
     if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
-        return failure("file-exists", arguments.path + ": it exists already",
+        return failure("file-exists", arguments.path + ": this file exists already",
                        "Give another name; nothing is overwritten.");
     Collected collected = collect(arguments);
     if (arguments.isRedacted)

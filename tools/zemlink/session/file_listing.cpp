@@ -29,15 +29,6 @@ bool isFine(NTSTATUS status)
     return status >= 0;
 }
 
-std::string hexadecimal(const UCHAR (&bytes)[hashBytes])
-{
-    constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (const UCHAR byte : bytes)
-        text += {digits[byte >> 4], digits[byte & 15]};
-    return text;
-}
-
 std::string sha256Of(HANDLE file)
 {
     void* opened = nullptr;
@@ -55,8 +46,10 @@ std::string sha256Of(HANDLE file)
             !isFine(BCryptHashData(hash.get(), part.data(), count, 0)))
             return {};
     } while (count != 0);
-    UCHAR digest[hashBytes] = {};
-    return isFine(BCryptFinishHash(hash.get(), digest, hashBytes, 0)) ? hexadecimal(digest) : "";
+    std::string digest(hashBytes, '\0');
+    const NTSTATUS finished =
+        BCryptFinishHash(hash.get(), reinterpret_cast<UCHAR*>(digest.data()), hashBytes, 0);
+    return isFine(finished) ? hexadecimal(digest) : "";
 }
 
 // Shared in every way, since hosts and the Companion work on the files meanwhile.

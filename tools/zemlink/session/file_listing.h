@@ -13,8 +13,8 @@ struct ListedFile {
     std::wstring path{}; // below the folder, without a leading backslash
     std::uint64_t bytes = 0;
     std::int64_t writtenAt = 0; // milliseconds since 1970, UTC
-    std::string
-        sha256{}; // in lower-case hexadecimal; empty for one over 64 MB or that cannot be read
+    std::string sha256{}; // in hexadecimal as Get-FileHash shows it; empty for one over 64 MB or
+                          // that cannot be read
 };
 
 // All files below the folder, in order of path. A link to another folder is not followed.

@@ -40,11 +40,6 @@ Report indexedEvent(const ExchangeEvent& event, std::int64_t startedAt, const st
     return report;
 }
 
-std::string indexText(const Report& index)
-{
-    return index.dump(2, ' ', false, Report::error_handler_t::replace) + '\n';
-}
-
 // ---- Reading ------------------------------------------------------------------------------------
 
 constexpr int deepestIndex = 32; // nested values; a report has fewer
@@ -143,7 +138,7 @@ std::string formatRecording(const Recording& recording)
         if (!name.empty())
             entries.push_back({name, event.bytes});
     }
-    entries.front() = {indexName, indexText(index)};
+    entries.front() = {indexName, jsonText(index, JsonLayout::indented)};
     return formatZip(entries);
 }
 
