@@ -103,8 +103,7 @@ TEST_F(ZemlinkRecord, overwritesNothing)
     writeBytes(file, "mine");
     const ToolResult result = runTool(installation, L"record --timeout 1 " + quoted(file));
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_EQ(result.errors,
-              "zemlink: " + toUtf8(file) + " exists already; nothing is overwritten\n");
+    EXPECT_EQ(result.errors, "zemlink: " + toUtf8(file) + ": this file exists already\n");
     EXPECT_EQ(readBytes(file), "mine");
 }
 
@@ -115,6 +114,22 @@ TEST_F(ZemlinkRecord, reportsAFileThatCannotBeWritten)
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.errors,
               "zemlink: " + toUtf8(installation.path(L"no\\x.zip")) + " cannot be written\n");
+}
+
+TEST_F(ZemlinkRecord, toleratesAnotherReaderOfItsFile)
+{
+    const ToolRun run(installation, L"record --timeout 12 " + quoted(file));
+    ASSERT_TRUE(isRecording()) << run.errors();
+    peer::OwnHandle reader = peer::ownFile(CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                       nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(reader);
+    makePicture("BM, as far as it goes");
+    constexpr DWORD untilItsEndMs = 13000; // after a write under way and the first write of its end
+    Sleep(untilItsEndMs);
+    reader.reset();
+    EXPECT_EQ(run.waitForExit(), 0u) << run.errors();
+    EXPECT_TRUE(recording().isFinished);
+    EXPECT_EQ(events(EventKind::pictureWritten).size(), 1u);
 }
 
 TEST_F(ZemlinkRecord, leavesOnlyItsFile)
