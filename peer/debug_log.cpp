@@ -12,34 +12,18 @@ namespace {
 constexpr std::string_view separator = ": ";
 constexpr std::ptrdiff_t mostAtOnce = 64; // concurrent loads in one log
 
-struct Step {
-    int number = 0; // 0: not a step
-    std::string text{};
-};
-
-Step parseStep(std::string_view line)
-{
-    const size_t textAt = debugLogLineStart.size() + 1 + separator.size();
-    if (line.size() < textAt || !line.starts_with(debugLogLineStart) ||
-        line.substr(debugLogLineStart.size() + 1, separator.size()) != separator)
-        return {};
-    const char digit = line[debugLogLineStart.size()];
-    return digit >= '1' && digit <= '7' ? Step{digit - '0', std::string(line.substr(textAt))}
-                                        : Step{};
-}
-
-bool isNext(const LoggedLoad& load, const Step& step)
+bool isNext(const LoggedLoad& load, const LoadStep& step)
 {
     return !load.isFinished() && step.number == load.lastStep + 1 && step.text == load.file;
 }
 
-bool isSystemOf(const LoggedLoad& load, const Step& step)
+bool isSystemOf(const LoggedLoad& load, const LoadStep& step)
 {
     return !load.isFinished() && load.lastStep == 3 && step.number == 3 && !step.text.empty();
 }
 
 // Adds the step to the latest load that it continues. False when there is none.
-bool continueLoad(std::vector<LoggedLoad>& loads, const Step& step)
+bool continueLoad(std::vector<LoggedLoad>& loads, const LoadStep& step)
 {
     const auto end = loads.rbegin() + std::min(mostAtOnce, std::ssize(loads));
     for (auto load = loads.rbegin(); load != end; ++load) {
@@ -57,13 +41,26 @@ bool continueLoad(std::vector<LoggedLoad>& loads, const Step& step)
 
 } // namespace
 
+LoadStep parseLoadStep(std::string_view line)
+{
+    const std::vector<std::string_view> lines = fileLines(line);
+    line = lines.empty() ? line : lines.front();
+    const size_t textAt = debugLogLineStart.size() + 1 + separator.size();
+    if (line.size() < textAt || !line.starts_with(debugLogLineStart) ||
+        line.substr(debugLogLineStart.size() + 1, separator.size()) != separator)
+        return {};
+    const char digit = line[debugLogLineStart.size()];
+    return digit >= '1' && digit <= '7' ? LoadStep{digit - '0', std::string(line.substr(textAt))}
+                                        : LoadStep{};
+}
+
 DebugLog parseDebugLog(std::string_view bytes)
 {
     DebugLog log;
     size_t number = 0;
     for (const std::string_view line : fileLines(bytes)) {
         ++number;
-        const Step step = parseStep(line);
+        const LoadStep step = parseLoadStep(line);
         if (step.number == 1)
             log.loads.push_back({step.text, 1});
         else if (step.number == 0 || !continueLoad(log.loads, step))

@@ -12,6 +12,15 @@
 
 namespace peer {
 
+// What one line says.
+struct LoadStep {
+    int number = 0;     // 1 to 7; 0: the line is not a step
+    std::string text{}; // the file's path or, in a second step 3, the letters of its CAD system
+};
+
+// `line`: with or without its end.
+LoadStep parseLoadStep(std::string_view line);
+
 struct LoggedLoad {
     std::string file{};   // bytes in the ANSI code page
     int lastStep = 0;     // 1 to 7

@@ -30,6 +30,7 @@ inline constexpr std::uint16_t noticePort = 4559; // TCP
 // Paths below the installation folder.
 inline constexpr wchar_t tempFolder[] = L"\\temp";
 inline constexpr wchar_t commitFolder[] = L"\\commit";
+inline constexpr wchar_t logFolder[] = L"\\sys";
 inline constexpr wchar_t librarySubfolder[] = L"\\library";
 inline constexpr wchar_t settingsFile[] = L"\\cfg\\settings.ini";
 inline constexpr wchar_t debugLog[] = L"\\sys\\mcxlog.txt";

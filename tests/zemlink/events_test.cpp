@@ -49,7 +49,7 @@ Words inOrder(std::vector<ExchangeEvent> events, std::int64_t least = 0, std::in
 
 } // namespace
 
-TEST(EventWord, isThatOfItsKindAlone)
+TEST(EventWord, namesOneKind)
 {
     for (int i = 0; i <= static_cast<int>(EventKind::notice); ++i) {
         const auto kind = static_cast<EventKind>(i);
@@ -61,7 +61,7 @@ TEST(EventWord, isThatOfItsKindAlone)
     EXPECT_EQ(sideOf(EventKind::requestTaken), Side::host);
 }
 
-TEST(EventText, saysWhoDidWhat)
+TEST(EventText, namesTheProgramAndItsAction)
 {
     EXPECT_EQ(textOf(EventKind::companionStarted, 328), "Companion 328             started");
     EXPECT_EQ(textOf(EventKind::hostEnded, 0), "host                      ended");
@@ -102,6 +102,16 @@ TEST(EventText, explainsTheStepsOfALoad)
               "host 8                    load no step hello");
 }
 
+TEST(EventText, showsAnEmptyQueueAndToolData)
+{
+    EXPECT_EQ(textOf(EventKind::ncQueueWritten, 8, "", L"C:\\ZEM\\temp\\ncqueue-17.txt"),
+              "host 8 -> Companion       NC queue: 0 programs ncqueue-17.txt");
+    EXPECT_EQ(textOf(EventKind::toolDataWritten, 8, "", L"C:\\ZEM\\temp\\tool-17.txt"),
+              "host 8 -> Companion       tool data: 0 tools tool-17.txt");
+    EXPECT_EQ(exchangeEventReport(event(EventKind::ncQueueWritten, 8))["meaning"].dump(),
+              R"({"programs":[]})");
+}
+
 TEST(EventText, controlsNoTerminal)
 {
     EXPECT_EQ(textOf(EventKind::notice, 0, "\x1B[1m\n").find('\x1B'), std::string::npos);
@@ -123,7 +133,7 @@ TEST(EventReport, hasTheMeaningThatDecodeShows)
               R"({"notice":"tool data","id":17})");
 }
 
-TEST(EventOrder, isThatOfTheTimes)
+TEST(EventOrder, followsTheTimes)
 {
     EXPECT_EQ(inOrder({{30, EventKind::requestWritten},
                        {20, EventKind::loadStep, 0, L"", "Loading File #7: a"},

@@ -118,6 +118,22 @@ TEST_F(ZemlinkRecord, reportsAFileThatCannotBeWritten)
               "zemlink: " + toUtf8(installation.path(L"no\\x.zip")) + " cannot be written\n");
 }
 
+TEST_F(ZemlinkRecord, toleratesAnotherReaderOfItsFile)
+{
+    const ToolRun run(installation, L"record --timeout 12 " + quoted(file));
+    ASSERT_TRUE(isRecording()) << run.errors();
+    peer::OwnHandle reader = peer::ownFile(CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                       nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(reader);
+    makePicture("BM, as far as it goes");
+    constexpr DWORD untilItsEndMs = 13000; // after a write under way and the first write of its end
+    Sleep(untilItsEndMs);
+    reader.reset();
+    EXPECT_EQ(run.waitForExit(), 0u) << run.errors();
+    EXPECT_TRUE(recording().isFinished);
+    EXPECT_EQ(events(EventKind::pictureWritten).size(), 1u);
+}
+
 TEST_F(ZemlinkRecord, leavesOnlyItsFile)
 {
     runTool(installation, L"record --timeout 1 " + quoted(file));

@@ -62,10 +62,12 @@ protected:
     }
 
     // The report of the replay of this file against a host that runs the script.
-    Report replay(const std::wstring& file, const std::string& script, DWORD expectedExit) const
+    Report replay(const std::wstring& file, const std::string& script, DWORD expectedExit,
+                  const std::wstring& options = L"") const
     {
         const SessionFiles sessionFiles(script);
-        const ToolRun tool(installation, L"replay " + quoted(file) + L" --at-once --json");
+        const ToolRun tool(installation,
+                           L"replay " + quoted(file) + L" --at-once --json" + options);
         EXPECT_TRUE(waitUntil([&] { return findInstance() != nullptr; })) << tool.errors();
         const HostProgram host(installation, script);
         EXPECT_EQ(tool.waitForExit(), expectedExit) << tool.output() << tool.errors();
@@ -107,7 +109,7 @@ TEST_F(ReplayedHost, differsWhenItDoesSomethingElse)
     const std::wstring file = recordings + L"save-and-commit.zip";
     putParts(zemlink::readRecording(file));
     // The host saves nothing and imports NC programs instead.
-    const Report report = replay(file, scriptOf(L"nc-programs"), 1);
+    const Report report = replay(file, scriptOf(L"nc-programs"), 1, L" --timeout 10");
     std::vector<std::string> found;
     for (const Report& each : report["differences"]) {
         const Report& event = each.contains("recorded") ? each["recorded"] : each["seen"];

@@ -284,7 +284,7 @@ TEST_F(ZemlinkWatch, endsWithAWholeLineAtCtrlC)
     EXPECT_EQ(run.errors(), "");
 }
 
-TEST_F(ZemlinkWatch, saysThatNoticesNeedTheLog)
+TEST_F(ZemlinkWatch, reportsThatNoticesNeedTheLog)
 {
     const ToolResult result = runTool(installation, L"watch --timeout 1");
     EXPECT_EQ(result.exitCode, 0u);

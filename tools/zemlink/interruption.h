@@ -15,14 +15,8 @@ public:
     Interruption& operator=(const Interruption&) = delete;
 
     // Signalled after the first of them.
-    HANDLE handle() const { return requested_.get(); }
+    HANDLE handle() const;
     bool isRequested() const;
-
-private:
-    static BOOL WINAPI handleControl(DWORD control);
-
-    peer::OwnHandle requested_, done_;
-    static Interruption* current_;
 };
 
 } // namespace zemlink

@@ -13,11 +13,14 @@
 
 #include <algorithm>
 #include <limits>
+#include <stdexcept>
 
 namespace zemlink {
 namespace {
 
 constexpr std::int64_t writeEveryMs = 10000;
+constexpr std::int64_t finishWithinMs = 4000; // Windows gives five seconds when a console is closed
+constexpr DWORD finishEveryMs = 200;
 constexpr std::uint64_t mostRecordedBytes = std::uint64_t{512} << 20;
 
 std::int64_t ticks()
@@ -62,18 +65,23 @@ public:
     }
     void writeNews()
     {
-        if (hasNews_ && ticks() - writtenAt_ >= writeEveryMs)
-            write();
+        if (hasNews_ && ticks() - triedAt_ >= writeEveryMs)
+            tryToWrite();
     }
+    // Tries for some seconds. Throws std::runtime_error, with the cause, when the file cannot be
+    // written.
     void finish()
     {
         recording_.isFinished = true;
+        for (const std::int64_t end = ticks() + finishWithinMs; ticks() < end; Sleep(finishEveryMs))
+            if (tryToWrite())
+                return;
         write();
     }
     // The time until writeNews has something to do.
     std::int64_t idleMs() const
     {
-        return hasNews_ ? std::max<std::int64_t>(0, writtenAt_ + writeEveryMs - ticks())
+        return hasNews_ ? std::max<std::int64_t>(0, triedAt_ + writeEveryMs - ticks())
                         : std::numeric_limits<std::int64_t>::max();
     }
 
@@ -83,16 +91,26 @@ public:
 private:
     void write()
     {
+        triedAt_ = ticks();
         writeRecording(path_, isRedacted_ ? redacted(recording_) : recording_);
         hasNews_ = false;
-        writtenAt_ = ticks();
+    }
+    // False when it failed: another program may be reading the file.
+    bool tryToWrite()
+    {
+        try {
+            write();
+            return true;
+        } catch (const std::runtime_error&) {
+            return false;
+        }
     }
 
     std::wstring path_;
     bool isRedacted_; // the file, not what is kept here: names that come later have to fit
     Recording recording_{};
     std::uint64_t bytes_ = 0;
-    std::int64_t writtenAt_ = 0;
+    std::int64_t triedAt_ = 0;
     bool hasNews_ = false;
     bool isFull_ = false;
 };
@@ -136,7 +154,10 @@ Outcome record(const Arguments& arguments)
     Report report{{"file", arguments.path}, {"events", recorder.count()}};
     if (recorder.isFull())
         report["stopped"] = "The exchanges had more than 512 MB; what came before is recorded.";
-    return {report, recorder.isFull() ? problem : done};
+    const size_t lost = observer.takeLost();
+    if (lost != 0)
+        report["lost"] = lost;
+    return {report, recorder.isFull() || lost != 0 ? problem : done};
 }
 
 } // namespace zemlink

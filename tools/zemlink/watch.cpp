@@ -30,7 +30,13 @@ public:
         const std::string name = peer::toUtf8(folder);
         printLine(Report{{"watching", name}}, "watching " + visible(name));
         for (const std::string& limit : observer.limits())
-            printLine(Report{{"remark", limit}}, "remark: " + visible(limit));
+            showRemark(limit);
+    }
+    void showLost(size_t events) const
+    {
+        if (events != 0)
+            showRemark(std::to_string(events) +
+                       " events were lost: the output was not read in time.");
     }
 
     void show(const std::vector<ExchangeEvent>& events, Origin origin)
@@ -45,6 +51,11 @@ public:
     bool isEnough() const { return arguments_.count && shown_ >= *arguments_.count; }
 
 private:
+    void showRemark(const std::string& remark) const
+    {
+        printLine(Report{{"remark", remark}}, "remark: " + visible(remark));
+    }
+
     bool isWanted(EventKind kind) const
     {
         const auto& only = arguments_.only;
@@ -107,6 +118,7 @@ Outcome watch(const Arguments& arguments)
         if (left <= 0)
             return {Report(), arguments.count ? problem : done};
         printer.show(observer.wait(left, interruption.handle()), Origin::now);
+        printer.showLost(observer.takeLost());
     }
     return {};
 }

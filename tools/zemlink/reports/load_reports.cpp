@@ -1,5 +1,7 @@
 #include "tools/zemlink/reports/load_reports.h"
 
+#include "peer/commit_record.h"
+#include "peer/lines.h"
 #include "peer/text.h"
 
 namespace zemlink {
@@ -36,6 +38,20 @@ Report stepsReport()
         steps[std::to_string(steps.size() + 1)] = meaning;
     steps["3 again"] = cadMeaning;
     return steps;
+}
+
+Report stepReport(std::string_view line)
+{
+    const peer::LoadStep step = peer::parseLoadStep(line);
+    if (step.number == 0) {
+        const std::vector<std::string_view> lines = peer::fileLines(line);
+        return {{"step", nullptr}, {"text", peer::ansiToUtf8(lines.empty() ? line : lines[0])}};
+    }
+    const std::string text = peer::ansiToUtf8(step.text);
+    const bool isSystem = step.number == 3 && !peer::isFullPath(peer::fromUtf8(text));
+    return {{"step", step.number},
+            {"file", text},
+            {"reached", isSystem ? cadMeaning : stepMeanings[step.number - 1]}};
 }
 
 std::string reachedText(const peer::LoggedLoad& load)

@@ -10,6 +10,9 @@
 namespace zemlink {
 namespace {
 
+// One more than a host accepts, so that a longer request is seen to be too long.
+constexpr std::uint32_t mostRequestBytes = peer::longestRequestBytes + 1;
+
 // Null with `isRunning` true for a process that the user may not open.
 peer::OwnHandle openProcess(std::uint32_t process, bool& isRunning)
 {
@@ -35,15 +38,12 @@ std::vector<ExchangeEvent> CommandFiles::look(std::int64_t now, bool isFollowed)
     for (const std::wstring& name : listFiles(peer::commandFilePattern(folder_)))
         if (const auto process = peer::processOfCommandFile(name))
             hosts_[*process];
-    for (auto& [process, host] : hosts_)
+    for (auto& [process, host] : hosts_) {
         lookAtHost(process, host, now, isFollowed, events);
-    std::erase_if(hosts_, [&](const auto& entry) {
-        const auto& [process, host] = entry;
-        if (!hasGone(process, host, now))
-            return false;
-        if (host.isRunning)
-            events.push_back({now, EventKind::hostEnded, process});
-        return true;
+        lookAtEnd(process, host, now, events);
+    }
+    std::erase_if(hosts_, [](const auto& entry) {
+        return entry.second.hasEnded && entry.second.missingSince != 0;
     });
     return events;
 }
@@ -76,7 +76,7 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
     };
     std::string bytes;
     if (look.size != 0) {
-        bytes = readFrom(path, 0, UINT32_MAX).value_or("");
+        bytes = readFrom(path, 0, mostRequestBytes).value_or("");
         if (bytes.empty())
             return; // just taken: the next look finds another file
     }
@@ -119,15 +119,21 @@ bool CommandFiles::isReplaced(const std::wstring& path, Host& host, const FileLo
     return now - host.replacedSince >= instantMs;
 }
 
-bool CommandFiles::hasGone(std::uint32_t process, const Host& host, std::int64_t now) const
+// The file of a host that has ended may still exist: another program has it open, or it was left
+// from an earlier process with the same id. The handle stays signalled, so it is closed.
+void CommandFiles::lookAtEnd(std::uint32_t process, Host& host, std::int64_t now,
+                             std::vector<ExchangeEvent>& events)
 {
-    const bool hasEnded =
-        host.process && WaitForSingleObject(host.process.get(), 0) == WAIT_OBJECT_0;
-    if (host.missingSince == 0 && !hasEnded)
-        return false;
-    if (hasEnded && lookAt(peer::commandFilePath(folder_, process)).exists)
-        return false; // another handle keeps the file for a moment
-    return hasEnded || now - host.missingSince >= peer::DeliveryBounds().missingMs;
+    const bool isMissing = host.missingSince != 0;
+    if (isMissing && now - host.missingSince >= peer::DeliveryBounds().missingMs)
+        host.hasEnded = true;
+    if (host.process && WaitForSingleObject(host.process.get(), 0) == WAIT_OBJECT_0) {
+        host.hasEnded = true;
+        host.process.reset();
+    }
+    if (host.hasEnded && host.isRunning)
+        events.push_back({now, EventKind::hostEnded, process});
+    host.isRunning = host.isRunning && !host.hasEnded;
 }
 
 std::vector<HANDLE> CommandFiles::processes() const

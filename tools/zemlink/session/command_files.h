@@ -25,7 +25,7 @@ public:
     // taken between two looks has no bytes.
     // `isFollowed`: what hosts do after taking a request has been seen.
     std::vector<ExchangeEvent> look(std::int64_t now, bool isFollowed);
-    // The hosts' processes; each handle is signalled when its process ends.
+    // The processes of running hosts; each handle is signalled when its process ends.
     std::vector<HANDLE> processes() const;
     // Something is about to be decided: look again soon.
     bool isWaiting() const;
@@ -40,7 +40,8 @@ private:
         FileLook look{};
         peer::OwnHandle process{}; // null where the process may not be opened or has ended
         bool isRunning = false;
-        FileLook replaced{}; // empty and not the known file, as far as one look can tell
+        bool hasEnded = false; // it is kept while its file exists
+        FileLook replaced{};   // empty and not the known file, as far as one look can tell
         std::int64_t replacedSince = 0;
         std::int64_t missingSince = 0;        // 0: the file exists
         std::optional<std::string> waiting{}; // the request in the file
@@ -53,7 +54,8 @@ private:
                        bool isFollowed, std::vector<ExchangeEvent>& events);
     static bool isReplaced(const std::wstring& path, Host& host, const FileLook& look,
                            std::int64_t now, bool isFollowed);
-    bool hasGone(std::uint32_t process, const Host& host, std::int64_t now) const;
+    static void lookAtEnd(std::uint32_t process, Host& host, std::int64_t now,
+                          std::vector<ExchangeEvent>& events);
     template <class Matches>
     std::uint32_t hostWhere(const Matches& matches) const;
 

@@ -11,7 +11,7 @@ namespace zemlink {
 namespace {
 
 constexpr auto everything = std::numeric_limits<std::uint64_t>::max();
-constexpr std::uint64_t mostCommitBytes = 1u << 28; // at once
+constexpr std::uint32_t mostCommitBytes = 1u << 24; // at once; the rest with the next look
 
 peer::Bookmark readBookmarkAt(const std::wstring& path)
 {
@@ -75,8 +75,15 @@ void CommitFiles::readNew(std::uint32_t process, File& file, std::vector<Exchang
     if (file.look.size <= file.end)
         return;
     const std::string bytes = readFrom(file.path, file.end, mostCommitBytes).value_or("");
+    const bool isCut = bytes.size() == mostCommitBytes;
     for (size_t at = 0; at < bytes.size();) {
-        const peer::Piece piece = peer::parsePiece(std::string_view(bytes).substr(at));
+        peer::Piece piece = peer::parsePiece(std::string_view(bytes).substr(at));
+        if (isCut && piece.kind == peer::PieceKind::foreign && at + piece.size == bytes.size()) {
+            // The start of a record may be among its last bytes.
+            if (piece.size < peer::certainRecordStart)
+                return;
+            piece.size -= peer::certainRecordStart - 1;
+        }
         if (piece.kind == peer::PieceKind::incomplete)
             return;
         const std::string record = bytes.substr(at, piece.size);

@@ -1,6 +1,6 @@
 #include "tools/zemlink/session/event_order.h"
 
-#include "peer/wire_constants.h"
+#include "peer/debug_log.h"
 
 #include <algorithm>
 
@@ -20,9 +20,10 @@ int rankOf(EventKind kind)
 
 bool isOneOfStepsUpTo2(const ExchangeEvent& event)
 {
-    const size_t digitAt = peer::debugLogLineStart.size();
-    return event.kind == EventKind::loadStep && event.bytes.size() > digitAt &&
-           (event.bytes[digitAt] == '1' || event.bytes[digitAt] == '2');
+    if (event.kind != EventKind::loadStep)
+        return false;
+    const int step = peer::parseLoadStep(event.bytes).number;
+    return step == 1 || step == 2;
 }
 
 // A removal leaves no time. The add-in takes the settings after step 2 and before step 3.

@@ -1,11 +1,10 @@
 #include "tools/zemlink/session/event_report.h"
 
-#include "peer/commit_record.h"
 #include "peer/exchange_paths.h"
 #include "peer/text.h"
-#include "peer/wire_constants.h"
 #include "tools/zemlink/reports/decode.h"
 #include "tools/zemlink/reports/file_reports.h"
+#include "tools/zemlink/reports/load_reports.h"
 
 #include <algorithm>
 #include <iterator>
@@ -54,27 +53,6 @@ std::string parties(const ExchangeEvent& event)
     if (!goesAcross(event.kind))
         return isByHost ? host : companion;
     return host + (isByHost ? " -> " : " <- ") + companion;
-}
-
-// A step is one line of the log of loads. Step 3 of a CAD file comes twice, the second time with
-// the letters of its system instead of a path.
-Report stepReport(std::string_view bytes)
-{
-    const std::string_view line = bytes.substr(0, bytes.find_first_of("\r\n"));
-    const size_t digitAt = peer::debugLogLineStart.size();
-    const Report steps = decode(ExchangeKind::debugLog, "").report["steps"];
-    if (!line.starts_with(peer::debugLogLineStart) || line.size() < digitAt + 3)
-        return {{"step", nullptr}, {"text", peer::ansiToUtf8(line)}};
-    const std::string digit(line.substr(digitAt, 1));
-    const std::string text = peer::ansiToUtf8(line.substr(digitAt + 3));
-    const bool isSystem = digit == "3" && !peer::isFullPath(peer::fromUtf8(text));
-    Report report{{"step", nullptr}, {"file", text}};
-    const auto reached = steps.find(isSystem ? "3 again" : digit);
-    if (reached != steps.end()) {
-        report["step"] = digit.front() - '0';
-        report["reached"] = *reached;
-    }
-    return report;
 }
 
 // One record or, if it is none, what a commit file with these bytes would be.
@@ -175,6 +153,14 @@ std::string lineOf(const Report& meaning)
     return line;
 }
 
+// A queue without programs and tool data without tools are empty files; of other events without
+// bytes the content is not known.
+bool isContentKnown(const ExchangeEvent& event)
+{
+    return !event.bytes.empty() || event.kind == EventKind::ncQueueWritten ||
+           event.kind == EventKind::toolDataWritten;
+}
+
 bool isWholeFile(EventKind kind)
 {
     return kind == EventKind::pictureWritten || kind == EventKind::ncQueueWritten ||
@@ -227,7 +213,7 @@ Report exchangeEventReport(const ExchangeEvent& event)
         report["file"] = peer::toUtf8(event.file);
     if (contentOf(event.kind)) {
         report["bytes"] = event.bytes.size();
-        if (!event.bytes.empty())
+        if (isContentKnown(event))
             report["meaning"] = meaningOf(event.kind, event.bytes);
     }
     return report;
@@ -239,8 +225,8 @@ std::string exchangeEventText(const ExchangeEvent& event)
     line.resize(std::max(line.size(), partiesWidth), ' ');
     line += std::string("  ") += title(event.kind);
     if (contentOf(event.kind)) {
-        line += ' ' + (event.bytes.empty() ? "its content is not known"
-                                           : lineOf(meaningOf(event.kind, event.bytes)));
+        line += ' ' + (isContentKnown(event) ? lineOf(meaningOf(event.kind, event.bytes))
+                                             : "its content is not known");
         if (isWholeFile(event.kind))
             line += ' ' + peer::toUtf8(peer::fileNameOf(event.file));
     }

@@ -1,6 +1,7 @@
 #include "tools/zemlink/session/exchange_look.h"
 
 #include "peer/companion_log.h"
+#include "peer/debug_log.h"
 #include "peer/exchange_paths.h"
 #include "peer/numbers.h"
 #include "peer/wire_constants.h"
@@ -14,8 +15,8 @@
 namespace zemlink {
 namespace {
 
-constexpr wchar_t logFolder[] = L"\\sys";
 constexpr wchar_t answerEnd[] = L".tmp";
+constexpr int mostRounds = 4; // of looking at what events follow from
 
 // Check-out answers are written to the user's temporary folder.
 std::wstring userTempFolder()
@@ -42,7 +43,7 @@ bool contains(const std::vector<ExchangeEvent>& events, EventKind kind)
     return std::ranges::find(events, kind, &ExchangeEvent::kind) != events.end();
 }
 
-// The number between the last hyphen and the end of the name.
+// The number between the first hyphen and the next dot.
 std::int64_t idInName(const std::wstring& file)
 {
     using Limits = std::numeric_limits<std::int32_t>;
@@ -50,13 +51,6 @@ std::int64_t idInName(const std::wstring& file)
     const size_t start = name.find(L'-') + 1;
     const std::wstring id = name.substr(start, name.find(L'.') - start);
     return peer::parseNumber(id, Limits::min(), Limits::max()).value_or(0);
-}
-
-std::string partOfStep(std::string_view line)
-{
-    line = line.substr(0, line.find_first_of("\r\n"));
-    const size_t at = peer::debugLogLineStart.size() + 3;
-    return std::string(line.size() > at ? line.substr(at) : std::string_view());
 }
 
 } // namespace
@@ -77,10 +71,10 @@ ExchangeLook::ExchangeLook(const std::wstring& folder)
                 patternOf(peer::toolDataStart, peer::textEnd)),
       answers_(EventKind::answerWritten, userTempFolder(),
                patternOf(peer::checkoutAnswerStart, answerEnd)),
-      loadLog_(folder + logFolder + L'\\' + peer::debugLogName + peer::textEnd),
+      loadLog_(peer::debugLogPath(folder)),
       companionLog_(peer::logPath(folder))
 {
-    for (const std::wstring& each : {folder + peer::tempFolder, folder + logFolder,
+    for (const std::wstring& each : {folder + peer::tempFolder, folder + peer::logFolder,
                                      folder + peer::commitFolder, userTempFolder()})
         folders_.emplace_back(each);
     loadLog_.skip();
@@ -89,8 +83,9 @@ ExchangeLook::ExchangeLook(const std::wstring& folder)
     lastAt_ = currentTime();
 }
 
-// The later something happens, the earlier it is looked at, so that whatever led to it is found by
-// the same look. Only command files come first as well: a request is there for a tenth of a second.
+// Looks at the last steps of an exchange first, so that the same look also finds the steps that led
+// to them. Command files are also looked at first: a request may exist for only a tenth of a
+// second.
 std::vector<ExchangeEvent> ExchangeLook::look()
 {
     const std::int64_t now = currentTime();
@@ -112,18 +107,20 @@ std::vector<ExchangeEvent> ExchangeLook::look()
 }
 
 // Each step follows from a request, a request from its machine settings, and taken settings from
-// the first steps: whatever is found, what it follows from is looked at once more.
+// the first steps: whatever is found, what it follows from is looked at once more. While files keep
+// changing, the rest is left for the next look.
 void ExchangeLook::lookAtRequests(std::vector<ExchangeEvent>& events)
 {
-    size_t known = 0;
-    do {
-        known = events.size();
+    for (int round = 0; round < mostRounds; ++round) {
+        const size_t known = events.size();
         const std::int64_t now = currentTime(); // when the settings are found to be gone
         append(events, machineSettings_.look(now, true));
         if (contains(events, EventKind::machineSettingsTaken))
             append(events, newSteps());
         append(events, commandFiles_.look(now, contains(events, EventKind::loadStep)));
-    } while (events.size() != known);
+        if (events.size() == known)
+            break;
+    }
     const bool hasMissedOne = std::ranges::any_of(events, [](const ExchangeEvent& event) {
         return event.kind == EventKind::requestWritten && event.bytes.empty();
     });
@@ -200,7 +197,7 @@ void ExchangeLook::findProcesses(std::vector<ExchangeEvent>& events) const
             event.process = commandFiles_.hostOfRequest(idInName(event.file));
             break;
         case EventKind::loadStep:
-            event.process = commandFiles_.hostOfPart(partOfStep(event.bytes));
+            event.process = commandFiles_.hostOfPart(peer::parseLoadStep(event.bytes).text);
             break;
         case EventKind::pictureWritten:
         case EventKind::notice:

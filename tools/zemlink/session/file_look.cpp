@@ -3,6 +3,8 @@
 #include "peer/handle.h"
 #include "tools/zemlink/session/local_time.h"
 
+#include <algorithm>
+
 namespace zemlink {
 
 FileLook lookAt(const std::wstring& path)
@@ -17,7 +19,7 @@ FileLook lookAt(const std::wstring& path)
 }
 
 std::optional<std::string> readFrom(const std::wstring& path, std::uint64_t offset,
-                                    std::uint64_t mostBytes)
+                                    std::uint32_t mostBytes)
 {
     const peer::OwnHandle file = peer::ownFile(CreateFileW(
         path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
@@ -28,9 +30,7 @@ std::optional<std::string> readFrom(const std::wstring& path, std::uint64_t offs
     const auto end = static_cast<std::uint64_t>(size.QuadPart);
     if (end <= offset)
         return std::string();
-    if (end - offset > mostBytes)
-        return std::nullopt;
-    std::string bytes(static_cast<size_t>(end - offset), '\0');
+    std::string bytes(static_cast<size_t>(std::min<std::uint64_t>(end - offset, mostBytes)), '\0');
     OVERLAPPED place{};
     place.Offset = static_cast<DWORD>(offset);
     place.OffsetHigh = static_cast<DWORD>(offset >> 32);
@@ -39,6 +39,12 @@ std::optional<std::string> readFrom(const std::wstring& path, std::uint64_t offs
         return std::nullopt;
     bytes.resize(read);
     return bytes;
+}
+
+bool isFolder(const std::wstring& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 std::vector<std::wstring> listFiles(const std::wstring& pattern)

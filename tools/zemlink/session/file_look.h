@@ -22,10 +22,12 @@ struct FileLook {
 // Does not open the file.
 FileLook lookAt(const std::wstring& path);
 
-// The bytes from an offset to the present end; empty when the file cannot be read. A larger rest
-// than `mostBytes` counts as one that cannot be read.
+// The bytes from an offset to the present end, `mostBytes` at most; empty when the file cannot be
+// read.
 std::optional<std::string> readFrom(const std::wstring& path, std::uint64_t offset,
-                                    std::uint64_t mostBytes);
+                                    std::uint32_t mostBytes);
+
+bool isFolder(const std::wstring& path);
 
 // The names of the files, without folders, that match a pattern such as `C:\TORVA\ZEM\temp\*`.
 std::vector<std::wstring> listFiles(const std::wstring& pattern);

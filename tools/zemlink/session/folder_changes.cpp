@@ -1,17 +1,10 @@
 #include "tools/zemlink/session/folder_changes.h"
 
+#include "tools/zemlink/session/file_look.h"
+
 #include <utility>
 
 namespace zemlink {
-namespace {
-
-bool isFolder(const std::wstring& path)
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-} // namespace
 
 FolderChanges::FolderChanges(std::wstring folder) : folder_(std::move(folder))
 {

@@ -14,7 +14,6 @@ public:
     FolderChanges(FolderChanges&& other) noexcept;
     FolderChanges& operator=(FolderChanges&&) = delete;
 
-    const std::wstring& folder() const { return folder_; }
     // Signalled once a file in the folder has come, gone, been renamed or written to. Null while
     // the folder does not exist.
     HANDLE handle() const { return handle_; }

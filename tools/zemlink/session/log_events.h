@@ -1,4 +1,4 @@
-// The events that the Companion's log tells of.
+// Events from the Companion's log.
 #pragma once
 
 #include "peer/companion_log.h"

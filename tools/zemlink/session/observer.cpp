@@ -5,6 +5,7 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/session/exchange_look.h"
+#include "tools/zemlink/session/file_look.h"
 #include "tools/zemlink/session/local_time.h"
 
 #include <algorithm>
@@ -13,22 +14,19 @@
 namespace zemlink {
 namespace {
 
+constexpr size_t mostWaitingBytes = size_t{64} << 20;
+constexpr DWORD betweenLooksMs = 5; // other programs may change files all the time
+
 peer::OwnHandle makeEvent(bool isManual)
 {
     return peer::OwnHandle(CreateEventW(nullptr, isManual, FALSE, nullptr));
 }
 
-bool isExistingFolder(const std::wstring& path)
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 std::vector<std::string> findLimits(const std::wstring& folder)
 {
     std::vector<std::string> limits;
-    for (const wchar_t* below : {peer::tempFolder, peer::commitFolder, L"\\sys"})
-        if (!isExistingFolder(folder + below))
+    for (const wchar_t* below : {peer::tempFolder, peer::commitFolder, peer::logFolder})
+        if (!isFolder(folder + below))
             limits.push_back(peer::toUtf8(folder + below) +
                              " does not exist; it is watched once it does.");
     if (!peer::isFile(peer::logPath(folder))) {
@@ -40,14 +38,34 @@ std::vector<std::string> findLimits(const std::wstring& folder)
 
 } // namespace
 
+void EventQueue::add(std::vector<ExchangeEvent>&& events)
+{
+    for (ExchangeEvent& event : events) {
+        const size_t size = sizeof event + event.bytes.size() + event.file.size() * sizeof(wchar_t);
+        if (bytes_ != 0 && bytes_ + size > mostBytes_) {
+            ++lost_;
+            continue;
+        }
+        bytes_ += size;
+        events_.push_back(std::move(event));
+    }
+}
+
+std::vector<ExchangeEvent> EventQueue::take()
+{
+    bytes_ = 0;
+    return std::exchange(events_, {});
+}
+
 Observer::Observer(const std::wstring& folder)
     : folder_(folder),
       limits_(findLimits(folder)),
       isReady_(makeEvent(true)),
       hasEvents_(makeEvent(false)),
-      shallStop_(makeEvent(true))
+      shallStop_(makeEvent(true)),
+      events_(mostWaitingBytes)
 {
-    if (!isExistingFolder(folder))
+    if (!isFolder(folder))
         throw std::runtime_error("there is no folder " + peer::toUtf8(folder));
     thread_ = std::thread([this] {
         try {
@@ -90,17 +108,18 @@ void Observer::watch()
         lastSlowLook = isSlow ? GetTickCount64() : lastSlowLook;
         look.rearm(isSlow);
         add(look.look(), false);
+        Sleep(betweenLooksMs);
     }
 }
 
 void Observer::add(std::vector<ExchangeEvent>&& events, bool hasFailed)
 {
     const std::lock_guard lock(mutex_);
-    std::ranges::move(events, std::back_inserter(events_));
+    events_.add(std::move(events));
     hasFailed_ = hasFailed_ || hasFailed;
     if (hasFailed)
         SetEvent(isReady_.get());
-    if (!events_.empty() || hasFailed)
+    if (!events_.isEmpty() || hasFailed)
         SetEvent(hasEvents_.get());
 }
 
@@ -110,9 +129,15 @@ std::vector<ExchangeEvent> Observer::wait(std::int64_t ms, HANDLE stop)
     const auto limit = static_cast<DWORD>(std::clamp<std::int64_t>(ms, 0, INFINITE - 1));
     WaitForMultipleObjects(stop ? 2 : 1, handles, FALSE, limit);
     const std::lock_guard lock(mutex_);
-    if (hasFailed_ && events_.empty())
+    if (hasFailed_ && events_.isEmpty())
         throw std::runtime_error("the installation cannot be watched any more");
-    return std::exchange(events_, {});
+    return events_.take();
+}
+
+size_t Observer::takeLost()
+{
+    const std::lock_guard lock(mutex_);
+    return events_.takeLost();
 }
 
 } // namespace zemlink

@@ -12,9 +12,27 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace zemlink {
+
+// Events that wait for their reader, up to a number of bytes or one larger event. Not synchronised.
+class EventQueue {
+public:
+    explicit EventQueue(size_t mostBytes) : mostBytes_(mostBytes) {}
+
+    // Events for which there is no room are lost.
+    void add(std::vector<ExchangeEvent>&& events);
+    std::vector<ExchangeEvent> take();
+    // The number of events lost since the last call.
+    size_t takeLost() { return std::exchange(lost_, 0); }
+    bool isEmpty() const { return events_.empty(); }
+
+private:
+    size_t mostBytes_, bytes_ = 0, lost_ = 0;
+    std::vector<ExchangeEvent> events_{};
+};
 
 // The functions are for one thread.
 class Observer {
@@ -28,8 +46,8 @@ public:
 
     // Milliseconds since 1970, UTC.
     std::int64_t startedAt() const { return startedAt_; }
-    // What was there at that time, each as the event that would have brought it: running programs,
-    // requests and machine settings that lie there, commits that wait, files.
+    // What existed at that time, each as the event that led to it: running programs, requests and
+    // machine settings that have not been taken, commits that have not been taken, files.
     const std::vector<ExchangeEvent>& presentAtStart() const { return present_; }
     // What cannot be seen, a sentence each.
     const std::vector<std::string>& limits() const { return limits_; }
@@ -38,6 +56,9 @@ public:
     // until `stop` is signalled; the result is then empty. Throws std::runtime_error when watching
     // has failed.
     std::vector<ExchangeEvent> wait(std::int64_t ms, HANDLE stop = nullptr);
+    // The number of events since the last call that were lost because `wait` was not called in time
+    // and more than 64 MB were waiting.
+    size_t takeLost();
 
 private:
     void watch();
@@ -49,7 +70,7 @@ private:
     std::vector<std::string> limits_{};
     peer::OwnHandle isReady_, hasEvents_, shallStop_;
     std::mutex mutex_; // guards the members below
-    std::vector<ExchangeEvent> events_{};
+    EventQueue events_;
     bool hasFailed_ = false;
     std::thread thread_; // last: it uses all others
 };

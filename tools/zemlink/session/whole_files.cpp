@@ -8,7 +8,7 @@ namespace zemlink {
 namespace {
 
 constexpr std::int64_t quietMs = 200;
-constexpr std::uint64_t mostFileBytes = peer::largestBitmapFile;
+constexpr std::uint32_t mostFileBytes = peer::largestBitmapFile; // larger ones are not read
 
 } // namespace
 
@@ -29,6 +29,8 @@ std::vector<ExchangeEvent> WholeFiles::look(std::int64_t now, bool isFollowed)
             continue;
         known.isReported = true;
         events.push_back({known.look.writtenAt, written_, 0, path, known.bytes});
+        if (written_ != EventKind::machineSettingsWritten)
+            known.bytes = {};
     }
     return events;
 }
@@ -37,13 +39,16 @@ bool WholeFiles::isWaiting() const
 {
     return std::ranges::any_of(
         files_,
-        [](const auto& file) { return file.second.look.size != 0 && !file.second.isReported; });
+        [this](const auto& file) {
+            const Known& known = file.second;
+            return known.look.exists && !known.isReported && (known.look.size != 0 || mayBeEmpty());
+        });
 }
 
 void WholeFiles::refresh(const std::wstring& path, Known& known, std::int64_t now) const
 {
     const FileLook look = lookAt(path);
-    if (look == known.look || !look.exists)
+    if (look == known.look || !look.exists || look.size > mostFileBytes)
         return;
     const auto bytes = look.size != 0 ? readFrom(path, 0, mostFileBytes) : std::string();
     if (!bytes)
@@ -51,18 +56,25 @@ void WholeFiles::refresh(const std::wstring& path, Known& known, std::int64_t no
     known = {look, *bytes, now, false};
 }
 
+// A part without operations makes an empty file.
+bool WholeFiles::mayBeEmpty() const
+{
+    return written_ == EventKind::ncQueueWritten || written_ == EventKind::toolDataWritten;
+}
+
 bool WholeFiles::isComplete(const Known& known, std::int64_t now, bool isFollowed) const
 {
+    const bool isQuiet = now - known.changedAt >= quietMs;
     if (known.bytes.empty())
-        return false;
+        return mayBeEmpty() && known.look.exists && isQuiet;
     const bool isWhole = written_ == EventKind::pictureWritten
                              ? peer::findBitmapForm(known.bytes).has_value()
                              : written_ == EventKind::machineSettingsWritten;
-    return isWhole || isFollowed || now - known.changedAt >= quietMs;
+    return isWhole || isFollowed || isQuiet;
 }
 
-// A file that was removed before it counted as complete had been complete: its reader was content
-// with it.
+// A file that its reader has removed was complete. One that was seen empty may have had content
+// since.
 void WholeFiles::addGone(std::vector<ExchangeEvent>& events, std::int64_t now)
 {
     std::erase_if(
