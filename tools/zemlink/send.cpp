@@ -90,8 +90,7 @@ Outcome send(const Arguments& arguments, const Report& request, const std::strin
     const std::int64_t boundMs = arguments.timeoutMs.value_or(usualTimeoutMs);
     const std::uint64_t logStart = loadLogSize(folder);
     const Delivered delivered = deliver(file, bytes, boundMs);
-    const Outcome taken =
-        answerOutcome(request, *choice.process, delivered.verdict, delivered.cause);
+    Outcome taken = answerOutcome(request, *choice.process, delivered.verdict, delivered.cause);
     if (!arguments.isUntilOpened || taken.exitCode != done)
         return taken;
     const std::wstring part = fromUtf8(request["path"].get<std::string>());

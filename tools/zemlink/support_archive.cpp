@@ -18,8 +18,8 @@
 namespace zemlink {
 namespace {
 
-constexpr std::uint64_t largestLog = 64 * 1024 * 1024;
-constexpr std::uint64_t growth = 1024 * 1024; // between looking at a log's size and reading it
+constexpr std::uint64_t largestLog = 64 << 20;
+constexpr std::uint64_t growth = 1 << 20; // between looking at a log's size and reading it
 constexpr const wchar_t* debugLog = L"\\sys\\mcxlog.txt";
 
 struct Logs {

@@ -63,7 +63,7 @@ peer::LoggedLoad waitForLoad(const std::wstring& folder, const std::wstring& fil
     const Clock::time_point end = Clock::now() + std::chrono::milliseconds(boundMs);
     for (;; Sleep(lookEveryMs)) {
         const bool isLastLook = Clock::now() >= end || !isRunning(host);
-        const peer::LoggedLoad load = findLastLoad(log.read(), peer::toUtf8(file));
+        peer::LoggedLoad load = findLastLoad(log.read(), peer::toUtf8(file));
         if (load.isFinished() || isLastLook)
             return load;
     }

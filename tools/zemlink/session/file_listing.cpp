@@ -14,7 +14,7 @@ namespace {
 constexpr ULONG hashBytes = 32;
 // While a file is read, a program that replaces it by renaming has to wait; a larger one takes too
 // long.
-constexpr std::uint64_t mostHashedBytes = 64 * 1024 * 1024;
+constexpr std::uint64_t mostHashedBytes = 64 << 20;
 
 struct AlgorithmCloser {
     void operator()(void* algorithm) const { BCryptCloseAlgorithmProvider(algorithm, 0); }

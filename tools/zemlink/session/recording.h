@@ -23,10 +23,10 @@
 
 namespace zemlink {
 
-struct Recording {
+struct Recording { // NOLINT(bugprone-exception-escape) // the JSON library's move throws nothing
     std::int64_t startedAt = 0; // milliseconds since 1970, UTC
     bool isRedacted = false;
-    bool isFinished = true; // false: the recorder did not come to write its end
+    bool isFinished = true; // false: the recorder was ended before it wrote the end
     std::wstring folder{};  // the installation folder, without a trailing backslash
     Report status{};
     std::vector<ExchangeEvent> events{}; // in order of time
