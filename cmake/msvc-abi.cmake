@@ -9,6 +9,7 @@ set(llvm /usr/lib/llvm-19/bin)
 
 set(CMAKE_C_COMPILER ${tools}/bin/clang-cl)
 set(CMAKE_CXX_COMPILER ${tools}/bin/clang-cl)
+set(CMAKE_C_COMPILER_TARGET x86_64-pc-windows-msvc)
 set(CMAKE_CXX_COMPILER_TARGET x86_64-pc-windows-msvc)
 set(CMAKE_LINKER ${llvm}/lld-link)
 set(CMAKE_AR ${llvm}/llvm-lib)
@@ -24,6 +25,10 @@ execute_process(COMMAND ${llvm}/clang -print-resource-dir OUTPUT_VARIABLE resour
 string(APPEND CMAKE_CXX_FLAGS_INIT " \"-DTORVAPDM_CLANG_INTRIN=<${resources}/include/intrin.h>\"")
 foreach(folder c++ crt msvcrt windows)
   string(APPEND CMAKE_CXX_FLAGS_INIT " /clang:-isystem${tools}/include/${folder}")
+endforeach()
+set(CMAKE_C_FLAGS_INIT "-fms-compatibility-version=19.29 /X -D_UCRT -DWINE_UNICODE_NATIVE")
+foreach(folder crt msvcrt windows)
+  string(APPEND CMAKE_C_FLAGS_INIT " /clang:-isystem${tools}/include/${folder}")
 endforeach()
 set(CMAKE_RC_FLAGS_INIT "-I ${tools}/include/windows -I ${tools}/include/msvcrt")
 

@@ -121,7 +121,8 @@ std::vector<std::wstring> otherWriters(const std::wstring& path, Accounts accoun
 {
     PACL list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
+    std::wstring name = path; // some headers declare it as changed
+    if (GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
                               nullptr, &list, nullptr, &descriptor) != ERROR_SUCCESS)
         return {};
     const OwnDescriptor owner(descriptor);
@@ -135,9 +136,9 @@ std::vector<std::wstring> otherWriters(const std::wstring& path, Accounts accoun
             accounts == Accounts::all ? !isTrusted(account) : isAnyOf(account, allUsers);
         if ((allowedBy(entries, i) & writing) == 0 || !isMeant)
             continue;
-        const std::wstring name = nameOf(account);
-        if (std::ranges::find(writers, name) == writers.end())
-            writers.push_back(name);
+        const std::wstring writer = nameOf(account);
+        if (std::ranges::find(writers, writer) == writers.end())
+            writers.push_back(writer);
     }
     return writers;
 }
