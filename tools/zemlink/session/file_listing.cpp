@@ -5,8 +5,11 @@
 #include "tools/zemlink/session/local_time.h"
 
 #include <algorithm>
-#include <bcrypt.h>
 #include <filesystem>
+
+extern "C" { // some headers do not say so
+#include <bcrypt.h>
+}
 
 namespace zemlink {
 namespace {
