@@ -183,12 +183,19 @@ TEST(LifeOfCalls, leavesAnEmptySettingsFileOpen)
     EXPECT_EQ(countHandles(), before + perCall("an empty machine-settings file"));
 }
 
+// The thread that m_open starts for the network ends by itself a little later. The test's and the
+// listener's stay.
+bool waitForTheNetworkThread()
+{
+    return waitUntil([] { return countThreads(GetCurrentProcessId()) == 2; });
+}
+
 TEST(LifeOfCalls, leavesTheNetworkSocketOpen)
 {
     CalledLibrary library;
     const auto opened = [&] {
         library.make({"m_open"});
-        EXPECT_TRUE(waitUntil([] { return countThreads(GetCurrentProcessId()) == 2; }));
+        EXPECT_TRUE(waitForTheNetworkThread());
         return countHandles();
     };
     const size_t before = opened();
@@ -200,8 +207,8 @@ TEST(LifeOfCalls, leavesNothingElseAfter1000Calls)
     CalledLibrary library;
     for (const Row& row : rows)
         library.make(row.call);
+    EXPECT_TRUE(waitForTheNetworkThread());
     const size_t handles = countHandles();
-    const size_t threads = countThreads(GetCurrentProcessId());
     const Objects before;
     std::mt19937_64 random(20'262);
     size_t onPurpose = 0;
@@ -214,8 +221,8 @@ TEST(LifeOfCalls, leavesNothingElseAfter1000Calls)
         library.make(row->call);
         onPurpose += perCall(row->name);
     }
+    EXPECT_TRUE(waitForTheNetworkThread());
     EXPECT_EQ(countHandles(), handles + onPurpose);
-    EXPECT_EQ(countThreads(GetCurrentProcessId()), threads);
     // Menus and windows of a program that has just ended are destroyed with a short delay.
     Objects after;
     waitUntil([&] { return (after = Objects()) == before; });
