@@ -30,7 +30,7 @@ void waitForQuiet(const HostProgram& host, const CompanionProgram& companion)
     }
 }
 
-// What exists only for a moment is not seen on a busy machine; the Companion's log tells what there
+// What exists only for a moment is not seen on a busy machine; the Companion's log has what there
 // was.
 bool isComplete(const zemlink::Recording& recording, const CompanionProgram& companion)
 {

@@ -1,4 +1,4 @@
-// What the Companion's log tells about requests, its port and commits.
+// What the Companion's log has about requests, its port and commits.
 #include "tools/zemlink/reports/companion_history.h"
 
 #include <gtest/gtest.h>

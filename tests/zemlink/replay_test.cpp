@@ -74,7 +74,7 @@ protected:
         return Report::parse(tool.output());
     }
 
-    // The window that stands for the Companion's.
+    // The window in place of the Companion's.
     static HWND findInstance() { return peer::findInstanceWindow(); }
 
     Installation installation{Registry::ofTheUser};

@@ -1,4 +1,4 @@
-// What the Companion's event log tells about the running Companion and its requests.
+// What the Companion's event log has about the running Companion and its requests.
 #pragma once
 
 #include "peer/companion_log.h"

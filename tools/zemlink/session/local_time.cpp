@@ -45,7 +45,7 @@ std::string clockText(const SYSTEMTIME& parts)
            digits(parts.wSecond, 2) + '.' + digits(parts.wMilliseconds, 3);
 }
 
-// `form` holds a `0` for each digit; every other character stands for itself. The text may be
+// `form` holds a `0` for each digit; every other character is itself. The text may be
 // shorter, if it ends where a separator follows. Empty when it differs.
 std::optional<std::array<WORD, 7>> numbersIn(std::string_view text, std::string_view form)
 {

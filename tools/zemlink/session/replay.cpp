@@ -37,7 +37,7 @@ public:
                 addNew(recorded_, event.process);
     }
 
-    // The process that stands for the recorded one; empty while there is none.
+    // The running process in place of the recorded one; empty while there is none.
     std::optional<std::uint32_t> standInFor(std::uint32_t recorded)
     {
         if (!areGiven_)
