@@ -5,7 +5,7 @@
 #include "tools/zemlink/session/event_report.h"
 #include "tools/zemlink/session/local_time.h"
 #include "tools/zemlink/session/log_events.h"
-#include "tools/zemlink/session/logged_requests.h"
+#include "tools/zemlink/session/sent_requests.h"
 
 #include <gtest/gtest.h>
 
@@ -221,9 +221,9 @@ TEST(LogEvents, arePastEventsWithTheirBytes)
     EXPECT_EQ(events[2].file, L"C:\\ZEM\\temp\\mastercam-4.dat");
 }
 
-TEST(LoggedRequests, areThoseThatWereMissed)
+TEST(SentRequests, areThoseThatWereMissed)
 {
-    LoggedRequests requests;
+    SentRequests requests;
     for (const char* bytes : {"CHECKIN a", "CHECKIN b", "CHECKIN c"})
         requests.add(event(EventKind::requestWritten, 4, bytes));
     requests.add(event(EventKind::requestWritten, 8, "CHECKIN d"));
@@ -242,9 +242,9 @@ TEST(LoggedRequests, areThoseThatWereMissed)
                             "CHECKIN c", ""}));
 }
 
-TEST(LoggedRequests, mayBeLoggedAfterTheyWereSeen)
+TEST(SentRequests, mayBeToldAfterTheyWereSeen)
 {
-    LoggedRequests requests;
+    SentRequests requests;
     std::vector<ExchangeEvent> seen = {event(EventKind::requestWritten, 4, "CHECKIN a")};
     requests.complete(seen);
     requests.add(event(EventKind::requestWritten, 4, "CHECKIN a"));

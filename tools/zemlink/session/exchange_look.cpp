@@ -98,7 +98,7 @@ std::vector<ExchangeEvent> ExchangeLook::look()
         append(events, files->look(now, isFollowed));
     append(events, newSteps());
     lookAtRequests(events);
-    loggedRequests_.complete(events);
+    sentRequests_.complete(events);
     append(events, companion_.look(now)); // last, because finding its window takes longest
     findProcesses(events);
     putInOrder(events, lastAt_, currentTime());
@@ -169,7 +169,7 @@ std::vector<ExchangeEvent> ExchangeLook::readCompanionLog()
     for (const std::string& line : companionLog_.newLines()) {
         for (const auto& logged : peer::parseCompanionLog(line))
             if (const auto request = logged ? findRequest(*logged, folder_) : std::nullopt)
-                loggedRequests_.add(*request);
+                sentRequests_.add(*request);
             else if (auto notice = logged ? findNotice(*logged) : std::nullopt)
                 notices.push_back(std::move(*notice));
     }

@@ -7,7 +7,7 @@
 #include "tools/zemlink/session/exchange_event.h"
 #include "tools/zemlink/session/folder_changes.h"
 #include "tools/zemlink/session/log_tail.h"
-#include "tools/zemlink/session/logged_requests.h"
+#include "tools/zemlink/session/sent_requests.h"
 #include "tools/zemlink/session/whole_files.h"
 
 #include <string>
@@ -44,7 +44,7 @@ private:
     CommitFiles commitFiles_;
     WholeFiles machineSettings_, screenPictures_, toolPictures_, ncQueues_, toolData_, answers_;
     LogTail loadLog_, companionLog_;
-    LoggedRequests loggedRequests_;
+    SentRequests sentRequests_;
     std::int64_t lastAt_ = 0; // of the last event
 };
 

@@ -7,8 +7,9 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/session/companion_role.h"
-#include "tools/zemlink/session/observer.h"
 #include "tools/zemlink/session/local_time.h"
+#include "tools/zemlink/session/observer.h"
+#include "tools/zemlink/session/sent_requests.h"
 
 #include <algorithm>
 #include <chrono>
@@ -157,7 +158,10 @@ private:
         }
         cause_ =
             "the command file of process " + std::to_string(*host) + " is missing or not empty";
-        return peer::writeRequest(peer::commandFilePath(folder_, *host), event.bytes);
+        if (!peer::writeRequest(peer::commandFilePath(folder_, *host), event.bytes))
+            return false;
+        sent_.add({.process = *host, .bytes = event.bytes});
+        return true;
     }
 
     // Looks at what the hosts do until the condition holds; false when it never did.
@@ -177,6 +181,7 @@ private:
     {
         constexpr std::int64_t withoutWaiting = 0; // the port is waited for instead
         std::vector<ExchangeEvent> events = observer_.wait(withoutWaiting);
+        sent_.complete(events);
         for (ExchangeEvent& notice : role_.receive())
             events.push_back(std::move(notice));
         for (ExchangeEvent& event : events) {
@@ -195,6 +200,7 @@ private:
     HostPairs hosts_;
     CompanionRole role_;
     Observer observer_;
+    SentRequests sent_{};
     std::string cause_{};
     size_t passed_ = 0; // recorded exchanges of hosts that come before the present one
     std::vector<ExchangeEvent> seen_{};

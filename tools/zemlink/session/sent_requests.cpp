@@ -1,4 +1,4 @@
-#include "tools/zemlink/session/logged_requests.h"
+#include "tools/zemlink/session/sent_requests.h"
 
 #include <algorithm>
 
@@ -22,26 +22,26 @@ void match(std::vector<std::string>& in, std::vector<std::string>& orIn, const s
 
 } // namespace
 
-void LoggedRequests::add(const ExchangeEvent& request)
+void SentRequests::add(const ExchangeEvent& request)
 {
     Host& host = hosts_[request.process];
-    match(host.seen, host.logged, request.bytes);
+    match(host.seen, host.told, request.bytes);
 }
 
-void LoggedRequests::complete(std::vector<ExchangeEvent>& events)
+void SentRequests::complete(std::vector<ExchangeEvent>& events)
 {
     for (const ExchangeEvent& event : events) {
         if (event.kind == EventKind::requestWritten && !event.bytes.empty()) {
             Host& host = hosts_[event.process];
-            match(host.logged, host.seen, event.bytes);
+            match(host.told, host.seen, event.bytes);
         }
     }
     std::map<std::uint32_t, std::string> missed;
     for (ExchangeEvent& event : events) {
-        std::vector<std::string>& logged = hosts_[event.process].logged;
-        if (event.kind == EventKind::requestWritten && event.bytes.empty() && !logged.empty()) {
-            missed[event.process] = logged.front();
-            logged.erase(logged.begin());
+        std::vector<std::string>& told = hosts_[event.process].told;
+        if (event.kind == EventKind::requestWritten && event.bytes.empty() && !told.empty()) {
+            missed[event.process] = told.front();
+            told.erase(told.begin());
             event.bytes = missed[event.process];
         } else if (event.kind == EventKind::requestTaken && event.bytes.empty()) {
             event.bytes = missed[event.process];
