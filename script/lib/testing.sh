@@ -1,27 +1,62 @@
 # Runs ctest on one desktop or on several. Source it after environment.sh; TEST_OPTIONS are further options of
-# ctest. A script that uses it calls `test_inside ARGS` when its first argument is --inside.
+# ctest, ALL_TESTS its choice when no tests are named. A script that uses it calls `test_inside ARGS` when its
+# first argument is --inside.
 
 desktops=4
 logs=$project/build/$preset
 TEST_OPTIONS=()
+ALL_TESTS=(--label-exclude alone) # see add_test_program
+
+# Starts further desktops, each in a network of its own and with a copy of the prefix. ctest gives a test one of
+# the desktops; see on_desktop.
+start_desktops() {
+    local number starting=()
+    describe_desktop "" >"$DESKTOPS/1"
+    for ((number = 2; number <= desktops; ++number)); do
+        (TORVAPDM_WINEPREFIX=$WINEPREFIX-$number run_isolated --hold "$number" $$) &
+        starting[number]=$!
+    done
+    for number in "${!starting[@]}"; do
+        while [ ! -e "$DESKTOPS/$number" ]; do
+            kill -0 "${starting[number]}" 2>/dev/null || exit 1
+            sleep 0.1
+        done
+    done
+}
+
+# PROCESS is one in the network of the desktop; empty for the network of the tests.
+describe_desktop() { printf 'DISPLAY=%q WINEPREFIX=%q process=%q\n' "$DISPLAY" "$WINEPREFIX" "$1"; }
+
+# hold_desktop NUMBER OWNER: keeps this desktop until it is ended or the process OWNER has ended.
+hold_desktop() {
+    describe_desktop $$ >"$DESKTOPS/$1.new"
+    mv "$DESKTOPS/$1.new" "$DESKTOPS/$1"
+    trap 'exit 0' TERM
+    tail --pid="$2" -f /dev/null &
+    wait
+}
+
+end_desktops() {
+    local file
+    for file in "$DESKTOPS"/*; do
+        (source "$file" && [ -z "$process" ] || kill "$process")
+    done
+    wait
+}
 
 # A desktop test has the desktop, the registry, the ports and the screen to itself and mostly waits for
-# programs to start. Meanwhile tests on other desktops run, each in a copy of the prefix.
+# programs to start; meanwhile tests run on the other desktops.
 on_all_desktops() {
-    local prefix=("" "$WINEPREFIX") number test_runs=() status=0
+    local number prefix
     for ((number = 2; number <= desktops; ++number)); do
-        prefix[number]=$WINEPREFIX-$number
-        [ -f "${prefix[number]}/ready" ] || copy_prefix "${prefix[number]}"
+        prefix=$WINEPREFIX-$number
+        [ -f "$prefix/ready" ] || copy_prefix "$prefix"
     done
-    # Discover the tests first, so that the desktops do not do it at the same time.
-    (run_isolated --list)
-    for ((number = 1; number <= desktops; ++number)); do
-        (TORVAPDM_WINEPREFIX=${prefix[number]} run_isolated --part "$number") &
-        test_runs+=($!)
-    done
-    for number in "${test_runs[@]}"; do
-        wait "$number" || status=$?
-    done
+    DESKTOPS=$(mktemp -d)
+    export DESKTOPS
+    local status=0
+    (run_isolated --all) || status=$?
+    rm -rf "$DESKTOPS"
     return $status
 }
 
@@ -36,19 +71,26 @@ copy_prefix() {
     mv "$1.new" "$1"
 }
 
-# run_tests LOG OPTIONS: one line for each test, also in LOG.log.
+# run_tests OPTIONS: one line for each test, also in test.log.
 run_tests() {
-    ctest --preset "$preset" --no-tests=error --output-log "$logs/$1.log" "${TEST_OPTIONS[@]}" "${@:2}" |
+    ctest --preset "$preset" --no-tests=error --no-label-summary --output-log "$logs/test.log" "${TEST_OPTIONS[@]}" "$@" |
         grep --line-buffered -vE '^ +Start +[0-9]+:'
 }
 
-# summary SECONDS: what the logs say, and how to run each failed test on its own.
+# summary SECONDS: what the log says, and how to run each failed test on its own. A program whose tests run
+# together counts as its tests, which it counts in the log of all output.
 summary() {
-    cat "$logs"/test*.log 2>/dev/null | awk -v seconds="$1" -v script="$(basename "$0")" '
+    cat "$project/build/$preset/Testing/Temporary/LastTest.log" "$logs/test.log" 2>/dev/null |
+        awk -v seconds="$1" -v script="$(basename "$0")" '
+        $2 == "Testing:" { program = $3 }
+        program !~ /_tests$/ { program = "" }
+        program && / PASSED +\] [0-9]+ tests?\./ { together[program] = $4 }
+        program && /^\[  FAILED  \] .* \([0-9]+ ms\)$/ { sub(/,$/, "", $4); failed[++count] = $4; explained[program] = 1 }
         $2 == "Test" && $3 ~ /^#/ {
             name = $0; sub(/^[^:]*: /, "", name); sub(/ \.\.\..*/, "", name)
-            if (/ Passed /) ++passed
-            else { failed[++count] = name }
+            if (name in together) passed += together[name]
+            else if (/ Passed /) ++passed
+            if (!/ Passed / && !(name in explained)) failed[++count] = name
             taken[name] = $(NF - 1)
         }
         END {
@@ -72,17 +114,24 @@ summary() {
 
 test_inside() {
     case "${1:-}" in
-    --list) quietly ctest --preset "$preset" --show-only ;;
-    --part) run_tests "test-$2" --parallel 1 --tests-information "$2,,$desktops" ;;
-    '') run_tests test --parallel 2 ;;
-    *) run_tests test --parallel 2 --tests-regex "$1" ;;
+    --hold) hold_desktop "${@:2}" ;;
+    --all)
+        local status=0
+        start_desktops
+        run_tests "${ALL_TESTS[@]}" --parallel "$desktops" \
+            --resource-spec-file "$project/tests/desktops.json" || status=$?
+        end_desktops
+        return $status
+        ;;
+    '') run_tests "${ALL_TESTS[@]}" ;;
+    *) run_tests --tests-regex "$1" ;;
     esac
 }
 
 # run_all_tests [REGEX]: all of them on all desktops, or those whose names match on one.
 run_all_tests() {
     local status=0
-    rm -f "$logs"/test*.log
+    rm -f "$logs/test.log"
     SECONDS=0
     if [ $# -eq 0 ] && has_own_network; then
         on_all_desktops || status=$?

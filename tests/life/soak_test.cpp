@@ -24,7 +24,7 @@ using namespace testing_support;
 
 namespace {
 
-constexpr unsigned long usualSeconds = 20;
+constexpr unsigned long usualSeconds = 10;
 constexpr unsigned long usualSeed = 20'261;
 constexpr size_t mostMenus = 20'000;
 // For any number and mix of calls; a leak of 1 KB per step exceeds this.
