@@ -3,10 +3,12 @@
 #include "support/companion_program.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
+#include "tools/zemlink/command_options.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <set>
 
 using namespace testing_support;
 
@@ -24,12 +26,18 @@ protected:
     }
     void run(const std::string& name, const std::wstring& arguments)
     {
+        note(arguments);
         write(name, runTool(installation, L"--json " + arguments).output);
+    }
+    static void note(const std::wstring& arguments)
+    {
+        commandsRun().insert(toUtf8(arguments.substr(0, arguments.find(L' '))));
     }
 
     // Each line is an output of its own.
     void runLines(const std::string& name, const std::wstring& arguments)
     {
+        note(arguments);
         int number = 0;
         for (const std::wstring& line :
              linesOf(fromUtf8(runTool(installation, L"--json " + arguments).output)))
@@ -37,7 +45,26 @@ protected:
         EXPECT_GT(number, 2) << name;
     }
 
+    // The check against the schema runs all tests of this suite in one process.
+    static void TearDownTestSuite()
+    {
+        CLI::App app;
+        zemlink::Given given;
+        bool isJson = false;
+        zemlink::describe(app, given, isJson);
+        for (const CLI::App* command : app.get_subcommands({}))
+            if (_wgetenv(L"ZEMLINK_OUTPUTS"))
+                EXPECT_TRUE(commandsRun().contains(command->get_name())) << command->get_name();
+    }
+
     Installation installation{Registry::ofTheUser};
+
+private:
+    static std::set<std::string>& commandsRun()
+    {
+        static std::set<std::string> words;
+        return words;
+    }
 };
 
 constexpr std::pair<const char*, const wchar_t*> kindsOfDumps[] = {
@@ -119,6 +146,7 @@ TEST_F(ZemlinkJson, isWrittenForAReplay)
 TEST_F(ZemlinkJson, isWrittenForEachNotice)
 {
     const Sockets sockets;
+    note(L"listen");
     const ToolRun listening(installation, L"listen --count 2 --json");
     ASSERT_TRUE(listening.waitForOutput("{\"listening\":4559}\n"));
     EXPECT_TRUE(sendToCompanion("TOOL-17\n"));

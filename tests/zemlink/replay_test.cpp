@@ -131,6 +131,17 @@ TEST_F(ReplayedHost, isNotReplayedWhileTheCompanionRuns)
     EXPECT_NE(result.errors.find("the Companion is running"), std::string::npos) << result.errors;
 }
 
+TEST_F(ReplayedHost, doesNotGetACompanionThatStartsMeanwhile)
+{
+    const ToolRun tool(installation,
+                       L"replay " + quoted(recordings + L"new-file.zip") + L" --json --timeout 60");
+    ASSERT_TRUE(waitUntil([&] { return findInstance() != nullptr; })) << tool.errors();
+    EXPECT_EQ(startCompanion(installation, L"--send bracket"), notCarriedOut);
+    const HostProgram host(installation, scriptOf(L"new-file"));
+    EXPECT_EQ(tool.waitForExit(), 0u) << tool.output() << tool.errors();
+    EXPECT_EQ(Report::parse(tool.output())["refusedStarts"], 1);
+}
+
 TEST_F(ReplayedHost, isTheNamedOne)
 {
     const ToolResult result = runTool(

@@ -21,14 +21,31 @@ bool printToConsole(HANDLE stream, std::string_view text)
     return WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
 }
 
-// Only on a terminal that understands colours, and not if the user does not want any.
-bool isOutputColoured()
-{
-    HANDLE stream = GetStdHandle(STD_OUTPUT_HANDLE);
-    DWORD mode = 0;
-    return GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) <= 1 && GetConsoleMode(stream, &mode) &&
-           SetConsoleMode(stream, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
-}
+// Only on a terminal that understands colours, and not if the user does not want any. The
+// terminal's mode is restored by the destructor.
+class Colours {
+public:
+    Colours()
+    {
+        if (GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) <= 1 &&
+            GetConsoleMode(stream_, &mode_))
+            areShown_ = SetConsoleMode(stream_, mode_ | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    }
+    ~Colours()
+    {
+        if (areShown_)
+            SetConsoleMode(stream_, mode_);
+    }
+    Colours(const Colours&) = delete;
+    Colours& operator=(const Colours&) = delete;
+
+    bool areShown() const { return areShown_; }
+
+private:
+    HANDLE stream_ = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode_ = 0;
+    bool areShown_ = false;
+};
 
 std::string errorText(const Report& error)
 {
@@ -63,13 +80,15 @@ void printUsageError(std::string_view lines)
 void printReport(const Report& report, bool isJson)
 {
     const bool isError = report.contains("error");
-    if (isJson)
+    if (isJson) {
         print(Stream::output,
               jsonText(report, isError ? JsonLayout::oneLine : JsonLayout::indented));
-    else if (isError)
+    } else if (isError) {
         print(Stream::error, errorText(report["error"]));
-    else
-        print(Stream::output, isOutputColoured() ? coloured(asText(report)) : asText(report));
+    } else {
+        const Colours colours;
+        print(Stream::output, colours.areShown() ? coloured(asText(report)) : asText(report));
+    }
 }
 
 } // namespace zemlink

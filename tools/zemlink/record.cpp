@@ -3,6 +3,7 @@
 #include "peer/installation_folder.h"
 #include "peer/text.h"
 #include "tools/zemlink/facts/gather_facts.h"
+#include "tools/zemlink/facts/system.h"
 #include "tools/zemlink/interruption.h"
 #include "tools/zemlink/output.h"
 #include "tools/zemlink/reports/status.h"
@@ -19,6 +20,7 @@ namespace zemlink {
 namespace {
 
 constexpr std::int64_t writeEveryMs = 10000;
+constexpr std::int64_t writingTimes = 20;     // of the time that writing takes, the pause after it
 constexpr std::int64_t finishWithinMs = 4000; // Windows gives five seconds when a console is closed
 constexpr DWORD finishEveryMs = 200;
 constexpr std::uint64_t mostRecordedBytes = std::uint64_t{512} << 20;
@@ -26,15 +28,6 @@ constexpr std::uint64_t mostRecordedBytes = std::uint64_t{512} << 20;
 std::int64_t ticks()
 {
     return static_cast<std::int64_t>(GetTickCount64());
-}
-
-// Other programs that look for the recording have other current directories.
-std::wstring fullPathOf(const std::wstring& path)
-{
-    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(
-        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return full;
 }
 
 class Recorder {
@@ -65,7 +58,7 @@ public:
     }
     void writeNews()
     {
-        if (hasNews_ && ticks() - triedAt_ >= writeEveryMs)
+        if (hasNews_ && ticks() >= nextWriteAt_)
             tryToWrite();
     }
     // Tries for some seconds. Throws std::runtime_error, with the cause, when the file cannot be
@@ -81,7 +74,7 @@ public:
     // The time until writeNews has something to do.
     std::int64_t idleMs() const
     {
-        return hasNews_ ? std::max<std::int64_t>(0, triedAt_ + writeEveryMs - ticks())
+        return hasNews_ ? std::max<std::int64_t>(0, nextWriteAt_ - ticks())
                         : std::numeric_limits<std::int64_t>::max();
     }
 
@@ -91,9 +84,12 @@ public:
 private:
     void write()
     {
-        triedAt_ = ticks();
+        const std::int64_t start = ticks();
+        nextWriteAt_ = start + writeEveryMs;
         writeRecording(path_, isRedacted_ ? redacted(recording_) : recording_);
         hasNews_ = false;
+        // A long recording is written less often, so that writing stays a small part of the time.
+        nextWriteAt_ += writingTimes * (ticks() - start);
     }
     // False when it failed: another program may be reading the file.
     bool tryToWrite()
@@ -110,7 +106,7 @@ private:
     bool isRedacted_; // the file, not what is kept here: names that come later have to fit
     Recording recording_{};
     std::uint64_t bytes_ = 0;
-    std::int64_t triedAt_ = 0;
+    std::int64_t nextWriteAt_ = 0;
     bool hasNews_ = false;
     bool isFull_ = false;
 };
@@ -136,7 +132,7 @@ void recordEvents(Observer& observer, Recorder& recorder, const Interruption& in
 
 Outcome record(const Arguments& arguments)
 {
-    const std::wstring path = fullPathOf(peer::fromUtf8(arguments.path));
+    const std::wstring path = fullPath(peer::fromUtf8(arguments.path));
     if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
         return failure("file-exists", arguments.path + ": this file exists already",
                        "Give another name; nothing is overwritten.");

@@ -46,6 +46,8 @@ Outcome outcomeOf(const Arguments& arguments, const std::wstring& folder,
         report["differences"].push_back(differenceReport(difference));
     if (const std::string commits = commitsLeft(folder); !commits.empty())
         report["commitsLeft"] = commits;
+    if (result.refusedStarts != 0)
+        report["refusedStarts"] = result.refusedStarts;
     return {report, result.failures.empty() && result.differences.empty() ? done : problem};
 }
 

@@ -29,12 +29,24 @@ CompanionRole::CompanionRole() : semaphore_(peer::claimInstance())
     if (!window_ ||
         !SetPropW(window_, peer::instanceProperty, reinterpret_cast<HANDLE>(INT_PTR{1})))
         throw std::runtime_error("the window that hosts look for cannot be made");
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(handle));
 }
 
 CompanionRole::~CompanionRole()
 {
     RemovePropW(window_, peer::instanceProperty);
     DestroyWindow(window_);
+}
+
+LRESULT CALLBACK CompanionRole::handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_COPYDATA && peer::parseHandedOver(lParam)) {
+        ++reinterpret_cast<CompanionRole*>(GetWindowLongPtrW(window, GWLP_USERDATA))
+              ->refusedStarts_;
+        return FALSE;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 std::vector<ExchangeEvent> CompanionRole::receive()

@@ -31,10 +31,17 @@ public:
     // window's messages.
     std::vector<ExchangeEvent> receive();
 
+    // How often the Companion was started meanwhile. It finds its place taken, is told that its
+    // arguments are not carried out, and ends.
+    size_t refusedStarts() const { return refusedStarts_; }
+
 private:
+    static LRESULT CALLBACK handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
     peer::OwnHandle semaphore_;
     peer::NoticeListener listener_;
     HWND window_ = nullptr;
+    size_t refusedStarts_ = 0;
 };
 
 } // namespace zemlink

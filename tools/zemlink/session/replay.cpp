@@ -87,6 +87,7 @@ public:
         waitUntil([] { return false; }, lastLookMs);
         result_.compared = passed_;
         result_.differences = compareExchanges(events_, seen_);
+        result_.refusedStarts = role_.refusedStarts();
         return result_;
     }
 

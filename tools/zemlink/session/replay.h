@@ -26,6 +26,7 @@ struct ReplayResult {
     std::vector<std::string> failures{}; // of those that were not, why
     size_t compared = 0;                 // of the hosts' recorded exchanges
     std::vector<Difference> differences{};
+    size_t refusedStarts = 0; // of the Companion, whose place was taken
 };
 
 struct ReplayOutput {
