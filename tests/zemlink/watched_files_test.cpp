@@ -1,6 +1,9 @@
 // What is seen of exchange files and logs with each look.
+#include "peer/bookmark.h"
 #include "peer/commit_record.h"
 #include "peer/debug_log.h"
+#include "peer/exchange_paths.h"
+#include "peer/text.h"
 #include "support/bytes.h"
 #include "support/installation.h"
 #include "tools/zemlink/session/command_files.h"
@@ -163,6 +166,31 @@ TEST(CommitFiles, findsARecordAcrossTwoReads)
     const std::vector<ExchangeEvent> events = files.look(2000);
     ASSERT_FALSE(events.empty());
     EXPECT_EQ(events.back().bytes, record);
+}
+
+TEST(CommitFiles, findsARecordThatIsTakenBeforeTheNextLook)
+{
+    const Installation installation;
+    CommitFiles files(installation.root());
+    files.look(1000);
+    const std::string record = peer::formatCommitRecord({17, L"C:\\a.mcam"});
+    writeBytes(installation.path(L"temp\\torvapdm-328.dat"), record);
+    writeBytes(peer::commitPaths(installation.root(), 328).bookmark,
+               peer::toUtf8(peer::formatBookmark({.taken = record.size()})));
+    const std::vector<ExchangeEvent> events = files.look(2000);
+    EXPECT_EQ(countOf(events, EventKind::commitWritten), 1u);
+    EXPECT_EQ(countOf(events, EventKind::commitTaken), 1u);
+}
+
+TEST(CommitFiles, leaveOutWhatWasTakenBeforeTheFirstLook)
+{
+    const Installation installation;
+    const std::string record = peer::formatCommitRecord({17, L"C:\\a.mcam"});
+    writeBytes(installation.path(L"temp\\torvapdm-328.dat"), record);
+    writeBytes(peer::commitPaths(installation.root(), 328).bookmark,
+               peer::toUtf8(peer::formatBookmark({.taken = record.size()})));
+    CommitFiles files(installation.root());
+    EXPECT_TRUE(files.look(1000).empty());
 }
 
 TEST(WholeFiles, reportsAnEmptyQueueOnceItIsQuiet)

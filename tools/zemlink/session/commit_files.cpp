@@ -29,6 +29,7 @@ std::vector<ExchangeEvent> CommitFiles::look(std::int64_t now)
             queues_[*process];
     for (auto& [process, queue] : queues_)
         lookAtQueue(process, queue, now, events);
+    hasLooked_ = true;
     std::erase_if(queues_, [](const auto& entry) {
         const Queue& queue = entry.second;
         return !queue.live.look.exists && !queue.closed.look.exists && !queue.bookmark.exists;
@@ -40,7 +41,6 @@ void CommitFiles::lookAtQueue(std::uint32_t process, Queue& queue, std::int64_t 
                               std::vector<ExchangeEvent>& events) const
 {
     const peer::CommitPaths paths = peer::commitPaths(folder_, process);
-    const bool isFirstLook = queue.live.path.empty();
     // Before the records: it then never passes a record that has not been read.
     const FileLook bookmarkLook = lookAt(paths.bookmark);
     const bool hasMoved = bookmarkLook.exists && bookmarkLook != queue.bookmark;
@@ -53,7 +53,7 @@ void CommitFiles::lookAtQueue(std::uint32_t process, Queue& queue, std::int64_t 
     // While a closed file exists, the bookmark belongs to it, and `finished` always does.
     const bool isOfClosed = lookAt(paths.closed).exists || bookmark.isFinished;
     File& marked = isOfClosed ? queue.closed : queue.live;
-    if (isFirstLook && hasMoved)
+    if (!hasLooked_ && hasMoved)
         marked.end = bookmark.isFinished ? lookAt(marked.path).size : bookmark.taken;
     for (File* file : {&queue.closed, &queue.live}) {
         const FileLook look = lookAt(file->path);

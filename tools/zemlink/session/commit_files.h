@@ -16,7 +16,8 @@ public:
 
     // The records that have been appended, and those that have been taken: passed by the bookmark,
     // or in a file that was removed. A file that a Companion renames when it ends stays the same
-    // file. A record of which only the first part is there is left for a later look.
+    // file. A record that comes and is taken between two looks is both, as long as its file stays.
+    // A record of which only the first part is there is left for a later look.
     std::vector<ExchangeEvent> look(std::int64_t now);
 
 private:
@@ -43,6 +44,7 @@ private:
 
     std::wstring folder_;
     std::map<std::uint32_t, Queue> queues_; // by process
+    bool hasLooked_ = false; // what had been taken before the first look is not reported
 };
 
 } // namespace zemlink
