@@ -43,6 +43,18 @@ TEST(StatusText, followsACommitToItsVersion)
               L"The commit of C:\\a.mcam waits: it is open elsewhere.");
 }
 
+TEST(StatusText, saysWhatBecameOfOtherFiles)
+{
+    EXPECT_EQ(sentence("tool-data id=17"), L"Received the tool data of request 17.");
+    EXPECT_EQ(sentence("tool-record-bad line=3"), L"Line 3 of the tool data is not a tool record.");
+    EXPECT_EQ(sentence(R"(new-part number=43 name="plate" file="C:\plate.mcam")"),
+              L"New part: plate.");
+    EXPECT_EQ(sentence(R"(kept id=17 file="C:\a.mcam.kept-1")"),
+              L"The changed file was moved to C:\\a.mcam.kept-1.");
+    EXPECT_EQ(sentence(R"(commit-skipped from=torvapdm-12.dat offset=8 bytes=5 file="C:\x.bin")"),
+              L"5 bytes of torvapdm-12.dat are not a commit record; they are kept in C:\\x.bin.");
+}
+
 TEST(StatusText, keepsATextThatLooksLikeAField)
 {
     EXPECT_EQ(sentence(R"(refused reason="no {host} 5ms")"), L"Refused: no {host} 5ms.");

@@ -120,9 +120,9 @@ TEST_F(HostMenu, catchesExceptionsFromEvents)
 
 TEST_F(HostMenu, togglesBackplot)
 {
-    click(view, L"&Backplot");
+    click(view, L"Run a &Backplot (requests wait)");
     EXPECT_TRUE(BackplotActive());
-    click(view, L"&Backplot");
+    click(view, L"Run a &Backplot (requests wait)");
     EXPECT_FALSE(BackplotActive());
 }
 
@@ -186,7 +186,7 @@ TEST_F(HostMenu, addsNoPassToEmptyPart)
 TEST_F(HostMenu, modalDialogDisablesMainWindow)
 {
     const UINT_PTR timer = SetTimer(nullptr, 0, 20, closeModalDialog);
-    click(file, L"Modal &Dialog...");
+    click(file, L"Show a Modal &Dialog (requests wait)...");
     KillTimer(nullptr, timer);
     EXPECT_TRUE(wasDisabled);
     EXPECT_TRUE(IsWindowEnabled(window));
@@ -240,8 +240,8 @@ TEST_F(HostMenu, statusBarShowsEachOutcome)
     EXPECT_EQ(noteAfter(file, L"Save &As..."),
               L"Save failed: " + installation.path(L"nowhere\\a.mcam") + L" cannot be written.");
     EXPECT_EQ(noteAfter(file, L"&Post NC Programs"), L"No NC program was posted.");
-    EXPECT_EQ(noteAfter(view, L"&Backplot"), L"The backplot is running.");
-    EXPECT_EQ(noteAfter(view, L"&Backplot"), L"The backplot has ended.");
+    EXPECT_EQ(noteAfter(view, L"Run a &Backplot (requests wait)"), L"The backplot is running.");
+    EXPECT_EQ(noteAfter(view, L"Run a &Backplot (requests wait)"), L"The backplot has ended.");
     EXPECT_EQ(noteAfter(file, L"&New"), L"Started an empty part.");
     EXPECT_FALSE(DoFileOpen(L"C:\\nowhere.mcam", false, false, 1, true, nullptr, nullptr));
     EXPECT_EQ(standin::shownNote(), L"Load failed: C:\\nowhere.mcam");

@@ -17,7 +17,7 @@ HMENU createFileMenu()
     AppendMenuW(menu, MF_STRING, saveAsCommand, L"Save &As...");
     AppendMenuW(menu, MF_STRING, postCommand, L"&Post NC Programs");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuW(menu, MF_STRING, modalDialogCommand, L"Modal &Dialog...");
+    AppendMenuW(menu, MF_STRING, modalDialogCommand, L"Show a Modal &Dialog (requests wait)...");
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu, MF_STRING, exitCommand, L"E&xit");
     return menu;
@@ -48,7 +48,7 @@ HMENU createEventsMenu()
 HMENU createViewMenu()
 {
     const HMENU menu = CreatePopupMenu();
-    AppendMenuW(menu, MF_STRING, backplotCommand, L"&Backplot");
+    AppendMenuW(menu, MF_STRING, backplotCommand, L"Run a &Backplot (requests wait)");
     return menu;
 }
 
