@@ -2,6 +2,8 @@
 
 #include "peer/handle.h"
 
+#include <algorithm>
+
 namespace peer {
 namespace {
 
@@ -33,6 +35,31 @@ bool moveOver(const std::wstring& from, const std::wstring& to)
     return false;
 }
 
+// Null when the file cannot be read or is not on a disk.
+OwnHandle openToRead(const std::wstring& path, std::uint64_t& size)
+{
+    OwnHandle file = ownFile(CreateFileW(path.c_str(), GENERIC_READ, shareEverything, nullptr,
+                                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER found{};
+    if (!file || GetFileType(file.get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.get(), &found))
+        return nullptr;
+    size = static_cast<std::uint64_t>(found.QuadPart);
+    return file;
+}
+
+std::optional<std::string> readFrom(const OwnHandle& file, std::uint64_t offset, DWORD count)
+{
+    std::string bytes(count, '\0');
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(offset);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    DWORD read = 0;
+    if (count != 0 && !ReadFile(file.get(), bytes.data(), count, &read, &place))
+        return std::nullopt;
+    bytes.resize(read);
+    return bytes;
+}
+
 bool isWriteProtected(const std::wstring& path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -43,18 +70,21 @@ bool isWriteProtected(const std::wstring& path)
 
 std::optional<std::string> readFile(const std::wstring& path, std::uint32_t mostBytes)
 {
-    const OwnHandle file = ownFile(CreateFileW(path.c_str(), GENERIC_READ, shareEverything, nullptr,
-                                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    LARGE_INTEGER size{};
-    if (!file || GetFileType(file.get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.get(), &size) ||
-        size.QuadPart > mostBytes)
+    std::uint64_t size = 0;
+    const OwnHandle file = openToRead(path, size);
+    if (!file || size > mostBytes)
         return std::nullopt;
-    std::string bytes(size.LowPart, '\0');
-    DWORD read = 0;
-    if (!ReadFile(file.get(), bytes.data(), size.LowPart, &read, nullptr))
+    return readFrom(file, 0, static_cast<DWORD>(size));
+}
+
+std::optional<std::string> readEnd(const std::wstring& path, std::uint32_t mostBytes)
+{
+    std::uint64_t size = 0;
+    const OwnHandle file = openToRead(path, size);
+    if (!file)
         return std::nullopt;
-    bytes.resize(read);
-    return bytes;
+    const std::uint64_t count = std::min<std::uint64_t>(size, mostBytes);
+    return readFrom(file, size - count, static_cast<DWORD>(count));
 }
 
 bool writeFile(const std::wstring& path, std::string_view bytes)

@@ -15,6 +15,9 @@ inline constexpr std::uint32_t largestAnnouncedFile = 1024 * 1024;
 // pipe. Other programs may write and delete the file meanwhile.
 std::optional<std::string> readFile(const std::wstring& path, std::uint32_t mostBytes = UINT32_MAX);
 
+// The end of the file, or all of it: at most so many bytes. Otherwise like readFile.
+std::optional<std::string> readEnd(const std::wstring& path, std::uint32_t mostBytes);
+
 // Creates or overwrites the file. False when not everything was written.
 bool writeFile(const std::wstring& path, std::string_view bytes);
 

@@ -145,19 +145,17 @@ std::string withBackplot(const std::wstring& arguments)
 
 std::string withoutMessageWindow(const std::wstring& arguments)
 {
-    const SiteWithHost site;
-    PostMessageW(
-        FindWindowW(L"https://torva.example/namespace/torvapdm/mastercam-instance", nullptr),
-        WM_CLOSE, 0, 0);
+    const SiteWithHost site("call m_close 0\ncall m_open 0\n");
     return site.runUntil(arguments, "host-without-message-window");
 }
 
 std::string withHostThatHangs(const std::wstring& arguments)
 {
-    const SiteWithHost site;
-    const peer::OwnHandle thread(OpenThread(THREAD_SUSPEND_RESUME, FALSE,
-                                            GetWindowThreadProcessId(site.host.window(), nullptr)));
-    SuspendThread(thread.get());
+    const SiteWithHost site("wait-for m_notify(37) 60000\nset geo_filename C:\\own.mcam\nnotify 5\n"
+                            "call m_save 0\n");
+    const CompanionProgram companion(site.installation); // else the save starts it
+    companion.waitForWindow();
+    site.host.sendEvent(37);
     return site.runUntil(arguments, "host-not-answering");
 }
 
@@ -273,11 +271,11 @@ const Example examples[] = {
     {"decode-load-log", withLoadLog},
     {"doctor-commits-left", withCommitsLeft},
     {"decode-commits", withCommitFile},
-    {"doctor-port-held", withPortInUse},
     {"decode-commit-failed", afterFailedCommit},
     {"doctor-host-hangs", withHostThatHangs},
     {"doctor-commit-folder", withoutCommitFolder},
     {"decode-machine-settings", withMachineSettings},
+    {"doctor-port-held", withPortInUse},
     {"listen-setup-sheet", afterNotice<sheetNotice>},
     {"listen-queue", afterNotice<queueNotice>},
     {"doctor-companion-missing", withoutCompanion},

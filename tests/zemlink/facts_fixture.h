@@ -14,6 +14,9 @@ inline zemlink::Facts soundFacts()
     facts.companion = {true, 12, L"TORVA ZEM", L"C:\\TORVA\\ZEM\\TORVA-ZEM.exe"};
     facts.toolVersion = "1.0.0";
     facts.hosts = {{4711, L"bracket.mcam"}};
+    facts.companion.version = "1.2.3";
+    facts.hosts[0].program = L"C:\\Mastercam\\Mastercam.exe";
+    facts.hosts[0].version = "26.0.1";
     facts.hosts[0].addIn = L"C:\\Mastercam\\chooks\\torvapdm.dll";
     facts.hosts[0].addInVersion = "1.0.0";
     facts.commandFiles = {{L"C:\\TORVA\\ZEM\\temp\\mastercam-4711.dat", 4711, 0, true}};

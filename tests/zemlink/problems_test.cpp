@@ -70,7 +70,12 @@ TEST(Problems, includeAHostThatCannotServe)
              facts.hosts[0].isAnswering = false;
              facts.hosts[0].isBlocked = true;
          },
-         "host-not-answering", "The host with process 4711 does not answer messages."},
+         "host-not-answering",
+         "The host with process 4711 does not answer messages: it is at work, or it was told to "
+         "save a "
+         "document that is not the Companion's after it had reported a save of its own, and does "
+         "not "
+         "return from that."},
         {[](Facts& facts) {
              facts.hosts[0].isBlocked = true;
              facts.hosts[0].dialog = L"Options";
@@ -199,9 +204,12 @@ TEST(Problems, includeAPortInUse)
 TEST(Problems, excludeTheCompanionsPort)
 {
     Facts facts = soundFacts();
+    facts.companion.process.reset(); // it has no window
     facts.port.holder = 13;
     facts.port.program = L"D:\\ZEM\\torva-zem.EXE";
-    EXPECT_TRUE(findProblems(facts).empty());
+    ASSERT_EQ(findProblems(facts).size(), 1u);
+    EXPECT_EQ(findProblems(facts)[0].name, "companion-without-window");
+    facts = soundFacts();
     facts.port = Port(); // the process is unknown
     EXPECT_TRUE(findProblems(facts).empty());
     facts.companion.hasPort = true;
@@ -270,6 +278,7 @@ TEST(Problems, includeAPendingRequest)
     facts.hosts[0].isBlocked = false;
     facts.hosts[0].hasMessageWindow = false;
     EXPECT_EQ(findProblems(facts)[0].what, taken + "the host has no message window.");
+    EXPECT_EQ(findProblems(facts)[0].advice, "Restart the host, then send the file again.");
     facts = factsWithARequest();
     facts.sentRequests.clear(); // a Companion that keeps no log
     expectOnly(facts, "request-pending",
@@ -399,6 +408,7 @@ TEST(Problems, includeWorkingCopiesOutsideAscii)
 TEST(Problems, includeARefusedCommit)
 {
     Facts facts = soundFacts();
+    facts.hasCompanionLog = true;
     facts.refusedCommits = {{"2026-11-21 10:11:12.345", "C:\\a.mcam"}};
     expectOnly(facts, "commit-refused",
                "The commit of C:\\a.mcam was refused on 2026-11-21 10:11:12.345: the running "

@@ -31,10 +31,13 @@ companion:
   window: TORVA ZEM
   process: 12
   program: C:\TORVA\ZEM\TORVA-ZEM.exe
+  version: 1.2.3
 hosts:
   - process: 4711
     title: bracket.mcam
     answers: yes
+    program: C:\Mastercam\Mastercam.exe
+    version: 26.0.1
     add in:
       path: C:\Mastercam\chooks\torvapdm.dll
       version: 1.0.0
@@ -45,6 +48,8 @@ hosts:
   - process: 4712
     title: Mastercam
     answers: yes
+    program: none
+    version: none
     add in: none
     command file: none
     requests waiting: none
@@ -88,12 +93,17 @@ TEST(StatusReport, namesTheOwnerOfThePort)
 {
     Facts facts = soundFacts();
     const auto owner = [&] { return statusReport(facts)["port"].value("owner", ""); };
-    facts.port.holder = 99;
+    EXPECT_EQ(owner(), "the Companion");
+    facts.port.holder = 99; // the Companion of another user
+    EXPECT_EQ(owner(), "another program");
+    facts.companion.process.reset();     // it has no window
     EXPECT_EQ(owner(), "the Companion"); // by its program
     facts.port.program = L"C:\\Other\\server.exe";
     EXPECT_EQ(owner(), "another program");
+    facts.companion.process = 12;
     facts.port.holder.reset();
     EXPECT_EQ(owner(), "unknown, since the system does not report it");
+    EXPECT_EQ(statusReport(facts)["port"]["answers"], "unknown");
     facts.companion.hasPort = true;
     EXPECT_EQ(owner(), "the Companion, by its log");
     facts.companion.hasPort = false;

@@ -3,6 +3,7 @@
 #include "peer/bookmark.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
+#include "peer/lines.h"
 #include "peer/running_programs.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
@@ -52,6 +53,26 @@ std::vector<CommandFile> findCommandFiles(const std::wstring& folder)
 
 constexpr ULONGLONG boundMs = 2000;
 
+bool hasCommandFile(const std::vector<CommandFile>& files, const Host& host)
+{
+    return std::ranges::find(files, host.process, &CommandFile::process) != files.end();
+}
+
+// A host is without its file for a moment after each request that it takes.
+std::vector<CommandFile> waitForCommandFiles(const std::wstring& folder,
+                                             const std::vector<Host>& hosts)
+{
+    const ULONGLONG end = GetTickCount64() + boundMs;
+    for (;;) {
+        std::vector<CommandFile> files = findCommandFiles(folder);
+        const bool areComplete = std::ranges::all_of(
+            hosts, [&](const Host& host) { return hasCommandFile(files, host); });
+        if (areComplete || GetTickCount64() >= end)
+            return files;
+        Sleep(20);
+    }
+}
+
 // Marks the files that keep a request for two seconds; a listener takes it within two tenths of
 // one.
 void waitForListeners(std::vector<CommandFile>& files)
@@ -84,9 +105,11 @@ void waitForLoads(const std::wstring& folder)
         Sleep(20);
 }
 
-// False also where one of them cannot be opened.
+// By their paths where one of them cannot be opened. False when a path is unknown.
 bool areDifferentFiles(const std::wstring& first, const std::wstring& second)
 {
+    if (first.empty() || second.empty())
+        return false;
     const auto identity = [](const std::wstring& path) {
         BY_HANDLE_FILE_INFORMATION found{};
         const peer::OwnHandle file = peer::ownFile(
@@ -98,7 +121,8 @@ bool areDifferentFiles(const std::wstring& first, const std::wstring& second)
             std::array{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow});
     };
     const auto one = identity(first), other = identity(second);
-    return one && other && *one != *other;
+    return one && other ? *one != *other
+                        : !peer::isSameIgnoringCase(fullPath(first), fullPath(second));
 }
 
 std::optional<peer::Bookmark> readBookmark(const peer::CommitPaths& paths)
@@ -164,6 +188,7 @@ Companion findCompanion()
         found.process = peer::processOf(window);
         found.title = peer::windowTitle(window);
         found.program = programOf(*found.process);
+        found.version = programVersion(found.program);
     }
     return found;
 }
@@ -181,20 +206,22 @@ Facts gatherFacts(Tests tests)
         facts.tempWritable = tryToMakeFile(folder + peer::tempFolder);
     facts.settings = peer::readFile(folder + peer::settingsFile);
     facts.setup = findSetup();
-    facts.openPaths = findOpenPaths(folder);
+    facts.openPaths = findOpenPaths(folder, facts.setup);
     facts.workingCopies = readWorkingCopies(folder);
-    facts.companion = findCompanion();
-    facts.companion.isElsewhere =
-        areDifferentFiles(facts.companion.program, folder + L'\\' + peer::companionProgram);
     if (tests == Tests::made)
         waitForLoads(folder);
     facts.hosts = findHostFacts();
     facts.hostsWithoutAddIn = findHostsWithoutAddIn(facts.hosts);
-    facts.commandFiles = findCommandFiles(folder);
+    facts.commandFiles =
+        tests == Tests::made ? waitForCommandFiles(folder, facts.hosts) : findCommandFiles(folder);
     if (tests == Tests::made)
         waitForListeners(facts.commandFiles);
     readRequests(facts.commandFiles);
     facts.commitFiles = findCommitFiles(folder);
+    // Together, since it may just be starting.
+    facts.companion = findCompanion();
+    facts.companion.isElsewhere =
+        areDifferentFiles(facts.companion.program, folder + L'\\' + peer::companionProgram);
     facts.port = probePort();
     addRequestFacts(facts);
     return facts;

@@ -64,8 +64,12 @@ bool answers(HWND window)
 // user may not look into the process.
 std::optional<std::wstring> findAddIn(DWORD process)
 {
-    const peer::OwnHandle modules =
-        peer::ownFile(CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, process));
+    peer::OwnHandle modules;
+    for (int tries = 0; tries < 10 && !modules; ++tries) {
+        modules = peer::ownFile(CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, process));
+        if (!modules && GetLastError() != ERROR_BAD_LENGTH) // a library is just being loaded
+            break;
+    }
     if (!modules)
         return std::nullopt;
     MODULEENTRY32W module{};
@@ -115,6 +119,7 @@ std::vector<Host> findHostFacts()
             host.dialog = peer::windowTitle(windows.dialog);
         host.hasMessageWindow = windows.messages != nullptr;
         host.program = programOf(found.process);
+        host.version = programVersion(host.program);
         host.addIn = findAddIn(found.process).value_or(std::wstring());
         host.addInVersion = programVersion(host.addIn);
         hosts.push_back(host);

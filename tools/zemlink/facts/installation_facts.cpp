@@ -57,13 +57,19 @@ std::optional<SetupEntry> findSetup()
     return entry;
 }
 
-std::vector<OpenPath> findOpenPaths(const std::wstring& folder)
+std::vector<OpenPath> findOpenPaths(const std::wstring& folder,
+                                    const std::optional<SetupEntry>& setup)
 {
     std::vector<OpenPath> open;
     addOpenPath(open, folder, Accounts::all);
     addOpenPath(open, folder + L'\\' + peer::companionProgram, Accounts::all);
     for (const wchar_t* below : {L"\\cfg", L"\\sys", L"\\temp", L"\\tmp", L"\\commit"})
         addOpenPath(open, folder + below, Accounts::groupsOfAllUsers);
+    if (setup) {
+        addOpenPath(open, setup->hostFolder, Accounts::all);
+        addOpenPath(open, setup->hostFolder + L"\\chooks", Accounts::all);
+        addOpenPath(open, setup->addIn(), Accounts::all);
+    }
     return open;
 }
 

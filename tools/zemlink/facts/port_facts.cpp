@@ -91,14 +91,23 @@ bool acceptsAt(const MIB_TCPROW_OWNER_PID& row, const sockaddr_in& target)
            (row.dwLocalAddr == INADDR_ANY || row.dwLocalAddr == target.sin_addr.s_addr);
 }
 
-Port holderIn(const std::vector<MIB_TCPROW_OWNER_PID>& sockets)
+// What connects to the address reaches the socket that is bound to just this address, else one that
+// is bound to all.
+int nearness(const MIB_TCPROW_OWNER_PID& row, const sockaddr_in& target)
+{
+    return acceptsAt(row, target) ? (row.dwLocalAddr == INADDR_ANY ? 1 : 2) : 0;
+}
+
+Port holderIn(const std::vector<MIB_TCPROW_OWNER_PID>& sockets, const sockaddr_in& target)
 {
     Port port;
+    int best = -1;
     for (const MIB_TCPROW_OWNER_PID& row : sockets) {
-        if (isNoticePort(row) && row.dwOwningPid != 0) {
-            port.holder = row.dwOwningPid;
-            port.program = programOf(row.dwOwningPid);
-        }
+        if (!isNoticePort(row) || row.dwOwningPid == 0 || nearness(row, target) <= best)
+            continue;
+        best = nearness(row, target);
+        port.holder = row.dwOwningPid;
+        port.program = programOf(row.dwOwningPid);
     }
     return port;
 }
@@ -107,15 +116,16 @@ Port holderIn(const std::vector<MIB_TCPROW_OWNER_PID>& sockets)
 
 Port portHolder()
 {
-    return holderIn(listeningSockets());
+    const peer::SocketsLibrary library;
+    return holderIn(listeningSockets(), hostsTarget());
 }
 
 Port probePort()
 {
     const peer::SocketsLibrary library;
     const auto sockets = listeningSockets();
-    Port port = holderIn(sockets);
     const sockaddr_in target = hostsTarget();
+    Port port = holderIn(sockets, target);
     const bool isListening =
         std::any_of(sockets.begin(), sockets.end(),
                     [&](const MIB_TCPROW_OWNER_PID& row) { return acceptsAt(row, target); });

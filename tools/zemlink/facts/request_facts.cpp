@@ -14,6 +14,7 @@ namespace {
 
 // The Companion logs within a second or so that it did not get the port.
 constexpr std::uint64_t portLoggedWithinMs = 3000;
+constexpr std::uint32_t mostLogBytes = 64 << 20; // the latest, of a longer log
 
 // 0 when there is no such file.
 std::uint64_t writeTime(const std::wstring& path)
@@ -33,8 +34,9 @@ bool isMissing(const std::string& file)
 
 void addCompanionLog(Facts& facts)
 {
-    const CompanionEvents events =
-        eventsIn(peer::readFile(peer::logPath(facts.folder.path)).value_or(""));
+    const auto log = peer::readEnd(peer::logPath(facts.folder.path), mostLogBytes);
+    facts.hasCompanionLog = log.has_value();
+    const CompanionEvents events = eventsIn(log.value_or(""));
     facts.sentRequests = sentRequests(events);
     facts.refusedCommits = refusedCommits(events);
     for (const SentRequest& request : facts.sentRequests)
@@ -70,7 +72,7 @@ void addRequestFacts(Facts& facts)
     const std::wstring log = peer::debugLogPath(facts.folder.path);
     facts.machineSettings = findMachineSettings(facts.folder.path);
     facts.lastLoadWritten = writeTime(log);
-    facts.loads = peer::parseDebugLog(peer::readFile(log).value_or("")).loads;
+    facts.loads = peer::parseDebugLog(peer::readEnd(log, mostLogBytes).value_or("")).loads;
     addCompanionLog(facts);
 }
 

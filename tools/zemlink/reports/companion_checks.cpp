@@ -14,6 +14,16 @@ bool isRunning(const Facts& facts)
     return facts.companion.isRunning;
 }
 
+bool isProgramKnown(const Facts& facts)
+{
+    return isRunning(facts) && !facts.companion.program.empty();
+}
+
+bool hasLog(const Facts& facts)
+{
+    return facts.hasCompanionLog;
+}
+
 void findOtherFolder(Problems& problems, const Facts& facts)
 {
     if (!facts.companion.isElsewhere)
@@ -139,10 +149,11 @@ std::vector<Check> companionChecks()
 {
     return {
         {"companion-elsewhere", "The Companion runs from the installation folder.", findOtherFolder,
-         isRunning},
+         isProgramKnown},
         {"companion-without-window", "Hosts can find the Companion's window.", findMissingWindow,
          isRunning},
-        {"commit-refused", "No commit was refused.", findRefusedCommits, always},
+        {"commit-refused", "The Companion has logged no refused commit.", findRefusedCommits,
+         hasLog},
         {"commits-left", "No commit of an ended Companion is left.", findLeftCommits,
          hasCommitFiles},
         {"commits-unknown", "For every commit it is known whether it was taken.",

@@ -29,6 +29,7 @@ struct Host {
     std::wstring dialog{};   // the dialog that blocks it; empty when none is found
     bool hasMessageWindow = true;
     std::wstring program{};     // its path; empty when unknown
+    std::string version{};      // of that program; empty when unknown
     std::wstring addIn{};       // the path of the library; empty when unknown
     std::string addInVersion{}; // of that library; empty when unknown
 };
@@ -77,6 +78,7 @@ struct Companion {
     std::optional<std::uint32_t> process{}; // of its window; empty without a window
     std::wstring title{};
     std::wstring program{};        // its path; empty when unknown
+    std::string version{};         // of that program; empty when unknown
     bool isElsewhere = false;      // that is not the program in the installation folder
     std::optional<bool> hasPort{}; // by its log; empty when that does not tell
 };
@@ -118,6 +120,7 @@ struct Facts {
     std::vector<peer::LoggedLoad> loads{};              // of all hosts
     std::uint64_t lastLoadWritten = 0;                  // when their log was written; 0: no log
     std::vector<RefusedCommit> refusedCommits{};
+    bool hasCompanionLog = false;
 };
 
 } // namespace zemlink

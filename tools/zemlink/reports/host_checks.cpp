@@ -109,9 +109,13 @@ void findSilentHosts(Problems& problems, const Facts& facts)
         if (host.isAnswering)
             continue;
         problems.push_back(
-            {"host-not-answering", nameOf(host.process) + " does not answer messages.",
-             "Wait until it has finished its work. A save that does not return is explained in "
-             "docs/messages.md; only ending the host helps then."});
+            {"host-not-answering",
+             nameOf(host.process) +
+                 " does not answer messages: it is at work, or it was told to save a document that "
+                 "is not the Companion's after it had reported a save of its own, and does not "
+                 "return from that.",
+             "Wait until it has finished its work. If it was such a save, only ending the host "
+             "helps (docs/messages.md)."});
     }
 }
 
@@ -166,7 +170,7 @@ std::vector<Check> hostChecks()
         {"add-in-version", "Every host has the add-in of zemlink's version.", findOtherVersions,
          hasHosts},
         {"host-not-answering", "Every host answers messages.", findSilentHosts, hasHosts},
-        {"host-in-dialog", "No host shows a dialog.", findDialogs, hasHosts},
+        {"host-in-dialog", "No answering host shows a dialog.", findDialogs, hasHosts},
         {"host-without-message-window", "Every host has a message window.",
          findHostsWithoutMessageWindow, hasHosts},
         {"host-without-command-file", "Every host has a command file.", findHostsWithoutCommandFile,

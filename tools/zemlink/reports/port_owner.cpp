@@ -10,8 +10,9 @@ namespace {
 
 bool isHolderCompanion(const Facts& facts)
 {
-    return facts.port.holder == facts.companion.process ||
-           peer::isSameIgnoringCase(peer::fileNameOf(facts.port.program), peer::companionProgram);
+    if (facts.companion.process)
+        return facts.port.holder == facts.companion.process;
+    return peer::isSameIgnoringCase(peer::fileNameOf(facts.port.program), peer::companionProgram);
 }
 
 } // namespace

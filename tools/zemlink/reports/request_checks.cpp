@@ -63,17 +63,24 @@ std::string nameOf(const TakenRequest& request)
            (request.file.empty() ? "" : " (" + request.file + ")");
 }
 
+struct PendingCause {
+    const char* what;
+    const char* advice;
+};
+
 // Why the host does not begin the load. A host reports a backplot only to its add-in, so that it is
 // what remains.
-std::string pendingCause(const Host& host)
+PendingCause pendingCause(const Host& host)
 {
     if (!host.isAnswering)
-        return "the host does not answer messages";
-    if (host.isBlocked)
-        return "a dialog is open in the host";
+        return {"the host does not answer messages",
+                "Wait until the host has finished its work, else end it and send the file again."};
     if (!host.hasMessageWindow)
-        return "the host has no message window";
-    return "the host's window takes input, so that a backplot runs in it";
+        return {"the host has no message window", "Restart the host, then send the file again."};
+    if (host.isBlocked)
+        return {"a dialog is open in the host", "End the dialog; the host opens the file then."};
+    return {"the host's window takes input, so that a backplot runs in it",
+            "End the backplot; the host opens the file then."};
 }
 
 void findPendingRequests(Problems& problems, const Facts& facts)
@@ -82,11 +89,12 @@ void findPendingRequests(Problems& problems, const Facts& facts)
         const auto host = std::ranges::find(facts.hosts, request.host, &Host::process);
         if (request.state != RequestState::pending || host == facts.hosts.end())
             continue;
+        const PendingCause cause = pendingCause(*host);
         problems.push_back({"request-pending",
                             nameOf(request) + " has been taken by the host with process " +
                                 std::to_string(request.host) +
-                                ", but its load has not begun: " + pendingCause(*host) + ".",
-                            "End the dialog or the backplot; the host opens the file then."});
+                                ", but its load has not begun: " + cause.what + ".",
+                            cause.advice});
     }
 }
 
@@ -150,9 +158,10 @@ std::vector<Check> requestChecks()
          hasCommandFiles},
         {"request-not-taken", "No request stays in a command file.", findUntakenRequests,
          hasCommandFiles},
-        {"request-pending", "No request waits in a host.", findPendingRequests, always},
-        {"request-superseded", "No request was replaced before its load.", findSupersededRequests,
-         always},
+        {"request-pending", "No request with machine settings waits in a host.",
+         findPendingRequests, always},
+        {"request-superseded", "No request with machine settings was replaced before its load.",
+         findSupersededRequests, always},
         {"machine-settings-left", "No machine settings are left.", findLeftSettings, always},
     };
 }

@@ -38,6 +38,12 @@ Report settingsFileReport(const Facts& facts)
     return report;
 }
 
+// Null when it is unknown.
+Report known(const std::string& text)
+{
+    return text.empty() ? Report() : Report(text);
+}
+
 Report companionReport(const Companion& companion)
 {
     Report report{{"running", companion.isRunning}, {"window", nullptr}};
@@ -45,6 +51,7 @@ Report companionReport(const Companion& companion)
         report["window"] = toUtf8(companion.title);
         report["process"] = *companion.process;
         report["program"] = toUtf8(companion.program);
+        report["version"] = known(companion.version);
     }
     return report;
 }
@@ -109,6 +116,8 @@ Report hostsReport(const Facts& facts)
         hosts.push_back(Report{{"process", host.process},
                                {"title", toUtf8(host.title)},
                                {"answers", host.isAnswering},
+                               {"program", known(toUtf8(host.program))},
+                               {"version", known(host.version)},
                                {"addIn", addInReport(host)},
                                {"commandFile", commandFileReport(facts, host.process)},
                                {"requestsWaiting", waitingRequests(requests, host.process)}});
@@ -138,6 +147,8 @@ Report portReport(const Facts& facts)
 {
     const Port& port = facts.port;
     Report report{{"number", peer::noticePort}, {"answers", port.answer.isFine()}};
+    if (port.answer.isFine() && portOwner(facts) == PortOwner::unknown)
+        report["answers"] = "unknown";
     if (!port.answer.isFine())
         report["cause"] = port.answer.text;
     if (port.answer.isFine() || port.holder)
