@@ -9,6 +9,7 @@
 #include "zemlink/tool_run.h"
 
 #include <algorithm>
+#include <set>
 
 using namespace testing_support;
 using zemlink::EventKind;
@@ -193,7 +194,23 @@ TEST(Recordings, haveAScriptEach)
         ++scripts;
         EXPECT_TRUE(files::exists(files::path(each.path()).replace_extension(L".zip"))) << each;
     }
-    EXPECT_GE(scripts, 8u);
+    EXPECT_GE(scripts, 13u);
+}
+
+TEST(Recordings, haveEveryKindOfEvent)
+{
+    std::set<EventKind> kinds;
+    std::set<std::wstring> pictures;
+    for (const std::wstring& name : recordingNames())
+        for (const ExchangeEvent& event :
+             zemlink::readRecording(recordings + name + L".zip").events) {
+            kinds.insert(event.kind);
+            if (event.kind == EventKind::pictureWritten)
+                pictures.insert(files::path(event.file).filename().native());
+        }
+    for (int kind = 0; kind <= static_cast<int>(EventKind::notice); ++kind)
+        EXPECT_TRUE(kinds.contains(EventKind{kind})) << zemlink::eventWord(EventKind{kind});
+    EXPECT_EQ(pictures, (std::set<std::wstring>{L"screendump.bmp", L"toolimage-1.bmp"}));
 }
 
 TEST(SupportArchive, holdsWhatASupporterAsksFor)
