@@ -2,7 +2,6 @@
 #include "endtoend/companion_commit_fixture.h"
 #include "peer/command_file.h"
 #include "peer/running_programs.h"
-#include "support/host_program.h"
 #include "support/session_script.h"
 #include "tools/zemlink/session/recorded_text.h"
 #include "tools/zemlink/session/recording.h"
@@ -10,6 +9,7 @@
 #include "zemlink/tool_run.h"
 
 #include <algorithm>
+#include <set>
 
 using namespace testing_support;
 using zemlink::EventKind;
@@ -61,17 +61,28 @@ protected:
         }
     }
 
-    // The report of the replay of this file against a host that runs the script.
+    // The report of the replay of this file against the hosts that run the script.
     Report replay(const std::wstring& file, const std::string& script, DWORD expectedExit,
                   const std::wstring& options = L"") const
     {
-        const SessionFiles sessionFiles(script);
+        const SessionFiles sessionFiles(installation, script);
         const ToolRun tool(installation,
                            L"replay " + quoted(file) + L" --at-once --json" + options);
         EXPECT_TRUE(waitUntil([&] { return findInstance() != nullptr; })) << tool.errors();
-        const HostProgram host(installation, script);
+        const auto firstHost = startFirstHost(installation, script);
+        const auto secondHost = startSecondHostAfter(*firstHost, script);
         EXPECT_EQ(tool.waitForExit(), expectedExit) << tool.output() << tool.errors();
         return Report::parse(tool.output());
+    }
+
+    // Hosts are paired in the order in which the replay finds them, so the second starts once the
+    // first has a part of the replay.
+    std::unique_ptr<HostProgram> startSecondHostAfter(const HostProgram& first,
+                                                      const std::string& script) const
+    {
+        if (hasSecondHost(script))
+            EXPECT_TRUE(first.waitForTrace(L"DoFileOpen("));
+        return startSecondHost(installation, script);
     }
 
     // The window in place of the Companion's.
@@ -194,7 +205,23 @@ TEST(Recordings, haveAScriptEach)
         ++scripts;
         EXPECT_TRUE(files::exists(files::path(each.path()).replace_extension(L".zip"))) << each;
     }
-    EXPECT_GE(scripts, 8u);
+    EXPECT_GE(scripts, 13u);
+}
+
+TEST(Recordings, haveEveryKindOfEvent)
+{
+    std::set<EventKind> kinds;
+    std::set<std::wstring> pictures;
+    for (const std::wstring& name : recordingNames())
+        for (const ExchangeEvent& event :
+             zemlink::readRecording(recordings + name + L".zip").events) {
+            kinds.insert(event.kind);
+            if (event.kind == EventKind::pictureWritten)
+                pictures.insert(files::path(event.file).filename().native());
+        }
+    for (int kind = 0; kind <= static_cast<int>(EventKind::notice); ++kind)
+        EXPECT_TRUE(kinds.contains(EventKind{kind})) << zemlink::eventWord(EventKind{kind});
+    EXPECT_EQ(pictures, (std::set<std::wstring>{L"screendump.bmp", L"toolimage-1.bmp"}));
 }
 
 TEST(SupportArchive, holdsWhatASupporterAsksFor)
