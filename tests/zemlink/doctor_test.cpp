@@ -384,6 +384,20 @@ TEST_F(ZemlinkDoctor, findsWhatOthersMayWrite)
     EXPECT_EQ(problems(), (Names{"1", "writable-by-others"}));
 }
 
+TEST_F(ZemlinkDoctor, findsAnAddInThatOthersMayReplace)
+{
+    installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
+    const std::wstring addIn = installation.path(L"host\\chooks\\torvapdm.dll");
+    std::filesystem::create_directories(installation.path(L"host\\chooks"));
+    writeBytes(addIn, "");
+    const EntryOfSetup entry(installation.path(L"host"));
+    EXPECT_EQ(problems(), Names{"0"});
+    setAccess(addIn, L"D:(A;;FA;;;BA)(A;;FA;;;WD)");
+    EXPECT_EQ(problems(), (Names{"1", "writable-by-others"}));
+    EXPECT_NE(runTool(installation, L"doctor").output.find(toUtf8(addIn) + " ("),
+              std::string::npos);
+}
+
 TEST_F(ZemlinkDoctor, findsAWorkingCopyOutsideAscii)
 {
     installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");

@@ -391,9 +391,10 @@ TEST(Problems, includePathsThatOthersMayWrite)
 {
     Facts facts = soundFacts();
     facts.openPaths = {{L"C:\\TORVA\\ZEM", {L"Everyone", L"Users"}}, {L"C:\\x", {L"Guests"}}};
-    expectOnly(facts, "writable-by-others",
-               "Other accounts may write to C:\\TORVA\\ZEM (Everyone, Users), C:\\x (Guests): they "
-               "can open files in the host and overwrite them, or replace the Companion.");
+    expectOnly(
+        facts, "writable-by-others",
+        "Other accounts may write to C:\\TORVA\\ZEM (Everyone, Users), C:\\x (Guests): they "
+        "can open files in the host and overwrite them, or replace the Companion or the add-in.");
 }
 
 TEST(Problems, includeWorkingCopiesOutsideAscii)

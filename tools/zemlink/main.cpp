@@ -1,8 +1,8 @@
 // zemlink: shows and tests the exchanges between the Companion and the hosts' add-in.
 #include "peer/text.h"
 #include "tools/zemlink/commands.h"
-#include "tools/zemlink/reports/report.h"
 #include "tools/zemlink/output.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <exception>
 #include <string>

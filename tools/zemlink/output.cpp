@@ -2,8 +2,8 @@
 
 #include "peer/lines.h"
 #include "peer/text.h"
-#include "tools/zemlink/reports/report.h"
 #include "tools/zemlink/facts/system.h"
+#include "tools/zemlink/reports/report.h"
 
 #include <stdexcept>
 #include <windows.h>

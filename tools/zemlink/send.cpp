@@ -6,8 +6,8 @@
 #include "peer/installation_folder.h"
 #include "peer/running_programs.h"
 #include "peer/text.h"
-#include "tools/zemlink/reports/answers.h"
 #include "tools/zemlink/facts/system.h"
+#include "tools/zemlink/reports/answers.h"
 #include "tools/zemlink/until_opened.h"
 
 #include <algorithm>

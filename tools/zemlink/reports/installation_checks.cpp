@@ -98,7 +98,7 @@ void findOpenPaths(Problems& problems, const Facts& facts)
     problems.push_back({"writable-by-others",
                         "Other accounts may write to " + paths +
                             ": they can open files in the host and overwrite them, or replace the "
-                            "Companion.",
+                            "Companion or the add-in.",
                         "Set the permissions as docs/security.md lists them."});
 }
 
@@ -153,8 +153,8 @@ std::vector<Check> installationChecks()
          always},
         {"copy-not-ascii", "Every working copy's path is plain ASCII.", findNonAsciiCopies,
          hasWorkingCopies},
-        {"writable-by-others", "No other account may write to the installation.", findOpenPaths,
-         always},
+        {"writable-by-others", "No other account may write to the installation or the add-in.",
+         findOpenPaths, always},
         {"companion-missing", "The Companion is installed in the folder.", findMissingCompanion,
          always},
         {"temp-not-writable", "Files can be created in temp.", findUnwritableTemp, always},
