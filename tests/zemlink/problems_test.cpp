@@ -439,6 +439,7 @@ TEST(Doctor, setsTheExitCode)
 {
     Facts facts = soundFacts();
     EXPECT_EQ(doctorOutcome(facts, true).exitCode, 0);
+    facts.hasCompanionLog = true;
     facts.refusedCommits = {{"then", "C:\\a.mcam"}};
     const Outcome outcome = doctorOutcome(facts, false);
     EXPECT_EQ(outcome.exitCode, 1);
