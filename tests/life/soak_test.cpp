@@ -121,6 +121,12 @@ public:
         return open_;
     }
 
+    std::string endOfLog() const
+    {
+        const std::string log = readBytes(installation.path(L"sys\\companion.log")).value_or("");
+        return log.substr(log.size() - std::min<size_t>(log.size(), 2000));
+    }
+
     const Installation& installation;
     // Commits run one at a time: two hosts that find the same end of the commit file overwrite each
     // other's records, and they share one screen picture.
@@ -268,7 +274,7 @@ private:
         if (verb == L"command")
             host_.command(static_cast<unsigned>(std::stoi(operands)));
         else if (verb == L"companion")
-            return startCompanion(company_.installation, operands) == 0u;
+            return hasCarriedOut(operands);
         else if (verb == L"busy" || verb == L"ready")
             EnableWindow(host_.window(), verb == L"ready");
         else if (verb == L"push") // bytes that are not a request
@@ -280,6 +286,13 @@ private:
             return sendRequest(openRequest(id, toUtf8(operands.substr(operands.find(L' ') + 1))));
         }
         return true;
+    }
+
+    bool hasCarriedOut(const std::wstring& arguments) const
+    {
+        const DWORD code = startCompanion(company_.installation, arguments);
+        EXPECT_EQ(code, carriedOut) << "the Companion's log ends with\n" << company_.endOfLog();
+        return code == carriedOut;
     }
 
     // Waits until the add-in has taken it.
