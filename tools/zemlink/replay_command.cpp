@@ -44,11 +44,14 @@ Outcome outcomeOf(const Arguments& arguments, const std::wstring& folder,
                   {"differences", Report::array()}};
     for (const Difference& difference : result.differences)
         report["differences"].push_back(differenceReport(difference));
+    if (result.isInterrupted)
+        report["interrupted"] = true;
     if (const std::string commits = commitsLeft(folder); !commits.empty())
         report["commitsLeft"] = commits;
     if (result.refusedStarts != 0)
         report["refusedStarts"] = result.refusedStarts;
-    return {report, result.failures.empty() && result.differences.empty() ? done : problem};
+    const bool isSame = result.failures.empty() && result.differences.empty();
+    return {report, isSame && !result.isInterrupted ? done : problem};
 }
 
 ReplayOutput outputOf(const Arguments& arguments)
