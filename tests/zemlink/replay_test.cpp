@@ -201,7 +201,9 @@ TEST(SupportArchive, holdsWhatASupporterAsksFor)
 {
     const Installation installation{Registry::ofTheUser};
     writeBytes(installation.path(L"sys\\companion.log"),
-               "2026-11-21 10:11:12.345 check-out file=\"C:\\Parts\\Rocket.mcam\"\n");
+               "2026-11-21 10:11:12.345 check-out file=\"C:\\Parts\\Rocket.mcam\"\n"
+               "2026-11-21 10:11:12.345 refused reason=\"the running program does not answer: "
+               "--commit \"C:\\Parts\\Secret.mcam\" --id 17\"\n");
     writeBytes(installation.path(L"sys\\working-copies.txt"),
                "17 | 17 | C:\\Parts\\Sk\xC3\xA4rm.mcam\n");
     writeBytes(installation.path(L"sys\\Rocket.mcam"), "the content of a part");
@@ -226,8 +228,10 @@ TEST(SupportArchive, holdsWhatASupporterAsksFor)
     EXPECT_NE(everything.find("Rocket.mcam"), std::string::npos);
     EXPECT_EQ(everything.find("the content of a part"), std::string::npos);
     EXPECT_NE(everything.find("Sk\xC3\xA4rm"), std::string::npos) << "doctor names it";
+    EXPECT_NE(everything.find("The commit of C:\\\\Parts\\\\Secret.mcam"), std::string::npos);
     for (const zemlink::ZipEntry& entry : archive(L"-redacted.zip", L" --redact")) {
-        EXPECT_EQ(entry.bytes.find("Rocket"), std::string::npos) << entry.name;
+        for (const char* name : {"Rocket", "Secret", "secret"})
+            EXPECT_EQ(entry.bytes.find(name), std::string::npos) << entry.name;
         EXPECT_EQ(entry.bytes.find("Sk\xC3\xA4rm"), std::string::npos) << entry.name;
         if (entry.name == "listing.json")
             EXPECT_EQ(Report::parse(entry.bytes)["files"][0]["sha256"].get<std::string>().size(),

@@ -84,6 +84,10 @@ void addNamesOf(Pseudonyms& names, const Facts& facts)
     names.addPath(facts.port.program);
     for (const peer::LoggedLoad& load : facts.loads)
         names.addPath(peer::fromAnsi(load.file));
+    for (const SentRequest& request : facts.sentRequests)
+        names.addPath(peer::fromUtf8(request.file));
+    for (const RefusedCommit& commit : facts.refusedCommits)
+        names.addPath(peer::fromUtf8(commit.file));
 }
 
 // The status shows the settings in force, so that the file, whose lines may hold anything, is left
