@@ -310,6 +310,41 @@ TEST(Redaction, hidesNamesInLogs)
               "Loading File #1: C:\\folder-1\\name-2.mcam\n(line left out)\n");
 }
 
+TEST(Redaction, isQuickWithManyNames)
+{
+    constexpr int manyNames = 50'000;
+    Pseudonyms names;
+    std::wstring text;
+    for (int i = 0; i < manyNames; ++i) {
+        const std::wstring name = L"part" + std::to_wstring(i);
+        names.addText(name);
+        text += name + L' ';
+    }
+    const ULONGLONG begin = GetTickCount64();
+    EXPECT_TRUE(names.replaceIn(text).starts_with(L"text-1 text-2 "));
+    EXPECT_LT(GetTickCount64() - begin, 5000u);
+}
+
+TEST(Redaction, isQuickWithManyBadLines)
+{
+    constexpr size_t manyLines = 500'000;
+    std::string log;
+    for (size_t i = 0; i < manyLines; ++i)
+        log += "wilma\n";
+    const ULONGLONG begin = GetTickCount64();
+    EXPECT_EQ(redactedLoadLog(Pseudonyms(), log).find("wilma"), std::string::npos);
+    EXPECT_LT(GetTickCount64() - begin, 10'000u);
+}
+
+TEST(Redaction, replacesTheLongestWholeName)
+{
+    Pseudonyms names;
+    for (const wchar_t* name : {L"ab", L"ab c", L"ab b", L"abc", L"ab cde"})
+        names.addText(name);
+    EXPECT_EQ(names.replaceIn(L"AB cd, ab c; abcd ab b ab"),
+              L"text-1 cd, text-2; abcd text-3 text-1");
+}
+
 TEST(FileListing, hasEachFileWithItsHash)
 {
     const testing_support::Installation installation;
