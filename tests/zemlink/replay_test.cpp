@@ -251,4 +251,7 @@ TEST(SupportArchive, isNotWrittenOverAFile)
         runTool(installation, L"report " + quoted(installation.path(L"a.zip")));
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(readBytes(installation.path(L"a.zip")), "mine");
+    writeBytes(installation.path(L"b.zip.new"), "mine");
+    EXPECT_EQ(runTool(installation, L"report " + quoted(installation.path(L"b.zip"))).exitCode, 1u);
+    EXPECT_EQ(readBytes(installation.path(L"b.zip.new")), "mine");
 }

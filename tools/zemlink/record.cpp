@@ -6,6 +6,7 @@
 #include "tools/zemlink/facts/system.h"
 #include "tools/zemlink/interruption.h"
 #include "tools/zemlink/output.h"
+
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/session/local_time.h"
 #include "tools/zemlink/session/observer.h"
@@ -140,9 +141,8 @@ void recordEvents(Observer& observer, Recorder& recorder, const Interruption& in
 Outcome record(const Arguments& arguments)
 {
     const std::wstring path = fullPath(peer::fromUtf8(arguments.path));
-    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
-        return failure("file-exists", arguments.path + ": this file exists already",
-                       "Give another name; nothing is overwritten.");
+    if (const auto existing = findExisting(path))
+        return *existing;
     const Interruption interruption;
     const RunningRecording running(path);
     const std::wstring folder = peer::readInstallationFolder().path;

@@ -4,6 +4,7 @@
 #include "peer/files.h"
 #include "peer/text.h"
 #include "tools/zemlink/facts/gather_facts.h"
+#include "tools/zemlink/output.h"
 #include "tools/zemlink/reports/problems.h"
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/session/file_listing.h"
@@ -133,14 +134,13 @@ std::vector<ZipEntry> entriesOf(const Collected& collected)
 Outcome writeSupportArchive(const Arguments& arguments)
 {
     const std::wstring path = peer::fromUtf8(arguments.path);
-    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
-        return failure("file-exists", arguments.path + ": this file exists already",
-                       "Give another name; nothing is overwritten.");
+    if (const auto existing = findExisting(path))
+        return *existing;
     Collected collected = collect(arguments);
     if (arguments.isRedacted)
         redact(collected);
     const std::vector<ZipEntry> entries = entriesOf(collected);
-    if (!peer::replaceFile(path, formatZip(entries)))
+    if (!peer::createFile(path, formatZip(entries)))
         return failure("file-not-written", arguments.path + " cannot be written");
     Report report{{"report", arguments.path}, {"redacted", arguments.isRedacted}};
     for (const ZipEntry& entry : entries)
