@@ -371,6 +371,15 @@ TEST(Redaction, hidesNamesInLogs)
               "Loading File #1: C:\\folder-1\\name-2.mcam\n(line left out)\n");
 }
 
+TEST(Redaction, givesAPartOneNameWithAnyExtension)
+{
+    Pseudonyms names;
+    for (const wchar_t* path : {L"C:\\Rocket.mcam", L"C:\\Rocket.CATPart", L"C:\\Rocket.x_t",
+                                L"C:\\Rocket.SLDPRT", L"C:\\Rocket.stp", L"C:\\Rocket"})
+        names.addPath(path);
+    EXPECT_EQ(names.replaceIn(L"Rocket, C:\\Rocket.CATPart"), L"name-1, C:\\name-1.CATPart");
+}
+
 TEST(Redaction, isQuickWithManyNames)
 {
     constexpr int manyNames = 50'000;

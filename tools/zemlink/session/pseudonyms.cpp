@@ -58,14 +58,20 @@ bool isExchangeFile(std::wstring_view name)
     });
 }
 
-// The extensions of the files that the programs exchange; anything else after a dot may be part of
-// a name.
+// The extensions of the files that the programs exchange and of usual CAD files, so that a part has
+// one name with and without it; anything else after a dot may be part of a name.
 bool isKnownExtension(std::wstring_view extension)
 {
     constexpr std::wstring_view extensions[] = {
-        L".mcam", L".mcam-mmd", L".mcam-lmd", L".mcx", L".nc",    L".nci",
-        L".txt",  L".xml",      L".bmp",      L".dat", L".log",   L".ini",
-        L".tmp",  L".exe",      L".dll",      L".zip", L".taken", L".closed"};
+        L".mcam",    L".mcam-mmd",   L".mcam-lmd",   L".mcx", L".nc",      L".nci",
+        L".txt",     L".xml",        L".bmp",        L".dat", L".log",     L".ini",
+        L".tmp",     L".exe",        L".dll",        L".zip", L".taken",   L".closed",
+        L".catpart", L".catproduct", L".catdrawing", L".cgr", L".step",    L".stp",
+        L".iges",    L".igs",        L".x_t",        L".x_b", L".xmt_txt", L".xmt_bin",
+        L".sldprt",  L".sldasm",     L".slddrw",     L".ipt", L".iam",     L".idw",
+        L".prt",     L".asm",        L".par",        L".psm", L".sat",     L".sab",
+        L".dxf",     L".dwg",        L".stl",        L".jt",  L".3dm",     L".3mf",
+        L".vda",     L".obj"};
     return std::ranges::find(extensions, lowered(extension)) != std::end(extensions);
 }
 
