@@ -3,6 +3,7 @@
 #include "peer/running_programs.h"
 #include "support/bytes.h"
 #include "support/installation.h"
+#include "support/sockets.h"
 #include "support/waiting.h"
 #include "tools/zemlink/reports/report.h"
 #include "tools/zemlink/session/recording.h"
@@ -130,4 +131,14 @@ TEST_F(ReplaySends, noSettingsWithoutAHost)
     EXPECT_EQ(Report::parse(result.output)["failures"],
               Report({"machine-settings-written" + cause, "request-written" + cause}));
     EXPECT_FALSE(std::filesystem::exists(settingsFile(2)));
+}
+
+TEST_F(ReplaySends, nothingWhileThePortIsInUse)
+{
+    const LineReceiver other;
+    const ToolResult result = runTool(installation, arguments(L""));
+    EXPECT_EQ(result.exitCode, 6u);
+    EXPECT_NE(result.output.find("port 4559 cannot be opened: "), std::string::npos);
+    EXPECT_NE(result.output.find("(error 100"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find(" use"), std::string::npos) << result.output;
 }

@@ -5,6 +5,9 @@
 #include "peer/installation_folder.h"
 #include "peer/running_programs.h"
 #include "peer/text.h"
+#include "tools/zemlink/facts/gather_facts.h"
+#include "tools/zemlink/facts/port_facts.h"
+#include "tools/zemlink/facts/system.h"
 #include "tools/zemlink/interruption.h"
 #include "tools/zemlink/output.h"
 #include "tools/zemlink/reports/answers.h"
@@ -88,7 +91,10 @@ Outcome replayRecording(const Arguments& arguments)
     } catch (const CompanionIsRunning& error) {
         return failure("companion-running", error.what(), "End the Companion.");
     } catch (const PortIsInUse& error) {
-        return failure("port-in-use", error.what(), "", portInUse);
+        return failure(
+            "port-in-use",
+            portTakenText(systemErrorText(error.code), portHolder(), findCompanion().isRunning), "",
+            portInUse);
     }
 }
 
