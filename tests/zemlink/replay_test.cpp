@@ -6,6 +6,7 @@
 #include "support/session_script.h"
 #include "tools/zemlink/session/recorded_text.h"
 #include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/running_recording.h"
 #include "tools/zemlink/session/zip_file.h"
 #include "zemlink/tool_run.h"
 
@@ -254,4 +255,23 @@ TEST(SupportArchive, isNotWrittenOverAFile)
     writeBytes(installation.path(L"b.zip.new"), "mine");
     EXPECT_EQ(runTool(installation, L"report " + quoted(installation.path(L"b.zip"))).exitCode, 1u);
     EXPECT_EQ(readBytes(installation.path(L"b.zip.new")), "mine");
+}
+
+TEST(SupportArchive, leavesOutAnUnreadableRecordingUnderWay)
+{
+    const Installation installation{Registry::ofTheUser};
+    const std::wstring recording = installation.path(L"session.zip");
+    writeBytes(recording, "being written");
+    const zemlink::RunningRecording running(recording);
+    const std::wstring report = L"report --json " + quoted(installation.path(L"a.zip"));
+    const ToolResult result = runTool(installation, report);
+    EXPECT_EQ(result.exitCode, 0u) << result.output << result.errors;
+    EXPECT_EQ(Report::parse(result.output)["recordingLeftOut"],
+              peer::toUtf8(recording) + " is not a recording: it is not a zip file");
+    EXPECT_FALSE(zemlink::parseZip(readBytes(installation.path(L"a.zip")).value_or("")).empty());
+    EXPECT_EQ(runTool(installation, L"report " + quoted(installation.path(L"b.zip")) +
+                                        L" --recording " + quoted(recording))
+                  .exitCode,
+              1u)
+        << "the user has asked for it";
 }

@@ -46,7 +46,25 @@ struct Collected {
     Report status{}, problems{}, listing{};
     Logs logs{};
     std::optional<Recording> recording{};
+    std::string recordingLeftOut{}; // why; empty: it was not
 };
+
+// The one that the user names, or the one under way, which has no file until its first pause and
+// may be written at this moment.
+void addRecording(Collected& collected, const Arguments& arguments)
+{
+    if (!arguments.recording.empty()) {
+        collected.recording = readRecording(peer::fromUtf8(arguments.recording));
+        return;
+    }
+    const std::wstring path = findRunningRecording();
+    try {
+        if (peer::isFile(path))
+            collected.recording = readRecording(path);
+    } catch (const std::runtime_error& error) {
+        collected.recordingLeftOut = error.what();
+    }
+}
 
 Collected collect(const Arguments& arguments)
 {
@@ -54,11 +72,7 @@ Collected collect(const Arguments& arguments)
     Collected collected{facts, statusReport(facts), doctorOutcome(facts, true).report,
                         listingReport(describeFiles(facts.folder.path)),
                         readLogs(facts.folder.path)};
-    const std::wstring recording =
-        arguments.recording.empty() ? findRunningRecording() : peer::fromUtf8(arguments.recording);
-    // A recording under way has no file until its first pause.
-    if (!arguments.recording.empty() || peer::isFile(recording))
-        collected.recording = readRecording(recording);
+    addRecording(collected, arguments);
     return collected;
 }
 
@@ -145,6 +159,8 @@ Outcome writeSupportArchive(const Arguments& arguments)
     Report report{{"report", arguments.path}, {"redacted", arguments.isRedacted}};
     for (const ZipEntry& entry : entries)
         report["entries"].push_back(Report{{"name", entry.name}, {"bytes", entry.bytes.size()}});
+    if (!collected.recordingLeftOut.empty())
+        report["recordingLeftOut"] = collected.recordingLeftOut;
     return {report};
 }
 
