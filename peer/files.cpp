@@ -22,13 +22,12 @@ bool writeWhole(const std::wstring& path, DWORD access, DWORD disposition, std::
 }
 
 // A file that another program is reading cannot be replaced, but usually a moment later.
-bool moveOver(const std::wstring& from, const std::wstring& to)
+bool moveOver(const std::wstring& from, const std::wstring& to, DWORD flags)
 {
     constexpr int tries = 20;
     constexpr DWORD pauseMs = 5;
     for (int i = 0; i < tries; ++i) {
-        if (MoveFileExW(from.c_str(), to.c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        if (MoveFileExW(from.c_str(), to.c_str(), flags | MOVEFILE_WRITE_THROUGH))
             return true;
         Sleep(pauseMs);
     }
@@ -92,6 +91,19 @@ bool writeFile(const std::wstring& path, std::string_view bytes)
     return writeWhole(path, GENERIC_WRITE, CREATE_ALWAYS, bytes);
 }
 
+bool createFile(const std::wstring& path, std::string_view bytes)
+{
+    const std::wstring newFile = path + L".new";
+    if (GetFileAttributesW(newFile.c_str()) != INVALID_FILE_ATTRIBUTES)
+        return false;
+    const bool isCreated =
+        writeWhole(newFile, GENERIC_WRITE, CREATE_NEW, bytes, FILE_FLAG_WRITE_THROUGH) &&
+        moveOver(newFile, path, 0);
+    if (!isCreated)
+        DeleteFileW(newFile.c_str());
+    return isCreated;
+}
+
 bool replaceFile(const std::wstring& path, std::string_view bytes)
 {
     const std::wstring newFile = path + L".new";
@@ -99,7 +111,7 @@ bool replaceFile(const std::wstring& path, std::string_view bytes)
         return false;
     const bool isReplaced =
         writeWhole(newFile, GENERIC_WRITE, CREATE_ALWAYS, bytes, FILE_FLAG_WRITE_THROUGH) &&
-        moveOver(newFile, path);
+        moveOver(newFile, path, MOVEFILE_REPLACE_EXISTING);
     if (!isReplaced)
         DeleteFileW(newFile.c_str());
     return isReplaced;

@@ -21,6 +21,10 @@ std::optional<std::string> readEnd(const std::wstring& path, std::uint32_t mostB
 // Creates or overwrites the file. False when not everything was written.
 bool writeFile(const std::wstring& path, std::string_view bytes);
 
+// Creates the file so that, whatever happens, it exists completely or not at all. False when it or
+// `<path>.new`, which is written first, exists already, or when it cannot be written.
+bool createFile(const std::wstring& path, std::string_view bytes);
+
 // Replaces the file so that, whatever happens, either the old or the new one exists completely.
 // False when the new one cannot be written or the old one is write-protected or held open.
 bool replaceFile(const std::wstring& path, std::string_view bytes);

@@ -109,6 +109,17 @@ TEST_F(ZemlinkRecord, overwritesNothing)
     EXPECT_EQ(readBytes(file), "mine");
 }
 
+TEST_F(ZemlinkRecord, overwritesNoFileOnItsWay)
+{
+    writeBytes(file + L".new", "mine");
+    const ToolResult result = runTool(installation, L"record --timeout 1 --json " + quoted(file));
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.output.find("file-exists"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("session.zip.new: "), std::string::npos) << result.output;
+    EXPECT_EQ(readBytes(file + L".new"), "mine");
+    EXPECT_FALSE(readBytes(file).has_value());
+}
+
 TEST_F(ZemlinkRecord, reportsAFileThatCannotBeWritten)
 {
     const ToolResult result =

@@ -6,6 +6,7 @@
 #include "tools/zemlink/session/comparison.h"
 #include "tools/zemlink/session/recorded_text.h"
 #include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/recording_space.h"
 #include "tools/zemlink/session/redacted_logs.h"
 #include "tools/zemlink/session/redaction.h"
 #include "tools/zemlink/session/running_recording.h"
@@ -222,6 +223,66 @@ TEST(RecordingFile, refusesAnythingElse)
     EXPECT_EQ(causeOf(formatZip({{"index.json", noFolder}})), "its index is damaged");
 }
 
+TEST(RecordingFile, refusesTooLargeAnIndex)
+{
+    constexpr size_t mostBytes = 128 << 20;
+    EXPECT_EQ(causeOf(formatZip({{"index.json", std::string(mostBytes + 1, ' ')}})),
+              "its index is too large");
+    std::string parts;
+    for (size_t i = 0; i < (16 << 20); ++i)
+        parts += "0,";
+    EXPECT_EQ(causeOf(formatZip({{"index.json", '[' + parts + "0]"}})), "its index is too large");
+}
+
+TEST(RecordingFile, refusesTooLongAFolder)
+{
+    Recording recording = sampleRecording();
+    recording.folder = L"C:\\" + std::wstring(32764, L'x');
+    EXPECT_EQ(causeOf(formatRecording(recording)), "none");
+    recording.folder += L'x';
+    EXPECT_EQ(causeOf(formatRecording(recording)), "its index is damaged");
+}
+
+TEST(RecordingFile, canBeReadAtItsLimits)
+{
+    Recording recording{start};
+    recording.folder = L"C:\\" + std::wstring(230, L'x');
+    const ExchangeEvent last = event(longestRecordingMs, EventKind::hostEnded,
+                                     recording.folder + L"\\temp\\mastercam-4711.dat");
+    recording.events.assign(mostRecordedEvents, last);
+    EXPECT_EQ(parseRecording(formatRecording(recording)).events.size(), mostRecordedEvents);
+    recording.events.push_back(last);
+    EXPECT_EQ(causeOf(formatRecording(recording)), "it has too many events");
+}
+
+TEST(RecordingFile, hasNoMeaningsInALargeIndex)
+{
+    Recording recording = sampleRecording();
+    const ExchangeEvent large =
+        event(950, EventKind::requestWritten, L"C:\\a.dat", "CHECKIN " + std::string(60'000, 'x'));
+    recording.events.insert(recording.events.end(), 2400, large);
+    const std::string bytes = formatRecording(recording);
+    EXPECT_EQ(parseZip(bytes)[0].bytes.find("meaning"), std::string::npos);
+    EXPECT_EQ(parseRecording(bytes).events.back().bytes, large.bytes);
+}
+
+TEST(RecordingSpace, endsAtEachLimit)
+{
+    RecordingSpace events(start), time(start), bytes(start);
+    for (size_t i = 0; i < mostRecordedEvents; ++i)
+        ASSERT_EQ(events.findLimit(event(5, EventKind::notice)), "");
+    EXPECT_NE(events.findLimit(event(5, EventKind::notice)).find("200,000 events"),
+              std::string::npos);
+    EXPECT_EQ(time.findLimit(event(longestRecordingMs, EventKind::notice)), "");
+    EXPECT_NE(time.findLimit(event(longestRecordingMs + 1, EventKind::notice)).find("30 days"),
+              std::string::npos);
+    const ExchangeEvent large = event(5, EventKind::notice, {}, std::string(128 << 20, 'x'));
+    for (int i = 0; i < 4; ++i)
+        ASSERT_EQ(bytes.findLimit(large), "");
+    EXPECT_NE(bytes.findLimit(event(5, EventKind::notice, {}, "x")).find("512 MB"),
+              std::string::npos);
+}
+
 TEST(RecordingFile, givesEachEntryToOneEvent)
 {
     const std::string two = R"({"format":1,"started":"2026-11-18T11:06:40.123Z","redacted":false,)"
@@ -310,6 +371,24 @@ TEST(Redaction, hidesNamesInLogs)
               "Loading File #1: C:\\folder-1\\name-2.mcam\n(line left out)\n");
 }
 
+TEST(Redaction, givesAPartOneNameWithAnyExtension)
+{
+    Pseudonyms names;
+    for (const wchar_t* path : {L"C:\\Rocket.mcam", L"C:\\Rocket.CATPart", L"C:\\Rocket.x_t",
+                                L"C:\\Rocket.SLDPRT", L"C:\\Rocket.stp", L"C:\\Rocket"})
+        names.addPath(path);
+    EXPECT_EQ(names.replaceIn(L"Rocket, C:\\Rocket.CATPart"), L"name-1, C:\\name-1.CATPart");
+}
+
+TEST(Redaction, replacesTheLongestWholeName)
+{
+    Pseudonyms names;
+    for (const wchar_t* name : {L"ab", L"ab c", L"ab b", L"abc", L"ab cde"})
+        names.addText(name);
+    EXPECT_EQ(names.replaceIn(L"AB cd, ab c; abcd ab b ab"),
+              L"text-1 cd, text-2; abcd text-3 text-1");
+}
+
 TEST(FileListing, hasEachFileWithItsHash)
 {
     const testing_support::Installation installation;
@@ -355,6 +434,16 @@ TEST(Relocation, leavesOtherFolders)
     recording.folder = L"C:\\Users\\wilma\\Qua";
     EXPECT_EQ(eventOf(relocated(recording, L"D:\\ZEM"), EventKind::requestWritten).bytes,
               eventOf(recording, EventKind::requestWritten).bytes);
+}
+
+TEST(Relocation, findsTheFolderInAnyCaseAndEverywhere)
+{
+    Recording recording;
+    recording.folder = L"C:\\Quarry";
+    recording.events = {event(0, EventKind::notice, {}, "c:\\QUARRY,C:\\Quarry\\C:\\Quarry")};
+    EXPECT_EQ(relocated(recording, L"D:\\ZEM").events[0].bytes, "c:\\QUARRY,D:\\ZEM\\D:\\ZEM");
+    recording.events[0].bytes = "C:\\QUARRY\\a C:\\Quarry2 c:\\quarry";
+    EXPECT_EQ(relocated(recording, L"D:\\ZEM").events[0].bytes, "D:\\ZEM\\a C:\\Quarry2 D:\\ZEM");
 }
 
 TEST(Comparison, findsNoneInTheSameSession)

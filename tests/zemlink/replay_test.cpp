@@ -5,6 +5,7 @@
 #include "support/session_script.h"
 #include "tools/zemlink/session/recorded_text.h"
 #include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/running_recording.h"
 #include "tools/zemlink/session/zip_file.h"
 #include "zemlink/tool_run.h"
 
@@ -228,7 +229,9 @@ TEST(SupportArchive, holdsWhatASupporterAsksFor)
 {
     const Installation installation{Registry::ofTheUser};
     writeBytes(installation.path(L"sys\\companion.log"),
-               "2026-11-21 10:11:12.345 check-out file=\"C:\\Parts\\Rocket.mcam\"\n");
+               "2026-11-21 10:11:12.345 check-out file=\"C:\\Parts\\Rocket.mcam\"\n"
+               "2026-11-21 10:11:12.345 refused reason=\"the running program does not answer: "
+               "--commit \"C:\\Parts\\Secret.mcam\" --id 17\"\n");
     writeBytes(installation.path(L"sys\\working-copies.txt"),
                "17 | 17 | C:\\Parts\\Sk\xC3\xA4rm.mcam\n");
     writeBytes(installation.path(L"sys\\Rocket.mcam"), "the content of a part");
@@ -253,8 +256,10 @@ TEST(SupportArchive, holdsWhatASupporterAsksFor)
     EXPECT_NE(everything.find("Rocket.mcam"), std::string::npos);
     EXPECT_EQ(everything.find("the content of a part"), std::string::npos);
     EXPECT_NE(everything.find("Sk\xC3\xA4rm"), std::string::npos) << "doctor names it";
+    EXPECT_NE(everything.find("The commit of C:\\\\Parts\\\\Secret.mcam"), std::string::npos);
     for (const zemlink::ZipEntry& entry : archive(L"-redacted.zip", L" --redact")) {
-        EXPECT_EQ(entry.bytes.find("Rocket"), std::string::npos) << entry.name;
+        for (const char* name : {"Rocket", "Secret", "secret"})
+            EXPECT_EQ(entry.bytes.find(name), std::string::npos) << entry.name;
         EXPECT_EQ(entry.bytes.find("Sk\xC3\xA4rm"), std::string::npos) << entry.name;
         if (entry.name == "listing.json")
             EXPECT_EQ(Report::parse(entry.bytes)["files"][0]["sha256"].get<std::string>().size(),
@@ -274,4 +279,26 @@ TEST(SupportArchive, isNotWrittenOverAFile)
         runTool(installation, L"report " + quoted(installation.path(L"a.zip")));
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(readBytes(installation.path(L"a.zip")), "mine");
+    writeBytes(installation.path(L"b.zip.new"), "mine");
+    EXPECT_EQ(runTool(installation, L"report " + quoted(installation.path(L"b.zip"))).exitCode, 1u);
+    EXPECT_EQ(readBytes(installation.path(L"b.zip.new")), "mine");
+}
+
+TEST(SupportArchive, leavesOutAnUnreadableRecordingUnderWay)
+{
+    const Installation installation{Registry::ofTheUser};
+    const std::wstring recording = installation.path(L"session.zip");
+    writeBytes(recording, "being written");
+    const zemlink::RunningRecording running(recording);
+    const std::wstring report = L"report --json " + quoted(installation.path(L"a.zip"));
+    const ToolResult result = runTool(installation, report);
+    EXPECT_EQ(result.exitCode, 0u) << result.output << result.errors;
+    EXPECT_EQ(Report::parse(result.output)["recordingLeftOut"],
+              peer::toUtf8(recording) + " is not a recording: it is not a zip file");
+    EXPECT_FALSE(zemlink::parseZip(readBytes(installation.path(L"a.zip")).value_or("")).empty());
+    EXPECT_EQ(runTool(installation, L"report " + quoted(installation.path(L"b.zip")) +
+                                        L" --recording " + quoted(recording))
+                  .exitCode,
+              1u)
+        << "the user has asked for it";
 }

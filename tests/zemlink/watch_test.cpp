@@ -294,3 +294,14 @@ TEST_F(ZemlinkWatch, reportsThatNoticesNeedTheLog)
                   " does not exist; notices cannot be seen without the Companion's log.\n");
     EXPECT_EQ(runTool(installation, L"watch --count 1 --timeout 1").exitCode, 1u);
 }
+
+TEST_F(ZemlinkWatch, failsAtCtrlCBeforeItsCount)
+{
+    for (const auto& [options, exitCode] : {std::pair{L"", 0u}, {L" --count 100", 1u}}) {
+        const OwnConsole console;
+        const ToolRun run(installation, std::wstring(L"watch --json") + options);
+        ASSERT_TRUE(isWatching(run)) << run.errors();
+        console.pressCtrlC();
+        EXPECT_EQ(run.waitForExit(), exitCode) << toUtf8(options);
+    }
+}

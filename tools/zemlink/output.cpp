@@ -91,4 +91,13 @@ void printReport(const Report& report, bool isJson)
     }
 }
 
+std::optional<Outcome> findExisting(const std::wstring& path)
+{
+    for (const std::wstring& each : {path, path + L".new"})
+        if (GetFileAttributesW(each.c_str()) != INVALID_FILE_ATTRIBUTES)
+            return failure("file-exists", peer::toUtf8(each) + ": this file exists already",
+                           "Give another name; nothing is overwritten.");
+    return std::nullopt;
+}
+
 } // namespace zemlink

@@ -3,6 +3,8 @@
 
 #include "tools/zemlink/reports/report.h"
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace zemlink {
@@ -19,5 +21,9 @@ void printUsageError(std::string_view lines);
 // Prints a report as JSON or as text. An error is one line of JSON, so that it fits between the
 // lines of `listen` and `watch`; as text, its cause and what to do go to standard error.
 void printReport(const Report& report, bool isJson);
+
+// The error if the file that a command is to write, or `<path>.new`, which it writes first, exists
+// already.
+std::optional<Outcome> findExisting(const std::wstring& path);
 
 } // namespace zemlink

@@ -6,14 +6,16 @@
 #include "tools/zemlink/facts/system.h"
 #include "tools/zemlink/interruption.h"
 #include "tools/zemlink/output.h"
+
 #include "tools/zemlink/reports/status.h"
+#include "tools/zemlink/session/local_time.h"
 #include "tools/zemlink/session/observer.h"
 #include "tools/zemlink/session/recording.h"
+#include "tools/zemlink/session/recording_space.h"
 #include "tools/zemlink/session/redaction.h"
 #include "tools/zemlink/session/running_recording.h"
 
 #include <algorithm>
-#include <limits>
 #include <stdexcept>
 
 namespace zemlink {
@@ -23,7 +25,7 @@ constexpr std::int64_t writeEveryMs = 10000;
 constexpr std::int64_t writingTimes = 20;     // of the time that writing takes, the pause after it
 constexpr std::int64_t finishWithinMs = 4000; // Windows gives five seconds when a console is closed
 constexpr DWORD finishEveryMs = 200;
-constexpr std::uint64_t mostRecordedBytes = std::uint64_t{512} << 20;
+constexpr std::int64_t longestIdleMs = 60000; // its length is limited, too
 
 std::int64_t ticks()
 {
@@ -34,7 +36,7 @@ class Recorder {
 public:
     Recorder(std::wstring path, bool isRedacted, const Observer& observer,
              const std::wstring& folder)
-        : path_(std::move(path)), isRedacted_(isRedacted)
+        : path_(std::move(path)), isRedacted_(isRedacted), space_(observer.startedAt())
     {
         recording_.startedAt = observer.startedAt();
         recording_.isFinished = false;
@@ -47,14 +49,19 @@ public:
     void add(std::vector<ExchangeEvent> events)
     {
         for (ExchangeEvent& event : events) {
-            if (bytes_ + event.bytes.size() > mostRecordedBytes) {
-                isFull_ = true;
+            limit_ = space_.findLimit(event);
+            if (!limit_.empty())
                 return;
-            }
-            bytes_ += event.bytes.size();
             recording_.events.push_back(std::move(event));
             hasNews_ = true;
         }
+    }
+    // Whether a limit has been reached.
+    bool isFull()
+    {
+        if (limit_.empty())
+            limit_ = space_.findLimit(currentTime());
+        return !limit_.empty();
     }
     void writeNews()
     {
@@ -71,14 +78,14 @@ public:
                 return;
         write();
     }
-    // The time until writeNews has something to do.
+    // The time until isFull or writeNews has something to do.
     std::int64_t idleMs() const
     {
-        return hasNews_ ? std::max<std::int64_t>(0, nextWriteAt_ - ticks())
-                        : std::numeric_limits<std::int64_t>::max();
+        return hasNews_ ? std::max<std::int64_t>(0, nextWriteAt_ - ticks()) : longestIdleMs;
     }
 
-    bool isFull() const { return isFull_; }
+    // Which one, a sentence; empty when none has been reached.
+    const std::string& limit() const { return limit_; }
     size_t count() const { return recording_.events.size(); }
 
 private:
@@ -105,13 +112,13 @@ private:
     std::wstring path_;
     bool isRedacted_; // the file, not what is kept here: names that come later have to fit
     Recording recording_{};
-    std::uint64_t bytes_ = 0;
+    RecordingSpace space_;
+    std::string limit_{};
     std::int64_t nextWriteAt_ = 0;
     bool hasNews_ = false;
-    bool isFull_ = false;
 };
 
-// Until the user ends it, the time is over or there are too many bytes.
+// Until the user ends it, the time is over or a limit is reached.
 void recordEvents(Observer& observer, Recorder& recorder, const Interruption& interruption,
                   std::optional<std::int64_t> timeoutMs)
 {
@@ -125,7 +132,8 @@ void recordEvents(Observer& observer, Recorder& recorder, const Interruption& in
         recorder.add(observer.wait(left, interruption.handle()));
         recorder.writeNews();
     }
-    recorder.add(observer.wait(0));
+    if (!recorder.isFull())
+        recorder.add(observer.wait(0));
 }
 
 } // namespace
@@ -133,9 +141,8 @@ void recordEvents(Observer& observer, Recorder& recorder, const Interruption& in
 Outcome record(const Arguments& arguments)
 {
     const std::wstring path = fullPath(peer::fromUtf8(arguments.path));
-    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
-        return failure("file-exists", arguments.path + ": this file exists already",
-                       "Give another name; nothing is overwritten.");
+    if (const auto existing = findExisting(path))
+        return *existing;
     const Interruption interruption;
     const RunningRecording running(path);
     const std::wstring folder = peer::readInstallationFolder().path;
@@ -148,12 +155,12 @@ Outcome record(const Arguments& arguments)
     recordEvents(observer, recorder, interruption, arguments.timeoutMs);
     recorder.finish();
     Report report{{"file", arguments.path}, {"events", recorder.count()}};
-    if (recorder.isFull())
-        report["stopped"] = "The exchanges had more than 512 MB; what came before is recorded.";
+    if (!recorder.limit().empty())
+        report["stopped"] = recorder.limit();
     const size_t lost = observer.takeLost();
     if (lost != 0)
         report["lost"] = lost;
-    return {report, recorder.isFull() || lost != 0 ? problem : done};
+    return {report, !recorder.limit().empty() || lost != 0 ? problem : done};
 }
 
 } // namespace zemlink

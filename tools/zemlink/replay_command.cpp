@@ -5,6 +5,9 @@
 #include "peer/installation_folder.h"
 #include "peer/running_programs.h"
 #include "peer/text.h"
+#include "tools/zemlink/facts/gather_facts.h"
+#include "tools/zemlink/facts/port_facts.h"
+#include "tools/zemlink/facts/system.h"
 #include "tools/zemlink/interruption.h"
 #include "tools/zemlink/output.h"
 #include "tools/zemlink/reports/answers.h"
@@ -44,11 +47,14 @@ Outcome outcomeOf(const Arguments& arguments, const std::wstring& folder,
                   {"differences", Report::array()}};
     for (const Difference& difference : result.differences)
         report["differences"].push_back(differenceReport(difference));
+    if (result.isInterrupted)
+        report["interrupted"] = true;
     if (const std::string commits = commitsLeft(folder); !commits.empty())
         report["commitsLeft"] = commits;
     if (result.refusedStarts != 0)
         report["refusedStarts"] = result.refusedStarts;
-    return {report, result.failures.empty() && result.differences.empty() ? done : problem};
+    const bool isSame = result.failures.empty() && result.differences.empty();
+    return {report, isSame && !result.isInterrupted ? done : problem};
 }
 
 ReplayOutput outputOf(const Arguments& arguments)
@@ -85,7 +91,10 @@ Outcome replayRecording(const Arguments& arguments)
     } catch (const CompanionIsRunning& error) {
         return failure("companion-running", error.what(), "End the Companion.");
     } catch (const PortIsInUse& error) {
-        return failure("port-in-use", error.what(), "", portInUse);
+        return failure(
+            "port-in-use",
+            portTakenText(systemErrorText(error.code), portHolder(), findCompanion().isRunning), "",
+            portInUse);
     }
 }
 

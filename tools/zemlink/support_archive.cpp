@@ -4,6 +4,7 @@
 #include "peer/files.h"
 #include "peer/text.h"
 #include "tools/zemlink/facts/gather_facts.h"
+#include "tools/zemlink/output.h"
 #include "tools/zemlink/reports/problems.h"
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/session/file_listing.h"
@@ -45,7 +46,25 @@ struct Collected {
     Report status{}, problems{}, listing{};
     Logs logs{};
     std::optional<Recording> recording{};
+    std::string recordingLeftOut{}; // why; empty: it was not
 };
+
+// The one that the user names, or the one under way, which has no file until its first pause and
+// may be written at this moment.
+void addRecording(Collected& collected, const Arguments& arguments)
+{
+    if (!arguments.recording.empty()) {
+        collected.recording = readRecording(peer::fromUtf8(arguments.recording));
+        return;
+    }
+    const std::wstring path = findRunningRecording();
+    try {
+        if (peer::isFile(path))
+            collected.recording = readRecording(path);
+    } catch (const std::runtime_error& error) {
+        collected.recordingLeftOut = error.what();
+    }
+}
 
 Collected collect(const Arguments& arguments)
 {
@@ -53,11 +72,7 @@ Collected collect(const Arguments& arguments)
     Collected collected{facts, statusReport(facts), doctorOutcome(facts, true).report,
                         listingReport(describeFiles(facts.folder.path)),
                         readLogs(facts.folder.path)};
-    const std::wstring recording =
-        arguments.recording.empty() ? findRunningRecording() : peer::fromUtf8(arguments.recording);
-    // A recording under way has no file until its first pause.
-    if (!arguments.recording.empty() || peer::isFile(recording))
-        collected.recording = readRecording(recording);
+    addRecording(collected, arguments);
     return collected;
 }
 
@@ -84,6 +99,10 @@ void addNamesOf(Pseudonyms& names, const Facts& facts)
     names.addPath(facts.port.program);
     for (const peer::LoggedLoad& load : facts.loads)
         names.addPath(peer::fromAnsi(load.file));
+    for (const SentRequest& request : facts.sentRequests)
+        names.addPath(peer::fromUtf8(request.file));
+    for (const RefusedCommit& commit : facts.refusedCommits)
+        names.addPath(peer::fromUtf8(commit.file));
 }
 
 // The status shows the settings in force, so that the file, whose lines may hold anything, is left
@@ -129,18 +148,19 @@ std::vector<ZipEntry> entriesOf(const Collected& collected)
 Outcome writeSupportArchive(const Arguments& arguments)
 {
     const std::wstring path = peer::fromUtf8(arguments.path);
-    if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES)
-        return failure("file-exists", arguments.path + ": this file exists already",
-                       "Give another name; nothing is overwritten.");
+    if (const auto existing = findExisting(path))
+        return *existing;
     Collected collected = collect(arguments);
     if (arguments.isRedacted)
         redact(collected);
     const std::vector<ZipEntry> entries = entriesOf(collected);
-    if (!peer::replaceFile(path, formatZip(entries)))
+    if (!peer::createFile(path, formatZip(entries)))
         return failure("file-not-written", arguments.path + " cannot be written");
     Report report{{"report", arguments.path}, {"redacted", arguments.isRedacted}};
     for (const ZipEntry& entry : entries)
         report["entries"].push_back(Report{{"name", entry.name}, {"bytes", entry.bytes.size()}});
+    if (!collected.recordingLeftOut.empty())
+        report["recordingLeftOut"] = collected.recordingLeftOut;
     return {report};
 }
 

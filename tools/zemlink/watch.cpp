@@ -116,11 +116,11 @@ Outcome watch(const Arguments& arguments)
         const std::int64_t left =
             arguments.timeoutMs.value_or(std::numeric_limits<std::int64_t>::max()) - passed;
         if (left <= 0)
-            return {Report(), arguments.count ? problem : done};
+            break;
         printer.show(observer.wait(left, interruption.handle()), Origin::now);
         printer.showLost(observer.takeLost());
     }
-    return {};
+    return {Report(), arguments.count && !printer.isEnough() ? problem : done};
 }
 
 } // namespace zemlink

@@ -4,8 +4,6 @@
 #include "peer/wire_constants.h"
 #include "tools/zemlink/session/local_time.h"
 
-#include <string>
-
 namespace zemlink {
 namespace {
 
@@ -22,7 +20,7 @@ CompanionRole::CompanionRole() : semaphore_(peer::claimInstance())
     if (!semaphore_)
         throw CompanionIsRunning("the Companion is running; end it first, zemlink takes its place");
     if (const int error = peer::openNoticePort(listener_))
-        throw PortIsInUse("port 4559 cannot be opened (error " + std::to_string(error) + ")");
+        throw PortIsInUse(error);
     // Hosts look for a top-level window with the property; it is never shown.
     window_ = CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", peer::productName, WS_POPUP, 0, 0, 0, 0,
                               nullptr, nullptr, nullptr, nullptr);

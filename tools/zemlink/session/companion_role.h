@@ -6,6 +6,7 @@
 #include "peer/notice_port.h"
 #include "tools/zemlink/session/exchange_event.h"
 
+#include <cstdint>
 #include <stdexcept>
 #include <vector>
 
@@ -15,7 +16,11 @@ struct CompanionIsRunning : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 struct PortIsInUse : std::runtime_error {
-    using std::runtime_error::runtime_error;
+    explicit PortIsInUse(int error)
+        : std::runtime_error("port 4559 cannot be opened"), code(static_cast<std::uint32_t>(error))
+    {
+    }
+    std::uint32_t code; // the system's
 };
 
 // For one thread.

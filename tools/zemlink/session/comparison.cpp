@@ -22,21 +22,22 @@ bool isDigit(char c)
 }
 
 // Replaces the number after each occurrence of the word by `*`.
-std::string withoutNumberAfter(std::string text, std::string_view word)
+std::string withoutNumberAfter(const std::string& text, std::string_view word)
 {
-    for (size_t at = text.find(word); at != text.npos; at = text.find(word, at)) {
-        at += word.size();
-        const size_t end = std::min(text.find_first_not_of("0123456789", at), text.size());
-        text.replace(at, end - at, "*");
+    std::string changed;
+    size_t done = 0;
+    for (size_t at = text.find(word); at != text.npos; at = text.find(word, done)) {
+        changed.append(text, done, at + word.size() - done) += '*';
+        done = std::min(text.find_first_not_of("0123456789", at + word.size()), text.size());
     }
-    return text;
+    return changed.append(text, done);
 }
 
 std::string withoutRunNumbers(std::string text)
 {
     for (const std::wstring_view start :
          {peer::commandFileStart, peer::commitFileStart, peer::ncQueueStart})
-        text = withoutNumberAfter(std::move(text), peer::toUtf8(start));
+        text = withoutNumberAfter(text, peer::toUtf8(start));
     return text;
 }
 

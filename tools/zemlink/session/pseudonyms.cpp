@@ -58,14 +58,20 @@ bool isExchangeFile(std::wstring_view name)
     });
 }
 
-// The extensions of the files that the programs exchange; anything else after a dot may be part of
-// a name.
+// The extensions of the files that the programs exchange and of usual CAD files, so that a part has
+// one name with and without it; anything else after a dot may be part of a name.
 bool isKnownExtension(std::wstring_view extension)
 {
     constexpr std::wstring_view extensions[] = {
-        L".mcam", L".mcam-mmd", L".mcam-lmd", L".mcx", L".nc",    L".nci",
-        L".txt",  L".xml",      L".bmp",      L".dat", L".log",   L".ini",
-        L".tmp",  L".exe",      L".dll",      L".zip", L".taken", L".closed"};
+        L".mcam",    L".mcam-mmd",   L".mcam-lmd",   L".mcx", L".nc",      L".nci",
+        L".txt",     L".xml",        L".bmp",        L".dat", L".log",     L".ini",
+        L".tmp",     L".exe",        L".dll",        L".zip", L".taken",   L".closed",
+        L".catpart", L".catproduct", L".catdrawing", L".cgr", L".step",    L".stp",
+        L".iges",    L".igs",        L".x_t",        L".x_b", L".xmt_txt", L".xmt_bin",
+        L".sldprt",  L".sldasm",     L".slddrw",     L".ipt", L".iam",     L".idw",
+        L".prt",     L".asm",        L".par",        L".psm", L".sat",     L".sab",
+        L".dxf",     L".dwg",        L".stl",        L".jt",  L".3dm",     L".3mf",
+        L".vda",     L".obj"};
     return std::ranges::find(extensions, lowered(extension)) != std::end(extensions);
 }
 
@@ -96,16 +102,11 @@ bool isOwnKey(const std::string& key)
     return std::ranges::find(keys, key) != std::end(keys);
 }
 
-// Where the name that stands at the start of the text ends; 0 when it does not stand there as a
-// whole.
-size_t endOfName(std::wstring_view lowerText, size_t at, const std::wstring& name)
+// Whether the name at this position does not go on as a longer word.
+bool isWhole(std::wstring_view lowerText, size_t at, const std::wstring& name)
 {
-    if (lowerText.substr(at, name.size()) != name)
-        return 0;
     const size_t end = at + name.size();
-    const bool isWhole =
-        end == lowerText.size() || !isWordUnit(lowerText[end]) || !isWordUnit(name.back());
-    return isWhole ? end : 0;
+    return end == lowerText.size() || !isWordUnit(lowerText[end]) || !isWordUnit(name.back());
 }
 
 } // namespace
@@ -115,7 +116,7 @@ void Pseudonyms::addName(std::wstring_view name, const wchar_t* what)
     const std::wstring key = lowered(name);
     if (key.empty() || isOwnName(key) || isNumber(key) || isDrive(key) || isExchangeFile(key))
         return;
-    if (names_[key.front()].try_emplace(key, what + std::to_wstring(count_ + 1)).second)
+    if (names_.try_emplace(key, what + std::to_wstring(count_ + 1)).second)
         ++count_;
 }
 
@@ -152,18 +153,34 @@ void Pseudonyms::addReport(const Report& report)
     }
 }
 
+// The last name that is not greater than the text is either a prefix of it, and then the longest
+// one, or longer prefixes than what both have in common do not exist. So few names are compared,
+// however many there are.
+Pseudonyms::Names::const_iterator Pseudonyms::findLongest(std::wstring_view lowerText,
+                                                          size_t at) const
+{
+    for (std::wstring_view rest = lowerText.substr(at); !rest.empty();) {
+        const auto next = names_.upper_bound(rest);
+        if (next == names_.begin())
+            break;
+        const auto found = std::prev(next);
+        const std::wstring& name = found->first;
+        const auto end = std::ranges::mismatch(name, rest).in1;
+        if (end == name.end() && isWhole(lowerText, at, name))
+            return found;
+        rest = rest.substr(0, std::min(static_cast<size_t>(end - name.begin()), name.size() - 1));
+    }
+    return names_.end();
+}
+
 std::wstring Pseudonyms::replaceIn(std::wstring_view text) const
 {
     const std::wstring lower = lowered(text);
-    const Names none;
     std::wstring replaced;
     for (size_t at = 0; at < text.size();) {
         const bool isStart = at == 0 || !isWordUnit(text[at - 1]) || !isWordUnit(text[at]);
-        const auto candidates = names_.find(lower[at]);
-        const Names& names = isStart && candidates != names_.end() ? candidates->second : none;
-        const auto found = std::ranges::find_if(
-            names, [&](const auto& name) { return endOfName(lower, at, name.first) != 0; });
-        if (found == names.end()) {
+        const auto found = isStart ? findLongest(lower, at) : names_.end();
+        if (found == names_.end()) {
             replaced += text[at++];
         } else {
             replaced += found->second;

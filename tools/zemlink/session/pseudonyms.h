@@ -3,6 +3,7 @@
 
 #include "tools/zemlink/reports/report.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -25,17 +26,12 @@ public:
     Report replaceInReport(const Report& report) const;
 
 private:
-    struct LongestFirst {
-        bool operator()(const std::wstring& a, const std::wstring& b) const
-        {
-            return a.size() != b.size() ? a.size() > b.size() : a < b;
-        }
-    };
-    using Names = std::map<std::wstring, std::wstring, LongestFirst>;
+    using Names = std::map<std::wstring, std::wstring, std::less<>>;
 
     void addName(std::wstring_view name, const wchar_t* what);
+    Names::const_iterator findLongest(std::wstring_view lowerText, size_t at) const;
 
-    std::map<wchar_t, Names> names_{}; // in lower case, by their first character
+    Names names_{}; // in lower case
     size_t count_ = 0;
 };
 

@@ -1,11 +1,12 @@
 #include "tools/zemlink/session/recorded_text.h"
 
 #include "peer/commit_record.h"
-#include "peer/lines.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace zemlink {
 namespace {
@@ -71,22 +72,49 @@ std::string changeUtf16(std::string_view bytes, const TextChange& change)
     return result + std::string(bytes.substr(text.size() * sizeof(wchar_t)));
 }
 
-bool isFolderAt(std::wstring_view text, const std::wstring& folder)
+// The case of the letters A to Z.
+std::wstring withoutCase(std::wstring_view text)
 {
-    return peer::isSameIgnoringCase(text.substr(0, folder.size()), folder) &&
-           (text.size() == folder.size() || text[folder.size()] == L'\\');
+    std::wstring same(text);
+    for (wchar_t& unit : same)
+        unit = unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit - L'A' + L'a') : unit;
+    return same;
 }
 
-std::wstring withFolder(std::wstring_view text, const std::wstring& from, const std::wstring& to)
-{
-    std::wstring changed;
-    while (!text.empty()) {
-        const bool isFolder = isFolderAt(text, from);
-        changed += isFolder ? to : std::wstring(1, text.front());
-        text.remove_prefix(isFolder ? from.size() : 1);
+// Replaces a folder where it is a whole path or the start of one. Takes a time in proportion to the
+// text, whatever both hold.
+class FolderChange {
+public:
+    FolderChange(const std::wstring& from, std::wstring to)
+        : start_(withoutCase(from) + L'\\'),
+          to_(std::move(to)),
+          searcher_(start_.begin(), start_.end())
+    {
     }
-    return changed;
-}
+
+    FolderChange(const FolderChange&) = delete; // the searcher refers to the text
+    FolderChange& operator=(const FolderChange&) = delete;
+
+    std::wstring operator()(std::wstring_view text) const
+    {
+        const std::wstring same = withoutCase(text) + L'\\'; // also after a folder at the end
+        std::wstring changed;
+        size_t done = 0;
+        for (;;) {
+            const auto rest = same.begin() + static_cast<std::ptrdiff_t>(done);
+            const auto found = std::search(rest, same.end(), searcher_);
+            if (found == same.end())
+                return changed.append(text.substr(done));
+            const auto at = static_cast<size_t>(found - same.begin());
+            changed.append(text.substr(done, at - done)).append(to_);
+            done = at + start_.size() - 1;
+        }
+    }
+
+private:
+    std::wstring start_, to_;
+    std::boyer_moore_searcher<std::wstring::const_iterator> searcher_;
+};
 
 } // namespace
 
@@ -124,9 +152,9 @@ void changeTexts(ExchangeEvent& event, const TextChange& change)
 
 Recording relocated(Recording recording, const std::wstring& folder)
 {
-    const std::wstring from = recording.folder;
+    const FolderChange change(recording.folder, folder);
     for (ExchangeEvent& event : recording.events)
-        changeTexts(event, [&](std::wstring_view text) { return withFolder(text, from, folder); });
+        changeTexts(event, std::cref(change));
     recording.folder = folder;
     return recording;
 }

@@ -5,6 +5,7 @@
 #include "peer/text.h"
 #include "tools/zemlink/session/event_report.h"
 #include "tools/zemlink/session/local_time.h"
+#include "tools/zemlink/session/recording_space.h"
 #include "tools/zemlink/session/zip_file.h"
 
 #include <algorithm>
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int format = 1;
 constexpr const char* indexName = "index.json";
+constexpr const char* meaningKey = "meaning";
 
 // ---- Writing ------------------------------------------------------------------------------------
 
@@ -40,11 +42,24 @@ Report indexedEvent(const ExchangeEvent& event, std::int64_t startedAt, const st
     return report;
 }
 
+// A large index has no meanings, so that it can be read.
+std::string indexText(Report index)
+{
+    std::string text = jsonText(index, JsonLayout::indented);
+    if (text.size() <= mostIndexBytes)
+        return text;
+    for (Report& event : index["events"])
+        event.erase(meaningKey);
+    return jsonText(index, JsonLayout::oneLine);
+}
+
 // ---- Reading ------------------------------------------------------------------------------------
 
-constexpr int deepestIndex = 32; // nested values; a report has fewer
-constexpr std::int64_t longestRecordingMs = std::int64_t{30} * 24 * 60 * 60 * 1000;
+constexpr int deepestIndex = 32;                     // nested values; a report has fewer
+constexpr size_t mostIndexValues = size_t{16} << 20; // an index of the largest size has fewer
+constexpr size_t longestPath = 32767;
 constexpr const char* isDamaged = "its index is damaged";
+constexpr const char* isTooLarge = "its index is too large";
 
 using Entries = std::map<std::string, std::string>;
 
@@ -67,15 +82,29 @@ std::string takeBytes(Entries& entries, const std::string& name)
     return bytes;
 }
 
-Report parseIndex(const std::string& text)
+// In memory an index takes many times its size, so the number and the depth of its values are
+// limited. Tested apart from the parsing: with a callback it would look at all the events before
+// for each event.
+void checkIndex(std::string_view text)
 {
-    return Report::parse(
-        text,
-        [](int depth, Report::parse_event_t, Report&) {
-            if (depth > deepestIndex)
-                throw std::runtime_error(isDamaged);
-            return true;
-        });
+    if (text.size() > mostIndexBytes)
+        throw std::runtime_error(isTooLarge);
+    int depth = 0;
+    size_t values = 0;
+    bool isInString = false;
+    for (size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        isInString = isInString != (c == '"');
+        at += isInString && c == '\\' ? 1 : 0;
+        if (isInString)
+            continue;
+        depth += c == '{' || c == '[' ? 1 : c == '}' || c == ']' ? -1 : 0;
+        values += c == '{' || c == '[' || c == ',' ? 1 : 0;
+        if (depth > deepestIndex)
+            throw std::runtime_error(isDamaged);
+    }
+    if (values > mostIndexValues)
+        throw std::runtime_error(isTooLarge);
 }
 
 std::int64_t timeOfEvent(const Report& report)
@@ -108,13 +137,16 @@ Recording recordingOf(const Report& index, Entries& entries)
     const auto startedAt = parseUniversalTime(index.at("started").get<std::string>());
     Recording recording;
     recording.folder = peer::fromUtf8(index.at("folder").get<std::string>());
-    if (!startedAt || recording.folder.empty())
+    if (!startedAt || recording.folder.empty() || recording.folder.size() > longestPath)
         throw std::runtime_error(isDamaged);
     recording.startedAt = *startedAt;
     recording.isRedacted = index.at("redacted").get<bool>();
     recording.isFinished = index.at("finished").get<bool>();
     recording.status = index.at("status");
-    for (const Report& each : index.at("events"))
+    const Report& events = index.at("events");
+    if (events.size() > mostRecordedEvents)
+        throw std::runtime_error("it has too many events");
+    for (const Report& each : events)
         recording.events.push_back(eventOf(each, *startedAt, entries));
     return recording;
 }
@@ -138,7 +170,7 @@ std::string formatRecording(const Recording& recording)
         if (!name.empty())
             entries.push_back({name, event.bytes});
     }
-    entries.front() = {indexName, jsonText(index, JsonLayout::indented)};
+    entries.front() = {indexName, indexText(std::move(index))};
     return formatZip(entries);
 }
 
@@ -146,7 +178,9 @@ Recording parseRecording(std::string_view bytes)
 {
     Entries entries = entriesOf(bytes);
     try {
-        return recordingOf(parseIndex(takeBytes(entries, indexName)), entries);
+        const std::string index = takeBytes(entries, indexName);
+        checkIndex(index);
+        return recordingOf(Report::parse(index), entries);
     } catch (const Report::exception&) {
         throw std::runtime_error(isDamaged);
     }

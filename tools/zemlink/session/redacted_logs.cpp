@@ -5,8 +5,6 @@
 #include "peer/lines.h"
 #include "peer/text.h"
 
-#include <algorithm>
-
 namespace zemlink {
 namespace {
 
@@ -57,8 +55,11 @@ std::string redactedLoadLog(const Pseudonyms& names, std::string_view bytes)
     const std::vector<size_t> bad = peer::parseDebugLog(bytes).badLines;
     std::string text;
     size_t number = 0;
+    auto nextBad = bad.begin(); // in order
     for (const std::string_view line : peer::fileLines(bytes)) {
-        const bool isBad = std::ranges::find(bad, ++number) != bad.end();
+        ++number;
+        const bool isBad = nextBad != bad.end() && *nextBad == number;
+        nextBad += isBad ? 1 : 0;
         text += isBad ? leftOut : peer::toUtf8(names.replaceIn(peer::fromAnsi(line))) + '\n';
     }
     return text;

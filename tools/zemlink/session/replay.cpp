@@ -3,15 +3,12 @@
 #include "peer/delivery.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
-#include "peer/running_programs.h"
-#include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/session/companion_role.h"
-#include "tools/zemlink/session/local_time.h"
+#include "tools/zemlink/session/host_pairs.h"
 #include "tools/zemlink/session/observer.h"
 #include "tools/zemlink/session/sent_requests.h"
 
-#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
@@ -27,39 +24,6 @@ std::int64_t millisecondsSince(Clock::time_point start)
     return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count();
 }
 
-// Two lists of processes, paired by their places.
-class HostPairs {
-public:
-    HostPairs(const Recording& recording, std::vector<std::uint32_t> hosts)
-        : running_(std::move(hosts)), areGiven_(!running_.empty())
-    {
-        for (const ExchangeEvent& event : recording.events)
-            if (event.kind == EventKind::requestWritten || event.kind == EventKind::hostStarted)
-                addNew(recorded_, event.process);
-    }
-
-    // The running process in place of the recorded one; empty while there is none.
-    std::optional<std::uint32_t> standInFor(std::uint32_t recorded)
-    {
-        if (!areGiven_)
-            for (const peer::Host& host : peer::findHosts())
-                addNew(running_, host.process);
-        const auto found = std::find(recorded_.begin(), recorded_.end(), recorded);
-        const auto place = static_cast<size_t>(found - recorded_.begin());
-        return place < running_.size() ? std::optional(running_[place]) : std::nullopt;
-    }
-
-private:
-    static void addNew(std::vector<std::uint32_t>& processes, std::uint32_t process)
-    {
-        if (std::find(processes.begin(), processes.end(), process) == processes.end())
-            processes.push_back(process);
-    }
-
-    std::vector<std::uint32_t> recorded_{}, running_;
-    bool areGiven_;
-};
-
 class Replay {
 public:
     Replay(const Recording& recording, const std::wstring& folder, const ReplayOptions& options,
@@ -68,7 +32,8 @@ public:
           folder_(folder),
           options_(options),
           output_(output),
-          hosts_(recording, options.hosts),
+          hosts_(recording.events, options.hosts),
+          events_(eventsToPlay()),
           observer_(folder)
     {
     }
@@ -76,15 +41,21 @@ public:
     ReplayResult run()
     {
         output_.showReady();
+        size_t passed = 0;
         for (const ExchangeEvent& event : events_) {
-            if (isStopped())
-                break;
             if (canCarryOut(event))
                 carryOutInTurn(event);
+            if (isStopped())
+                break;
             passed_ += isCompared(event.kind);
+            ++passed;
         }
+        events_.resize(passed);
         waitUntil([&] { return isCaughtUp(); }, options_.patienceMs);
         waitUntil([] { return false; }, lastLookMs);
+        result_.isInterrupted = isStopped();
+        if (result_.isInterrupted)
+            look(); // what has happened up to now
         result_.compared = passed_;
         result_.differences = compareExchanges(events_, seen_);
         result_.refusedStarts = role_.refusedStarts();
@@ -93,11 +64,13 @@ public:
 
 private:
     // What was there when the recording started is not repeated.
-    static std::vector<ExchangeEvent> laterEvents(const Recording& recording)
+    std::vector<ExchangeEvent> eventsToPlay() const
     {
-        std::vector<ExchangeEvent> events = recording.events;
-        std::erase_if(events,
-                      [&](const ExchangeEvent& event) { return event.at <= recording.startedAt; });
+        std::vector<ExchangeEvent> events = recording_.events;
+        findHostsOfSettings(events);
+        std::erase_if(events, [&](const ExchangeEvent& event) {
+            return event.at <= recording_.startedAt || !hosts_.isPlayed(event);
+        });
         return events;
     }
 
@@ -126,7 +99,7 @@ private:
         waitUntil([&] { return isCaughtUp(); }, options_.patienceMs);
         if (waitUntil([&] { return carryOut(event); }, options_.patienceMs))
             ++result_.carriedOut;
-        else
+        else if (!isStopped())
             result_.failures.push_back(std::string(eventWord(event.kind)) + ": " + cause_);
     }
 
@@ -141,9 +114,20 @@ private:
     bool writeMachineSettings(const ExchangeEvent& event)
     {
         const auto id = peer::requestOfMachineSettings(peer::fileNameOf(event.file));
-        cause_ =
-            id ? "the file cannot be written" : "the recorded file is not one of machine settings";
-        return id && peer::replaceFile(peer::machineSettingsPath(folder_, *id), event.bytes);
+        if (!id)
+            cause_ = "the recorded file is not one of machine settings";
+        if (!id || !findHost(event))
+            return false;
+        cause_ = "the file cannot be written";
+        return peer::replaceFile(peer::machineSettingsPath(folder_, *id), event.bytes);
+    }
+
+    std::optional<std::uint32_t> findHost(const ExchangeEvent& event)
+    {
+        const auto host = hosts_.findStandIn(event);
+        if (!host)
+            cause_ = "no host is running for the recorded process " + std::to_string(event.process);
+        return host;
     }
 
     bool sendRequest(const ExchangeEvent& event)
@@ -152,11 +136,9 @@ private:
             cause_ = event.bytes.empty() ? "its content was not recorded" : "it is too long";
             return false;
         }
-        const auto host = hosts_.standInFor(event.process);
-        if (!host) {
-            cause_ = "no host is running for the recorded process " + std::to_string(event.process);
+        const auto host = findHost(event);
+        if (!host)
             return false;
-        }
         cause_ =
             "the command file of process " + std::to_string(*host) + " is missing or not empty";
         if (!peer::writeRequest(peer::commandFilePath(folder_, *host), event.bytes))
@@ -165,17 +147,19 @@ private:
         return true;
     }
 
-    // Looks at what the hosts do until the condition holds; false when it never did.
+    // Looks at what the hosts do until the condition holds; false when it did not in time. Does not
+    // even try once it is stopped, because the condition may be that something has been sent.
     template <class Condition>
     bool waitUntil(const Condition& condition, std::int64_t boundMs)
     {
         const Clock::time_point start = Clock::now();
-        while (!condition()) {
-            if (millisecondsSince(start) >= boundMs || isStopped())
-                return false;
-            look();
+        for (; !isStopped(); look()) {
+            if (condition())
+                return true;
+            if (millisecondsSince(start) >= boundMs)
+                break;
         }
-        return true;
+        return false;
     }
 
     void look()
@@ -185,6 +169,7 @@ private:
         sent_.complete(events);
         for (ExchangeEvent& notice : role_.receive())
             events.push_back(std::move(notice));
+        std::erase_if(events, [&](const ExchangeEvent& event) { return !hosts_.isPlaying(event); });
         for (ExchangeEvent& event : events) {
             output_.show(event);
             if (isCompared(event.kind))
@@ -193,12 +178,12 @@ private:
     }
 
     const Recording& recording_;
-    const std::vector<ExchangeEvent> events_ = laterEvents(recording_);
     const std::wstring folder_;
     const ReplayOptions& options_;
     const ReplayOutput& output_;
     const Clock::time_point start_ = Clock::now();
     HostPairs hosts_;
+    std::vector<ExchangeEvent> events_; // of the recording
     CompanionRole role_;
     Observer observer_;
     SentRequests sent_{};

@@ -14,14 +14,15 @@ namespace zemlink {
 
 struct ReplayOptions {
     bool isAtOnce = false; // else at the recorded pace
-    // The hosts that stand for the recorded ones, in the recorded order; empty: those that are
-    // running and those that start.
+    // The hosts that stand for the first recorded ones, which are the only ones that are played;
+    // empty: those that are running and those that start, for all.
     std::vector<std::uint32_t> hosts{};
     std::int64_t patienceMs = 30000; // for each thing that a host was recorded doing
     HANDLE stop = nullptr;           // ends the replay when it is signalled
 };
 
 struct ReplayResult {
+    bool isInterrupted = false;
     size_t carriedOut = 0;               // of the Companion's exchanges
     std::vector<std::string> failures{}; // of those that were not, why
     size_t compared = 0;                 // of the hosts' recorded exchanges
@@ -39,7 +40,8 @@ void checkReplayable(const Recording& recording);
 
 // Writes the recorded machine settings and requests, each once the hosts have done what they did
 // before it in the recording, or the patience is over. Passes each event to `show` as it happens.
-// Throws CompanionRole's errors.
+// Once it is stopped, it writes nothing more and compares only what it has come to. Throws
+// CompanionRole's errors.
 ReplayResult replay(const Recording& recording, const std::wstring& folder,
                     const ReplayOptions& options, const ReplayOutput& output);
 
