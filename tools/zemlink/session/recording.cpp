@@ -55,8 +55,8 @@ std::string indexText(Report index)
 
 // ---- Reading ------------------------------------------------------------------------------------
 
-constexpr int deepestIndex = 32;                     // nested values; a report has fewer
-constexpr size_t mostIndexValues = size_t{16} << 20; // an index of the largest size has fewer
+constexpr int deepestIndex = 32;                    // nested values; a report has fewer
+constexpr size_t mostIndexValues = size_t{2} << 20; // an index of the largest size has fewer
 constexpr size_t longestPath = 32767;
 constexpr const char* isDamaged = "its index is damaged";
 constexpr const char* isTooLarge = "its index is too large";

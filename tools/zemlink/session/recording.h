@@ -10,7 +10,7 @@
 //
 // `at` is in milliseconds since the start. `status` is what `zemlink status --json` shows at the
 // start, and `meaning` what `zemlink decode --json` shows of the bytes; the latter is for people
-// and is not read back. An index of more than 128 MB has no meanings.
+// and is not read back. An index of more than 16 MB has no meanings.
 #pragma once
 
 #include "tools/zemlink/reports/report.h"

@@ -5,7 +5,7 @@ namespace zemlink {
 std::string RecordingSpace::findLimit(const ExchangeEvent& event)
 {
     if (events_ == mostRecordedEvents)
-        return "There were more than 200,000 events; what came before is recorded.";
+        return "There were more than 20,000 events; what came before is recorded.";
     if (bytes_ + event.bytes.size() > mostRecordedBytes)
         return "The exchanges had more than 512 MB; what came before is recorded.";
     ++events_;

@@ -9,12 +9,12 @@
 
 namespace zemlink {
 
-inline constexpr size_t mostRecordedEvents = 200'000;
+inline constexpr size_t mostRecordedEvents = 20'000;
 inline constexpr std::uint64_t mostRecordedBytes = std::uint64_t{512} << 20;
 inline constexpr std::int64_t longestRecordingMs = std::int64_t{30} * 24 * 60 * 60 * 1000;
 
 // Of its index, with events as above that name no path of more than 260 characters.
-inline constexpr size_t mostIndexBytes = size_t{128} << 20;
+inline constexpr size_t mostIndexBytes = size_t{16} << 20;
 
 // For one recording.
 class RecordingSpace {
