@@ -31,10 +31,13 @@ std::wstring ownRegistryKey()
     return L"Software\\torvapdm tests\\" + std::to_wstring(GetCurrentProcessId());
 }
 
+// Another one each time: a program's console inherits its output files and may keep them open for a
+// moment after it, so that a new file of the same name would be removed with the old one.
 std::wstring freshFolder()
 {
+    static int number = 0;
     return (std::filesystem::temp_directory_path() /
-            (L"zem " + std::to_wstring(GetCurrentProcessId())))
+            (L"zem " + std::to_wstring(GetCurrentProcessId()) + L'.' + std::to_wstring(++number)))
         .wstring();
 }
 
