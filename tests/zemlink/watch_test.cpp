@@ -293,6 +293,18 @@ TEST_F(ZemlinkWatch, reportsThatNoticesNeedTheLog)
                   "\nremark: " + toUtf8(installation.path(L"sys\\companion.log")) +
                   " does not exist; notices cannot be seen without the Companion's log.\n");
     EXPECT_EQ(runTool(installation, L"watch --count 1 --timeout 1").exitCode, 1u);
+    CompanionDouble companion;
+    companion.showWindow();
+    writeBytes(installation.path(L"sys\\companion.log"),
+               "2026-11-21 10:11:12.345 started folder=\"C:\\ZEM\" pid=1\n");
+    const std::string output = runTool(installation, L"watch --timeout 1").output;
+    EXPECT_NE(output.find(" is not the running Companion's; notices cannot be seen"),
+              std::string::npos)
+        << output;
+    writeBytes(installation.path(L"sys\\companion.log"),
+               "2026-11-21 10:11:12.345 started folder=\"C:\\ZEM\" pid=" +
+                   std::to_string(GetCurrentProcessId()) + "\n");
+    EXPECT_EQ(runTool(installation, L"watch --timeout 1").output.find("remark"), std::string::npos);
 }
 
 TEST_F(ZemlinkWatch, failsAtCtrlCBeforeItsCount)

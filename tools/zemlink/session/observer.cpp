@@ -2,8 +2,10 @@
 
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
+#include "peer/running_programs.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "tools/zemlink/reports/companion_history.h"
 #include "tools/zemlink/session/exchange_look.h"
 #include "tools/zemlink/session/file_look.h"
 #include "tools/zemlink/session/local_time.h"
@@ -15,11 +17,26 @@ namespace zemlink {
 namespace {
 
 constexpr size_t mostWaitingBytes = size_t{64} << 20;
-constexpr DWORD betweenLooksMs = 5; // other programs may change files all the time
+constexpr std::uint32_t mostLogBytes = 64 << 20; // the latest, of a longer log
+constexpr DWORD betweenLooksMs = 5;              // other programs may change files all the time
 
 peer::OwnHandle makeEvent(bool isManual)
 {
     return peer::OwnHandle(CreateEventW(nullptr, isManual, FALSE, nullptr));
+}
+
+// Why notices cannot be seen; empty when they can, as far as is known.
+std::string findLimitOfNotices(const std::wstring& folder)
+{
+    const std::string path = peer::toUtf8(peer::logPath(folder));
+    const auto log = peer::readEnd(peer::logPath(folder), mostLogBytes);
+    if (!log)
+        return path + " does not exist; notices cannot be seen without the Companion's log.";
+    const HWND companion = peer::findInstanceWindow();
+    const bool isItsLog = !companion || hasPort(eventsIn(*log), peer::processOf(companion));
+    return isItsLog ? ""
+                    : path + " is not the running Companion's; notices cannot be seen without its "
+                             "log.";
 }
 
 std::vector<std::string> findLimits(const std::wstring& folder)
@@ -29,10 +46,8 @@ std::vector<std::string> findLimits(const std::wstring& folder)
         if (!isFolder(folder + below))
             limits.push_back(peer::toUtf8(folder + below) +
                              " does not exist; it is watched once it does.");
-    if (!peer::isFile(peer::logPath(folder))) {
-        limits.push_back(peer::toUtf8(peer::logPath(folder)) +
-                         " does not exist; notices cannot be seen without the Companion's log.");
-    }
+    if (std::string limit = findLimitOfNotices(folder); !limit.empty())
+        limits.push_back(std::move(limit));
     return limits;
 }
 
