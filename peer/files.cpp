@@ -53,7 +53,9 @@ std::optional<std::string> readFrom(const OwnHandle& file, std::uint64_t offset,
     place.Offset = static_cast<DWORD>(offset);
     place.OffsetHigh = static_cast<DWORD>(offset >> 32);
     DWORD read = 0;
-    if (count != 0 && !ReadFile(file.get(), bytes.data(), count, &read, &place))
+    // Emptied meanwhile, it ends before this place.
+    if (count != 0 && !ReadFile(file.get(), bytes.data(), count, &read, &place) &&
+        GetLastError() != ERROR_HANDLE_EOF)
         return std::nullopt;
     bytes.resize(read);
     return bytes;
@@ -94,10 +96,10 @@ bool writeFile(const std::wstring& path, std::string_view bytes)
 bool createFile(const std::wstring& path, std::string_view bytes)
 {
     const std::wstring newFile = path + L".new";
-    if (GetFileAttributesW(newFile.c_str()) != INVALID_FILE_ATTRIBUTES)
+    if (!writeWhole(newFile, GENERIC_WRITE, CREATE_NEW, "")) // another program's is not touched
         return false;
     const bool isCreated =
-        writeWhole(newFile, GENERIC_WRITE, CREATE_NEW, bytes, FILE_FLAG_WRITE_THROUGH) &&
+        writeWhole(newFile, GENERIC_WRITE, CREATE_ALWAYS, bytes, FILE_FLAG_WRITE_THROUGH) &&
         moveOver(newFile, path, 0);
     if (!isCreated)
         DeleteFileW(newFile.c_str());

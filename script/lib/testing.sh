@@ -39,7 +39,7 @@ hold_desktop() {
 end_desktops() {
     local file
     for file in "$DESKTOPS"/*; do
-        (source "$file" && [ -z "$process" ] || kill "$process")
+        (source "$file" && [ -z "$process" ] || kill "$process" 2>/dev/null) || true
     done
     wait
 }
@@ -123,8 +123,8 @@ test_inside() {
         end_desktops
         return $status
         ;;
-    '') run_tests "${ALL_TESTS[@]}" ;;
-    *) run_tests --tests-regex "$1" ;;
+    '') run_tests "${ALL_TESTS[@]}" --parallel 1 ;;
+    *) run_tests --tests-regex "$1" --parallel 1 ;;
     esac
 }
 

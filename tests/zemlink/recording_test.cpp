@@ -225,7 +225,7 @@ TEST(RecordingFile, refusesAnythingElse)
 
 TEST(RecordingFile, refusesTooLargeAnIndex)
 {
-    constexpr size_t mostBytes = 16 << 20;
+    constexpr size_t mostBytes = 64 << 20;
     EXPECT_EQ(causeOf(formatZip({{"index.json", std::string(mostBytes + 1, ' ')}})),
               "its index is too large");
     std::string parts;
@@ -369,6 +369,14 @@ TEST(Redaction, hidesNamesInLogs)
               "(line left out)\n");
     EXPECT_EQ(redactedLoadLog(names, loads),
               "Loading File #1: C:\\folder-1\\name-2.mcam\n(line left out)\n");
+}
+
+TEST(Redaction, leavesTheWordsOfTheProgram)
+{
+    Pseudonyms names;
+    names.addReport(Report{{"port", Report{{"answers", "unknown"}, {"owner", "unknown"}}}});
+    EXPECT_EQ(names.replaceIn(L"commits-unknown: it is unknown"),
+              L"commits-unknown: it is unknown");
 }
 
 TEST(Redaction, givesAPartOneNameWithAnyExtension)

@@ -32,8 +32,10 @@ std::string findLimitOfNotices(const std::wstring& folder)
     const auto log = peer::readEnd(peer::logPath(folder), mostLogBytes);
     if (!log)
         return path + " does not exist; notices cannot be seen without the Companion's log.";
+    // A longer log may have the start before the part that is read.
     const HWND companion = peer::findInstanceWindow();
-    const bool isItsLog = !companion || hasPort(eventsIn(*log), peer::processOf(companion));
+    const bool isItsLog = !companion || log->size() == mostLogBytes ||
+                          hasPort(eventsIn(*log), peer::processOf(companion));
     return isItsLog ? ""
                     : path + " is not the running Companion's; notices cannot be seen without its "
                              "log.";

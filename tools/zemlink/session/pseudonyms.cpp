@@ -95,10 +95,10 @@ bool isPath(std::wstring_view text)
 bool isOwnKey(const std::string& key)
 {
     constexpr std::string_view keys[] = {
-        "event",     "by",         "to",        "request", "notice",  "answer",   "kind",
-        "reached",   "remarks",    "steps",     "from",    "version", "zemlink",  "cause",
-        "noFile",    "noBookmark", "time",      "started", "entry",   "fileType", "firstRow",
-        "cadSystem", "sha256",     "writtenAt", "owner",   "state"};
+        "event",    "by",        "to",         "request",   "notice",  "answer",  "answers",
+        "kind",     "reached",   "remarks",    "steps",     "from",    "version", "zemlink",
+        "cause",    "noFile",    "noBookmark", "time",      "started", "entry",   "fileType",
+        "firstRow", "cadSystem", "sha256",     "writtenAt", "owner",   "state"};
     return std::ranges::find(keys, key) != std::end(keys);
 }
 

@@ -10,6 +10,7 @@
 #include "tools/zemlink/session/sent_requests.h"
 
 #include <chrono>
+#include <map>
 #include <stdexcept>
 
 namespace zemlink {
@@ -57,6 +58,7 @@ public:
         if (result_.isInterrupted)
             look(); // what has happened up to now
         result_.compared = passed_;
+        addTakenUnseen();
         result_.differences = compareExchanges(events_, seen_);
         result_.refusedStarts = role_.refusedStarts();
         return result_;
@@ -81,7 +83,7 @@ private:
     }
 
     // True when the hosts have done, in number, all that they did up to here in the recording.
-    bool isCaughtUp() const { return seen_.size() >= passed_; }
+    bool isCaughtUp() const { return seen_.size() + countTakenUnseen() >= passed_; }
 
     bool isStopped() const
     {
@@ -119,7 +121,11 @@ private:
         if (!id || !findHost(event))
             return false;
         cause_ = "the file cannot be written";
-        return peer::replaceFile(peer::machineSettingsPath(folder_, *id), event.bytes);
+        const std::wstring path = peer::machineSettingsPath(folder_, *id);
+        if (!peer::replaceFile(path, event.bytes))
+            return false;
+        unseen_[path] = {event.bytes};
+        return true;
     }
 
     std::optional<std::uint32_t> findHost(const ExchangeEvent& event)
@@ -147,6 +153,31 @@ private:
         return true;
     }
 
+    // A host can take machine settings before the observer has seen them.
+    void lookForUnseen(const std::vector<ExchangeEvent>& events)
+    {
+        for (const ExchangeEvent& event : events)
+            if (event.kind == EventKind::machineSettingsWritten)
+                unseen_.erase(event.file);
+        for (auto& [path, settings] : unseen_)
+            if (settings.takenAt == 0 && !peer::isFile(path))
+                settings.takenAt = currentTime();
+    }
+
+    size_t countTakenUnseen() const
+    {
+        return static_cast<size_t>(std::ranges::count_if(
+            unseen_, [](const auto& entry) { return entry.second.takenAt != 0; }));
+    }
+
+    void addTakenUnseen()
+    {
+        for (const auto& [path, settings] : unseen_)
+            if (settings.takenAt != 0)
+                seen_.push_back(
+                    {settings.takenAt, EventKind::machineSettingsTaken, 0, path, settings.bytes});
+    }
+
     // Looks at what the hosts do until the condition holds; false when it did not in time. Does not
     // even try once it is stopped, because the condition may be that something has been sent.
     template <class Condition>
@@ -167,6 +198,7 @@ private:
         constexpr std::int64_t withoutWaiting = 0; // the port is waited for instead
         std::vector<ExchangeEvent> events = observer_.wait(withoutWaiting);
         sent_.complete(events);
+        lookForUnseen(events);
         for (ExchangeEvent& notice : role_.receive())
             events.push_back(std::move(notice));
         std::erase_if(events, [&](const ExchangeEvent& event) { return !hosts_.isPlaying(event); });
@@ -186,7 +218,13 @@ private:
     std::vector<ExchangeEvent> events_; // of the recording
     CompanionRole role_;
     Observer observer_;
+    struct Settings {
+        std::string bytes{};
+        std::int64_t takenAt = 0; // 0: the file exists
+    };
+
     SentRequests sent_{};
+    std::map<std::wstring, Settings> unseen_{}; // machine settings written here, by path
     std::string cause_{};
     size_t passed_ = 0; // recorded exchanges of hosts that come before the present one
     std::vector<ExchangeEvent> seen_{};
