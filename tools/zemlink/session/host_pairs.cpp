@@ -5,7 +5,6 @@
 #include "peer/running_programs.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace zemlink {
 namespace {
@@ -32,10 +31,10 @@ void findHost(ExchangeEvent& settings, const HostsOfRequests& hosts)
 void findHostsOfSettings(std::vector<ExchangeEvent>& events)
 {
     HostsOfRequests later, earlier;
-    for (ExchangeEvent& event : events | std::views::reverse) {
-        addRequest(later, event);
-        if (event.kind == EventKind::machineSettingsWritten)
-            findHost(event, later);
+    for (auto event = events.rbegin(); event != events.rend(); ++event) {
+        addRequest(later, *event);
+        if (event->kind == EventKind::machineSettingsWritten)
+            findHost(*event, later);
     }
     for (ExchangeEvent& event : events) {
         addRequest(earlier, event);
