@@ -2,7 +2,7 @@
 
 _zemlink() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands="status open new checkin listen decode watch record replay report doctor"
+    local commands="status open new checkin listen decode watch record replay report verify doctor"
     local kinds="command machine answer commits tools queue notices picture log events bookmark copies settings"
     local command= each words=
     COMPREPLY=()
@@ -24,12 +24,13 @@ _zemlink() {
     record) words="--redact --timeout" ;;
     replay) words="--host --at-once --timeout" ;;
     report) words="--recording --redact" ;;
+    verify) words="--open --new-file --check-in --junit" ;;
     doctor) words="--all" ;;
     *) words="$commands --version" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words --json --help" -- "$word")
     case $command in
-    open | decode | record | replay | report) mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$word") ;;
+    open | decode | record | replay | report | verify) mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$word") ;;
     esac
 }
 

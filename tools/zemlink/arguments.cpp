@@ -15,7 +15,7 @@ Command commandOf(const std::string& word)
         {"status", Command::status},   {"open", Command::open},     {"new", Command::newFile},
         {"checkin", Command::checkIn}, {"listen", Command::listen}, {"decode", Command::decode},
         {"doctor", Command::doctor},   {"watch", Command::watch},   {"replay", Command::replay},
-        {"report", Command::report},   {"record", Command::record}};
+        {"report", Command::report},   {"record", Command::record}, {"verify", Command::verify}};
     for (const auto& [each, command] : words)
         if (each == word)
             return command;
@@ -35,6 +35,12 @@ Arguments argumentsOf(const CLI::App& app, const Given& given, bool isJson)
     arguments.recording = given.recording;
     arguments.isEverythingShown = given.isEverythingShown;
     arguments.isUntilOpened = given.isUntilOpened;
+    arguments.verified = given.verified == "addin" ? VerifiedKind::addIn : VerifiedKind::companion;
+    arguments.library = given.library;
+    arguments.junit = given.junit;
+    arguments.openArguments = given.openArguments;
+    arguments.newFileArguments = given.newFileArguments;
+    arguments.checkInArguments = given.checkInArguments;
     if (given.host != 0)
         arguments.host = static_cast<std::uint32_t>(given.host);
     if (given.timeoutSeconds != 0)

@@ -23,8 +23,11 @@ enum class Command {
     watch,
     record,
     replay,
-    report
+    report,
+    verify
 };
+
+enum class VerifiedKind { companion, addIn };
 
 struct Arguments {
     Command command = Command::none; // none: only print `text`
@@ -43,6 +46,12 @@ struct Arguments {
     bool isAtOnce = false;               // replay
     bool isRedacted = false;             // record, report
     std::string recording{};             // report: a recording's path, UTF-8; empty: none
+
+    VerifiedKind verified = VerifiedKind::companion; // verify; `path` is the program or the host
+    std::string library{}; // verify: the add-in's path, UTF-8; empty: none
+    std::string junit{};   // verify: where to write the JUnit report, UTF-8; empty: nowhere
+    // verify: what makes the Companion send a request, UTF-8; empty: nothing does
+    std::string openArguments{}, newFileArguments{}, checkInArguments{};
 
     // Output of --help and --version, with exit code 0, or the error, with exit code 2.
     std::string text{};

@@ -188,6 +188,42 @@ void addReport(CLI::App& app, Given& given)
                      "replace the names of users, folders and parts, the same everywhere");
 }
 
+void addRequestArguments(CLI::App& verify, const char* option, std::string& arguments,
+                         const std::string& request)
+{
+    verify
+        .add_option(option, arguments,
+                    "companion: arguments that make a second start of the program send " + request +
+                        "; {host} stands for the host's process id")
+        ->type_name("ARGUMENTS");
+}
+
+void addVerify(CLI::App& app, Given& given)
+{
+    CLI::App* verify = app.add_subcommand(
+        "verify",
+        "check a Companion, or the add-in in a host that takes scripts, against the rules "
+        "of the exchanges; no other Companion or host may be running");
+    verify->add_option("KIND", given.verified, "companion or addin")
+        ->required()
+        ->check(CLI::IsMember({"companion", "addin"}));
+    verify
+        ->add_option("PROGRAM", given.path,
+                     "companion: the program, whose folder becomes the installation folder "
+                     "meanwhile, so give a copy; addin: the host")
+        ->required();
+    verify->add_option("LIBRARY", given.library, "addin: the add-in");
+    addRequestArguments(*verify, "--open", given.openArguments, "an open request");
+    addRequestArguments(*verify, "--new-file", given.newFileArguments, "a new-file request");
+    addRequestArguments(*verify, "--check-in", given.checkInArguments, "a check-in");
+    verify->add_option("--junit", given.junit, "also write the result as a JUnit report")
+        ->type_name("FILE");
+    verify->callback([&given] {
+        if ((given.verified == "addin") == given.library.empty())
+            throw CLI::ValidationError("LIBRARY", "is for addin, and required there");
+    });
+}
+
 constexpr const char* exitCodes =
     "Exit codes: 0 done; 1 problem found or another error; 2 wrong usage; 3 no host, or several;\n"
     "4 request not taken; 5 taken, but the file not opened in time; 6 port 4559 in use.";
@@ -213,6 +249,8 @@ constexpr Example examples[] = {
     {"replay", "  zemlink replay monday.zip\n  zemlink replay monday.zip --at-once --host 4711\n"},
     {"report", "  zemlink report support.zip\n"
                "  zemlink report support.zip --redact --recording monday.zip\n"},
+    {"verify", "  zemlink verify companion C:\\test\\TORVA-ZEM.exe --junit rules.xml\n"
+               "  zemlink verify addin Mastercam.exe torvapdm.dll\n"},
     {"doctor", "  zemlink doctor\n  zemlink doctor --all --json\n"},
 };
 
@@ -240,6 +278,7 @@ void describe(CLI::App& app, Given& given, bool& isJson)
     addRecord(app, given);
     addReplay(app, given);
     addReport(app, given);
+    addVerify(app, given);
     app.add_subcommand("doctor", "find common problems and show how to fix each")
         ->add_flag("--all", given.isEverythingShown, "also show what is fine");
     addExamples(app);

@@ -13,6 +13,8 @@ namespace zemlink {
 struct Given {
     std::int64_t id = 0, host = 0, timeoutSeconds = 0, count = 0;
     std::string path{}, kind{}, since{}, recording{};
+    std::string verified{}, library{}, junit{}; // of verify
+    std::string openArguments{}, newFileArguments{}, checkInArguments{};
     std::vector<std::string> only{};
     bool isEverythingShown = false, isUntilOpened = false, isAtOnce = false, isRedacted = false;
 };

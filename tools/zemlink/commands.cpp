@@ -19,6 +19,7 @@
 #include "tools/zemlink/reports/status.h"
 #include "tools/zemlink/send.h"
 #include "tools/zemlink/support_archive.h"
+#include "tools/zemlink/verify_command.h"
 #include "tools/zemlink/watch.h"
 
 #include <functional>
@@ -124,6 +125,8 @@ Outcome outcomeOf(const Arguments& arguments)
         return replayRecording(arguments);
     case Command::report:
         return writeSupportArchive(arguments);
+    case Command::verify:
+        return verify(arguments);
     case Command::none:
         break;
     }

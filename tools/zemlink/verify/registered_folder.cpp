@@ -1,0 +1,108 @@
+#include "tools/zemlink/verify/registered_folder.h"
+
+#include "peer/command_file.h"
+#include "peer/wire_constants.h"
+
+#include <stdexcept>
+#include <vector>
+#include <windows.h>
+
+namespace zemlink {
+namespace {
+
+constexpr wchar_t savedValue[] = L"installation folder before zemlink verify";
+
+// A value as it is in the registry. REG_NONE without data stands for a value that does not exist.
+struct RawValue {
+    DWORD type = REG_NONE;
+    std::vector<BYTE> data{};
+};
+
+class Key {
+public:
+    // In the 32-bit view, as hosts do.
+    Key()
+    {
+        if (RegCreateKeyExW(HKEY_CURRENT_USER, peer::registryKey, 0, nullptr, 0,
+                            KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_WOW64_32KEY, nullptr, &key_,
+                            nullptr) != ERROR_SUCCESS)
+            throw std::runtime_error(
+                "the registry key of the installation folder cannot be opened");
+    }
+    ~Key() { RegCloseKey(key_); }
+    Key(const Key&) = delete;
+    Key& operator=(const Key&) = delete;
+
+    bool has(const wchar_t* name) const
+    {
+        return RegQueryValueExW(key_, name, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+    }
+    RawValue read(const wchar_t* name) const
+    {
+        RawValue value;
+        DWORD bytes = 0;
+        if (RegQueryValueExW(key_, name, nullptr, &value.type, nullptr, &bytes) != ERROR_SUCCESS)
+            return {};
+        value.data.resize(bytes);
+        if (RegQueryValueExW(key_, name, nullptr, &value.type, value.data.data(), &bytes) !=
+            ERROR_SUCCESS)
+            return {};
+        return value;
+    }
+    bool write(const wchar_t* name, const RawValue& value) const
+    {
+        return RegSetValueExW(key_, name, 0, value.type, value.data.data(),
+                              static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
+    }
+    void remove(const wchar_t* name) const { RegDeleteValueW(key_, name); }
+
+private:
+    HKEY key_ = nullptr;
+};
+
+// The saved value is removed last, so that an interruption before that repeats the restoration.
+void restore(const Key& key)
+{
+    if (!key.has(savedValue))
+        return;
+    const RawValue saved = key.read(savedValue);
+    if (saved.type == REG_NONE)
+        key.remove(peer::registryValue);
+    else if (!key.write(peer::registryValue, saved))
+        return;
+    key.remove(savedValue);
+}
+
+RawValue textValue(const std::wstring& text)
+{
+    const auto* bytes = reinterpret_cast<const BYTE*>(text.c_str());
+    return {REG_SZ, {bytes, bytes + (text.size() + 1) * sizeof(wchar_t)}};
+}
+
+} // namespace
+
+RegisteredFolder::RegisteredFolder(const std::wstring& folder)
+{
+    if (!peer::isPlainAscii(folder))
+        throw std::runtime_error(
+            "the folder has a character outside ASCII, which hosts do not support");
+    CreateDirectoryW(folder.c_str(), nullptr);
+    for (const wchar_t* subfolder : {L"\\cfg", L"\\commit", L"\\sys", L"\\temp", L"\\tmp"})
+        CreateDirectoryW((folder + subfolder).c_str(), nullptr);
+    const Key key;
+    restore(key);
+    if (!key.write(savedValue, key.read(peer::registryValue)) ||
+        !key.write(peer::registryValue, textValue(folder)))
+        throw std::runtime_error("the installation folder cannot be registered");
+}
+
+RegisteredFolder::~RegisteredFolder()
+{
+    try {
+        restore(Key());
+    } catch (const std::exception&) {
+        return; // the next object tries again
+    }
+}
+
+} // namespace zemlink
