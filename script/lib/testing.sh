@@ -7,6 +7,18 @@ logs=$project/build/$preset
 TEST_OPTIONS=()
 ALL_TESTS=(--label-exclude alone) # see add_test_program
 
+# What checks the formats' notation, and is not in Debian.
+install_notation_compiler() {
+    local place=$project/build/notation
+    command -v npm >/dev/null || install_packages npm
+    cmp -s tests/kit/notation/package-lock.json "$place/node_modules/installed.json" && return
+    say "installing the compiler of the formats' notation"
+    mkdir -p "$place"
+    cp tests/kit/notation/package.json tests/kit/notation/package-lock.json "$place"
+    (cd "$place" && quietly npm ci --no-audit --no-fund)
+    cp "$place/package-lock.json" "$place/node_modules/installed.json"
+}
+
 # Starts further desktops, each in a network of its own and with a copy of the prefix. ctest gives a test one of
 # the desktops; see on_desktop.
 start_desktops() {
