@@ -44,9 +44,7 @@ public:
         output_.showReady();
         size_t passed = 0;
         for (const ExchangeEvent& event : events_) {
-            if (canCarryOut(event))
-                carryOutInTurn(event);
-            if (isStopped())
+            if (canCarryOut(event) && !carryOutInTurn(event))
                 break;
             passed_ += isCompared(event.kind);
             ++passed;
@@ -95,14 +93,19 @@ private:
         return options_.isAtOnce || millisecondsSince(start_) >= event.at - recording_.startedAt;
     }
 
-    void carryOutInTurn(const ExchangeEvent& event)
+    // False when the replay was stopped before it.
+    bool carryOutInTurn(const ExchangeEvent& event)
     {
         waitUntil([&] { return isTimeFor(event); }, event.at - recording_.startedAt);
         waitUntil([&] { return isCaughtUp(); }, options_.patienceMs);
-        if (waitUntil([&] { return carryOut(event); }, options_.patienceMs))
+        if (waitUntil([&] { return carryOut(event); }, options_.patienceMs)) {
             ++result_.carriedOut;
-        else if (!isStopped())
-            result_.failures.push_back(std::string(eventWord(event.kind)) + ": " + cause_);
+            return true;
+        }
+        if (isStopped())
+            return false;
+        result_.failures.push_back(std::string(eventWord(event.kind)) + ": " + cause_);
+        return true;
     }
 
     // False when it is not possible now, with the cause.
