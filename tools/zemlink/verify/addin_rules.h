@@ -11,6 +11,7 @@ namespace zemlink {
 struct AddInToVerify {
     std::wstring host{};    // a program that takes --addin, --script and --trace
     std::wstring library{}; // the add-in
+    std::int64_t boundMs = usualBoundMs;
 };
 
 // Starts the host several times, plays the Companion in an installation folder of its own, and ends

@@ -15,6 +15,7 @@ struct CompanionToVerify {
     std::wstring openArguments{};
     std::wstring newFileArguments{};
     std::wstring checkInArguments{};
+    std::int64_t boundMs = usualBoundMs;
 };
 
 // Starts the program several times, plays a host, and ends what it started. Ends early when `stop`

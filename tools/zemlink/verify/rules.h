@@ -47,6 +47,9 @@ using Findings = std::vector<Finding>;
 
 size_t countOf(const Findings& findings, RuleState state);
 
+// How long to wait for each thing that a program should do, unless the user says otherwise.
+inline constexpr std::int64_t usualBoundMs = 10000;
+
 // Gets each finding as soon as it is known.
 using ShowFinding = std::function<void(const Finding&)>;
 

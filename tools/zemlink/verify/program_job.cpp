@@ -1,0 +1,89 @@
+#include "tools/zemlink/verify/program_job.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+namespace zemlink {
+namespace {
+
+constexpr UINT endedByZemlink = 98; // exit code
+constexpr DWORD endBoundMs = 10000;
+
+PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments)
+{
+    std::wstring commandLine = L'"' + program + L'"';
+    if (!arguments.empty())
+        commandLine += L' ' + arguments;
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.wShowWindow = arguments.empty() ? SW_SHOWNORMAL : SW_HIDE;
+    PROCESS_INFORMATION created{};
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
+                        CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
+        throw std::runtime_error("the program cannot be started: error " +
+                                 std::to_string(GetLastError()));
+    return created;
+}
+
+} // namespace
+
+ProgramJob::ProgramJob() : job_(CreateJobObjectW(nullptr, nullptr))
+{
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    if (!SetInformationJobObject(job_.get(), JobObjectExtendedLimitInformation, &limits,
+                                 sizeof limits))
+        throw std::runtime_error("no job for the program's processes can be made");
+}
+
+HANDLE ProgramJob::start(const std::wstring& program, const std::wstring& arguments)
+{
+    const PROCESS_INFORMATION created = createSuspended(program, arguments);
+    started_.emplace_back(created.hProcess);
+    const peer::OwnHandle thread(created.hThread);
+    if (!AssignProcessToJobObject(job_.get(), created.hProcess)) {
+        TerminateProcess(created.hProcess, endedByZemlink);
+        throw std::runtime_error("the program cannot be put into a job");
+    }
+    ResumeThread(thread.get());
+    return created.hProcess;
+}
+
+bool ProgramJob::isEmpty() const
+{
+    JOBOBJECT_BASIC_ACCOUNTING_INFORMATION counts{};
+    return QueryInformationJobObject(job_.get(), JobObjectBasicAccountingInformation, &counts,
+                                     sizeof counts, nullptr) &&
+           counts.ActiveProcesses == 0;
+}
+
+bool ProgramJob::contains(HANDLE process) const
+{
+    BOOL isContained = FALSE;
+    return IsProcessInJob(process, job_.get(), &isContained) && isContained;
+}
+
+void ProgramJob::end()
+{
+    TerminateJobObject(job_.get(), endedByZemlink);
+    for (const peer::OwnHandle& process : started_)
+        WaitForSingleObject(process.get(), endBoundMs);
+}
+
+bool hasEnded(HANDLE process)
+{
+    return WaitForSingleObject(process, 0) == WAIT_OBJECT_0;
+}
+
+std::string endText(HANDLE process)
+{
+    DWORD code = 0;
+    GetExitCodeProcess(process, &code);
+    constexpr DWORD leastError = 0xC0000000; // of the system's codes for crashes
+    char text[32];
+    std::snprintf(text, sizeof text, code >= leastError ? "%08lX" : "%lu", code);
+    return std::string("it ended with exit code ") + text;
+}
+
+} // namespace zemlink
