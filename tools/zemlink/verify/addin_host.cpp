@@ -103,11 +103,11 @@ bool AddInHost::send(const std::string& request) const
     return write(request) && waitUntil(isTaken);
 }
 
-bool AddInHost::open(std::int32_t id, const std::string& path) const
+bool AddInHost::open(std::int32_t id, const std::string& path, const std::string& part) const
 {
-    const std::wstring part = peer::fromUtf8(path);
-    putFile(part, "");
-    return send(peer::formatOpenRequest(id, part).value_or(""));
+    const std::wstring file = peer::fromUtf8(path);
+    putFile(file, part);
+    return send(peer::formatOpenRequest(id, file).value_or(""));
 }
 
 std::optional<DWORD> AddInHost::waitForEnd() const
@@ -121,6 +121,8 @@ std::optional<DWORD> AddInHost::waitForEnd() const
 std::string AddInHost::whyNot() const
 {
     const HostTrace lines = trace();
+    if (lines.lines().empty() && !hasEnded(handle_))
+        return "it has written no trace; does it take --addin, --script and --trace?";
     const size_t error = lines.find("script error");
     if (error != HostTrace::none)
         return "of its script the host says: " + lines.lines()[error];

@@ -43,8 +43,8 @@ public:
     bool write(const std::string& request) const;
     // The same, and waits until the add-in has taken it.
     bool send(const std::string& request) const;
-    // Sends an open request for a part, UTF-8, which is created empty.
-    bool open(std::int32_t id, const std::string& path) const;
+    // Writes a part to this path, UTF-8, and sends an open request for it.
+    bool open(std::int32_t id, const std::string& path, const std::string& part = "") const;
     // The exit code; empty when it is still running after that time.
     std::optional<DWORD> waitForEnd() const;
     void end() { job_.end(); }

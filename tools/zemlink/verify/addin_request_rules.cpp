@@ -20,11 +20,6 @@ bool hasReached(const Seen& seen, RequestStep step)
     return seen.reached >= step;
 }
 
-Sight keptIf(bool isKept, std::string otherwise)
-{
-    return isKept ? Sight() : broken(std::move(otherwise));
-}
-
 bool isOpened(const Seen& seen, const std::string& part)
 {
     return seen.trace.has(callOf("DoFileOpen", part));
@@ -354,25 +349,7 @@ Sight judgeLogGrows(const Seen& seen)
                   "the lines of the first load were not followed by those of later loads");
 }
 
-// ---- end ---------------------------------------------------------------------------------------
-
-Sight judgeExit(const Seen& seen)
-{
-    if (!seen.cut.empty())
-        return notSeen(seen.cut);
-    if (!seen.exitCode)
-        return broken("the host had not ended in time after its script");
-    return keptIf(*seen.exitCode == 0, "its exit code was " + std::to_string(*seen.exitCode));
-}
-
-Sight judgeFileGone(const Seen& seen)
-{
-    if (!seen.cut.empty() || !seen.exitCode)
-        return notSeen("the host did not end of its own accord");
-    return keptIf(seen.isCommandFileGone, "temp\\mastercam-<process id>.dat was still there");
-}
-
-constexpr CheckedRule<Seen> table[] = {
+constexpr CheckedRule<Seen> requestTable[] = {
     {"start.exports", "Has the fourteen entry points.", judgeExports},
     {"start.version", "Declares the version that it supports.", judgeVersion},
     {"start.command-file", "Creates an empty command file when it is opened.", judgeCommandFile},
@@ -407,20 +384,18 @@ constexpr CheckedRule<Seen> table[] = {
      judgeOthersStay},
     {"log.steps", "Logs the seven steps of a load, each on a line with CR LF.", judgeLog},
     {"log.appended", "Appends to the log and never empties it.", judgeLogGrows},
-    {"end.exit", "Lets the host end with exit code 0.", judgeExit},
-    {"end.command-file", "Removes its command file when the host ends.", judgeFileGone},
 };
 
 } // namespace
 
 std::vector<Rule> requestRules()
 {
-    return rulesOf(table);
+    return rulesOf(requestTable);
 }
 
 Findings judgeRequests(const RequestsSeen& seen, std::int64_t tookMs)
 {
-    return judged(table, seen, tookMs);
+    return judged(requestTable, seen, tookMs);
 }
 
 } // namespace zemlink

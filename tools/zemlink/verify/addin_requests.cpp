@@ -54,8 +54,12 @@ std::string requestScript()
 std::vector<std::string> malformedRequests()
 {
     const std::string mark(peer::byteOrderMark);
-    return {"nospace", "a", mark + "x C:\\a.mcam\n", mark + "99999999999 C:\\a.mcam\n",
-            "CHECKIN\n", "checkin first.mcam"};
+    return {"nospace",
+            "a",
+            mark + "x C:\\a.mcam\n",
+            mark + "99999999999 C:\\a.mcam\n",
+            "CHECKIN\n",
+            "checkin first.mcam"};
 }
 
 // Without running it: its imports are not resolved.
@@ -104,10 +108,10 @@ bool isPortFree(std::uint16_t port)
 
 DWORD sharingErrorOf(const std::wstring& file)
 {
-    const peer::OwnHandle opened = peer::ownFile(
-        CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
-                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                    FILE_ATTRIBUTE_NORMAL, nullptr));
+    const peer::OwnHandle opened =
+        peer::ownFile(CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     return opened ? 0 : GetLastError();
 }
 
@@ -193,8 +197,7 @@ private:
         site_.writeMachineSettings(otherRequest, 4, "C:\\Machines\\Other.mcam-mmd");
         seen_.isFirstTaken = host_.open(firstId, seen_.parts.first);
         const bool isDone = seen_.isFirstTaken && host_.waitFor("ui title = \"");
-        seen_.haveSettingsGone =
-            !peer::isFile(peer::machineSettingsPath(site_.folder(), firstId));
+        seen_.haveSettingsGone = !peer::isFile(peer::machineSettingsPath(site_.folder(), firstId));
         seen_.haveOthersStayed =
             peer::isFile(peer::machineSettingsPath(site_.folder(), otherRequest));
         seen_.loadLog = peer::readFile(peer::debugLogPath(site_.folder())).value_or("");
@@ -261,19 +264,20 @@ private:
         const bool isTaken = host_.send(peer::formatOpenRequest(missingId, path).value_or(""));
         if (isTaken)
             host_.waitFor("message-box(");
-        return note(RequestStep::missingFile, isTaken, "a request for a missing file was not taken");
+        return note(RequestStep::missingFile, isTaken,
+                    "a request for a missing file was not taken");
     }
 
     bool openWhileDisabled()
     {
-        const bool isDone = host_.open(busyId, seen_.parts.busy) &&
-                            host_.waitFor("main_window_enabled = \"false\"") &&
-                            host_.open(waitsId, seen_.parts.waits) &&
-                            host_.open(insteadId, seen_.parts.instead) &&
-                            host_.send(peer::formatNewFileRequest(releaseId)) &&
-                            host_.waitFor("main_window_enabled = \"true\"") &&
-                            host_.waitFor("backplot = \"true\"");
-        return note(RequestStep::busy, isDone, "the requests for a disabled host were not carried out");
+        const bool isDone =
+            host_.open(busyId, seen_.parts.busy) &&
+            host_.waitFor("main_window_enabled = \"false\"") &&
+            host_.open(waitsId, seen_.parts.waits) && host_.open(insteadId, seen_.parts.instead) &&
+            host_.send(peer::formatNewFileRequest(releaseId)) &&
+            host_.waitFor("main_window_enabled = \"true\"") && host_.waitFor("backplot = \"true\"");
+        return note(RequestStep::busy, isDone,
+                    "the requests for a disabled host were not carried out");
     }
 
     bool openDuringBackplot()
@@ -281,7 +285,8 @@ private:
         const bool isDone = host_.open(backplotId, seen_.parts.backplot) &&
                             host_.send(peer::formatNewFileRequest(secondReleaseId)) &&
                             host_.waitFor("backplot = \"false\"") && isOpened(seen_.parts.backplot);
-        return note(RequestStep::backplot, isDone, "the request during a backplot was not carried out");
+        return note(RequestStep::backplot, isDone,
+                    "the request during a backplot was not carried out");
     }
 
     bool sendLongest()
@@ -318,8 +323,7 @@ private:
 
 } // namespace
 
-RequestsSeen runRequests(const AddInToVerify& addIn, const AddInSite& site,
-                         const Waiting& waiting)
+RequestsSeen runRequests(const AddInToVerify& addIn, const AddInSite& site, const Waiting& waiting)
 {
     return RequestRun(addIn, site, waiting).run();
 }

@@ -69,7 +69,6 @@ struct RequestsSeen {
 inline constexpr char verifiedMachine[] = "C:\\Machines\\Mill 3-axis.mcam-mmd";
 
 // Throws std::runtime_error when the host does not open the add-in, and Interrupted.
-RequestsSeen runRequests(const AddInToVerify& addIn, const AddInSite& site,
-                         const Waiting& waiting);
+RequestsSeen runRequests(const AddInToVerify& addIn, const AddInSite& site, const Waiting& waiting);
 
 } // namespace zemlink

@@ -37,7 +37,10 @@ public:
     {
         return temporary_.path() + L"\\outside\\" + name;
     }
-    std::wstring ownFile(const std::wstring& name) const { return temporary_.path() + L'\\' + name; }
+    std::wstring ownFile(const std::wstring& name) const
+    {
+        return temporary_.path() + L'\\' + name;
+    }
 
     // Replaces the settings file.
     void writeSettings(const std::string& text) const;

@@ -24,7 +24,8 @@ size_t HostTrace::count(std::string_view text, size_t from, size_t to) const
 {
     size_t found = 0;
     for (size_t i = from; i < std::min(to, lines_.size()); ++i)
-        found += lines_[i].find(text) != std::string::npos ? 1 : 0;
+        if (lines_[i].find(text) != std::string::npos)
+            ++found;
     return found;
 }
 

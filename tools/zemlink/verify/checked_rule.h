@@ -4,6 +4,7 @@
 #include "tools/zemlink/verify/rules.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace zemlink {
@@ -15,6 +16,11 @@ struct CheckedRule {
     const char* text;
     Sight (*judge)(const Seen& seen);
 };
+
+inline Sight keptIf(bool isKept, std::string otherwise)
+{
+    return isKept ? Sight() : broken(std::move(otherwise));
+}
 
 // The rules of a table without their checks.
 template <class Seen, size_t count>
@@ -33,8 +39,7 @@ Findings judged(const CheckedRule<Seen> (&table)[count], const Seen& seen, std::
 {
     Findings findings;
     for (const CheckedRule<Seen>& each : table)
-        findings.push_back(
-            {{each.id, each.text}, each.judge(seen), findings.empty() ? tookMs : 0});
+        findings.push_back({{each.id, each.text}, each.judge(seen), findings.empty() ? tookMs : 0});
     return findings;
 }
 

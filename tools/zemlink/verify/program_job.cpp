@@ -9,7 +9,8 @@ namespace {
 constexpr UINT endedByZemlink = 98; // exit code
 constexpr DWORD endBoundMs = 10000;
 
-PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments)
+PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments,
+                                    WORD show)
 {
     std::wstring commandLine = L'"' + program + L'"';
     if (!arguments.empty())
@@ -17,7 +18,7 @@ PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstr
     STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESHOWWINDOW;
-    start.wShowWindow = arguments.empty() ? SW_SHOWNORMAL : SW_HIDE;
+    start.wShowWindow = show;
     PROCESS_INFORMATION created{};
     if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
                         CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
@@ -39,7 +40,12 @@ ProgramJob::ProgramJob() : job_(CreateJobObjectW(nullptr, nullptr))
 
 HANDLE ProgramJob::start(const std::wstring& program, const std::wstring& arguments)
 {
-    const PROCESS_INFORMATION created = createSuspended(program, arguments);
+    return start(program, arguments, arguments.empty() ? SW_SHOWNORMAL : SW_HIDE);
+}
+
+HANDLE ProgramJob::start(const std::wstring& program, const std::wstring& arguments, WORD show)
+{
+    const PROCESS_INFORMATION created = createSuspended(program, arguments, show);
     started_.emplace_back(created.hProcess);
     const peer::OwnHandle thread(created.hThread);
     if (!AssignProcessToJobObject(job_.get(), created.hProcess)) {

@@ -55,7 +55,8 @@ void putRecorder(const std::wstring& folder)
 {
     const std::wstring program = folder + L'\\' + peer::companionProgram;
     if (!CopyFileW(ownProgram().c_str(), program.c_str(), FALSE))
-        throw std::runtime_error("zemlink cannot be copied to the place of the Companion's program");
+        throw std::runtime_error(
+            "zemlink cannot be copied to the place of the Companion's program");
 }
 
 bool isRecorder()

@@ -1,0 +1,15 @@
+// The rules for commits, for the other notices and for the settings.
+#pragma once
+
+#include "tools/zemlink/verify/addin_commits.h"
+#include "tools/zemlink/verify/rules.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace zemlink {
+
+std::vector<Rule> commitRules();
+Findings judgeCommits(const CommitsSeen& seen, std::int64_t tookMs);
+
+} // namespace zemlink
