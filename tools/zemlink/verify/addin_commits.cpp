@@ -182,7 +182,7 @@ public:
           waiting_(waiting),
           parts_(commitParts(site)),
           file_(peer::commitPaths(site.folder(), GetCurrentProcessId()).live),
-          host_(addIn, site, commitScript(site, parts_), waiting)
+          host_(addIn, site, L"commits", commitScript(site, parts_), waiting)
     {
         seen_.parts = parts_;
         seen_.folder = peer::toUtf8(site.folder());
@@ -196,6 +196,7 @@ public:
     CommitsSeen run()
     {
         bool isGoingOn = note(CommitStep::addInOpen, host_.waitFor("m_open("));
+        seen_.isAddInOpen = isGoingOn;
         for (const auto step :
              {&CommitRun::commitFirst, &CommitRun::commitUnicode, &CommitRun::sendSheets,
               &CommitRun::queue, &CommitRun::queueWithoutSettings, &CommitRun::commitRedirected,

@@ -67,6 +67,7 @@ struct ReceivedNotice {
 struct CommitsSeen {
     std::string folder{}; // the installation folder
     CommitParts parts{};
+    bool isAddInOpen = false;
     CommitStep reached = CommitStep::addInOpen;
     std::string cut{}; // why it went no further; empty: it went all the way
     HostTrace trace{};

@@ -40,13 +40,12 @@ std::wstring quotedArgument(const wchar_t* option, const std::wstring& value)
 
 } // namespace
 
-AddInHost::AddInHost(const AddInToVerify& addIn, const AddInSite& site, const std::string& script,
-                     const Waiting& waiting)
-    : site_(site), waiting_(waiting), tracePath_(site.ownFile(L"trace.txt"))
+AddInHost::AddInHost(const AddInToVerify& addIn, const AddInSite& site, const std::wstring& name,
+                     const std::string& script, const Waiting& waiting)
+    : site_(site), waiting_(waiting), tracePath_(site.ownFile(name + L".trace"))
 {
-    const std::wstring scriptPath = site.ownFile(L"script.txt");
+    const std::wstring scriptPath = site.ownFile(name + L".script");
     putFile(scriptPath, script);
-    DeleteFileW(tracePath_.c_str()); // of the host before
     handle_ = job_.start(addIn.host,
                          quotedArgument(L"--addin", addIn.library) + L' ' +
                              quotedArgument(L"--script", scriptPath) + L' ' +

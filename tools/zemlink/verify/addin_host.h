@@ -27,9 +27,10 @@ struct HostWindow {
 
 class AddInHost {
 public:
-    // Starts the host with these commands (lines with line ends). Throws std::runtime_error.
-    AddInHost(const AddInToVerify& addIn, const AddInSite& site, const std::string& script,
-              const Waiting& waiting);
+    // Starts the host with these commands (lines with line ends); `name` is for its own files.
+    // Throws std::runtime_error.
+    AddInHost(const AddInToVerify& addIn, const AddInSite& site, const std::wstring& name,
+              const std::string& script, const Waiting& waiting);
 
     DWORD process() const { return GetProcessId(handle_); }
     std::wstring commandFile() const;

@@ -3,6 +3,7 @@
 #include "peer/debug_log.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "tools/zemlink/reports/report.h"
 #include "tools/zemlink/verify/checked_rule.h"
 
 #include <algorithm>
@@ -246,11 +247,12 @@ Sight judgeMissingFile(const Seen& seen)
 
 // ---- while the host is busy --------------------------------------------------------------------
 
-Sight judgeWaiting(const Seen& seen, RequestStep step, std::string_view from, std::string_view to)
+// The host is busy between two lines with this text.
+Sight judgeWaiting(const Seen& seen, RequestStep step, std::string_view busy)
 {
-    const size_t start = seen.trace.find(from);
-    const size_t end = seen.trace.find(to, start);
-    if (start == HostTrace::none || end == HostTrace::none)
+    const size_t start = seen.trace.find(busy);
+    const size_t end = start == HostTrace::none ? start : seen.trace.find(busy, start + 1);
+    if (end == HostTrace::none)
         return notSeen(seen.cut);
     if (seen.trace.count(opening, start, end) != 0)
         return broken("meanwhile there was: " + linesBetween(seen.trace, start + 1, end));
@@ -259,13 +261,12 @@ Sight judgeWaiting(const Seen& seen, RequestStep step, std::string_view from, st
 
 Sight judgeDisabled(const Seen& seen)
 {
-    return judgeWaiting(seen, RequestStep::busy, "main_window_enabled = \"false\"",
-                        "main_window_enabled = \"true\"");
+    return judgeWaiting(seen, RequestStep::busy, "main_window_enabled = \"false\"");
 }
 
 Sight judgeBackplot(const Seen& seen)
 {
-    return judgeWaiting(seen, RequestStep::backplot, "backplot = \"true\"", "backplot = \"false\"");
+    return judgeWaiting(seen, RequestStep::backplot, "backplot = \"true\"");
 }
 
 Sight judgeLastOne(const Seen& seen)
@@ -324,20 +325,21 @@ std::vector<std::string> logLines(std::string_view log)
     return lines;
 }
 
+// Lines of other loads may be between them.
 Sight judgeLog(const Seen& seen)
 {
     if (!hasReached(seen, RequestStep::firstPart))
         return notSeen(seen.cut);
-    constexpr size_t steps = 7;
-    const std::vector<std::string> lines = logLines(seen.loadLog);
-    for (size_t i = 0; i < steps; ++i) {
-        if (i >= lines.size())
-            return broken("sys\\mcxlog.txt had only " + std::to_string(i) + " lines after a load");
-        const bool isStep = peer::parseLoadStep(lines[i]).number == static_cast<int>(i) + 1;
-        if (!isStep || !lines[i].ends_with("\r\n"))
-            return broken("line " + std::to_string(i + 1) + " was \"" + lines[i] + '"');
+    constexpr int steps = 7;
+    int found = 0;
+    for (const std::string& line : logLines(seen.loadLog)) {
+        const int step = peer::parseLoadStep(line).number;
+        if (step == 0 || !line.ends_with("\r\n"))
+            return broken("it has the line \"" + visible(line) + '"');
+        found += step == found + 1 ? 1 : 0;
     }
-    return {};
+    return keptIf(found >= steps,
+                  "step " + std::to_string(found + 1) + " was not in sys\\mcxlog.txt after a load");
 }
 
 Sight judgeLogGrows(const Seen& seen)

@@ -25,7 +25,8 @@ constexpr const char* exportNames[] = {
     "m_version", "m_open",        "m_close",  "m_notify", "m_main",   "m_about",      "m_tools",
     "m_load",    "importNCqueue", "importNC", "renameNC", "DrawTool", "TestFunction", "m_save"};
 
-// A new-file request is carried out while the host is busy too, and ends that.
+// The host is busy between the two lines that show so. A new-file request is carried out meanwhile
+// too, and ends it.
 std::string requestScript()
 {
     return "call m_version 2250\n"
@@ -38,14 +39,14 @@ std::string requestScript()
            "set main_window_enabled false\n"
            "show main_window_enabled\n"
            "wait-for OnFileNew 60000\n"
-           "set main_window_enabled true\n"
            "show main_window_enabled\n"
+           "set main_window_enabled true\n"
            "wait-for DoFileOpen( 60000\n"
            "set backplot true\n"
            "show backplot\n"
            "wait-for OnFileNew 60000\n"
-           "set backplot false\n"
-           "show backplot\n" +
+           "show backplot\n"
+           "set backplot false\n" +
            untilOpened(L"last.mcam") + "quit\n";
 }
 
@@ -137,7 +138,7 @@ public:
     RequestRun(const AddInToVerify& addIn, const AddInSite& site, const Waiting& waiting)
         : site_(site),
           wasPortFree_(isPortFree(greetingPort)),
-          host_(addIn, site, requestScript(), waiting)
+          host_(addIn, site, L"requests", requestScript(), waiting)
     {
         seen_.parts = requestParts(site);
         lookAtExports(addIn.library);
@@ -270,12 +271,13 @@ private:
 
     bool openWhileDisabled()
     {
-        const bool isDone =
-            host_.open(busyId, seen_.parts.busy) &&
-            host_.waitFor("main_window_enabled = \"false\"") &&
-            host_.open(waitsId, seen_.parts.waits) && host_.open(insteadId, seen_.parts.instead) &&
-            host_.send(peer::formatNewFileRequest(releaseId)) &&
-            host_.waitFor("main_window_enabled = \"true\"") && host_.waitFor("backplot = \"true\"");
+        const bool isDone = host_.open(busyId, seen_.parts.busy) &&
+                            host_.waitFor("main_window_enabled = \"false\"") &&
+                            host_.open(waitsId, seen_.parts.waits) &&
+                            host_.open(insteadId, seen_.parts.instead) &&
+                            host_.send(peer::formatNewFileRequest(releaseId)) &&
+                            host_.waitFor("main_window_enabled = \"false\"", 2) &&
+                            host_.waitFor("backplot = \"true\"");
         return note(RequestStep::busy, isDone,
                     "the requests for a disabled host were not carried out");
     }
@@ -284,7 +286,8 @@ private:
     {
         const bool isDone = host_.open(backplotId, seen_.parts.backplot) &&
                             host_.send(peer::formatNewFileRequest(secondReleaseId)) &&
-                            host_.waitFor("backplot = \"false\"") && isOpened(seen_.parts.backplot);
+                            host_.waitFor("backplot = \"true\"", 2) &&
+                            isOpened(seen_.parts.backplot);
         return note(RequestStep::backplot, isDone,
                     "the request during a backplot was not carried out");
     }

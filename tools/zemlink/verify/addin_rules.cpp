@@ -7,8 +7,9 @@
 #include "tools/zemlink/verify/checked_rule.h"
 
 #include <algorithm>
+#include <functional>
+#include <future>
 #include <optional>
-#include <utility>
 
 namespace zemlink {
 namespace {
@@ -104,59 +105,46 @@ constexpr CheckedRule<EndsSeen> endTable[] = {
     {"end.too-long", "Leaves a request of more than 65,536 bytes in the file.", judgeTooLong},
 };
 
-class AddInVerification {
-public:
-    AddInVerification(const AddInToVerify& addIn, HANDLE stop, const ShowFinding& show)
-        : addIn_(addIn), waiting_(stop, addIn.boundMs), show_(show)
-    {
-    }
-
-    // Ends early with the findings so far when the user interrupts.
-    Findings run()
-    {
-        try {
-            runHosts();
-        } catch (const Interrupted&) {
-        }
-        return findings_;
-    }
-
-private:
-    void runHosts()
-    {
-        const AddInSite site;
-        std::optional<CompanionRole> role(std::in_place);
-        EndsSeen ends;
-        ends.requests = runRequests(addIn_, site, waiting_);
-        add(judgeRequests(ends.requests, tookMs()));
-        ends.commits = runCommits(addIn_, site, *role, waiting_);
-        add(judgeCommits(ends.commits, tookMs()));
-        role.reset();
-        ends.starts = runStarts(addIn_, site, waiting_);
-        add(judgeStarts(ends.starts, tookMs()));
-        add(judged(endTable, ends, 0));
-    }
-
-    void add(const Findings& findings)
-    {
-        for (const Finding& finding : findings)
-            show_(finding);
-        findings_.insert(findings_.end(), findings.begin(), findings.end());
-    }
-
-    // Since the last call.
-    std::int64_t tookMs()
-    {
-        const std::int64_t before = std::exchange(lastMs_, monotonicMs());
-        return lastMs_ - before;
-    }
-
-    const AddInToVerify& addIn_;
-    const Waiting waiting_;
-    const ShowFinding& show_;
-    std::int64_t lastMs_ = monotonicMs();
-    Findings findings_{};
+template <class Seen>
+struct Timed {
+    Seen seen{};
+    std::int64_t tookMs = 0;
 };
+
+template <class Run>
+auto timed(const Run& run)
+{
+    const std::int64_t start = monotonicMs();
+    Timed<decltype(run())> result{run()};
+    result.tookMs = monotonicMs() - start;
+    return result;
+}
+
+// Throws what runRequests throws, and Interrupted.
+void runHosts(const AddInToVerify& addIn, HANDLE stop, const std::function<void(Findings)>& add)
+{
+    const Waiting waiting(stop, addIn.boundMs);
+    const AddInSite site;
+    std::optional<CompanionRole> role(std::in_place);
+    // At the same time as the other two, because all of them mostly wait for the next poll.
+    auto underWay = std::async(
+        std::launch::async,
+        [&] {
+            const Waiting ownWaiting(stop, addIn.boundMs);
+            return timed([&] { return runRequests(addIn, site, ownWaiting); });
+        });
+    const auto commits = timed([&] { return runCommits(addIn, site, *role, waiting); });
+    role.reset();
+    const auto starts = timed([&] {
+        return commits.seen.isAddInOpen ? runStarts(addIn, site, waiting)
+                                        : StartsSeen{.cut = commits.seen.cut};
+    });
+    const auto requests = underWay.get();
+    add(judgeRequests(requests.seen, requests.tookMs));
+    add(judgeCommits(commits.seen, commits.tookMs));
+    add(judgeStarts(starts.seen, starts.tookMs));
+    add(judged(endTable, EndsSeen{requests.seen, commits.seen, starts.seen}, 0));
+}
 
 } // namespace
 
@@ -171,7 +159,18 @@ std::vector<Rule> addInRules()
 
 Findings verifyAddIn(const AddInToVerify& addIn, HANDLE stop, const ShowFinding& show)
 {
-    return AddInVerification(addIn, stop, show).run();
+    Findings all;
+    const auto add = [&](const Findings& findings) {
+        for (const Finding& finding : findings)
+            show(finding);
+        all.insert(all.end(), findings.begin(), findings.end());
+    };
+    try {
+        runHosts(addIn, stop, add);
+    } catch (const Interrupted&) {
+        return all; // the caller knows
+    }
+    return all;
 }
 
 } // namespace zemlink

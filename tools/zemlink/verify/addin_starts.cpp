@@ -51,7 +51,8 @@ public:
         : site_(site),
           waiting_(waiting),
           committed_(peer::toUtf8(site.inside(L"committed.mcam"))),
-          host_((putRecorder(site.folder()), addIn), site, startScript(committed_), waiting)
+          host_((putRecorder(site.folder()), addIn), site, L"starts", startScript(committed_),
+                waiting)
     {
         seen_.committed = committed_;
         seen_.temporaryFolder = temporaryFolder();
