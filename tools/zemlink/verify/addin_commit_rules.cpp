@@ -155,8 +155,9 @@ Sight judgeLock(const Commits& seen)
 {
     if (seen.locks.isWholeRecord())
         return {};
-    if (!hasReached(seen, CommitStep::saves) || seen.watchedCommits == 0)
-        return notSeen(seen.cut.empty() ? "there were no commits to watch" : seen.cut);
+    constexpr size_t fewestCommits = 20; // of a correct add-in, one of these is seen
+    if (seen.watchedCommits < fewestCommits)
+        return notSeen(seen.cut.empty() ? "there were too few commits to watch" : seen.cut);
     const std::string where = seen.locks.atFirstByte ? "the last byte of a record was never locked"
                               : seen.locks.atLastByte
                                   ? "the first byte of a record was never locked"

@@ -13,7 +13,7 @@ namespace zemlink {
 namespace {
 
 constexpr std::int32_t ncPath = 3; // in the machine settings
-constexpr int watchedSaves = 200;
+constexpr int watchedSaves = 30; // usually one to four are enough
 
 // A connection that the add-in leaves open is ended by the port after five seconds.
 constexpr std::int64_t noticeBoundMs = 6500;
@@ -370,19 +370,25 @@ private:
         const bool isWritten = host_.write(std::string(peer::longestRequestBytes + 1, 'x'));
         const size_t before = commits().size();
         const std::string end = "title = \"" + titleOf(CommitStep::saves) + '"';
-        const bool isDone = waiting_.until([&] {
+        const auto isDone = [&] {
             role_.receive(); // the notices of these commits
-            return lock_->isDone() || host_.trace().has(end);
-        });
+            return lock_->isDone() || host_.hasEnded() || host_.trace().has(end);
+        };
+        waiting_.until(isDone, 3 * waiting_.boundMs()); // each is bounded, but there are many
         seen_.locks = lock_->end();
         seen_.watchedCommits = (commits().size() - before) / recordBytes();
         waiting_.pause(tooLongMs - (monotonicMs() - start));
         const peer::CommandFileState left = peer::readCommandFileState(host_.commandFile());
         if (isWritten)
             seen_.tooLongLeft = left.exists ? left.size : 0;
+        const bool isReached = seen_.watchedCommits > 0;
+        if (isReached)
+            seen_.reached = CommitStep::saves;
+        else
+            seen_.cut = "nothing was appended to the commit file while its locks were watched";
         host_.end();
         seen_.isCommandFileGone = !peer::isFile(host_.commandFile());
-        return note(CommitStep::saves, isDone);
+        return isReached;
     }
     size_t recordBytes() const
     {

@@ -72,7 +72,7 @@ HostTrace AddInHost::trace() const
 
 bool AddInHost::waitUntil(const std::function<bool()>& condition) const
 {
-    waiting_.until([&] { return condition() || hasEnded(handle_); });
+    waiting_.until([&] { return condition() || hasEnded(); });
     return condition();
 }
 
@@ -87,7 +87,7 @@ bool AddInHost::write(const std::string& request) const
     bool isWritten = false;
     waiting_.until([&] {
         isWritten = peer::writeRequest(file, request);
-        return isWritten || hasEnded(handle_);
+        return isWritten || hasEnded();
     });
     return isWritten;
 }
@@ -112,7 +112,7 @@ bool AddInHost::open(std::int32_t id, const std::string& path, const std::string
 std::optional<DWORD> AddInHost::waitForEnd() const
 {
     DWORD code = 0;
-    if (!waiting_.until([&] { return hasEnded(handle_); }) || !GetExitCodeProcess(handle_, &code))
+    if (!waiting_.until([&] { return hasEnded(); }) || !GetExitCodeProcess(handle_, &code))
         return std::nullopt;
     return code;
 }
@@ -120,12 +120,14 @@ std::optional<DWORD> AddInHost::waitForEnd() const
 std::string AddInHost::whyNot() const
 {
     const HostTrace lines = trace();
-    if (lines.lines().empty() && !hasEnded(handle_))
+    if (lines.lines().empty() && !hasEnded())
         return "it has written no trace; does it take --addin, --script and --trace?";
-    const size_t error = lines.find("script error");
+    constexpr std::string_view scriptError = "script error";
+    const size_t error = lines.find(scriptError);
     if (error != HostTrace::none)
-        return "of its script the host says: " + lines.lines()[error];
-    if (hasEnded(handle_))
+        return "the host reported a " +
+               lines.lines()[error].substr(lines.lines()[error].find(scriptError));
+    if (hasEnded())
         return "the host has ended; " + endText(handle_);
     return "nothing happened within " + std::to_string(waiting_.boundMs() / 1000) +
            " s; the trace ends with: " + lines.lastLine();

@@ -48,6 +48,7 @@ public:
     bool open(std::int32_t id, const std::string& path, const std::string& part = "") const;
     // The exit code; empty when it is still running after that time.
     std::optional<DWORD> waitForEnd() const;
+    bool hasEnded() const { return zemlink::hasEnded(handle_); }
     void end() { job_.end(); }
 
     // Why the last wait was in vain, for the end of a sentence.

@@ -54,6 +54,7 @@ public:
           host_((putRecorder(site.folder()), addIn), site, L"starts", startScript(committed_),
                 waiting)
     {
+        site.writeSettings("");
         seen_.committed = committed_;
         seen_.temporaryFolder = temporaryFolder();
     }
