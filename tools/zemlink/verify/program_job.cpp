@@ -6,7 +6,6 @@
 namespace zemlink {
 namespace {
 
-constexpr UINT endedByZemlink = 98; // exit code
 constexpr DWORD endBoundMs = 10000;
 
 PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments)
