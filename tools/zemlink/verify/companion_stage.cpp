@@ -75,8 +75,8 @@ void CompanionStage::findInstance()
     if (!window)
         return;
     Instance found{peer::processOf(window), window};
-    found.handle.reset(OpenProcess(
-        SYNCHRONIZE | PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, found.process));
+    found.handle.reset(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE | PROCESS_QUERY_INFORMATION,
+                                   FALSE, found.process));
     found.isOfJob = found.handle && job_ && job_->contains(found.handle.get());
     instance_ = std::move(found);
     wasFound_ = true;
@@ -117,6 +117,15 @@ bool CompanionStage::killInstance()
     if (isKilled)
         instance_.reset();
     return isKilled;
+}
+
+bool CompanionStage::closeInstance()
+{
+    PostMessageW(instance_->window, WM_CLOSE, 0, 0);
+    const bool isClosed = waiting_.until([&] { return instance() == nullptr; });
+    if (isClosed)
+        instance_.reset();
+    return isClosed;
 }
 
 void CompanionStage::endPrograms()
@@ -199,21 +208,10 @@ void CompanionStage::noteReaction(std::int64_t milliseconds)
     reactionMs_ = std::max(reactionMs_, milliseconds);
 }
 
-void CompanionStage::noteRequest(std::int64_t milliseconds)
-{
-    requestMs_ = std::max(requestMs_, milliseconds);
-}
-
-void CompanionStage::giveItTimeForRequest()
-{
-    constexpr std::int64_t leastMs = 300, mostMs = 3000;
-    waiting_.pause(std::clamp(2 * requestMs_, leastMs, mostMs));
-}
-
 void CompanionStage::giveItTime()
 {
-    constexpr std::int64_t leastMs = 300, mostMs = 2000;
-    waiting_.pause(std::clamp(3 * reactionMs_, leastMs, mostMs));
+    constexpr std::int64_t leastMs = 250, mostMs = 2000;
+    waiting_.pause(std::clamp(2 * reactionMs_, leastMs, mostMs));
 }
 
 } // namespace zemlink

@@ -120,6 +120,8 @@ public:
     // Ends the process of the instance's window without a warning. False when it is not one that
     // was started here.
     bool killInstance();
+    // Closes its window, as a user does. False when its process has not ended in time.
+    bool closeInstance();
     // Ends everything that was started.
     void endPrograms();
 
@@ -147,10 +149,6 @@ public:
     // Waits several times as long as the program has needed so far for what it did.
     void giveItTime();
     void noteReaction(std::int64_t milliseconds);
-    // The same for a request, which takes another start of the program.
-    void giveItTimeForRequest();
-    void noteRequest(std::int64_t milliseconds);
-    std::int64_t requestMs() const { return requestMs_; }
 
     // Removed in the end.
     void removeLater(const std::wstring& file) { made_.push_back(file); }
@@ -173,7 +171,7 @@ private:
     bool wasFound_ = false;
     std::unique_ptr<HostsCommitFile> commitFile_{};
     std::vector<std::unique_ptr<HandedCommit>> commits_{};
-    std::int64_t reactionMs_ = 0, requestMs_ = 0;
+    std::int64_t reactionMs_ = 0;
     std::vector<std::wstring> made_{};
     Gathered gathered_{};
 };

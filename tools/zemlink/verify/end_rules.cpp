@@ -139,10 +139,8 @@ Sight losesNothing(CompanionStage& stage)
     HandedCommit& handed = stage.newCommit(64);
     const bool isHandedIn = stage.handIn(handed);
     const std::wstring file = stage.commitFile().path();
-    const HWND window = stage.instance()->window;
     stage.closeCommitFile();
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    const bool isClosed = stage.waiting().until([&] { return stage.instance() == nullptr; });
+    const bool isClosed = stage.closeInstance();
     stage.gathered().isClosed = isClosed;
     if (!isClosed)
         return notSeen("asked to close, the window's process went on");

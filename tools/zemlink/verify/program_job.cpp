@@ -8,6 +8,15 @@ namespace {
 
 constexpr DWORD endBoundMs = 10000;
 
+// What it prints must not get between the lines of zemlink.
+peer::OwnHandle openNothing()
+{
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return peer::ownFile(CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, OPEN_EXISTING,
+                                     0, nullptr));
+}
+
 PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments)
 {
     std::wstring commandLine = L'"' + program + L'"';
@@ -15,10 +24,12 @@ PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstr
         commandLine += L' ' + arguments;
     STARTUPINFOW start{};
     start.cb = sizeof start;
-    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
+    const peer::OwnHandle nothing = openNothing();
+    start.hStdInput = start.hStdOutput = start.hStdError = nothing.get();
     start.wShowWindow = arguments.empty() ? SW_SHOWNORMAL : SW_HIDE;
     PROCESS_INFORMATION created{};
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
                         CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
         throw std::runtime_error("the program cannot be started: error " +
                                  std::to_string(GetLastError()));

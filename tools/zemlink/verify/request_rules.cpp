@@ -100,11 +100,8 @@ std::optional<SeenRequest> takeRequestOfKind(CompanionStage& stage, HostCommandK
 const SeenRequest* askFor(CompanionStage& stage, const std::wstring& arguments,
                           HostCommandKind kind)
 {
-    const std::int64_t start = monotonicMs();
     stage.start(forHost(arguments));
     auto seen = takeRequestOfKind(stage, kind);
-    if (seen)
-        stage.noteRequest(monotonicMs() - start);
     if (!seen && stage.host().isFileHeld() && stage.host().makeClosedFile()) {
         stage.start(forHost(arguments));
         seen = takeRequestOfKind(stage, kind);
@@ -256,21 +253,29 @@ Sight writesAtOnce(CompanionStage& stage)
     return all.empty() ? noRequest() : Sight{};
 }
 
+// Starts the program so that it would write a request, and gives it the time to do so.
+void askInVain(CompanionStage& stage)
+{
+    const HANDLE process = stage.start(forHost(someArguments(stage)));
+    stage.waiting().until([&] { return hasEnded(process); });
+    stage.giveItTime();
+}
+
 Sight leavesFullFile(CompanionStage& stage)
 {
     if (stage.gathered().requests.empty())
         return noRequest();
+    constexpr std::int64_t latecomerMs = 1000;
     constexpr std::string_view earlier = "CHECKIN an earlier request.mcam";
     HostRole& host = stage.host();
     if (!host.makeFile())
         return notSeen("the command file could not be created");
     host.putContent(earlier);
-    stage.start(forHost(someArguments(stage)));
-    stage.giveItTimeForRequest();
+    askInVain(stage);
     const std::string content = host.content();
     // What it wants to write comes now, or never.
     if (host.makeFile() && content == earlier)
-        takeRequest(stage, stage.requestMs());
+        takeRequest(stage, latecomerMs);
     return keptIf(content == earlier, "While an earlier request was in the file, it became " +
                                           bytesText(content) + '.');
 }
@@ -281,8 +286,7 @@ Sight createsNoFile(CompanionStage& stage)
         return noRequest();
     HostRole& host = stage.host();
     host.removeFile();
-    stage.start(forHost(someArguments(stage)));
-    stage.giveItTimeForRequest();
+    askInVain(stage);
     return keptIf(!host.hasFile(), "It created the command file of a host that had none.");
 }
 
