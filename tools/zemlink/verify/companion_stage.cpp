@@ -84,10 +84,12 @@ void CompanionStage::findInstance()
 
 void CompanionStage::waitForInstance()
 {
-    waiting_.until([&] {
+    const bool hasBoth = waiting_.until([&] {
         findInstance();
-        return (instance_ && peer::isInstanceRunning()) || !isProgramRunning();
+        const bool hasSemaphore = hasNoSemaphore_ || peer::isInstanceRunning();
+        return (instance_ && hasSemaphore) || !isProgramRunning();
     });
+    hasNoSemaphore_ = !hasBoth && instance_;
 }
 
 const Instance* CompanionStage::instance() const

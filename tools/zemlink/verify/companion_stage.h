@@ -169,6 +169,7 @@ private:
     std::string unexpectedEnd_{};
     int restarts_ = 0;
     bool wasFound_ = false;
+    bool hasNoSemaphore_ = false; // it was waited for in vain
     std::unique_ptr<HostsCommitFile> commitFile_{};
     std::vector<std::unique_ptr<HandedCommit>> commits_{};
     std::int64_t reactionMs_ = 0;
