@@ -107,6 +107,7 @@ Sight waitsForRest(CompanionStage& stage)
     const bool isTakenEarly = stage.log().hasCommits(before);
     if (!stage.commitFile().append(record.substr(half)))
         return notAppended();
+    handed.since = monotonicMs();
     stage.announce(handed);
     if (isTakenEarly)
         return broken("A commit was taken when only the first " + std::to_string(half) + " of " +
@@ -128,6 +129,7 @@ Sight respectsLock(CompanionStage& stage)
     const bool isTakenEarly =
         !stage.log().commitsOf(peer::toUtf8(handed.file), handed.from).empty();
     locked.release();
+    handed.since = monotonicMs();
     stage.announce(handed);
     const Sight sight = stage.seeTaken(handed);
     return isTakenEarly ? broken("A record was taken while its host had its bytes locked.") : sight;

@@ -50,6 +50,11 @@ CompanionStage::~CompanionStage()
         DeleteFileW(file.c_str());
 }
 
+std::int64_t CompanionStage::leftOfBound(std::int64_t since) const
+{
+    return std::max<std::int64_t>(since + waiting_.boundMs() - monotonicMs(), 0);
+}
+
 std::string CompanionStage::boundText() const
 {
     return "within " + std::to_string(waiting_.boundMs() / 1000) + " seconds";
@@ -153,7 +158,8 @@ HandedCommit& CompanionStage::newCommit(std::uint32_t id)
 
 HandedCommit& CompanionStage::newCommitOf(const std::wstring& file, std::uint32_t id)
 {
-    commits_.push_back(std::make_unique<HandedCommit>(HandedCommit{file, id, log_.size()}));
+    commits_.push_back(
+        std::make_unique<HandedCommit>(HandedCommit{file, id, log_.size(), monotonicMs()}));
     return *commits_.back();
 }
 
@@ -171,6 +177,7 @@ HostsCommitFile& CompanionStage::commitFile()
 bool CompanionStage::handIn(HandedCommit& commit, bool isAnnounced)
 {
     commit.isAnnounced = isAnnounced;
+    commit.since = monotonicMs();
     const bool isWritten = commitFile().append(peer::formatCommitRecord({commit.id, commit.file}));
     if (isWritten && isAnnounced)
         announce(commit);
@@ -187,11 +194,13 @@ bool CompanionStage::waitUntilTaken(HandedCommit& commit)
 {
     const std::string file = peer::toUtf8(commit.file);
     const std::int64_t start = monotonicMs();
-    commit.isTaken = commit.isTaken || waiting_.until([&] {
-        if (commitFile_)
-            commitFile_->look();
-        return !log_.commitsOf(file, commit.from).empty();
-    });
+    commit.isTaken = commit.isTaken || waiting_.until(
+                                           [&] {
+                                               if (commitFile_)
+                                                   commitFile_->look();
+                                               return !log_.commitsOf(file, commit.from).empty();
+                                           },
+                                           leftOfBound(commit.since));
     if (commit.isTaken && commit.isAnnounced)
         noteReaction(monotonicMs() - start);
     return commit.isTaken;

@@ -25,6 +25,7 @@ struct HandedCommit {
     std::wstring file{};
     std::uint32_t id = 0;
     size_t from = 0;          // the place among the events at which its own may be
+    std::int64_t since = 0;   // when it was handed in, or could be taken at last
     bool isAnnounced = false; // by a notice
     bool isTaken = false;
 };
@@ -76,6 +77,7 @@ struct Gathered {
     std::vector<HandedCommit*> waiting{}; // when the instance was ended
     HandedCommit* late = nullptr;         // handed in after that
     size_t eventsBeforeRestart = 0;
+    std::int64_t restartedAt = 0;
     std::wstring leftCommitFile{};
     bool isClosed = false;
 };
@@ -92,6 +94,8 @@ public:
     const CompanionToVerify& companion() const { return companion_; }
     const std::wstring& folder() const { return folder_; }
     const Waiting& waiting() const { return waiting_; }
+    // What is left of the bound that began then.
+    std::int64_t leftOfBound(std::int64_t since) const;
     CompanionEventLog& log() { return log_; }
     HostRole& host() { return host_; }
     Gathered& gathered() { return gathered_; }
@@ -139,7 +143,8 @@ public:
     // Appends its record and, if wanted, sends the notice. False when it cannot be written.
     bool handIn(HandedCommit& commit, bool isAnnounced = true);
     void announce(const HandedCommit& commit);
-    // Waits until the log shows it; false on timeout.
+    // Waits until the log shows it; false when it does not within the bound from when the commit
+    // was handed in, so that several are waited for together.
     bool waitUntilTaken(HandedCommit& commit);
     // The same for a rule that it is taken.
     Sight seeTaken(HandedCommit& commit);

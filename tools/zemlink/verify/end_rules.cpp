@@ -70,6 +70,18 @@ Sight freesSemaphore(CompanionStage& stage)
 
 // ---- The next start
 
+// From now on what was left can be taken.
+void noteRestart(CompanionStage& stage, HandedCommit& handed)
+{
+    Gathered& gathered = stage.gathered();
+    gathered.restartedAt = monotonicMs();
+    handed.since = gathered.restartedAt;
+    for (HandedCommit* waiting : gathered.waiting)
+        waiting->since = gathered.restartedAt;
+    if (gathered.late != nullptr)
+        gathered.late->since = gathered.restartedAt;
+}
+
 Sight takesCommitOfStart(CompanionStage& stage)
 {
     if (!stage.wasFound())
@@ -78,11 +90,11 @@ Sight takesCommitOfStart(CompanionStage& stage)
     stage.gathered().eventsBeforeRestart = stage.log().size();
     stage.start(L"--commit \"" + handed.file + L"\" --id 4294967295");
     stage.waitForInstance();
-    const bool hasBecomeInstance = stage.instance() != nullptr;
-    if (!hasBecomeInstance) {
+    if (stage.instance() == nullptr) { // it need not become the running instance
         stage.start(L"");
         stage.waitForInstance();
     }
+    noteRestart(stage, handed);
     return stage.log().exists() ? stage.seeTaken(handed) : noLog();
 }
 
@@ -127,7 +139,8 @@ Sight removesFile(CompanionStage& stage)
     const std::wstring& file = stage.gathered().leftCommitFile;
     if (file.empty() || stage.instance() == nullptr)
         return notSeen("there was no commit file, or no next start");
-    const bool isGone = stage.waiting().until([&] { return !peer::isFile(file); });
+    const bool isGone = stage.waiting().until([&] { return !peer::isFile(file); },
+                                              stage.leftOfBound(stage.gathered().restartedAt));
     return keptIf(isGone, "The commit file of the ended process was still there " +
                               stage.afterBoundText() + '.');
 }

@@ -28,6 +28,7 @@ Sight holdsSemaphore(CompanionStage& stage)
     starts.plain = stage.start(L"");
     starts.withCommit = stage.start(L"--commit " + inQuotes(starts.commit->file));
     stage.waitForInstance();
+    starts.commit->since = monotonicMs();
     if (stage.instance() != nullptr)
         stage.commitFile(); // as a host that opens it long before it writes
     return keptIf(peer::isInstanceRunning(), startupProblem(stage));
