@@ -52,8 +52,8 @@ Rules companionRules()
 Findings verifyCompanion(const CompanionToVerify& companion, HANDLE stop, const ShowFinding& show)
 {
     Findings findings;
-    CompanionStage stage(companion, stop);
     try {
+        CompanionStage stage(companion, stop);
         for (const CheckedRule& checked : allRules()) {
             findings.push_back(findingOf(stage, checked));
             show(findings.back());

@@ -17,23 +17,37 @@ peer::OwnHandle openNothing()
                                      0, nullptr));
 }
 
-PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments)
+// Starting can fail for a moment while another process of the same program is ending.
+bool isWorthTrying(DWORD error)
 {
+    return error != ERROR_BAD_EXE_FORMAT && error != ERROR_ELEVATION_REQUIRED &&
+           error != ERROR_FILE_NOT_FOUND;
+}
+
+PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments,
+                                    WORD show)
+{
+    constexpr int tries = 10;
+    constexpr DWORD pauseMs = 100;
     std::wstring commandLine = L'"' + program + L'"';
     if (!arguments.empty())
         commandLine += L' ' + arguments;
+    const peer::OwnHandle nothing = openNothing();
     STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
-    const peer::OwnHandle nothing = openNothing();
+    start.wShowWindow = show;
     start.hStdInput = start.hStdOutput = start.hStdError = nothing.get();
-    start.wShowWindow = arguments.empty() ? SW_SHOWNORMAL : SW_HIDE;
     PROCESS_INFORMATION created{};
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                        CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
-        throw std::runtime_error("the program cannot be started: error " +
-                                 std::to_string(GetLastError()));
-    return created;
+    DWORD error = ERROR_SUCCESS;
+    for (int i = 0; i < tries && (i == 0 || isWorthTrying(error)); ++i) {
+        if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
+                           CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
+            return created;
+        error = GetLastError();
+        Sleep(pauseMs);
+    }
+    throw std::runtime_error("the program cannot be started: error " + std::to_string(error));
 }
 
 } // namespace
@@ -49,7 +63,12 @@ ProgramJob::ProgramJob() : job_(CreateJobObjectW(nullptr, nullptr))
 
 HANDLE ProgramJob::start(const std::wstring& program, const std::wstring& arguments)
 {
-    const PROCESS_INFORMATION created = createSuspended(program, arguments);
+    return start(program, arguments, arguments.empty() ? SW_SHOWNORMAL : SW_HIDE);
+}
+
+HANDLE ProgramJob::start(const std::wstring& program, const std::wstring& arguments, WORD show)
+{
+    const PROCESS_INFORMATION created = createSuspended(program, arguments, show);
     started_.emplace_back(created.hProcess);
     const peer::OwnHandle thread(created.hThread);
     if (!AssignProcessToJobObject(job_.get(), created.hProcess)) {

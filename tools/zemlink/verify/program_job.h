@@ -24,6 +24,8 @@ public:
     // Starts the program with these arguments; its window is requested as hosts do: as hidden if
     // there are arguments. The handle is valid as long as this object. Throws std::runtime_error.
     HANDLE start(const std::wstring& program, const std::wstring& arguments);
+    // The same, with its window requested like this (a value of ShowWindow).
+    HANDLE start(const std::wstring& program, const std::wstring& arguments, WORD show);
 
     // Whether no process of it is running.
     bool isEmpty() const;

@@ -1,5 +1,7 @@
 // What hosts see of a Companion that has just been started, and what its command lines do.
+#include "peer/files.h"
 #include "peer/running_programs.h"
+#include "peer/settings_file.h"
 #include "peer/text.h"
 #include "tools/zemlink/verify/companion_rule_groups.h"
 
@@ -50,6 +52,15 @@ Sight startsOnce(CompanionStage& stage)
 Sight takesFirstCommit(CompanionStage& stage)
 {
     return stage.seeTaken(*stage.gathered().firstStarts.commit);
+}
+
+Sight endsSettingLines(CompanionStage& stage)
+{
+    const auto settings = peer::readFile(stage.folder() + peer::settingsFile);
+    if (!settings)
+        return notSeen("there is no file cfg\\settings.ini");
+    return keptIf(!peer::isLastSettingCut(*settings),
+                  "Its last line has no line feed: hosts cut the last character of its value.");
 }
 
 // ---- Command lines
@@ -122,6 +133,9 @@ CheckedRules startRules()
         {{"start.commit", "Takes the commit that one of these two starts brings."},
          Needs::log,
          takesFirstCommit},
+        {{"start.settings", "Ends the last line of its settings file with a line feed."},
+         Needs::nothing,
+         endsSettingLines},
     };
 }
 
