@@ -20,8 +20,7 @@ peer::OwnHandle openNothing()
 // Starting can fail for a moment while another process of the same program is ending.
 bool isWorthTrying(DWORD error)
 {
-    return error != ERROR_BAD_EXE_FORMAT && error != ERROR_ELEVATION_REQUIRED &&
-           error != ERROR_FILE_NOT_FOUND;
+    return error != ERROR_BAD_EXE_FORMAT && error != ERROR_FILE_NOT_FOUND;
 }
 
 PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments,
