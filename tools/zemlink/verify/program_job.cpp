@@ -6,25 +6,47 @@
 namespace zemlink {
 namespace {
 
-constexpr UINT endedByZemlink = 98; // exit code
 constexpr DWORD endBoundMs = 10000;
+
+// What it prints must not get between the lines of zemlink.
+peer::OwnHandle openNothing()
+{
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return peer::ownFile(CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, OPEN_EXISTING,
+                                     0, nullptr));
+}
+
+// Starting can fail for a moment while another process of the same program is ending.
+bool isWorthTrying(DWORD error)
+{
+    return error != ERROR_BAD_EXE_FORMAT && error != ERROR_FILE_NOT_FOUND;
+}
 
 PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments,
                                     WORD show)
 {
+    constexpr int tries = 10;
+    constexpr DWORD pauseMs = 100;
     std::wstring commandLine = L'"' + program + L'"';
     if (!arguments.empty())
         commandLine += L' ' + arguments;
+    const peer::OwnHandle nothing = openNothing();
     STARTUPINFOW start{};
     start.cb = sizeof start;
-    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
     start.wShowWindow = show;
+    start.hStdInput = start.hStdOutput = start.hStdError = nothing.get();
     PROCESS_INFORMATION created{};
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
-                        CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
-        throw std::runtime_error("the program cannot be started: error " +
-                                 std::to_string(GetLastError()));
-    return created;
+    DWORD error = ERROR_SUCCESS;
+    for (int i = 0; i < tries && (i == 0 || isWorthTrying(error)); ++i) {
+        if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
+                           CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
+            return created;
+        error = GetLastError();
+        Sleep(pauseMs);
+    }
+    throw std::runtime_error("the program cannot be started: error " + std::to_string(error));
 }
 
 } // namespace

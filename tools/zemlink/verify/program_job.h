@@ -8,6 +8,9 @@
 
 namespace zemlink {
 
+// The exit code of a process that is ended from here.
+inline constexpr UINT endedByZemlink = 98;
+
 // Ends all its processes, and those that they have started, with this object or with zemlink,
 // however that ends.
 class ProgramJob {

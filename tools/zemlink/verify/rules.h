@@ -16,6 +16,8 @@ struct Rule {
     std::string text{};
 };
 
+using Rules = std::vector<Rule>;
+
 enum class RuleState {
     kept,
     broken,
@@ -35,6 +37,11 @@ inline Sight broken(std::string how)
 inline Sight notSeen(std::string why)
 {
     return {RuleState::notSeen, std::move(why)};
+}
+
+inline Sight keptIf(bool isKept, std::string otherwise)
+{
+    return isKept ? Sight{} : broken(std::move(otherwise));
 }
 
 struct Finding {
