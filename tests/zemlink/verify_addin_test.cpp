@@ -1,12 +1,15 @@
 // `zemlink verify addin` with the stand-in host: the shipped add-in, and the same with a flaw.
+#include "peer/running_programs.h"
 #include "peer/wire_constants.h"
 #include "support/installation.h"
 #include "tools/zemlink/reports/report.h"
+#include "zemlink/own_console.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 
 using namespace testing_support;
 using zemlink::Report;
@@ -106,6 +109,45 @@ TEST_F(VerifiedAddIn, leavesNothingBehind)
     const std::set<std::wstring> before = temporaryFiles();
     verified(installation, L"torvapdm.dll");
     EXPECT_EQ(temporaryFiles(), before);
+    EXPECT_EQ(registeredFolder(), installation.root());
+}
+
+TEST_F(VerifiedAddIn, endsWithItsHostsWhenItIsKilled)
+{
+    Process tool(quoted(programFolder() + L"zemlink.exe") + L' ' + argumentsFor(L"torvapdm.dll"));
+    ASSERT_TRUE(waitUntil([] { return peer::findHosts().size() == 2; }));
+    tool.end();
+    EXPECT_TRUE(waitUntil([] { return peer::findHosts().empty(); }));
+    EXPECT_NE(registeredFolder(), installation.root());
+    EXPECT_EQ(runTool(installation, argumentsFor(L"torvapdm.dll")).exitCode, 0u);
+    EXPECT_EQ(registeredFolder(), installation.root());
+}
+
+TEST_F(VerifiedAddIn, isLeftAloneAtCtrlC)
+{
+    const OwnConsole console;
+    const std::set<std::wstring> before = temporaryFiles();
+    const ToolRun run(installation, argumentsFor(L"torvapdm.dll"));
+    ASSERT_TRUE(waitUntil([] { return peer::findHosts().size() == 2; }));
+    console.pressCtrlC();
+    EXPECT_EQ(run.waitForExit(), 1u);
+    EXPECT_EQ(run.errors(), "zemlink: the verification was interrupted\n");
+    EXPECT_TRUE(peer::findHosts().empty());
+    EXPECT_EQ(registeredFolder(), installation.root());
+    EXPECT_EQ(temporaryFiles(), before);
+}
+
+TEST_F(VerifiedAddIn, needsAHostThatTakesScripts)
+{
+    wchar_t folder[MAX_PATH] = L"";
+    GetSystemDirectoryW(folder, MAX_PATH);
+    const std::wstring library = quoted(programFolder() + L"torvapdm.dll");
+    const ToolResult result =
+        runTool(installation, L"verify addin --timeout 1 " +
+                                  quoted(folder + std::wstring(L"\\notepad.exe")) + L' ' + library);
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.errors.find("does it take --addin, --script and --trace?"), std::string::npos)
+        << result.errors;
     EXPECT_EQ(registeredFolder(), installation.root());
 }
 

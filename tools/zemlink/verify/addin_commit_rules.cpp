@@ -5,7 +5,7 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/reports/report.h"
-#include "tools/zemlink/verify/checked_rule.h"
+#include "tools/zemlink/verify/judged_rule.h"
 
 #include <algorithm>
 #include <string_view>
@@ -497,7 +497,7 @@ Sight judgeCatia(const Commits& seen)
     return keptIf(woken != HostTrace::none, "its m_notify was not called with 6");
 }
 
-constexpr CheckedRule<Commits> commitTable[] = {
+constexpr JudgedRule<Commits> commitTable[] = {
     {"commit.saved-first", "Has the host save the document before the picture.", judgeSaved},
     {"commit.picture", "Leaves a picture of the screen.", judgePicture},
     {"commit.picture-first", "Leaves the picture before it writes the record.", judgePictureFirst},
@@ -545,7 +545,7 @@ constexpr CheckedRule<Commits> commitTable[] = {
 
 } // namespace
 
-std::vector<Rule> commitRules()
+Rules addInCommitRules()
 {
     return rulesOf(commitTable);
 }

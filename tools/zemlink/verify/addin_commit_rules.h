@@ -5,11 +5,10 @@
 #include "tools/zemlink/verify/rules.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace zemlink {
 
-std::vector<Rule> commitRules();
+Rules addInCommitRules();
 Findings judgeCommits(const CommitsSeen& seen, std::int64_t tookMs);
 
 } // namespace zemlink

@@ -13,7 +13,7 @@ namespace zemlink {
 namespace {
 
 constexpr std::int32_t ncPath = 3; // in the machine settings
-constexpr int watchedSaves = 30; // usually one to four are enough
+constexpr int watchedSaves = 30;   // usually one to four are enough
 
 // A connection that the add-in leaves open is ended by the port after five seconds.
 constexpr std::int64_t noticeBoundMs = 6500;

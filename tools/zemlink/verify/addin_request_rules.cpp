@@ -4,7 +4,7 @@
 #include "peer/text.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/reports/report.h"
-#include "tools/zemlink/verify/checked_rule.h"
+#include "tools/zemlink/verify/judged_rule.h"
 
 #include <algorithm>
 #include <string_view>
@@ -351,7 +351,7 @@ Sight judgeLogGrows(const Seen& seen)
                   "the lines of the first load were not followed by those of later loads");
 }
 
-constexpr CheckedRule<Seen> requestTable[] = {
+constexpr JudgedRule<Seen> requestTable[] = {
     {"start.exports", "Has the fourteen entry points.", judgeExports},
     {"start.version", "Declares the version that it supports.", judgeVersion},
     {"start.command-file", "Creates an empty command file when it is opened.", judgeCommandFile},
@@ -390,7 +390,7 @@ constexpr CheckedRule<Seen> requestTable[] = {
 
 } // namespace
 
-std::vector<Rule> requestRules()
+Rules addInRequestRules()
 {
     return rulesOf(requestTable);
 }

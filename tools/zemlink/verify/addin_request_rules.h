@@ -5,11 +5,10 @@
 #include "tools/zemlink/verify/rules.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace zemlink {
 
-std::vector<Rule> requestRules();
+Rules addInRequestRules();
 Findings judgeRequests(const RequestsSeen& seen, std::int64_t tookMs);
 
 } // namespace zemlink

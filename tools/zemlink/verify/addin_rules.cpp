@@ -4,7 +4,7 @@
 #include "tools/zemlink/verify/addin_commit_rules.h"
 #include "tools/zemlink/verify/addin_request_rules.h"
 #include "tools/zemlink/verify/addin_start_rules.h"
-#include "tools/zemlink/verify/checked_rule.h"
+#include "tools/zemlink/verify/judged_rule.h"
 
 #include <algorithm>
 #include <functional>
@@ -94,7 +94,7 @@ Sight judgeClosedFile(const EndsSeen& seen)
     return keptIf(!seen.starts.isCommandFileLeft, fileLeft);
 }
 
-constexpr CheckedRule<EndsSeen> endTable[] = {
+constexpr JudgedRule<EndsSeen> endTable[] = {
     {"end.exit", "Lets the host end with exit code 0.", judgeExit},
     {"end.command-file", "Removes its command file when the host ends.", judgeFileGone},
     {"end.close-command-file", "Removes its command file when it is closed.", judgeClosedFile},
@@ -148,11 +148,11 @@ void runHosts(const AddInToVerify& addIn, HANDLE stop, const std::function<void(
 
 } // namespace
 
-std::vector<Rule> addInRules()
+Rules addInRules()
 {
-    std::vector<Rule> rules;
-    for (const std::vector<Rule>& each :
-         {requestRules(), commitRules(), startRules(), rulesOf(endTable)})
+    Rules rules;
+    for (const Rules& each :
+         {addInRequestRules(), addInCommitRules(), addInStartRules(), rulesOf(endTable)})
         rules.insert(rules.end(), each.begin(), each.end());
     return rules;
 }

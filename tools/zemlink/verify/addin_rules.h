@@ -16,7 +16,7 @@ struct AddInToVerify {
 };
 
 // All of them, in the order of the findings.
-std::vector<Rule> addInRules();
+Rules addInRules();
 
 // Starts the host several times, plays the Companion in an installation folder of its own, and ends
 // what it started. Ends early when `stop` is signalled. Throws std::runtime_error when a Companion

@@ -4,7 +4,7 @@
 #include "peer/numbers.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
-#include "tools/zemlink/verify/checked_rule.h"
+#include "tools/zemlink/verify/judged_rule.h"
 
 #include <algorithm>
 #include <string_view>
@@ -138,7 +138,7 @@ Sight judgeNotStarted(const Starts& seen)
                     "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed.");
 }
 
-constexpr CheckedRule<Starts> startTable[] = {
+constexpr JudgedRule<Starts> startTable[] = {
     {"messages.not-installed", "Shows a message when About finds no Companion to start.",
      judgeNotInstalled},
     {"messages.not-started", "Shows a message when a save cannot start the Companion.",
@@ -158,7 +158,7 @@ constexpr CheckedRule<Starts> startTable[] = {
 
 } // namespace
 
-std::vector<Rule> startRules()
+Rules addInStartRules()
 {
     return rulesOf(startTable);
 }

@@ -5,11 +5,10 @@
 #include "tools/zemlink/verify/rules.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace zemlink {
 
-std::vector<Rule> startRules();
+Rules addInStartRules();
 Findings judgeStarts(const StartsSeen& seen, std::int64_t tookMs);
 
 } // namespace zemlink

@@ -1,33 +1,26 @@
-// A rule with the function that judges it.
+// A rule with the function that judges what was seen.
 #pragma once
 
 #include "tools/zemlink/verify/rules.h"
 
 #include <cstdint>
-#include <string>
-#include <vector>
 
 namespace zemlink {
 
 // `Seen` is what was seen of a program while it ran; the judgement needs nothing else.
 template <class Seen>
-struct CheckedRule {
+struct JudgedRule {
     const char* id;
     const char* text;
     Sight (*judge)(const Seen& seen);
 };
 
-inline Sight keptIf(bool isKept, std::string otherwise)
-{
-    return isKept ? Sight() : broken(std::move(otherwise));
-}
-
-// The rules of a table without their checks.
+// The rules of a table without their judgements.
 template <class Seen, size_t count>
-std::vector<Rule> rulesOf(const CheckedRule<Seen> (&table)[count])
+Rules rulesOf(const JudgedRule<Seen> (&table)[count])
 {
-    std::vector<Rule> rules;
-    for (const CheckedRule<Seen>& each : table)
+    Rules rules;
+    for (const JudgedRule<Seen>& each : table)
         rules.push_back({each.id, each.text});
     return rules;
 }
@@ -35,10 +28,10 @@ std::vector<Rule> rulesOf(const CheckedRule<Seen> (&table)[count])
 // One finding for each rule of the table. What was seen took this long altogether; the first
 // finding gets that time.
 template <class Seen, size_t count>
-Findings judged(const CheckedRule<Seen> (&table)[count], const Seen& seen, std::int64_t tookMs)
+Findings judged(const JudgedRule<Seen> (&table)[count], const Seen& seen, std::int64_t tookMs)
 {
     Findings findings;
-    for (const CheckedRule<Seen>& each : table)
+    for (const JudgedRule<Seen>& each : table)
         findings.push_back({{each.id, each.text}, each.judge(seen), findings.empty() ? tookMs : 0});
     return findings;
 }
