@@ -1,6 +1,6 @@
-// The stand-in Companion with one mistake, named by the environment variable COMPANION_FLAW: before
-// its main function runs, some of its system calls are redirected to the functions below. Its own
-// code is unchanged.
+// The stand-in Companion with mistakes, which the environment variable COMPANION_FLAW names,
+// separated by commas: before its main function runs, some of its system calls are redirected to
+// the functions below. Its own code is unchanged.
 #include "support/system_calls.h"
 
 #include "peer/files.h"
@@ -76,6 +76,17 @@ LRESULT WINAPI sendAndStay(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     if (reinterpret_cast<const COPYDATASTRUCT*>(lParam)->cbData == 0)
         Sleep(INFINITE);
     return sent;
+}
+
+// ---- The log
+
+HANDLE WINAPI openNoLog(const wchar_t* path, DWORD access, DWORD share,
+                        SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags, HANDLE model)
+{
+    if (!isNamed(path, peer::companionLogName))
+        return createFile(path, access, share, security, disposition, flags, model);
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
 }
 
 // ---- The commit file
@@ -299,6 +310,7 @@ struct Flaw {
 constexpr Flaw flaws[] = {
     {"mutex", [] { REDIRECT(CreateSemaphoreW, createMutexInstead); }},
     {"stays", [] { REDIRECT_IN(L"user32.dll", SendMessageTimeoutW, sendAndStay); }},
+    {"logs-nothing", [] { REDIRECT(CreateFileW, openNoLog); }},
     {"locks-nothing", [] { REDIRECT(LockFileEx, lockNothing); }},
     {"locks-everything",
      [] {
@@ -336,17 +348,21 @@ constexpr Flaw flaws[] = {
      }},
 };
 
-bool installFlaw()
+bool installFlaws()
 {
-    const char* const name = std::getenv("COMPANION_FLAW");
-    const auto flaw =
-        std::ranges::find(flaws, std::string_view(name != nullptr ? name : ""), &Flaw::name);
-    if (flaw == std::end(flaws))
-        return false;
-    flaw->install();
+    const char* const names = std::getenv("COMPANION_FLAW");
+    std::string_view rest = names != nullptr ? names : "";
+    while (!rest.empty()) {
+        const size_t end = std::min(rest.find(','), rest.size());
+        const auto flaw = std::ranges::find(flaws, rest.substr(0, end), &Flaw::name);
+        if (flaw == std::end(flaws))
+            std::exit(97);
+        flaw->install();
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
     return true;
 }
 
-[[maybe_unused]] const bool isInstalled = installFlaw(); // before WinMain
+[[maybe_unused]] const bool isInstalled = installFlaws(); // before WinMain
 
 } // namespace
