@@ -66,4 +66,17 @@ Notice parseNotice(std::string_view bytes)
     return {};
 }
 
+std::string formatNotice(const Notice& notice)
+{
+    const auto form = std::ranges::find(forms, notice.kind, &NoticeForm::kind);
+    if (form == std::end(forms))
+        return {};
+    std::string line(form->start);
+    if (form->hasId)
+        line += std::to_string(notice.id);
+    if (form->afterId != '\0')
+        line += form->afterId;
+    return line + notice.path + '\n';
+}
+
 } // namespace peer

@@ -27,4 +27,7 @@ struct Notice {
 // path.
 Notice parseNotice(std::string_view bytes);
 
+// The line with its line feed; empty for an unknown notice.
+std::string formatNotice(const Notice& notice);
+
 } // namespace peer

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace peer {
 namespace {
@@ -90,6 +91,18 @@ bool makeNonblocking(const OwnSocket& socket)
 {
     u_long isNonblocking = 1;
     return ioctlsocket(socket.get(), static_cast<long>(FIONBIO), &isNonblocking) == 0;
+}
+
+sockaddr_in hostsTarget()
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(noticePort);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const hostent* own = gethostbyname("");
+    if (own != nullptr && own->h_addrtype == AF_INET && own->h_addr_list[0] != nullptr)
+        std::memcpy(&address.sin_addr, own->h_addr_list[0], sizeof address.sin_addr);
+    return address;
 }
 
 int openNoticePort(NoticeListener& listener)

@@ -30,6 +30,9 @@ bool makeNonblocking(const OwnSocket& socket);
 // 127.x.x.x, or equals its local address. IPv4, the first number in the highest bits.
 bool isOwnAddress(std::uint32_t remote, std::uint32_t local);
 
+// Where hosts send notices: the computer's first address. Winsock must have been started.
+sockaddr_in hostsTarget();
+
 // Opens the port exclusively on all IPv4 addresses. 0 or an error code; another program may have
 // the port.
 int openNoticePort(NoticeListener& listener);

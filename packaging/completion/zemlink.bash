@@ -24,7 +24,7 @@ _zemlink() {
     record) words="--redact --timeout" ;;
     replay) words="--host --at-once --timeout" ;;
     report) words="--recording --redact" ;;
-    verify) words="--open --new-file --check-in --junit" ;;
+    verify) words="--open --new-file --check-in --junit --timeout" ;;
     doctor) words="--all" ;;
     *) words="$commands --version" ;;
     esac

@@ -13,7 +13,7 @@ Register-ArgumentCompleter -Native -CommandName zemlink, zemlink.exe -ScriptBloc
         'record' = @('--redact', '--timeout')
         'replay' = @('--host', '--at-once', '--timeout')
         'report' = @('--recording', '--redact')
-        'verify' = @('--open', '--new-file', '--check-in', '--junit')
+        'verify' = @('--open', '--new-file', '--check-in', '--junit', '--timeout')
         'doctor' = @('--all')
     }
     $kinds = 'command', 'machine', 'answer', 'commits', 'tools', 'queue', 'notices', 'picture', 'log', 'events', 'bookmark', 'copies', 'settings'

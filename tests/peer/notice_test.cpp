@@ -52,6 +52,15 @@ TEST(PeerNotice, hasFourForms)
     });
 }
 
+TEST(PeerNotice, isFormattedAsItIsParsed)
+{
+    for (const std::string& line :
+         {"MCAMXMLIMPORTDATAID=-17;C:\\a b\\s.xml\n"s, "ZEMID=4294967295|C:\\parts\\a.mcam\n"s,
+          "TOOL-7\n"s, "IMPORTNCQUEUE|C:\\t\\ncqueue-7.txt\n"s})
+        EXPECT_EQ(formatNotice(parseNotice(line)), line);
+    EXPECT_EQ(formatNotice({}), "");
+}
+
 TEST(PeerNotice, hasASignedIdExceptInACommit)
 {
     expectEach({

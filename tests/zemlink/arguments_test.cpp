@@ -45,6 +45,27 @@ TEST(Arguments, allowOptionsInAnyOrder)
     EXPECT_TRUE(decode.isJson);
 }
 
+TEST(Arguments, selectWhatToVerify)
+{
+    const Arguments companion =
+        parseArguments({"verify", "companion", "a.exe", "--open", "--send x --host {host}",
+                        "--check-in", "-c", "--junit", "rules.xml", "--timeout", "3"});
+    EXPECT_EQ(companion.command, Command::verify);
+    EXPECT_EQ(companion.verified, VerifiedKind::companion);
+    EXPECT_EQ(companion.path, "a.exe");
+    EXPECT_EQ(companion.openArguments, "--send x --host {host}");
+    EXPECT_EQ(companion.newFileArguments, "");
+    EXPECT_EQ(companion.checkInArguments, "-c");
+    EXPECT_EQ(companion.junit, "rules.xml");
+    EXPECT_EQ(companion.timeoutMs, 3000);
+    const Arguments addIn = parseArguments({"verify", "addin", "host.exe", "a.dll"});
+    EXPECT_EQ(addIn.verified, VerifiedKind::addIn);
+    EXPECT_EQ(addIn.library, "a.dll");
+    EXPECT_NE(usageError({"verify", "addin", "host.exe"}), "");
+    EXPECT_NE(usageError({"verify", "companion", "a.exe", "a.dll"}), "");
+    EXPECT_NE(usageError({"verify", "host", "a.exe"}), "");
+}
+
 TEST(Arguments, selectWhatToReplayAndReport)
 {
     const Arguments replay = parseArguments({"replay", "--at-once", "a.zip", "--host", "8"});

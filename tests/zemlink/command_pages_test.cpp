@@ -5,6 +5,7 @@
 #include "tools/zemlink/arguments.h"
 #include "tools/zemlink/reports/exchange_kind.h"
 #include "tools/zemlink/reports/problems.h"
+#include "tools/zemlink/verify/companion_rules.h"
 
 #include <gtest/gtest.h>
 
@@ -110,4 +111,15 @@ TEST(DoctorPage, listsEveryProblemInOrder)
     for (const documents::TableRow& row : documents::tableBelow(page, "## doctor"))
         listed.push_back(documents::codeIn(row.at(0)));
     EXPECT_EQ(listed, problemNames());
+}
+
+TEST(VerifyPage, listsEveryRuleInOrder)
+{
+    const std::string page = documents::pageText("your-own-companion.md");
+    std::vector<std::string> listed, checked;
+    for (const documents::TableRow& row : documents::tableBelow(page, "## The rules"))
+        listed.push_back(documents::codeIn(row.at(0)));
+    for (const Rule& rule : companionRules())
+        checked.push_back(rule.id);
+    EXPECT_EQ(listed, checked);
 }

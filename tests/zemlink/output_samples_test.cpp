@@ -143,6 +143,20 @@ TEST_F(ZemlinkJson, isWrittenForAReplay)
     run("replayed", L"replay " + quoted(recording) + L" --at-once --timeout 1"); // without a host
 }
 
+TEST_F(ZemlinkJson, isWrittenForAVerification)
+{
+    const std::wstring folder = installation.path(L"a & b");
+    CreateDirectoryW(folder.c_str(), nullptr);
+    const std::wstring program = folder + L"\\TORVA-ZEM.exe";
+    const std::wstring junit = installation.path(L"rules.xml");
+    CopyFileW((programFolder() + L"start_recorder.exe").c_str(), program.c_str(), TRUE);
+    run("verified", L"verify companion " + quoted(program) + L" --junit " + quoted(junit));
+    const std::string xml = readBytes(junit).value_or("");
+    EXPECT_TRUE(xml.starts_with("<?xml"));
+    if (const wchar_t* outputs = _wgetenv(L"ZEMLINK_OUTPUTS"))
+        writeBytes(outputs + std::wstring(L"\\verified.xml"), xml);
+}
+
 TEST_F(ZemlinkJson, isWrittenForEachNotice)
 {
     const Sockets sockets;

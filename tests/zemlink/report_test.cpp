@@ -1,5 +1,6 @@
 #include "tools/zemlink/reports/file_reports.h"
 #include "tools/zemlink/reports/report.h"
+#include "tools/zemlink/verify/rule_report.h"
 
 #include <gtest/gtest.h>
 
@@ -56,4 +57,44 @@ TEST(SettingsReport, listsTheFourSettings)
     EXPECT_EQ(
         inForce("AlwaysSaveTools=yes\nMCXIMPORTNC=Y MCXIMPORTNC=n\nUseFtpServer=Y\nMCXCATIA=y\n"),
         R"({"UseFtpServer":true,"AlwaysSaveTools":true,"MCXCATIA":true,"MCXIMPORTNC":false})");
+}
+
+namespace {
+
+const Findings findings = {{{"start.window", "Has a window."}, {}, 1234},
+                           {{"commits.lock", "Respects \"<locks>\"."}, broken("a & b\r\x1F"), 5},
+                           {{"requests.open", "Writes requests."}, notSeen("--open is missing")}};
+
+} // namespace
+
+TEST(VerifyReport, isATableWithWhatWasSeen)
+{
+    std::string table;
+    for (const Finding& finding : findings)
+        table += findingText(finding);
+    EXPECT_EQ(table, "kept      start.window                    Has a window.\n"
+                     "broken    commits.lock                    Respects \"<locks>\".\n"
+                     "          a & b<0D><1F>\n"
+                     "not seen  requests.open                   Writes requests.\n"
+                     "          --open is missing\n");
+    EXPECT_EQ(summaryText(findings), "3 rules: 1 kept, 1 broken, 1 not seen\n");
+}
+
+TEST(VerifyReport, isWellFormedJUnit)
+{
+    EXPECT_EQ(junitText({"companion", "C:\\a & b.exe"}, findings),
+              R"(<?xml version="1.0" encoding="UTF-8"?>
+<testsuites>
+  <testsuite name="zemlink verify companion" tests="3" failures="1" errors="0" skipped="1" time="1.239">
+    <properties><property name="path" value="C:\a &amp; b.exe"/></properties>
+    <testcase classname="companion.start" name="start.window" time="1.234"/>
+    <testcase classname="companion.commits" name="commits.lock" time="0.005">
+      <failure message="a &amp; b??">Respects &quot;&lt;locks&gt;&quot;.</failure>
+    </testcase>
+    <testcase classname="companion.requests" name="requests.open" time="0.000">
+      <skipped message="--open is missing"/>
+    </testcase>
+  </testsuite>
+</testsuites>
+)");
 }

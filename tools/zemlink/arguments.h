@@ -36,7 +36,7 @@ struct Arguments {
     std::string path{};                  // the file; checkIn: its name; UTF-8
     std::optional<std::uint32_t> host{}; // open, newFile, checkIn, replay: process id
     std::optional<std::int64_t>
-        timeoutMs{};                     // open, newFile, checkIn, listen, watch, record, replay
+        timeoutMs{}; // open, newFile, checkIn, listen, watch, record, replay, verify
     std::optional<std::int64_t> count{}; // listen, watch
     std::optional<ExchangeKind> kind{};  // decode
     std::vector<EventKind> only{};       // watch; empty: all

@@ -218,6 +218,12 @@ void addVerify(CLI::App& app, Given& given)
     addRequestArguments(*verify, "--check-in", given.checkInArguments, "a check-in");
     verify->add_option("--junit", given.junit, "also write the result as a JUnit report")
         ->type_name("FILE");
+    verify
+        ->add_option("--timeout", given.timeoutSeconds,
+                     "seconds to wait for each thing that the program should do (10)")
+        ->check(decimal())
+        ->check(CLI::Range(std::int64_t{1}, longestTimeoutSeconds))
+        ->type_name("SECONDS");
     verify->callback([&given] {
         if ((given.verified == "addin") == given.library.empty())
             throw CLI::ValidationError("LIBRARY", "is for addin, and required there");

@@ -3,6 +3,7 @@
 #include "tools/zemlink/commands.h"
 #include "tools/zemlink/output.h"
 #include "tools/zemlink/reports/report.h"
+#include "tools/zemlink/verify/recorded_start.h"
 
 #include <exception>
 #include <string>
@@ -24,6 +25,8 @@ void printFailure(const char* cause, bool isJson)
 
 int wmain(int count, wchar_t** words)
 {
+    if (zemlink::isRecorder())
+        return zemlink::recordStart();
     std::vector<std::string> arguments;
     for (int i = 1; i < count; ++i)
         arguments.push_back(peer::toUtf8(words[i]));

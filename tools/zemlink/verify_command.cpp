@@ -7,6 +7,7 @@
 #include "tools/zemlink/session/companion_role.h"
 #include "tools/zemlink/verify/addin_rules.h"
 #include "tools/zemlink/verify/companion_rules.h"
+#include "tools/zemlink/verify/registered_folder.h"
 #include "tools/zemlink/verify/rule_report.h"
 
 #include <windows.h>
@@ -27,11 +28,13 @@ std::wstring fullPath(const std::string& path)
 
 Findings findingsOf(const Arguments& arguments, HANDLE stop, const ShowFinding& show)
 {
+    const std::int64_t boundMs = arguments.timeoutMs.value_or(usualBoundMs);
     if (arguments.verified == VerifiedKind::addIn)
-        return verifyAddIn({fullPath(arguments.path), fullPath(arguments.library)}, stop, show);
+        return verifyAddIn({fullPath(arguments.path), fullPath(arguments.library), boundMs}, stop,
+                           show);
     return verifyCompanion({fullPath(arguments.path), fromUtf8(arguments.openArguments),
                             fromUtf8(arguments.newFileArguments),
-                            fromUtf8(arguments.checkInArguments)},
+                            fromUtf8(arguments.checkInArguments), boundMs},
                            stop, show);
 }
 
@@ -69,6 +72,12 @@ Outcome verify(const Arguments& arguments)
         return outcomeOf(arguments, interruption);
     } catch (const CompanionIsRunning& error) {
         return failure("companion-running", error.what(), "End the Companion.");
+    } catch (const HostIsRunning& error) {
+        return failure("host-running", error.what(), "End the host.");
+    } catch (const FolderIsInUse& error) {
+        return failure(
+            "folder-in-use", error.what(),
+            "Copy the program and what it needs to another folder, and verify the copy.");
     } catch (const PortIsInUse&) {
         return failure("port-in-use", "another program listens on port 4559", "", portInUse);
     }

@@ -39,19 +39,6 @@ std::vector<MIB_TCPROW_OWNER_PID> listeningSockets()
     return rows;
 }
 
-// The computer's first address, to which hosts send.
-sockaddr_in hostsTarget()
-{
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(peer::noticePort);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const hostent* own = gethostbyname("");
-    if (own != nullptr && own->h_addrtype == AF_INET && own->h_addr_list[0] != nullptr)
-        std::memcpy(&address.sin_addr, own->h_addr_list[0], sizeof address.sin_addr);
-    return address;
-}
-
 // The error of the connection attempt; 0 when connected.
 int waitForConnection(const OwnSocket& socket)
 {
@@ -117,14 +104,14 @@ Port holderIn(const std::vector<MIB_TCPROW_OWNER_PID>& sockets, const sockaddr_i
 Port portHolder()
 {
     const peer::SocketsLibrary library;
-    return holderIn(listeningSockets(), hostsTarget());
+    return holderIn(listeningSockets(), peer::hostsTarget());
 }
 
 Port probePort()
 {
     const peer::SocketsLibrary library;
     const auto sockets = listeningSockets();
-    const sockaddr_in target = hostsTarget();
+    const sockaddr_in target = peer::hostsTarget();
     Port port = holderIn(sockets, target);
     const bool isListening =
         std::any_of(sockets.begin(), sockets.end(),

@@ -15,7 +15,11 @@ struct CompanionToVerify {
     std::wstring openArguments{};
     std::wstring newFileArguments{};
     std::wstring checkInArguments{};
+    std::int64_t boundMs = usualBoundMs;
 };
+
+// All rules, in the order in which they are checked.
+Rules companionRules();
 
 // Starts the program several times, plays a host, and ends what it started. Ends early when `stop`
 // is signalled. Throws std::runtime_error when a Companion or a host is running, or when the

@@ -1,10 +1,11 @@
 #include "tools/zemlink/verify/registered_folder.h"
 
 #include "peer/command_file.h"
+#include "peer/installation_folder.h"
+#include "peer/lines.h"
+#include "peer/running_programs.h"
 #include "peer/wire_constants.h"
 
-#include <stdexcept>
-#include <vector>
 #include <windows.h>
 
 namespace zemlink {
@@ -79,18 +80,49 @@ RawValue textValue(const std::wstring& text)
     return {REG_SZ, {bytes, bytes + (text.size() + 1) * sizeof(wchar_t)}};
 }
 
-} // namespace
+void refuseRunningPrograms()
+{
+    if (peer::isInstanceRunning() || peer::findInstanceWindow() != nullptr)
+        throw CompanionIsRunning("the Companion is running");
+    if (!peer::findHosts().empty())
+        throw HostIsRunning("a host with the add-in is running");
+}
 
-RegisteredFolder::RegisteredFolder(const std::wstring& folder)
+void refuseUnsuited(const std::wstring& folder)
 {
     if (!peer::isPlainAscii(folder))
         throw std::runtime_error(
             "the folder has a character outside ASCII, which hosts do not support");
-    CreateDirectoryW(folder.c_str(), nullptr);
-    for (const wchar_t* subfolder : {L"\\cfg", L"\\commit", L"\\sys", L"\\temp", L"\\tmp"})
-        CreateDirectoryW((folder + subfolder).c_str(), nullptr);
+    std::wstring inUse = peer::readInstallationFolder().path;
+    while (inUse.ends_with(L'\\'))
+        inUse.pop_back();
+    if (peer::isSameIgnoringCase(inUse, folder))
+        throw FolderIsInUse("this is the installation folder that the user works with");
+}
+
+std::vector<std::wstring> createSubfolders(const std::wstring& folder)
+{
+    std::vector<std::wstring> created;
+    for (const wchar_t* subfolder : {L"\\cfg", L"\\commit", L"\\sys", L"\\temp", L"\\tmp"}) {
+        const std::wstring path = folder + subfolder;
+        if (CreateDirectoryW(path.c_str(), nullptr))
+            created.push_back(path);
+        else if (GetLastError() != ERROR_ALREADY_EXISTS)
+            throw std::runtime_error("the folder cannot be written");
+    }
+    return created;
+}
+
+} // namespace
+
+RegisteredFolder::RegisteredFolder(const std::wstring& folder)
+{
+    refuseRunningPrograms();
     const Key key;
     restore(key);
+    refuseUnsuited(folder);
+    CreateDirectoryW(folder.c_str(), nullptr);
+    created_ = createSubfolders(folder);
     if (!key.write(savedValue, key.read(peer::registryValue)) ||
         !key.write(peer::registryValue, textValue(folder)))
         throw std::runtime_error("the installation folder cannot be registered");
@@ -98,6 +130,8 @@ RegisteredFolder::RegisteredFolder(const std::wstring& folder)
 
 RegisteredFolder::~RegisteredFolder()
 {
+    for (const std::wstring& path : created_)
+        RemoveDirectoryW(path.c_str());
     try {
         restore(Key());
     } catch (const std::exception&) {

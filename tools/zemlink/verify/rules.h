@@ -16,6 +16,8 @@ struct Rule {
     std::string text{};
 };
 
+using Rules = std::vector<Rule>;
+
 enum class RuleState {
     kept,
     broken,
@@ -37,6 +39,11 @@ inline Sight notSeen(std::string why)
     return {RuleState::notSeen, std::move(why)};
 }
 
+inline Sight keptIf(bool isKept, std::string otherwise)
+{
+    return isKept ? Sight{} : broken(std::move(otherwise));
+}
+
 struct Finding {
     Rule rule{};
     Sight sight{};
@@ -46,6 +53,9 @@ struct Finding {
 using Findings = std::vector<Finding>;
 
 size_t countOf(const Findings& findings, RuleState state);
+
+// How long to wait for each thing that a program should do, unless the user says otherwise.
+inline constexpr std::int64_t usualBoundMs = 10000;
 
 // Gets each finding as soon as it is known.
 using ShowFinding = std::function<void(const Finding&)>;

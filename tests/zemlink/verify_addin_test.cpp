@@ -1,0 +1,166 @@
+// `zemlink verify addin` with the stand-in host: the shipped add-in, and the same with a flaw.
+#include "peer/running_programs.h"
+#include "peer/wire_constants.h"
+#include "support/installation.h"
+#include "tools/zemlink/reports/report.h"
+#include "zemlink/own_console.h"
+#include "zemlink/tool_run.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+
+using namespace testing_support;
+using zemlink::Report;
+
+namespace {
+
+using Ids = std::vector<std::string>;
+
+std::wstring argumentsFor(const std::wstring& library)
+{
+    return L"verify addin " + quoted(programFolder() + L"Mastercam.exe") + L' ' +
+           quoted(programFolder() + library);
+}
+
+Report verified(const Installation& installation, const std::wstring& library)
+{
+    const ToolResult result = runTool(installation, argumentsFor(library) + L" --json");
+    EXPECT_EQ(result.errors, "");
+    return Report::parse(result.output, nullptr, false);
+}
+
+Ids rulesThatAre(const Report& report, const std::string& result)
+{
+    Ids ids;
+    for (const Report& rule : report["rules"])
+        if (rule["result"] == result)
+            ids.push_back(rule["id"]);
+    return ids;
+}
+
+std::wstring registeredFolder()
+{
+    wchar_t folder[MAX_PATH] = L"";
+    DWORD size = sizeof folder;
+    RegGetValueW(HKEY_CURRENT_USER, peer::registryKey, peer::registryValue,
+                 RRF_RT_REG_SZ | RRF_SUBKEY_WOW6432KEY, nullptr, folder, &size);
+    return folder;
+}
+
+// Names in the user's temporary folder.
+std::set<std::wstring> temporaryFiles()
+{
+    std::set<std::wstring> names;
+    for (const auto& each :
+         std::filesystem::directory_iterator(std::filesystem::temp_directory_path()))
+        names.insert(each.path().filename().native());
+    return names;
+}
+
+struct Flaw {
+    const char* name;
+    Ids breaks;
+    Ids hides; // makes these not seen
+};
+
+const Flaw flaws[] = {
+    {"record-cut", {"commit.record"}, {}},
+    {"record-over-first", {"commit.appended"}, {"commit.lock", "commit.lock-only-record"}},
+    {"no-lock", {"commit.lock"}, {}},
+    {"notice-without-line-end", {"commit.notice"}, {}},
+    {"undeletable-command-file", {"start.command-file-sharing"}, {}},
+    {"machine-settings-stay", {"machine.deleted"}, {}},
+    {"no-property", {"start.host-property"}, {"end.close-property"}},
+    {"property-stays", {"end.close-property"}, {}},
+    {"no-picture", {"commit.picture"}, {"commit.picture-first"}},
+    {"late-picture", {"commit.picture-first"}, {}},
+    {"check-out-without-quotes", {"companion.check-out"}, {}},
+    {"opens-during-backplot", {"requests.backplot"}, {}},
+};
+
+void PrintTo(const Flaw& flaw, std::ostream* stream)
+{
+    *stream << flaw.name;
+}
+
+class FlawedAddIn : public ::testing::TestWithParam<Flaw> {
+protected:
+    const Installation installation{Registry::ofTheUser};
+};
+
+class VerifiedAddIn : public ::testing::Test {
+protected:
+    const Installation installation{Registry::ofTheUser};
+};
+
+} // namespace
+
+TEST_F(VerifiedAddIn, keepsEveryRule)
+{
+    const Report report = verified(installation, L"torvapdm.dll");
+    EXPECT_EQ(rulesThatAre(report, "kept").size(), report["rules"].size()) << report.dump(1);
+    EXPECT_GT(report["rules"].size(), 70u);
+}
+
+TEST_F(VerifiedAddIn, leavesNothingBehind)
+{
+    const std::set<std::wstring> before = temporaryFiles();
+    verified(installation, L"torvapdm.dll");
+    EXPECT_EQ(temporaryFiles(), before);
+    EXPECT_EQ(registeredFolder(), installation.root());
+}
+
+TEST_F(VerifiedAddIn, endsWithItsHostsWhenItIsKilled)
+{
+    Process tool(quoted(programFolder() + L"zemlink.exe") + L' ' + argumentsFor(L"torvapdm.dll"));
+    ASSERT_TRUE(waitUntil([] { return peer::findHosts().size() == 2; }));
+    tool.end();
+    EXPECT_TRUE(waitUntil([] { return peer::findHosts().empty(); }));
+    EXPECT_NE(registeredFolder(), installation.root());
+    EXPECT_EQ(runTool(installation, argumentsFor(L"torvapdm.dll")).exitCode, 0u);
+    EXPECT_EQ(registeredFolder(), installation.root());
+}
+
+TEST_F(VerifiedAddIn, isLeftAloneAtCtrlC)
+{
+    const OwnConsole console;
+    const std::set<std::wstring> before = temporaryFiles();
+    const ToolRun run(installation, argumentsFor(L"torvapdm.dll"));
+    ASSERT_TRUE(waitUntil([] { return peer::findHosts().size() == 2; }));
+    console.pressCtrlC();
+    EXPECT_EQ(run.waitForExit(), 1u);
+    EXPECT_EQ(run.errors(), "zemlink: the verification was interrupted\n");
+    EXPECT_TRUE(peer::findHosts().empty());
+    EXPECT_EQ(registeredFolder(), installation.root());
+    EXPECT_EQ(temporaryFiles(), before);
+}
+
+TEST_F(VerifiedAddIn, needsAHostThatTakesScripts)
+{
+    wchar_t folder[MAX_PATH] = L"";
+    GetSystemDirectoryW(folder, MAX_PATH);
+    const std::wstring library = quoted(programFolder() + L"torvapdm.dll");
+    const ToolResult result =
+        runTool(installation, L"verify addin --timeout 1 " +
+                                  quoted(folder + std::wstring(L"\\notepad.exe")) + L' ' + library);
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_NE(result.errors.find("does it take --addin, --script and --trace?"), std::string::npos)
+        << result.errors;
+    EXPECT_EQ(registeredFolder(), installation.root());
+}
+
+TEST_P(FlawedAddIn, breaksTheRuleItShould)
+{
+    SetEnvironmentVariableW(L"FLAW", fromUtf8(GetParam().name).c_str());
+    const Report report = verified(installation, L"flawed_addin.dll");
+    EXPECT_EQ(rulesThatAre(report, "broken"), GetParam().breaks) << report.dump(1);
+    EXPECT_EQ(rulesThatAre(report, "not seen"), GetParam().hides) << report.dump(1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FlawedAddIn, ::testing::ValuesIn(flaws), [](const auto& flaw) {
+    std::string letters = flaw.param.name;
+    std::erase(letters, '-');
+    return letters;
+});

@@ -1,0 +1,67 @@
+#include "tools/zemlink/verify/addin_lock.h"
+
+#include "peer/handle.h"
+
+namespace zemlink {
+namespace {
+
+OVERLAPPED placeOf(std::uint64_t offset)
+{
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(offset);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    return place;
+}
+
+bool isLockedByOther(HANDLE file, std::uint64_t offset)
+{
+    OVERLAPPED place = placeOf(offset);
+    if (LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place)) {
+        UnlockFileEx(file, 0, 1, 0, &place);
+        return false;
+    }
+    return GetLastError() == ERROR_LOCK_VIOLATION;
+}
+
+} // namespace
+
+LockWatch::LockWatch(const std::wstring& file, std::uint32_t recordBytes)
+    : thread_([this, file, recordBytes] { watch(file, recordBytes); })
+{
+}
+
+LockWatch::~LockWatch()
+{
+    end();
+}
+
+LocksSeen LockWatch::end()
+{
+    isDone_ = true;
+    if (thread_.joinable())
+        thread_.join();
+    return seen_;
+}
+
+// The file only grows: a byte before its end is never part of a record that is still to come.
+void LockWatch::watch(const std::wstring& file, std::uint32_t recordBytes)
+{
+    const peer::OwnHandle opened =
+        peer::ownFile(CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_HIGHEST); // to hold each lock briefly
+    LARGE_INTEGER size{};
+    while (opened && !isDone_ && GetFileSizeEx(opened.get(), &size)) {
+        const auto end = static_cast<std::uint64_t>(size.QuadPart);
+        seen_.atFirstByte = isLockedByOther(opened.get(), end) || seen_.atFirstByte;
+        seen_.atLastByte = isLockedByOther(opened.get(), end + recordBytes - 1) || seen_.atLastByte;
+        if (end != 0)
+            seen_.before = isLockedByOther(opened.get(), end - 1) || seen_.before;
+        ++seen_.tries;
+        if (seen_.isWholeRecord())
+            isDone_ = true;
+    }
+}
+
+} // namespace zemlink
