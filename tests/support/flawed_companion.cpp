@@ -3,6 +3,7 @@
 // the functions below. Its own code is unchanged.
 #include "support/system_calls.h"
 
+#include "peer/companion_files.h"
 #include "peer/files.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
