@@ -23,6 +23,33 @@ bool isWorthTrying(DWORD error)
     return error != ERROR_BAD_EXE_FORMAT && error != ERROR_FILE_NOT_FOUND;
 }
 
+// A process inherits this handle and no other: a socket of ours would stay open in it.
+class OnlyHandle {
+public:
+    explicit OnlyHandle(HANDLE handle) : handle_(handle)
+    {
+        SIZE_T size = 0;
+        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        list_.resize(size);
+        if (!InitializeProcThreadAttributeList(get(), 1, 0, &size) ||
+            !UpdateProcThreadAttribute(get(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, &handle_,
+                                       sizeof handle_, nullptr, nullptr))
+            throw std::runtime_error("the program's handles cannot be limited");
+    }
+    ~OnlyHandle() { DeleteProcThreadAttributeList(get()); }
+    OnlyHandle(const OnlyHandle&) = delete;
+    OnlyHandle& operator=(const OnlyHandle&) = delete;
+
+    LPPROC_THREAD_ATTRIBUTE_LIST get()
+    {
+        return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(list_.data());
+    }
+
+private:
+    HANDLE handle_;
+    std::vector<char> list_{};
+};
+
 PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments,
                                     WORD show)
 {
@@ -32,8 +59,11 @@ PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstr
     if (!arguments.empty())
         commandLine += L' ' + arguments;
     const peer::OwnHandle nothing = openNothing();
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
+    OnlyHandle inherited(nothing.get());
+    STARTUPINFOEXW extended{};
+    extended.lpAttributeList = inherited.get();
+    STARTUPINFOW& start = extended.StartupInfo;
+    start.cb = sizeof extended;
     start.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
     start.wShowWindow = show;
     start.hStdInput = start.hStdOutput = start.hStdError = nothing.get();
@@ -41,7 +71,8 @@ PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstr
     DWORD error = ERROR_SUCCESS;
     for (int i = 0; i < tries && (i == 0 || isWorthTrying(error)); ++i) {
         if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                           CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &start, &created))
+                           CREATE_SUSPENDED | CREATE_NO_WINDOW | EXTENDED_STARTUPINFO_PRESENT,
+                           nullptr, nullptr, &start, &created))
             return created;
         error = GetLastError();
         Sleep(pauseMs);
