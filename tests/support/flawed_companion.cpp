@@ -74,7 +74,10 @@ LRESULT WINAPI sendAndStay(HWND window, UINT message, WPARAM wParam, LPARAM lPar
                            UINT timeout, DWORD_PTR* result)
 {
     const LRESULT sent = sendMessage(window, message, wParam, lParam, flags, timeout, result);
-    if (reinterpret_cast<const COPYDATASTRUCT*>(lParam)->cbData == 0)
+    const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+    const std::wstring_view arguments(static_cast<const wchar_t*>(data.lpData),
+                                      data.cbData / sizeof(wchar_t));
+    if (arguments.starts_with(L"--checkout"))
         Sleep(INFINITE);
     return sent;
 }
@@ -232,7 +235,7 @@ BOOL WINAPI claimHandleEmpty(HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind, void* 
 BOOL WINAPI writeInTwo(HANDLE file, const void* bytes, DWORD size, DWORD* written,
                        OVERLAPPED* place)
 {
-    constexpr DWORD betweenMs = 200;
+    constexpr DWORD betweenMs = 300;
     if (!isOpenRequest(bytes, size))
         return writeFile(file, bytes, size, written, place);
     const std::string_view text(static_cast<const char*>(bytes), size);
@@ -279,7 +282,7 @@ HANDLE WINAPI openLateSettings(const wchar_t* path, DWORD access, DWORD share,
 BOOL WINAPI writeThenSettings(HANDLE file, const void* bytes, DWORD size, DWORD* written,
                               OVERLAPPED* place)
 {
-    constexpr DWORD lateMs = 50;
+    constexpr DWORD lateMs = 200;
     const BOOL isWritten = writeFile(file, bytes, size, written, place);
     if (isOpenRequest(bytes, size)) {
         Sleep(lateMs);
