@@ -155,7 +155,7 @@ Sight judgeLock(const Commits& seen)
 {
     if (seen.locks.isWholeRecord())
         return {};
-    constexpr size_t fewestCommits = 20; // of a correct add-in, one of these is seen
+    constexpr size_t fewestCommits = 60; // of a correct add-in, some of these are seen
     if (seen.watchedCommits < fewestCommits)
         return notSeen(seen.cut.empty() ? "there were too few commits to watch" : seen.cut);
     const std::string where = seen.locks.atFirstByte ? "the last byte of a record was never locked"
@@ -168,9 +168,9 @@ Sight judgeLock(const Commits& seen)
 
 Sight judgeLockBefore(const Commits& seen)
 {
-    if (seen.locks.tries == 0 || seen.watchedCommits == 0)
-        return notSeen(seen.cut.empty() ? "there were no commits to watch" : seen.cut);
-    return keptIf(!seen.locks.before, "bytes of earlier records were locked meanwhile");
+    if (!seen.locks.atFirstByte)
+        return notSeen("no lock was seen");
+    return keptIf(!seen.locks.before, "the last byte of an earlier record was locked meanwhile");
 }
 
 Sight judgeCommitNotice(const Commits& seen)

@@ -13,7 +13,9 @@ namespace zemlink {
 namespace {
 
 constexpr std::int32_t ncPath = 3; // in the machine settings
-constexpr int watchedSaves = 30;   // usually one to four are enough
+// Usually a few are enough. They are quick without a picture.
+constexpr int watchedSaves = 120;
+constexpr char withoutPictures[] = "fail screen_to_bitmap_file 1000\n";
 
 // A connection that the add-in leaves open is ended by the port after five seconds.
 constexpr std::int64_t noticeBoundMs = 6500;
@@ -132,7 +134,7 @@ std::string commitScript(const AddInSite& site, const CommitParts& parts)
                          scriptOfQueues(peer::toUtf8(site.folder())) + scriptOfSettings(parts) +
                          scriptOfEvents() + scriptOfFailures() + "wait-for OnFileNew 60000\n" +
                          "set geo_filename " + parts.afterCheckIn + '\n' + saveCommand +
-                         endOf(CommitStep::afterCheckIn);
+                         endOf(CommitStep::afterCheckIn) + withoutPictures;
     for (int i = 0; i < watchedSaves; ++i)
         script += saveCommand;
     return script + endOf(CommitStep::saves);
@@ -152,21 +154,22 @@ std::uint64_t writeTimeOf(const std::wstring& path)
            data.ftLastWriteTime.dwLowDateTime;
 }
 
+constexpr DWORD shareEverything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+peer::OwnHandle openExisting(const std::wstring& path, DWORD sharing)
+{
+    return peer::ownFile(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, sharing, nullptr,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 // All bytes of the file so far are locked, as a Companion does that reads them.
 class ReaderLock {
 public:
-    explicit ReaderLock(const std::wstring& path)
-        : file_(open(path, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE))
+    explicit ReaderLock(const std::wstring& path) : file_(openExisting(path, shareEverything))
     {
         LARGE_INTEGER size{};
         if (file_ && GetFileSizeEx(file_.get(), &size))
             LockFile(file_.get(), 0, 0, size.LowPart, 0);
-    }
-
-    static peer::OwnHandle open(const std::wstring& path, DWORD sharing)
-    {
-        return peer::ownFile(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, sharing,
-                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     }
 
 private:
@@ -337,7 +340,7 @@ private:
         return carryOut(CommitStep::heldFile, 0, [&] {
             peer::OwnHandle held;
             seen_.isFileHeld = waiting_.until([&] {
-                held = ReaderLock::open(file_, noSharing);
+                held = openExisting(file_, noSharing);
                 return held != nullptr;
             });
             return openAndWait(CommitStep::heldFile, parts_.heldFile);
@@ -355,6 +358,7 @@ private:
         site_.writeSettings("AlwaysSaveTools=y\r\n");
         // The saves that are watched follow at once, with records of the same length.
         lock_.emplace(file_, static_cast<std::uint32_t>(recordBytes()));
+        watchedFrom_ = commits().size();
         return carryOut(CommitStep::afterCheckIn, 1, [&] {
             return host_.send(peer::formatCheckIn(L"unreadable.mcam")) &&
                    isAtEndOf(CommitStep::afterCheckIn);
@@ -367,8 +371,7 @@ private:
     {
         constexpr std::int64_t tooLongMs = 400; // several times as long as between two polls
         const std::int64_t start = monotonicMs();
-        const bool isWritten = host_.write(std::string(peer::longestRequestBytes + 1, 'x'));
-        const size_t before = commits().size();
+        const bool isWritten = writeTooLong();
         const std::string end = "title = \"" + titleOf(CommitStep::saves) + '"';
         const auto isDone = [&] {
             role_.receive(); // the notices of these commits
@@ -376,7 +379,7 @@ private:
         };
         waiting_.until(isDone, 3 * waiting_.boundMs()); // each is bounded, but there are many
         seen_.locks = lock_->end();
-        seen_.watchedCommits = (commits().size() - before) / recordBytes();
+        seen_.watchedCommits = (commits().size() - watchedFrom_) / recordBytes();
         waiting_.pause(tooLongMs - (monotonicMs() - start));
         const peer::CommandFileState left = peer::readCommandFileState(host_.commandFile());
         if (isWritten)
@@ -390,6 +393,15 @@ private:
         seen_.isCommandFileGone = !peer::isFile(host_.commandFile());
         return isReached;
     }
+    // By setting the size: a write of so many bytes can be seen before it is complete, when they
+    // are not yet too many.
+    bool writeTooLong() const
+    {
+        const peer::OwnHandle file = openExisting(host_.commandFile(), shareEverything);
+        FILE_END_OF_FILE_INFO end{};
+        end.EndOfFile.QuadPart = peer::longestRequestBytes + 1;
+        return file && SetFileInformationByHandle(file.get(), FileEndOfFileInfo, &end, sizeof end);
+    }
     size_t recordBytes() const
     {
         return peer::formatCommitRecord({0, peer::fromUtf8(parts_.afterCheckIn)}).size();
@@ -402,6 +414,7 @@ private:
     const std::wstring file_; // the commit file
     AddInHost host_;
     std::optional<LockWatch> lock_{};
+    size_t watchedFrom_ = 0; // bytes of the commit file
     bool isNoticeMissed_ = false;
     CommitsSeen seen_{};
 };
