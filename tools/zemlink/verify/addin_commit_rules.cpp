@@ -155,7 +155,7 @@ Sight judgeLock(const Commits& seen)
 {
     if (seen.locks.isWholeRecord())
         return {};
-    constexpr size_t fewestCommits = 60; // of a correct add-in, some of these are seen
+    constexpr size_t fewestCommits = 40; // of a correct add-in, some of these are seen
     if (seen.watchedCommits < fewestCommits)
         return notSeen(seen.cut.empty() ? "there were too few commits to watch" : seen.cut);
     const std::string where = seen.locks.atFirstByte ? "the last byte of a record was never locked"

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t ncPath = 3; // in the machine settings
 // Usually a few are enough. They are quick without a picture.
-constexpr int watchedSaves = 120;
+constexpr int watchedSaves = 80;
 constexpr char withoutPictures[] = "fail screen_to_bitmap_file 1000\n";
 
 // A connection that the add-in leaves open is ended by the port after five seconds.
