@@ -73,7 +73,10 @@ LRESULT WINAPI sendAndStay(HWND window, UINT message, WPARAM wParam, LPARAM lPar
                            UINT timeout, DWORD_PTR* result)
 {
     const LRESULT sent = sendMessage(window, message, wParam, lParam, flags, timeout, result);
-    if (reinterpret_cast<const COPYDATASTRUCT*>(lParam)->cbData == 0)
+    const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+    const std::wstring_view arguments(static_cast<const wchar_t*>(data.lpData),
+                                      data.cbData / sizeof(wchar_t));
+    if (arguments.starts_with(L"--checkout"))
         Sleep(INFINITE);
     return sent;
 }

@@ -97,6 +97,16 @@ Ids idsOf(const Json& report, const std::string& result)
     return ids;
 }
 
+// What was seen of the rules that are not kept, for a failed test.
+std::string problemsIn(const Json& report)
+{
+    std::string text;
+    for (const Json& rule : report.value("rules", Json::array()))
+        if (rule.value("result", "") != "kept")
+            text += rule.value("id", "") + ": " + rule.value("seen", "") + '\n';
+    return text;
+}
+
 struct FlawedCompanion {
     const char* flaws;
     Ids broken;
@@ -113,7 +123,7 @@ class EachFlaw : public VerifyCompanion, public ::testing::WithParamInterface<Fl
 // Mistakes in one row have nothing to do with each other.
 const FlawedCompanion flawedCompanions[] = {
     {"mutex,writes-in-two", {"start.semaphore", "requests.one-write"}, {"end.semaphore"}},
-    {"stays,ends-no-line", {"commands.none", "requests.machine-line"}},
+    {"stays,ends-no-line", {"commands.check-out", "requests.machine-line"}},
     {"locks-nothing", {"commits.lock"}},
     {"locks-everything", {"commits.own-lock"}},
     {"empties-commit-file", {"commits.file-stays"}},
@@ -144,8 +154,8 @@ TEST_F(VerifyCompanion, keepsEveryRule)
     const std::wstring junit = installation.path(L"rules.xml");
     const ToolResult result = verify(requestArguments + L" --junit " + quoted(junit));
     const Json report = Json::parse(result.output, nullptr, false);
-    EXPECT_EQ(result.exitCode, 0u) << result.output;
-    EXPECT_EQ(idsOf(report, "broken"), Ids{});
+    EXPECT_EQ(result.exitCode, 0u) << result.errors;
+    EXPECT_EQ(idsOf(report, "broken"), Ids{}) << problemsIn(report);
     EXPECT_EQ(idsOf(report, "not seen"), Ids{});
     EXPECT_EQ(report.value("kept", 0u), idsOf(report, "kept").size());
     EXPECT_GE(report.value("kept", 0u), 60u);
@@ -163,7 +173,7 @@ TEST_P(EachFlaw, breaksOnlyItsRules)
     const ToolResult result = verify(requestArguments + L" --timeout 5");
     const Json report = Json::parse(result.output, nullptr, false);
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_EQ(idsOf(report, "broken"), GetParam().broken) << result.output;
+    EXPECT_EQ(idsOf(report, "broken"), GetParam().broken) << problemsIn(report);
     EXPECT_EQ(idsOf(report, "not seen"), GetParam().notSeen);
 }
 
@@ -176,7 +186,7 @@ TEST_F(VerifyCompanion, reportsOnlyWhatItCanSee)
     SetEnvironmentVariableA("COMPANION_FLAW", "logs-nothing");
     const ToolResult result = verify(L""); // and no arguments that lead to requests
     const Json report = Json::parse(result.output, nullptr, false);
-    EXPECT_EQ(result.exitCode, 0u) << result.output;
+    EXPECT_EQ(result.exitCode, 0u) << problemsIn(report);
     EXPECT_EQ(idsOf(report, "kept"), (Ids{"start.semaphore",
                                           "start.window",
                                           "start.once",
@@ -211,7 +221,7 @@ TEST_F(VerifyCompanion, findsThatAProgramIsNone)
     const ToolResult result = verify(requestArguments);
     const Json report = Json::parse(result.output, nullptr, false);
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_EQ(idsOf(report, "broken"), (Ids{"start.semaphore", "start.window"})) << result.output;
+    EXPECT_EQ(idsOf(report, "broken"), (Ids{"start.semaphore", "start.window"}));
     EXPECT_EQ(idsOf(report, "kept"), Ids{});
     EXPECT_EQ(report["rules"][0].value("seen", ""),
               "Started without arguments, it ended with exit code 0.");
@@ -268,4 +278,18 @@ TEST_F(VerifyCompanion, restoresTheFolderAfterItWasKilled)
     writeBytes(verifiedProgram, "not a program");
     EXPECT_EQ(errorOf(verify(L"")), "failed");
     EXPECT_TRUE(isEarlierFolderRegistered());
+}
+
+TEST_F(VerifyCompanion, keepsAFolderThatWasRegisteredSinceItWasKilled)
+{
+    install(L"desktop_keeper.exe");
+    {
+        const ToolRun killed(installation, verification(L""));
+        ASSERT_TRUE(waitUntil([&] { return isFolderRegistered(); }));
+    }
+    registerInstallation(L"C:\\another folder");
+    EXPECT_TRUE(waitUntil([] { return !isRunning(L"TORVA-ZEM.exe"); }));
+    writeBytes(verifiedProgram, "not a program");
+    EXPECT_EQ(errorOf(verify(L"")), "failed");
+    EXPECT_EQ(peer::readInstallationFolder().path, L"C:\\another folder");
 }

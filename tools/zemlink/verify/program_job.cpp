@@ -23,22 +23,24 @@ bool isWorthTrying(DWORD error)
     return error != ERROR_BAD_EXE_FORMAT && error != ERROR_FILE_NOT_FOUND;
 }
 
-// A process inherits this handle and no other: a socket of ours would stay open in it.
-class OnlyHandle {
+// A process belongs to the job from its first moment, so that it never outlives zemlink, and
+// inherits this handle and no other: a socket of ours would stay open in it.
+class StartAttributes {
 public:
-    explicit OnlyHandle(HANDLE handle) : handle_(handle)
+    StartAttributes(HANDLE job, HANDLE inherited) : job_(job), inherited_(inherited)
     {
+        constexpr DWORD count = 2;
         SIZE_T size = 0;
-        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        InitializeProcThreadAttributeList(nullptr, count, 0, &size);
         list_.resize(size);
-        if (!InitializeProcThreadAttributeList(get(), 1, 0, &size) ||
-            !UpdateProcThreadAttribute(get(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, &handle_,
-                                       sizeof handle_, nullptr, nullptr))
-            throw std::runtime_error("the program's handles cannot be limited");
+        if (!InitializeProcThreadAttributeList(get(), count, 0, &size) ||
+            !set(PROC_THREAD_ATTRIBUTE_JOB_LIST, job_) ||
+            !set(PROC_THREAD_ATTRIBUTE_HANDLE_LIST, inherited_))
+            throw std::runtime_error("the program's start cannot be prepared");
     }
-    ~OnlyHandle() { DeleteProcThreadAttributeList(get()); }
-    OnlyHandle(const OnlyHandle&) = delete;
-    OnlyHandle& operator=(const OnlyHandle&) = delete;
+    ~StartAttributes() { DeleteProcThreadAttributeList(get()); }
+    StartAttributes(const StartAttributes&) = delete;
+    StartAttributes& operator=(const StartAttributes&) = delete;
 
     LPPROC_THREAD_ATTRIBUTE_LIST get()
     {
@@ -46,12 +48,18 @@ public:
     }
 
 private:
-    HANDLE handle_;
+    bool set(DWORD_PTR attribute, HANDLE& handle)
+    {
+        return UpdateProcThreadAttribute(get(), 0, attribute, &handle, sizeof handle, nullptr,
+                                         nullptr) != FALSE;
+    }
+
+    HANDLE job_, inherited_; // the list refers to them
     std::vector<char> list_{};
 };
 
-PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstring& arguments,
-                                    WORD show)
+PROCESS_INFORMATION createProcess(HANDLE job, const std::wstring& program,
+                                  const std::wstring& arguments, WORD show)
 {
     constexpr int tries = 10;
     constexpr DWORD pauseMs = 100;
@@ -59,20 +67,20 @@ PROCESS_INFORMATION createSuspended(const std::wstring& program, const std::wstr
     if (!arguments.empty())
         commandLine += L' ' + arguments;
     const peer::OwnHandle nothing = openNothing();
-    OnlyHandle inherited(nothing.get());
-    STARTUPINFOEXW extended{};
-    extended.lpAttributeList = inherited.get();
-    STARTUPINFOW& start = extended.StartupInfo;
-    start.cb = sizeof extended;
-    start.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
-    start.wShowWindow = show;
-    start.hStdInput = start.hStdOutput = start.hStdError = nothing.get();
+    StartAttributes attributes(job, nothing.get());
+    STARTUPINFOEXW start{};
+    start.lpAttributeList = attributes.get();
+    start.StartupInfo.cb = sizeof start;
+    start.StartupInfo.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
+    start.StartupInfo.wShowWindow = show;
+    start.StartupInfo.hStdInput = start.StartupInfo.hStdOutput = start.StartupInfo.hStdError =
+        nothing.get();
     PROCESS_INFORMATION created{};
     DWORD error = ERROR_SUCCESS;
     for (int i = 0; i < tries && (i == 0 || isWorthTrying(error)); ++i) {
         if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                           CREATE_SUSPENDED | CREATE_NO_WINDOW | EXTENDED_STARTUPINFO_PRESENT,
-                           nullptr, nullptr, &start, &created))
+                           CREATE_NO_WINDOW | EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr,
+                           &start.StartupInfo, &created))
             return created;
         error = GetLastError();
         Sleep(pauseMs);
@@ -98,14 +106,9 @@ HANDLE ProgramJob::start(const std::wstring& program, const std::wstring& argume
 
 HANDLE ProgramJob::start(const std::wstring& program, const std::wstring& arguments, WORD show)
 {
-    const PROCESS_INFORMATION created = createSuspended(program, arguments, show);
+    const PROCESS_INFORMATION created = createProcess(job_.get(), program, arguments, show);
+    CloseHandle(created.hThread);
     started_.emplace_back(created.hProcess);
-    const peer::OwnHandle thread(created.hThread);
-    if (!AssignProcessToJobObject(job_.get(), created.hProcess)) {
-        TerminateProcess(created.hProcess, endedByZemlink);
-        throw std::runtime_error("the program cannot be put into a job");
-    }
-    ResumeThread(thread.get());
     return created.hProcess;
 }
 

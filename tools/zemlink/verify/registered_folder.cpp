@@ -12,11 +12,14 @@ namespace zemlink {
 namespace {
 
 constexpr wchar_t savedValue[] = L"installation folder before zemlink verify";
+constexpr wchar_t verifiedValue[] = L"installation folder of zemlink verify";
 
 // A value as it is in the registry. REG_NONE without data stands for a value that does not exist.
 struct RawValue {
     DWORD type = REG_NONE;
     std::vector<BYTE> data{};
+
+    bool operator==(const RawValue&) const = default;
 };
 
 class Key {
@@ -61,16 +64,19 @@ private:
     HKEY key_ = nullptr;
 };
 
-// The saved value is removed last, so that an interruption before that repeats the restoration.
+// A folder that was registered since then stays. The saved value is removed last, so that an
+// interruption before that repeats the restoration.
 void restore(const Key& key)
 {
     if (!key.has(savedValue))
         return;
     const RawValue saved = key.read(savedValue);
-    if (saved.type == REG_NONE)
+    const bool isVerified = key.read(peer::registryValue) == key.read(verifiedValue);
+    if (isVerified && saved.type == REG_NONE)
         key.remove(peer::registryValue);
-    else if (!key.write(peer::registryValue, saved))
+    else if (isVerified && !key.write(peer::registryValue, saved))
         return;
+    key.remove(verifiedValue);
     key.remove(savedValue);
 }
 
@@ -124,6 +130,7 @@ RegisteredFolder::RegisteredFolder(const std::wstring& folder)
     CreateDirectoryW(folder.c_str(), nullptr);
     created_ = createSubfolders(folder);
     if (!key.write(savedValue, key.read(peer::registryValue)) ||
+        !key.write(verifiedValue, textValue(folder)) ||
         !key.write(peer::registryValue, textValue(folder)))
         throw std::runtime_error("the installation folder cannot be registered");
 }

@@ -21,7 +21,8 @@ struct FolderIsInUse : std::runtime_error {
 // and those that were are removed if they are empty in the end.
 //
 // The earlier value is kept in the registry next to it, under the name `installation folder before
-// zemlink verify`: if the process is killed, the next object restores that value first.
+// zemlink verify`: if the process is killed, the next object restores that value first, unless
+// another folder was registered meanwhile.
 class RegisteredFolder {
 public:
     // `folder` has no trailing backslash. Throws CompanionIsRunning or HostIsRunning, because these
