@@ -106,6 +106,22 @@ Sight judgeSaved(const Commits& seen)
                   "it was saved after the screen picture");
 }
 
+// `122 bytes were appended, expected: 124; from byte 122 on: nothing, expected: 6D00`
+std::string differenceText(const std::string& added, const std::string& expected)
+{
+    constexpr size_t shownBytes = 8;
+    const size_t common = std::min(added.size(), expected.size());
+    size_t at = 0;
+    while (at < common && added[at] == expected[at])
+        ++at;
+    const auto shown = [at](const std::string& bytes) {
+        return at < bytes.size() ? hexadecimal(bytes.substr(at, shownBytes)) : "nothing";
+    };
+    return std::to_string(added.size()) +
+           " bytes were appended, expected: " + std::to_string(expected.size()) + "; from byte " +
+           std::to_string(at) + " on: " + shown(added) + ", expected: " + shown(expected);
+}
+
 Sight judgeRecord(const Commits& seen)
 {
     if (!hasReached(seen, CommitStep::first))
@@ -116,9 +132,7 @@ Sight judgeRecord(const Commits& seen)
     if (!growth.areEarlierBytesKept())
         return keptIf(growth.after.find(expected) != std::string::npos,
                       "the file has no such record");
-    return keptIf(growth.added() == expected,
-                  "these bytes were appended: " + hexadecimal(growth.added()) +
-                      "; expected: " + hexadecimal(expected));
+    return keptIf(growth.added() == expected, differenceText(growth.added(), expected));
 }
 
 Sight judgeAppended(const Commits& seen)
@@ -148,7 +162,7 @@ Sight judgeUnicode(const Commits& seen)
     // Without the last units, which another rule is about.
     constexpr size_t endBytes = 2 * std::string_view(".mcam").size();
     return keptIf(added.find(name.substr(0, name.size() - endBytes)) != std::string::npos,
-                  "these bytes were appended: " + hexadecimal(added));
+                  "the name gr\u00F6\u00DFe was not among the bytes that were appended");
 }
 
 Sight judgeLock(const Commits& seen)
@@ -224,7 +238,7 @@ Sight judgeAfterCheckIn(const Commits& seen)
     const std::string added = addedIn(seen, CommitStep::afterCheckIn);
     const std::string notice = std::string(peer::commitNotice) + "0|" + seen.parts.afterCheckIn;
     return keptIf(added.starts_with(expected) || countNotices(seen, notice) != 0,
-                  "these bytes were appended: " + hexadecimal(added));
+                  differenceText(added, expected));
 }
 
 Sight judgeMessage(const Commits& seen, CommitStep step, const std::string& part,

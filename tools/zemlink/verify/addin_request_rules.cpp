@@ -382,7 +382,7 @@ constexpr JudgedRule<Seen> requestTable[] = {
     {"requests.longest", "Takes a request of 65,536 bytes.", judgeLongest},
     {"machine.activated", "Activates the machine of the request's settings.", judgeMachine},
     {"machine.deleted", "Deletes the machine settings that it has read.", judgeMachineGone},
-    {"machine.others-stay", "Leaves the machine settings of other requests alone.",
+    {"machine.others-stay", "Leaves the machine settings of other requests as they are.",
      judgeOthersStay},
     {"log.steps", "Logs the seven steps of a load, each on a line with CR LF.", judgeLog},
     {"log.appended", "Appends to the log and never empties it.", judgeLogGrows},
