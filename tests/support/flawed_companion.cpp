@@ -234,7 +234,7 @@ BOOL WINAPI claimHandleEmpty(HANDLE file, FILE_INFO_BY_HANDLE_CLASS kind, void* 
 BOOL WINAPI writeInTwo(HANDLE file, const void* bytes, DWORD size, DWORD* written,
                        OVERLAPPED* place)
 {
-    constexpr DWORD betweenMs = 200;
+    constexpr DWORD betweenMs = 300;
     if (!isOpenRequest(bytes, size))
         return writeFile(file, bytes, size, written, place);
     const std::string_view text(static_cast<const char*>(bytes), size);
@@ -281,7 +281,7 @@ HANDLE WINAPI openLateSettings(const wchar_t* path, DWORD access, DWORD share,
 BOOL WINAPI writeThenSettings(HANDLE file, const void* bytes, DWORD size, DWORD* written,
                               OVERLAPPED* place)
 {
-    constexpr DWORD lateMs = 50;
+    constexpr DWORD lateMs = 200;
     const BOOL isWritten = writeFile(file, bytes, size, written, place);
     if (isOpenRequest(bytes, size)) {
         Sleep(lateMs);

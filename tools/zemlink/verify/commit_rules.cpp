@@ -45,7 +45,7 @@ Sight takesRecord(CompanionStage& stage)
     HandedCommit& handed = stage.newCommit(42);
     if (!stage.handIn(handed))
         return notAppended();
-    const Sight sight = stage.seeTaken(handed);
+    Sight sight = stage.seeTaken(handed);
     stage.gathered().isRecordTaken = handed.isTaken;
     return sight;
 }
@@ -115,7 +115,7 @@ Sight waitsForRest(CompanionStage& stage)
     return stage.seeTaken(handed);
 }
 
-// A host holds its lock for a moment, and another one's record follows.
+// The whole record is there, and its host has not unlocked it yet.
 Sight respectsLock(CompanionStage& stage)
 {
     if (auto useless = noRecordYet(stage))
@@ -131,7 +131,7 @@ Sight respectsLock(CompanionStage& stage)
     locked.release();
     handed.since = monotonicMs();
     stage.announce(handed);
-    const Sight sight = stage.seeTaken(handed);
+    Sight sight = stage.seeTaken(handed);
     return isTakenEarly ? broken("A record was taken while its host had its bytes locked.") : sight;
 }
 

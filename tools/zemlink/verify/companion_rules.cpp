@@ -2,19 +2,15 @@
 
 #include "tools/zemlink/verify/companion_rule_groups.h"
 
-#include <iterator>
-
 namespace zemlink {
 namespace {
 
 CheckedRules allRules()
 {
     CheckedRules all;
-    for (CheckedRules (*group)() :
-         {startRules, commandLineRules, commitRules, noticeRules, requestRules, endRules}) {
-        CheckedRules rules = group();
-        std::move(rules.begin(), rules.end(), std::back_inserter(all));
-    }
+    for (const CheckedRules& group : {startRules(), commandLineRules(), commitRules(),
+                                      noticeRules(), requestRules(), endRules()})
+        all.insert(all.end(), group.begin(), group.end());
     return all;
 }
 

@@ -42,6 +42,17 @@ std::optional<std::string> settingsOf(const CompanionStage& stage, const peer::H
                : std::nullopt;
 }
 
+// If there were none at the first sight of the request, they may come late, or never.
+std::optional<std::string> laterSettingsOf(const CompanionStage& stage, const SeenRequest& seen)
+{
+    constexpr std::int64_t lateMs = 1000, writtenMs = 50;
+    const bool isLate = seen.command.kind == HostCommandKind::open && !seen.settings;
+    const auto isThere = [&] { return settingsOf(stage, seen.command).has_value(); };
+    if (isLate && stage.waiting().until(isThere, lateMs))
+        stage.waiting().pause(writtenMs);
+    return settingsOf(stage, seen.command);
+}
+
 // The bytes that follow the first ones, if the request was written in several pieces.
 std::string completed(CompanionStage& stage, const std::string& first)
 {
@@ -74,7 +85,7 @@ std::optional<SeenRequest> takeRequest(CompanionStage& stage, std::int64_t bound
     seen.isFileHeld = host.isFileHeld();
     seen.bytes = completed(stage, seen.first);
     seen.command = peer::parseHostCommand(seen.bytes);
-    seen.laterSettings = settingsOf(stage, seen.command);
+    seen.laterSettings = laterSettingsOf(stage, seen);
     seen.isFileAgain = host.isFileHeld() ? host.makeFile() : host.makeClosedFile();
     return seen;
 }
@@ -163,10 +174,9 @@ Sight writesMachineFirst(CompanionStage& stage)
     const SeenRequest* seen = findSeen(stage, HostCommandKind::open);
     if (seen == nullptr)
         return notSeen("no open request was seen");
-    const auto now = settingsOf(stage, seen->command);
-    if (!now && !seen->settings)
+    if (!seen->laterSettings)
         return notSeen("the request has no machine settings");
-    return keptIf(seen->settings && seen->settings == now,
+    return keptIf(seen->settings == seen->laterSettings,
                   "When the request was there, the machine settings were not, or not all of them.");
 }
 
