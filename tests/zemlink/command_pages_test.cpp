@@ -5,9 +5,13 @@
 #include "tools/zemlink/arguments.h"
 #include "tools/zemlink/reports/exchange_kind.h"
 #include "tools/zemlink/reports/problems.h"
+#include "tools/zemlink/verify/addin_rules.h"
 #include "tools/zemlink/verify/companion_rules.h"
+#include "tools/zemlink/verify/rule_report.h"
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 using namespace testing_support;
 using namespace zemlink;
@@ -113,13 +117,42 @@ TEST(DoctorPage, listsEveryProblemInOrder)
     EXPECT_EQ(listed, problemNames());
 }
 
-TEST(VerifyPage, listsEveryRuleInOrder)
+TEST(VerifyPages, listEveryRuleInOrder)
 {
-    const std::string page = documents::pageText("your-own-companion.md");
-    std::vector<std::string> listed, checked;
-    for (const documents::TableRow& row : documents::tableBelow(page, "## The rules"))
-        listed.push_back(documents::codeIn(row.at(0)));
-    for (const Rule& rule : companionRules())
-        checked.push_back(rule.id);
-    EXPECT_EQ(listed, checked);
+    for (const auto& [page, rules] : {std::pair{"your-own-companion.md", companionRules()},
+                                      {"verify-addin.md", addInRules()}}) {
+        std::vector<std::string> listed, checked;
+        for (const documents::TableRow& row :
+             documents::tableBelow(documents::pageText(page), "## The rules"))
+            listed.push_back(documents::codeIn(row.at(0)));
+        for (const Rule& rule : rules)
+            checked.push_back(rule.id);
+        EXPECT_EQ(listed, checked) << page;
+    }
+}
+
+// In the examples of what verify prints.
+TEST(VerifyPages, showRulesAsTheyArePrinted)
+{
+    std::set<std::string> printed;
+    for (const Rules& rules : {companionRules(), addInRules()})
+        for (const Rule& rule : rules)
+            for (const Sight& sight : {Sight(), broken(""), notSeen("")}) {
+                const std::string text = findingText({rule, sight});
+                printed.insert(text.substr(0, text.find('\n')));
+            }
+    size_t shown = 0;
+    for (const std::wstring& wide : linesOf(fromUtf8(documents::pageText("zemlink.md")))) {
+        const std::string line = toUtf8(wide);
+        if (!line.starts_with("kept ") && !line.starts_with("broken ") &&
+            !line.starts_with("not seen "))
+            continue;
+        EXPECT_TRUE(printed.contains(line)) << line;
+        ++shown;
+    }
+    EXPECT_GT(shown, 8u);
+    expectContains(documents::pageText("zemlink.md"),
+                   "\n" + std::to_string(addInRules().size()) + " rules: ");
+    expectContains(documents::pageText("zemlink.md"),
+                   "\n" + std::to_string(companionRules().size()) + " rules: ");
 }

@@ -68,7 +68,7 @@ struct Flaw {
 const Flaw flaws[] = {
     {"record-cut", {"commit.record"}, {}},
     {"record-over-first", {"commit.appended"}, {"commit.lock", "commit.lock-only-record"}},
-    {"no-lock", {"commit.lock"}, {}},
+    {"no-lock", {"commit.lock"}, {"commit.lock-only-record"}},
     {"notice-without-line-end", {"commit.notice"}, {}},
     {"undeletable-command-file", {"start.command-file-sharing"}, {}},
     {"machine-settings-stay", {"machine.deleted"}, {}},

@@ -8,13 +8,12 @@
 #include "peer/handle.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "tools/zemlink/verify/addin_commit_script.h"
 
 namespace zemlink {
 namespace {
 
 constexpr std::int32_t ncPath = 3; // in the machine settings
-constexpr int watchedSaves = 30;   // usually one to four are enough
-
 // A connection that the add-in leaves open is ended by the port after five seconds.
 constexpr std::int64_t noticeBoundMs = 6500;
 constexpr std::int64_t noticeBoundOnceMissedMs = 300;
@@ -34,110 +33,6 @@ constexpr char partWithOperations[] = "mastercam part 1\n"
                                       "\n[operation]\nid = 4\ngroup = 1\n"
                                       "nci-name = C:\\NC\\NOT-POSTED.nci\n";
 
-CommitParts commitParts(const AddInSite& site)
-{
-    const auto inside = [&](const wchar_t* name) { return peer::toUtf8(site.inside(name)); };
-    const auto outside = [&](const wchar_t* name) { return peer::toUtf8(site.outside(name)); };
-    CommitParts parts;
-    parts.first = inside(L"first.mcam");
-    parts.second = inside(L"second.mcam");
-    parts.unicode = inside(L"gr\u00F6\u00DFe.mcam");
-    parts.sheets = inside(L"sheets.mcam");
-    parts.queue = inside(L"queue.mcam");
-    parts.queueWithoutSettings = inside(L"queue without settings.mcam");
-    parts.redirected = outside(L"redirected.mcam");
-    parts.inside = inside(L"inside.mcam");
-    parts.lastSetting = outside(L"last setting.mcam");
-    parts.hostSave = inside(L"host save.mcam");
-    parts.failedSave = inside(L"failed save.mcam");
-    parts.heldFile = inside(L"held file.mcam");
-    parts.unreadable = inside(L"unreadable.mcam");
-    parts.afterCheckIn = inside(L"after check-in.mcam");
-    return parts;
-}
-
-// The end of a step's commands: the title in the trace shows that all of them were carried out.
-std::string titleOf(CommitStep step)
-{
-    return "step " + std::to_string(static_cast<int>(step));
-}
-std::string endOf(CommitStep step)
-{
-    return "set title " + titleOf(step) + "\nshow title\n";
-}
-
-constexpr char saveCommand[] = "call m_save 0\n";
-
-std::string scriptOfSheets()
-{
-    return untilOpened(L"sheets.mcam") +
-           "set setup_sheet_files C:\\sheets\\first.xml;C:\\sheets\\second.xml\n"
-           "call m_tools 0\n"
-           "set setup_sheet_files C:\\" +
-           std::string(peer::longestNoticeBytes, 'x') +
-           ".xml\n"
-           "call m_tools 0\n"
-           "set setup_sheet_files \n"
-           "call m_tools 0\n"
-           "call importNCqueue\n"
-           "set setup_sheet_files C:\\sheets\\menu.xml\n"
-           "choose Tools\n"
-           "call m_main 0\n" +
-           endOf(CommitStep::sheets);
-}
-
-std::string scriptOfQueues(const std::string& folder)
-{
-    return untilOpened(L"queue.mcam") + "set nc_prefix " + folder +
-           "\\nc\\\n"
-           "set nc_suffix .NC\n"
-           "call importNCqueue\n" +
-           endOf(CommitStep::queue) + untilOpened(L"queue without settings.mcam") +
-           "call importNCqueue\n" + endOf(CommitStep::queueWithoutSettings);
-}
-
-std::string scriptOfSettings(const CommitParts& parts)
-{
-    return untilOpened(L"redirected.mcam") + "set setup_sheet_files C:\\sheets\\save.xml\n" +
-           saveCommand + "set geo_filename " + parts.inside + '\n' + saveCommand +
-           endOf(CommitStep::redirected) + untilOpened(L"last setting.mcam") + saveCommand +
-           endOf(CommitStep::lastSetting);
-}
-
-// After events 3, 6 and 52 a document is no longer the Companion's. The second event 5 would have
-// to save nothing; a save command before event 3 would never return.
-std::string scriptOfEvents()
-{
-    return untilOpened(L"host save.mcam") +
-           "notify 5\n"
-           "notify 6\n"
-           "notify 5\n"
-           "notify 3\n" +
-           endOf(CommitStep::hostSave);
-}
-
-std::string scriptOfFailures()
-{
-    return untilOpened(L"failed save.mcam") + "fail CFile_DoFileSave\n" + saveCommand +
-           endOf(CommitStep::failedSave) + untilOpened(L"held file.mcam") + saveCommand +
-           "fail DoFileOpen\n" + endOf(CommitStep::heldFile) + untilOpened(L"unreadable.mcam") +
-           endOf(CommitStep::unreadable);
-}
-
-std::string commitScript(const AddInSite& site, const CommitParts& parts)
-{
-    std::string script = untilOpened(L"first.mcam") + saveCommand + endOf(CommitStep::first) +
-                         untilOpened(L"second.mcam") + "set geo_filename " + parts.unicode + '\n' +
-                         saveCommand + endOf(CommitStep::unicode) + scriptOfSheets() +
-                         scriptOfQueues(peer::toUtf8(site.folder())) + scriptOfSettings(parts) +
-                         scriptOfEvents() + scriptOfFailures() + "wait-for OnFileNew 60000\n" +
-                         "set geo_filename " + parts.afterCheckIn + '\n' + saveCommand +
-                         endOf(CommitStep::afterCheckIn);
-    for (int i = 0; i < watchedSaves; ++i)
-        script += saveCommand;
-    return script + endOf(CommitStep::saves);
-}
-
 std::wstring queuePath(const AddInSite& site, CommitStep step)
 {
     return site.folder() + peer::tempFolder + L'\\' + peer::ncQueueStart +
@@ -152,21 +47,22 @@ std::uint64_t writeTimeOf(const std::wstring& path)
            data.ftLastWriteTime.dwLowDateTime;
 }
 
+constexpr DWORD shareEverything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+peer::OwnHandle openExisting(const std::wstring& path, DWORD sharing)
+{
+    return peer::ownFile(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, sharing, nullptr,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 // All bytes of the file so far are locked, as a Companion does that reads them.
 class ReaderLock {
 public:
-    explicit ReaderLock(const std::wstring& path)
-        : file_(open(path, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE))
+    explicit ReaderLock(const std::wstring& path) : file_(openExisting(path, shareEverything))
     {
         LARGE_INTEGER size{};
         if (file_ && GetFileSizeEx(file_.get(), &size))
             LockFile(file_.get(), 0, 0, size.LowPart, 0);
-    }
-
-    static peer::OwnHandle open(const std::wstring& path, DWORD sharing)
-    {
-        return peer::ownFile(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, sharing,
-                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     }
 
 private:
@@ -337,7 +233,7 @@ private:
         return carryOut(CommitStep::heldFile, 0, [&] {
             peer::OwnHandle held;
             seen_.isFileHeld = waiting_.until([&] {
-                held = ReaderLock::open(file_, noSharing);
+                held = openExisting(file_, noSharing);
                 return held != nullptr;
             });
             return openAndWait(CommitStep::heldFile, parts_.heldFile);
@@ -355,6 +251,7 @@ private:
         site_.writeSettings("AlwaysSaveTools=y\r\n");
         // The saves that are watched follow at once, with records of the same length.
         lock_.emplace(file_, static_cast<std::uint32_t>(recordBytes()));
+        watchedFrom_ = commits().size();
         return carryOut(CommitStep::afterCheckIn, 1, [&] {
             return host_.send(peer::formatCheckIn(L"unreadable.mcam")) &&
                    isAtEndOf(CommitStep::afterCheckIn);
@@ -367,8 +264,7 @@ private:
     {
         constexpr std::int64_t tooLongMs = 400; // several times as long as between two polls
         const std::int64_t start = monotonicMs();
-        const bool isWritten = host_.write(std::string(peer::longestRequestBytes + 1, 'x'));
-        const size_t before = commits().size();
+        const bool isWritten = writeTooLong();
         const std::string end = "title = \"" + titleOf(CommitStep::saves) + '"';
         const auto isDone = [&] {
             role_.receive(); // the notices of these commits
@@ -376,7 +272,7 @@ private:
         };
         waiting_.until(isDone, 3 * waiting_.boundMs()); // each is bounded, but there are many
         seen_.locks = lock_->end();
-        seen_.watchedCommits = (commits().size() - before) / recordBytes();
+        seen_.watchedCommits = (commits().size() - watchedFrom_) / recordBytes();
         waiting_.pause(tooLongMs - (monotonicMs() - start));
         const peer::CommandFileState left = peer::readCommandFileState(host_.commandFile());
         if (isWritten)
@@ -390,6 +286,15 @@ private:
         seen_.isCommandFileGone = !peer::isFile(host_.commandFile());
         return isReached;
     }
+    // By setting the size: a write of so many bytes can be seen before it is complete, when they
+    // are not yet too many.
+    bool writeTooLong() const
+    {
+        const peer::OwnHandle file = openExisting(host_.commandFile(), shareEverything);
+        FILE_END_OF_FILE_INFO end{};
+        end.EndOfFile.QuadPart = peer::longestRequestBytes + 1;
+        return file && SetFileInformationByHandle(file.get(), FileEndOfFileInfo, &end, sizeof end);
+    }
     size_t recordBytes() const
     {
         return peer::formatCommitRecord({0, peer::fromUtf8(parts_.afterCheckIn)}).size();
@@ -402,6 +307,7 @@ private:
     const std::wstring file_; // the commit file
     AddInHost host_;
     std::optional<LockWatch> lock_{};
+    size_t watchedFrom_ = 0; // bytes of the commit file
     bool isNoticeMissed_ = false;
     CommitsSeen seen_{};
 };

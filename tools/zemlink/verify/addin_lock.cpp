@@ -43,7 +43,8 @@ LocksSeen LockWatch::end()
     return seen_;
 }
 
-// The file only grows: a byte before its end is never part of a record that is still to come.
+// The file only grows: a byte before its end is never part of a record that is still to come. One
+// byte is tried at a time, because a lock lasts no longer than a few tries.
 void LockWatch::watch(const std::wstring& file, std::uint32_t recordBytes)
 {
     const peer::OwnHandle opened =
@@ -54,13 +55,12 @@ void LockWatch::watch(const std::wstring& file, std::uint32_t recordBytes)
     LARGE_INTEGER size{};
     while (opened && !isDone_ && GetFileSizeEx(opened.get(), &size)) {
         const auto end = static_cast<std::uint64_t>(size.QuadPart);
-        seen_.atFirstByte = isLockedByOther(opened.get(), end) || seen_.atFirstByte;
-        seen_.atLastByte = isLockedByOther(opened.get(), end + recordBytes - 1) || seen_.atLastByte;
-        if (end != 0)
+        bool& isSeen = seen_.atFirstByte ? seen_.atLastByte : seen_.atFirstByte;
+        isSeen = isLockedByOther(opened.get(), seen_.atFirstByte ? end + recordBytes - 1 : end);
+        if (isSeen && end != 0)
             seen_.before = isLockedByOther(opened.get(), end - 1) || seen_.before;
         ++seen_.tries;
-        if (seen_.isWholeRecord())
-            isDone_ = true;
+        isDone_ = isDone_ || seen_.isWholeRecord();
     }
 }
 

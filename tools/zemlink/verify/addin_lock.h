@@ -13,7 +13,7 @@ namespace zemlink {
 struct LocksSeen {
     size_t tries = 0;
     bool atFirstByte = false, atLastByte = false; // of the record that it was about to append
-    bool before = false;                          // bytes that were there already
+    bool before = false;                          // the byte before the record, while it was locked
 
     bool isWholeRecord() const { return atFirstByte && atLastByte; }
 };

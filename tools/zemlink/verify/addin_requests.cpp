@@ -3,9 +3,9 @@
 #include "peer/command_file.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
-#include "peer/handle.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "tools/zemlink/verify/addin_probes.h"
 
 #include <stdexcept>
 #include <string_view>
@@ -20,10 +20,6 @@ constexpr std::int32_t otherRequest = 99; // one that is never sent
 constexpr std::int32_t firstId = 21, afterMalformedId = 23, newFileId = 24, missingId = 25,
                        busyId = 26, waitsId = 27, insteadId = 28, releaseId = 29, backplotId = 30,
                        secondReleaseId = 31, lastId = 32;
-
-constexpr const char* exportNames[] = {
-    "m_version", "m_open",        "m_close",  "m_notify", "m_main",   "m_about",      "m_tools",
-    "m_load",    "importNCqueue", "importNC", "renameNC", "DrawTool", "TestFunction", "m_save"};
 
 // The host is busy between the two lines that show so. A new-file request is carried out meanwhile
 // too, and ends it.
@@ -63,59 +59,6 @@ std::vector<std::string> malformedRequests()
             "checkin first.mcam"};
 }
 
-// Without running it: its imports are not resolved.
-class LibraryExports {
-public:
-    explicit LibraryExports(const std::wstring& library)
-        : library_(LoadLibraryExW(library.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES))
-    {
-    }
-    ~LibraryExports()
-    {
-        if (library_)
-            FreeLibrary(library_);
-    }
-    LibraryExports(const LibraryExports&) = delete;
-    LibraryExports& operator=(const LibraryExports&) = delete;
-
-    bool isReadable() const { return library_ != nullptr; }
-    std::vector<std::string> missing() const
-    {
-        std::vector<std::string> names;
-        for (const char* name : exportNames)
-            if (library_ && !GetProcAddress(library_, name))
-                names.emplace_back(name);
-        return names;
-    }
-
-private:
-    HMODULE library_;
-};
-
-// A port that can be bound exclusively is not in use.
-bool isPortFree(std::uint16_t port)
-{
-    const peer::SocketsLibrary library;
-    const peer::OwnSocket tried(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-    const BOOL isExclusive = TRUE;
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_ANY);
-    address.sin_port = htons(port);
-    return setsockopt(tried.get(), SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
-                      reinterpret_cast<const char*>(&isExclusive), sizeof isExclusive) == 0 &&
-           bind(tried.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-}
-
-DWORD sharingErrorOf(const std::wstring& file)
-{
-    const peer::OwnHandle opened =
-        peer::ownFile(CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    return opened ? 0 : GetLastError();
-}
-
 RequestParts requestParts(const AddInSite& site)
 {
     const auto path = [&](const wchar_t* name) { return peer::toUtf8(site.inside(name)); };
@@ -141,7 +84,7 @@ public:
           host_(addIn, site, L"requests", requestScript(), waiting)
     {
         seen_.parts = requestParts(site);
-        lookAtExports(addIn.library);
+        seen_.missingExports = findMissingExports(addIn.library);
     }
 
     RequestsSeen run()
@@ -174,13 +117,6 @@ private:
     bool isOpened(const std::string& path) const
     {
         return host_.waitFor(callOf("DoFileOpen", path));
-    }
-
-    void lookAtExports(const std::wstring& path)
-    {
-        const LibraryExports library(path);
-        seen_.areExportsReadable = library.isReadable();
-        seen_.missingExports = library.missing();
     }
 
     void lookAtStart()

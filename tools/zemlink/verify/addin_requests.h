@@ -44,8 +44,7 @@ struct RequestsSeen {
     HostTrace trace{};
 
     // Once the add-in was open.
-    std::vector<std::string> missingExports{};
-    bool areExportsReadable = false;
+    std::optional<std::vector<std::string>> missingExports{}; // empty: the library is unreadable
     peer::CommandFileState commandFile{};
     std::uint32_t sharingError = 0; // of opening the command file with all access and all sharing
     std::vector<HostWindow> windows{};
@@ -64,6 +63,15 @@ struct RequestsSeen {
     std::optional<std::uint32_t> exitCode{};
     bool isCommandFileGone = false; // after the end
 };
+
+inline bool hasReached(const RequestsSeen& seen, RequestStep step)
+{
+    return seen.reached >= step;
+}
+inline bool isOpened(const RequestsSeen& seen, const std::string& part)
+{
+    return seen.trace.has(callOf("DoFileOpen", part));
+}
 
 // In the machine settings of the first part.
 inline constexpr char verifiedMachine[] = "C:\\Machines\\Mill 3-axis.mcam-mmd";

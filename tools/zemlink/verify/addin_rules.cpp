@@ -1,10 +1,7 @@
 #include "tools/zemlink/verify/addin_rules.h"
 
 #include "peer/wire_constants.h"
-#include "tools/zemlink/verify/addin_commit_rules.h"
-#include "tools/zemlink/verify/addin_request_rules.h"
-#include "tools/zemlink/verify/addin_start_rules.h"
-#include "tools/zemlink/verify/judged_rule.h"
+#include "tools/zemlink/verify/addin_rule_groups.h"
 
 #include <algorithm>
 #include <functional>
@@ -94,16 +91,20 @@ Sight judgeClosedFile(const EndsSeen& seen)
     return keptIf(!seen.starts.isCommandFileLeft, fileLeft);
 }
 
-constexpr JudgedRule<EndsSeen> endTable[] = {
-    {"end.exit", "Lets the host end with exit code 0.", judgeExit},
-    {"end.command-file", "Removes its command file when the host ends.", judgeFileGone},
-    {"end.close-command-file", "Removes its command file when it is closed.", judgeClosedFile},
-    {"end.close-property", "Removes its mark from the main window when it is closed.",
-     judgePropertyLeft},
-    {"end.close-window", "Destroys its message window when it is closed.", judgeMessageWindowLeft},
-    {"end.killed", "Loses its command file with its process.", judgeKilled},
-    {"end.too-long", "Leaves a request of more than 65,536 bytes in the file.", judgeTooLong},
-};
+std::vector<JudgedRule<EndsSeen>> addInEndRules()
+{
+    return {
+        {"end.exit", "Lets the host end with exit code 0.", judgeExit},
+        {"end.command-file", "Removes its command file when the host ends.", judgeFileGone},
+        {"end.close-command-file", "Removes its command file when it is closed.", judgeClosedFile},
+        {"end.close-property", "Removes its mark from the main window when it is closed.",
+         judgePropertyLeft},
+        {"end.close-window", "Destroys its message window when it is closed.",
+         judgeMessageWindowLeft},
+        {"end.killed", "Loses its command file with its process.", judgeKilled},
+        {"end.too-long", "Leaves a request of more than 65,536 bytes in the file.", judgeTooLong},
+    };
+}
 
 template <class Seen>
 struct Timed {
@@ -140,10 +141,14 @@ void runHosts(const AddInToVerify& addIn, HANDLE stop, const std::function<void(
                                         : StartsSeen{.cut = commits.seen.cut};
     });
     const auto requests = underWay.get();
-    add(judgeRequests(requests.seen, requests.tookMs));
-    add(judgeCommits(commits.seen, commits.tookMs));
-    add(judgeStarts(starts.seen, starts.tookMs));
-    add(judged(endTable, EndsSeen{requests.seen, commits.seen, starts.seen}, 0));
+    add(judged(addInOpeningRules(), requests.seen, requests.tookMs));
+    for (const auto& rules : {addInRequestRules(), addInLoadRules()})
+        add(judged(rules, requests.seen, 0));
+    add(judged(addInCommitRules(), commits.seen, commits.tookMs));
+    for (const auto& rules : {addInNoticeRules(), addInSettingRules()})
+        add(judged(rules, commits.seen, 0));
+    add(judged(addInStartRules(), starts.seen, starts.tookMs));
+    add(judged(addInEndRules(), EndsSeen{requests.seen, commits.seen, starts.seen}, 0));
 }
 
 } // namespace
@@ -152,7 +157,9 @@ Rules addInRules()
 {
     Rules rules;
     for (const Rules& each :
-         {addInRequestRules(), addInCommitRules(), addInStartRules(), rulesOf(endTable)})
+         {rulesOf(addInOpeningRules()), rulesOf(addInRequestRules()), rulesOf(addInLoadRules()),
+          rulesOf(addInCommitRules()), rulesOf(addInNoticeRules()), rulesOf(addInSettingRules()),
+          rulesOf(addInStartRules()), rulesOf(addInEndRules())})
         rules.insert(rules.end(), each.begin(), each.end());
     return rules;
 }

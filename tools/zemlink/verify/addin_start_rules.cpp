@@ -1,10 +1,9 @@
-#include "tools/zemlink/verify/addin_start_rules.h"
+#include "tools/zemlink/verify/addin_rule_groups.h"
 
 #include "peer/command_line.h"
 #include "peer/numbers.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
-#include "tools/zemlink/verify/judged_rule.h"
 
 #include <algorithm>
 #include <string_view>
@@ -12,9 +11,7 @@
 namespace zemlink {
 namespace {
 
-using Starts = StartsSeen;
-
-std::string startsText(const Starts& seen)
+std::string startsText(const StartsSeen& seen)
 {
     std::string text;
     for (const RecordedStart& start : seen.starts)
@@ -22,7 +19,7 @@ std::string startsText(const Starts& seen)
     return text.empty() ? "there was none" : "there were: " + text;
 }
 
-const RecordedStart* findStart(const Starts& seen, std::wstring_view word)
+const RecordedStart* findStart(const StartsSeen& seen, std::wstring_view word)
 {
     for (const RecordedStart& start : seen.starts)
         if (word.empty() ? start.arguments.empty() : start.arguments.starts_with(word))
@@ -31,7 +28,7 @@ const RecordedStart* findStart(const Starts& seen, std::wstring_view word)
 }
 
 // Exactly these arguments.
-Sight judgeArguments(const Starts& seen, StartStep step, const std::wstring& expected)
+Sight judgeArguments(const StartsSeen& seen, StartStep step, const std::wstring& expected)
 {
     if (seen.reached < step)
         return notSeen(seen.cut);
@@ -42,12 +39,12 @@ Sight judgeArguments(const Starts& seen, StartStep step, const std::wstring& exp
                   startsText(seen));
 }
 
-Sight judgePlainStart(const Starts& seen)
+Sight judgePlainStart(const StartsSeen& seen)
 {
     return judgeArguments(seen, StartStep::notRunning, L"");
 }
 
-Sight judgeAbout(const Starts& seen)
+Sight judgeAbout(const StartsSeen& seen)
 {
     if (seen.reached < StartStep::notRunning)
         return notSeen(seen.cut);
@@ -77,7 +74,7 @@ bool isCheckOut(std::wstring_view arguments, const std::wstring& folder)
     return peer::parsePrintedNumber(peer::toUtf8(arguments), 0, mostNumber).has_value();
 }
 
-Sight judgeCheckOut(const Starts& seen)
+Sight judgeCheckOut(const StartsSeen& seen)
 {
     if (seen.reached < StartStep::notRunning)
         return notSeen(seen.cut);
@@ -89,24 +86,24 @@ Sight judgeCheckOut(const Starts& seen)
     return broken("its arguments were <" + peer::toUtf8(checkOut->arguments) + '>');
 }
 
-std::wstring commitArguments(const Starts& seen)
+std::wstring commitArguments(const StartsSeen& seen)
 {
     return L"--commit \"" + peer::fromUtf8(seen.committed) + L'"';
 }
 
-Sight judgeCommit(const Starts& seen)
+Sight judgeCommit(const StartsSeen& seen)
 {
     return judgeArguments(seen, StartStep::noWindow, commitArguments(seen));
 }
 
-Sight judgeCommitWithoutId(const Starts& seen)
+Sight judgeCommitWithoutId(const StartsSeen& seen)
 {
     return judgeArguments(seen, StartStep::noId,
                           commitArguments(seen) + L" --id " + std::to_wstring(peer::noZemId));
 }
 
 // The window is requested as normal without arguments and as hidden with arguments.
-Sight judgeShow(const Starts& seen)
+Sight judgeShow(const StartsSeen& seen)
 {
     if (seen.starts.empty())
         return notSeen(seen.cut.empty() ? "the Companion was not started" : seen.cut);
@@ -119,7 +116,7 @@ Sight judgeShow(const Starts& seen)
     return {};
 }
 
-Sight judgeBox(const Starts& seen, std::string_view text)
+Sight judgeBox(const StartsSeen& seen, std::string_view text)
 {
     if (seen.reached < StartStep::notInstalled)
         return notSeen(seen.cut);
@@ -127,45 +124,38 @@ Sight judgeBox(const Starts& seen, std::string_view text)
     return keptIf(seen.trace.has(box), "no message box \"" + std::string(text) + "\" was shown");
 }
 
-Sight judgeNotInstalled(const Starts& seen)
+Sight judgeNotInstalled(const StartsSeen& seen)
 {
     return judgeBox(seen, "TORVA ZEM is not installed.");
 }
 
-Sight judgeNotStarted(const Starts& seen)
+Sight judgeNotStarted(const StartsSeen& seen)
 {
     return judgeBox(seen,
                     "Failed to start TORVA ZEM. Please make sure TORVA ZEM is properly installed.");
 }
 
-constexpr JudgedRule<Starts> startTable[] = {
-    {"messages.not-installed", "Shows a message when About finds no Companion to start.",
-     judgeNotInstalled},
-    {"messages.not-started", "Shows a message when a save cannot start the Companion.",
-     judgeNotStarted},
-    {"companion.started", "Starts the Companion without arguments when it is not running.",
-     judgePlainStart},
-    {"companion.check-out", "Starts it with --checkout and the file for the answer.",
-     judgeCheckOut},
-    {"companion.about", "Starts it with --about and the host's window.", judgeAbout},
-    {"companion.commit", "Starts it with --commit and the file when it shows no window.",
-     judgeCommit},
-    {"companion.commit-without-id", "Adds --id 4294967295 after a request with the id -1.",
-     judgeCommitWithoutId},
-    {"companion.window", "Requests its window as normal without arguments, else as hidden.",
-     judgeShow},
-};
-
 } // namespace
 
-Rules addInStartRules()
+std::vector<JudgedRule<StartsSeen>> addInStartRules()
 {
-    return rulesOf(startTable);
-}
-
-Findings judgeStarts(const StartsSeen& seen, std::int64_t tookMs)
-{
-    return judged(startTable, seen, tookMs);
+    return {
+        {"messages.not-installed", "Shows a message when About finds no Companion to start.",
+         judgeNotInstalled},
+        {"messages.not-started", "Shows a message when a save cannot start the Companion.",
+         judgeNotStarted},
+        {"companion.started", "Starts the Companion without arguments when it is not running.",
+         judgePlainStart},
+        {"companion.check-out", "Starts it with --checkout and the file for the answer.",
+         judgeCheckOut},
+        {"companion.about", "Starts it with --about and the host's window.", judgeAbout},
+        {"companion.commit", "Starts it with --commit and the file when it shows no window.",
+         judgeCommit},
+        {"companion.commit-without-id", "Adds --id 4294967295 after a request with the id -1.",
+         judgeCommitWithoutId},
+        {"companion.window", "Requests its window as normal without arguments, else as hidden.",
+         judgeShow},
+    };
 }
 
 } // namespace zemlink

@@ -4,6 +4,7 @@
 #include "tools/zemlink/verify/rules.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace zemlink {
 
@@ -15,23 +16,24 @@ struct JudgedRule {
     Sight (*judge)(const Seen& seen);
 };
 
-// The rules of a table without their judgements.
-template <class Seen, size_t count>
-Rules rulesOf(const JudgedRule<Seen> (&table)[count])
+// The rules without their judgements.
+template <class Seen>
+Rules rulesOf(const std::vector<JudgedRule<Seen>>& judgedRules)
 {
     Rules rules;
-    for (const JudgedRule<Seen>& each : table)
+    for (const JudgedRule<Seen>& each : judgedRules)
         rules.push_back({each.id, each.text});
     return rules;
 }
 
-// One finding for each rule of the table. What was seen took this long altogether; the first
-// finding gets that time.
-template <class Seen, size_t count>
-Findings judged(const JudgedRule<Seen> (&table)[count], const Seen& seen, std::int64_t tookMs)
+// One finding for each rule. What was seen took this long altogether; the first finding gets that
+// time.
+template <class Seen>
+Findings judged(const std::vector<JudgedRule<Seen>>& judgedRules, const Seen& seen,
+                std::int64_t tookMs)
 {
     Findings findings;
-    for (const JudgedRule<Seen>& each : table)
+    for (const JudgedRule<Seen>& each : judgedRules)
         findings.push_back({{each.id, each.text}, each.judge(seen), findings.empty() ? tookMs : 0});
     return findings;
 }
