@@ -1,6 +1,7 @@
 #include "peer/command_line.h"
 
 #include "peer/numbers.h"
+#include "peer/wire_constants.h"
 
 #include <limits>
 #include <vector>
@@ -17,9 +18,9 @@ struct WordRow {
 };
 
 constexpr WordRow wordRows[] = {
-    {L"--checkout", Word::checkOut, L"FILE", L"", L"log that the add-in asks for a file"},
-    {L"--commit", Word::commit, L"FILE", L"--id ", L"store the file as a new version"},
-    {L"--about", Word::about, L"", L"--parentwindow ", L"show the about window"},
+    {checkOutWord, Word::checkOut, L"FILE", L"", L"log that the add-in asks for a file"},
+    {commitWord, Word::commit, L"FILE", L"--id ", L"store the file as a new version"},
+    {aboutWord, Word::about, L"", L"--parentwindow ", L"show the about window"},
     {L"--send", Word::send, L"NAME", L"--host --machine --ncpath --id ",
      L"send a part of the library to a host; NAME is its name or number"},
     {L"--new-file", Word::newFile, L"", L"--host --id ", L"have a host start a new file"},
@@ -37,10 +38,10 @@ struct OptionRow {
 
 constexpr OptionRow optionRows[] = {
     {L"--host", L"PID", L"the host's process id; without it, the first running host"},
-    {L"--id", L"N", L"the request id; without it, the library number"},
+    {idOption, L"N", L"the request id; without it, the library number"},
     {L"--machine", L"PATH", L"the machine definition, instead of the part's own"},
     {L"--ncpath", L"N", L"the NC path, instead of the part's own"},
-    {L"--parentwindow", L"N", L"the window to show it over"},
+    {parentWindowOption, L"N", L"the window to show it over"},
 };
 
 std::vector<std::wstring> splitArguments(std::wstring_view text)
@@ -98,11 +99,11 @@ bool setOption(Command& command, std::wstring_view name, const std::wstring& val
 {
     if (name == L"--host")
         return setNumber(command.host, value);
-    if (name == L"--parentwindow")
+    if (name == parentWindowOption)
         return setNumber(command.parentWindow, value);
     if (name == L"--ncpath")
         return setNumber(command.ncPath, value);
-    if (name == L"--id")
+    if (name == idOption)
         return setId(command, value);
     if (name != L"--machine" || command.machine)
         return false;

@@ -1,5 +1,6 @@
 #include "peer/exchange_paths.h"
 
+#include "peer/companion_files.h"
 #include "peer/numbers.h"
 #include "peer/wire_constants.h"
 

@@ -1,4 +1,5 @@
-// Names, words and limits of the exchanges with the hosts' add-in.
+// Names, words and limits of the exchanges with the hosts' add-in. The integrator's kit has them as
+// a C header, made from this file: one constant a statement, and nothing but literals.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +17,7 @@ inline constexpr wchar_t registryKey[] = L"SOFTWARE\\TORVA AS\\ZEM";
 inline constexpr wchar_t registryValue[] = L"installation folder";
 inline constexpr wchar_t standardFolder[] = L"C:\\TORVA\\ZEM"; // without a registry value
 
-// Window property of the Companion's main window.
+// Window property of the Companion's main window, with the value 1.
 inline constexpr wchar_t instanceProperty[] = L"https://torva.example/namespace/torvapdm/instance";
 // Window property, with the value 1, of the main window of a host whose add-in is open.
 inline constexpr wchar_t hostProperty[] =
@@ -25,17 +26,31 @@ inline constexpr wchar_t hostProperty[] =
 inline constexpr wchar_t singletonName[] =
     L"Local\\https://torva.example/namespace/torvapdm/singleton-token";
 
+// Window class of the add-in's message window.
+inline constexpr wchar_t messageWindowClass[] =
+    L"https://torva.example/namespace/torvapdm/mastercam-instance";
+// Registered messages. The message window handles the first; nothing sends the others.
+inline constexpr wchar_t openMessage[] = L"https://torva.example/namespace/torvapdm/message/open";
+inline constexpr wchar_t commitMessage[] =
+    L"https://torva.example/namespace/torvapdm/message/commit";
+inline constexpr wchar_t getCheckedOutMessage[] =
+    L"https://torva.example/namespace/torvapdm/message/get-checked-out";
+
+// The Companion's command line.
+inline constexpr wchar_t checkOutWord[] = L"--checkout";
+inline constexpr wchar_t commitWord[] = L"--commit";
+inline constexpr wchar_t idOption[] = L"--id";
+inline constexpr wchar_t aboutWord[] = L"--about";
+inline constexpr wchar_t parentWindowOption[] = L"--parentwindow";
+
 inline constexpr std::uint16_t noticePort = 4559; // TCP
 
 // Paths below the installation folder.
 inline constexpr wchar_t tempFolder[] = L"\\temp";
 inline constexpr wchar_t commitFolder[] = L"\\commit";
 inline constexpr wchar_t logFolder[] = L"\\sys";
-inline constexpr wchar_t librarySubfolder[] = L"\\library";
 inline constexpr wchar_t settingsFile[] = L"\\cfg\\settings.ini";
 inline constexpr wchar_t debugLog[] = L"\\sys\\mcxlog.txt";
-inline constexpr wchar_t companionLog[] = L"\\sys\\companion.log";
-inline constexpr wchar_t workingCopies[] = L"\\sys\\working-copies.txt";
 
 // File names: the start, then an id, then the end.
 inline constexpr wchar_t commandFileStart[] = L"mastercam-";
@@ -47,14 +62,10 @@ inline constexpr wchar_t ncQueueStart[] = L"ncqueue-";
 inline constexpr wchar_t checkoutAnswerStart[] = L"TORVA ZEM-";
 inline constexpr wchar_t screenPictureName[] = L"screendump";
 inline constexpr wchar_t debugLogName[] = L"mcxlog";
-inline constexpr wchar_t companionLogName[] = L"companion";
-inline constexpr wchar_t workingCopiesName[] = L"working-copies";
 inline constexpr wchar_t settingsName[] = L"settings";
 inline constexpr wchar_t dataEnd[] = L".dat";
 inline constexpr wchar_t textEnd[] = L".txt";
 inline constexpr wchar_t pictureEnd[] = L".bmp";
-inline constexpr wchar_t closedCommitsEnd[] = L".closed";
-inline constexpr wchar_t bookmarkEnd[] = L".taken";
 
 // Bytes and words with which the contents of exchange files and notices start.
 inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

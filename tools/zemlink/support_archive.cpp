@@ -1,8 +1,10 @@
 #include "tools/zemlink/support_archive.h"
 
+#include "peer/companion_files.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
 #include "peer/text.h"
+#include "peer/wire_constants.h"
 #include "tools/zemlink/facts/gather_facts.h"
 #include "tools/zemlink/output.h"
 #include "tools/zemlink/reports/problems.h"
@@ -21,7 +23,6 @@ namespace {
 
 constexpr std::uint64_t largestLog = 64 << 20;
 constexpr std::uint64_t growth = 1 << 20; // between looking at a log's size and reading it
-constexpr const wchar_t* debugLog = L"\\sys\\mcxlog.txt";
 
 struct Logs {
     std::string companion{}, loads{}, settings{};
@@ -37,7 +38,7 @@ std::string readLog(const std::wstring& path)
 
 Logs readLogs(const std::wstring& folder)
 {
-    return {readLog(folder + peer::companionLog), readLog(folder + debugLog),
+    return {readLog(folder + peer::companionLog), readLog(folder + peer::debugLog),
             readLog(folder + peer::settingsFile)};
 }
 

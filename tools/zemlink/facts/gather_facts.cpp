@@ -1,6 +1,7 @@
 #include "tools/zemlink/facts/gather_facts.h"
 
 #include "peer/bookmark.h"
+#include "peer/companion_files.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
 #include "peer/lines.h"

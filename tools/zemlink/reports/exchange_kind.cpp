@@ -2,6 +2,7 @@
 
 #include "peer/bookmark.h"
 #include "peer/commit_record.h"
+#include "peer/companion_files.h"
 #include "peer/companion_log.h"
 #include "peer/lines.h"
 #include "peer/text.h"
