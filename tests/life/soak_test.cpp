@@ -8,12 +8,12 @@
 #include "support/companion_double.h"
 #include "support/companion_program.h"
 #include "support/counts.h"
+#include "support/file_tail.h"
 #include "support/host_program.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -34,26 +34,6 @@ constexpr size_t memoryPerTraceByte = 4;
 
 const std::vector<SoakPart> partsOfHosts[] = {{{L"bracket", 17, 2}, {L"flange", 23, 1}},
                                               {{L"pump cover", 31, 2}, {L"clamp jaw", 42, 1}}};
-
-// Reads the complete lines that were appended to a UTF-8 file since the last call.
-class FileTail {
-public:
-    explicit FileTail(std::wstring path) : path_(std::move(path)) {}
-
-    Lines newLines()
-    {
-        std::ifstream file(std::filesystem::path(path_), std::ios::binary);
-        file.seekg(offset_);
-        std::string bytes{std::istreambuf_iterator<char>(file), {}};
-        bytes.resize(bytes.rfind('\n') + 1); // empty if there is no line feed
-        offset_ += std::ssize(bytes);
-        return linesOf(fromUtf8(bytes));
-    }
-
-private:
-    const std::wstring path_;
-    std::int64_t offset_ = 0;
-};
 
 // An event of the Companion's log in short form: without date and time, and without values that are
 // not known in advance or not predicted. Empty for an event that no step predicts.

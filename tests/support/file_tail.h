@@ -1,0 +1,33 @@
+// Follows a text file that another process appends to.
+#pragma once
+
+#include "support/bytes.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace testing_support {
+
+// Reads the complete lines that were appended to a UTF-8 file since the last call.
+class FileTail {
+public:
+    explicit FileTail(std::wstring path) : path_(std::move(path)) {}
+
+    Lines newLines()
+    {
+        std::ifstream file(std::filesystem::path(path_), std::ios::binary);
+        file.seekg(offset_);
+        std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        bytes.resize(bytes.rfind('\n') + 1); // empty if there is no line feed
+        offset_ += std::ssize(bytes);
+        return linesOf(fromUtf8(bytes));
+    }
+
+private:
+    std::wstring path_;
+    std::int64_t offset_ = 0;
+};
+
+} // namespace testing_support
