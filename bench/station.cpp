@@ -88,7 +88,6 @@ bool Station::open(std::int32_t id, Shift& shift)
 void Station::save(std::int32_t id, const Pace& pace, Shift& shift)
 {
     const bool isKilled = pace.cyclesPerKill != 0 && random_() % pace.cyclesPerKill == 0;
-    Commit commit{.id = id, .start = now(), .isCutOff = isKilled};
     host_->command(saveCommand);
     if (isKilled) {
         Sleep(random_() % mostMsBeforeKill);
@@ -96,8 +95,7 @@ void Station::save(std::int32_t id, const Pace& pace, Shift& shift)
         ++shift.kills;
     } else if (!waitForLine(L"ui m_save(0)"))
         return;
-    commit.end = now();
-    shift.commits.push_back(commit);
+    shift.commits.push_back({.id = id, .isCutOff = isKilled});
 }
 
 Shift Station::work(const Pace& pace, const std::atomic<bool>& isOver)

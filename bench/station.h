@@ -13,12 +13,9 @@
 
 namespace bench {
 
-// A save at a host: from the command until the add-in returned. Times are those of
-// `std::chrono::steady_clock`, in microseconds.
+// A save at a host.
 struct Commit {
-    std::int32_t id = 0; // of the request that opened the part; every commit has its own
-    std::int64_t start = 0;
-    std::int64_t end = 0;
+    std::int32_t id = 0;   // of the request that opened the part; every commit has its own
     bool isCutOff = false; // the host was killed meanwhile, so its record may be there or not
 };
 
