@@ -1,5 +1,5 @@
-// Names, words and limits of the exchanges with the hosts' add-in. The integrator's kit has them as
-// a C header, made from this file: one constant a statement, and nothing but literals.
+// Names, words and limits of the exchanges with the hosts' add-in: one constant a statement, and
+// nothing but literals.
 #pragma once
 
 #include <cstddef>
