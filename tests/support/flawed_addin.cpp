@@ -142,7 +142,7 @@ const Flaw flaws[] = {
     {"notice-without-line-end", [] { redirect(systemsSend, &sendWithoutLineEnd); }},
     {"undeletable-command-file", [] { redirect(systemsCreateFile, &createUndeletable); }},
     {"machine-settings-stay",
-     [] { redirect(systems(&std::remove, "remove", cLibrary), &removeNothing); }},
+     [] { redirect(systems(&::remove, "remove", cLibrary), &removeNothing); }},
     {"no-property",
      [] { redirect(systems(&SetPropW, "SetPropW", L"user32.dll"), &setNoProperty); }},
     {"property-stays",

@@ -165,7 +165,7 @@ Sight judgeAfterCheckIn(const CommitsSeen& seen)
 Sight judgeFailure(const CommitsSeen& seen, CommitStep step, const std::string& part,
                    std::string_view text)
 {
-    const Sight shown = judgeMessage(seen, step, part, text);
+    Sight shown = judgeMessage(seen, step, part, text);
     if (shown.state != RuleState::kept)
         return shown;
     if (countNotices(seen, commitNoticeStart(step)) != 0)
