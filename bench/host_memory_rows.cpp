@@ -1,12 +1,16 @@
 // The private memory that the add-in adds to the host: the host's program is started without it,
 // with its library only mapped and linked, and with it running, alternately, and measured from
-// outside when it is idle.
+// outside when it is idle. For comparison, what two threads add that do nothing.
 #include "bench/bare_start.h"
 #include "bench/rows.h"
 #include "bench/surroundings.h"
 #include "support/bytes.h"
 #include "support/processes.h"
 #include "support/waiting.h"
+
+#include <atomic>
+#include <future>
+#include <thread>
 
 // Needs windows.h.
 #include <psapi.h>
@@ -16,6 +20,7 @@ namespace bench {
 namespace {
 
 constexpr size_t rounds = 5;
+constexpr double limit = 3072; // KB
 
 std::string traceText(const std::wstring& path)
 {
@@ -53,21 +58,42 @@ double measureHost(const std::wstring& library)
     return privateKilobytesOf(host.id());
 }
 
+double measureTwoThreads()
+{
+    const double before = privateKilobytesOf(GetCurrentProcessId());
+    std::promise<void> end;
+    std::atomic<int> waiting{0};
+    const auto wait = [&waiting, ended = end.get_future().share()] {
+        ++waiting;
+        ended.wait();
+    };
+    std::thread first(wait);
+    std::thread second(wait);
+    require(testing_support::waitUntil([&] { return waiting == 2; }), "the threads start");
+    const double added = privateKilobytesOf(GetCurrentProcessId()) - before;
+    end.set_value();
+    first.join();
+    second.join();
+    return added;
+}
+
 } // namespace
 
 Rows hostMemoryRows()
 {
     const std::wstring ours = testing_support::programFolder() + L"torvapdm.dll";
     const std::wstring bare = writeBareLibrary();
-    std::vector<double> addedByLibrary, addedInAll;
+    std::vector<double> addedByLibrary, addedByThreads, addedInAll;
     for (size_t round = 0; round < rounds; ++round) {
         const double without = measureHost(L"");
         addedByLibrary.push_back(measureHost(bare) - without);
         addedInAll.push_back(measureHost(ours) - without);
+        addedByThreads.push_back(measureTwoThreads());
     }
-    return {figureRow("memory added to the host", "KB", middleOf(addedInAll), rounds),
+    return {figureRow("memory added to the host", "KB", middleOf(addedInAll), rounds, limit),
             figureRow("memory added by only mapping the library", "KB", middleOf(addedByLibrary),
-                      rounds)};
+                      rounds),
+            figureRow("memory added by two idle threads", "KB", middleOf(addedByThreads), rounds)};
 }
 
 } // namespace bench

@@ -9,7 +9,7 @@ namespace bench {
 
 namespace {
 
-constexpr double timeLimit = 2;
+constexpr double timeLimit = 1.5;
 
 // The calls that an export makes for each operation of the host's chain.
 void walkToolsBare()

@@ -21,13 +21,16 @@ if(MINGW)
   # Ends the program when the guard of a stack frame has been overwritten.
   add_compile_options(-fstack-protector-strong)
   # One section for each function, so that the linker drops the ones that nothing uses; most of the
-  # C++ library is among them.
-  add_compile_options(-ffunction-sections -fdata-sections)
+  # C++ library is among them. Not -fdata-sections, which stores zeros in the file.
+  add_compile_options(-ffunction-sections)
   add_link_options(-Wl,--gc-sections)
+  # GCC 12 otherwise keeps a value in a register that its own copy of an inline function does not change,
+  # while the linker may choose another object's copy, which does.
+  add_compile_options(-fno-ipa-ra)
 endif()
 
 # Compile options for what does not ship. One section for each function would only cost time.
-set(built_quickly -O0 -fno-function-sections -fno-data-sections)
+set(built_quickly -O0 -fno-function-sections)
 
 function(add_own_options target)
   if(MSVC)

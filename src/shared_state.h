@@ -39,7 +39,8 @@ inline std::atomic<std::int32_t> currentRequestId{0};
 inline std::atomic<std::uint32_t> currentZemId{noZemId};
 
 // A path that two threads write without a lock. Its storage never moves: two simultaneous writers
-// can mix their characters, but neither frees memory that the other uses.
+// can mix their characters, but neither frees memory that the other uses. Not for inline variables,
+// whose zeros GCC would store in the library's file.
 struct SharedPath {
     std::array<wchar_t, 32768> characters{}; // the longest path that Windows opens, null-terminated
 
@@ -56,7 +57,7 @@ struct SharedPath {
 // The path of the open document when it is one of the Companion's, or empty.
 // Written: UI (check-out command, open request, load, host events), listener (check-in). Read by
 // nothing in this release.
-inline SharedPath currentFilePath;
+extern SharedPath currentFilePath;
 
 // The files opened for the Companion, newest first, at most 21.
 // Written: UI (open request). Read: UI (menu).

@@ -1,5 +1,6 @@
 #include "companion/installation.h"
 
+#include "formats/decimal.h"
 #include "formats/wire_constants.h"
 #include "platform/narrow_text.h"
 
@@ -54,20 +55,26 @@ void readFromRegistry(std::wstring& folder)
         folder = defaultFolder;
 }
 
-std::wstring below(std::wstring folder, std::wstring_view relativePath)
+// The folder and the texts, one after the other. Allocates once: the tool export makes a path for
+// each operation.
+template <class... Texts>
+std::wstring below(const std::wstring& folder, const Texts&... texts)
 {
-    return folder.append(relativePath);
+    std::wstring path;
+    path.reserve((folder.size() + ... + texts.size()));
+    path.append(folder);
+    (path.append(texts), ...);
+    return path;
 }
 
-template <class Number>
-std::wstring numbered(std::wstring_view prefix, Number number, const wchar_t* extension)
+std::wstring numbered(std::wstring_view prefix, std::int64_t number, std::wstring_view extension)
 {
-    return below(getInstallationFolder(), prefix) + std::to_wstring(number) + extension;
+    return below(getInstallationFolder(), prefix, formatDecimal(number), extension);
 }
 
 } // namespace
 
-std::wstring getInstallationFolder()
+const std::wstring& getInstallationFolder()
 {
     static std::wstring folder;
     if (!isLookUpDone) {

@@ -9,7 +9,7 @@ namespace torvapdm {
 // The folder from the registry (current user, "SOFTWARE\TORVA AS\ZEM", value "installation
 // folder"), or "C:\TORVA\ZEM". Read on the first call and cached for the life of the process.
 // Creates the key when it is missing. Any thread, after the first call, in m_open, has returned.
-std::wstring getInstallationFolder();
+const std::wstring& getInstallationFolder();
 
 std::wstring settingsFilePath();
 std::wstring companionProgramPath();

@@ -33,7 +33,7 @@ CheckoutAnswer parseCheckoutAnswer(const std::wstring& text, std::wstring& fileT
 // gives the same path.
 std::wstring formatAnswerPath(const std::wstring& folder, std::int64_t seconds)
 {
-    return folder + L"\\TORVA ZEM-" + std::to_wstring(numberAt(seconds)) + L".tmp";
+    return folder + L"\\TORVA ZEM-" + formatDecimal(numberAt(seconds)) + L".tmp";
 }
 
 } // namespace torvapdm

@@ -1,5 +1,6 @@
 #include "formats/command_lines.h"
 
+#include "formats/decimal.h"
 #include "formats/wire_constants.h"
 
 namespace torvapdm {
@@ -13,12 +14,12 @@ std::wstring formatCheckoutArguments(const std::wstring& answerFile)
 std::wstring formatCommitArguments(std::uint32_t zemId, const std::wstring& file)
 {
     const std::wstring arguments = L"--commit \"" + file + L'"';
-    return zemId == noZemId ? arguments + L" --id " + std::to_wstring(zemId) : arguments;
+    return zemId == noZemId ? arguments + L" --id " + formatDecimal(zemId) : arguments;
 }
 
 std::wstring formatAboutArguments(std::uint32_t parentWindow)
 {
-    return L"--about --parentwindow " + std::to_wstring(parentWindow);
+    return L"--about --parentwindow " + formatDecimal(parentWindow);
 }
 
 } // namespace torvapdm

@@ -73,4 +73,11 @@ std::int32_t parseDecimalOrZero(std::wstring_view text)
     return static_cast<std::int32_t>(std::clamp(leadingNumber(text).value_or(0), lowest, highest));
 }
 
+// Not std::to_wstring, for which GCC links a whole printf of UTF-16 text and which is slower.
+std::wstring formatDecimal(std::int64_t number)
+{
+    const std::string digits = std::to_string(number);
+    return {digits.begin(), digits.end()};
+}
+
 } // namespace torvapdm

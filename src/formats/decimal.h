@@ -1,9 +1,10 @@
-// Decimal numbers at the start of a text: leading white space and one sign are accepted, and the
-// first character that is not a digit ends the number. No platform header.
+// Decimal numbers. Parsing accepts leading white space and one sign, and the first character that
+// is not a digit ends the number. No platform header.
 #pragma once
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace torvapdm {
@@ -15,5 +16,8 @@ std::optional<std::int32_t> parseDecimal(std::string_view text);
 // U+FF10 to U+FF19). 0 when the text has no digits, the nearest limit when it does not fit into 32
 // bits.
 std::int32_t parseDecimalOrZero(std::wstring_view text);
+
+// The number without leading zeros, after "-" if it is negative.
+std::wstring formatDecimal(std::int64_t number);
 
 } // namespace torvapdm

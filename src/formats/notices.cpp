@@ -1,5 +1,7 @@
 #include "formats/notices.h"
 
+#include "formats/decimal.h"
+
 namespace torvapdm {
 
 std::string formatCommitNotice(std::uint32_t zemId, const std::string& file)
@@ -22,7 +24,7 @@ std::wstring formatSetupSheetNotice(std::int32_t requestId, const std::wstring& 
 {
     return L"MCAMXMLIMPORT"
            L"DATAID=" +
-           std::to_wstring(requestId) + L';' + sheet;
+           formatDecimal(requestId) + L';' + sheet;
 }
 
 } // namespace torvapdm

@@ -1,60 +1,80 @@
 #include "formats/record_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <iterator>
 
 namespace torvapdm {
 
 namespace {
 
-// The value as an integer when the general format writes it like one: at most six digits, no
-// fraction, not a negative zero.
-std::optional<std::int32_t> shortInteger(double value)
+// Six significant digits of a value that printf's general format writes without an exponent: as
+// the number `digits / unit`, where `unit` is a power of ten.
+struct Decimal {
+    std::uint32_t digits;
+    std::uint32_t unit;
+};
+
+// Nothing for a value with an exponent, and where the rounding of the last digit is in doubt.
+std::optional<Decimal> shortDecimal(double magnitude)
 {
-    if (!(value > -1e6 && value < 1e6))
+    if (!(magnitude >= 1e-4 && magnitude < 999999))
         return std::nullopt;
-    const auto whole = static_cast<std::int32_t>(value);
-    if (whole != value || (whole == 0 && std::signbit(value)))
+    std::uint32_t unit = magnitude < 1 ? 1000000000 : 100000;
+    while (magnitude * unit >= 1e6)
+        unit /= 10;
+    const double scaled = magnitude * unit;
+    const auto digits = static_cast<std::uint32_t>(scaled + 0.5);
+    // The product is rounded too, by far less than this margin.
+    if (std::abs(scaled - digits) > 0.499999)
         return std::nullopt;
-    return whole;
+    return Decimal{digits, unit};
+}
+
+char* writeDecimal(char* at, Decimal number)
+{
+    at = writeValue(at, static_cast<std::int32_t>(number.digits / number.unit));
+    std::uint32_t rest = number.digits % number.unit;
+    if (rest != 0)
+        *at++ = '.';
+    for (std::uint32_t unit = number.unit; rest != 0; rest %= unit) {
+        unit /= 10;
+        *at++ = static_cast<char>('0' + rest / unit);
+    }
+    return at;
 }
 
 } // namespace
 
-void putValue(RecordText& record, std::int32_t value)
+char* writeValue(char* at, std::int32_t value)
 {
-    char digits[11]; // "-2147483648"
-    const auto end = std::to_chars(digits, std::end(digits), value).ptr;
-    put(record, {digits, end});
+    return std::to_chars(at, at + longestRecordNumber, value).ptr;
 }
 
-void putValue(RecordText& record, double value)
+char* writeValue(char* at, double value)
 {
-    // Most of a record's values are integers, and formatting those is several times as fast.
-    if (const auto integer = shortInteger(value)) {
-        putValue(record, *integer);
-        return;
-    }
+    if (std::signbit(value))
+        *at++ = '-';
+    if (value == 0)
+        return writeValue(at, 0);
+    const double magnitude = std::abs(value);
+    // Most values are short, and std::to_chars takes several times as long.
+    if (const auto number = shortDecimal(magnitude))
+        return writeDecimal(at, *number);
     // C++ libraries differ in the text of a NaN.
-    if (std::isnan(value)) {
-        put(record, std::signbit(value) ? "-nan" : "nan");
-        return;
-    }
-    char digits[16]; // "-1.79769e+308"
-    const auto end =
-        std::to_chars(digits, std::end(digits), value, std::chars_format::general, 6).ptr;
-    put(record, {digits, end});
+    if (std::isnan(value))
+        return std::copy_n("nan", 3, at);
+    constexpr size_t longest = 12; // "1.79769e+308"
+    return std::to_chars(at, at + longest, magnitude, std::chars_format::general, 6).ptr;
 }
 
 // Quirk Q59: the text's address, not its characters.
-void putValue(RecordText& record, const wchar_t* handle)
+char* writeValue(char* at, const wchar_t* handle)
 {
-    char digits[16];
-    std::uint64_t address = reinterpret_cast<std::uintptr_t>(handle);
-    for (size_t place = std::size(digits); place-- > 0; address >>= 4)
-        digits[place] = "0123456789ABCDEF"[address & 0xF];
-    put(record, {digits, std::end(digits)});
+    const auto address = reinterpret_cast<std::uintptr_t>(handle);
+    for (int shift = 60; shift >= 0; shift -= 4)
+        *at++ = "0123456789ABCDEF"[address >> shift & 0xF];
+    return at;
 }
 
 void putLowBytes(RecordText& record, std::wstring_view text)
@@ -69,7 +89,7 @@ void putLowBytes(RecordText& record, std::wstring_view text)
 
 std::optional<std::string> contentOf(const RecordText& record)
 {
-    if (record.isTooLong)
+    if (record.size > longestToolRecord)
         return std::nullopt;
     return std::string(record.characters.data(), record.size);
 }

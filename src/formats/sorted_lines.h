@@ -10,7 +10,8 @@ namespace torvapdm {
 // Sorts the texts ascending by their bytes, compared as unsigned, and removes duplicates.
 inline void sortAndRemoveDuplicates(std::vector<std::string>& lines)
 {
-    std::sort(lines.begin(), lines.end());
+    // The comparisons take the time, since most lines begin alike; this sort makes fewest.
+    std::stable_sort(lines.begin(), lines.end());
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
 }
 

@@ -61,13 +61,6 @@ void putComment(RecordText& text, std::wstring_view comment)
     putLowBytes(text, comment);
 }
 
-void putOrigin(RecordText& text, const char* x, const char* y, const char* z, const Point& origin)
-{
-    put(text, x, origin.x);
-    put(text, y, origin.y);
-    put(text, z, origin.z);
-}
-
 void putOperation(RecordText& text, const OperationValues& operation)
 {
     put(text, "|PLANEWOFF=", operation.workOffset);
@@ -77,9 +70,13 @@ void putOperation(RecordText& text, const OperationValues& operation)
     put(text, "|COMPENSATIONTYPE=", operation.compensationType);
     put(text, "|DEPTH=", operation.depth);
     put(text, "|TPTYPE=", operation.toolPlaneId);
-    putOrigin(text, "|TPX=", "|TPY=", "|TPZ=", operation.toolPlaneOrigin);
+    put(text, "|TPX=", operation.toolPlaneOrigin.x);
+    put(text, "|TPY=", operation.toolPlaneOrigin.y);
+    put(text, "|TPZ=", operation.toolPlaneOrigin.z);
     put(text, "|CPTYPE=", operation.constructionPlaneId);
-    putOrigin(text, "|CPX=", "|CPY=", "|CPZ=", operation.constructionPlaneOrigin);
+    put(text, "|CPX=", operation.constructionPlaneOrigin.x);
+    put(text, "|CPY=", operation.constructionPlaneOrigin.y);
+    put(text, "|CPZ=", operation.constructionPlaneOrigin.z);
 }
 
 } // namespace

@@ -23,7 +23,7 @@ inline UINT getCheckedOutMessage = 0;
 
 // The command file's path. Written: UI (m_open, before the listener starts), then listener. Read:
 // listener.
-inline SharedPath commandFilePath;
+extern SharedPath commandFilePath;
 
 // The handle that keeps the command file alive: null or INVALID_HANDLE_VALUE when there is none,
 // and the closed handle after m_close.

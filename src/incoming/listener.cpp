@@ -13,6 +13,8 @@
 
 namespace torvapdm {
 
+SharedPath commandFilePath;
+
 namespace {
 
 constexpr DWORD pollingPeriodMs = 100;

@@ -89,6 +89,11 @@ protected:
         }
         return found;
     }
+    static std::string file()
+    {
+        return testing_support::readBytes(testing_support::programFolder() + L"torvapdm.dll")
+            .value_or("");
+    }
     std::wstring string(UINT id) const
     {
         wchar_t text[256];
@@ -182,9 +187,13 @@ TEST_F(AddInLibrary, hasNoWritableCode)
 
 TEST_F(AddInLibrary, guardsItsStackFrames)
 {
-    const std::string bytes =
-        testing_support::readBytes(testing_support::programFolder() + L"torvapdm.dll").value_or("");
-    EXPECT_NE(bytes.find("*** stack smashing detected ***"), bytes.npos);
+    EXPECT_NE(file().find("*** stack smashing detected ***"), std::string::npos);
+}
+
+// One call can link a large part of a runtime library.
+TEST_F(AddInLibrary, isSmallerThan400KB)
+{
+    EXPECT_LT(file().size(), 400u * 1024);
 }
 
 TEST_F(AddInLibrary, describesCommandsInItsStringTable)

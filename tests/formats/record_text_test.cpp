@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <locale>
 
@@ -16,6 +17,13 @@ std::string written(Value value)
     RecordText record;
     put(record, "|K=", value);
     return contentOf(record).value_or("too long").substr(3);
+}
+
+std::string printed(double value)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
 }
 
 } // namespace
@@ -47,14 +55,19 @@ TEST(RecordText, writesSixSignificantDigits)
         {3.14159265, "3.14159"},
         {0.0001, "0.0001"},
         {0.00012345678, "0.000123457"},
+        {0.00009999994, "9.99999e-05"},
+        {0.00009999996, "0.0001"},
         {0.00001, "1e-05"},
         {0.000001, "1e-06"},
         {2.5e-7, "2.5e-07"},
         {99999.96, "100000"},
         {123456.7, "123457"},
+        {100000.5, "100000"},
+        {100001.5, "100002"},
         {999999, "999999"},
         {999999.4, "999999"},
         {999999.5, "1e+06"},
+        {999999.6, "1e+06"},
         {1000000, "1e+06"},
         {2500000, "2.5e+06"},
         {-1.7976931348623157e308, "-1.79769e+308"},
@@ -66,6 +79,16 @@ TEST(RecordText, writesSixSignificantDigits)
     };
     for (const Case& c : cases)
         EXPECT_EQ(written(c.value), c.text);
+}
+
+TEST(RecordText, agreesWithPrintf)
+{
+    for (const int digits : {1, 15, 100005, 123456, 1000005, 1234565, 9999985, 9999995})
+        for (int place = -14; place <= 2; ++place) {
+            const double value = digits * std::pow(10, place);
+            for (const double tried : {std::nextafter(value, 0), value, std::nextafter(value, 1e9)})
+                EXPECT_EQ(written(tried), printed(tried));
+        }
 }
 
 TEST(RecordText, ignoresTheLocale)

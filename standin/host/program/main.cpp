@@ -53,6 +53,13 @@ std::wstring fault(const std::wstring& path, const std::wstring& otherwise)
     return isFile(path) ? path + otherwise : L"There is no file " + path + L'.';
 }
 
+// So that an add-in does not appear to bring the libraries of the host that it imports.
+void loadOtherHostLibraries()
+{
+    for (const wchar_t* library : {L"MCMill.dll", L"MCMachineDef.dll"})
+        LoadLibraryW(library);
+}
+
 std::optional<int> openFirstPart(const Options& options)
 {
     if (options.part.empty() || putPart(options.part))
@@ -134,6 +141,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
         return exitCannotStart;
     }
     setScriptHelp(scriptCommandHelp());
+    loadOtherHostLibraries();
     const int exitCode = run(options);
     stopHost();
     return exitCode;

@@ -1,0 +1,7 @@
+#include "shared_state.h"
+
+namespace torvapdm {
+
+SharedPath currentFilePath;
+
+} // namespace torvapdm
