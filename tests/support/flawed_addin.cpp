@@ -1,10 +1,11 @@
-// The add-in with one flaw, which the environment variable FLAW names: it redirects one of its own
-// imports. For the tests of `zemlink verify addin`.
+// The add-in with flaws, which the environment variable FLAWS names, separated by commas: it
+// redirects some of its own imports. For the tests of `zemlink verify addin`.
 #include "host/host.h"
 #include "support/system_calls.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <winsock2.h>
@@ -158,17 +159,23 @@ const Flaw flaws[] = {
 };
 
 // An unknown name would look like an add-in without a flaw.
-bool applyFlaw()
+void applyFlaw(const std::string& name)
 {
-    const char* const name = std::getenv("FLAW");
     for (const Flaw& flaw : flaws)
-        if (name && flaw.name == name) {
-            flaw.apply();
-            return true;
-        }
+        if (flaw.name == name)
+            return flaw.apply();
     std::abort();
 }
 
-[[maybe_unused]] const bool isFlawed = applyFlaw();
+bool applyFlaws()
+{
+    const char* const names = std::getenv("FLAWS");
+    std::istringstream list(names ? names : "none");
+    for (std::string name; std::getline(list, name, ',');)
+        applyFlaw(name);
+    return true;
+}
+
+[[maybe_unused]] const bool isFlawed = applyFlaws();
 
 } // namespace
