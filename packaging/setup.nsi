@@ -5,7 +5,7 @@
 ; one is known to be replaceable. An earlier version is removed by its own uninstaller, which knows its files.
 ;
 ; packaging/pack defines VERSION, HOST (the host that the DLL was built for), PACKAGE (the folder with the files to install), FILES (their list) and
-; SETUP (the output file).
+; SETUP (the output file), and SIGN (the program that signs the uninstaller) if the package is signed.
 Target amd64-unicode
 SetCompressor /SOLID lzma
 SetDateSave off ; reproducible output
@@ -34,6 +34,9 @@ BrandingText "${PRODUCT} ${VERSION}"
 InstallDir "$PROGRAMFILES64\TORVA AS\ZEM add-in"
 InstallDirRegKey HKLM "${ENTRY}" "InstallLocation"
 SpaceTexts none
+!ifdef SIGN
+    !uninstfinalize '"${SIGN}" "%1"' = 0
+!endif
 
 VIProductVersion "${VERSION}.0"
 VIFileVersion "${VERSION}.0"
