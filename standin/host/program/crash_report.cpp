@@ -15,8 +15,8 @@ namespace {
 
 LPTOP_LEVEL_EXCEPTION_FILTER earlierFilter = nullptr;
 
-// A function without unwind information has no frame, and neither has a call of a wrong address: the
-// return address is on top of the stack. The stack may be damaged, so it is not read directly.
+// A function without unwind information has no frame, and neither has a call of a wrong address:
+// the return address is on top of the stack. The stack may be damaged, so it is not read directly.
 bool leaveLeaf(CONTEXT& context)
 {
     DWORD64 caller = 0;
