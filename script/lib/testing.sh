@@ -18,11 +18,12 @@ install_node_packages() {
     local place=$project/build/$2
     command -v npm >/dev/null || install_packages npm
     cmp -s "$1/package-lock.json" "$place/node_modules/installed.json" && return
-    say "installing what ${1#tests/} needs"
+    step "installing what ${1#tests/} needs"
     mkdir -p "$place"
     cp "$1/package.json" "$1/package-lock.json" "$place"
     (cd "$place" && quietly npm ci --no-audit --no-fund --omit=optional)
     cp "$place/package-lock.json" "$place/node_modules/installed.json"
+    end_step
 }
 
 # Starts further desktops, each in a network of its own and with a copy of the prefix. ctest gives a test one of
