@@ -53,7 +53,7 @@ func main() {
 	}
 }
 
-// poll looks for what hosts and other starts have left. A request that no host takes in five seconds is dropped.
+// poll looks for what hosts and other starts have left. Commands are dropped after five seconds, but not a commit.
 func poll(open bool) {
 	files, _ := filepath.Glob(`temp\torvapdm-*.[cd]*`) // .closed and .dat
 	for _, path := range files {
@@ -61,17 +61,17 @@ func poll(open bool) {
 	}
 	commands, _ := filepath.Glob(`temp\command-*.txt`)
 	for _, path := range commands {
-		info, _ := os.Stat(path)
+		old := path < fmt.Sprintf(`temp\command-%d.txt`, time.Now().Add(-5*time.Second).UnixNano())
 		command, err := os.ReadFile(path)
-		if err == nil && (execute(strings.Split(string(command), "\n")) || time.Since(info.ModTime()) > 5*time.Second) {
+		if err == nil && (old && !strings.HasPrefix(string(command), "--commit") || execute(string(command))) {
 			os.Remove(path)
 		}
 	}
 }
 
 // execute carries out a command line. It returns false if that has to be tried again.
-func execute(words []string) bool {
-	switch words = append(words, "", "", "", ""); words[0] {
+func execute(command string) bool {
+	switch words := append(strings.Split(command, "\n"), "", "", "", ""); words[0] {
 	case "--commit":
 		commit(words[1], words[3], true)
 	case "--open":
@@ -81,7 +81,7 @@ func execute(words []string) bool {
 	case "--check-in":
 		return send(words[1], "CHECKIN", "", "")
 	default: // such as --checkout and --about, which are for people
-		report(fmt.Sprintf(`command line="%s"`, strings.TrimSpace(strings.Join(words, " "))))
+		report(fmt.Sprintf(`command line="%s"`, strings.ReplaceAll(command, "\n", " ")))
 	}
 	return true
 }
