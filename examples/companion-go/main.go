@@ -29,7 +29,7 @@ var (
 	}
 )
 
-// main leaves its command line in a file for the running Companion, and is that itself if there is none.
+// main leaves its command line in a file for the running Companion, and becomes the Companion if none is running.
 func main() {
 	os.Chdir(filepath.Dir(program)) // the installation folder
 	for _, name := range []string{"cfg", "commit", "library", "sys", "temp", "tmp"} {
@@ -41,10 +41,10 @@ func main() {
 		return
 	}
 	report(fmt.Sprintf(`started folder="%s" pid=%d`, filepath.Dir(program), os.Getpid()))
-	if listener, err := net.Listen("tcp4", ":4559"); err == nil { // commits arrive without notices, too
+	if listener, err := net.Listen("tcp4", ":4559"); err == nil { // without notices commits are still polled for
 		go listen(listener)
 	}
-	go user32("MessageBoxW").Call(0, uintptr(title), uintptr(title), 0) // is the window
+	go user32("MessageBoxW").Call(0, uintptr(title), uintptr(title), 0) // the main window
 	for seen, window := false, uintptr(0); !seen || window != 0; seen = seen || window != 0 {
 		time.Sleep(250 * time.Millisecond)
 		window, _, _ = user32("FindWindowW").Call(32770 /* the class of a message box */, uintptr(title))
@@ -53,7 +53,7 @@ func main() {
 	}
 }
 
-// poll looks for what hosts and other starts have left. A request that no host takes in five seconds is dropped.
+// poll looks for what hosts and other starts have left. Commands are dropped after five seconds, but not a commit.
 func poll(open bool) {
 	files, _ := filepath.Glob(`temp\torvapdm-*.[cd]*`) // .closed and .dat
 	for _, path := range files {
@@ -61,17 +61,17 @@ func poll(open bool) {
 	}
 	commands, _ := filepath.Glob(`temp\command-*.txt`)
 	for _, path := range commands {
-		info, _ := os.Stat(path)
+		old := path < fmt.Sprintf(`temp\command-%d.txt`, time.Now().Add(-5*time.Second).UnixNano())
 		command, err := os.ReadFile(path)
-		if err == nil && (execute(strings.Split(string(command), "\n")) || time.Since(info.ModTime()) > 5*time.Second) {
+		if err == nil && (old && !strings.HasPrefix(string(command), "--commit") || execute(string(command))) {
 			os.Remove(path)
 		}
 	}
 }
 
 // execute carries out a command line. It returns false if that has to be tried again.
-func execute(words []string) bool {
-	switch words = append(words, "", "", "", ""); words[0] {
+func execute(command string) bool {
+	switch words := append(strings.Split(command, "\n"), "", "", "", ""); words[0] {
 	case "--commit":
 		commit(words[1], words[3], true)
 	case "--open":
@@ -81,7 +81,7 @@ func execute(words []string) bool {
 	case "--check-in":
 		return send(words[1], "CHECKIN", "", "")
 	default: // such as --checkout and --about, which are for people
-		report(fmt.Sprintf(`command line="%s"`, strings.TrimSpace(strings.Join(words, " "))))
+		report(fmt.Sprintf(`command line="%s"`, strings.ReplaceAll(command, "\n", " ")))
 	}
 	return true
 }
@@ -100,7 +100,7 @@ func send(host, request, id, machine string) bool {
 	return err == nil
 }
 
-// take stores the commits after the bookmark, and deletes a file that no host can find or has open any more.
+// take stores the commits after the bookmark. It deletes the file when no host can find it or has it open any more.
 func take(base string, live bool) {
 	path, sharing, taken := base+".dat", uint32(7), int64(0)
 	if !live {
@@ -127,7 +127,7 @@ func take(base string, live bool) {
 	}
 }
 
-// next finds the first record and its end. Bytes with a record of a full path inside them are not a record.
+// next finds the first record and its end. Bytes inside which a record with a full path begins are not a record.
 func next(data []byte) (end int, id uint32, file string) {
 	for i := 0; i+8 <= len(data) && (end == 0 || i < end); i++ {
 		header := (*[2]uint32)(unsafe.Pointer(&data[i])) // the id, the length of the name
