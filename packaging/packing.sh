@@ -36,17 +36,5 @@ copy_licences() {
 # set_dates PLACE…: and permissions.
 set_dates() { find "$@" -type f -exec chmod 644 {} + -exec touch -d "$date" {} +; }
 
-# check_links: packed pages, below the current folder, must not link to pages that are not packed.
-check_links() {
-    local page link status=0
-    while IFS=: read -r page link; do
-        link=${link#](}
-        [ -e "$(dirname "$page")/${link%%#*}" ] && continue
-        echo "$page links to $link, which is not packed" >&2
-        status=1
-    done < <(find . -name '*.md' -exec grep -HoE '\]\([^)#:]+(#[^)]*)?' {} +)
-    return $status
-}
-
 # zip_up NAME: zips the folder NAME as NAME.zip.
 zip_up() { find "$1" -type f | sort | env -u ZIP -u ZIPOPT zip -9 -q -X -@ "$1.zip"; }

@@ -317,7 +317,7 @@ TEST_F(Setup, removesItsFoldersOnceEmpty)
 TEST_F(Setup, refusesToOverwriteForeignFiles)
 {
     std::filesystem::create_directories(site.addInFolder + L"\\docs");
-    for (const wchar_t* name : {L"\\CHANGELOG.md", L"\\docs\\installing.md", L"\\uninstall.exe"}) {
+    for (const wchar_t* name : {L"\\manual.html", L"\\docs\\zemlink.1", L"\\uninstall.exe"}) {
         writeBytes(site.addInFolder + name, "somebody else's");
         const State before = files();
         EXPECT_EQ(site.setUp(), cannotWrite) << toUtf8(name);
