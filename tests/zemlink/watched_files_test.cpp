@@ -12,6 +12,7 @@
 #include "tools/zemlink/session/observer.h"
 #include "tools/zemlink/session/whole_files.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace zemlink;
@@ -141,6 +142,21 @@ TEST(CommandFiles, reportsTheEndOfAHostOnce)
     DeleteFileW(installation.commandFile(process.id()).c_str());
     EXPECT_TRUE(files.look(4000, false).empty());
     EXPECT_FALSE(files.isWaiting());
+}
+
+// Which of the two happened shows in what followed.
+TEST(CommandFiles, reportAsTakenWhatAHostTookBeforeItEnded)
+{
+    for (const bool isFollowed : {true, false}) {
+        const Installation installation;
+        const std::wstring path = installation.path(L"temp\\mastercam-4711.dat");
+        writeBytes(path, "request");
+        CommandFiles files(installation.root());
+        files.look(1, false);
+        std::filesystem::remove(path);
+        EXPECT_EQ(countOf(files.look(2, isFollowed), EventKind::requestTaken),
+                  isFollowed ? 1u : 0u);
+    }
 }
 
 TEST(CommandFiles, readOneByteMoreThanAHost)

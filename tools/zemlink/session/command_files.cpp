@@ -54,6 +54,11 @@ void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t no
     const FileLook look = lookAt(peer::commandFilePath(folder_, process));
     if (!look.exists) {
         host.missingSince = host.missingSince == 0 ? now : host.missingSince;
+        if (host.waiting && isFollowed && onlyHost() == process) { // taken, and the host has ended
+            events.push_back({now, EventKind::requestTaken, process,
+                              peer::commandFilePath(folder_, process), *host.waiting});
+            host.waiting.reset();
+        }
         return;
     }
     host.missingSince = 0;
