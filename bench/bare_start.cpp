@@ -11,7 +11,6 @@
 #include <cstring>
 #include <io.h>
 #include <share.h>
-#include <wincrypt.h>
 
 namespace bench {
 
@@ -42,17 +41,6 @@ DWORD WINAPI listenerBare(LPVOID)
         Sleep(100);
     }
     return 0;
-}
-
-// The system calls with which the compiler's runtime makes the stack guard's value.
-void seedGuardBare()
-{
-    HCRYPTPROV provider = 0;
-    BYTE guard[sizeof(void*)];
-    CryptAcquireContextA(&provider, nullptr, nullptr, PROV_RSA_FULL,
-                         CRYPT_VERIFYCONTEXT | CRYPT_SILENT);
-    CryptGenRandom(provider, sizeof guard, guard);
-    CryptReleaseContext(provider, 0);
 }
 
 HANDLE startThread(LPTHREAD_START_ROUTINE procedure)
@@ -120,7 +108,6 @@ BareAddIn startBare(const std::wstring& library, HWND mainWindow)
 {
     BareAddIn addIn{};
     addIn.library = LoadLibraryW(library.c_str());
-    seedGuardBare();
     isStopping = false;
     addIn.window = createWindowBare(mainWindow);
     addIn.network = startThread(networkBare);

@@ -14,11 +14,11 @@ endif()
 
 if(MINGW)
   # Linked statically, so that the programs need no other DLLs than Windows' own.
-  add_link_options(-static -fstack-protector-strong
-                   -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+  add_link_options(-static -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
   # A reproducible build: no time stamp in the programs.
   add_link_options(-Wl,--no-insert-timestamp)
-  # Ends the program when the guard of a stack frame has been overwritten.
+  # Ends the program when the guard of a stack frame has been overwritten; stack_guard, below, is the
+  # runtime for it.
   add_compile_options(-fstack-protector-strong)
   # One section for each function, so that the linker drops the ones that nothing uses; most of the
   # C++ library is among them. Not -fdata-sections, which stores zeros in the file.
@@ -83,8 +83,12 @@ function(compile_by_folder target)
   endif()
 endfunction()
 
-# Links the programs of this folder, none of which ships, with LLVM's linker where it is installed.
+# Links the programs of this folder, none of which ships, with LLVM's linker where it is installed. Sections
+# that begin on a page of the file are mapped; others are read at each start of a program.
 macro(link_quickly)
+  if(MINGW)
+    add_link_options(-s -Wl,--file-alignment,4096)
+  endif()
   find_program(LLVM_LINKER ld.lld-19)
   if(MINGW AND LLVM_LINKER)
     add_link_options(-wrapper ${CMAKE_SOURCE_DIR}/cmake/link_with_lld)
@@ -109,3 +113,9 @@ function(optimise)
       SKIP_PRECOMPILE_HEADERS ON SKIP_UNITY_BUILD_INCLUSION ON)
   endif()
 endfunction()
+
+if(MINGW)
+  add_library(stack_guard STATIC ${CMAKE_SOURCE_DIR}/src/platform/stack_guard.cpp)
+  add_own_options(stack_guard)
+  link_libraries(stack_guard)
+endif()

@@ -10,6 +10,10 @@ unset CDPATH NSISDIR # either would change the paths used below, even if empty
 # the program.
 strip_program() { x86_64-w64-mingw32-strip --preserve-dates -o "$2" "$1"; }
 
+# sign_programs FILE…: if script/package was told to sign. Otherwise the programs have the same bytes wherever they
+# are packed.
+sign_programs() { [ -z "${TORVAPDM_CERTIFICATE:-}" ] || packaging/sign "$@"; }
+
 # copy_documents LIST PLACE: the pages that the file LIST names.
 copy_documents() {
     local document
@@ -31,18 +35,6 @@ copy_licences() {
 
 # set_dates PLACE…: and permissions.
 set_dates() { find "$@" -type f -exec chmod 644 {} + -exec touch -d "$date" {} +; }
-
-# check_links: packed pages, below the current folder, must not link to pages that are not packed.
-check_links() {
-    local page link status=0
-    while IFS=: read -r page link; do
-        link=${link#](}
-        [ -e "$(dirname "$page")/${link%%#*}" ] && continue
-        echo "$page links to $link, which is not packed" >&2
-        status=1
-    done < <(find . -name '*.md' -exec grep -HoE '\]\([^)#:]+(#[^)]*)?' {} +)
-    return $status
-}
 
 # zip_up NAME: zips the folder NAME as NAME.zip.
 zip_up() { find "$1" -type f | sort | env -u ZIP -u ZIPOPT zip -9 -q -X -@ "$1.zip"; }

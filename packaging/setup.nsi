@@ -5,7 +5,7 @@
 ; one is known to be replaceable. An earlier version is removed by its own uninstaller, which knows its files.
 ;
 ; packaging/pack defines VERSION, HOST (the host that the DLL was built for), PACKAGE (the folder with the files to install), FILES (their list) and
-; SETUP (the output file).
+; SETUP (the output file), and SIGN (the program that signs the uninstaller) if the package is signed.
 Target amd64-unicode
 SetCompressor /SOLID lzma
 SetDateSave off ; reproducible output
@@ -35,6 +35,9 @@ BrandingText "${PRODUCT} ${VERSION}"
 InstallDir "$PROGRAMFILES64\TORVA AS\ZEM add-in"
 InstallDirRegKey HKLM "${ENTRY}" "InstallLocation"
 SpaceTexts none
+!ifdef SIGN
+    !uninstfinalize '"${SIGN}" "%1"' = 0
+!endif
 
 VIProductVersion "${VERSION}.0"
 VIFileVersion "${VERSION}.0"
@@ -308,6 +311,7 @@ Function WriteEntry
     WriteRegDWORD HKLM "${ENTRY}" "VersionMinor" ${VERSION_MINOR}
     WriteRegStr HKLM "${ENTRY}" "DisplayIcon" "$INSTDIR\${UNINSTALLER},0"
     WriteRegStr HKLM "${ENTRY}" "Comments" "Connects Mastercam to TORVA ZEM"
+    WriteRegStr HKLM "${ENTRY}" "Readme" "$INSTDIR\manual.html"
     WriteRegStr HKLM "${ENTRY}" "URLInfoAbout" "${WEB_SITE}"
     WriteRegStr HKLM "${ENTRY}" "HelpLink" "${WEB_SITE}"
     WriteRegStr HKLM "${ENTRY}" "InstallDate" "$3$2$1"

@@ -15,6 +15,46 @@ export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree,msh
 
 say() { printf '%s\n' "$*"; }
 
+bold= plain=
+if [ -t 1 ] && [ -z "${NO_COLOR:-}" ]; then
+    bold=$'\e[1m' plain=$'\e[0m'
+fi
+began=${SCRIPT_BEGAN:-$EPOCHSECONDS} # see run_isolated
+unset SCRIPT_BEGAN
+
+# step NAME: says which step begins, after how long the one before it took. Elsewhere than on a terminal, a line a
+# minute says that it goes on.
+step() {
+    end_step
+    step_name=$1 step_began=$EPOCHSECONDS step_watch=
+    say "$bold$1$plain"
+    if [ ! -t 1 ]; then
+        say_each_minute "$1" &
+        step_watch=$!
+    fi
+}
+
+end_step() {
+    [ -n "${step_name:-}" ] || return 0
+    [ -z "$step_watch" ] || { kill "$step_watch" && wait "$step_watch"; } 2>/dev/null || true
+    say "$step_name: $((EPOCHSECONDS - step_began)) s"
+    step_name=
+}
+
+# Until the script ends. What waits has nobody's output: a reader of the script's would wait for it.
+say_each_minute() {
+    local minutes=0 status
+    while status=0 && { timeout 60 tail --pid=$$ -f /dev/null >/dev/null 2>&1 || status=$?; } && [ $status = 124 ]; do
+        say "$1: $((++minutes)) min"
+    done
+}
+
+# summarise TEXT: ends the last step; the script's last line.
+summarise() {
+    end_step
+    say "$1, $((EPOCHSECONDS - began)) s"
+}
+
 # Runs a command and shows its output only if it fails.
 quietly() {
     local log
@@ -43,15 +83,17 @@ install_packages() {
         say "  apt-get install ${missing[*]}" >&2
         exit 1
     fi
-    say "installing ${missing[*]}"
+    step "installing ${missing[*]}"
     quietly apt-get update
     quietly env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
         "${missing[@]}"
+    end_step
 }
 
 # build [TARGET…]: configures and builds these targets, or all, with a line that counts the steps. Shows
 # the build's output only if it fails.
 build() {
+    step "building"
     quietly cmake --preset "$preset"
     local log status=0
     log=$(mktemp)
@@ -59,6 +101,7 @@ build() {
         status=$?
     [ $status = 0 ] || cat "$log" >&2
     rm -f "$log"
+    end_step
     return $status
 }
 
@@ -88,7 +131,8 @@ run_isolated() {
         say "network namespaces are not available: using the machine's network"
         network=(env NETWORK=machine)
     fi
-    exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
+    end_step
+    SCRIPT_BEGAN=$began exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
 }
 
 # Runs a command in a new network namespace; has_own_network tests whether that is possible.

@@ -7,16 +7,23 @@ logs=$project/build/$preset
 TEST_OPTIONS=()
 ALL_TESTS=(--label-exclude alone) # see add_test_program
 
-# What checks the formats' notation, and is not in Debian.
-install_notation_compiler() {
-    local place=$project/build/notation
+# What checks the formats' notation and the bills of materials, and is not in Debian.
+install_checkers() {
+    install_node_packages tests/kit/notation notation
+    install_node_packages tests/packaging/bill bill
+}
+
+# install_node_packages FOLDER NAME: those that FOLDER locks, into build/NAME.
+install_node_packages() {
+    local place=$project/build/$2
     command -v npm >/dev/null || install_packages npm
-    cmp -s tests/kit/notation/package-lock.json "$place/node_modules/installed.json" && return
-    say "installing the compiler of the formats' notation"
+    cmp -s "$1/package-lock.json" "$place/node_modules/installed.json" && return
+    step "installing what ${1#tests/} needs"
     mkdir -p "$place"
-    cp tests/kit/notation/package.json tests/kit/notation/package-lock.json "$place"
-    (cd "$place" && quietly npm ci --no-audit --no-fund)
+    cp "$1/package.json" "$1/package-lock.json" "$place"
+    (cd "$place" && quietly npm ci --no-audit --no-fund --omit=optional)
     cp "$place/package-lock.json" "$place/node_modules/installed.json"
+    end_step
 }
 
 # Starts further desktops, each in a network of its own and with a copy of the prefix. ctest gives a test one of

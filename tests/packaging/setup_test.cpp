@@ -84,6 +84,7 @@ TEST_F(Setup, registersAsAnInstalledProgram)
     EXPECT_EQ(entryText(L"UninstallString"), uninstaller);
     EXPECT_EQ(entryText(L"QuietUninstallString"), uninstaller + L" /S");
     EXPECT_EQ(entryText(L"DisplayIcon"), site.addInFolder + L"\\uninstall.exe,0");
+    EXPECT_TRUE(std::filesystem::exists(entryText(L"Readme")));
     const std::wstring date = entryText(L"InstallDate");
     EXPECT_TRUE(dayBefore <= date && date <= localTime(L"yyyyMMdd", L"")) << toUtf8(date);
     for (const wchar_t* name : {L"URLInfoAbout", L"HelpLink"})
@@ -288,7 +289,7 @@ TEST_F(Setup, removesItsFoldersOnceEmpty)
 TEST_F(Setup, refusesToOverwriteForeignFiles)
 {
     std::filesystem::create_directories(site.addInFolder + L"\\docs");
-    for (const wchar_t* name : {L"\\CHANGELOG.md", L"\\docs\\installing.md", L"\\uninstall.exe"}) {
+    for (const wchar_t* name : {L"\\manual.html", L"\\docs\\zemlink.1", L"\\uninstall.exe"}) {
         writeBytes(site.addInFolder + name, "somebody else's");
         const State before = files();
         EXPECT_EQ(site.setUp(), cannotWrite) << toUtf8(name);

@@ -70,11 +70,11 @@ const FlawedAddIn flawedAddIns[] = {
     {"undeletable-command-file,record-cut,property-stays",
      {"start.command-file-sharing", "commit.record", "end.close-property"}},
     {"check-out-without-quotes,no-lock,notice-without-line-end,machine-settings-stay",
-     {"companion.check-out", "machine.deleted", "commit.lock", "commit.notice"},
+     {"machine.deleted", "commit.lock", "commit.notice", "companion.check-out"},
      {"commit.lock-only-record"}},
     {"no-property,record-over-first,no-picture",
-     {"start.host-property", "commit.appended", "commit.lock", "commit.picture"},
-     {"commit.lock-only-record", "commit.picture-first", "end.close-property"}},
+     {"start.host-property", "commit.picture", "commit.appended"},
+     {"commit.picture-first", "commit.lock", "commit.lock-only-record", "end.close-property"}},
     {"opens-during-backplot,late-picture", {"requests.backplot", "commit.picture-first"}},
 };
 

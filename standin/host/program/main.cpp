@@ -2,6 +2,7 @@
 // user, and closes the add-in again.
 #include "standin/console/console.h"
 #include "control.h"
+#include "program/crash_report.h"
 #include "program/options.h"
 #include "program/script.h"
 #include "program/script_commands.h"
@@ -117,6 +118,7 @@ int run(const Options& options)
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
+    reportCrashes();
     const std::vector<std::wstring> words = commandLineWords();
     if (words.size() == 1 && words.front() == L"--help") {
         printOrShow(Output::result, optionHelp(), L"Mastercam");

@@ -115,7 +115,7 @@ void findSilentHosts(Problems& problems, const Facts& facts)
                  "is not the Companion's after it had reported a save of its own, and does not "
                  "return from that.",
              "Wait until it has finished its work. If it was such a save, only ending the host "
-             "helps (docs/messages.md)."});
+             "helps: see \"Find the cause\" in the manual."});
     }
 }
 

@@ -99,7 +99,7 @@ void findOpenPaths(Problems& problems, const Facts& facts)
                         "Other accounts may write to " + paths +
                             ": they can open files in the host and overwrite them, or replace the "
                             "Companion or the add-in.",
-                        "Set the permissions as docs/security.md lists them."});
+                        "Set the permissions as the manual lists them under \"Security\"."});
 }
 
 bool hasSetup(const Facts& facts)

@@ -87,11 +87,13 @@ Sight judgeUnicode(const CommitsSeen& seen)
 
 Sight judgeLock(const CommitsSeen& seen)
 {
+    if (!seen.cut.empty())
+        return notSeen(seen.cut);
     if (seen.locks.isWholeRecord())
         return {};
     constexpr size_t fewestCommits = 40; // of a correct add-in, some of these are seen
     if (seen.watchedCommits < fewestCommits)
-        return notSeen(seen.cut.empty() ? "there were too few commits to watch" : seen.cut);
+        return notSeen("there were too few commits to watch");
     const std::string where = seen.locks.atFirstByte ? "the last byte of a record was never locked"
                               : seen.locks.atLastByte
                                   ? "the first byte of a record was never locked"
@@ -102,7 +104,7 @@ Sight judgeLock(const CommitsSeen& seen)
 
 Sight judgeLockBefore(const CommitsSeen& seen)
 {
-    if (!seen.locks.atFirstByte)
+    if (!seen.cut.empty() || !seen.locks.atFirstByte)
         return notSeen("no lock was seen");
     return keptIf(!seen.locks.before, "the last byte of an earlier record was locked meanwhile");
 }

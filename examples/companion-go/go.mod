@@ -1,0 +1,3 @@
+module companion
+
+go 1.19
