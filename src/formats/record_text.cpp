@@ -24,11 +24,12 @@ std::optional<Decimal> shortDecimal(double magnitude)
     while (magnitude * unit >= 1e6)
         unit /= 10;
     const double scaled = magnitude * unit;
-    const auto digits = static_cast<std::uint32_t>(scaled + 0.5);
+    const auto digits = static_cast<std::uint32_t>(scaled);
+    const double rest = scaled - digits;
     // The product is rounded too, by far less than this margin.
-    if (std::abs(scaled - digits) > 0.499999)
+    if (std::abs(rest - 0.5) < 1e-6)
         return std::nullopt;
-    return Decimal{digits, unit};
+    return Decimal{digits + (rest > 0.5), unit};
 }
 
 char* writeDecimal(char* at, Decimal number)

@@ -22,7 +22,7 @@ namespace {
 std::wstring commitFileName()
 {
     std::wstring name = hostFileName();
-    const std::wstring folder = getInstallationFolder();
+    const std::wstring& folder = getInstallationFolder();
     if (name.find(folder) != std::wstring::npos || !isSettingOn("UseFtpServer"))
         return name;
     return ftpPath(folder, name);

@@ -80,8 +80,8 @@ TEST(Version, isTheSameInEveryProgram)
 // After the changes that are not in a version yet.
 TEST(Version, headsTheChanges)
 {
-    const auto lines =
-        linesOf(fromUtf8(readBytes(packedFolder() + L"\\CHANGELOG.md").value_or("")));
+    const std::wstring changes = packedPath(L"kit\\torvapdm-kit-" VERSION_TEXT "\\CHANGELOG.md");
+    const auto lines = linesOf(fromUtf8(readBytes(changes).value_or("")));
     const auto heading = std::find_if(lines.begin(), lines.end(), [](const std::wstring& line) {
         return line.starts_with(L"## ") && line != L"## Unreleased";
     });
