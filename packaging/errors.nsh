@@ -3,11 +3,11 @@ Var ErrorCode ; the exit code, or 0
 Var ErrorText
 
 ; NSIS itself uses 1 (cancelled) and 2 (the setup program failed).
+!define CANCELLED 1
+!define FAILED 2
 !define NO_HOST 3
 !define IN_USE 4
 !define CANNOT_WRITE 5
-
-!define IN_USE_TEXT " is in use.$\r$\n$\r$\nClose "
 
 !define /ifndef OPEN_EXISTING 3
 
@@ -15,12 +15,17 @@ Var ErrorText
     ${If} $ErrorCode = 0
         StrCpy $ErrorCode ${CODE}
         StrCpy $ErrorText "${TEXT}"
+        ${Log} "Error: $ErrorText"
     ${EndIf}
 !macroend
 !define RecordError "!insertmacro RecordError"
 
 !macro ShowError
-    MessageBox MB_OK|MB_ICONEXCLAMATION "$ErrorText" /SD IDOK
+    ${If} $LogFile == ""
+        MessageBox MB_OK|MB_ICONEXCLAMATION "$ErrorText" /SD IDOK
+    ${Else}
+        MessageBox MB_OK|MB_ICONEXCLAMATION "$ErrorText$\r$\n$\r$\nLog: $LogFile" /SD IDOK
+    ${EndIf}
 !macroend
 !define ShowError "!insertmacro ShowError"
 
@@ -49,14 +54,22 @@ Function ${UN}CheckFile
     Exch $1 ; the program that probably uses it
     Push $2
     Push $3
-    ${If} ${FileExists} $0
+    ${If} $ErrorCode = 0
+    ${AndIf} ${FileExists} $0
         System::Call 'kernel32::CreateFileW(w r0, i ${GENERIC_READ}|${GENERIC_WRITE}|${DELETE}, \
             i 0, p 0, i ${OPEN_EXISTING}, i 0, p 0) p .r2 ?e'
         Pop $3
         ${If} $2 P<> ${INVALID_HANDLE_VALUE}
             System::Call 'kernel32::CloseHandle(p r2)'
         ${ElseIf} $3 = ${ERROR_SHARING_VIOLATION}
-            ${RecordError} ${IN_USE} "$0${IN_USE_TEXT}$1 and try again."
+            Push $0
+            Call ${UN}FindUsers
+            Pop $2
+            ${If} $2 == ""
+                ${RecordError} ${IN_USE} "$0 is in use. Close $1 and try again."
+            ${Else}
+                ${RecordError} ${IN_USE} "$0 is in use by $2. Close the program and try again."
+            ${EndIf}
         ${Else}
             ${RecordError} ${CANNOT_WRITE} "$0 cannot be replaced (error $3)."
         ${EndIf}
@@ -69,3 +82,22 @@ FunctionEnd
 !macroend
 !insertmacro DefineCheckFile ""
 !insertmacro DefineCheckFile "un."
+
+!macro DefineDeleteFile UN
+; Pops a path. A missing file is no error.
+Function ${UN}DeleteFile
+    Exch $0
+    ${If} ${FileExists} $0
+        Delete $0
+        ${If} ${FileExists} $0
+            !insertmacro CheckFile "${UN}" $0 "the program that uses it"
+            ${RecordError} ${CANNOT_WRITE} "$0 cannot be deleted."
+        ${Else}
+            ${Log} "Removed $0"
+        ${EndIf}
+    ${EndIf}
+    Pop $0
+FunctionEnd
+!macroend
+!insertmacro DefineDeleteFile ""
+!insertmacro DefineDeleteFile "un."

@@ -23,6 +23,7 @@ Function MakeFolder
             ${RecordError} ${CANNOT_WRITE} "The folder $0 cannot be created."
         ${Else}
             WriteRegStr HKLM "${MADE_FOLDERS}" $0 ""
+            ${Log} "Created the folder $0"
         ${EndIf}
     ${EndIf}
     Pop $1
@@ -44,6 +45,7 @@ Function ${UN}RemoveEmptyFolders
             IntOp $0 $0 + 1
         ${Else}
             DeleteRegValue HKLM "${MADE_FOLDERS}" $1
+            ${Log} "Removed the folder $1"
             StrCpy $0 0
         ${EndIf}
     ${Loop}

@@ -19,14 +19,15 @@ ManifestDPIAware true
 !include Win\WinError.nsh
 !include "${FILES}"
 
-!define PRODUCT "TORVA ZEM add-in for ${HOST}"
+!define ADD_IN "TORVA ZEM add-in"
+!define PRODUCT "${ADD_IN} for ${HOST}"
 ; The same for every host, so that a package for one replaces a package for another.
 !define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\TORVA ZEM add-in for Mastercam"
 !define HOOKS "chooks" ; the folder of command hooks, in Mastercam's folder
 !define LIBRARY "${HOOKS}\torvapdm.dll"
-!define QUOTED_HOST ' "/HOST='
-!define QUOTED_HOST_LENGTH 8
 !define UNINSTALLER "uninstall.exe"
+!define WEB_SITE "https://torva.example"
+!searchparse "${VERSION}" "" VERSION_MAJOR "." VERSION_MINOR "."
 
 Name "${PRODUCT}"
 OutFile "${SETUP}"
@@ -40,8 +41,10 @@ SpaceTexts none
 
 VIProductVersion "${VERSION}.0"
 VIFileVersion "${VERSION}.0"
-VIAddVersionKey "CompanyName" "TORVA AS"
-VIAddVersionKey "FileDescription" "Setup of the ${PRODUCT}"
+!define COMPANY "TORVA AS"
+!define DESCRIPTION_START "Setup of the ${ADD_IN} for "
+VIAddVersionKey "CompanyName" "${COMPANY}"
+VIAddVersionKey "FileDescription" "${DESCRIPTION_START}${HOST}"
 VIAddVersionKey "FileVersion" "${VERSION}"
 VIAddVersionKey "LegalCopyright" "TORVA AS"
 VIAddVersionKey "ProductName" "TORVA ZEM"
@@ -53,86 +56,38 @@ Var EarlierHostFolder
 Var HasStartedWriting ; there is something to roll back
 Var HasMadeEntry ; rolling back removes the entry
 Var KeepsEntry
+Var HasLeftUninstaller ; in the install folder, from an earlier installation
 
+!include options.nsh
+!include log.nsh
+!include processes.nsh
 !include errors.nsh
 !include single_instance.nsh
 !include folders.nsh
-
-!define MUI_ICON "${NSISDIR}/Contrib/Graphics/Icons/box-install.ico"
-!define MUI_UNICON "${NSISDIR}/Contrib/Graphics/Icons/box-uninstall.ico"
-
-!if "${HOST}" == "the stand-in host"
-    !define PURPOSE "This package is for the stand-in host, for tests and integration. Mastercam cannot load \
-        its add-in. "
-!else
-    !define PURPOSE ""
-!endif
-
-!define MUI_PAGE_HEADER_TEXT "Mastercam's folder"
-!define MUI_PAGE_HEADER_SUBTEXT "Where is Mastercam installed?"
-!define MUI_DIRECTORYPAGE_TEXT_TOP "${PURPOSE}Setup installs the add-in as a command hook, in the folder ${HOOKS} of \
-    Mastercam. Choose the folder that contains Mastercam.exe, and close Mastercam."
-!define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Mastercam's folder"
-!define MUI_DIRECTORYPAGE_VARIABLE $HostFolder
-!define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveHostPage
-!insertmacro MUI_PAGE_DIRECTORY
-
-!define MUI_PAGE_HEADER_TEXT "Support tool and documentation"
-!define MUI_PAGE_HEADER_SUBTEXT "Choose the folder for zemlink.exe and the documentation."
-!define MUI_DIRECTORYPAGE_TEXT_TOP "zemlink.exe shows the data exchanged between Mastercam and TORVA \
-    ZEM and checks for common problems. Setup installs it in this folder together with the \
-    documentation of the add-in."
-!define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveFolderPage
-!insertmacro MUI_PAGE_DIRECTORY
-
-!insertmacro MUI_PAGE_INSTFILES
-!insertmacro MUI_UNPAGE_CONFIRM
-!insertmacro MUI_UNPAGE_INSTFILES
-!insertmacro MUI_LANGUAGE English
+!include help.nsh
+!include left_uninstaller.nsh
+!include check.nsh
+!include host_folder.nsh
+!include setup_pages.nsh
 
 Function .onInit
     StrCpy $ErrorCode 0
     StrCpy $HasStartedWriting 0
     StrCpy $HasMadeEntry 0
+    StrCpy $HasLeftUninstaller 0
+    Call ShowHelp
+    Call OpenLog
     Call EnsureSingleInstance
     ReadRegStr $EarlierFolder HKLM "${ENTRY}" "InstallLocation"
     ReadRegStr $EarlierHostFolder HKLM "${ENTRY}" "HostFolder"
-    Call ReadHostOption
-FunctionEnd
-
-; Without the option, the folder of the installed version.
-Function ReadHostOption
-    ${GetParameters} $0
-    ${GetOptions} $0 "/HOST=" $HostFolder
-    ${IfNot} ${Errors}
-        Return
+    ${ReadOption} "/HOST=" $HostFolder
+    ${If} ${Errors}
+        StrCpy $HostFolder $EarlierHostFolder
     ${EndIf}
-    StrCpy $HostFolder $EarlierHostFolder
-    StrCpy $0 " $0"
-    StrCpy $1 0
-    ${Do} ; GetOptions finds no option that starts inside quotes: "/HOST=C:\some folder"
-        StrCpy $2 $0 ${QUOTED_HOST_LENGTH} $1
-        ${If} $2 == '${QUOTED_HOST}'
-            IntOp $1 $1 + ${QUOTED_HOST_LENGTH}
-            StrCpy $0 $0 "" $1
-            Call ReadUpToQuote
-            Return
-        ${EndIf}
-        IntOp $1 $1 + 1
-    ${LoopUntil} $2 == ""
-FunctionEnd
-
-Function ReadUpToQuote ; of $0, into $HostFolder
-    StrCpy $1 -1
-    ${Do}
-        IntOp $1 $1 + 1
-        StrCpy $2 $0 1 $1
-        ${If} $2 == '"'
-        ${OrIf} $2 == ""
-            ${Break}
-        ${EndIf}
-    ${Loop}
-    StrCpy $HostFolder $0 $1
+    ${If} $HostFolder == ""
+    ${AndIfNot} ${Silent}
+        Call OfferRunningHost
+    ${EndIf}
 FunctionEnd
 
 Function LeaveHostPage
@@ -149,6 +104,7 @@ Section
     AddSize ${KILOBYTES}
     Call CheckNamedFolder
     Call CheckHostFolder
+    Call LogChoices
     Call CheckFiles
     Call AbortAfterError
     Call WriteNewFiles
@@ -159,25 +115,17 @@ Section
     Call PutInPlace
     Call AbortAfterError
     Call RemoveEmptyFolders ; of the earlier version that this one does not use
+    ${LogExit} 0 "The add-in is installed."
 SectionEnd
 
-Function CheckHostFolder
-    StrCpy $0 $HostFolder "" 1
-    ${If} $0 == ":" ; the page turns a drive's root into "C:", which is the drive's current folder
-        StrCpy $HostFolder "$HostFolder\"
-    ${EndIf}
-    GetFullPathName $0 $HostFolder
-    StrLen $1 $0
-    StrCpy $2 $0 1 -1
-    ${If} $2 == "\"
-    ${AndIf} $1 > 3
-        StrCpy $0 $0 -1
-    ${EndIf}
-    ${If} $HostFolder == ""
-    ${OrIfNot} ${FileExists} "$0\Mastercam.exe"
-        ${RecordError} ${NO_HOST} "There is no Mastercam.exe in the folder $\"$HostFolder$\"."
+Function LogChoices
+    ReadRegStr $0 HKLM "${ENTRY}" "DisplayVersion"
+    ${Log} "Mastercam's folder: $HostFolder"
+    ${Log} "Install folder: $INSTDIR"
+    ${If} $EarlierFolder == ""
+        ${Log} "Earlier version: none"
     ${Else}
-        StrCpy $HostFolder $0
+        ${Log} "Earlier version: $0 in $EarlierFolder, for Mastercam in $EarlierHostFolder"
     ${EndIf}
 FunctionEnd
 
@@ -206,6 +154,16 @@ FunctionEnd
     ${EndIf}
 !macroend
 
+; An uninstaller that was run in its folder stays there: it cannot delete itself.
+Function CheckUninstaller
+    Push "$INSTDIR\${UNINSTALLER}"
+    Call IsOwnUninstaller
+    Pop $HasLeftUninstaller
+    ${If} $HasLeftUninstaller = 0
+        !insertmacro CheckDoesNotExist "${UNINSTALLER}"
+    ${EndIf}
+FunctionEnd
+
 !macro CheckInstalledFile FILE
     !insertmacro CheckFile "" "$INSTDIR\${FILE}" "the program that uses it"
 !macroend
@@ -213,7 +171,7 @@ FunctionEnd
 Function CheckFiles
     ${If} $INSTDIR != $EarlierFolder
         !insertmacro FOR_EACH_FILE CheckDoesNotExist
-        !insertmacro CheckDoesNotExist "${UNINSTALLER}"
+        Call CheckUninstaller
     ${EndIf}
     !insertmacro CheckFile "" "$HostFolder\${LIBRARY}" "Mastercam"
     ${If} $EarlierHostFolder != ""
@@ -241,6 +199,7 @@ FunctionEnd
 
 Function WriteNewFiles
     StrCpy $HasStartedWriting 1
+    ${Log} "Writing the new files under temporary names"
     SetOverwrite try
     EnumRegValue $0 HKLM "${ENTRY}" 0
     EnumRegKey $1 HKLM "${ENTRY}" 0
@@ -255,6 +214,9 @@ Function WriteNewFiles
     ${EndIf}
     ${MakeFolder} "$HostFolder\${HOOKS}"
     ${MakeFolder} $INSTDIR
+    ${If} $HasLeftUninstaller = 1 ; an earlier setup made the folder or used it
+        WriteRegStr HKLM "${MADE_FOLDERS}" $INSTDIR ""
+    ${EndIf}
     !insertmacro FOR_EACH_FOLDER MakeInstalledFolder
     ${If} $ErrorCode <> 0
         Return
@@ -269,37 +231,64 @@ Function WriteNewFiles
 FunctionEnd
 
 ; Every version's uninstaller supports /KEEPENTRY: it deletes the files and keeps the entry and the
-; folders. A copy of it runs, so that it can delete itself.
+; folders. A copy of it runs, so that it can delete itself. It writes to the same log, and the reason of an
+; error to a file of its own.
 Function RemoveEarlierVersion
     ${If} $EarlierFolder == ""
         Return
     ${EndIf}
+    ${Log} "Removing the earlier version"
     ${IfNot} ${FileExists} "$EarlierFolder\${UNINSTALLER}"
         ${If} $EarlierHostFolder != ""
-            Delete "$EarlierHostFolder\${LIBRARY}"
+            Push "$EarlierHostFolder\${LIBRARY}"
+            Call DeleteFile
         ${EndIf}
         Return
     ${EndIf}
     CopyFiles /SILENT "$EarlierFolder\${UNINSTALLER}" "$PLUGINSDIR\earlier.exe"
+    StrCpy $1 ""
+    ${If} $LogFile != ""
+        StrCpy $1 '/LOG="$LogFile"'
+    ${EndIf}
+    StrCpy $2 "$PLUGINSDIR\earlier.txt"
     ClearErrors
-    ExecWait '"$PLUGINSDIR\earlier.exe" /S /KEEPENTRY _?=$EarlierFolder' $0
+    ExecWait '"$PLUGINSDIR\earlier.exe" /S /KEEPENTRY $1 /ERRORFILE="$2" _?=$EarlierFolder' $0
     ${If} ${Errors}
         StrCpy $0 ${CANNOT_WRITE}
     ${EndIf}
-    ${If} $0 = ${IN_USE}
-        ${RecordError} ${IN_USE} "The earlier version${IN_USE_TEXT}Mastercam and try again."
-    ${ElseIf} $0 <> 0
-        ${RecordError} $0 "The earlier version in $EarlierFolder cannot be removed."
+    ${If} $0 <> 0
+        StrCpy $3 "The earlier version in $EarlierFolder cannot be removed."
+        ${If} ${FileExists} $2
+            FileOpen $4 $2 r
+            FileReadUTF16LE $4 $3
+            FileClose $4
+        ${EndIf}
+        ${RecordError} $0 "$3"
     ${EndIf}
 FunctionEnd
 
-!macro PutFileInPlace PLACE
-    ClearErrors
-    Delete "${PLACE}"
-    Rename "${PLACE}.new" "${PLACE}"
-    ${If} ${Errors}
-        ${RecordError} ${CANNOT_WRITE} "${PLACE} cannot be replaced."
+Function PutFileInPlace
+    Exch $0
+    Push $1
+    StrCpy $1 "Wrote"
+    ${If} ${FileExists} $0
+        StrCpy $1 "Replaced"
     ${EndIf}
+    ClearErrors
+    Delete $0
+    Rename "$0.new" $0
+    ${If} ${Errors}
+        ${RecordError} ${CANNOT_WRITE} "$0 cannot be replaced."
+    ${Else}
+        ${Log} "$1 $0"
+    ${EndIf}
+    Pop $1
+    Pop $0
+FunctionEnd
+
+!macro PutFileInPlace PLACE
+    Push "${PLACE}"
+    Call PutFileInPlace
 !macroend
 
 !macro PutInstalledFileInPlace FILE
@@ -315,8 +304,17 @@ FunctionEnd
 
 Function WriteEntry
     SectionGetSize 0 $0
+    ${GetTime} "" "L" $1 $2 $3 $4 $5 $6 $7 ; day, month, year
     WriteRegStr HKLM "${ENTRY}" "DisplayName" "${PRODUCT}"
     WriteRegStr HKLM "${ENTRY}" "DisplayVersion" "${VERSION}"
+    WriteRegDWORD HKLM "${ENTRY}" "VersionMajor" ${VERSION_MAJOR}
+    WriteRegDWORD HKLM "${ENTRY}" "VersionMinor" ${VERSION_MINOR}
+    WriteRegStr HKLM "${ENTRY}" "DisplayIcon" "$INSTDIR\${UNINSTALLER},0"
+    WriteRegStr HKLM "${ENTRY}" "Comments" "Connects Mastercam to TORVA ZEM"
+    WriteRegStr HKLM "${ENTRY}" "Readme" "$INSTDIR\manual.html"
+    WriteRegStr HKLM "${ENTRY}" "URLInfoAbout" "${WEB_SITE}"
+    WriteRegStr HKLM "${ENTRY}" "HelpLink" "${WEB_SITE}"
+    WriteRegStr HKLM "${ENTRY}" "InstallDate" "$3$2$1"
     WriteRegStr HKLM "${ENTRY}" "InstallLocation" "$INSTDIR"
     WriteRegStr HKLM "${ENTRY}" "HostFolder" "$HostFolder"
     WriteRegStr HKLM "${ENTRY}" "UninstallString" '"$INSTDIR\${UNINSTALLER}"'
@@ -324,12 +322,14 @@ Function WriteEntry
     WriteRegDWORD HKLM "${ENTRY}" "EstimatedSize" $0
     WriteRegDWORD HKLM "${ENTRY}" "NoModify" 1
     WriteRegDWORD HKLM "${ENTRY}" "NoRepair" 1
+    ${Log} "Wrote the entry in the list of installed programs"
     StrCpy $HasMadeEntry 0 ; from here on the entry stays, even after an error
 FunctionEnd
 
 Function AbortAfterError
     ${If} $ErrorCode <> 0
         Call RollBack
+        ${LogExit} $ErrorCode "The add-in is not installed."
         SetErrorLevel $ErrorCode
         ${ShowError}
         Abort $ErrorText
@@ -352,90 +352,16 @@ Function RollBack
     ${If} $HasMadeEntry = 1
         DeleteRegKey HKLM "${ENTRY}"
     ${EndIf}
+    ${Log} "Removed the new files"
 FunctionEnd
 
 Function .onInstFailed ; also called when the disk is full
     Call RollBack
+    ${LogExit} ${FAILED} "Setup failed."
 FunctionEnd
 
-Function un.onInit
-    StrCpy $ErrorCode 0
-    ${GetParameters} $0
-    ClearErrors
-    ${GetOptions} $0 "/KEEPENTRY" $1
-    StrCpy $KeepsEntry 1
-    ${If} ${Errors}
-        StrCpy $KeepsEntry 0
-        Call un.EnsureSingleInstance ; with /KEEPENTRY the calling setup holds the mutex
-    ${EndIf}
-    Call un.ReadEntry
+Function LogCancelling
+    ${LogExit} ${CANCELLED} "Cancelled by the user."
 FunctionEnd
 
-; An uninstaller that was left in its folder can find the entry of an installation in another folder.
-; Then it must remove neither the DLL nor the entry.
-Function un.ReadEntry
-    StrCpy $0 $INSTDIR 1 -1
-    ${If} $0 == "\"
-        StrCpy $INSTDIR $INSTDIR -1
-    ${EndIf}
-    ReadRegStr $0 HKLM "${ENTRY}" "InstallLocation"
-    ${If} $0 == $INSTDIR
-        ReadRegStr $HostFolder HKLM "${ENTRY}" "HostFolder"
-    ${Else}
-        StrCpy $KeepsEntry 1
-    ${EndIf}
-FunctionEnd
-
-Section Uninstall
-    SetOutPath $TEMP ; the current folder cannot be removed
-    Call un.CheckFiles
-    Call un.AbortAfterError
-    Call un.DeleteFiles
-    Call un.AbortAfterError
-    ${If} $KeepsEntry = 0
-        Call un.RemoveEmptyFolders
-        DeleteRegKey HKLM "${ENTRY}"
-    ${EndIf}
-SectionEnd
-
-!macro CheckInstalledFileAgain FILE
-    !insertmacro CheckFile "un." "$INSTDIR\${FILE}" "the program that uses it"
-!macroend
-
-Function un.CheckFiles
-    ${If} $HostFolder != "" ; only known from the entry
-        !insertmacro CheckFile "un." "$HostFolder\${LIBRARY}" "Mastercam"
-    ${EndIf}
-    !insertmacro FOR_EACH_FILE CheckInstalledFileAgain
-FunctionEnd
-
-!macro DeleteInstalledFile FILE
-    Delete "$INSTDIR\${FILE}"
-!macroend
-
-; The DLL first: Mastercam may have been started in the meantime. The uninstaller last and only if all
-; others are deleted, so that the remaining files can still be uninstalled.
-Function un.DeleteFiles
-    ClearErrors
-    ${If} $HostFolder != ""
-        Delete "$HostFolder\${LIBRARY}"
-    ${EndIf}
-    ${If} ${Errors}
-        ${RecordError} ${IN_USE} "$HostFolder\${LIBRARY}${IN_USE_TEXT}Mastercam and try again."
-        Return
-    ${EndIf}
-    !insertmacro FOR_EACH_FILE DeleteInstalledFile
-    ${If} ${Errors}
-        ${RecordError} ${CANNOT_WRITE} "Some files in $INSTDIR cannot be deleted."
-        Return
-    ${EndIf}
-    Delete "$INSTDIR\${UNINSTALLER}"
-FunctionEnd
-
-Function un.AbortAfterError
-    ${If} $ErrorCode <> 0
-        SetErrorLevel $ErrorCode
-        ${ShowError}
-        Abort $ErrorText
-    ${EndIf}
-FunctionEnd
+!include uninstaller.nsh

@@ -17,6 +17,7 @@ Function ${UN}EnsureSingleInstance
     ${AndIf} $1 <> ${WAIT_ABANDONED}
         ${RecordError} ${IN_USE} "Another setup of the add-in is running. Wait until it has \
             finished, then try again."
+        ${LogExit} $ErrorCode "Nothing is changed."
         SetErrorLevel $ErrorCode
         ${ShowError}
         Quit

@@ -1,40 +1,14 @@
 // The setup program and its uninstaller, run silently.
-#include "packaging/machine_state.h"
-#include "packaging/site.h"
-#include "support/bytes.h"
+#include "packaging/setup_fixture.h"
+#include "peer/wire_constants.h"
 #include "support/host_program.h"
 #include "zemlink/tool_run.h"
 
 #include <filesystem>
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 
 namespace {
-
-constexpr DWORD done = 0;
-constexpr DWORD noHost = 3;
-constexpr DWORD inUse = 4;
-constexpr DWORD cannotWrite = 5;
-
-class Setup : public ::testing::Test {
-protected:
-    State files() const { return filesBelow(installation.root(), site.temporaryFolder); }
-    static State entry() { return registryBelow(HKEY_LOCAL_MACHINE, entryKey); }
-    void expectNothingInstalled() const
-    {
-        EXPECT_EQ(entry(), State());
-        EXPECT_FALSE(std::filesystem::exists(site.hostFolder + L"\\chooks"));
-        EXPECT_FALSE(std::filesystem::exists(installation.path(L"TORVA AS")));
-    }
-    std::optional<std::string> installed(const std::wstring& name) const
-    {
-        return readBytes(site.addInFolder + L'\\' + name);
-    }
-
-    Installation installation{Registry::ofTheUser};
-    Site site{installation};
-};
 
 State registry()
 {
@@ -43,27 +17,13 @@ State registry()
     return state;
 }
 
-std::optional<std::string> packed(const std::wstring& name)
+// A number in the entry; 0 if there is none.
+DWORD entryNumber(const wchar_t* name)
 {
-    return readBytes(packedFolder() + L'\\' + name);
-}
-
-// The relative paths of the files below a folder.
-std::set<std::wstring> pathsBelow(const std::wstring& folder)
-{
-    std::set<std::wstring> paths;
-    for (const auto& found : std::filesystem::recursive_directory_iterator(folder))
-        paths.insert(found.path().lexically_relative(folder).wstring());
-    return paths;
-}
-
-// The package's files in the add-in's folder, and the uninstaller.
-std::set<std::wstring> installedPaths()
-{
-    std::set<std::wstring> paths = pathsBelow(packedFolder());
-    paths.erase(L"torvapdm.dll");
-    paths.insert(L"uninstall.exe");
-    return paths;
+    DWORD value = 0;
+    DWORD size = sizeof value;
+    RegGetValueW(HKEY_LOCAL_MACHINE, entryKey, name, RRF_RT_REG_DWORD, nullptr, &value, &size);
+    return value;
 }
 
 bool isSetupRunning()
@@ -113,6 +73,7 @@ TEST_F(Setup, putsEveryPackedFileInPlace)
 
 TEST_F(Setup, registersAsAnInstalledProgram)
 {
+    const std::wstring dayBefore = localTime(L"yyyyMMdd", L"");
     ASSERT_EQ(site.setUp(), done);
     EXPECT_EQ(entryText(L"DisplayName"), L"TORVA ZEM add-in for the stand-in host");
     EXPECT_EQ(entryText(L"DisplayVersion"), L"" VERSION_TEXT);
@@ -122,14 +83,17 @@ TEST_F(Setup, registersAsAnInstalledProgram)
     const std::wstring uninstaller = quoted(site.addInFolder + L"\\uninstall.exe");
     EXPECT_EQ(entryText(L"UninstallString"), uninstaller);
     EXPECT_EQ(entryText(L"QuietUninstallString"), uninstaller + L" /S");
-    for (const wchar_t* name : {L"NoModify", L"NoRepair", L"EstimatedSize"}) {
-        DWORD value = 0;
-        DWORD size = sizeof value;
-        EXPECT_EQ(RegGetValueW(HKEY_LOCAL_MACHINE, entryKey, name, RRF_RT_REG_DWORD, nullptr,
-                               &value, &size),
-                  ERROR_SUCCESS);
-        EXPECT_GE(value, 1u);
-    }
+    EXPECT_EQ(entryText(L"DisplayIcon"), site.addInFolder + L"\\uninstall.exe,0");
+    EXPECT_TRUE(std::filesystem::exists(entryText(L"Readme")));
+    const std::wstring date = entryText(L"InstallDate");
+    EXPECT_TRUE(dayBefore <= date && date <= localTime(L"yyyyMMdd", L"")) << toUtf8(date);
+    for (const wchar_t* name : {L"URLInfoAbout", L"HelpLink"})
+        EXPECT_EQ(entryText(name) + L"/namespace/torvapdm/instance", peer::instanceProperty);
+    EXPECT_EQ(std::to_wstring(entryNumber(L"VersionMajor")) + L'.' +
+                  std::to_wstring(entryNumber(L"VersionMinor")) + L".0",
+              L"" VERSION_TEXT);
+    for (const wchar_t* name : {L"NoModify", L"NoRepair", L"EstimatedSize"})
+        EXPECT_GE(entryNumber(name), 1u) << toUtf8(name);
 }
 
 TEST_F(Setup, installsWhatRuns)
@@ -208,6 +172,11 @@ TEST_F(Setup, changesNothingWhileAHostRuns)
     EXPECT_EQ(filesBelow(site.addInFolder), before);
     EXPECT_EQ(filesBelow(site.hostFolder), libraryBefore);
     EXPECT_EQ(entry(), entryBefore);
+    const std::wstring reason = L"Error: " + site.library() +
+                                L" is in use by Mastercam.exe (process " +
+                                std::to_wstring(host.process().id()) + L").";
+    EXPECT_EQ(count(setupLog(), reason), 1u);
+    EXPECT_EQ(count(uninstallLog(), reason), 1u);
 }
 
 TEST_F(Setup, staysWithARunningEarlierHost)
@@ -237,6 +206,9 @@ TEST_F(Setup, changesNothingWhileADocumentIsOpen)
     EXPECT_EQ(site.uninstallInPlace(), inUse);
     EXPECT_EQ(files(), before);
     EXPECT_EQ(entry(), entryBefore);
+    // From the earlier uninstaller, and from setup itself.
+    EXPECT_EQ(count(setupLog(), L"Error: " + site.addInFolder + L"\\docs\\part-file.md is in use"),
+              2u);
     CloseHandle(reader);
     EXPECT_EQ(site.setUp(), done);
 }
@@ -325,7 +297,27 @@ TEST_F(Setup, refusesToOverwriteForeignFiles)
         EXPECT_EQ(entry(), State()) << toUtf8(name);
         DeleteFileW((site.addInFolder + name).c_str());
     }
+    // A program with version information, but not setup's.
+    std::filesystem::copy_file(packedFolder() + L"\\zemlink.exe",
+                               site.addInFolder + L"\\uninstall.exe");
+    EXPECT_EQ(site.setUp(), cannotWrite);
+    DeleteFileW((site.addInFolder + L"\\uninstall.exe").c_str());
     EXPECT_EQ(site.setUp(), done);
+}
+
+TEST_F(Setup, replacesItsLeftUninstaller)
+{
+    ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
+    ASSERT_EQ(site.uninstallInPlace(), done);
+    EXPECT_EQ(pathsBelow(site.addInFolder), std::set<std::wstring>{L"uninstall.exe"});
+    const ToolRun help(installation, L"/S /? _?=" + site.addInFolder, L"help",
+                       site.addInFolder + L"\\uninstall.exe");
+    EXPECT_EQ(help.waitForExit(), done);
+    EXPECT_NE(help.output().find("_?=FOLDER\t"), std::string::npos);
+    ASSERT_EQ(site.setUp(), done);
+    EXPECT_EQ(pathsBelow(site.addInFolder), installedPaths());
+    ASSERT_TRUE(site.uninstall());
+    EXPECT_TRUE(waitUntil([&] { return !std::filesystem::exists(site.addInFolder); }));
 }
 
 TEST_F(Setup, refusesForeignFilesWhenMoving)
