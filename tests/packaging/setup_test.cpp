@@ -229,6 +229,17 @@ TEST_F(Setup, replacesAnEarlierVersion)
     expectNothingInstalled();
 }
 
+TEST_F(Setup, replacesTheLastRelease)
+{
+    ASSERT_EQ(site.setUp(releasedSetupProgram(), site.hostFolder), done);
+    EXPECT_TRUE(installed(L"docs\\installing.md").has_value());
+    ASSERT_EQ(Process(quoted(setupProgram()) + L" /S").waitForExit(), done);
+    EXPECT_EQ(pathsBelow(site.addInFolder), installedPaths());
+    EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
+    ASSERT_TRUE(site.uninstall());
+    expectNothingInstalled();
+}
+
 TEST_F(Setup, movesToAnotherHostFolder)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);

@@ -33,6 +33,11 @@ inline std::wstring earlierSetupProgram()
     return packedPath(L"earlier-package\\torvapdm-" EARLIER_VERSION_TEXT
                       "-stand-in-host-setup.exe");
 }
+// That of the last release, kept as it was.
+inline std::wstring releasedSetupProgram()
+{
+    return packedPath(L"released\\setup.exe");
+}
 
 // The key in the list of installed programs, and a string value in it; empty if there is none.
 inline constexpr wchar_t entryKey[] =
