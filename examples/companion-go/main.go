@@ -35,7 +35,7 @@ func main() {
 	for _, name := range []string{"cfg", "commit", "library", "sys", "temp", "tmp"} {
 		os.Mkdir(name, 0o777)
 	}
-	save(fmt.Sprintf(`temp\command-%d.txt`, time.Now().UnixNano()), strings.Join(os.Args[1:], "\n"))
+	save(fmt.Sprintf(`temp\command-%d-%d.txt`, time.Now().UnixNano(), os.Getpid()), strings.Join(os.Args[1:], "\n"))
 	semaphore := unsafe.Pointer(syscall.StringToUTF16Ptr(`Local\https://torva.example/namespace/torvapdm/singleton-token`))
 	if _, _, err := kernel32("CreateSemaphoreW").Call(0, 1, 1, uintptr(semaphore)); err == syscall.ERROR_ALREADY_EXISTS {
 		return

@@ -89,7 +89,7 @@ TEST(VerifyReport, isWellFormedJUnit)
     <properties><property name="path" value="C:\a &amp; b.exe"/></properties>
     <testcase classname="companion.start" name="start.window" time="1.234"/>
     <testcase classname="companion.commits" name="commits.lock" time="0.005">
-      <failure message="a &amp; b??">Respects &quot;&lt;locks&gt;&quot;.</failure>
+      <failure message="a &amp; b&lt;0D&gt;&lt;1F&gt;">Respects &quot;&lt;locks&gt;&quot;.</failure>
     </testcase>
     <testcase classname="companion.requests" name="requests.open" time="0.000">
       <skipped message="--open is missing"/>
@@ -97,4 +97,6 @@ TEST(VerifyReport, isWellFormedJUnit)
   </testsuite>
 </testsuites>
 )");
+    EXPECT_NE(junitText({"companion", "C:\\\xE4.exe"}, {}).find("C:\\\xEF\xBF\xBD.exe"),
+              std::string::npos);
 }

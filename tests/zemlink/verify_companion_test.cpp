@@ -239,6 +239,35 @@ TEST_F(VerifyCompanion, refusesWhatItWouldDisturb)
     EXPECT_FALSE(std::filesystem::exists(folder + L"\\temp"));
 }
 
+TEST_F(VerifyCompanion, refusesAnotherVerification)
+{
+    install(L"desktop_keeper.exe");
+    const std::wstring secondFolder = installation.path(L"verified too");
+    std::filesystem::create_directories(secondFolder);
+    writeBytes(secondFolder + L"\\TORVA-ZEM.exe", "not a program");
+    const ToolRun first(installation, verification(L""));
+    ASSERT_TRUE(waitUntil([&] { return isFolderRegistered(); }));
+    EXPECT_EQ(errorOf(runTool(installation, L"--json verify companion " +
+                                                quoted(secondFolder + L"\\TORVA-ZEM.exe"))),
+              "verification-running");
+    EXPECT_TRUE(isFolderRegistered());
+    EXPECT_FALSE(std::filesystem::exists(secondFolder + L"\\temp"));
+}
+
+TEST_F(VerifyCompanion, restoresTheFolderThatAProgramRegistersAgain)
+{
+    install(L"desktop_keeper.exe");
+    {
+        const ToolRun killed(installation, verification(L""));
+        ASSERT_TRUE(waitUntil([&] { return isFolderRegistered(); }));
+        registerInstallation(folder + L'\\');
+    }
+    EXPECT_TRUE(waitUntil([] { return !isRunning(L"TORVA-ZEM.exe"); }));
+    writeBytes(verifiedProgram, "not a program");
+    EXPECT_EQ(errorOf(verify(L"")), "failed");
+    EXPECT_TRUE(isEarlierFolderRegistered());
+}
+
 TEST_F(VerifyCompanion, restoresTheFolderAtCtrlC)
 {
     const OwnConsole console;

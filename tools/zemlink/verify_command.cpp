@@ -70,6 +70,8 @@ Outcome verify(const Arguments& arguments)
             return failure("file-missing", "there is no file " + program);
     try {
         return outcomeOf(arguments, interruption);
+    } catch (const VerificationIsRunning& error) {
+        return failure("verification-running", error.what(), "Wait until it has ended.");
     } catch (const CompanionIsRunning& error) {
         return failure("companion-running", error.what(), "End the Companion.");
     } catch (const HostIsRunning& error) {

@@ -20,7 +20,7 @@ namespace zemlink {
 // A top-level window of the host.
 struct HostWindow {
     HWND handle = nullptr;
-    std::intptr_t mark = 0; // the value of the host property
+    std::intptr_t property = 0; // the value of the host property
     bool hasMessageClass = false;
     bool isVisible = false;
 };

@@ -51,8 +51,8 @@ Sight judgeSharing(const RequestsSeen& seen)
 Sight judgeHostProperty(const RequestsSeen& seen)
 {
     for (const HostWindow& window : seen.windows)
-        if (window.mark != 0)
-            return keptIf(window.mark == 1, "its value was " + std::to_string(window.mark));
+        if (window.property != 0)
+            return keptIf(window.property == 1, "its value was " + std::to_string(window.property));
     return broken("no top-level window of the host had the property mastercam-instance");
 }
 

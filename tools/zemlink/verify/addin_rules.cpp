@@ -53,9 +53,9 @@ Sight judgeTooLong(const EndsSeen& seen)
                       " bytes after it");
 }
 
-bool hasMark(const HostWindow& window)
+bool hasProperty(const HostWindow& window)
 {
-    return window.mark != 0;
+    return window.property != 0;
 }
 bool isMessageWindow(const HostWindow& window)
 {
@@ -76,7 +76,8 @@ Sight judgeWindowsLeft(const EndsSeen& seen, bool (*is)(const HostWindow&), cons
 
 Sight judgePropertyLeft(const EndsSeen& seen)
 {
-    return judgeWindowsLeft(seen, hasMark, "the main window still had the property after m_close");
+    return judgeWindowsLeft(seen, hasProperty,
+                            "the main window still had the property after m_close");
 }
 
 Sight judgeMessageWindowLeft(const EndsSeen& seen)
@@ -97,7 +98,7 @@ std::vector<JudgedRule<EndsSeen>> addInEndRules()
         {"end.exit", "Lets the host end with exit code 0.", judgeExit},
         {"end.command-file", "Removes its command file when the host ends.", judgeFileGone},
         {"end.close-command-file", "Removes its command file when it is closed.", judgeClosedFile},
-        {"end.close-property", "Removes its mark from the main window when it is closed.",
+        {"end.close-property", "Removes its property from the main window when it is closed.",
          judgePropertyLeft},
         {"end.close-window", "Destroys its message window when it is closed.",
          judgeMessageWindowLeft},

@@ -128,9 +128,13 @@ bool ProgramJob::contains(HANDLE process) const
 
 void ProgramJob::end()
 {
+    constexpr DWORD lookEveryMs = 5;
     TerminateJobObject(job_.get(), endedByZemlink);
     for (const peer::OwnHandle& process : started_)
         WaitForSingleObject(process.get(), endBoundMs);
+    // Processes that those have started.
+    for (DWORD waitedMs = 0; waitedMs < endBoundMs && !isEmpty(); waitedMs += lookEveryMs)
+        Sleep(lookEveryMs);
 }
 
 bool hasEnded(HANDLE process)

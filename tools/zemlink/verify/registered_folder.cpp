@@ -6,6 +6,8 @@
 #include "peer/running_programs.h"
 #include "peer/wire_constants.h"
 
+#include <algorithm>
+#include <cstring>
 #include <windows.h>
 
 namespace zemlink {
@@ -13,13 +15,12 @@ namespace {
 
 constexpr wchar_t savedValue[] = L"installation folder before zemlink verify";
 constexpr wchar_t verifiedValue[] = L"installation folder of zemlink verify";
+constexpr wchar_t verificationMutex[] = L"zemlink verify";
 
 // A value as it is in the registry. REG_NONE without data stands for a value that does not exist.
 struct RawValue {
     DWORD type = REG_NONE;
     std::vector<BYTE> data{};
-
-    bool operator==(const RawValue&) const = default;
 };
 
 class Key {
@@ -64,6 +65,27 @@ private:
     HKEY key_ = nullptr;
 };
 
+// The folder without trailing backslashes; empty when the value is no text.
+std::wstring folderIn(const RawValue& value)
+{
+    if (value.type != REG_SZ && value.type != REG_EXPAND_SZ)
+        return {};
+    std::wstring folder(value.data.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(folder.data(), value.data.data(), folder.size() * sizeof(wchar_t));
+    folder.resize(std::min(folder.size(), folder.find(L'\0')));
+    while (folder.ends_with(L'\\'))
+        folder.pop_back();
+    return folder;
+}
+
+// Also when the verified program has registered its folder in its own notation.
+bool isVerifiedFolder(const Key& key)
+{
+    const std::wstring verified = folderIn(key.read(verifiedValue));
+    return !verified.empty() &&
+           peer::isSameIgnoringCase(folderIn(key.read(peer::registryValue)), verified);
+}
+
 // A folder that was registered since then stays. The saved value is removed last, so that an
 // interruption before that repeats the restoration.
 void restore(const Key& key)
@@ -71,7 +93,7 @@ void restore(const Key& key)
     if (!key.has(savedValue))
         return;
     const RawValue saved = key.read(savedValue);
-    const bool isVerified = key.read(peer::registryValue) == key.read(verifiedValue);
+    const bool isVerified = isVerifiedFolder(key);
     if (isVerified && saved.type == REG_NONE)
         key.remove(peer::registryValue);
     else if (isVerified && !key.write(peer::registryValue, saved))
@@ -84,6 +106,16 @@ RawValue textValue(const std::wstring& text)
 {
     const auto* bytes = reinterpret_cast<const BYTE*>(text.c_str());
     return {REG_SZ, {bytes, bytes + (text.size() + 1) * sizeof(wchar_t)}};
+}
+
+// Two of them would find each other's programs. The mutex exists as long as the handle; nobody
+// waits for it.
+peer::OwnHandle claimVerification()
+{
+    peer::OwnHandle mutex(CreateMutexW(nullptr, FALSE, verificationMutex));
+    if (!mutex || GetLastError() == ERROR_ALREADY_EXISTS)
+        throw VerificationIsRunning("another zemlink verify is running");
+    return mutex;
 }
 
 void refuseRunningPrograms()
@@ -121,7 +153,7 @@ std::vector<std::wstring> createSubfolders(const std::wstring& folder)
 
 } // namespace
 
-RegisteredFolder::RegisteredFolder(const std::wstring& folder)
+RegisteredFolder::RegisteredFolder(const std::wstring& folder) : claim_(claimVerification())
 {
     refuseRunningPrograms();
     const Key key;

@@ -1,6 +1,7 @@
 // Registers another installation folder while programs are verified.
 #pragma once
 
+#include "peer/handle.h"
 #include "tools/zemlink/session/companion_role.h"
 
 #include <stdexcept>
@@ -10,6 +11,9 @@
 namespace zemlink {
 
 struct HostIsRunning : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+struct VerificationIsRunning : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 struct FolderIsInUse : std::runtime_error {
@@ -25,16 +29,18 @@ struct FolderIsInUse : std::runtime_error {
 // another folder was registered meanwhile.
 class RegisteredFolder {
 public:
-    // `folder` has no trailing backslash. Throws CompanionIsRunning or HostIsRunning, because these
-    // would use the folder or find the verified program; FolderIsInUse when it is the user's
-    // installation folder already; std::runtime_error when it is not ASCII, which hosts do not
-    // support, or when it or the registry cannot be written.
+    // `folder` has no trailing backslash. Throws VerificationIsRunning when another process has
+    // such an object; CompanionIsRunning or HostIsRunning, because these would use the folder or
+    // find the verified program; FolderIsInUse when it is the user's installation folder already;
+    // std::runtime_error when it is not ASCII, which hosts do not support, or when it or the
+    // registry cannot be written.
     explicit RegisteredFolder(const std::wstring& folder);
     ~RegisteredFolder();
     RegisteredFolder(const RegisteredFolder&) = delete;
     RegisteredFolder& operator=(const RegisteredFolder&) = delete;
 
 private:
+    const peer::OwnHandle claim_;
     std::vector<std::wstring> created_{};
 };
 

@@ -31,11 +31,12 @@ std::string padded(std::string text, size_t columns)
     return text;
 }
 
-// For text and attributes. XML has no way to write control characters.
-std::string asXml(std::string_view text)
+// For text and attributes. XML has no way to write control characters, and no bytes but UTF-8,
+// which a program that is verified can send.
+std::string asXml(const std::string& text)
 {
     std::string xml;
-    for (const char c : text)
+    for (const char c : visible(text))
         if (c == '&')
             xml += "&amp;";
         else if (c == '<')
@@ -45,11 +46,11 @@ std::string asXml(std::string_view text)
         else if (c == '"')
             xml += "&quot;";
         else
-            xml += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+            xml += c;
     return xml;
 }
 
-std::string attribute(const char* name, std::string_view value)
+std::string attribute(const char* name, const std::string& value)
 {
     return std::string(" ") + name + "=\"" + asXml(value) + '"';
 }
