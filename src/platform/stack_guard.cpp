@@ -30,8 +30,8 @@ namespace {
     GetSystemTimeAsFileTime(&time);
     LARGE_INTEGER counter;
     QueryPerformanceCounter(&counter);
-    // Neither is known to another process; the address is random too. Visual C++ starts with the
-    // same.
+    // Input that was prepared before this start cannot know all of them; the address is random too.
+    // Visual C++ starts with the same.
     std::uint64_t guard = reinterpret_cast<std::uintptr_t>(&time);
     for (const std::uint64_t source :
          {std::uint64_t{time.dwLowDateTime}, std::uint64_t{time.dwHighDateTime},
