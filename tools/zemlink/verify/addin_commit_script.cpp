@@ -6,8 +6,9 @@
 namespace zemlink {
 namespace {
 
-// Usually a few are enough. They are quick without a picture.
-constexpr int watchedSaves = 80;
+// Usually a few are enough, but on a busy machine few of the locks are seen. They are quick without
+// a picture.
+constexpr int watchedSaves = 400;
 constexpr char withoutPictures[] = "fail screen_to_bitmap_file 1000\n";
 
 std::string endOf(CommitStep step)
