@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <locale>
 
@@ -19,11 +19,11 @@ std::string written(Value value)
     return contentOf(record).value_or("too long").substr(3);
 }
 
+// By the C++ library: not every C library's printf rounds a half to even.
 std::string printed(double value)
 {
     char text[32];
-    std::snprintf(text, sizeof text, "%g", value);
-    return text;
+    return {text, std::to_chars(text, std::end(text), value, std::chars_format::general, 6).ptr};
 }
 
 } // namespace
@@ -81,7 +81,7 @@ TEST(RecordText, writesSixSignificantDigits)
         EXPECT_EQ(written(c.value), c.text);
 }
 
-TEST(RecordText, agreesWithPrintf)
+TEST(RecordText, agreesWithTheLibrary)
 {
     for (const int digits : {1, 15, 100005, 123456, 1000005, 1234565, 9999985, 9999995})
         for (int place = -14; place <= 2; ++place) {
