@@ -10,8 +10,8 @@ unset CDPATH NSISDIR # either would change the paths used below, even if empty
 # the program.
 strip_program() { x86_64-w64-mingw32-strip --preserve-dates -o "$2" "$1"; }
 
-# sign_programs FILE…: if script/package was told to sign. Otherwise the programs have the same bytes wherever they
-# are packed.
+# sign_programs FILE…: signs them if script/package --sign packs. Otherwise the programs have the same bytes on every
+# machine.
 sign_programs() { [ -z "${TORVAPDM_CERTIFICATE:-}" ] || packaging/sign "$@"; }
 
 # copy_documents LIST PLACE: the pages that the file LIST names.

@@ -50,7 +50,7 @@ const std::set<std::string> harmless = {
 // Called by the add-in, but not reached by any scenario.
 const std::set<std::string> outOfReach = {"TerminateThread", "accept"};
 
-// Called only by the compiler's runtime libraries and by what stands in for one.
+// Called only by the compiler's runtime libraries and by the stack guard, which replaces one.
 const std::set<std::string> runtimes = {"AddVectoredExceptionHandler",
                                         "CreateEventA",
                                         "CreateSemaphoreA",

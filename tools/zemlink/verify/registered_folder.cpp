@@ -17,7 +17,7 @@ constexpr wchar_t savedValue[] = L"installation folder before zemlink verify";
 constexpr wchar_t verifiedValue[] = L"installation folder of zemlink verify";
 constexpr wchar_t verificationMutex[] = L"zemlink verify";
 
-// A value as it is in the registry. REG_NONE without data stands for a value that does not exist.
+// A value as it is in the registry. REG_NONE without data: the value does not exist.
 struct RawValue {
     DWORD type = REG_NONE;
     std::vector<BYTE> data{};
