@@ -7,6 +7,9 @@
 #include <functional>
 #include <future>
 #include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
 
 namespace zemlink {
 namespace {
@@ -122,6 +125,40 @@ auto timed(const Run& run)
     return result;
 }
 
+// How a run on another thread ended, as a value: not every C++ runtime that this is built with can
+// pass an exception from one thread to another.
+template <class Result>
+struct Outcome {
+    std::optional<Result> result{};
+    bool isInterrupted = false;
+    std::string error{}; // otherwise
+};
+
+template <class Run>
+auto outcomeOf(const Run& run)
+{
+    Outcome<decltype(run())> outcome;
+    try {
+        outcome.result = run();
+    } catch (const Interrupted&) {
+        outcome.isInterrupted = true;
+    } catch (const std::exception& error) {
+        outcome.error = error.what();
+    }
+    return outcome;
+}
+
+// Throws what the run has thrown.
+template <class Result>
+Result resultOf(Outcome<Result> outcome)
+{
+    if (outcome.isInterrupted)
+        throw Interrupted();
+    if (!outcome.result)
+        throw std::runtime_error(outcome.error);
+    return *std::move(outcome.result);
+}
+
 // Throws what runRequests throws, and Interrupted.
 void runHosts(const AddInToVerify& addIn, HANDLE stop, const std::function<void(Findings)>& add)
 {
@@ -133,7 +170,8 @@ void runHosts(const AddInToVerify& addIn, HANDLE stop, const std::function<void(
         std::launch::async,
         [&] {
             const Waiting ownWaiting(stop, addIn.boundMs);
-            return timed([&] { return runRequests(addIn, site, ownWaiting); });
+            return outcomeOf(
+                [&] { return timed([&] { return runRequests(addIn, site, ownWaiting); }); });
         });
     const auto commits = timed([&] { return runCommits(addIn, site, *role, waiting); });
     role.reset();
@@ -141,7 +179,7 @@ void runHosts(const AddInToVerify& addIn, HANDLE stop, const std::function<void(
         return commits.seen.isAddInOpen ? runStarts(addIn, site, waiting)
                                         : StartsSeen{.cut = commits.seen.cut};
     });
-    const auto requests = underWay.get();
+    const auto requests = resultOf(underWay.get());
     add(judged(addInOpeningRules(), requests.seen, requests.tookMs));
     for (const auto& rules : {addInRequestRules(), addInLoadRules()})
         add(judged(rules, requests.seen, 0));
