@@ -2,10 +2,14 @@
 # ctest, ALL_TESTS its choice when no tests are named. A script that uses it calls `test_inside ARGS` when its
 # first argument is --inside.
 
-desktops=4
+desktops=6
 logs=$project/build/$preset
 TEST_OPTIONS=()
 ALL_TESTS=(--label-exclude alone) # see add_test_program
+
+# The numbers of the processor's cores that this script may use, before it keeps to one of them.
+export usable_cores=${usable_cores:-$(taskset -cp $$ | sed 's/.*: //' | tr , '\n' |
+    while IFS=- read -r first last; do seq "$first" "${last:-$first}"; done)}
 
 # What checks the formats' notation and the bills of materials, and is not in Debian.
 install_checkers() {
@@ -30,9 +34,9 @@ install_node_packages() {
 # the desktops; see on_desktop.
 start_desktops() {
     local number starting=()
-    describe_desktop "" >"$DESKTOPS/1"
+    describe_desktop 1 "" >"$DESKTOPS/1"
     for ((number = 2; number <= desktops; ++number)); do
-        (TORVAPDM_WINEPREFIX=$WINEPREFIX-$number run_isolated --hold "$number" $$) &
+        (keep_to_core "$number" && TORVAPDM_WINEPREFIX=$WINEPREFIX-$number run_isolated --hold "$number" $$) &
         starting[number]=$!
     done
     for number in "${!starting[@]}"; do
@@ -43,12 +47,24 @@ start_desktops() {
     done
 }
 
-# PROCESS is one in the network of the desktop; empty for the network of the tests.
-describe_desktop() { printf 'DISPLAY=%q WINEPREFIX=%q process=%q\n' "$DISPLAY" "$WINEPREFIX" "$1"; }
+# describe_desktop NUMBER PROCESS: PROCESS is one in the network of the desktop; empty for the network of the tests.
+describe_desktop() {
+    printf 'DISPLAY=%q WINEPREFIX=%q core=%q process=%q\n' "$DISPLAY" "$WINEPREFIX" "$(core_of "$1")" "$2"
+}
+
+# core_of DESKTOP: the core of the processor that runs its programs. A Wine program and its server run in turns; to
+# wake each other on another core costs a third of all the tests' processor time.
+core_of() {
+    local cores=($usable_cores)
+    say "${cores[$1 % ${#cores[@]}]}"
+}
+
+# keep_to_core DESKTOP: this shell and what it starts.
+keep_to_core() { taskset -cp "$(core_of "$1")" "$BASHPID" >/dev/null; }
 
 # hold_desktop NUMBER OWNER: keeps this desktop until it is ended or the process OWNER has ended.
 hold_desktop() {
-    describe_desktop $$ >"$DESKTOPS/$1.new"
+    describe_desktop "$1" $$ >"$DESKTOPS/$1.new"
     mv "$DESKTOPS/$1.new" "$DESKTOPS/$1"
     trap 'exit 0' TERM
     tail --pid="$2" -f /dev/null &
@@ -74,7 +90,7 @@ on_all_desktops() {
     DESKTOPS=$(mktemp -d)
     export DESKTOPS
     local status=0
-    (run_isolated --all) || status=$?
+    (keep_to_core 1 && run_isolated --all) || status=$?
     rm -rf "$DESKTOPS"
     return $status
 }
@@ -155,7 +171,7 @@ run_all_tests() {
     if [ $# -eq 0 ] && has_own_network; then
         on_all_desktops || status=$?
     else
-        (run_isolated "$@") || status=$?
+        (keep_to_core 1 && run_isolated "$@") || status=$?
     fi
     summary "$SECONDS"
     return $status
