@@ -5,7 +5,7 @@
 #       -Libraries C:\Kit\Mastercam.lib,C:\Kit\MCCore.lib,...
 #
 # -HostName is the host with its release, for the package's name. -Kit is the kit's umbrella header with its
-# brackets or quotes. The library is build\msvc\bin\torvapdm.dll.
+# brackets or quotes. The library is build\msvc\bin\torvapdm.dll, with its debug information in torvapdm.pdb.
 param(
     [Parameter(Mandatory)] [string] $HostName,
     [Parameter(Mandatory)] [string] $Kit,
@@ -63,6 +63,8 @@ Invoke-Checked cmake --preset msvc "-DTORVAPDM_HOST_NAME=$HostName" "-DTORVAPDM_
 Invoke-Checked cmake --build --preset msvc
 
 $library = 'build\msvc\bin\torvapdm.dll'
+$database = 'build\msvc\bin\torvapdm.pdb'
+if (-not (Test-Path $database)) { throw "the build has not made $database" }
 $hostLibraries = 'Mastercam.dll', 'MCCore.dll', 'MCMill.dll', 'MCMachineDef.dll'
 $difference = Compare-Object @(Get-ListedNames) @(Get-BuiltNames $library $hostLibraries)
 if ($difference) {
@@ -72,4 +74,4 @@ if ($difference) {
     }
     throw 'the names differ from the table'
 }
-Write-Output "$library has the names of the table"
+Write-Output "$library has the names of the table; script/package needs $database next to it"
