@@ -9,6 +9,15 @@ programs=$project/build/$preset/bin
 # demo_folder PRESET: what script/demo writes with this build.
 demo_folder() { [ "$1" = mingw ] && echo "$project/build/demo" || echo "$project/build/$1/demo"; }
 
+# The version of the sources, and the date of its release.
+project_version() { read_project 'project(torvapdm VERSION \([0-9.]*\) .*' version; }
+release_date() { read_project 'set(TORVAPDM_RELEASE_DATE \([0-9-]*\)).*' 'release date'; }
+read_project() {
+    sed -n "s/^$1/\1/p" "$project/CMakeLists.txt" | grep . && return
+    say "CMakeLists.txt has no $2" >&2
+    return 1
+}
+
 # The project's own Wine prefix, without log output and without prompts for optional components.
 export WINEPREFIX=${TORVAPDM_WINEPREFIX:-$project/build/wine}
 export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
