@@ -44,7 +44,7 @@ Section Uninstall
     ${LogExit} 0 "The add-in is uninstalled."
 SectionEnd
 
-!macro CheckInstalledFileAgain FILE
+!macro CheckFileToRemove FILE
     !insertmacro CheckFile "un." "$INSTDIR\${FILE}" "the program that uses it"
 !macroend
 
@@ -52,7 +52,7 @@ Function un.CheckFiles
     ${If} $HostFolder != "" ; only known from the entry
         !insertmacro CheckFile "un." "$HostFolder\${LIBRARY}" "Mastercam"
     ${EndIf}
-    !insertmacro FOR_EACH_FILE CheckInstalledFileAgain
+    !insertmacro FOR_EACH_FILE CheckFileToRemove
 FunctionEnd
 
 !macro DeleteInstalledFile FILE
