@@ -38,7 +38,15 @@ Function ${UN}Log
         ${GetTime} "" "L" $0 $1 $2 $3 $4 $5 $6 ; day, month, year, name of the day, hour, minute, second
         FileOpen $8 $LogFile a
         FileSeek $8 0 END
-        FileWriteUTF16LE /BOM $8 "$2-$1-$0 $4:$5:$6  $7$\r$\n"
+        ; In parts: NSIS cuts a text at its maximum length, and the line needs its end.
+        FileWriteUTF16LE /BOM $8 "$2-$1-$0 $4:$5:$6  "
+        FileWriteUTF16LE $8 $7
+        StrLen $0 $7
+        IntOp $0 $0 + 1
+        ${If} $0 >= ${NSIS_MAX_STRLEN}
+            FileWriteUTF16LE $8 " (cut here)"
+        ${EndIf}
+        FileWriteUTF16LE $8 "$\r$\n"
         FileClose $8
     ${EndIf}
     ClearErrors

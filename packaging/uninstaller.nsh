@@ -75,10 +75,12 @@ Function un.DeleteFiles
         Return
     ${EndIf}
     Delete "$INSTDIR\${UNINSTALLER}"
-    ${If} ${FileExists} "$INSTDIR\${UNINSTALLER}" ; run in its folder
-        ${Log} "Left $INSTDIR\${UNINSTALLER}, which is running"
-    ${Else}
+    ${IfNot} ${FileExists} "$INSTDIR\${UNINSTALLER}"
         ${Log} "Removed $INSTDIR\${UNINSTALLER}"
+    ${ElseIf} $EXEFILE == "${UNINSTALLER}" ; otherwise a copy of it runs
+        ${Log} "Left $INSTDIR\${UNINSTALLER}: a running program cannot delete itself"
+    ${Else}
+        ${Log} "Left $INSTDIR\${UNINSTALLER}: it cannot be deleted"
     ${EndIf}
 FunctionEnd
 
