@@ -87,6 +87,21 @@ TEST_F(Setup, installsWithoutTheLogItCannotWrite)
     EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
 }
 
+TEST_F(Setup, writesNoLogThroughALink)
+{
+    const std::wstring other = installation.path(L"other.txt");
+    writeBytes(other, "another program's");
+    const std::wstring log = site.temporaryFolder + L"\\torvapdm-setup.log";
+    ASSERT_TRUE(CreateHardLinkW(log.c_str(), other.c_str(), nullptr));
+    const ToolRun run(installation,
+                      L"/S /HOST=" + quoted(site.hostFolder) + L" /D=" + site.addInFolder, L"setup",
+                      setupProgram());
+    EXPECT_EQ(run.waitForExit(), done);
+    EXPECT_EQ(run.output(), toUtf8(L"The log " + log + L" is a link.") + "\r\n");
+    EXPECT_EQ(readBytes(other), "another program's");
+    EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
+}
+
 TEST_F(Setup, listsItsOptions)
 {
     const State before = files();
