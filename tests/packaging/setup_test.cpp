@@ -4,6 +4,7 @@
 #include "support/host_program.h"
 #include "zemlink/tool_run.h"
 
+#include <algorithm>
 #include <filesystem>
 
 using namespace testing_support;
@@ -409,6 +410,20 @@ TEST_F(Setup, readsAQuotedHostOption)
                   .waitForExit(),
               noHost);
     EXPECT_EQ(entryText(L"HostFolder"), otherHost);
+}
+
+TEST_F(Setup, readsOptionsWithoutQuotes)
+{
+    const std::wstring otherHost = installation.path(L"Mill's Mastercam 2");
+    layOutHost(otherHost);
+    const std::wstring log = installation.path(L"a log.txt");
+    std::wstring logWithSlashes = log;
+    std::ranges::replace(logWithSlashes, L'\\', L'/');
+    const std::wstring options =
+        L" /S /HOST=" + otherHost + L" /LOG=" + logWithSlashes + L" /D=" + site.addInFolder;
+    ASSERT_EQ(Process(quoted(setupProgram()) + options).waitForExit(), done);
+    EXPECT_EQ(entryText(L"HostFolder"), otherHost);
+    EXPECT_EQ(count(logLines(log), L"Exit code 0."), 1u);
 }
 
 TEST_F(Setup, readsADriveLetterAsItsRoot)
