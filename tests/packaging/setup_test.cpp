@@ -159,6 +159,28 @@ TEST_F(Setup, keepsAnEarlierVersionItCannotReplace)
     EXPECT_EQ(entry(), entryBefore);
 }
 
+TEST_F(Setup, doesNotRunWhenItIsDamaged)
+{
+    const std::wstring damaged = installation.path(L"damaged.exe");
+    std::string bytes = readBytes(setupProgram()).value_or("");
+    ASSERT_FALSE(bytes.empty());
+    char& changed = bytes[bytes.size() / 2];
+    changed = changed == 'x' ? 'y' : 'x';
+    writeBytes(damaged, bytes);
+    EXPECT_EQ(site.setUp(damaged, site.hostFolder), failed);
+    EXPECT_EQ(setupLog(), Lines());
+    expectNothingInstalled();
+    // Nor does setup take such an uninstaller for a version that it has removed.
+    ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
+    const std::wstring uninstaller = site.addInFolder + L"\\uninstall.exe";
+    bytes = readBytes(uninstaller).value_or("");
+    ASSERT_FALSE(bytes.empty());
+    bytes.back() = bytes.back() == 'x' ? 'y' : 'x';
+    writeBytes(uninstaller, bytes);
+    EXPECT_EQ(site.setUp(), cannotWrite);
+    EXPECT_EQ(entryText(L"DisplayVersion"), L"" EARLIER_VERSION_TEXT);
+}
+
 TEST_F(Setup, changesNothingWhileAHostRuns)
 {
     ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
