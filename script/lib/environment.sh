@@ -28,8 +28,22 @@ bold= plain=
 if [ -t 1 ] && [ -z "${NO_COLOR:-}" ]; then
     bold=$'\e[1m' plain=$'\e[0m'
 fi
-began=${SCRIPT_BEGAN:-$EPOCHSECONDS} # see run_isolated
+began=${SCRIPT_BEGAN:-$EPOCHSECONDS}
+is_continued=${SCRIPT_BEGAN:+1} # after run_isolated
 unset SCRIPT_BEGAN
+
+# A script ends with one summary: that of `summarise`, or after an error the step that failed, if it has called
+# ends_with_summary. The functions that it named with at_exit run before.
+summary_due= cleanups=()
+ends_with_summary() { summary_due=1; }
+at_exit() { cleanups+=("$1"); }
+finish_script() {
+    local status=$? cleanup
+    set +e
+    for cleanup in "${cleanups[@]}"; do "$cleanup"; done
+    [ $status = 0 ] || [ -z "$summary_due" ] || summarise "failed${step_name:+: $step_name}"
+}
+trap finish_script EXIT
 
 # step NAME: says which step begins, after how long the one before it took. Elsewhere than on a terminal, a line a
 # minute says that it goes on.
@@ -38,8 +52,10 @@ step() {
     step_name=$1 step_began=$EPOCHSECONDS step_watch=
     say "$bold$1$plain"
     if [ ! -t 1 ]; then
+        trap - EXIT # a process that is ended right after the fork would run it as well
         say_each_minute "$1" &
         step_watch=$!
+        trap finish_script EXIT
     fi
 }
 
@@ -62,6 +78,7 @@ say_each_minute() {
 summarise() {
     end_step
     say "$1, $((EPOCHSECONDS - began)) s"
+    summary_due=
 }
 
 # Runs a command and shows its output only if it fails.
@@ -106,25 +123,25 @@ build() {
     quietly cmake --preset "$preset"
     local log status=0
     log=$(mktemp)
-    cmake --build --preset "$preset" ${1:+--target "$@"} 2>&1 </dev/null | tee "$log" | count_steps ||
+    cmake --build --preset "$preset" ${1:+--target "$@"} 2>&1 </dev/null | tee "$log" | count_steps building ||
         status=$?
     [ $status = 0 ] || cat "$log" >&2
     rm -f "$log"
+    [ $status = 0 ] || return $status
     end_step
-    return $status
 }
 
-# From Ninja's "[12/160] …" on standard input to "building: 12 of 160": on a terminal one line that changes,
-# elsewhere a line for each tenth.
+# count_steps NAME: from lines "[12/160] …" on standard input, as Ninja writes them, to "NAME: 12 of 160": on a
+# terminal one line that changes, elsewhere a line for each tenth.
 count_steps() {
     local terminal=
     [ ! -t 1 ] || terminal=1
-    awk -v terminal="$terminal" '
+    awk -v terminal="$terminal" -v name="$1" '
         match($0, /^\[[1-9][0-9]*\/[0-9]+\]/) {
             split(substr($0, 2, RLENGTH - 2), step, "/")
-            if (terminal) { printf "\rbuilding: %d of %d", step[1], step[2]; fflush(); counted = 1 }
+            if (terminal) { printf "\r%s: %d of %d", name, step[1], step[2]; fflush(); counted = 1 }
             else if (step[1] >= next_at) {
-                print "building: " step[1] " of " step[2]; fflush()
+                print name ": " step[1] " of " step[2]; fflush()
                 next_at = step[1] + step[2] / 10
             }
         }
@@ -133,15 +150,15 @@ count_steps() {
 
 # Runs the rest of the script as `SCRIPT --inside ARGS` in a network namespace (loopback only) and on a
 # virtual screen, isolated from the machine's network and desktop. Where network namespaces are not
-# available, the machine's network is used.
+# available, the machine's network is used. In a subshell, the script goes on afterwards.
 run_isolated() {
     local network=("${own_network[@]}")
     if ! has_own_network; then
         say "network namespaces are not available: using the machine's network"
         network=(env NETWORK=machine)
     fi
-    end_step
-    SCRIPT_BEGAN=$began exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
+    [ "$BASHPID" != $$ ] || export SCRIPT_BEGAN=$began
+    exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
 }
 
 # Runs a command in a new network namespace; has_own_network tests whether that is possible.
