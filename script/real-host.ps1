@@ -20,6 +20,9 @@ function Invoke-Checked([string] $program) {
     if ($LASTEXITCODE -ne 0) { throw "$program failed with exit code $LASTEXITCODE" }
 }
 
+# A list for CMake, to which a backslash is no separator.
+function Join-Paths([string[]] $paths) { ($paths -join ';').Replace('\', '/') }
+
 # The newest Visual Studio with the framework; its environment replaces the "Native Tools" prompt.
 function Enter-VisualStudio {
     $vswhere = Join-Path ${env:ProgramFiles(x86)} 'Microsoft Visual Studio\Installer\vswhere.exe'
@@ -59,7 +62,7 @@ function Get-BuiltNames([string] $library, [string[]] $hostLibraries) {
 
 Enter-VisualStudio
 Invoke-Checked cmake --preset msvc "-DTORVAPDM_HOST_NAME=$HostName" "-DTORVAPDM_HOST_DEVELOPMENT_KIT=$Kit" `
-    "-DTORVAPDM_HOST_INCLUDE_DIRS=$($Include -join ';')" "-DTORVAPDM_HOST_LIBRARIES=$($Libraries -join ';')"
+    "-DTORVAPDM_HOST_INCLUDE_DIRS=$(Join-Paths $Include)" "-DTORVAPDM_HOST_LIBRARIES=$(Join-Paths $Libraries)"
 Invoke-Checked cmake --build --preset msvc
 
 $library = 'build\msvc\bin\torvapdm.dll'
