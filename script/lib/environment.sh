@@ -1,5 +1,6 @@
 # Paths and helpers for all scripts. Source it; it changes to the project's folder.
 set -euo pipefail
+unset CDPATH # it would change the path below
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 project=$PWD
