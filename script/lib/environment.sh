@@ -46,32 +46,30 @@ finish_script() {
 }
 trap finish_script EXIT
 
-# step NAME: says which step begins, after how long the one before it took. Elsewhere than on a terminal, a line a
-# minute says that it goes on.
+# step NAME: says which step begins, after how long the one before it took. A line a minute says that it goes on.
 step() {
     end_step
-    step_name=$1 step_began=$EPOCHSECONDS step_watch=
+    step_name=$1 step_began=$EPOCHSECONDS
     say "$bold$1$plain"
-    if [ ! -t 1 ]; then
-        trap - EXIT # a process that is ended right after the fork would run it as well
-        say_each_minute "$1" &
-        step_watch=$!
-        trap finish_script EXIT
-    fi
+    trap - EXIT # a process that is ended right after the fork would run it as well
+    say_each_minute "$1" &
+    step_watch=$!
+    trap finish_script EXIT
 }
 
 end_step() {
     [ -n "${step_name:-}" ] || return 0
-    [ -z "$step_watch" ] || { kill "$step_watch" && wait "$step_watch"; } 2>/dev/null || true
+    { kill "$step_watch" && wait "$step_watch"; } 2>/dev/null || true
     say "$step_name: $((EPOCHSECONDS - step_began)) s"
     step_name=
 }
 
 # Until the script ends. What waits has nobody's output: a reader of the script's would wait for it.
 say_each_minute() {
-    local minutes=0 status
+    local minutes=0 status format='%s: %d min\n'
+    [ ! -t 1 ] || format='\r%s: %d min          \n' # in place of what count_steps has written
     while status=0 && { timeout 60 tail --pid=$$ -f /dev/null >/dev/null 2>&1 || status=$?; } && [ $status = 124 ]; do
-        say "$1: $((++minutes)) min"
+        printf "$format" "$1" $((++minutes))
     done
 }
 
