@@ -10,7 +10,8 @@
 
 ; Runs as the user of the desktop and not as the administrator who installs: the doctor reads the settings
 ; of its user, and a console that stays open must not have administrator rights. The token is that of the
-; desktop's shell. Without a shell the console runs as this user.
+; desktop's shell. Only where there is no shell does the console run as this user; if the shell's token
+; cannot be used, nothing is started.
 Function CheckInstallation
     System::Store S
     StrCpy $9 '"$SYSDIR\cmd.exe" /k ""$INSTDIR\zemlink.exe" doctor"'
@@ -20,28 +21,57 @@ Function CheckInstallation
     System::Alloc ${PROCESS_INFORMATION_SIZE}
     Pop $7
     System::Call 'user32::GetShellWindow() p .r0'
-    System::Call 'user32::GetWindowThreadProcessId(p r0, *i 0 r1)'
-    System::Call 'kernel32::OpenProcess(i ${PROCESS_QUERY_INFORMATION}, i 0, i r1) p .r2'
-    System::Call 'advapi32::OpenProcessToken(p r2, i ${TOKEN_DUPLICATE}, *p 0 r3)'
-    System::Call 'advapi32::DuplicateTokenEx(p r3, i ${MAXIMUM_ALLOWED}, p 0, i ${SECURITY_IMPERSONATION}, \
-        i ${TOKEN_PRIMARY}, *p 0 r4) i .r8'
-    ${If} $8 <> 0
-        System::Call 'advapi32::CreateProcessWithTokenW(p r4, i 0, p 0, w r9, i ${CREATE_NEW_CONSOLE}, p 0, \
-            w "$INSTDIR", p r6, p r7) i .r8'
-    ${EndIf}
-    ${If} $8 = 0
+    ${If} $0 P= 0
         System::Call 'kernel32::CreateProcessW(p 0, w r9, p 0, p 0, i 0, i ${CREATE_NEW_CONSOLE}, p 0, \
-            w "$INSTDIR", p r6, p r7) i .r8'
+            w "$INSTDIR", p r6, p r7) i .r8 ?e'
+        Pop $5
+    ${Else}
+        Call StartAsShellsUser
     ${EndIf}
     ${If} $8 <> 0
         System::Call '*$7(p .r0, p .r1)'
         System::Call 'kernel32::CloseHandle(p r0)'
         System::Call 'kernel32::CloseHandle(p r1)'
+    ${Else}
+        StrCpy $9 "The check cannot be started (error $5). Run $\"zemlink doctor$\" in $INSTDIR."
+        ${Log} $9
+        MessageBox MB_OK|MB_ICONINFORMATION $9
     ${EndIf}
-    System::Call 'kernel32::CloseHandle(p r4)'
-    System::Call 'kernel32::CloseHandle(p r3)'
-    System::Call 'kernel32::CloseHandle(p r2)'
     System::Free $7
     System::Free $6
     System::Store L
+FunctionEnd
+
+; Starts the command line $9 as the user of the shell's window $0, with the structures $6 and $7; $8 is the
+; result, and $5 the error of the call that failed.
+Function StartAsShellsUser
+    StrCpy $8 0
+    StrCpy $3 0
+    StrCpy $4 0
+    System::Call 'user32::GetWindowThreadProcessId(p r0, *i 0 r1)'
+    System::Call 'kernel32::OpenProcess(i ${PROCESS_QUERY_INFORMATION}, i 0, i r1) p .r2 ?e'
+    Pop $5
+    ${If} $2 P<> 0
+        System::Call 'advapi32::OpenProcessToken(p r2, i ${TOKEN_DUPLICATE}, *p 0 r3) i .r8 ?e'
+        Pop $5
+    ${EndIf}
+    ${If} $8 <> 0
+        System::Call 'advapi32::DuplicateTokenEx(p r3, i ${MAXIMUM_ALLOWED}, p 0, \
+            i ${SECURITY_IMPERSONATION}, i ${TOKEN_PRIMARY}, *p 0 r4) i .r8 ?e'
+        Pop $5
+    ${EndIf}
+    ${If} $8 <> 0
+        System::Call 'advapi32::CreateProcessWithTokenW(p r4, i 0, p 0, w r9, i ${CREATE_NEW_CONSOLE}, \
+            p 0, w "$INSTDIR", p r6, p r7) i .r8 ?e'
+        Pop $5
+    ${EndIf}
+    ${If} $4 P<> 0
+        System::Call 'kernel32::CloseHandle(p r4)'
+    ${EndIf}
+    ${If} $3 P<> 0
+        System::Call 'kernel32::CloseHandle(p r3)'
+    ${EndIf}
+    ${If} $2 P<> 0
+        System::Call 'kernel32::CloseHandle(p r2)'
+    ${EndIf}
 FunctionEnd

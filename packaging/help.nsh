@@ -31,7 +31,7 @@ FunctionEnd
     Exit codes:$\r$\n\
     0  done$\r$\n\
     1  cancelled$\r$\n\
-    2  setup failed, for example because the disk is full$\r$\n\
+    2  setup failed: it is damaged, or the disk is full$\r$\n\
     3  there is no Mastercam.exe in the folder$\r$\n\
     4  a file is in use, or another setup is running$\r$\n\
     5  a file, a folder or the entry cannot be written"

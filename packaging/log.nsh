@@ -1,6 +1,11 @@
 ; The log: a line for each thing that setup or the uninstaller does, in UTF-16 with a byte-order mark, as
 ; Windows Installer writes its logs. A run appends to an existing log: deployment tools try again after an
 ; error, and the reason of the first failure must remain.
+!define /ifndef OPEN_ALWAYS 4
+!define /ifndef FILE_FLAG_OPEN_REPARSE_POINT 0x00200000
+!define FILE_INFORMATION_SIZE 52 ; BY_HANDLE_FILE_INFORMATION
+!define NUMBER_OF_LINKS_OFFSET 40
+
 Var LogFile ; empty if no log can be written
 Var LogProblem
 Var HasLoggedExit
@@ -38,7 +43,15 @@ Function ${UN}Log
         ${GetTime} "" "L" $0 $1 $2 $3 $4 $5 $6 ; day, month, year, name of the day, hour, minute, second
         FileOpen $8 $LogFile a
         FileSeek $8 0 END
-        FileWriteUTF16LE /BOM $8 "$2-$1-$0 $4:$5:$6  $7$\r$\n"
+        ; In parts: NSIS cuts a text at its maximum length, and the line needs its end.
+        FileWriteUTF16LE /BOM $8 "$2-$1-$0 $4:$5:$6  "
+        FileWriteUTF16LE $8 $7
+        StrLen $0 $7
+        IntOp $0 $0 + 1
+        ${If} $0 >= ${NSIS_MAX_STRLEN}
+            FileWriteUTF16LE $8 " (cut here)"
+        ${EndIf}
+        FileWriteUTF16LE $8 "$\r$\n"
         FileClose $8
     ${EndIf}
     ClearErrors
@@ -52,18 +65,47 @@ FunctionEnd
 !insertmacro DefineLog "un."
 
 !macro DefineOpenLog UN NAME TITLE
-; Forgets the log's name if the file cannot be written.
+; Forgets the log's name if the file cannot be written, or if it is a link. All users can create files in some
+; folders, among them that of the system account for temporary files, and could make this program, with its
+; rights, write to another file. The handle stays open until this program ends: meanwhile nobody can put
+; another file in the log's place.
 Function ${UN}CheckLog
-    Push $0
-    ClearErrors
-    FileOpen $0 $LogFile a
-    ${If} ${Errors}
-        StrCpy $LogProblem "$LogProblem The log $LogFile cannot be written."
-        StrCpy $LogFile ""
-    ${Else}
-        FileClose $0
+    System::Store S
+    StrCpy $9 "cannot be written"
+    StrCpy $1 $LogFile
+    System::Call 'kernel32::CreateFileW(w r1, i ${GENERIC_READ}, i ${FILE_SHARE_READ}|${FILE_SHARE_WRITE}, \
+        p 0, i ${OPEN_ALWAYS}, i ${FILE_FLAG_OPEN_REPARSE_POINT}, p 0) p .r0'
+    ${If} $0 P<> ${INVALID_HANDLE_VALUE}
+        System::Alloc ${FILE_INFORMATION_SIZE}
+        Pop $2
+        System::Call 'kernel32::GetFileInformationByHandle(p r0, p r2) i .r3'
+        System::Call '*$2(&i4 .r4)'
+        IntOp $4 $4 & ${FILE_ATTRIBUTE_REPARSE_POINT}
+        IntPtrOp $5 $2 + ${NUMBER_OF_LINKS_OFFSET}
+        System::Call '*$5(&i4 .r5)'
+        System::Free $2
+        ${If} $3 <> 0
+            ${If} $4 <> 0
+            ${OrIf} $5 > 1
+                StrCpy $9 "is a link"
+            ${Else}
+                ClearErrors
+                FileOpen $6 $LogFile a
+                ${IfNot} ${Errors}
+                    FileClose $6
+                    StrCpy $9 ""
+                ${EndIf}
+            ${EndIf}
+        ${EndIf}
+        ${If} $9 != ""
+            System::Call 'kernel32::CloseHandle(p r0)'
+        ${EndIf}
     ${EndIf}
-    Pop $0
+    ${If} $9 != ""
+        StrCpy $LogProblem "$LogProblem The log $LogFile $9."
+        StrCpy $LogFile ""
+    ${EndIf}
+    System::Store L
 FunctionEnd
 
 ; Uses the file of the option /LOG=, or the default in the folder for temporary files. That a log cannot be
@@ -73,8 +115,12 @@ Function ${UN}OpenLog
     StrCpy $LogProblem ""
     ${ReadOption} "/LOG=" $LogFile
     ${If} $LogFile != ""
-        System::Call 'kernel32::GetFullPathNameW(w "$LogFile", i ${NSIS_MAX_STRLEN}, w .r0, p 0) i .r1'
-        StrCpy $LogFile $0
+        StrCpy $0 $LogFile
+        System::Call 'kernel32::GetFullPathNameW(w r0, i ${NSIS_MAX_STRLEN}, w .r1, p 0) i .r2'
+        ${If} $2 > 0
+        ${AndIf} $2 < ${NSIS_MAX_STRLEN}
+            StrCpy $LogFile $1
+        ${EndIf}
         Call ${UN}CheckLog
     ${EndIf}
     ${If} $LogFile == ""

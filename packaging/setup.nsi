@@ -4,8 +4,9 @@
 ; Setup changes no installed file before every new file is written under a temporary name and every old
 ; one is known to be replaceable. An earlier version is removed by its own uninstaller, which knows its files.
 ;
-; packaging/pack defines VERSION, HOST (the host that the DLL was built for), PACKAGE (the folder with the files to install), FILES (their list) and
-; SETUP (the output file), and SIGN (the program that signs the uninstaller) if the package is signed.
+; packaging/pack defines VERSION, HOST (the host that the DLL was built for), PACKAGE (the folder with the files
+; to install), FILES (their list) and SETUP (the output file), and SIGN (the program that signs the uninstaller)
+; if the package is signed.
 Target amd64-unicode
 SetCompressor /SOLID lzma
 SetDateSave off ; reproducible output
@@ -262,6 +263,9 @@ Function RemoveEarlierVersion
             FileOpen $4 $2 r
             FileReadUTF16LE $4 $3
             FileClose $4
+        ${EndIf}
+        ${If} $0 <> ${IN_USE} ; another code is that of a program that cannot run, or of its crash
+            StrCpy $0 ${CANNOT_WRITE}
         ${EndIf}
         ${RecordError} $0 "$3"
     ${EndIf}

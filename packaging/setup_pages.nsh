@@ -1,4 +1,5 @@
 ; The pages of the setup program and of the uninstaller.
+Var FinishText
 
 !define MUI_ICON art/setup.ico
 !define MUI_UNICON art/setup.ico
@@ -37,8 +38,8 @@
 
 !define MUI_FINISHPAGE_TITLE "The add-in is installed"
 !define MUI_FINISHPAGE_TEXT_LARGE
-!define MUI_FINISHPAGE_TEXT "What setup did is in the log $LogFile.$\r$\n$\r$\nTo check the installation later, \
-    run $\"zemlink doctor$\" in a command prompt, in the folder $INSTDIR."
+!define MUI_FINISHPAGE_TEXT "$FinishText"
+!define MUI_PAGE_CUSTOMFUNCTION_PRE SetFinishText
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Check the installation"
 !define MUI_FINISHPAGE_RUN_NOTCHECKED
@@ -49,3 +50,11 @@
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
+
+Function SetFinishText
+    StrCpy $FinishText "To check the installation later, run $\"zemlink doctor$\" in a command prompt, in the \
+        folder $INSTDIR."
+    ${If} $LogFile != ""
+        StrCpy $FinishText "What setup did is in the log $LogFile.$\r$\n$\r$\n$FinishText"
+    ${EndIf}
+FunctionEnd

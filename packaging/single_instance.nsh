@@ -9,7 +9,9 @@
 !define /ifndef WAIT_ABANDONED 0x80 ; the previous run was terminated
 
 !macro DefineEnsureSingleInstance UN
-; Windows releases the mutex when this program exits.
+; Windows releases the mutex when this program exits. Every user can hold a mutex of this name, or deny access
+; to it; setup then ends with its exit code and changes nothing. They can do the same by opening an installed
+; file, so a protected name would gain nothing. Nobody can make two setups run at the same time.
 Function ${UN}EnsureSingleInstance
     System::Call 'kernel32::CreateMutexW(p 0, i 0, w "${RUNNING}") p .r0'
     System::Call 'kernel32::WaitForSingleObject(p r0, i ${WAIT_MS}) i .r1'

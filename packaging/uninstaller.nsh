@@ -44,7 +44,7 @@ Section Uninstall
     ${LogExit} 0 "The add-in is uninstalled."
 SectionEnd
 
-!macro CheckInstalledFileAgain FILE
+!macro CheckFileToRemove FILE
     !insertmacro CheckFile "un." "$INSTDIR\${FILE}" "the program that uses it"
 !macroend
 
@@ -52,7 +52,7 @@ Function un.CheckFiles
     ${If} $HostFolder != "" ; only known from the entry
         !insertmacro CheckFile "un." "$HostFolder\${LIBRARY}" "Mastercam"
     ${EndIf}
-    !insertmacro FOR_EACH_FILE CheckInstalledFileAgain
+    !insertmacro FOR_EACH_FILE CheckFileToRemove
 FunctionEnd
 
 !macro DeleteInstalledFile FILE
@@ -75,10 +75,12 @@ Function un.DeleteFiles
         Return
     ${EndIf}
     Delete "$INSTDIR\${UNINSTALLER}"
-    ${If} ${FileExists} "$INSTDIR\${UNINSTALLER}" ; run in its folder
-        ${Log} "Left $INSTDIR\${UNINSTALLER}, which is running"
-    ${Else}
+    ${IfNot} ${FileExists} "$INSTDIR\${UNINSTALLER}"
         ${Log} "Removed $INSTDIR\${UNINSTALLER}"
+    ${ElseIf} $EXEFILE == "${UNINSTALLER}" ; otherwise a copy of it runs
+        ${Log} "Left $INSTDIR\${UNINSTALLER}: a running program cannot delete itself"
+    ${Else}
+        ${Log} "Left $INSTDIR\${UNINSTALLER}: it cannot be deleted"
     ${EndIf}
 FunctionEnd
 

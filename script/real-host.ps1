@@ -5,7 +5,7 @@
 #       -Libraries C:\Kit\Mastercam.lib,C:\Kit\MCCore.lib,...
 #
 # -HostName is the host with its release, for the package's name. -Kit is the kit's umbrella header with its
-# brackets or quotes. The library is build\msvc\bin\torvapdm.dll.
+# brackets or quotes. The library is build\msvc\bin\torvapdm.dll, with its debug information in torvapdm.pdb.
 param(
     [Parameter(Mandatory)] [string] $HostName,
     [Parameter(Mandatory)] [string] $Kit,
@@ -19,6 +19,9 @@ function Invoke-Checked([string] $program) {
     & $program @args
     if ($LASTEXITCODE -ne 0) { throw "$program failed with exit code $LASTEXITCODE" }
 }
+
+# A list for CMake, to which a backslash is no separator.
+function Join-Paths([string[]] $paths) { ($paths -join ';').Replace('\', '/') }
 
 # The newest Visual Studio with the framework; its environment replaces the "Native Tools" prompt.
 function Enter-VisualStudio {
@@ -59,10 +62,12 @@ function Get-BuiltNames([string] $library, [string[]] $hostLibraries) {
 
 Enter-VisualStudio
 Invoke-Checked cmake --preset msvc "-DTORVAPDM_HOST_NAME=$HostName" "-DTORVAPDM_HOST_DEVELOPMENT_KIT=$Kit" `
-    "-DTORVAPDM_HOST_INCLUDE_DIRS=$($Include -join ';')" "-DTORVAPDM_HOST_LIBRARIES=$($Libraries -join ';')"
+    "-DTORVAPDM_HOST_INCLUDE_DIRS=$(Join-Paths $Include)" "-DTORVAPDM_HOST_LIBRARIES=$(Join-Paths $Libraries)"
 Invoke-Checked cmake --build --preset msvc
 
 $library = 'build\msvc\bin\torvapdm.dll'
+$database = 'build\msvc\bin\torvapdm.pdb'
+if (-not (Test-Path $database)) { throw "the build has not made $database" }
 $hostLibraries = 'Mastercam.dll', 'MCCore.dll', 'MCMill.dll', 'MCMachineDef.dll'
 $difference = Compare-Object @(Get-ListedNames) @(Get-BuiltNames $library $hostLibraries)
 if ($difference) {
@@ -72,4 +77,4 @@ if ($difference) {
     }
     throw 'the names differ from the table'
 }
-Write-Output "$library has the names of the table"
+Write-Output "$library has the names of the table; script/package needs $database next to it"

@@ -1,7 +1,9 @@
 -- Makes one document of several pages, each of which follows a comment with its path. The pages' links to each
--- other lead to places in the document; the text of a link to a page that is not in it stays without the link.
+-- other lead to places in the document; the text of a link to a page that is not in it stays without the link. Links
+-- to other files must lead to files next to the document, in the folder of the metadata "packed".
 
 local page -- the path of the current page
+local packed -- the document's folder
 local ids = {} -- of all headings, by path and anchor
 local missing = {}
 
@@ -42,6 +44,15 @@ local function nameHeading(heading)
   return heading
 end
 
+local function exists(path)
+  local file = io.open(path)
+  return file ~= nil and file:close()
+end
+
+local function complain(target, problem)
+  table.insert(missing, page .. " links to " .. target .. ", which " .. problem)
+end
+
 local function leadToHeading(link)
   if link.target:match("^%a+:") then
     return nil
@@ -49,27 +60,35 @@ local function leadToHeading(link)
   local path, anchor = link.target:match("^([^#]*)#?(.*)$")
   path = path == "" and page or resolved(page, path)
   if not path:match("%.md$") then
-    link.target = path -- a file next to the manual
+    if not exists(packed .. "/" .. path) then
+      complain(link.target, "is not packed")
+    end
+    link.target = path
     return link
   end
   if not ids[idOf(path, "")] then
     return link.content
   end
   if not ids[idOf(path, anchor)] then
-    table.insert(missing, page .. " links to " .. link.target .. ", which does not exist")
+    complain(link.target, "does not exist")
   end
   link.target = "#" .. idOf(path, anchor)
   return link
 end
 
 local function findImage(image)
-  image.src = resolved(page, image.src)
+  local path = resolved(page, image.src)
+  if not exists(path) then
+    complain(image.src, "does not exist")
+  end
+  image.src = path
   return image
 end
 
 -- The headings first: a page may link to one that follows.
 function Pandoc(document)
   local blocks = document.blocks
+  packed = pandoc.utils.stringify(document.meta.packed)
   for place, block in ipairs(blocks) do
     if block.t == "RawBlock" then
       startPage(block)

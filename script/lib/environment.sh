@@ -1,5 +1,6 @@
 # Paths and helpers for all scripts. Source it; it changes to the project's folder.
 set -euo pipefail
+unset CDPATH # it would change the path below
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 project=$PWD
@@ -8,6 +9,15 @@ programs=$project/build/$preset/bin
 
 # demo_folder PRESET: what script/demo writes with this build.
 demo_folder() { [ "$1" = mingw ] && echo "$project/build/demo" || echo "$project/build/$1/demo"; }
+
+# The version of the sources, and the date of its release.
+project_version() { read_project 'project(torvapdm VERSION \([0-9.]*\) .*' version; }
+release_date() { read_project 'set(TORVAPDM_RELEASE_DATE \([0-9-]*\)).*' 'release date'; }
+read_project() {
+    sed -n "s/^$1/\1/p" "$project/CMakeLists.txt" | grep . && return
+    say "CMakeLists.txt has no $2" >&2
+    return 1
+}
 
 # The project's own Wine prefix, without log output and without prompts for optional components.
 export WINEPREFIX=${TORVAPDM_WINEPREFIX:-$project/build/wine}
@@ -19,33 +29,47 @@ bold= plain=
 if [ -t 1 ] && [ -z "${NO_COLOR:-}" ]; then
     bold=$'\e[1m' plain=$'\e[0m'
 fi
-began=${SCRIPT_BEGAN:-$EPOCHSECONDS} # see run_isolated
+began=${SCRIPT_BEGAN:-$EPOCHSECONDS}
+is_continued=${SCRIPT_BEGAN:+1} # after run_isolated
 unset SCRIPT_BEGAN
 
-# step NAME: says which step begins, after how long the one before it took. Elsewhere than on a terminal, a line a
-# minute says that it goes on.
+# A script ends with one summary: that of `summarise`, or after an error the step that failed, if it has called
+# ends_with_summary. The functions that it named with at_exit run before.
+summary_due= cleanups=()
+ends_with_summary() { summary_due=1; }
+at_exit() { cleanups+=("$1"); }
+finish_script() {
+    local status=$? cleanup
+    set +e
+    for cleanup in "${cleanups[@]}"; do "$cleanup"; done
+    [ $status = 0 ] || [ -z "$summary_due" ] || summarise "failed${step_name:+: $step_name}"
+}
+trap finish_script EXIT
+
+# step NAME: says which step begins, after how long the one before it took. A line a minute says that it goes on.
 step() {
     end_step
-    step_name=$1 step_began=$EPOCHSECONDS step_watch=
+    step_name=$1 step_began=$EPOCHSECONDS
     say "$bold$1$plain"
-    if [ ! -t 1 ]; then
-        say_each_minute "$1" &
-        step_watch=$!
-    fi
+    trap - EXIT # a process that is ended right after the fork would run it as well
+    say_each_minute "$1" &
+    step_watch=$!
+    trap finish_script EXIT
 }
 
 end_step() {
     [ -n "${step_name:-}" ] || return 0
-    [ -z "$step_watch" ] || { kill "$step_watch" && wait "$step_watch"; } 2>/dev/null || true
+    { kill "$step_watch" && wait "$step_watch"; } 2>/dev/null || true
     say "$step_name: $((EPOCHSECONDS - step_began)) s"
     step_name=
 }
 
 # Until the script ends. What waits has nobody's output: a reader of the script's would wait for it.
 say_each_minute() {
-    local minutes=0 status
+    local minutes=0 status format='%s: %d min\n'
+    [ ! -t 1 ] || format='\r%s: %d min          \n' # in place of what count_steps has written
     while status=0 && { timeout 60 tail --pid=$$ -f /dev/null >/dev/null 2>&1 || status=$?; } && [ $status = 124 ]; do
-        say "$1: $((++minutes)) min"
+        printf "$format" "$1" $((++minutes))
     done
 }
 
@@ -53,6 +77,7 @@ say_each_minute() {
 summarise() {
     end_step
     say "$1, $((EPOCHSECONDS - began)) s"
+    summary_due=
 }
 
 # Runs a command and shows its output only if it fails.
@@ -97,25 +122,25 @@ build() {
     quietly cmake --preset "$preset"
     local log status=0
     log=$(mktemp)
-    cmake --build --preset "$preset" ${1:+--target "$@"} 2>&1 </dev/null | tee "$log" | count_steps ||
+    cmake --build --preset "$preset" ${1:+--target "$@"} 2>&1 </dev/null | tee "$log" | count_steps building ||
         status=$?
     [ $status = 0 ] || cat "$log" >&2
     rm -f "$log"
+    [ $status = 0 ] || return $status
     end_step
-    return $status
 }
 
-# From Ninja's "[12/160] …" on standard input to "building: 12 of 160": on a terminal one line that changes,
-# elsewhere a line for each tenth.
+# count_steps NAME: from lines "[12/160] …" on standard input, as Ninja writes them, to "NAME: 12 of 160": on a
+# terminal one line that changes, elsewhere a line for each tenth.
 count_steps() {
     local terminal=
     [ ! -t 1 ] || terminal=1
-    awk -v terminal="$terminal" '
+    awk -v terminal="$terminal" -v name="$1" '
         match($0, /^\[[1-9][0-9]*\/[0-9]+\]/) {
             split(substr($0, 2, RLENGTH - 2), step, "/")
-            if (terminal) { printf "\rbuilding: %d of %d", step[1], step[2]; fflush(); counted = 1 }
+            if (terminal) { printf "\r%s: %d of %d", name, step[1], step[2]; fflush(); counted = 1 }
             else if (step[1] >= next_at) {
-                print "building: " step[1] " of " step[2]; fflush()
+                print name ": " step[1] " of " step[2]; fflush()
                 next_at = step[1] + step[2] / 10
             }
         }
@@ -124,15 +149,15 @@ count_steps() {
 
 # Runs the rest of the script as `SCRIPT --inside ARGS` in a network namespace (loopback only) and on a
 # virtual screen, isolated from the machine's network and desktop. Where network namespaces are not
-# available, the machine's network is used.
+# available, the machine's network is used. In a subshell, the script goes on afterwards.
 run_isolated() {
     local network=("${own_network[@]}")
     if ! has_own_network; then
         say "network namespaces are not available: using the machine's network"
         network=(env NETWORK=machine)
     fi
-    end_step
-    SCRIPT_BEGAN=$began exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
+    [ "$BASHPID" != $$ ] || export SCRIPT_BEGAN=$began
+    exec "${network[@]}" script/lib/isolated "script/$(basename "$0")" --inside "$@"
 }
 
 # Runs a command in a new network namespace; has_own_network tests whether that is possible.

@@ -167,12 +167,14 @@ test_inside() {
 run_all_tests() {
     local status=0
     rm -f "$logs/test.log"
-    SECONDS=0
+    step "running the tests"
     if [ $# -eq 0 ] && has_own_network; then
         on_all_desktops || status=$?
     else
         (keep_to_core 1 && run_isolated "$@") || status=$?
     fi
-    summary "$SECONDS"
+    end_step
+    summary $((EPOCHSECONDS - began))
+    summary_due=
     return $status
 }

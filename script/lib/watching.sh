@@ -1,9 +1,9 @@
-# Observes running programs: each line that a program writes to a file gets a timestamp on arrival, and a
-# step is checked off when its line is found. Source it after environment.sh.
+# Observes running programs: each line that a program writes to a file gets a timestamp on arrival, and what is
+# expected is checked off when its line is found. Source it after environment.sh.
 
 stamps=$(mktemp -d)
-failed_steps=0
-step_timeout=60 # seconds until a step counts as missed
+missed=0
+expect_timeout=60 # seconds until it counts as missed
 
 # watch NAME FILE: adds timestamps to the file's lines; the file need not exist yet.
 watch() {
@@ -28,9 +28,9 @@ written_at() {
     [ -z "$own" ] || date -d "$own" +%s.%N
 }
 
-# step WHAT NAME TEXT [N]: waits for the Nth line with this text and checks the step off.
-step() {
-    local deadline=$((SECONDS + step_timeout))
+# expect_line WHAT NAME TEXT [N]: waits for the Nth line with this text and checks it off.
+expect_line() {
+    local deadline=$((SECONDS + expect_timeout))
     while [ -z "$(seen_at "$2" "$3" "${4:-1}")" ]; do
         if [ $SECONDS -ge $deadline ]; then
             check_off "$1" no
@@ -41,9 +41,9 @@ step() {
     check_off "$1" yes
 }
 
-# step_text WHAT COMMAND TEXT: waits until the command prints the text.
-step_text() {
-    local deadline=$((SECONDS + step_timeout))
+# expect_text WHAT COMMAND TEXT: waits until the command prints the text.
+expect_text() {
+    local deadline=$((SECONDS + expect_timeout))
     until "$2" | grep -qF -- "$3"; do
         if [ $SECONDS -ge $deadline ]; then
             check_off "$1" no
@@ -59,7 +59,7 @@ check_off() {
         printf '  ok      %s\n' "$1"
     else
         printf '  MISSED  %s\n' "$1"
-        failed_steps=$((failed_steps + 1))
+        missed=$((missed + 1))
     fi
 }
 
@@ -67,10 +67,10 @@ milliseconds_between() {
     awk -v from="${1:-0}" -v to="${2:-0}" 'BEGIN { printf "%.1f", (to - from) * 1000 }'
 }
 
-# Exits with 0 only if every step was observed.
-finish_steps() {
-    [ "$failed_steps" = 0 ] && exit 0
-    say "$failed_steps steps were missed"
+# Exits with 0 only if everything was observed.
+finish_expectations() {
+    [ "$missed" = 0 ] && exit 0
+    say "$missed steps were missed"
     exit 1
 }
 

@@ -12,6 +12,7 @@
 namespace testing_support {
 
 inline constexpr DWORD done = 0;
+inline constexpr DWORD failed = 2;
 inline constexpr DWORD noHost = 3;
 inline constexpr DWORD inUse = 4;
 inline constexpr DWORD cannotWrite = 5;

@@ -52,11 +52,24 @@ TEST_F(Setup, logsWhatItDid)
     }
     // A later run is added to the default log, also one that fails.
     ASSERT_EQ(site.uninstallInPlace(), done);
-    EXPECT_EQ(count(uninstallLog(), L"Left " + site.addInFolder + L"\\uninstall.exe"), 1u);
+    EXPECT_EQ(count(uninstallLog(), L"Left " + site.addInFolder +
+                                        L"\\uninstall.exe: a running program cannot delete itself"),
+              1u);
     EXPECT_EQ(site.setUp(setupProgram(), installation.root()), noHost);
     EXPECT_EQ(count(setupLog(), L"version " EARLIER_VERSION_TEXT), 1u);
     EXPECT_EQ(count(setupLog(), L"Error: There is no Mastercam.exe"), 1u);
     EXPECT_TRUE(setupLog().back().ends_with(L"The add-in is not installed. Exit code 3."));
+}
+
+TEST_F(Setup, marksALineThatIsTooLongForTheLog)
+{
+    const std::wstring options = L" /S /HOST=C:\\nowhere /X=" + std::wstring(2000, L'x');
+    EXPECT_EQ(Process(quoted(setupProgram()) + options).waitForExit(), noHost);
+    const Lines lines = setupLog();
+    ASSERT_GE(lines.size(), 4u);
+    EXPECT_TRUE(lines[1].ends_with(L"xxx (cut here)")) << toUtf8(lines[1]);
+    EXPECT_EQ(count(lines, L"  Mastercam's folder: C:\\nowhere"), 1u);
+    EXPECT_TRUE(lines.back().ends_with(L"The add-in is not installed. Exit code 3."));
 }
 
 TEST_F(Setup, installsWithoutTheLogItCannotWrite)
@@ -71,6 +84,21 @@ TEST_F(Setup, installsWithoutTheLogItCannotWrite)
                                  site.temporaryFolder + L"\\torvapdm-setup.log.";
     EXPECT_EQ(run.output(), toUtf8(problem) + "\r\n");
     EXPECT_EQ(count(setupLog(), problem), 1u);
+    EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
+}
+
+TEST_F(Setup, writesNoLogThroughALink)
+{
+    const std::wstring other = installation.path(L"other.txt");
+    writeBytes(other, "another program's");
+    const std::wstring log = site.temporaryFolder + L"\\torvapdm-setup.log";
+    ASSERT_TRUE(CreateHardLinkW(log.c_str(), other.c_str(), nullptr));
+    const ToolRun run(installation,
+                      L"/S /HOST=" + quoted(site.hostFolder) + L" /D=" + site.addInFolder, L"setup",
+                      setupProgram());
+    EXPECT_EQ(run.waitForExit(), done);
+    EXPECT_EQ(run.output(), toUtf8(L"The log " + log + L" is a link.") + "\r\n");
+    EXPECT_EQ(readBytes(other), "another program's");
     EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
 }
 

@@ -4,6 +4,7 @@
 #include "support/host_program.h"
 #include "zemlink/tool_run.h"
 
+#include <algorithm>
 #include <filesystem>
 
 using namespace testing_support;
@@ -156,6 +157,28 @@ TEST_F(Setup, keepsAnEarlierVersionItCannotReplace)
     EXPECT_EQ(site.setUp(), cannotWrite);
     EXPECT_EQ(files(), before);
     EXPECT_EQ(entry(), entryBefore);
+}
+
+TEST_F(Setup, doesNotRunWhenItIsDamaged)
+{
+    const std::wstring damaged = installation.path(L"damaged.exe");
+    std::string bytes = readBytes(setupProgram()).value_or("");
+    ASSERT_FALSE(bytes.empty());
+    char& changed = bytes[bytes.size() / 2];
+    changed = changed == 'x' ? 'y' : 'x';
+    writeBytes(damaged, bytes);
+    EXPECT_EQ(site.setUp(damaged, site.hostFolder), failed);
+    EXPECT_EQ(setupLog(), Lines());
+    expectNothingInstalled();
+    // Nor does setup take such an uninstaller for a version that it has removed.
+    ASSERT_EQ(site.setUp(earlierSetupProgram(), site.hostFolder), done);
+    const std::wstring uninstaller = site.addInFolder + L"\\uninstall.exe";
+    bytes = readBytes(uninstaller).value_or("");
+    ASSERT_FALSE(bytes.empty());
+    bytes.back() = bytes.back() == 'x' ? 'y' : 'x';
+    writeBytes(uninstaller, bytes);
+    EXPECT_EQ(site.setUp(), cannotWrite);
+    EXPECT_EQ(entryText(L"DisplayVersion"), L"" EARLIER_VERSION_TEXT);
 }
 
 TEST_F(Setup, changesNothingWhileAHostRuns)
@@ -409,6 +432,20 @@ TEST_F(Setup, readsAQuotedHostOption)
                   .waitForExit(),
               noHost);
     EXPECT_EQ(entryText(L"HostFolder"), otherHost);
+}
+
+TEST_F(Setup, readsOptionsWithoutQuotes)
+{
+    const std::wstring otherHost = installation.path(L"Mill's Mastercam 2");
+    layOutHost(otherHost);
+    const std::wstring log = installation.path(L"a log.txt");
+    std::wstring logWithSlashes = log;
+    std::ranges::replace(logWithSlashes, L'\\', L'/');
+    const std::wstring options =
+        L" /S /HOST=" + otherHost + L" /LOG=" + logWithSlashes + L" /D=" + site.addInFolder;
+    ASSERT_EQ(Process(quoted(setupProgram()) + options).waitForExit(), done);
+    EXPECT_EQ(entryText(L"HostFolder"), otherHost);
+    EXPECT_EQ(count(logLines(log), L"Exit code 0."), 1u);
 }
 
 TEST_F(Setup, readsADriveLetterAsItsRoot)

@@ -3,6 +3,7 @@
 #include "support/bytes.h"
 
 #include <gtest/gtest.h>
+#include <regex>
 #include <vector>
 
 using namespace testing_support;
@@ -87,6 +88,23 @@ TEST(Version, headsTheChanges)
     });
     ASSERT_NE(heading, lines.end());
     EXPECT_EQ(*heading, L"## " VERSION_TEXT);
+}
+
+// Every version in the page for administrators, except the one that setup replaces in the sample of
+// a log.
+TEST(Version, isThatOfTheInstructions)
+{
+    const std::string page =
+        readBytes(programFolder() + L"shipped\\docs\\installing.md").value_or("");
+    const std::regex pattern(R"((Earlier version: )?(\d+\.\d+\.\d+))");
+    size_t compared = 0;
+    for (std::sregex_iterator found(page.begin(), page.end(), pattern), end; found != end; ++found)
+        if (!(*found)[1].matched) {
+            EXPECT_EQ((*found)[2].str(), VERSION_TEXT) << found->suffix().str().substr(0, 60);
+            ++compared;
+        }
+    EXPECT_NE(compared, 0u);
+    EXPECT_NE(page.find("[version]'" VERSION_TEXT "'"), std::string::npos);
 }
 
 TEST(Version, isAllAProgramRevealsOfItsBuild)
