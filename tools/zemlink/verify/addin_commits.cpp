@@ -265,10 +265,12 @@ private:
         constexpr std::int64_t tooLongMs = 400; // several times as long as between two polls
         const std::int64_t start = monotonicMs();
         const bool isWritten = writeTooLong();
+        // Otherwise none of the many records to come will be seen.
+        const bool isAppending = commits().size() != watchedFrom_;
         const std::string end = "title = \"" + titleOf(CommitStep::saves) + '"';
         const auto isDone = [&] {
             role_.receive(); // the notices of these commits
-            return lock_->isDone() || host_.hasEnded() || host_.trace().has(end);
+            return !isAppending || lock_->isDone() || host_.hasEnded() || host_.trace().has(end);
         };
         waiting_.until(isDone, 3 * waiting_.boundMs()); // each is bounded, but there are many
         seen_.locks = lock_->end();
