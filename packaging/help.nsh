@@ -3,11 +3,9 @@
 !macro DefineShowHelp UN TEXT
 ; With /? or /HELP, shows the options and exit codes and exits.
 Function ${UN}ShowHelp
-    ${GetParameters} $0
-    ClearErrors
-    ${GetOptions} $0 "/?" $1
+    ${ReadOption} "/?" $0
     ${If} ${Errors}
-        ${GetOptions} $0 "/HELP" $1
+        ${ReadOption} "/HELP" $0
     ${EndIf}
     ${If} ${Errors}
         Return

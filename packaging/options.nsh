@@ -13,7 +13,7 @@
 !macroend
 
 !macro DefineReadOption UN
-; Pops an option such as "/HOST=" and pushes its value. Sets the error flag if the option is missing.
+; Pops an option such as "/HOST=" or "/HELP" and pushes its value. Sets the error flag if the option is missing.
 ;
 ; The value is in quotes, or the whole option is, as in "/HOST=C:\some folder". Without quotes it ends before
 ; the next option and may contain spaces. NSIS's GetOptions would find no option that starts inside quotes, end

@@ -4,9 +4,7 @@ Function un.onInit
     StrCpy $ErrorCode 0
     Call un.ShowHelp
     Call un.OpenLog
-    ${GetParameters} $0
-    ClearErrors
-    ${GetOptions} $0 "/KEEPENTRY" $1
+    ${ReadOption} "/KEEPENTRY" $0
     StrCpy $KeepsEntry 1
     ${If} ${Errors}
         StrCpy $KeepsEntry 0

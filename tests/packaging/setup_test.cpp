@@ -438,7 +438,9 @@ TEST_F(Setup, readsOptionsWithoutQuotes)
 {
     const std::wstring otherHost = installation.path(L"Mill's Mastercam 2");
     layOutHost(otherHost);
-    const std::wstring log = installation.path(L"a log.txt");
+    // Nor does /help ask for the list of options here.
+    std::filesystem::create_directory(installation.path(L"help"));
+    const std::wstring log = installation.path(L"help\\a log.txt");
     std::wstring logWithSlashes = log;
     std::ranges::replace(logWithSlashes, L'\\', L'/');
     const std::wstring options =
