@@ -85,7 +85,7 @@ on_all_desktops() {
     local number prefix
     for ((number = 2; number <= desktops; ++number)); do
         prefix=$WINEPREFIX-$number
-        [ -f "$prefix/ready" ] || copy_prefix "$prefix"
+        [ -f "$prefix/ready" ] || copy_prefix "$prefix" || return
     done
     DESKTOPS=$(mktemp -d)
     export DESKTOPS
@@ -96,14 +96,15 @@ on_all_desktops() {
 }
 
 # Copying a prefix is faster than creating one. The copies share the bytes of the system's programs and
-# libraries, which nothing writes. A copy is renamed last, so a partial one is never used.
+# libraries, which nothing writes. A copy is renamed last, so a partial one is never used. Its callers handle an error,
+# so that `set -e` does not end it.
 copy_prefix() {
     local system=drive_c/windows/system32
-    rm -rf "$1" "$1.new"
-    mkdir -p "$1.new/$system"
-    tar -C "$WINEPREFIX" --exclude="./$system/*" -cf - . | tar -C "$1.new" -xf -
-    cp -al "$WINEPREFIX/$system/." "$1.new/$system"
-    mv "$1.new" "$1"
+    rm -rf "$1" "$1.new" &&
+        mkdir -p "$1.new/$system" &&
+        tar -C "$WINEPREFIX" --exclude="./$system/*" -cf - . | tar -C "$1.new" -xf - &&
+        cp -al "$WINEPREFIX/$system/." "$1.new/$system" &&
+        mv "$1.new" "$1"
 }
 
 # run_tests OPTIONS: one line for each test, also in test.log.
