@@ -10,8 +10,7 @@
 
 ; Runs as the user of the desktop and not as the administrator who installs: the doctor reads the settings
 ; of its user, and a console that stays open must not have administrator rights. The token is that of the
-; desktop's shell. Only where there is no shell does the console run as this user; if the shell's token
-; cannot be used, nothing is started.
+; desktop's shell. Where there is no shell, as in a kiosk, or its token cannot be used, nothing is started.
 Function CheckInstallation
     System::Store S
     StrCpy $9 '"$SYSDIR\cmd.exe" /k ""$INSTDIR\zemlink.exe" doctor"'
@@ -20,12 +19,10 @@ Function CheckInstallation
     System::Call '*$6(i ${STARTUPINFO_SIZE})'
     System::Alloc ${PROCESS_INFORMATION_SIZE}
     Pop $7
+    StrCpy $8 0
+    StrCpy $5 ${ERROR_INVALID_WINDOW_HANDLE}
     System::Call 'user32::GetShellWindow() p .r0'
-    ${If} $0 P= 0
-        System::Call 'kernel32::CreateProcessW(p 0, w r9, p 0, p 0, i 0, i ${CREATE_NEW_CONSOLE}, p 0, \
-            w "$INSTDIR", p r6, p r7) i .r8 ?e'
-        Pop $5
-    ${Else}
+    ${If} $0 P<> 0
         Call StartAsShellsUser
     ${EndIf}
     ${If} $8 <> 0
