@@ -438,9 +438,7 @@ TEST_F(Setup, readsOptionsWithoutQuotes)
 {
     const std::wstring otherHost = installation.path(L"Mill's Mastercam 2");
     layOutHost(otherHost);
-    // Nor does /help ask for the list of options here.
-    std::filesystem::create_directory(installation.path(L"help"));
-    const std::wstring log = installation.path(L"help\\a log.txt");
+    const std::wstring log = installation.path(L"a log.txt");
     std::wstring logWithSlashes = log;
     std::ranges::replace(logWithSlashes, L'\\', L'/');
     const std::wstring options =
@@ -448,6 +446,24 @@ TEST_F(Setup, readsOptionsWithoutQuotes)
     ASSERT_EQ(Process(quoted(setupProgram()) + options).waitForExit(), done);
     EXPECT_EQ(entryText(L"HostFolder"), otherHost);
     EXPECT_EQ(count(logLines(log), L"Exit code 0."), 1u);
+}
+
+TEST_F(Setup, takesNoFolderForTheOptionHelp)
+{
+    std::filesystem::create_directory(installation.path(L"help"));
+    std::wstring log = installation.path(L"help\\log.txt");
+    std::ranges::replace(log, L'\\', L'/');
+    const std::wstring options =
+        L" /S /LOG=" + log + L" /HOST=" + quoted(site.hostFolder) + L" /D=" + site.addInFolder;
+    ASSERT_EQ(Process(quoted(setupProgram()) + options).waitForExit(), done);
+    EXPECT_EQ(readBytes(site.library()), packed(L"torvapdm.dll"));
+}
+
+TEST_F(Setup, listsItsOptionsAfterAnApostrophe)
+{
+    const ToolRun run(installation, L"/S /HOST=C:\\Mill's /?", L"setup", setupProgram());
+    EXPECT_EQ(run.waitForExit(), done);
+    EXPECT_NE(run.output().find("/HOST=FOLDER\t"), std::string::npos);
 }
 
 TEST_F(Setup, readsADriveLetterAsItsRoot)
