@@ -1,11 +1,15 @@
 -- Makes one document of several pages, each of which follows a comment with its path. The pages' links to each
 -- other lead to places in the document; the text of a link to a page that is not in it stays without the link. Links
 -- to other files must lead to files next to the document, in the folder of the metadata "packed".
+--
+-- What only developers need stays out: the block after the comment `<!-- for developers -->`, and the columns of tables
+-- that name code and tests.
 
 local page -- the path of the current page
 local packed -- the document's folder
 local ids = {} -- of all headings, by path and anchor
 local missing = {}
+local developersColumns = {code = true, test = true}
 
 local function folderOf(path)
   return path:match("^(.*/)") or ""
@@ -85,8 +89,43 @@ local function findImage(image)
   return image
 end
 
+local function rowsOf(grid)
+  local rows = {table.unpack(grid.head.rows)}
+  for _, body in ipairs(grid.bodies) do
+    table.move(body.body, 1, #body.body, #rows + 1, rows)
+  end
+  return rows
+end
+
+local function leaveOutColumns(grid)
+  local titles = grid.head.rows[1].cells
+  for column = #titles, 1, -1 do
+    if developersColumns[pandoc.utils.stringify(titles[column].contents)] then
+      grid.colspecs:remove(column)
+      for _, row in ipairs(rowsOf(grid)) do
+        row.cells:remove(column)
+      end
+    end
+  end
+  return grid
+end
+
+local function withoutDevelopersBlocks(blocks)
+  local kept = pandoc.List()
+  local isForDevelopers = false
+  for _, block in ipairs(blocks) do
+    local isMark = block.t == "RawBlock" and block.text:match("^<!%-%- for developers %-%->") ~= nil
+    if not isMark and not isForDevelopers then
+      kept:insert(block)
+    end
+    isForDevelopers = isMark
+  end
+  return kept
+end
+
 -- The headings first: a page may link to one that follows.
 function Pandoc(document)
+  document.blocks = withoutDevelopersBlocks(document.blocks)
   local blocks = document.blocks
   packed = pandoc.utils.stringify(document.meta.packed)
   for place, block in ipairs(blocks) do
@@ -100,7 +139,7 @@ function Pandoc(document)
     if block.t == "RawBlock" then
       startPage(block)
     end
-    blocks[place] = pandoc.walk_block(pandoc.Div({block}), {Link = leadToHeading, Image = findImage}).content[1]
+    blocks[place] = pandoc.walk_block(pandoc.Div({block}), {Link = leadToHeading, Image = findImage, Table = leaveOutColumns}).content[1]
   end
   if #missing > 0 then
     error(table.concat(missing, "\n"))
