@@ -154,6 +154,7 @@ test_inside() {
     --all)
         local status=0
         start_desktops
+        taskset -cp "$(paste -sd, <<<"$usable_cores")" $$ >/dev/null # for tests that need no desktop
         run_tests "${ALL_TESTS[@]}" --parallel "$desktops" \
             --resource-spec-file "$project/tests/desktops.json" || status=$?
         end_desktops
