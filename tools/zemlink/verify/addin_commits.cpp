@@ -266,7 +266,7 @@ private:
         const std::int64_t start = monotonicMs();
         const bool isWritten = writeTooLong();
         // Otherwise none of the many records to come will be seen.
-        const bool isAppending = commits().size() == watchedFrom_ + recordBytes();
+        const bool isAppending = commits().size() >= watchedFrom_ + recordBytes();
         const std::string end = "title = \"" + titleOf(CommitStep::saves) + '"';
         const auto isDone = [&] {
             role_.receive(); // the notices of these commits
