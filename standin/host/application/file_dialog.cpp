@@ -1,5 +1,7 @@
 #include "application/file_dialog.h"
 
+#include <bit>
+
 #include <commdlg.h>
 
 namespace standin {
@@ -23,6 +25,17 @@ OPENFILENAMEW dialogFor(HWND parent, std::wstring& path)
     return dialog;
 }
 
+// The system's dialogs bring six more libraries into the process, which few starts of the host
+// need.
+bool show(const char* dialogFunction, OPENFILENAMEW& dialog)
+{
+    static const HMODULE dialogs = LoadLibraryW(L"comdlg32.dll");
+    using Show = BOOL(WINAPI*)(OPENFILENAMEW*);
+    const auto showIt =
+        dialogs ? std::bit_cast<Show>(GetProcAddress(dialogs, dialogFunction)) : nullptr;
+    return showIt && showIt(&dialog);
+}
+
 std::wstring upToNul(const std::wstring& text)
 {
     return text.substr(0, text.find(L'\0'));
@@ -35,7 +48,7 @@ std::optional<std::wstring> askForOpenPath(HWND parent)
     std::wstring path;
     OPENFILENAMEW dialog = dialogFor(parent, path);
     dialog.Flags |= OFN_FILEMUSTEXIST;
-    if (!GetOpenFileNameW(&dialog))
+    if (!show("GetOpenFileNameW", dialog))
         return std::nullopt;
     return upToNul(path);
 }
@@ -45,7 +58,7 @@ std::optional<std::wstring> askForSavePath(HWND parent, const std::wstring& name
     std::wstring path = name;
     OPENFILENAMEW dialog = dialogFor(parent, path);
     dialog.Flags |= OFN_OVERWRITEPROMPT;
-    if (!GetSaveFileNameW(&dialog))
+    if (!show("GetSaveFileNameW", dialog))
         return std::nullopt;
     return upToNul(path);
 }
