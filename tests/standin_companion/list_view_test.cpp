@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+
 using namespace companion;
 
 namespace {
@@ -16,12 +18,21 @@ LRESULT CALLBACK countInsertions(HWND list, UINT message, WPARAM wParam, LPARAM 
     return CallWindowProcW(listsOwn, list, message, wParam, lParam);
 }
 
+// Imported, the library would be loaded at the start of each test of this program.
+void registerListClass()
+{
+    using Register = decltype(&InitCommonControlsEx);
+    const auto registerClasses = std::bit_cast<Register>(
+        GetProcAddress(LoadLibraryW(L"comctl32.dll"), "InitCommonControlsEx"));
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
+    registerClasses(&classes);
+}
+
 class EventList : public ::testing::Test {
 protected:
     EventList()
     {
-        const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
-        InitCommonControlsEx(&classes);
+        registerListClass();
         list = createList(parent, 1);
         setColumns(list, {{L"Event", 0}});
         listsOwn = reinterpret_cast<WNDPROC>(
