@@ -1,6 +1,5 @@
 #include "bench/station.h"
 
-#include "peer/handle.h"
 #include "support/companion_double.h"
 
 #include <chrono>
@@ -24,21 +23,7 @@ std::int64_t now()
         .count();
 }
 
-double milliseconds(const FILETIME& time)
-{
-    const std::uint64_t value = std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
-    return static_cast<double>(value) / 10'000;
-}
-
 } // namespace
-
-double processorMsOf(DWORD processId)
-{
-    const peer::OwnHandle process(OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, processId));
-    FILETIME created{}, ended{}, kernel{}, user{};
-    GetProcessTimes(process.get(), &created, &ended, &kernel, &user);
-    return milliseconds(kernel) + milliseconds(user);
-}
 
 Station::Station(const Installation& installation, unsigned number, unsigned seed)
     : installation_(installation),
@@ -50,11 +35,6 @@ Station::Station(const Installation& installation, unsigned number, unsigned see
     CreateDirectoryW(installation.path(L"work").c_str(), nullptr);
     writeBytes(part_, "");
     startHost();
-}
-
-double Station::processorMs() const
-{
-    return processorMsOf(host_->process().id());
 }
 
 void Station::startHost()

@@ -41,9 +41,6 @@ public:
     // Works until `isOver`.
     Shift work(const Pace& pace, const std::atomic<bool>& isOver);
 
-    // The processor time of the host so far, in milliseconds.
-    double processorMs() const;
-
     const std::wstring& part() const { return part_; }
 
 private:
@@ -61,8 +58,5 @@ private:
     std::unique_ptr<testing_support::HostProgram> host_{};
     testing_support::FileTail trace_{L""};
 };
-
-// The processor time of a process so far, in milliseconds.
-double processorMsOf(DWORD processId);
 
 } // namespace bench
