@@ -1,5 +1,5 @@
 # Draws hosts.dat of the folder it runs in as hosts.svg: latency and processor time over the number of hosts.
-set terminal svg size 960,420 font "DejaVu Sans,12" background "white"
+set terminal svg size 960,520 font "DejaVu Sans,12" background "white"
 set output "hosts.svg"
 set multiplot layout 1,2
 set logscale x 2
@@ -9,7 +9,7 @@ set xlabel "hosts"
 set grid ytics lt 1 lw 1 lc rgb "#dddddd"
 set border 3
 set tics nomirror
-set key top left samplen 2 spacing 1.2
+set key below vertical maxrows 4 samplen 2 spacing 1.2
 set pointsize 0.8
 set yrange [0:*]
 
