@@ -53,7 +53,8 @@ describe_desktop() {
 }
 
 # core_of DESKTOP: the core of the processor that runs its programs. A Wine program and its server run in turns; to
-# wake each other on another core costs a third of all the tests' processor time.
+# wake each other on another core costs a third of all the tests' processor time. script/soak uses all cores,
+# so that programs also run at the same instant.
 core_of() {
     local cores=($usable_cores)
     say "${cores[$1 % ${#cores[@]}]}"
