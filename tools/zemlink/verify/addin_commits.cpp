@@ -265,8 +265,9 @@ private:
         constexpr std::int64_t tooLongMs = 400; // several times as long as between two polls
         const std::int64_t start = monotonicMs();
         const bool isWritten = writeTooLong();
-        // Otherwise none of the many records to come will be seen.
-        const bool isAppending = commits().size() >= watchedFrom_ + recordBytes();
+        // Otherwise none of the many records to come will be seen. A record over another one may
+        // make the file a little longer, too, and one that is appended may be cut.
+        const bool isAppending = commits().size() > watchedFrom_ + recordBytes() / 2;
         const std::string end = "title = \"" + titleOf(CommitStep::saves) + '"';
         const auto isDone = [&] {
             role_.receive(); // the notices of these commits
