@@ -108,8 +108,10 @@ copy_prefix() {
         mv "$1.new" "$1"
 }
 
-# run_tests OPTIONS: one line for each test, also in test.log.
+# run_tests OPTIONS: one line for each test, also in test.log. Without the times of the last run, so that every run has
+# the same order, which mixes tests that wait with tests that compute; the longest first would compute together.
 run_tests() {
+    rm -f "$logs/Testing/Temporary/CTestCostData.txt"
     ctest --preset "$preset" --no-tests=error --no-label-summary --output-log "$logs/test.log" "${TEST_OPTIONS[@]}" "$@" |
         grep --line-buffered -vE '^ +Start +[0-9]+:'
 }
