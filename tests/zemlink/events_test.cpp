@@ -47,6 +47,15 @@ Words inOrder(std::vector<ExchangeEvent> events, std::int64_t least = 0, std::in
     return words;
 }
 
+Words timesAndTexts(const std::vector<ExchangeEvent>& events)
+{
+    Words texts;
+    for (const ExchangeEvent& each : events)
+        texts.push_back(std::to_string(each.at) + ' ' + std::string(eventWord(each.kind)) + ' ' +
+                        each.bytes);
+    return texts;
+}
+
 } // namespace
 
 TEST(EventWord, namesOneKind)
@@ -251,6 +260,55 @@ TEST(SentRequests, mayBeToldAfterTheyWereSeen)
     std::vector<ExchangeEvent> missed = {event(EventKind::requestWritten, 4)};
     requests.complete(missed);
     EXPECT_EQ(missed[0].bytes, "");
+}
+
+TEST(SentRequests, areAddedBeforeTheNextThatWasSeen)
+{
+    SentRequests requests;
+    for (const char* bytes : {"CHECKIN a", "CHECKIN b", "CHECKIN c"}) {
+        requests.add({20, EventKind::requestWritten, 4, L"", bytes});
+        requests.addTaken({30, EventKind::requestTaken, 4});
+    }
+    std::vector<ExchangeEvent> events = {{10, EventKind::requestWritten, 4, L"", "CHECKIN a"},
+                                         {15, EventKind::requestTaken, 4, L"", "CHECKIN a"},
+                                         {15, EventKind::requestWritten, 4, L"", "CHECKIN d"}};
+    requests.complete(events);
+    EXPECT_EQ(timesAndTexts(events),
+              (Words{"10 request-written CHECKIN a", "15 request-taken CHECKIN a",
+                     "15 request-written CHECKIN b", "15 request-taken CHECKIN b",
+                     "15 request-written CHECKIN c", "15 request-taken CHECKIN c",
+                     "15 request-written CHECKIN d"}));
+}
+
+TEST(SentRequests, areAddedOnceTheyWereTakenAndCannotBeSeenAnyMore)
+{
+    SentRequests requests;
+    std::vector<ExchangeEvent> events;
+    requests.add({20, EventKind::requestWritten, 4, L"", "CHECKIN a"});
+    requests.complete(events);
+    EXPECT_EQ(timesAndTexts(events), Words{});
+    requests.addTaken({30, EventKind::requestTaken, 4});
+    requests.complete(events, {4});
+    EXPECT_EQ(timesAndTexts(events), Words{});
+    requests.complete(events);
+    EXPECT_EQ(timesAndTexts(events),
+              (Words{"20 request-written CHECKIN a", "30 request-taken CHECKIN a"}));
+    events.clear();
+    requests.complete(events);
+    EXPECT_EQ(timesAndTexts(events), Words{});
+}
+
+TEST(SentRequests, areNotAddedWhenALaterOneWasTaken)
+{
+    SentRequests requests;
+    std::vector<ExchangeEvent> events = {{10, EventKind::requestWritten, 4, L"", "CHECKIN b"}};
+    requests.add({20, EventKind::requestWritten, 4, L"", "CHECKIN a"}); // and is lost
+    requests.complete(events);
+    requests.add({30, EventKind::requestWritten, 4, L"", "CHECKIN b"});
+    requests.addTaken({40, EventKind::requestTaken, 4});
+    events.clear();
+    requests.complete(events);
+    EXPECT_EQ(timesAndTexts(events), Words{});
 }
 
 TEST(Pages, showAWatchedSessionAsPrinted)

@@ -141,7 +141,7 @@ TEST(CommandFiles, reportsTheEndOfAHostOnce)
     EXPECT_TRUE(files.look(3000, false).empty());
     DeleteFileW(installation.commandFile(process.id()).c_str());
     EXPECT_TRUE(files.look(4000, false).empty());
-    EXPECT_FALSE(files.isWaiting());
+    EXPECT_TRUE(files.undecidedHosts().empty());
 }
 
 // Which of the two happened shows in what followed.

@@ -150,14 +150,13 @@ std::vector<HANDLE> CommandFiles::processes() const
     return handles;
 }
 
-bool CommandFiles::isWaiting() const
+std::vector<std::uint32_t> CommandFiles::undecidedHosts() const
 {
-    return std::ranges::any_of(
-        hosts_,
-        [](const auto& entry) {
-            const Host& host = entry.second;
-            return host.missingSince != 0 || (host.replaced.exists && host.replaced != host.look);
-        });
+    std::vector<std::uint32_t> hosts;
+    for (const auto& [process, host] : hosts_)
+        if (host.missingSince != 0 || (host.replaced.exists && host.replaced != host.look))
+            hosts.push_back(process);
+    return hosts;
 }
 
 template <class Matches>

@@ -27,8 +27,8 @@ public:
     std::vector<ExchangeEvent> look(std::int64_t now, bool isFollowed);
     // The processes of running hosts; each handle is signalled when its process ends.
     std::vector<HANDLE> processes() const;
-    // Something is about to be decided: look again soon.
-    bool isWaiting() const;
+    // What these have done cannot be told yet: look again soon.
+    std::vector<std::uint32_t> undecidedHosts() const;
 
     // The host that was last sent this request, else the only one, else 0.
     std::uint32_t hostOfRequest(std::int64_t id) const;

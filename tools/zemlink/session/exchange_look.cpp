@@ -98,7 +98,7 @@ std::vector<ExchangeEvent> ExchangeLook::look()
         append(events, files->look(now, isFollowed));
     append(events, newSteps());
     lookAtRequests(events);
-    sentRequests_.complete(events);
+    sentRequests_.complete(events, commandFiles_.undecidedHosts());
     append(events, companion_.look(now)); // last, because finding its window takes longest
     findProcesses(events);
     putInOrder(events, lastAt_, currentTime());
@@ -108,7 +108,8 @@ std::vector<ExchangeEvent> ExchangeLook::look()
 
 // Each step follows from a request, a request from its machine settings, and taken settings from
 // the first steps: whatever is found, what it follows from is looked at once more. While files keep
-// changing, the rest is left for the next look.
+// changing, the rest is left for the next look. The log comes before the command files: a request
+// that was logged as taken and is not seen after it has come and gone.
 void ExchangeLook::lookAtRequests(std::vector<ExchangeEvent>& events)
 {
     for (int round = 0; round < mostRounds; ++round) {
@@ -117,15 +118,11 @@ void ExchangeLook::lookAtRequests(std::vector<ExchangeEvent>& events)
         append(events, machineSettings_.look(now, true));
         if (contains(events, EventKind::machineSettingsTaken))
             append(events, newSteps());
+        append(events, readCompanionLog());
         append(events, commandFiles_.look(now, contains(events, EventKind::loadStep)));
         if (events.size() == known)
             break;
     }
-    const bool hasMissedOne = std::ranges::any_of(events, [](const ExchangeEvent& event) {
-        return event.kind == EventKind::requestWritten && event.bytes.empty();
-    });
-    if (hasMissedOne)
-        append(events, readCompanionLog()); // it may have been logged meanwhile
 }
 
 std::vector<HANDLE> ExchangeLook::handles() const
@@ -160,7 +157,7 @@ void ExchangeLook::rearm(bool isSlow)
 bool ExchangeLook::areFilesWaiting() const
 {
     return screenPictures_.isWaiting() || toolPictures_.isWaiting() || ncQueues_.isWaiting() ||
-           toolData_.isWaiting() || answers_.isWaiting() || commandFiles_.isWaiting();
+           toolData_.isWaiting() || answers_.isWaiting() || !commandFiles_.undecidedHosts().empty();
 }
 
 std::vector<ExchangeEvent> ExchangeLook::readCompanionLog()
@@ -170,6 +167,8 @@ std::vector<ExchangeEvent> ExchangeLook::readCompanionLog()
         for (const auto& logged : peer::parseCompanionLog(line))
             if (const auto request = logged ? findRequest(*logged, folder_) : std::nullopt)
                 sentRequests_.add(*request);
+            else if (const auto taking = logged ? findTaking(*logged) : std::nullopt)
+                sentRequests_.addTaken(*taking);
             else if (auto notice = logged ? findNotice(*logged) : std::nullopt)
                 notices.push_back(std::move(*notice));
     }

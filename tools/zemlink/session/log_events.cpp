@@ -138,6 +138,14 @@ std::optional<ExchangeEvent> findRequest(const peer::CompanionEvent& event,
                          peer::commandFilePath(folder, host), requestOf(event)};
 }
 
+std::optional<ExchangeEvent> findTaking(const peer::CompanionEvent& event)
+{
+    const auto at = parseLocalTime(event.time);
+    if (event.name != "taken" || !at)
+        return std::nullopt;
+    return ExchangeEvent{*at, EventKind::requestTaken, numberIn<std::uint32_t>(event, "host")};
+}
+
 std::vector<ExchangeEvent> eventsOfLog(std::string_view bytes, const std::wstring& folder)
 {
     std::vector<ExchangeEvent> events;

@@ -18,6 +18,9 @@ std::optional<ExchangeEvent> findNotice(const peer::CompanionEvent& event);
 std::optional<ExchangeEvent> findRequest(const peer::CompanionEvent& event,
                                          const std::wstring& folder);
 
+// A host has taken the last request that was written to it. Empty for any other event of the log.
+std::optional<ExchangeEvent> findTaking(const peer::CompanionEvent& event);
+
 // The past, in the order of the log: the Companion's and the hosts' start and end, requests with
 // the bytes that they had, commits that were taken, notices; of machine settings only that they
 // were written. Load steps, pictures, NC queues, tool data and answers are not in the log.
