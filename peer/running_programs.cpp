@@ -3,6 +3,7 @@
 #include "peer/wire_constants.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace peer {
 namespace {
@@ -74,6 +75,22 @@ bool isInstanceRunning()
     // Access is denied when the Companion runs in another security context.
     const OwnHandle semaphore(OpenSemaphoreW(SEMAPHORE_MODIFY_STATE, FALSE, singletonName));
     return semaphore != nullptr || GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+std::optional<SemaphoreCounts> readInstanceCounts()
+{
+    // No other function of the system reads the counts without changing them.
+    using Query = LONG(WINAPI*)(HANDLE semaphore, int kind, void* counts, ULONG size, ULONG* got);
+    constexpr int basicInformation = 0;
+    constexpr DWORD queryAccess = 1;
+    const auto query =
+        std::bit_cast<Query>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySemaphore"));
+    const OwnHandle semaphore(OpenSemaphoreW(queryAccess, FALSE, singletonName));
+    SemaphoreCounts counts;
+    if (!query || !semaphore ||
+        query(semaphore.get(), basicInformation, &counts, sizeof counts, nullptr) < 0)
+        return std::nullopt;
+    return counts;
 }
 
 HWND findInstanceWindow()

@@ -18,6 +18,13 @@ struct Host {
     bool operator==(const Host&) const = default;
 };
 
+struct SemaphoreCounts {
+    LONG current = 0;
+    LONG maximum = 0;
+
+    bool operator==(const SemaphoreCounts&) const = default;
+};
+
 // One entry for each process with a top-level window that has the host property, in order of
 // process id.
 std::vector<Host> findHosts();
@@ -33,6 +40,10 @@ OwnHandle claimInstance();
 
 // Whether any process holds that semaphore, also one that this user may not open.
 bool isInstanceRunning();
+
+// Reads the counts of that semaphore and does not change them. Empty when there is none, or when
+// this user may not read them.
+std::optional<SemaphoreCounts> readInstanceCounts();
 
 // The running instance's main window; null while it has none.
 HWND findInstanceWindow();

@@ -45,6 +45,7 @@ bool isOpenRequest(const void* bytes, DWORD size)
 
 // ---- The system's calls, which the functions below use
 
+const auto createSemaphore = systems(&CreateSemaphoreW, "CreateSemaphoreW");
 const auto createFile = systems(&CreateFileW, "CreateFileW");
 const auto writeFile = systems(&WriteFile, "WriteFile");
 const auto lockFile = systems(&LockFileEx, "LockFileEx");
@@ -68,6 +69,19 @@ BOOL writeAll(HANDLE file, std::string_view bytes)
 HANDLE WINAPI createMutexInstead(SECURITY_ATTRIBUTES*, LONG, LONG, const wchar_t* name)
 {
     return CreateMutexW(nullptr, FALSE, name);
+}
+
+// Each start but the first takes a count, which Windows does not restore when the start ends.
+HANDLE WINAPI createAndTakeCount(SECURITY_ATTRIBUTES* security, LONG, LONG, const wchar_t* name)
+{
+    constexpr LONG counts = 1000;
+    static bool isTaken = false; // it looks again until the first one has a window
+    const HANDLE semaphore = createSemaphore(security, counts, counts, name);
+    const DWORD error = GetLastError();
+    if (error == ERROR_ALREADY_EXISTS && !isTaken)
+        isTaken = WaitForSingleObject(semaphore, 0) == WAIT_OBJECT_0;
+    SetLastError(error);
+    return semaphore;
 }
 
 LRESULT WINAPI sendAndStay(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
@@ -313,6 +327,7 @@ struct Flaw {
 
 constexpr Flaw flaws[] = {
     {"mutex", [] { REDIRECT(CreateSemaphoreW, createMutexInstead); }},
+    {"takes-count", [] { REDIRECT(CreateSemaphoreW, createAndTakeCount); }},
     {"stays", [] { REDIRECT_IN(L"user32.dll", SendMessageTimeoutW, sendAndStay); }},
     {"logs-nothing", [] { REDIRECT(CreateFileW, openNoLog); }},
     {"locks-nothing", [] { REDIRECT(LockFileEx, lockNothing); }},

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "peer/command_file.h"
+#include "peer/running_programs.h"
 #include "tools/zemlink/verify/companion_events.h"
 #include "tools/zemlink/verify/companion_rules.h"
 #include "tools/zemlink/verify/host_role.h"
@@ -52,6 +53,9 @@ struct SecondStarts {
     std::array<HANDLE, secondStartCount> processes{};
     HandedCommit* commit = nullptr;
     HandedCommit* commitWithoutId = nullptr;
+    std::uint32_t instance = 0; // the process id of the instance that was running before them
+    std::optional<peer::SemaphoreCounts> counts{}; // before them
+    int terminated = 0;                            // those that did not end by themselves
 };
 
 // A request in the command file of the host in zemlink's place.

@@ -77,6 +77,9 @@ std::wstring checkOutFile()
 void startSecondStarts(CompanionStage& stage)
 {
     SecondStarts& starts = stage.gathered().secondStarts;
+    const Instance* const instance = stage.instance();
+    starts.instance = instance != nullptr ? instance->process : 0;
+    starts.counts = peer::readInstanceCounts();
     starts.commit = &stage.newCommit(peer::noZemId);
     starts.commitWithoutId = &stage.newCommit(peer::noZemId);
     const std::wstring answer = checkOutFile();
@@ -99,10 +102,13 @@ Sight endsByItself(CompanionStage& stage)
 {
     if (stage.gathered().secondStarts.commit == nullptr)
         startSecondStarts(stage);
-    const HANDLE process = stage.gathered().secondStarts.processes[static_cast<size_t>(start)];
+    SecondStarts& starts = stage.gathered().secondStarts;
+    const HANDLE process = starts.processes[static_cast<size_t>(start)];
     const bool isEnded = stage.waiting().until([&] { return hasEnded(process); });
-    if (!isEnded)
+    if (!isEnded) {
         TerminateProcess(process, endedByZemlink);
+        ++starts.terminated;
+    }
     return keptIf(isEnded, "It was still running " + stage.afterBoundText() + '.');
 }
 
@@ -114,6 +120,37 @@ Sight takesCommandLineCommit(CompanionStage& stage)
 Sight takesCommitWithoutId(CompanionStage& stage)
 {
     return stage.seeTaken(*stage.gathered().secondStarts.commitWithoutId);
+}
+
+std::string changedCountsText(const SecondStarts& starts, const peer::SemaphoreCounts& after)
+{
+    const auto textOf = [](const peer::SemaphoreCounts& counts) {
+        return std::to_string(counts.current) + " of " + std::to_string(counts.maximum);
+    };
+    std::string text = "The count was " + textOf(*starts.counts) + " before " +
+                       std::to_string(secondStartCount) + " second starts and " + textOf(after) +
+                       " after them";
+    if (starts.terminated > 0)
+        text += "; zemlink had to end " + std::to_string(starts.terminated) + " of them";
+    return text + '.';
+}
+
+// A start that had to be ended counts too: users end what does not end by itself.
+Sight keepsCounts(CompanionStage& stage)
+{
+    const SecondStarts& starts = stage.gathered().secondStarts;
+    const Instance* const instance = stage.instance();
+    if (instance == nullptr || instance->process != starts.instance)
+        return notSeen("the instance before the second starts has ended, and its counts with it");
+    // The instance may take what a second start has released to wake it.
+    std::optional<peer::SemaphoreCounts> after;
+    stage.waiting().until([&] {
+        after = peer::readInstanceCounts();
+        return !starts.counts || !after || after == starts.counts;
+    });
+    if (!starts.counts || !after)
+        return notSeen("the counts of the semaphore cannot be read");
+    return keptIf(after == starts.counts, changedCountsText(starts, *after));
 }
 
 } // namespace
@@ -167,6 +204,9 @@ CheckedRules commandLineRules()
         {{"commands.unknown", "A second start with unknown arguments ends by itself."},
          Needs::instance,
          endsByItself<SecondStart::unknown>},
+        {{"commands.counts", "Second starts leave the counts of the semaphore as they were."},
+         Needs::instance,
+         keepsCounts},
     };
 }
 
