@@ -102,7 +102,7 @@ func send(host, request, id, machine string) bool {
 
 // take stores the commits after the bookmark. It deletes the file when no host can find it or has it open any more.
 func take(base string, live bool) {
-	path, sharing, taken := base+".dat", uint32(7), int64(0)
+	path, sharing, taken, free := base+".dat", uint32(7), int64(0), uintptr(1)
 	if !live {
 		path, sharing = base+".closed", 0
 		syscall.MoveFile(syscall.StringToUTF16Ptr(base+".dat"), syscall.StringToUTF16Ptr(path))
@@ -110,10 +110,12 @@ func take(base string, live bool) {
 	bookmark, missing := os.ReadFile(base + ".taken")
 	fmt.Sscanf(string(bookmark), "taken %d", &taken)
 	file, size := open(path, syscall.GENERIC_READ, sharing)
-	locked, _, _ := kernel32("LockFile").Call(file.Fd(), uintptr(taken), 0, uintptr(size-taken), 0)
+	if size > taken { // Wine takes a lock of no bytes at the start for one of the whole file
+		free, _, _ = kernel32("LockFile").Call(file.Fd(), uintptr(taken), 0, uintptr(size-taken), 0)
+	}
 	data, err := io.ReadAll(io.NewSectionReader(file, taken, size-taken))
 	file.Close()
-	if locked == 0 || err != nil || size < taken || missing != nil && !os.IsNotExist(missing) {
+	if file == nil || free == 0 || err != nil || size < taken || missing != nil && !os.IsNotExist(missing) {
 		return // a host is writing, or the bookmark cannot be read
 	}
 	for end, id, name := next(data); end > 0; end, id, name = next(data) {
@@ -150,8 +152,7 @@ func commit(file, id string, last bool) {
 		report(fmt.Sprintf(`commit-failed %s reason="%s"`, fields, err))
 		return
 	}
-	name := time.Now().Format(`\2006-01-02 15-04-05.000000`) + filepath.Ext(file)
-	version := filepath.Dir(program) + `\library\` + filepath.Base(file) + name
+	version := `library\` + filepath.Base(file) + time.Now().Format(`\2006-01-02 15-04-05.000000`) + filepath.Ext(file)
 	os.Mkdir(filepath.Dir(version), 0o777)
 	if last {
 		os.Rename(`commit\screendump.bmp`, version+".bmp")
@@ -178,15 +179,14 @@ func open(path string, access, sharing uint32) (*os.File, int64) {
 func listen(listener net.Listener) {
 	connection, err := listener.Accept()
 	go listen(listener) // so that this connection delays no other
-	if err != nil {
-		return
-	}
-	defer connection.Close()
-	connection.SetDeadline(time.Now().Add(10 * time.Second))
-	notice, _ := io.ReadAll(io.LimitReader(connection, 1024))
-	for form, event := range notices {
-		if len(notice) < 1024 && form.Match(notice) {
-			report(form.ReplaceAllString(string(notice), event))
+	if err == nil {
+		defer connection.Close()
+		connection.SetDeadline(time.Now().Add(10 * time.Second))
+		notice, _ := io.ReadAll(io.LimitReader(connection, 1024))
+		for form, event := range notices {
+			if len(notice) < 1024 && form.Match(notice) {
+				report(form.ReplaceAllString(string(notice), event))
+			}
 		}
 	}
 }
