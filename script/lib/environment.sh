@@ -46,8 +46,10 @@ finish_script() {
 }
 trap finish_script EXIT
 
-# step NAME: says which step begins, after how long the one before it took. A line a minute says that it goes on.
+# step NAME: says which step begins, after how long the one before it took. A line a minute says that it goes on. Not in
+# a subshell, which would end the script's step and run what it has left for the end.
 step() {
+    [ "$BASHPID" = $$ ] || { say "step $1: not in a subshell" >&2; exit 1; }
     end_step
     step_name=$1 step_began=$EPOCHSECONDS
     say "$bold$1$plain"
