@@ -31,7 +31,8 @@ if [ -t 1 ] && [ -z "${NO_COLOR:-}" ]; then
 fi
 began=${SCRIPT_BEGAN:-$EPOCHSECONDS}
 is_continued=${SCRIPT_BEGAN:+1} # after run_isolated
-unset SCRIPT_BEGAN
+earlier_outcome=${SCRIPT_OUTCOME:-} # of the script that goes on as this one
+unset SCRIPT_BEGAN SCRIPT_OUTCOME
 
 # A script ends with one summary: that of `summarise`, or after an error the step that failed, if it has called
 # ends_with_summary. The functions that it named with at_exit run before.
@@ -46,8 +47,10 @@ finish_script() {
 }
 trap finish_script EXIT
 
-# step NAME: says which step begins, after how long the one before it took. A line a minute says that it goes on.
+# step NAME: says which step begins, after how long the one before it took. A line a minute says that it goes on. Not in
+# a subshell, which would end the script's step and run what it has left for the end.
 step() {
+    [ "$BASHPID" = $$ ] || { say "step $1: not in a subshell" >&2; exit 1; }
     end_step
     step_name=$1 step_began=$EPOCHSECONDS
     say "$bold$1$plain"
@@ -76,9 +79,12 @@ say_each_minute() {
 # summarise TEXT: ends the last step; the script's last line.
 summarise() {
     end_step
-    say "$1, $((EPOCHSECONDS - began)) s"
+    say "${earlier_outcome:+$earlier_outcome; }$1, $((EPOCHSECONDS - began)) s"
     summary_due=
 }
+
+# go_on_as OUTCOME SCRIPT ARGS: the rest is done by another script, whose summary begins with the outcome of this one.
+go_on_as() { SCRIPT_BEGAN=$began SCRIPT_OUTCOME=$1 exec "${@:2}"; }
 
 # Runs a command and shows its output only if it fails.
 quietly() {

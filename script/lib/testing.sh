@@ -116,11 +116,11 @@ run_tests() {
         grep --line-buffered -vE '^ +Start +[0-9]+:'
 }
 
-# summary SECONDS: what the log says, and how to run each failed test on its own. A program whose tests run
-# together counts as its tests, which it counts in the log of all output.
-summary() {
-    cat "$project/build/$preset/Testing/Temporary/LastTest.log" "$logs/test.log" 2>/dev/null |
-        awk -v seconds="$1" -v script="$(basename "$0")" '
+# count_tests: how to run each failed test on its own, the slowest ones, and in the last line what the log says. A program
+# whose tests run together counts as its tests, which it counts in the log of all output.
+count_tests() {
+    { cat "$logs/Testing/Temporary/LastTest.log" "$logs/test.log" 2>/dev/null || true; } |
+        awk -v script="$(basename "$0")" '
         $2 == "Testing:" { program = $3 }
         program !~ /_tests$/ { program = "" }
         program && / PASSED +\] [0-9]+ tests?\./ { together[program] = $4 }
@@ -137,8 +137,7 @@ summary() {
                 pattern = failed[i]; gsub(/\./, "\\.", pattern)
                 print "to run it on its own: script/" script " \x27^" pattern "$\x27"
             }
-            printf "%d passed, %d failed, %d s", passed, count, seconds
-            separator = ", slowest: "
+            separator = "slowest: "
             for (place = 0; place < 5; ++place) {
                 slowest = ""
                 for (name in taken) if (slowest == "" || taken[name] > taken[slowest]) slowest = name
@@ -147,7 +146,8 @@ summary() {
                 separator = ", "
                 delete taken[slowest]
             }
-            print ""
+            if (separator == ", ") print ""
+            printf "%d passed, %d failed", passed, count
         }'
 }
 
@@ -168,9 +168,10 @@ test_inside() {
     esac
 }
 
-# run_all_tests [REGEX]: all of them on all desktops, or those whose names match on one.
+# run_all_tests [REGEX]: all of them on all desktops, or those whose names match on one. Sets `tested` to their outcome,
+# which is the script's summary if a test fails.
 run_all_tests() {
-    local status=0
+    local status=0 counted
     rm -f "$logs/test.log"
     step "running the tests"
     if [ $# -eq 0 ] && has_own_network; then
@@ -179,7 +180,9 @@ run_all_tests() {
         (keep_to_core 1 && run_isolated "$@") || status=$?
     fi
     end_step
-    summary $((EPOCHSECONDS - began))
-    summary_due=
+    counted=$(count_tests)
+    tested=${counted##*$'\n'}
+    printf '%s' "${counted%"$tested"}"
+    [ $status = 0 ] || summarise "$tested"
     return $status
 }
