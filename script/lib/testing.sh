@@ -116,8 +116,8 @@ run_tests() {
         grep --line-buffered -vE '^ +Start +[0-9]+:'
 }
 
-# count_tests: how to run each failed test on its own, the slowest ones, and in the last line what the log says. A program
-# whose tests run together counts as its tests, which it counts in the log of all output.
+# count_tests: how to run each failed test on its own, and in the last line what the log says. A program whose tests run
+# together counts as its tests, which it counts in the log of all output.
 count_tests() {
     { cat "$logs/Testing/Temporary/LastTest.log" "$logs/test.log" 2>/dev/null || true; } |
         awk -v script="$(basename "$0")" '
@@ -137,7 +137,8 @@ count_tests() {
                 pattern = failed[i]; gsub(/\./, "\\.", pattern)
                 print "to run it on its own: script/" script " \x27^" pattern "$\x27"
             }
-            separator = "slowest: "
+            printf "%d passed, %d failed", passed, count
+            separator = " (slowest: "
             for (place = 0; place < 5; ++place) {
                 slowest = ""
                 for (name in taken) if (slowest == "" || taken[name] > taken[slowest]) slowest = name
@@ -146,8 +147,7 @@ count_tests() {
                 separator = ", "
                 delete taken[slowest]
             }
-            if (separator == ", ") print ""
-            printf "%d passed, %d failed", passed, count
+            if (separator == ", ") printf ")"
         }'
 }
 
