@@ -87,7 +87,9 @@ int wmain(int count, wchar_t** arguments)
     standin::stopHost();
     bench::printTable(rows);
     if (!bench::writeJson(folder + L"\\bench.json", rows) ||
-        !bench::writeCurves(folder + L"\\growth.dat", rows))
+        !bench::writeCurves(folder + L"\\growth.dat", rows)) {
         std::fprintf(stderr, "cannot write the figures\n");
+        return 1;
+    }
     return hasMissed(rows) ? 1 : 0;
 }

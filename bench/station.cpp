@@ -10,7 +10,6 @@ using namespace testing_support;
 
 namespace {
 
-constexpr std::int32_t idsPerHost = 1'000'000;
 constexpr unsigned saveCommand = 42002;
 constexpr unsigned mostMsBeforeKill = 60; // about as long as a save takes
 // A message box of the add-in is answered as long as a script runs.
@@ -73,8 +72,10 @@ void Station::save(std::int32_t id, const Pace& pace, Shift& shift)
         Sleep(random_() % mostMsBeforeKill);
         startHost();
         ++shift.kills;
-    } else if (!waitForLine(L"ui m_save(0)"))
+    } else if (!waitForLine(L"ui m_save(0)")) {
+        ++shift.requestsLost;
         return;
+    }
     shift.commits.push_back({.id = id, .isCutOff = isKilled});
 }
 

@@ -23,9 +23,12 @@ struct Commit {
 struct Shift {
     std::vector<double> opened{}; // milliseconds from the written request to DoFileOpen
     std::vector<Commit> commits{};
-    size_t requestsLost = 0;
+    size_t requestsLost = 0; // or not saved
     size_t kills = 0;
 };
+
+// The ids of its requests are those from this number times one more than its own number.
+constexpr std::int32_t idsPerHost = 1'000'000;
 
 struct Pace {
     unsigned pauseMs = 0;       // the mean of the random pauses between two cycles
