@@ -54,9 +54,10 @@ void giveUp(NoticeConnection& connection)
 
 void readAvailable(NoticeConnection& connection)
 {
-    std::array<char, longestNoticeBytes> piece;
-    while (connection.bytes.size() < longestNoticeBytes) {
-        const auto free = static_cast<int>(longestNoticeBytes - connection.bytes.size());
+    constexpr size_t mostBytes = longestNoticeBytes + 1; // shows that it is too long
+    std::array<char, mostBytes> piece;
+    while (connection.bytes.size() < mostBytes) {
+        const auto free = static_cast<int>(mostBytes - connection.bytes.size());
         const int got = recv(connection.socket.get(), piece.data(), free, 0);
         if (got <= 0) {
             connection.hasEnded = got == 0 || WSAGetLastError() != WSAEWOULDBLOCK;
@@ -64,7 +65,7 @@ void readAvailable(NoticeConnection& connection)
         }
         connection.bytes.append(piece.data(), static_cast<size_t>(got));
     }
-    const bool isFull = connection.bytes.size() == longestNoticeBytes;
+    const bool isFull = connection.bytes.size() == mostBytes;
     if (!connection.hasEnded && (isFull || Clock::now() >= connection.end))
         giveUp(connection);
 }

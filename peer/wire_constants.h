@@ -80,8 +80,8 @@ inline constexpr std::string_view toolDataNotice = "TOOL-";
 inline constexpr std::string_view ncQueueNotice = "IMPORTNCQUEUE|";
 
 // Limits.
-inline constexpr size_t longestRequestBytes = 0x10000; // a longer command file ends its reader
-inline constexpr size_t longestNoticeBytes = 1024;
+inline constexpr size_t longestRequestBytes = 0x10000;    // a longer command file ends its reader
+inline constexpr size_t longestNoticeBytes = 1023;        // with its line feed
 inline constexpr std::uint32_t longestCommitName = 32767; // UTF-16 units, as the longest path
 
 // The id in a commit record or a commit notice when the host has none.

@@ -52,7 +52,7 @@ Sight judgeTooLongNotice(const CommitsSeen& seen)
     if (!hasReached(seen, CommitStep::sheets))
         return notSeen(seen.cut);
     const auto isTooLong = [](const ReceivedNotice& notice) {
-        return notice.bytes.size() >= peer::longestNoticeBytes;
+        return notice.bytes.size() > peer::longestNoticeBytes;
     };
     return keptIf(std::none_of(seen.notices.begin(), seen.notices.end(), isTooLong),
                   "one of 1,024 bytes or more was sent");
