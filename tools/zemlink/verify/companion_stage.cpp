@@ -221,8 +221,8 @@ void CompanionStage::noteReaction(std::int64_t milliseconds)
 
 void CompanionStage::giveItTime()
 {
-    constexpr std::int64_t leastMs = 250, mostMs = 2000;
-    waiting_.pause(std::clamp(2 * reactionMs_, leastMs, mostMs));
+    constexpr std::int64_t leastMs = 250;
+    waiting_.pause(std::max(2 * reactionMs_, leastMs));
 }
 
 } // namespace zemlink

@@ -155,7 +155,7 @@ public:
 
     // ---- Proof that something does not happen
 
-    // Waits several times as long as the program has needed so far for what it did.
+    // Waits twice as long as the program has needed at most so far for what it did.
     void giveItTime();
     void noteReaction(std::int64_t milliseconds);
 
