@@ -172,7 +172,7 @@ test_inside() {
 # which is the script's summary if a test fails.
 run_all_tests() {
     local status=0 counted
-    rm -f "$logs/test.log"
+    rm -f "$logs"/{test.log,Testing/Temporary/LastTest.log}
     step "running the tests"
     if [ $# -eq 0 ] && has_own_network; then
         on_all_desktops || status=$?
