@@ -71,6 +71,9 @@ local function leadToHeading(link)
     return link
   end
   if not ids[idOf(path, "")] then
+    if pandoc.utils.stringify(link.content):match("%.md$") then
+      link.content:insert(pandoc.Str(" in the sources"))
+    end
     return link.content
   end
   if not ids[idOf(path, anchor)] then
