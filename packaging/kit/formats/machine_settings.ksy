@@ -21,8 +21,6 @@ seq:
     encoding: ASCII
   - id: machine
     type: str
-    terminator: 0x0d
+    terminator: 0x0a
     encoding: windows-1252
-    doc: The path of the machine definition.
-  - id: line_feed
-    contents: [0x0a]
+    doc: The path of the machine definition. Ends in a carriage return; hosts also read a line without it.

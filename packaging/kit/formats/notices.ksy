@@ -23,7 +23,9 @@ types:
       kind:
         pos: _io.pos
         type: u1
-        doc: The first byte.
+        valid:
+          any-of: [0x5a, 0x4d, 0x49, 0x54]
+        doc: The first byte. Any other is no notice; every program on the computer can send it.
   commit:
     seq:
       - id: word

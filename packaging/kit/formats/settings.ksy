@@ -3,7 +3,8 @@ meta:
   title: Settings of the add-in, cfg\settings.ini
 doc: |
   One setting in each line; the last line ends in a line feed too. Hosts find a key anywhere in a line, and use the
-  last line that has it.
+  last line that has it. Hosts also read lines without a carriage return, which is then missing from the end of
+  `value`, and skip lines without a key.
 seq:
   - id: lines
     type: line
@@ -17,7 +18,6 @@ types:
         encoding: ASCII
       - id: value
         type: str
-        terminator: 0x0d
+        terminator: 0x0a
         encoding: ASCII
-      - id: line_feed
-        contents: [0x0a]
+        doc: Ends in a carriage return.
