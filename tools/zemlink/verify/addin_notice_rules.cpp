@@ -51,11 +51,12 @@ Sight judgeTooLongNotice(const CommitsSeen& seen)
 {
     if (!hasReached(seen, CommitStep::sheets))
         return notSeen(seen.cut);
-    const auto isTooLong = [](const ReceivedNotice& notice) {
-        return notice.bytes.size() > peer::longestNoticeBytes;
+    const std::string start = sheetNoticeStart(CommitStep::sheets) + "C:\\x"; // of its path
+    const auto isTooLong = [&](const ReceivedNotice& notice) {
+        return notice.bytes.size() > peer::longestNoticeBytes || notice.bytes.starts_with(start);
     };
     return keptIf(std::none_of(seen.notices.begin(), seen.notices.end(), isTooLong),
-                  "one of 1,024 bytes or more was sent");
+                  "one of 1,024 bytes or more was sent, or a part of it");
 }
 
 constexpr std::string_view menuRows =
@@ -190,7 +191,8 @@ std::vector<JudgedRule<CommitsSeen>> addInNoticeRules()
          judgeConnections},
         {"notices.setup-sheet", "Sends the path of the first setup sheet.", judgeSheetNotice},
         {"notices.no-sheet", "Sends nothing without a setup sheet.", judgeNoSheet},
-        {"notices.length", "Sends no notice of 1,024 bytes or more.", judgeTooLongNotice},
+        {"notices.length", "Sends no notice of 1,024 bytes or more, nor a part of it.",
+         judgeTooLongNotice},
         {"menu.rows", "Shows its seven rows in the menu.", judgeMenu},
         {"menu.recent-files", "Shows the files of open requests in the menu, newest first.",
          judgeRecentFiles},

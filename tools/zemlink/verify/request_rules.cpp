@@ -111,8 +111,11 @@ std::optional<SeenRequest> takeRequestOfKind(CompanionStage& stage, HostCommandK
 const SeenRequest* askFor(CompanionStage& stage, const std::wstring& arguments,
                           HostCommandKind kind)
 {
+    const std::int64_t start = monotonicMs();
     stage.start(forHost(arguments));
     auto seen = takeRequestOfKind(stage, kind);
+    if (seen)
+        stage.noteReaction(monotonicMs() - start);
     if (!seen && stage.host().isFileHeld() && stage.host().makeClosedFile()) {
         stage.start(forHost(arguments));
         seen = takeRequestOfKind(stage, kind);
