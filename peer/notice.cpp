@@ -55,7 +55,7 @@ Notice parseNoticeForm(const NoticeForm& form, std::string_view rest)
 
 Notice parseNotice(std::string_view bytes)
 {
-    if (!bytes.ends_with('\n'))
+    if (!bytes.ends_with('\n') || bytes.size() > longestNoticeBytes)
         return {};
     const std::string_view line = bytes.substr(0, bytes.size() - 1);
     if (std::ranges::any_of(line, [](unsigned char c) { return c < ' '; }))
