@@ -10,9 +10,9 @@ constexpr size_t mostRequestsKept = 100; // of another program; they are never m
 constexpr size_t notTold = std::numeric_limits<size_t>::max(); // later than all that were told
 
 template <class Request>
-void keep(std::vector<Request>& kept, Request&& request)
+void keep(std::vector<Request>& kept, const Request& request)
 {
-    kept.push_back(std::move(request));
+    kept.push_back(request);
     if (kept.size() > mostRequestsKept)
         kept.erase(kept.begin());
 }
@@ -68,7 +68,7 @@ SentRequests::Numbers SentRequests::matchSeen(const std::vector<ExchangeEvent>& 
         const auto same = std::ranges::find_if(
             host.told, [&](const Told& each) { return each.request.bytes == events[i].bytes; });
         if (same == host.told.end()) {
-            keep(host.seen, std::string(events[i].bytes));
+            keep(host.seen, events[i].bytes);
         } else {
             numbers[i] = same->number;
             host.told.erase(same);
