@@ -99,10 +99,10 @@ Sight waitsForRest(CompanionStage& stage)
     HandedCommit& handed = stage.newCommit(44);
     const std::string record = recordOf(handed);
     const size_t half = 8 + handed.file.size(); // the middle of the name
+    const size_t before = stage.log().size();
     if (!stage.commitFile().append(record.substr(0, half)))
         return notAppended();
     stage.announce(handed);
-    const size_t before = stage.log().size();
     stage.giveItTime();
     const bool isTakenEarly = stage.log().hasCommits(before);
     if (!stage.commitFile().append(record.substr(half)))

@@ -187,7 +187,7 @@ bool CompanionStage::handIn(HandedCommit& commit, bool isAnnounced)
 void CompanionStage::announce(const HandedCommit& commit)
 {
     sendNotice(peer::formatNotice(
-        {peer::NoticeKind::commit, commit.id, peer::toAnsi(commit.file).value_or("?")}));
+        {peer::NoticeKind::commit, commit.id, peer::toAnsi(commit.file).value_or("")}));
 }
 
 bool CompanionStage::waitUntilTaken(HandedCommit& commit)
