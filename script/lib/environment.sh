@@ -1,5 +1,12 @@
 # Paths and helpers for all scripts. Source it; it changes to the project's folder.
 set -euo pipefail
+
+# The comment at the beginning of a script is its help.
+if [ "${1:-}" = --help ] && [[ $(sed -n 2p "$0") = '# '* ]]; then
+    sed -n '2,/^[^#]/s/^#\( \|$\)//p' "$0"
+    exit
+fi
+
 unset CDPATH # it would change the path below
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
