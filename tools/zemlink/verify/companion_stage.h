@@ -60,8 +60,9 @@ struct SecondStarts {
 
 // A request in the command file of the host in zemlink's place.
 struct SeenRequest {
-    std::string first{}; // the bytes that were seen first
-    std::string bytes{}; // and in the end
+    std::wstring arguments{}; // of the start that wrote it
+    std::string first{};      // the bytes that were seen first
+    std::string bytes{};      // and in the end
     peer::HostCommand command{};
     std::optional<std::string> settings{}; // machine settings at the first sight of it
     std::optional<std::string> laterSettings{};

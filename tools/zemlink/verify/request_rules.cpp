@@ -122,6 +122,7 @@ const SeenRequest* askFor(CompanionStage& stage, const std::wstring& arguments,
     }
     if (!seen)
         return nullptr;
+    seen->arguments = arguments;
     stage.gathered().requests.push_back(std::move(*seen));
     return &stage.gathered().requests.back();
 }
@@ -228,15 +229,6 @@ Sight writesCheckIn(CompanionStage& stage)
 
 // ---- The command file
 
-// Any arguments that lead to a request; empty: none do.
-const std::wstring& someArguments(const CompanionStage& stage)
-{
-    const CompanionToVerify& companion = stage.companion();
-    return !companion.openArguments.empty()      ? companion.openArguments
-           : !companion.newFileArguments.empty() ? companion.newFileArguments
-                                                 : companion.checkInArguments;
-}
-
 Sight sharesFile(CompanionStage& stage)
 {
     const auto& all = stage.gathered().requests;
@@ -266,10 +258,11 @@ Sight writesAtOnce(CompanionStage& stage)
     return all.empty() ? noRequest() : Sight{};
 }
 
-// Starts the program so that it would write a request, and gives it the time to do so.
+// Starts the program as it was started for a request that has been seen, and gives it the time to
+// write one again.
 void askInVain(CompanionStage& stage)
 {
-    const HANDLE process = stage.start(forHost(someArguments(stage)));
+    const HANDLE process = stage.start(forHost(stage.gathered().requests.front().arguments));
     stage.waiting().until([&] { return hasEnded(process); });
     stage.giveItTime();
 }
