@@ -2,8 +2,8 @@ meta:
   id: machine_settings
   title: Machine settings, temp\mcsettings-<request id>.txt
 doc: |
-  One line, written by the Companion before the open request with this id, read and deleted by the load. The texts
-  are in the ANSI code page.
+  One line, written by the Companion before the open request with this id, read and deleted by the load. Hosts take
+  each byte of the texts for the character of this number.
 seq:
   - id: id
     type: str
@@ -22,5 +22,5 @@ seq:
   - id: machine
     type: str
     terminator: 0x0a
-    encoding: windows-1252
+    encoding: ISO-8859-1
     doc: The path of the machine definition. Ends in a carriage return; hosts also read a line without it.
