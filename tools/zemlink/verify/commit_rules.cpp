@@ -42,7 +42,7 @@ Sight leavesEmptyFile(CompanionStage& stage)
 
 Sight takesRecord(CompanionStage& stage)
 {
-    HandedCommit& handed = stage.newCommit(42);
+    HandedCommit& handed = stage.newCommit(ownIds + 1);
     if (!stage.handIn(handed))
         return notAppended();
     Sight sight = stage.seeTaken(handed);
@@ -52,7 +52,7 @@ Sight takesRecord(CompanionStage& stage)
 
 Sight takesUnannouncedRecord(CompanionStage& stage)
 {
-    HandedCommit& handed = stage.newCommit(43);
+    HandedCommit& handed = stage.newCommit(ownIds + 2);
     const std::int64_t start = monotonicMs();
     Sight sight = handsIn(stage, handed, false);
     if (handed.isTaken)
@@ -61,7 +61,7 @@ Sight takesUnannouncedRecord(CompanionStage& stage)
 }
 
 // Ids as in the interface: the largest, none, of no request, and others.
-constexpr std::uint32_t idsOfSeveral[] = {1, 0, peer::noZemId, 2147483648, 17};
+constexpr std::uint32_t idsOfSeveral[] = {ownIds + 7, 0, peer::noZemId, 2147483648, ownIds + 8};
 
 // One notice for all, as when the others are lost.
 Sight takesSeveral(CompanionStage& stage)
@@ -101,7 +101,7 @@ Sight waitsForRest(CompanionStage& stage)
 {
     if (auto useless = noRecordYet(stage))
         return *useless;
-    HandedCommit& handed = stage.newCommit(44);
+    HandedCommit& handed = stage.newCommit(ownIds + 3);
     const std::string record = recordOf(handed);
     const size_t half = 8 + handed.file.size(); // the middle of the name
     const size_t before = stage.log().size();
@@ -125,7 +125,7 @@ Sight respectsLock(CompanionStage& stage)
 {
     if (auto useless = noRecordYet(stage))
         return *useless;
-    HandedCommit& handed = stage.newCommit(45);
+    HandedCommit& handed = stage.newCommit(ownIds + 4);
     LockedRecord locked = stage.commitFile().appendLocked(recordOf(handed));
     if (!locked)
         return notAppended();
@@ -148,14 +148,14 @@ Sight findsRecordAfterOthersBytes(CompanionStage& stage)
     const std::string rest = recordOf({L"C:\\somewhere\\a longer name.mcam"}).substr(30);
     if (!stage.commitFile().append(rest))
         return notAppended();
-    return handsIn(stage, stage.newCommit(46));
+    return handsIn(stage, stage.newCommit(ownIds + 5));
 }
 
 Sight readsWhatEarlierHandleWrites(CompanionStage& stage)
 {
     if (auto useless = noRecordYet(stage))
         return *useless;
-    HandedCommit& handed = stage.newCommit(47);
+    HandedCommit& handed = stage.newCommit(ownIds + 6);
     if (!stage.commitFile().appendWithFirstHandle(recordOf(handed)))
         return notAppended();
     stage.announce(handed);

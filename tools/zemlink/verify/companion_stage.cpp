@@ -221,7 +221,7 @@ void CompanionStage::noteReaction(std::int64_t milliseconds)
 
 void CompanionStage::giveItTime()
 {
-    constexpr std::int64_t leastMs = 250;
+    constexpr std::int64_t leastMs = 1000; // more than most programs let pass between two looks
     waiting_.pause(std::max(2 * reactionMs_, leastMs));
 }
 

@@ -21,6 +21,9 @@
 
 namespace zemlink {
 
+// The ids that no part of an installation has begin here; a Companion takes an id for its part's.
+inline constexpr std::uint32_t ownIds = 990'000'000;
+
 // A commit that hosts have handed in.
 struct HandedCommit {
     std::wstring file{};

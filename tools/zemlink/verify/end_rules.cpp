@@ -33,18 +33,18 @@ HandedCommit& newWaiting(CompanionStage& stage, std::uint32_t id)
 // Records that wait because the first of them is locked.
 LockedRecord leaveRecordsWaiting(CompanionStage& stage)
 {
-    const HandedCommit& first = newWaiting(stage, 61);
+    const HandedCommit& first = newWaiting(stage, ownIds + 9);
     LockedRecord locked =
         stage.commitFile().appendLocked(peer::formatCommitRecord({first.id, first.file}));
     stage.announce(first);
-    stage.handIn(newWaiting(stage, 62));
+    stage.handIn(newWaiting(stage, ownIds + 10));
     return locked;
 }
 
 // A host may have found the window just before its process ended.
 void appendLate(CompanionStage& stage)
 {
-    stage.gathered().late = &stage.newCommit(63);
+    stage.gathered().late = &stage.newCommit(ownIds + 11);
     stage.handIn(*stage.gathered().late, false);
     stage.gathered().leftCommitFile = stage.commitFile().path();
 }
@@ -149,7 +149,7 @@ Sight removesFile(CompanionStage& stage)
 
 Sight losesNothing(CompanionStage& stage)
 {
-    HandedCommit& handed = stage.newCommit(64);
+    HandedCommit& handed = stage.newCommit(ownIds + 12);
     const bool isHandedIn = stage.handIn(handed);
     const std::wstring file = stage.commitFile().path();
     stage.closeCommitFile();

@@ -19,8 +19,7 @@ struct Queue {
     std::string notice{};
 };
 
-// Request ids that no test installation has.
-constexpr std::int64_t firstQueueId = 990000001;
+constexpr std::int64_t firstQueueId = ownIds + 101;
 
 Queue newQueue(CompanionStage& stage)
 {
