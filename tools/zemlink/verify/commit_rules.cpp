@@ -168,7 +168,7 @@ Sight takesLongName(CompanionStage& stage)
     std::wstring file = L"C:\\zemlink verify \u00E4\u4E2D\\";
     while (file.size() < 2000)
         file += L"a folder\\";
-    return handsIn(stage, stage.newCommitOf(file + L"part.mcam", 48));
+    return handsIn(stage, stage.newCommitOf(file + L"part.mcam", ownIds + 9));
 }
 
 Sight takesOnce(CompanionStage& stage)
