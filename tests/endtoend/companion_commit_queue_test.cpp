@@ -88,6 +88,7 @@ TEST_F(CommitQueue, stores200ThatArriveWhileItReads)
     constexpr int all = 200;
     for (int number = 1; number <= all; ++number)
         commit(companion, noId, numberedPart(number));
+    ASSERT_TRUE(companion.waitForLog(L"version name", all));
     ASSERT_TRUE(waitForVersion(companion, partName(all), 1));
     expectParts(all);
     EXPECT_EQ(companion.count(L"version name"), static_cast<size_t>(all));
@@ -100,6 +101,7 @@ TEST_F(CommitQueue, stores200VersionsOfOnePart)
     const std::wstring part = makePart(L"a.mcam", "a");
     for (int i = 0; i < 200; ++i)
         commit(companion, 17, part);
+    ASSERT_TRUE(companion.waitForLog(L"version name", 200));
     ASSERT_TRUE(waitForVersion(companion, L"bracket", 201));
     EXPECT_EQ(companion.count(L"version name"), 200u);
     EXPECT_EQ(libraryBytes(L"bracket\\v201.mcam"), "a");

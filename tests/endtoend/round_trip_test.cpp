@@ -64,12 +64,13 @@ TEST_F(RoundTrip, losesNoneOf200Commits)
     const HostProgram host(installation, "set geo_filename " + toUtf8(part) + '\n' + saves(100) +
                                              "wait-for m_notify(37) 60000\n" + saves(100) +
                                              "quit\n");
-    ASSERT_TRUE(waitUntil([&] { return count(host.trace(), L"ui m_save(0) -> 0") == 100; }));
+    ASSERT_TRUE(host.waitForTrace(L"ui m_save(0) -> 0", 100));
     const HostProgram other(installation,
                             "set geo_filename " + toUtf8(otherPart) + '\n' + saves(10) + "quit\n",
                             L"other");
     EXPECT_EQ(other.process().waitForExit(), 0u);
     host.sendEvent(37);
+    ASSERT_TRUE(host.waitForTrace(L"ui m_save(0) -> 0", 200));
     EXPECT_EQ(host.process().waitForExit(), 0u);
     ASSERT_TRUE(companion.waitForLog(L"version name=", 210));
 

@@ -134,13 +134,14 @@ TEST_F(SaveInHost, commits200TimesBetweenTwoHosts)
     const std::string hundred = repeated("call m_save 0\n", 100);
     const HostProgram host(installation, "set geo_filename " + part + '\n' + hundred +
                                              "wait-for m_notify(37) 60000\n" + hundred + "quit\n");
-    ASSERT_TRUE(waitUntil([&] { return count(host.trace(), commandLine) == 100; }));
+    ASSERT_TRUE(host.waitForTrace(commandLine, 100));
     const HostProgram other(installation,
                             "set geo_filename " + otherPart + '\n' +
                                 repeated("call m_save 0\n", 10) + "quit\n",
                             L"other");
     EXPECT_EQ(other.process().waitForExit(), 0u);
     EXPECT_TRUE(host.sendEvent(37));
+    ASSERT_TRUE(host.waitForTrace(commandLine, 200));
     EXPECT_EQ(host.process().waitForExit(), 0u);
 
     Lines expected(210, fromUtf8(part));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/bytes.h"
+#include "support/file_tail.h"
 #include "support/installation.h"
 #include "support/processes.h"
 #include "support/windows.h"
@@ -60,10 +61,11 @@ public:
     // The number of log lines that contain the text.
     size_t count(const std::wstring& text) const { return testing_support::count(log(), text); }
 
-    // Waits until this many log lines contain the text; false on timeout.
+    // Waits until this many log lines contain the text; false once no further one has come for the
+    // timeout.
     bool waitForLog(const std::wstring& text, size_t times = 1) const
     {
-        return waitUntil([&] { return count(text) >= times; });
+        return waitForLines(installation_.path(L"sys\\companion.log"), text, times);
     }
 
     // The last log line that contains the text; empty if there is none.

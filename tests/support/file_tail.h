@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/bytes.h"
+#include "support/waiting.h"
 
 #include <filesystem>
 #include <fstream>
@@ -29,5 +30,14 @@ private:
     std::wstring path_;
     std::int64_t offset_ = 0;
 };
+
+// Waits until so many lines of the file contain the text; false once no further one has come for
+// the timeout.
+inline bool waitForLines(const std::wstring& path, const std::wstring& text, size_t times)
+{
+    FileTail file(path);
+    size_t found = 0;
+    return waitForCount(times, [&] { return found += count(file.newLines(), text); });
+}
 
 } // namespace testing_support

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/bytes.h"
+#include "support/file_tail.h"
 #include "support/installation.h"
 #include "support/processes.h"
 #include "support/windows.h"
@@ -33,10 +34,11 @@ public:
     std::wstring commandFile() const { return installation_.commandFile(process_.id()); }
 
     Lines trace() const { return linesOf(fromUtf8(readBytes(tracePath_).value_or(""))); }
-    // Waits until a line of the trace contains the text; false on timeout.
-    bool waitForTrace(const std::wstring& text) const
+    // Waits until this many lines of the trace contain the text; false once no further one has come
+    // for the timeout.
+    bool waitForTrace(const std::wstring& text, size_t times = 1) const
     {
-        return waitUntil([&] { return count(trace(), text) > 0; });
+        return waitForLines(tracePath_, text, times);
     }
     // Waits until the command file exists, that is, until the add-in is open; false on timeout.
     bool waitForCommandFile() const

@@ -38,4 +38,15 @@ inline bool waitUntil(const std::function<bool()>& condition, unsigned milliseco
     }
 }
 
+// Waits until the count is reached; false once it has not grown for the timeout.
+inline bool waitForCount(size_t expected, const std::function<size_t()>& count)
+{
+    for (size_t reached = 0; reached < expected;) {
+        const size_t before = reached;
+        if (!waitUntil([&] { return (reached = count()) > before; }))
+            return false;
+    }
+    return true;
+}
+
 } // namespace testing_support

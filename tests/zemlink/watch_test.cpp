@@ -206,7 +206,7 @@ TEST_F(ZemlinkWatch, disturbsNoRequest)
         ASSERT_EQ(companion.run(L"--new-file --id " + std::to_wstring(i)), carriedOut);
     ASSERT_TRUE(companion.waitForLog(L"taken ", requests));
     EXPECT_EQ(companion.count(L"lost "), 0u);
-    EXPECT_TRUE(waitUntil([&] { return count(host.trace(), L"OnFileNew") == requests; }));
+    EXPECT_TRUE(host.waitForTrace(L"OnFileNew", requests));
     EXPECT_TRUE(waitForEvents(run, "request-taken", requests));
     // On a busy computer a request may be shown without content, or twice.
     size_t lastId = 0;
