@@ -3,9 +3,12 @@
 #include "peer/command_file.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
+#include "peer/handle.h"
 #include "peer/machine_settings.h"
+#include "peer/numbers.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
+#include "tools/zemlink/verify/program_job.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -25,13 +28,36 @@ std::wstring usersTemporaryFolder()
     return path;
 }
 
+constexpr std::wstring_view folderStart = L"zemlink verify "; // the process follows
+
+bool isNoProcess(std::int64_t process)
+{
+    const peer::OwnHandle handle(OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process)));
+    return handle ? hasEnded(handle.get()) : GetLastError() == ERROR_INVALID_PARAMETER;
+}
+
+// Those of verifications that were killed, also of one with the id of this process.
+void removeLeftFolders(const std::wstring& place)
+{
+    std::error_code error;
+    for (const auto& each : std::filesystem::directory_iterator(place, error)) {
+        const std::wstring name = each.path().filename().native();
+        const auto process = name.starts_with(folderStart)
+                                 ? peer::parsePrintedNumber(
+                                       peer::toUtf8(name.substr(folderStart.size())), 1, MAXDWORD)
+                                 : std::nullopt;
+        if (process && (*process == GetCurrentProcessId() || isNoProcess(*process)))
+            std::filesystem::remove_all(each.path(), error);
+    }
+}
+
 } // namespace
 
 TemporaryFolder::TemporaryFolder()
-    : path_(usersTemporaryFolder() + L"zemlink verify " + std::to_wstring(GetCurrentProcessId()))
+    : path_(usersTemporaryFolder() + std::wstring(folderStart) +
+            std::to_wstring(GetCurrentProcessId()))
 {
-    std::error_code error;
-    std::filesystem::remove_all(path_, error); // of a killed process with the same id
+    removeLeftFolders(usersTemporaryFolder());
     if (!CreateDirectoryW(path_.c_str(), nullptr))
         throw std::runtime_error(peer::toUtf8(path_) + " cannot be created");
 }
