@@ -2,7 +2,7 @@
 # ctest, ALL_TESTS its choice when no tests are named. A script that uses it calls `test_inside ARGS` when its
 # first argument is --inside.
 
-desktops=6
+desktops=8
 logs=$project/build/$preset
 TEST_OPTIONS=()
 ALL_TESTS=(--label-exclude alone) # see add_test_program
