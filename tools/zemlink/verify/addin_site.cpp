@@ -3,12 +3,10 @@
 #include "peer/command_file.h"
 #include "peer/exchange_paths.h"
 #include "peer/files.h"
-#include "peer/handle.h"
 #include "peer/machine_settings.h"
 #include "peer/numbers.h"
 #include "peer/text.h"
 #include "peer/wire_constants.h"
-#include "tools/zemlink/verify/program_job.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -30,25 +28,19 @@ std::wstring usersTemporaryFolder()
 
 constexpr std::wstring_view folderStart = L"zemlink verify "; // the process follows
 
-bool isNoProcess(std::int64_t process)
+bool isOfVerification(const std::wstring& name)
 {
-    const peer::OwnHandle handle(OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process)));
-    return handle ? hasEnded(handle.get()) : GetLastError() == ERROR_INVALID_PARAMETER;
+    return name.starts_with(folderStart) &&
+           peer::parsePrintedNumber(peer::toUtf8(name.substr(folderStart.size())), 1, MAXDWORD);
 }
 
-// Those of verifications that were killed, also of one with the id of this process.
-void removeLeftFolders(const std::wstring& place)
+// Those of verifications that were killed: no other one is running.
+void removeLeftFolders(const std::wstring& own)
 {
     std::error_code error;
-    for (const auto& each : std::filesystem::directory_iterator(place, error)) {
-        const std::wstring name = each.path().filename().native();
-        const auto process = name.starts_with(folderStart)
-                                 ? peer::parsePrintedNumber(
-                                       peer::toUtf8(name.substr(folderStart.size())), 1, MAXDWORD)
-                                 : std::nullopt;
-        if (process && (*process == GetCurrentProcessId() || isNoProcess(*process)))
+    for (const auto& each : std::filesystem::directory_iterator(usersTemporaryFolder(), error))
+        if (isOfVerification(each.path().filename().native()) && each.path() != own)
             std::filesystem::remove_all(each.path(), error);
-    }
 }
 
 } // namespace
@@ -57,7 +49,8 @@ TemporaryFolder::TemporaryFolder()
     : path_(usersTemporaryFolder() + std::wstring(folderStart) +
             std::to_wstring(GetCurrentProcessId()))
 {
-    removeLeftFolders(usersTemporaryFolder());
+    std::error_code error;
+    std::filesystem::remove_all(path_, error); // of a killed process with the same id
     if (!CreateDirectoryW(path_.c_str(), nullptr))
         throw std::runtime_error(peer::toUtf8(path_) + " cannot be created");
 }
@@ -78,6 +71,7 @@ TemporaryFolder::~TemporaryFolder()
 
 AddInSite::AddInSite() : folder_(temporary_.path() + L"\\zem"), registered_(folder_)
 {
+    removeLeftFolders(temporary_.path());
     for (const std::wstring& each : {inside(L""), outside(L""), folder_ + L"\\nc"})
         CreateDirectoryW(each.c_str(), nullptr);
 }
