@@ -181,7 +181,7 @@ TEST_F(ZemlinkDoctor, findsAListenerThatHasEnded)
 {
     installation.installCompanion(programFolder() + L"TORVA-ZEM.exe");
     const HostProgram host(installation, "");
-    ASSERT_TRUE(host.waitForCommandFile());
+    ASSERT_TRUE(host.waitForTrace(L"ui m_open(0) -> ")); // the listener's thread has started
     const std::vector<peer::OwnHandle> threads = threadsOf(host.process().id());
     ASSERT_TRUE(writeRequest(host.commandFile(), std::string(65537, 'x')));
     EXPECT_TRUE(waitForProblems({"1", "command-file-too-long"}));
