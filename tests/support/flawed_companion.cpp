@@ -133,13 +133,14 @@ BOOL WINAPI unlockEverythingLate(HANDLE file, DWORD reserved, DWORD, DWORD, OVER
     return unlockFile(file, reserved, everythingLow, everythingHigh, &start);
 }
 
-// Once, when everything in it has been taken.
+// Once, when everything in it has been taken. The size is read last: a record that comes after it
+// is lost, which would break other rules.
 void emptyCommitFile(const std::wstring& path)
 {
     static bool isDone = false;
-    const std::wstring bookmark = path.substr(0, path.rfind(L'.')) + peer::bookmarkEnd;
-    const std::string taken = "taken " + std::to_string(peer::fileSize(path)) + '\n';
-    if (isDone || peer::fileSize(path) == 0 || peer::readFile(bookmark) != taken)
+    const auto taken = peer::readFile(path.substr(0, path.rfind(L'.')) + peer::bookmarkEnd);
+    const auto size = peer::fileSize(path);
+    if (isDone || size == 0 || taken != "taken " + std::to_string(size) + '\n')
         return;
     isDone = true;
     peer::writeFile(path, "");
