@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <winsock2.h>
 
 using namespace testing_support;
@@ -133,29 +134,47 @@ BOOL WINAPI unlockEverythingLate(HANDLE file, DWORD reserved, DWORD, DWORD, OVER
     return unlockFile(file, reserved, everythingLow, everythingHigh, &start);
 }
 
-// Once, when everything in it has been taken. The size is read last: a record that comes after it
-// is lost, which would break other rules.
-void emptyCommitFile(const std::wstring& path)
+// No host appends before the log tells of its first commit. Until then the file is emptied, and
+// found empty: otherwise the Companion would take the next record for the one that it has read.
+std::wstring logPath;
+std::string firstCommit; // the line of the log, as long as it is withheld
+bool isEmptied = false;
+
+bool isHostsCommit(std::string_view logged)
 {
-    static bool isDone = false;
-    const auto taken = peer::readFile(path.substr(0, path.rfind(L'.')) + peer::bookmarkEnd);
-    const auto size = peer::fileSize(path);
-    if (isDone || size == 0 || taken != "taken " + std::to_string(size) + '\n')
-        return;
-    isDone = true;
-    peer::writeFile(path, "");
+    return logged.find(" commit ") != logged.npos && logged.find(" from=") != logged.npos;
+}
+
+BOOL WINAPI withholdFirstCommit(HANDLE file, const void* bytes, DWORD size, DWORD* written,
+                                OVERLAPPED* place)
+{
+    const std::string_view line(static_cast<const char*>(bytes), size);
+    if (isEmptied || !isHostsCommit(line) || !firstCommit.empty() ||
+        isHostsCommit(peer::readFile(pathOf(file)).value_or("")))
+        return writeFile(file, bytes, size, written, place);
+    logPath = pathOf(file);
+    firstCommit = line;
+    *written = size;
+    return TRUE;
+}
+
+void emptyOnceTaken(const std::wstring& path)
+{
+    const auto bookmark = peer::readFile(path.substr(0, path.rfind(L'.')) + peer::bookmarkEnd);
+    isEmptied = bookmark == "taken " + std::to_string(peer::fileSize(path)) + '\n' &&
+                peer::writeFile(path, "");
 }
 
 HANDLE WINAPI openEmptiedCommitFile(const wchar_t* path, DWORD access, DWORD share,
                                     SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags,
                                     HANDLE model)
 {
-    static bool isInside = false; // by what empties it
-    if (!isInside && isNamed(path, peer::commitFileStart) &&
+    if (!firstCommit.empty() && isNamed(path, peer::commitFileStart) &&
         std::wstring_view(path).ends_with(peer::dataEnd) && access == GENERIC_READ) {
-        isInside = true;
-        emptyCommitFile(path);
-        isInside = false;
+        if (isEmptied)
+            peer::appendToFile(logPath, std::exchange(firstCommit, {}));
+        else
+            emptyOnceTaken(path);
     }
     return createFile(path, access, share, security, disposition, flags, model);
 }
@@ -337,7 +356,11 @@ constexpr Flaw flaws[] = {
          REDIRECT(LockFileEx, lockEverything);
          REDIRECT(UnlockFileEx, unlockEverythingLate);
      }},
-    {"empties-commit-file", [] { REDIRECT(CreateFileW, openEmptiedCommitFile); }},
+    {"empties-commit-file",
+     [] {
+         REDIRECT(WriteFile, withholdFirstCommit);
+         REDIRECT(CreateFileW, openEmptiedCommitFile);
+     }},
     {"forgets", [] { REDIRECT(MoveFileExW, forgetBookmark); }},
     {"ignores-left-commits", [] { REDIRECT(FindFirstFileW, findNoCommitFiles); }},
     {"loses-pieces", [] { REDIRECT_IN(L"ws2_32.dll", recv, receiveOnlyLines); }},

@@ -3,16 +3,16 @@
 #include "support/companion_double.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
+#include "tools/zemlink/reports/report.h"
 #include "zemlink/tool_run.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 #include <sddl.h>
 #include <tlhelp32.h>
 
 using namespace testing_support;
-using Json = nlohmann::json;
+using zemlink::Report;
 
 namespace {
 
@@ -23,8 +23,8 @@ protected:
     {
         const ToolResult result = runTool(installation, L"doctor --json");
         std::vector<std::string> names{std::to_string(result.exitCode)};
-        const Json report = Json::parse(result.output, nullptr, false);
-        for (const Json& problem : report.value("problems", Json::array()))
+        const Report report = Report::parse(result.output, nullptr, false);
+        for (const Report& problem : report.value("problems", Report::array()))
             names.push_back(problem.value("name", ""));
         return names;
     }
@@ -33,9 +33,9 @@ protected:
     {
         return waitUntil([&] { return problems() == expected; });
     }
-    Json status() const
+    Report status() const
     {
-        return Json::parse(runTool(installation, L"status --json").output, nullptr, false);
+        return Report::parse(runTool(installation, L"status --json").output, nullptr, false);
     }
 
     Installation installation{Registry::ofTheUser};
@@ -77,25 +77,25 @@ TEST_F(ZemlinkDoctor, findsNoProblemInARealSetup)
     ASSERT_TRUE(waitUntil([&] { return host.window() != nullptr; }) && host.waitForCommandFile());
     EXPECT_EQ(runTool(installation, L"doctor").output, "problems: none\n");
     EXPECT_EQ(problems(), Names{"0"});
-    const Json report = status();
-    EXPECT_EQ(report["installation"], (Json{{"folder", toUtf8(installation.root())},
-                                            {"from", "registry value"},
-                                            {"exists", true}}));
-    EXPECT_EQ(report["companion"], (Json{{"running", true},
-                                         {"window", "TORVA ZEM"},
-                                         {"process", companion.process().id()},
-                                         {"program", toUtf8(installation.path(L"TORVA-ZEM.exe"))},
-                                         {"version", report["zemlink"]}}));
+    const Report report = status();
+    EXPECT_EQ(report["installation"], (Report{{"folder", toUtf8(installation.root())},
+                                              {"from", "registry value"},
+                                              {"exists", true}}));
+    EXPECT_EQ(report["companion"], (Report{{"running", true},
+                                           {"window", "TORVA ZEM"},
+                                           {"process", companion.process().id()},
+                                           {"program", toUtf8(installation.path(L"TORVA-ZEM.exe"))},
+                                           {"version", report["zemlink"]}}));
     ASSERT_EQ(report["hosts"].size(), 1u);
     EXPECT_EQ(report["hosts"][0]["process"], host.process().id());
     EXPECT_EQ(report["hosts"][0]["answers"], true);
     EXPECT_EQ(report["hosts"][0]["program"], toUtf8(programFolder() + L"Mastercam.exe"));
     EXPECT_EQ(report["hosts"][0]["version"], report["zemlink"]);
     EXPECT_EQ(report["hosts"][0]["addIn"],
-              (Json{{"path", toUtf8(programFolder() + L"torvapdm.dll")},
-                    {"version", report["zemlink"]}}));
+              (Report{{"path", toUtf8(programFolder() + L"torvapdm.dll")},
+                      {"version", report["zemlink"]}}));
     EXPECT_EQ(report["hosts"][0]["commandFile"],
-              (Json{{"path", toUtf8(host.commandFile())}, {"bytes", 0}}));
+              (Report{{"path", toUtf8(host.commandFile())}, {"bytes", 0}}));
     EXPECT_EQ(report["port"]["number"], 4559);
     EXPECT_TRUE(waitUntil([&] { return status()["port"]["answers"] == true; }));
 }
@@ -116,15 +116,15 @@ TEST_F(ZemlinkDoctor, leavesNoEventInTheCompanion)
 TEST_F(ZemlinkStatus, showsThatNothingRuns)
 {
     writeBytes(installation.path(L"cfg\\settings.ini"), "AlwaysSaveTools=y\n");
-    const Json report = status();
-    EXPECT_EQ(report["settings"], (Json{{"file", true},
-                                        {"UseFtpServer", false},
-                                        {"AlwaysSaveTools", true},
-                                        {"MCXCATIA", false},
-                                        {"MCXIMPORTNC", true}}));
-    EXPECT_EQ(report["companion"], (Json{{"running", false}, {"window", nullptr}}));
-    EXPECT_EQ(report["hosts"], Json::array());
-    EXPECT_EQ(report["commitsWaiting"], Json::array());
+    const Report report = status();
+    EXPECT_EQ(report["settings"], (Report{{"file", true},
+                                          {"UseFtpServer", false},
+                                          {"AlwaysSaveTools", true},
+                                          {"MCXCATIA", false},
+                                          {"MCXIMPORTNC", true}}));
+    EXPECT_EQ(report["companion"], (Report{{"running", false}, {"window", nullptr}}));
+    EXPECT_EQ(report["hosts"], Report::array());
+    EXPECT_EQ(report["commitsWaiting"], Report::array());
     EXPECT_EQ(report["port"]["answers"], false);
 }
 
@@ -202,7 +202,8 @@ TEST_F(ZemlinkDoctor, findsAnAddInOfAnotherVersion)
     const HostProgram host(installation, "", L"host", programFolder() + L"Mastercam.exe", copy);
     ASSERT_TRUE(host.waitForCommandFile());
     ASSERT_TRUE(waitForProblems({"1", "add-in-version"}));
-    EXPECT_EQ(status()["hosts"][0]["addIn"], (Json{{"path", toUtf8(copy)}, {"version", "1.9.0"}}));
+    EXPECT_EQ(status()["hosts"][0]["addIn"],
+              (Report{{"path", toUtf8(copy)}, {"version", "1.9.0"}}));
 }
 
 TEST_F(ZemlinkDoctor, findsACompanionOfAnotherFolder)

@@ -4,10 +4,10 @@
 #include "support/host_program.h"
 #include "support/sockets.h"
 #include "tools/zemlink/command_options.h"
+#include "tools/zemlink/reports/report.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 #include <set>
 
 using namespace testing_support;
@@ -19,8 +19,8 @@ class ZemlinkJson : public ::testing::Test {
 protected:
     void write(const std::string& name, const std::string& output)
     {
-        EXPECT_FALSE(nlohmann::json::parse(output, nullptr, false).is_discarded()) << name << '\n'
-                                                                                   << output;
+        EXPECT_FALSE(zemlink::Report::parse(output, nullptr, false).is_discarded()) << name << '\n'
+                                                                                    << output;
         if (const wchar_t* folder = _wgetenv(L"ZEMLINK_OUTPUTS"))
             writeBytes(folder + (L'\\' + fromUtf8(name)) + L".json", output);
     }

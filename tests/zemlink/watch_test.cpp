@@ -3,15 +3,15 @@
 #include "support/companion_double.h"
 #include "support/host_program.h"
 #include "support/sockets.h"
+#include "tools/zemlink/reports/report.h"
 #include "zemlink/announced_host.h"
 #include "zemlink/own_console.h"
 #include "zemlink/tool_run.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 using namespace testing_support;
-using Json = nlohmann::json;
+using zemlink::Report;
 using Words = std::vector<std::string>;
 
 namespace {
@@ -19,13 +19,13 @@ namespace {
 class ZemlinkWatch : public CommitFixture {
 protected:
     // Whole lines so far; the first ones are not events.
-    static std::vector<Json> eventsIn(const ToolRun& run)
+    static std::vector<Report> eventsIn(const ToolRun& run)
     {
-        std::vector<Json> events;
+        std::vector<Report> events;
         const std::string output = run.output();
         for (size_t start = 0, end; (end = output.find('\n', start)) != output.npos;
              start = end + 1) {
-            const Json line = Json::parse(output.substr(start, end - start), nullptr, false);
+            const Report line = Report::parse(output.substr(start, end - start), nullptr, false);
             if (line.contains("event"))
                 events.push_back(line);
         }
@@ -34,7 +34,7 @@ protected:
     static Words wordsIn(const ToolRun& run)
     {
         Words words;
-        for (const Json& event : eventsIn(run))
+        for (const Report& event : eventsIn(run))
             words.push_back(event["event"]);
         return words;
     }
@@ -92,19 +92,19 @@ TEST_F(ZemlinkWatch, showsASessionInItsOrder)
                "load-step", "load-step", "load-step", "load-step", "commit-written", "commit-taken",
                "host-ended", "companion-ended"}));
     const std::string file = toUtf8(installation.path(L"work\\bracket.mcam"));
-    for (const Json& event : eventsIn(run)) {
+    for (const Report& event : eventsIn(run)) {
         const std::string word = event["event"];
         EXPECT_FALSE(event.contains("presentAtStart")) << event;
         if (word == "companion-started")
             EXPECT_EQ(event["process"], companion.process().id());
         if (word == "request-written" || word == "request-taken") {
             EXPECT_EQ(event["process"], host.process().id());
-            EXPECT_EQ(event["meaning"], (Json{{"request", "open"}, {"id", 17}, {"path", file}}));
+            EXPECT_EQ(event["meaning"], (Report{{"request", "open"}, {"id", 17}, {"path", file}}));
         } else if (word == "commit-written" || word == "commit-taken") {
             EXPECT_EQ(event["process"], companion.process().id());
-            EXPECT_EQ(event["meaning"], (Json{{"id", 17}, {"file", file}}));
+            EXPECT_EQ(event["meaning"], (Report{{"id", 17}, {"file", file}}));
         } else if (word == "notice") {
-            EXPECT_EQ(event["meaning"], (Json{{"notice", "commit"}, {"id", 17}, {"file", file}}));
+            EXPECT_EQ(event["meaning"], (Report{{"notice", "commit"}, {"id", 17}, {"file", file}}));
         } else if (word == "load-step") {
             EXPECT_EQ(event["process"], host.process().id());
         }
@@ -124,7 +124,7 @@ TEST_F(ZemlinkWatch, showsAPictureBeforeItsCommit)
     EXPECT_EQ(run.waitForExit(), 0u);
     ASSERT_EQ(wordsIn(run), (Words{"picture-written", "commit-written"}));
     EXPECT_EQ(eventsIn(run)[0]["meaning"]["bitsPerPixel"], 24);
-    EXPECT_EQ(eventsIn(run)[1]["meaning"], (Json{{"id", 0}, {"file", toUtf8(part)}}));
+    EXPECT_EQ(eventsIn(run)[1]["meaning"], (Report{{"id", 0}, {"file", toUtf8(part)}}));
 }
 
 TEST_F(ZemlinkWatch, showsTheQueueOfTheAddIn)
@@ -142,7 +142,7 @@ TEST_F(ZemlinkWatch, showsTheQueueOfTheAddIn)
                                              "\ncall importNCqueue\n");
     EXPECT_EQ(run.waitForExit(), 0u);
     ASSERT_EQ(wordsIn(run), (Words{"nc-queue-written"}));
-    const Json event = eventsIn(run)[0];
+    const Report event = eventsIn(run)[0];
     EXPECT_EQ(event["file"], toUtf8(installation.path(L"temp\\ncqueue-0.txt")));
     EXPECT_EQ(event["meaning"]["programs"][0]["group"], "Mill");
 }
@@ -176,7 +176,7 @@ TEST_F(ZemlinkWatch, marksWhatIsPresentAtTheStart)
     EXPECT_EQ(run.waitForExit(), 0u);
     EXPECT_EQ(wordsIn(run), (Words{"host-started", "machine-settings-written", "request-written",
                                    "commit-written"}));
-    for (const Json& event : eventsIn(run))
+    for (const Report& event : eventsIn(run))
         EXPECT_EQ(event.value("presentAtStart", false), true) << event;
     EXPECT_EQ(readBytes(file), "CHECKIN a.mcam");
 }
@@ -191,7 +191,8 @@ TEST_F(ZemlinkWatch, reportsAWaitingRequestTakenLater)
     EXPECT_EQ(countIn(run, "request-taken"), 0u);
     writeBytes(file, "");
     ASSERT_TRUE(waitForEvents(run, "request-taken"));
-    EXPECT_EQ(eventsIn(run).back()["meaning"], (Json{{"request", "check-in"}, {"name", "a.mcam"}}));
+    EXPECT_EQ(eventsIn(run).back()["meaning"],
+              (Report{{"request", "check-in"}, {"name", "a.mcam"}}));
 }
 
 TEST_F(ZemlinkWatch, disturbsNoRequest)
@@ -210,7 +211,7 @@ TEST_F(ZemlinkWatch, disturbsNoRequest)
     EXPECT_TRUE(waitForEvents(run, "request-taken", requests));
     // On a busy computer a request may be shown without content, or twice.
     size_t lastId = 0;
-    for (const Json& event : eventsIn(run)) {
+    for (const Report& event : eventsIn(run)) {
         if (event["event"] == "request-written" && event.contains("meaning")) {
             EXPECT_GE(event["meaning"]["id"].get<size_t>(), lastId);
             lastId = event["meaning"]["id"];
