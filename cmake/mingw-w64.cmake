@@ -11,4 +11,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 
+# LLVM's where they are installed: GNU's take seconds for an object with many sections.
+find_program(CMAKE_AR NAMES llvm-ar-19 x86_64-w64-mingw32-ar)
+find_program(CMAKE_RANLIB NAMES llvm-ranlib-19 x86_64-w64-mingw32-ranlib)
+
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../script/lib/start_in_wine)

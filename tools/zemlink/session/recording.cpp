@@ -57,8 +57,7 @@ std::string indexText(Report index)
 
 constexpr int deepestIndex = 32;                    // nested values; a report has fewer
 constexpr size_t mostIndexValues = size_t{2} << 20; // an index of the largest size has fewer
-constexpr size_t longestPath = 32767;
-constexpr const char* isDamaged = "its index is damaged";
+constexpr const char* damagedIndex = "its index is damaged";
 constexpr const char* isTooLarge = "its index is too large";
 
 using Entries = std::map<std::string, std::string>;
@@ -102,7 +101,7 @@ void checkIndex(std::string_view text)
         depth += c == '{' || c == '[' ? 1 : c == '}' || c == ']' ? -1 : 0;
         values += c == '{' || c == '[' || c == ',' ? 1 : 0;
         if (depth > deepestIndex)
-            throw std::runtime_error(isDamaged);
+            throw std::runtime_error(damagedIndex);
     }
     if (values > mostIndexValues)
         throw std::runtime_error(isTooLarge);
@@ -112,7 +111,7 @@ std::int64_t timeOfEvent(const Report& report)
 {
     const auto time = report.at("at").get<std::int64_t>();
     if (time < 0 || time > longestRecordingMs)
-        throw std::runtime_error(isDamaged);
+        throw std::runtime_error(damagedIndex);
     return time;
 }
 
@@ -139,7 +138,7 @@ Recording recordingOf(const Report& index, Entries& entries)
     Recording recording;
     recording.folder = peer::fromUtf8(index.at("folder").get<std::string>());
     if (!startedAt || recording.folder.empty() || recording.folder.size() > longestPath)
-        throw std::runtime_error(isDamaged);
+        throw std::runtime_error(damagedIndex);
     recording.startedAt = *startedAt;
     recording.isRedacted = index.at("redacted").get<bool>();
     recording.isFinished = index.at("finished").get<bool>();
@@ -183,7 +182,7 @@ Recording parseRecording(std::string_view bytes)
         checkIndex(index);
         return recordingOf(Report::parse(index), entries);
     } catch (const Report::exception&) {
-        throw std::runtime_error(isDamaged);
+        throw std::runtime_error(damagedIndex);
     }
 }
 

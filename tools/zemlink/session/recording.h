@@ -23,6 +23,8 @@
 
 namespace zemlink {
 
+inline constexpr size_t longestPath = 32767; // of Windows, in UTF-16 units
+
 struct Recording { // NOLINT(bugprone-exception-escape) // the JSON library's move throws nothing
     std::int64_t startedAt = 0; // milliseconds since 1970, UTC
     bool isRedacted = false;

@@ -1,5 +1,7 @@
 #include "tools/zemlink/session/running_recording.h"
 
+#include "tools/zemlink/session/recording.h"
+
 #include <cwchar>
 #include <stdexcept>
 
@@ -7,7 +9,6 @@ namespace zemlink {
 namespace {
 
 constexpr const wchar_t* mappingName = L"Local\\torvapdm-zemlink-recording";
-constexpr size_t longestPath = 32767;
 constexpr DWORD mappingBytes = (longestPath + 1) * sizeof(wchar_t);
 
 struct ViewCloser {
