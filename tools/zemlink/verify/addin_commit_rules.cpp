@@ -91,15 +91,14 @@ Sight judgeLock(const CommitsSeen& seen)
         return notSeen(seen.cut);
     if (seen.locks.isWholeRecord())
         return {};
-    constexpr size_t fewestCommits = 40; // of a correct add-in, some of these are seen
-    if (seen.watchedCommits < fewestCommits)
+    if (seen.locks.tries < LockWatch::enoughTries)
         return notSeen("there were too few commits to watch");
     const std::string where = seen.locks.atFirstByte ? "the last byte of a record was never locked"
                               : seen.locks.atLastByte
                                   ? "the first byte of a record was never locked"
                                   : "no byte of a record was ever locked";
-    return broken(where + " during " + std::to_string(seen.watchedCommits) + " commits and " +
-                  std::to_string(seen.locks.tries) + " tries");
+    return broken(where + " in " + std::to_string(seen.locks.tries) + " tries during " +
+                  std::to_string(seen.watchedCommits) + " commits");
 }
 
 Sight judgeLockBefore(const CommitsSeen& seen)

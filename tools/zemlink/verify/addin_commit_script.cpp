@@ -8,8 +8,8 @@ namespace {
 
 // Usually a few are enough, but on a busy machine few of the locks are seen. They are quick without
 // a picture.
-constexpr int watchedSaves = 400;
-constexpr char withoutPictures[] = "fail screen_to_bitmap_file 1000\n";
+constexpr int watchedSaves = 4000;
+constexpr char withoutPictures[] = "fail screen_to_bitmap_file 10000\n";
 
 std::string endOf(CommitStep step)
 {

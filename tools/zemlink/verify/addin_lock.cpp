@@ -2,8 +2,14 @@
 
 #include "peer/handle.h"
 
+#include <utility>
+
 namespace zemlink {
 namespace {
+
+// Of those between two records: more say nothing when the other program or this thread gets no
+// processor time.
+constexpr size_t triesThatCount = 100;
 
 OVERLAPPED placeOf(std::uint64_t offset)
 {
@@ -45,6 +51,15 @@ LocksSeen LockWatch::end()
 
 // The file only grows: a byte before its end is never part of a record that is still to come. One
 // byte is tried at a time, because a lock lasts no longer than a few tries.
+bool LockWatch::seesLock(HANDLE file, std::uint64_t end, std::uint32_t recordBytes)
+{
+    bool& isSeen = seen_.atFirstByte ? seen_.atLastByte : seen_.atFirstByte;
+    isSeen = isLockedByOther(file, seen_.atFirstByte ? end + recordBytes - 1 : end);
+    if (isSeen && end != 0)
+        seen_.before = isLockedByOther(file, end - 1) || seen_.before;
+    return isSeen;
+}
+
 void LockWatch::watch(const std::wstring& file, std::uint32_t recordBytes)
 {
     const peer::OwnHandle opened =
@@ -53,14 +68,16 @@ void LockWatch::watch(const std::wstring& file, std::uint32_t recordBytes)
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_HIGHEST); // to hold each lock briefly
     LARGE_INTEGER size{};
+    std::int64_t lastSize = opened && GetFileSizeEx(opened.get(), &size) ? size.QuadPart : 0;
+    size_t triesHere = triesThatCount; // none counts before the first record
     while (opened && !isDone_ && GetFileSizeEx(opened.get(), &size)) {
-        const auto end = static_cast<std::uint64_t>(size.QuadPart);
-        bool& isSeen = seen_.atFirstByte ? seen_.atLastByte : seen_.atFirstByte;
-        isSeen = isLockedByOther(opened.get(), seen_.atFirstByte ? end + recordBytes - 1 : end);
-        if (isSeen && end != 0)
-            seen_.before = isLockedByOther(opened.get(), end - 1) || seen_.before;
-        ++seen_.tries;
-        isDone_ = isDone_ || seen_.isWholeRecord();
+        if (std::exchange(lastSize, size.QuadPart) != size.QuadPart)
+            triesHere = 0;
+        if (seesLock(opened.get(), static_cast<std::uint64_t>(size.QuadPart), recordBytes))
+            seen_.tries = 0;
+        else if (triesHere++ < triesThatCount)
+            ++seen_.tries;
+        isDone_ = isDone_ || seen_.isWholeRecord() || seen_.tries >= enoughTries;
     }
 }
 
