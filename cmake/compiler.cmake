@@ -27,7 +27,7 @@ if(MINGW)
   # GCC 12 otherwise keeps a value in a register that its own copy of an inline function does not change,
   # while the linker may choose another object's copy, which does.
   add_compile_options(-fno-ipa-ra)
-  # Looks for memory to free only in a unit that takes more than this many kilobytes, which none does.
+  # GCC looks for memory to free only in a unit that takes more than this many kilobytes, which none does.
   add_compile_options("SHELL:--param ggc-min-heapsize=1000000")
 endif()
 

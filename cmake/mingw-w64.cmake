@@ -11,7 +11,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 
-# LLVM's where they are installed: GNU's take seconds for an object with many sections.
+# LLVM's archiver where it is installed: GNU's takes seconds for an object with many sections.
 find_program(CMAKE_AR NAMES llvm-ar-19 x86_64-w64-mingw32-ar)
 find_program(CMAKE_RANLIB NAMES llvm-ranlib-19 x86_64-w64-mingw32-ranlib)
 

@@ -134,8 +134,9 @@ BOOL WINAPI unlockEverythingLate(HANDLE file, DWORD reserved, DWORD, DWORD, OVER
     return unlockFile(file, reserved, everythingLow, everythingHigh, &start);
 }
 
-// No host appends before the log tells of its first commit. Until then the file is emptied, and
-// found empty: otherwise the Companion would take the next record for the one that it has read.
+// No host appends before the log tells of its first commit. Before that, the file is emptied, and
+// the Companion finds it empty: otherwise it would take the next record for the one it has read.
+// Only the thread that takes commits uses these.
 std::wstring logPath;
 std::string firstCommit; // the line of the log, as long as it is withheld
 bool isEmptied = false;
@@ -149,7 +150,7 @@ BOOL WINAPI withholdFirstCommit(HANDLE file, const void* bytes, DWORD size, DWOR
                                 OVERLAPPED* place)
 {
     const std::string_view line(static_cast<const char*>(bytes), size);
-    if (isEmptied || !isHostsCommit(line) || !firstCommit.empty() ||
+    if (!isHostsCommit(line) || isEmptied || !firstCommit.empty() ||
         isHostsCommit(peer::readFile(pathOf(file)).value_or("")))
         return writeFile(file, bytes, size, written, place);
     logPath = pathOf(file);
@@ -169,8 +170,8 @@ HANDLE WINAPI openEmptiedCommitFile(const wchar_t* path, DWORD access, DWORD sha
                                     SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags,
                                     HANDLE model)
 {
-    if (!firstCommit.empty() && isNamed(path, peer::commitFileStart) &&
-        std::wstring_view(path).ends_with(peer::dataEnd) && access == GENERIC_READ) {
+    if (isNamed(path, peer::commitFileStart) && std::wstring_view(path).ends_with(peer::dataEnd) &&
+        access == GENERIC_READ && !firstCommit.empty()) {
         if (isEmptied)
             peer::appendToFile(logPath, std::exchange(firstCommit, {}));
         else

@@ -40,8 +40,10 @@
 //   check-in         id=0 host=N name=TEXT           a check-in written
 //   taken            id=N host=N after=X.Xms request=open|new-file|check-in
 //                    the host emptied its command file X.X milliseconds after it was closed
-//   not-taken        id=N host=N after=X.Xms request=…    the request is still in the file; given
-//   up lost             id=N host=N after=X.Xms request=…    the file disappeared with the request
+//   not-taken        id=N host=N after=X.Xms request=…
+//                    the request is still in the file; given up
+//   lost             id=N host=N after=X.Xms request=…
+//                    the file disappeared with the request
 //   not-sent         id=N host=N reason=TEXT request=…    nothing was written; given up
 //   refused          reason=TEXT                     a command that cannot be carried out
 //   port-taken       port=4559 error=N               nothing can be received: N is the error, for

@@ -58,7 +58,7 @@ std::string indexText(Report index)
 constexpr int deepestIndex = 32;                    // nested values; a report has fewer
 constexpr size_t mostIndexValues = size_t{2} << 20; // an index of the largest size has fewer
 constexpr const char* damagedIndex = "its index is damaged";
-constexpr const char* isTooLarge = "its index is too large";
+constexpr const char* tooLargeIndex = "its index is too large";
 
 using Entries = std::map<std::string, std::string>;
 
@@ -88,7 +88,7 @@ void checkIndex(std::string_view text)
 {
     // Long paths that are not ASCII can make the index of the most events larger than it should be.
     if (text.size() > 4 * mostIndexBytes)
-        throw std::runtime_error(isTooLarge);
+        throw std::runtime_error(tooLargeIndex);
     int depth = 0;
     size_t values = 0;
     bool isInString = false;
@@ -104,7 +104,7 @@ void checkIndex(std::string_view text)
             throw std::runtime_error(damagedIndex);
     }
     if (values > mostIndexValues)
-        throw std::runtime_error(isTooLarge);
+        throw std::runtime_error(tooLargeIndex);
 }
 
 std::int64_t timeOfEvent(const Report& report)

@@ -23,7 +23,7 @@
 
 namespace zemlink {
 
-inline constexpr size_t longestPath = 32767; // of Windows, in UTF-16 units
+inline constexpr size_t longestPath = 32767; // that Windows allows, in UTF-16 units
 
 struct Recording { // NOLINT(bugprone-exception-escape) // the JSON library's move throws nothing
     std::int64_t startedAt = 0; // milliseconds since 1970, UTC

@@ -91,14 +91,12 @@ Sight judgeLock(const CommitsSeen& seen)
         return notSeen(seen.cut);
     if (seen.locks.isWholeRecord())
         return {};
-    if (seen.locks.tries < LockWatch::enoughTries)
-        return notSeen("there were too few commits to watch");
-    const std::string where = seen.locks.atFirstByte ? "the last byte of a record was never locked"
-                              : seen.locks.atLastByte
-                                  ? "the first byte of a record was never locked"
-                                  : "no byte of a record was ever locked";
-    return broken(where + " in " + std::to_string(seen.locks.tries) + " tries during " +
-                  std::to_string(seen.watchedCommits) + " commits");
+    if (seen.locks.records < LockWatch::enoughRecords)
+        return notSeen("there were too few commits to see it");
+    const std::string where =
+        seen.locks.atFirstByte ? "the last byte of a record" : "no byte of a record";
+    return broken(where + " was " + (seen.locks.atFirstByte ? "never" : "ever") +
+                  " locked during " + std::to_string(seen.locks.records) + " commits");
 }
 
 Sight judgeLockBefore(const CommitsSeen& seen)

@@ -6,8 +6,8 @@
 namespace zemlink {
 namespace {
 
-// Usually a few are enough, but on a busy machine few of the locks are seen. They are quick without
-// a picture.
+// Usually a few are enough. When none of the locks is seen, so many are enough even if most of them
+// come while the watching thread gets no processor time. They are quick without a picture.
 constexpr int watchedSaves = 4000;
 constexpr char withoutPictures[] = "fail screen_to_bitmap_file 10000\n";
 

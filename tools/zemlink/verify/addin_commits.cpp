@@ -268,12 +268,8 @@ private:
         // Otherwise none of the many records to come will be seen. A record over another one may
         // make the file a little longer, too, and one that is appended may be cut.
         const bool isAppending = commits().size() > watchedFrom_ + recordBytes() / 2;
-        const std::string end = "title = \"" + titleOf(CommitStep::saves) + '"';
-        const auto isDone = [&] {
-            role_.receive(); // the notices of these commits
-            return !isAppending || lock_->isDone() || host_.hasEnded() || host_.trace().has(end);
-        };
-        waiting_.until(isDone, 3 * waiting_.boundMs()); // each is bounded, but there are many
+        if (isAppending)
+            waitForLocks();
         seen_.locks = lock_->end();
         seen_.watchedCommits = (commits().size() - watchedFrom_) / recordBytes();
         waiting_.pause(tooLongMs - (monotonicMs() - start));
@@ -288,6 +284,18 @@ private:
         host_.end();
         seen_.isCommandFileGone = !peer::isFile(host_.commandFile());
         return isReached;
+    }
+    // As long as records come; there are many.
+    void waitForLocks()
+    {
+        std::uint64_t size = 0;
+        const auto isOver = [&] { return lock_->isDone() || host_.hasEnded(); };
+        const auto hasNews = [&] {
+            role_.receive(); // the notices of these commits
+            return isOver() || peer::fileSize(file_) != size;
+        };
+        while (!isOver() && waiting_.until(hasNews))
+            size = peer::fileSize(file_);
     }
     // By setting the size: a write of so many bytes can be seen before it is complete, when they
     // are not yet too many.

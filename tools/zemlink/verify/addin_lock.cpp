@@ -7,9 +7,8 @@
 namespace zemlink {
 namespace {
 
-// Of those between two records: more say nothing when the other program or this thread gets no
-// processor time.
-constexpr size_t triesThatCount = 100;
+// Before a record that counts: with fewer, this thread got too little processor time.
+constexpr size_t fewestTries = 10;
 
 OVERLAPPED placeOf(std::uint64_t offset)
 {
@@ -27,6 +26,17 @@ bool isLockedByOther(HANDLE file, std::uint64_t offset)
         return false;
     }
     return GetLastError() == ERROR_LOCK_VIOLATION;
+}
+
+// The file only grows: a byte before its end is never part of a record that is still to come. One
+// byte is tried at a time, because a lock lasts no longer than a few tries.
+bool lookForLock(LocksSeen& seen, HANDLE file, std::uint64_t end, std::uint32_t recordBytes)
+{
+    bool& isSeen = seen.atFirstByte ? seen.atLastByte : seen.atFirstByte;
+    isSeen = isLockedByOther(file, seen.atFirstByte ? end + recordBytes - 1 : end);
+    if (isSeen && end != 0)
+        seen.before = isLockedByOther(file, end - 1) || seen.before;
+    return isSeen;
 }
 
 } // namespace
@@ -49,17 +59,6 @@ LocksSeen LockWatch::end()
     return seen_;
 }
 
-// The file only grows: a byte before its end is never part of a record that is still to come. One
-// byte is tried at a time, because a lock lasts no longer than a few tries.
-bool LockWatch::seesLock(HANDLE file, std::uint64_t end, std::uint32_t recordBytes)
-{
-    bool& isSeen = seen_.atFirstByte ? seen_.atLastByte : seen_.atFirstByte;
-    isSeen = isLockedByOther(file, seen_.atFirstByte ? end + recordBytes - 1 : end);
-    if (isSeen && end != 0)
-        seen_.before = isLockedByOther(file, end - 1) || seen_.before;
-    return isSeen;
-}
-
 void LockWatch::watch(const std::wstring& file, std::uint32_t recordBytes)
 {
     const peer::OwnHandle opened =
@@ -69,15 +68,16 @@ void LockWatch::watch(const std::wstring& file, std::uint32_t recordBytes)
     SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_HIGHEST); // to hold each lock briefly
     LARGE_INTEGER size{};
     std::int64_t lastSize = opened && GetFileSizeEx(opened.get(), &size) ? size.QuadPart : 0;
-    size_t triesHere = triesThatCount; // none counts before the first record
+    size_t tries = 0; // since the last record
     while (opened && !isDone_ && GetFileSizeEx(opened.get(), &size)) {
         if (std::exchange(lastSize, size.QuadPart) != size.QuadPart)
-            triesHere = 0;
-        if (seesLock(opened.get(), static_cast<std::uint64_t>(size.QuadPart), recordBytes))
-            seen_.tries = 0;
-        else if (triesHere++ < triesThatCount)
-            ++seen_.tries;
-        isDone_ = isDone_ || seen_.isWholeRecord() || seen_.tries >= enoughTries;
+            seen_.records += std::exchange(tries, 0) >= fewestTries;
+        ++tries;
+        if (lookForLock(seen_, opened.get(), static_cast<std::uint64_t>(size.QuadPart),
+                        recordBytes))
+            seen_.records = 0;
+        if (seen_.isWholeRecord() || seen_.records >= enoughRecords)
+            isDone_ = true;
     }
 }
 

@@ -6,13 +6,12 @@
 #include <cstdint>
 #include <string>
 #include <thread>
-#include <windows.h>
 
 namespace zemlink {
 
 // Which bytes another program was found to have locked.
 struct LocksSeen {
-    size_t tries = 0; // that count, for the byte that has not been seen yet
+    size_t records = 0; // that came meanwhile without a lock on the byte that is looked for
     bool atFirstByte = false, atLastByte = false; // of the record that it was about to append
     bool before = false;                          // the byte before the record, while it was locked
 
@@ -20,14 +19,15 @@ struct LocksSeen {
 };
 
 // Tries in a thread, over and over, to lock single bytes around the end of the file, until the
-// other program has been seen to lock all of a record or `enoughTries` have not shown it. Its lock
-// lasts only as long as its write, so seeing it takes many tries and usually several records. A
-// byte that we hold at the wrong moment keeps the program from locking or, on Windows, from writing
-// that record.
+// other program has been seen to lock all of a record, or `enoughRecords` have come without it. Its
+// lock lasts only as long as its write, so seeing it takes many tries and usually several records.
+// A byte that we hold at the wrong moment keeps the program from locking or, on Windows, from
+// writing that record.
 class LockWatch {
 public:
-    // One to three of a thousand see the lock of a program that locks.
-    static constexpr size_t enoughTries = 10000;
+    // Of a program that locks, the lock of every second record is seen, and of one in twenty when
+    // six programs compete for each processor.
+    static constexpr size_t enoughRecords = 1000;
 
     // `recordBytes`: the length of the records that are appended.
     LockWatch(const std::wstring& file, std::uint32_t recordBytes);
@@ -40,7 +40,6 @@ public:
     LocksSeen end();
 
 private:
-    bool seesLock(HANDLE file, std::uint64_t end, std::uint32_t recordBytes);
     void watch(const std::wstring& file, std::uint32_t recordBytes);
 
     std::atomic<bool> isDone_{false};
