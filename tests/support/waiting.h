@@ -11,7 +11,7 @@ namespace testing_support {
 // expected, the environment variable TEST_WAIT_MS makes it shorter.
 inline const unsigned generousMs = [] {
     const char* const wait = std::getenv("TEST_WAIT_MS");
-    return wait ? static_cast<unsigned>(std::strtoul(wait, nullptr, 10)) : 60000;
+    return wait ? static_cast<unsigned>(std::strtoul(wait, nullptr, 10)) : 180000;
 }();
 
 // Runs the thread's message loop until it is empty.
