@@ -134,8 +134,8 @@ BOOL WINAPI unlockEverythingLate(HANDLE file, DWORD reserved, DWORD, DWORD, OVER
     return unlockFile(file, reserved, everythingLow, everythingHigh, &start);
 }
 
-// No host appends before the log tells of its first commit. Before that, the file is emptied, and
-// the Companion finds it empty: otherwise it would take the next record for the one it has read.
+// No host appends before the log has its first commit. Before that, the file is emptied, and the
+// Companion finds it empty: otherwise it would take the next record for the one it has read.
 // Only the thread that takes commits uses these.
 std::wstring logPath;
 std::string firstCommit; // the line of the log, as long as it is withheld
