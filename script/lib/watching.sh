@@ -30,31 +30,25 @@ written_at() {
     [ -z "$own" ] || date -d "$own" +%s.%N
 }
 
-# expect_line WHAT NAME TEXT [N]: waits for the Nth line with this text and checks it off.
-expect_line() {
+# await COMMAND...: waits until the command succeeds; fails if it does not in time.
+await() {
     local deadline=$((SECONDS + expect_timeout))
-    while [ -z "$(seen_at "$2" "$3" "${4:-1}")" ]; do
-        if [ $SECONDS -ge $deadline ]; then
-            check_off "$1" no
-            return
-        fi
+    until "$@"; do
+        [ $SECONDS -lt $deadline ] || return 1
         sleep 0.02
     done
-    check_off "$1" yes
 }
 
+# expect WHAT COMMAND...: waits until the command succeeds and checks it off.
+expect() { await "${@:2}" && check_off "$1" yes || check_off "$1" no; }
+
+# expect_line WHAT NAME TEXT [N]: waits for the Nth line with this text.
+expect_line() { expect "$1" is_seen "${@:2}"; }
+is_seen() { [ -n "$(seen_at "$@")" ]; }
+
 # expect_text WHAT COMMAND TEXT: waits until the command prints the text.
-expect_text() {
-    local deadline=$((SECONDS + expect_timeout))
-    until "$2" | grep -qF -- "$3"; do
-        if [ $SECONDS -ge $deadline ]; then
-            check_off "$1" no
-            return
-        fi
-        sleep 0.05
-    done
-    check_off "$1" yes
-}
+expect_text() { expect "$1" prints "${@:2}"; }
+prints() { "$1" | grep -qF -- "$2"; }
 
 check_off() {
     if [ "$2" = yes ]; then
