@@ -114,7 +114,7 @@ std::string commitScript(const AddInSite& site, const CommitParts& parts)
                          endOf(CommitStep::afterCheckIn) + withoutPictures;
     for (int i = 0; i < watchedSaves; ++i)
         script += saveCommand;
-    return script + endOf(CommitStep::saves);
+    return script;
 }
 
 } // namespace zemlink
