@@ -118,6 +118,22 @@ TEST_F(ReplaySends, onlyWhatTheNamedHostGot)
     EXPECT_FALSE(std::filesystem::exists(settingsFile(3)));
 }
 
+// A folder that is made later is watched up to a second later, but the host is found at once.
+TEST_F(ReplaySends, nothingToAHostNotYetObserved)
+{
+    addRequest(1, 4711, "CHECKIN a.mcam");
+    addTaken(2, 4711, "CHECKIN a.mcam");
+    std::filesystem::remove_all(installation.path(L"temp"));
+    zemlink::writeRecording(installation.path(L"a.zip"), recording);
+    const ToolRun run(installation, L"replay --at-once " + quoted(installation.path(L"a.zip")));
+    ASSERT_TRUE(run.waitForOutput("replaying ")) << run.errors();
+    std::filesystem::create_directory(installation.path(L"temp"));
+    AnnouncedHost::makeCommandFile(installation);
+    ASSERT_TRUE(waitForRequest("CHECKIN a.mcam")) << run.output();
+    writeBytes(commandFile, ""); // taken
+    EXPECT_EQ(run.waitForExit(), 0u) << run.output();
+}
+
 TEST_F(ReplaySends, noSettingsWithoutAHost)
 {
     addRequest(1, 4711, "CHECKIN a.mcam");

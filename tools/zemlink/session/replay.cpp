@@ -5,12 +5,14 @@
 #include "peer/files.h"
 #include "peer/wire_constants.h"
 #include "tools/zemlink/session/companion_role.h"
+#include "tools/zemlink/session/file_look.h"
 #include "tools/zemlink/session/host_pairs.h"
 #include "tools/zemlink/session/observer.h"
 #include "tools/zemlink/session/sent_requests.h"
 
 #include <chrono>
 #include <map>
+#include <set>
 #include <stdexcept>
 
 namespace zemlink {
@@ -35,8 +37,10 @@ public:
           output_(output),
           hosts_(recording.events, options.hosts),
           events_(eventsToPlay()),
+          observedHosts_(processesWithFile(folder)),
           observer_(folder)
     {
+        addObserved(observer_.presentAtStart());
     }
 
     ReplayResult run()
@@ -63,6 +67,15 @@ public:
     }
 
 private:
+    static std::set<std::uint32_t> processesWithFile(const std::wstring& folder)
+    {
+        std::set<std::uint32_t> processes;
+        for (const std::wstring& name : listFiles(peer::commandFilePattern(folder)))
+            if (const auto process = peer::processOfCommandFile(name))
+                processes.insert(*process);
+        return processes;
+    }
+
     // What was there when the recording started is not repeated.
     std::vector<ExchangeEvent> eventsToPlay() const
     {
@@ -150,7 +163,8 @@ private:
             return false;
         cause_ =
             "the command file of process " + std::to_string(*host) + " is missing or not empty";
-        if (!peer::writeRequest(peer::commandFilePath(folder_, *host), event.bytes))
+        if (!observedHosts_.contains(*host) ||
+            !peer::writeRequest(peer::commandFilePath(folder_, *host), event.bytes))
             return false;
         sent_.add({.process = *host, .bytes = event.bytes});
         return true;
@@ -196,12 +210,20 @@ private:
         return false;
     }
 
+    void addObserved(const std::vector<ExchangeEvent>& events)
+    {
+        for (const ExchangeEvent& event : events)
+            if (event.kind == EventKind::hostStarted)
+                observedHosts_.insert(event.process);
+    }
+
     void look()
     {
         constexpr std::int64_t withoutWaiting = 0; // the port is waited for instead
         std::vector<ExchangeEvent> events = observer_.wait(withoutWaiting);
         sent_.complete(events);
         lookForUnseen(events);
+        addObserved(events);
         for (ExchangeEvent& notice : role_.receive())
             events.push_back(std::move(notice));
         std::erase_if(events, [&](const ExchangeEvent& event) { return !hosts_.isPlaying(event); });
@@ -220,6 +242,9 @@ private:
     HostPairs hosts_;
     std::vector<ExchangeEvent> events_; // of the recording
     CompanionRole role_;
+    // Those whose command files have been looked at, also files that earlier processes left: one
+    // that is first seen after a request was taken does not show that there was one.
+    std::set<std::uint32_t> observedHosts_;
     Observer observer_;
     struct Settings {
         std::string bytes{};
