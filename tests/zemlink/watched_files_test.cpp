@@ -159,6 +159,22 @@ TEST(CommandFiles, reportAsTakenWhatAHostTookBeforeItEnded)
     }
 }
 
+// A host cannot create its file again while another program has the old one open.
+TEST(CommandFiles, reportARequestOnceWhenTheFileIsMissingInBetween)
+{
+    const Installation installation;
+    const SuspendedProcess process;
+    const std::wstring path = installation.commandFile(process.id());
+    writeBytes(path, "request");
+    CommandFiles files(installation.root());
+    files.look(1, false);
+    std::filesystem::remove(path);
+    EXPECT_EQ(countOf(files.look(2, true), EventKind::requestTaken), 1u);
+    writeBytes(path, "");
+    EXPECT_TRUE(files.look(3, true).empty());
+    EXPECT_TRUE(files.look(1000, false).empty());
+}
+
 TEST(CommandFiles, readOneByteMoreThanAHost)
 {
     const Installation installation;

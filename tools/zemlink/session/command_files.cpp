@@ -54,10 +54,11 @@ void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t no
     const FileLook look = lookAt(peer::commandFilePath(folder_, process));
     if (!look.exists) {
         host.missingSince = host.missingSince == 0 ? now : host.missingSince;
-        if (host.waiting && isFollowed && onlyHost() == process) { // taken, and the host has ended
+        if (host.waiting && isFollowed && onlyHost() == process) { // taken before the file went
             events.push_back({now, EventKind::requestTaken, process,
                               peer::commandFilePath(folder_, process), *host.waiting});
             host.waiting.reset();
+            host.look = {}; // the next file is not a sign of another request
         }
         return;
     }
@@ -107,11 +108,11 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
 }
 
 // Where a file's time changes before its size does, as on Linux, a request that is just being
-// written looks like another empty file for an instant.
+// written looks like another empty file: for microseconds, or for as long as its writer is held up.
 bool CommandFiles::isReplaced(const std::wstring& path, Host& host, const FileLook& look,
                               std::int64_t now, bool isFollowed)
 {
-    constexpr std::int64_t instantMs = 30;
+    constexpr std::int64_t instantMs = 250;
     constexpr DWORD shortInstantMs = 5;
     if (look != host.replaced) {
         host.replaced = look;
