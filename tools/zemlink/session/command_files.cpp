@@ -108,11 +108,11 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
 }
 
 // Where a file's time changes before its size does, as on Linux, a request that is just being
-// written looks like another empty file: for microseconds, or for as long as its writer is held up.
+// written looks like another empty file for an instant.
 bool CommandFiles::isReplaced(const std::wstring& path, Host& host, const FileLook& look,
                               std::int64_t now, bool isFollowed)
 {
-    constexpr std::int64_t instantMs = 250;
+    constexpr std::int64_t instantMs = 30;
     constexpr DWORD shortInstantMs = 5;
     if (look != host.replaced) {
         host.replaced = look;
