@@ -12,7 +12,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds longestConnection{5};
-constexpr INT pollMs = 100; // limits how long a receiving thread takes to end
+constexpr DWORD longestWaitMs = 100; // limits how long a receiving thread takes to end
 
 // The address of one end of the connection, as isOwnAddress takes it; 0 when it is unknown.
 std::uint32_t addressOf(const OwnSocket& socket, decltype(&getsockname) end)
@@ -30,6 +30,12 @@ bool isOfThisComputer(const OwnSocket& socket)
     return remote != 0 && isOwnAddress(remote, addressOf(socket, &getsockname));
 }
 
+// Also makes the socket nonblocking.
+bool announceTraffic(const OwnSocket& socket, long kinds, const NoticeListener& listener)
+{
+    return WSAEventSelect(socket.get(), listener.traffic.get(), kinds) == 0;
+}
+
 void acceptAll(NoticeListener& listener)
 {
     for (;;) {
@@ -38,7 +44,7 @@ void acceptAll(NoticeListener& listener)
             return;
         if (!isOfThisComputer(socket))
             continue;
-        makeNonblocking(socket);
+        announceTraffic(socket, FD_READ | FD_CLOSE, listener);
         listener.connections.push_back({std::move(socket), Clock::now() + longestConnection});
     }
 }
@@ -70,14 +76,11 @@ void readAvailable(NoticeConnection& connection)
         giveUp(connection);
 }
 
-// Waits until a connection arrives, brings bytes or ends. We poll because an event notification can
-// be lost when another one arrives while it is being handled.
+// Waits until a connection arrives, brings bytes or ends. With an event: Wine never closes a socket
+// that a process was polling when it was ended by force, so the port would stay in use.
 void waitForTraffic(const NoticeListener& listener)
 {
-    std::vector<WSAPOLLFD> sockets{{listener.socket.get(), POLLRDNORM, 0}};
-    for (const NoticeConnection& connection : listener.connections)
-        sockets.push_back({connection.socket.get(), POLLRDNORM, 0});
-    WSAPoll(sockets.data(), static_cast<ULONG>(sockets.size()), pollMs);
+    WaitForSingleObject(listener.traffic.get(), longestWaitMs);
 }
 
 } // namespace
@@ -120,7 +123,7 @@ int openNoticePort(NoticeListener& listener)
         setsockopt(listening, SOL_SOCKET, SO_EXCLUSIVEADDRUSE,
                    reinterpret_cast<const char*>(&isExclusive), sizeof isExclusive) == 0 &&
         bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-        listen(listening, SOMAXCONN) == 0 && makeNonblocking(listener.socket);
+        listen(listening, SOMAXCONN) == 0 && announceTraffic(listener.socket, FD_ACCEPT, listener);
     return isOpen ? 0 : WSAGetLastError();
 }
 

@@ -20,6 +20,7 @@ struct NoticeConnection {
 // For one thread. Winsock is started first and cleaned up last.
 struct NoticeListener {
     SocketsLibrary library;
+    OwnHandle traffic{CreateEventW(nullptr, FALSE, FALSE, nullptr)}; // set when there is some
     OwnSocket socket{INVALID_SOCKET};
     std::vector<NoticeConnection> connections{};
 };

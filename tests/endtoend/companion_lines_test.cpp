@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <thread>
 
 #include <winsock2.h>
 
@@ -227,6 +228,22 @@ TEST_F(CompanionLines, leaveThePortFreeAtTheEnd)
         EXPECT_EQ(companion.process().waitForExit(), 0u);
         EXPECT_TRUE(open.waitForEnd());
         EXPECT_EQ(companion.count(L"port-taken"), 0u);
+    }
+}
+
+TEST_F(CompanionLines, leaveThePortFreeWhenItIsKilledAmongThem)
+{
+    constexpr size_t kills = 5;
+    for (size_t i = 1; i <= kills; ++i) {
+        {
+            const std::jthread lines([](const std::stop_token& stop) {
+                while (!stop.stop_requested())
+                    sendToCompanion("TOOL-7\n");
+            });
+            const CompanionProgram companion(installation); // is ended first
+            ASSERT_TRUE(companion.waitForLog(L"tool-data", 10 * i));
+        }
+        ASSERT_TRUE(BoundSocket().waitUntilBound());
     }
 }
 
