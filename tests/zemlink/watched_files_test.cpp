@@ -44,6 +44,25 @@ protected:
     LogTail log{path};
 };
 
+// The time of the last change, in units of 100 ns.
+LONGLONG writeTimeOf(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    EXPECT_TRUE(GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data));
+    const FILETIME& time = data.ftLastWriteTime;
+    return static_cast<LONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
+
+void setWriteTime(const std::wstring& path, LONGLONG units)
+{
+    const peer::OwnHandle file = peer::ownFile(
+        CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    const FILETIME time{static_cast<DWORD>(units), static_cast<DWORD>(units >> 32)};
+    ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
+}
+
+constexpr LONGLONG millisecond = 10'000;
+
 // A process that does nothing until it is ended.
 class SuspendedProcess {
 public:
@@ -173,6 +192,97 @@ TEST(CommandFiles, reportARequestOnceWhenTheFileIsMissingInBetween)
     writeBytes(path, "");
     EXPECT_TRUE(files.look(3, true).empty());
     EXPECT_TRUE(files.look(1000, false).empty());
+}
+
+TEST(CommandFiles, awaitTheFollowingStepsOfAHostThatHasEnded)
+{
+    const Installation installation;
+    SuspendedProcess process;
+    const std::wstring path = installation.commandFile(process.id());
+    writeBytes(path, "request");
+    CommandFiles files(installation.root());
+    files.look(1000, false);
+    process.end();
+    std::filesystem::remove(path);
+    EXPECT_EQ(countOf(files.look(1100, false), EventKind::requestTaken), 0u);
+    EXPECT_EQ(countOf(files.look(1100, true), EventKind::requestTaken), 1u);
+    files.look(1200, false);
+    EXPECT_TRUE(files.undecidedHosts().empty()); // it is not looked at any more
+}
+
+class WatchedRequest : public testing::Test {
+protected:
+    WatchedRequest()
+    {
+        writeBytes(path, "");
+        known = writeTimeOf(path);
+        files.look(1000, false);
+    }
+    // The look at a file of these bytes and this time.
+    std::vector<ExchangeEvent> lookAt(const std::string& bytes, LONGLONG writeTime,
+                                      std::int64_t now)
+    {
+        writeBytes(path, bytes);
+        setWriteTime(path, writeTime);
+        return files.look(now, false);
+    }
+
+    const Installation installation;
+    const std::wstring path = installation.path(L"temp\\mastercam-4711.dat");
+    CommandFiles files{installation.root()};
+    LONGLONG known = 0; // the time of the file that was seen first
+};
+
+TEST_F(WatchedRequest, isShownWhenItCameAndWent)
+{
+    const LONGLONG later = known + 1000 * millisecond;
+    EXPECT_TRUE(lookAt("", later, 2000).empty());
+    EXPECT_EQ(files.undecidedHosts(), std::vector<std::uint32_t>{4711});
+    EXPECT_TRUE(files.look(2029, false).empty());
+    const std::vector<ExchangeEvent> events = files.look(2030, false);
+    ASSERT_EQ(events.size(), 2u);
+    EXPECT_EQ(events[0].kind, EventKind::requestWritten);
+    EXPECT_EQ(events[1].kind, EventKind::requestTaken);
+    EXPECT_TRUE(files.undecidedHosts().empty());
+    EXPECT_TRUE(lookAt("", later + 20 * millisecond, 3000).empty());
+    EXPECT_TRUE(files.look(4000, false).empty());
+}
+
+TEST_F(WatchedRequest, hasItsTimeBeforeItsBytes)
+{
+    const LONGLONG later = known + 1000 * millisecond;
+    EXPECT_TRUE(lookAt("", later, 2000).empty());
+    const std::vector<ExchangeEvent> events = lookAt("request", later, 2029);
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].bytes, "request");
+}
+
+TEST_F(WatchedRequest, isTakenOnceThoughTheTimeIsSetTwice)
+{
+    const LONGLONG later = known + 1000 * millisecond;
+    lookAt("request", later, 2000);
+    EXPECT_EQ(lookAt("", later + 200 * millisecond, 2200).size(), 1u);
+    EXPECT_TRUE(lookAt("", later + 220 * millisecond, 2220).empty());
+    EXPECT_TRUE(files.look(3000, false).empty());
+    EXPECT_TRUE(lookAt("", later + 320 * millisecond, 4000).empty());
+    EXPECT_EQ(files.look(4030, false).size(), 2u); // the next cycle's
+}
+
+TEST_F(WatchedRequest, isTakenOnceThoughTheTimeIsSetLate)
+{
+    const LONGLONG later = known + 1000 * millisecond;
+    lookAt("request", later, 2000);
+    EXPECT_TRUE(lookAt("", later, 3000).empty());
+    EXPECT_EQ(files.undecidedHosts(), std::vector<std::uint32_t>{4711});
+    EXPECT_EQ(lookAt("", later + 1000 * millisecond, 3029).size(), 1u);
+    EXPECT_TRUE(files.look(4000, false).empty());
+}
+
+TEST_F(WatchedRequest, isTakenWithinOneTickOfTheClock)
+{
+    lookAt("request", known + millisecond, 2000);
+    EXPECT_TRUE(lookAt("", known + millisecond, 2001).empty());
+    EXPECT_EQ(files.look(2031, false).size(), 1u);
 }
 
 TEST(CommandFiles, readOneByteMoreThanAHost)

@@ -42,8 +42,11 @@ std::vector<ExchangeEvent> CommandFiles::look(std::int64_t now, bool isFollowed)
         lookAtHost(process, host, now, isFollowed, events);
         lookAtEnd(process, host, now, events);
     }
-    std::erase_if(hosts_, [](const auto& entry) {
-        return entry.second.hasEnded && entry.second.missingSince != 0;
+    // What follows shows whether a request that went with its file had been taken.
+    std::erase_if(hosts_, [&](const auto& entry) {
+        const Host& host = entry.second;
+        return host.hasEnded && host.missingSince != 0 &&
+               (!host.waiting || now - host.missingSince >= peer::DeliveryBounds().missingMs);
     });
     return events;
 }
@@ -58,6 +61,7 @@ void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t no
             events.push_back({now, EventKind::requestTaken, process,
                               peer::commandFilePath(folder_, process), *host.waiting});
             host.waiting.reset();
+            host.isTaken = true;
             host.look = {}; // the next file is not a sign of another request
         }
         return;
@@ -87,42 +91,56 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
             return; // just taken: the next look finds another file
     }
     if (host.waiting) {
+        const bool isTimeOld = bytes.empty() && look.stamp == host.look.stamp;
+        if (isTimeOld && !hasLasted(path, host, look, now, isFollowed))
+            return;
         add(EventKind::requestTaken, *host.waiting);
         host.waiting.reset();
-    } else if (bytes.empty() && host.look.exists) {
-        // The host made a new file, so a request has come and gone.
-        if (!isReplaced(path, host, look, now, isFollowed))
+        host.isTaken = true;
+    } else if (bytes.empty() && host.look.exists && !isSameEmptying(host, look)) {
+        if (!hasLasted(path, host, look, now, isFollowed))
             return;
+        // A new file: a request has come and gone.
         add(EventKind::requestWritten, "");
         add(EventKind::requestTaken, "");
+        host.isTaken = true;
     }
     host.look = look;
-    host.replaced = {};
+    host.empty = {};
     if (bytes.empty())
         return;
     add(EventKind::requestWritten, bytes);
     const peer::HostCommand request = peer::parseHostCommand(bytes);
     host.waiting = bytes;
+    host.isTaken = false;
     host.lastId = request.id;
     host.lastPart = request.path;
 }
 
-// Where a file's time changes before its size does, as on Linux, a request that is just being
-// written looks like another empty file for an instant.
-bool CommandFiles::isReplaced(const std::wstring& path, Host& host, const FileLook& look,
-                              std::int64_t now, bool isFollowed)
+// Emptying a file can set its time twice: when it is made and when it is cut. A host makes its next
+// file a tenth of a second later at the earliest.
+bool CommandFiles::isSameEmptying(const Host& host, const FileLook& look)
+{
+    constexpr std::int64_t leastCycleMs = 90;
+    return host.isTaken && look.writtenAt - host.look.writtenAt < leastCycleMs;
+}
+
+// Size and time do not change in the same instant. On Linux a request that is just being written
+// has its new time while it still looks empty, and a file that is just being emptied its old one.
+bool CommandFiles::hasLasted(const std::wstring& path, Host& host, const FileLook& look,
+                             std::int64_t now, bool isFollowed)
 {
     constexpr std::int64_t instantMs = 30;
     constexpr DWORD shortInstantMs = 5;
-    if (look != host.replaced) {
-        host.replaced = look;
-        host.replacedSince = now;
+    if (look != host.empty) {
+        host.empty = look;
+        host.emptySince = now;
     }
     if (isFollowed) {
         Sleep(shortInstantMs);
         return lookAt(path) == look;
     }
-    return now - host.replacedSince >= instantMs;
+    return now - host.emptySince >= instantMs;
 }
 
 // The file of a host that has ended may still exist: another program has it open, or it was left
@@ -155,7 +173,7 @@ std::vector<std::uint32_t> CommandFiles::undecidedHosts() const
 {
     std::vector<std::uint32_t> hosts;
     for (const auto& [process, host] : hosts_)
-        if (host.missingSince != 0 || (host.replaced.exists && host.replaced != host.look))
+        if (host.missingSince != 0 || (host.empty.exists && host.empty != host.look))
             hosts.push_back(process);
     return hosts;
 }

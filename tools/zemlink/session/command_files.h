@@ -41,8 +41,9 @@ private:
         peer::OwnHandle process{}; // null where the process may not be opened or has ended
         bool isRunning = false;
         bool hasEnded = false; // it is kept while its file exists
-        FileLook replaced{};   // empty and not the known file, as far as one look can tell
-        std::int64_t replacedSince = 0;
+        bool isTaken = false;  // the last request, and there was none since
+        FileLook empty{};      // not the known file, as far as one look can tell
+        std::int64_t emptySince = 0;
         std::int64_t missingSince = 0;        // 0: the file exists
         std::optional<std::string> waiting{}; // the request in the file
         std::optional<std::int64_t> lastId{}; // of the requests so far
@@ -52,8 +53,9 @@ private:
                     std::vector<ExchangeEvent>& events);
     void lookAtRequest(std::uint32_t process, Host& host, const FileLook& look, std::int64_t now,
                        bool isFollowed, std::vector<ExchangeEvent>& events);
-    static bool isReplaced(const std::wstring& path, Host& host, const FileLook& look,
-                           std::int64_t now, bool isFollowed);
+    static bool isSameEmptying(const Host& host, const FileLook& look);
+    static bool hasLasted(const std::wstring& path, Host& host, const FileLook& look,
+                          std::int64_t now, bool isFollowed);
     static void lookAtEnd(std::uint32_t process, Host& host, std::int64_t now,
                           std::vector<ExchangeEvent>& events);
     template <class Matches>
