@@ -157,7 +157,7 @@ TEST_P(EachFlaw, breaksOnlyItsRules)
 {
     installCompanion(L"flawed_companion.exe");
     SetEnvironmentVariableA("COMPANION_FLAW", GetParam().flaws);
-    const ToolResult result = verify(requestArguments + L" --timeout 5");
+    const ToolResult result = verify(requestArguments + L" --timeout 10");
     const Report report = Report::parse(result.output, nullptr, false);
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(idsOf(report, "broken"), GetParam().broken) << problemsIn(report);
