@@ -204,10 +204,30 @@ TEST(CommandFiles, awaitTheFollowingStepsOfAHostThatHasEnded)
     files.look(1000, false);
     process.end();
     std::filesystem::remove(path);
-    EXPECT_EQ(countOf(files.look(1100, false), EventKind::requestTaken), 0u);
-    EXPECT_EQ(countOf(files.look(1100, true), EventKind::requestTaken), 1u);
+    EXPECT_EQ(countOf(files.look(1100, false), EventKind::hostEnded), 1u);
+    const std::vector<ExchangeEvent> events = files.look(1105, true);
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].kind, EventKind::requestTaken);
+    EXPECT_EQ(events[0].at, 1100); // not after its end
     files.look(1200, false);
     EXPECT_TRUE(files.undecidedHosts().empty()); // it is not looked at any more
+}
+
+TEST(CommandFiles, forgetAHostThatEndedWithoutTakingItsRequest)
+{
+    const Installation installation;
+    SuspendedProcess process;
+    const std::wstring path = installation.commandFile(process.id());
+    writeBytes(path, "request");
+    CommandFiles files(installation.root());
+    files.look(1000, false);
+    process.end();
+    std::filesystem::remove(path);
+    EXPECT_EQ(files.look(1100, false).size(), 1u);
+    files.look(3099, false);
+    EXPECT_EQ(files.undecidedHosts().size(), 1u);
+    EXPECT_TRUE(files.look(3100, false).empty());
+    EXPECT_TRUE(files.undecidedHosts().empty());
 }
 
 class WatchedRequest : public testing::Test {
@@ -276,6 +296,18 @@ TEST_F(WatchedRequest, isTakenOnceThoughTheTimeIsSetLate)
     EXPECT_EQ(files.undecidedHosts(), std::vector<std::uint32_t>{4711});
     EXPECT_EQ(lookAt("", later + 1000 * millisecond, 3029).size(), 1u);
     EXPECT_TRUE(files.look(4000, false).empty());
+}
+
+TEST_F(WatchedRequest, isNotSeenInTheMakingOfTheFile)
+{
+    EXPECT_TRUE(lookAt("", known + 20 * millisecond, 1020).empty());
+    EXPECT_TRUE(files.look(2000, false).empty());
+}
+
+TEST_F(WatchedRequest, isSeenAfterTheClockWasSetBack)
+{
+    EXPECT_TRUE(lookAt("", known - 3'600'000 * millisecond, 2000).empty());
+    EXPECT_EQ(files.look(2030, false).size(), 2u);
 }
 
 TEST_F(WatchedRequest, isTakenWithinOneTickOfTheClock)

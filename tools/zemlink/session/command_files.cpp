@@ -6,6 +6,7 @@
 #include "peer/wire_constants.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace zemlink {
 namespace {
@@ -42,7 +43,8 @@ std::vector<ExchangeEvent> CommandFiles::look(std::int64_t now, bool isFollowed)
         lookAtHost(process, host, now, isFollowed, events);
         lookAtEnd(process, host, now, events);
     }
-    // What follows shows whether a request that went with its file had been taken.
+    // A request that went with its file is kept for a while: what follows shows whether it was
+    // taken.
     std::erase_if(hosts_, [&](const auto& entry) {
         const Host& host = entry.second;
         return host.hasEnded && host.missingSince != 0 &&
@@ -58,10 +60,9 @@ void CommandFiles::lookAtHost(std::uint32_t process, Host& host, std::int64_t no
     if (!look.exists) {
         host.missingSince = host.missingSince == 0 ? now : host.missingSince;
         if (host.waiting && isFollowed && onlyHost() == process) { // taken before the file went
-            events.push_back({now, EventKind::requestTaken, process,
+            events.push_back({host.missingSince, EventKind::requestTaken, process,
                               peer::commandFilePath(folder_, process), *host.waiting});
             host.waiting.reset();
-            host.isTaken = true;
             host.look = {}; // the next file is not a sign of another request
         }
         return;
@@ -96,33 +97,32 @@ void CommandFiles::lookAtRequest(std::uint32_t process, Host& host, const FileLo
             return;
         add(EventKind::requestTaken, *host.waiting);
         host.waiting.reset();
-        host.isTaken = true;
     } else if (bytes.empty() && host.look.exists && !isSameEmptying(host, look)) {
         if (!hasLasted(path, host, look, now, isFollowed))
             return;
         // A new file: a request has come and gone.
         add(EventKind::requestWritten, "");
         add(EventKind::requestTaken, "");
-        host.isTaken = true;
     }
+    if (bytes.empty() && !isSameEmptying(host, look))
+        host.emptiedAt = look.writtenAt;
     host.look = look;
-    host.empty = {};
+    host.undecided = {};
     if (bytes.empty())
         return;
     add(EventKind::requestWritten, bytes);
     const peer::HostCommand request = peer::parseHostCommand(bytes);
     host.waiting = bytes;
-    host.isTaken = false;
     host.lastId = request.id;
     host.lastPart = request.path;
 }
 
-// Emptying a file can set its time twice: when it is made and when it is cut. A host makes its next
-// file a tenth of a second later at the earliest.
+// Emptying a file can set its time twice: when it is made and when it is truncated. A host makes
+// its next file a tenth of a second later at the earliest.
 bool CommandFiles::isSameEmptying(const Host& host, const FileLook& look)
 {
     constexpr std::int64_t leastCycleMs = 90;
-    return host.isTaken && look.writtenAt - host.look.writtenAt < leastCycleMs;
+    return std::abs(look.writtenAt - host.emptiedAt) < leastCycleMs;
 }
 
 // Size and time do not change in the same instant. On Linux a request that is just being written
@@ -132,15 +132,15 @@ bool CommandFiles::hasLasted(const std::wstring& path, Host& host, const FileLoo
 {
     constexpr std::int64_t instantMs = 30;
     constexpr DWORD shortInstantMs = 5;
-    if (look != host.empty) {
-        host.empty = look;
-        host.emptySince = now;
+    if (look != host.undecided) {
+        host.undecided = look;
+        host.undecidedSince = now;
     }
     if (isFollowed) {
         Sleep(shortInstantMs);
         return lookAt(path) == look;
     }
-    return now - host.emptySince >= instantMs;
+    return now - host.undecidedSince >= instantMs;
 }
 
 // The file of a host that has ended may still exist: another program has it open, or it was left
@@ -173,7 +173,7 @@ std::vector<std::uint32_t> CommandFiles::undecidedHosts() const
 {
     std::vector<std::uint32_t> hosts;
     for (const auto& [process, host] : hosts_)
-        if (host.missingSince != 0 || (host.empty.exists && host.empty != host.look))
+        if (host.missingSince != 0 || (host.undecided.exists && host.undecided != host.look))
             hosts.push_back(process);
     return hosts;
 }

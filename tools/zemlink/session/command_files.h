@@ -33,17 +33,20 @@ public:
     // The host that was last sent this request, else the only one, else 0.
     std::uint32_t hostOfRequest(std::int64_t id) const;
     std::uint32_t hostOfPart(std::string_view path) const;
-    std::uint32_t onlyHost() const; // 0: there are several, or none
+    // 0: there are several, or none. One that has just ended still counts: its last exchanges may
+    // be seen after its end.
+    std::uint32_t onlyHost() const;
 
 private:
     struct Host {
         FileLook look{};
         peer::OwnHandle process{}; // null where the process may not be opened or has ended
         bool isRunning = false;
-        bool hasEnded = false; // it is kept while its file exists
-        bool isTaken = false;  // the last request, and there was none since
-        FileLook empty{};      // not the known file, as far as one look can tell
-        std::int64_t emptySince = 0;
+        // It is kept while its file exists, or for a while if its request may have been taken.
+        bool hasEnded = false;
+        FileLook undecided{}; // empty: perhaps another file, perhaps one that is just changing
+        std::int64_t undecidedSince = 0;
+        std::int64_t emptiedAt = 0;           // the file's time, as it was shown
         std::int64_t missingSince = 0;        // 0: the file exists
         std::optional<std::string> waiting{}; // the request in the file
         std::optional<std::int64_t> lastId{}; // of the requests so far
