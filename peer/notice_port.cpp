@@ -76,8 +76,9 @@ void readAvailable(NoticeConnection& connection)
         giveUp(connection);
 }
 
-// Waits until a connection arrives, brings bytes or ends. With an event: Wine never closes a socket
-// that a process was polling when it was ended by force, so the port would stay in use.
+// Waits until a connection arrives, brings bytes or ends. For an event rather than by polling: Wine
+// never closes a socket that was polled when its process was ended by force, so the port would stay
+// in use.
 void waitForTraffic(const NoticeListener& listener)
 {
     WaitForSingleObject(listener.traffic.get(), longestWaitMs);
@@ -89,12 +90,6 @@ bool isOwnAddress(std::uint32_t remote, std::uint32_t local)
 {
     constexpr std::uint32_t loopback = 127;
     return remote == local || remote >> 24 == loopback;
-}
-
-bool makeNonblocking(const OwnSocket& socket)
-{
-    u_long isNonblocking = 1;
-    return ioctlsocket(socket.get(), static_cast<long>(FIONBIO), &isNonblocking) == 0;
 }
 
 sockaddr_in hostsTarget()

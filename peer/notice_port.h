@@ -25,8 +25,6 @@ struct NoticeListener {
     std::vector<NoticeConnection> connections{};
 };
 
-bool makeNonblocking(const OwnSocket& socket);
-
 // True when a connection comes from this computer: its remote address is a loopback address,
 // 127.x.x.x, or equals its local address. IPv4, the first number in the highest bits.
 bool isOwnAddress(std::uint32_t remote, std::uint32_t local);

@@ -56,10 +56,16 @@ int waitForConnection(const OwnSocket& socket)
     return error;
 }
 
+bool makeNonblocking(const OwnSocket& socket)
+{
+    u_long isNonblocking = 1;
+    return ioctlsocket(socket.get(), static_cast<long>(FIONBIO), &isNonblocking) == 0;
+}
+
 int connectionError(const sockaddr_in& target)
 {
     const OwnSocket caller(socket(AF_INET, SOCK_STREAM, IPPROTO_TCP));
-    if (!caller.isOpen() || !peer::makeNonblocking(caller))
+    if (!caller.isOpen() || !makeNonblocking(caller))
         return WSAGetLastError();
     if (connect(caller.get(), reinterpret_cast<const sockaddr*>(&target), sizeof target) == 0)
         return 0;
